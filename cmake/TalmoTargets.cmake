@@ -1,0 +1,33 @@
+# One place for what every target of ours has in common, so that no folder can forget a warning or a sanitizer.
+
+find_program(TALMO_CCACHE ccache)
+if(TALMO_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${TALMO_CCACHE})
+endif()
+
+add_library(TalmoOptions INTERFACE)
+target_compile_options(TalmoOptions INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor -Woverloaded-virtual
+  -Wold-style-cast -Wcast-align -Wimplicit-fallthrough -Werror)
+target_compile_definitions(TalmoOptions INTERFACE
+  QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS QT_STRICT_ITERATORS)
+target_include_directories(TalmoOptions INTERFACE ${CMAKE_SOURCE_DIR}/src)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+  # QCoro 0.8 asks for the coroutine header under its old name's warning switch.
+  target_compile_options(TalmoOptions INTERFACE -Wno-deprecated-experimental-coroutine)
+endif()
+if(TALMO_SANITIZE)
+  target_compile_options(TalmoOptions INTERFACE
+    -fsanitize=${TALMO_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  target_link_options(TalmoOptions INTERFACE -fsanitize=${TALMO_SANITIZE})
+endif()
+
+# talmo_library(NAME SOURCES … LINKS … [MOC]): a folder's library.
+function(talmo_library name)
+  cmake_parse_arguments(ARG "MOC" "" "SOURCES;LINKS" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(${name} PUBLIC TalmoOptions ${ARG_LINKS})
+  if(ARG_MOC)
+    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+  endif()
+endfunction()

@@ -1,0 +1,321 @@
+#include "App/TalmoCoordinator.h"
+
+#include "Base/Log.h"
+#include "Base/Task.h"
+#include "Base/Text.h"
+#include "Speech/TranscriptionError.h"
+
+#include <QtGlobal>
+
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+constexpr Duration errorDisplayTime = std::chrono::seconds(3);
+
+std::function<std::unique_ptr<TalmoCoordinator>()> &sharedFactory()
+{
+    static std::function<std::unique_ptr<TalmoCoordinator>()> factory;
+    return factory;
+}
+
+std::unique_ptr<TalmoCoordinator> &sharedInstance()
+{
+    static std::unique_ptr<TalmoCoordinator> instance;
+    return instance;
+}
+
+QString installingText(const QString &locale)
+{
+    return QStringLiteral("Installing on-device speech model for ") + locale +
+           QStringLiteral(" (one-time download, requires internet)…");
+}
+
+} // namespace
+
+TalmoCoordinator &TalmoCoordinator::shared()
+{
+    if (!sharedInstance()) {
+        Q_ASSERT_X(sharedFactory(), "TalmoCoordinator::shared", "no factory was registered");
+        sharedInstance() = sharedFactory()();
+    }
+    return *sharedInstance();
+}
+
+void TalmoCoordinator::setSharedFactory(std::function<std::unique_ptr<TalmoCoordinator>()> factory)
+{
+    sharedFactory() = std::move(factory);
+}
+
+void TalmoCoordinator::releaseShared()
+{
+    sharedInstance().reset();
+}
+
+TalmoCoordinator::TalmoCoordinator(CoordinatorParts parts)
+    : m_parts(std::move(parts))
+{
+    connect(m_parts.permissions.get(), &Observable::objectWillChange, this, &Observable::objectWillChange);
+    connect(m_parts.settings.get(), &Observable::objectWillChange, this, &Observable::objectWillChange);
+}
+
+TalmoCoordinator::~TalmoCoordinator() = default;
+
+void TalmoCoordinator::start()
+{
+    m_parts.hotkeyManager->setOnHotkeyDown([self = WeakSelf(this)] {
+        if (self) {
+            self->beginDictation();
+        }
+    });
+    m_parts.hotkeyManager->setOnHotkeyUp([self = WeakSelf(this)] {
+        if (self) {
+            self->endDictation();
+        }
+    });
+    m_parts.hotkeyManager->start();
+}
+
+void TalmoCoordinator::beginDictation()
+{
+    if (!m_state.is(TalmoState::Case::Idle) && !m_state.is(TalmoState::Case::Error)) {
+        return;
+    }
+    if (m_parts.permissions->microphoneStatus() != SimpleStatus::Granted ||
+        m_parts.permissions->speechRecognitionStatus() != SimpleStatus::Granted) {
+        transitionTo(
+            TalmoState::error(QStringLiteral("Grant microphone and speech-recognition permissions first.")));
+        return;
+    }
+    publish(m_liveTranscript, QString());
+    publish(m_lastError, std::nullopt);
+    launchTask([self = WeakSelf(this)] { return startSequence(self); });
+}
+
+QCoro::Task<void> TalmoCoordinator::startSequence(WeakSelf self)
+{
+    if (!self) {
+        co_return;
+    }
+    const QString locale = self->m_parts.locale->currentIdentifier();
+    if (self->m_confirmedInstalledLocaleIdentifier != locale) {
+        const bool hasModel = co_await ensureModel(self, locale);
+        if (!hasModel || !self) {
+            co_return;
+        }
+    }
+    co_await startRecording(self, locale);
+}
+
+/// True when the locale's model is known to be installed; otherwise the failure has been handled.
+QCoro::Task<bool> TalmoCoordinator::ensureModel(WeakSelf self, QString locale)
+{
+    const auto transcription = self->m_parts.transcriptionService;
+    std::exception_ptr failure;
+    try {
+        const ModelStatus status = co_await transcription->modelStatus(locale);
+        if (!status.supported) {
+            throw TranscriptionError(TranscriptionError::Case::LocaleNotSupported);
+        }
+        if (!status.installed) {
+            generalLog().debug("%s", {installingText(locale)});
+            co_await transcription->installModel(locale);
+        }
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    if (!self) {
+        co_return false;
+    }
+    if (failure) {
+        self->handleFailure(failure);
+        co_return false;
+    }
+    self->m_confirmedInstalledLocaleIdentifier = locale;
+    co_return true;
+}
+
+QCoro::Task<void> TalmoCoordinator::startRecording(WeakSelf self, QString locale)
+{
+    const auto transcription = self->m_parts.transcriptionService;
+    auto onUpdate = [self](const QString &text) {
+        if (self) {
+            self->publish(self->m_liveTranscript, text);
+        }
+    };
+    auto onError = [self](const std::exception_ptr &error) {
+        if (self) {
+            self->handleFailure(error);
+        }
+    };
+    std::exception_ptr failure;
+    try {
+        co_await transcription->startTranscription(self->m_parts.audioRecorder, locale, onUpdate, onError);
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    if (!self) {
+        co_return;
+    }
+    if (failure) {
+        self->handleFailure(failure);
+    } else {
+        self->transitionTo(TalmoState::recording());
+    }
+}
+
+void TalmoCoordinator::endDictation()
+{
+    if (!m_state.is(TalmoState::Case::Recording)) {
+        return;
+    }
+    transitionTo(TalmoState::processing());
+    m_parts.audioRecorder->stop();
+    launchTask([self = WeakSelf(this)] { return processingSequence(self); });
+}
+
+QCoro::Task<void> TalmoCoordinator::processingSequence(WeakSelf self)
+{
+    if (!self) {
+        co_return;
+    }
+    const auto transcription = self->m_parts.transcriptionService;
+    QString rawTranscript;
+    std::exception_ptr failure;
+    try {
+        rawTranscript = co_await transcription->stopTranscription();
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    if (!self) {
+        co_return;
+    }
+    if (failure) {
+        self->handleFailure(failure);
+        co_return;
+    }
+    // Only the length counts here: a transcript of blanks goes on, and the insertion will refuse it.
+    if (rawTranscript.isEmpty()) {
+        self->transitionTo(TalmoState::error(QStringLiteral("No speech detected.")));
+        co_return;
+    }
+    generalLog().debug("raw transcript: %s", {rawTranscript});
+    co_await processTranscript(self, rawTranscript);
+}
+
+QCoro::Task<void> TalmoCoordinator::processTranscript(WeakSelf self, QString rawTranscript)
+{
+    // Read once: this dictation is cleaned with these values even if the user changes one meanwhile.
+    const auto settings = self->m_parts.settings;
+    const bool aiCleanupEnabled = settings->aiCleanupEnabled();
+    const bool conciseTextEnabled = settings->conciseTextEnabled();
+    const TextTone textTone = settings->textTone();
+    const QStringList dictionaryWords = settings->dictionaryWords();
+
+    const auto cleaner = self->m_parts.textCleanupService;
+    const QString trimmed = Text::trimWhitespaceAndNewlines(rawTranscript);
+    QString cleaned;
+    if (!trimmed.isEmpty()) {
+        cleaned = co_await cleaner->cleanup(trimmed, aiCleanupEnabled, conciseTextEnabled, textTone, dictionaryWords);
+    }
+    if (!self) {
+        co_return;
+    }
+    generalLog().debug("cleaned transcript: %s", {cleaned});
+    self->publish(self->m_liveTranscript, cleaned);
+    self->transitionTo(TalmoState::inserting());
+    co_await insertText(self, cleaned);
+}
+
+QCoro::Task<void> TalmoCoordinator::insertText(WeakSelf self, QString text)
+{
+    const auto insertion = self->m_parts.insertionService;
+    std::exception_ptr failure;
+    try {
+        co_await insertion->insert(text);
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    if (!self) {
+        co_return;
+    }
+    if (failure) {
+        self->handleFailure(failure);
+    } else {
+        self->transitionTo(TalmoState::idle());
+    }
+}
+
+void TalmoCoordinator::transitionTo(const TalmoState &state)
+{
+    publish(m_state, state);
+    switch (state.which()) {
+    case TalmoState::Case::Recording:
+    case TalmoState::Case::Processing:
+    case TalmoState::Case::Inserting:
+        overlay().show();
+        break;
+    case TalmoState::Case::Idle:
+        overlay().hide();
+        break;
+    case TalmoState::Case::Error:
+        publish(m_lastError, state.message());
+        generalLog().debug("error: %s", {state.message()});
+        overlay().show();
+        launchTask([self = WeakSelf(this), state] { return hideOverlayLater(self, state); });
+        break;
+    }
+}
+
+/// The error state itself stays, so that the icon keeps its mark; only the overlay goes.
+QCoro::Task<void> TalmoCoordinator::hideOverlayLater(WeakSelf self, TalmoState shownError)
+{
+    if (!self) {
+        co_return;
+    }
+    const auto clock = self->m_parts.clock;
+    try {
+        co_await clock->sleep(errorDisplayTime);
+    } catch (const Cancelled &) { // NOLINT(bugprone-empty-catch): a wait cut short counts as waited.
+    }
+    if (self && self->m_state == shownError) {
+        self->overlay().hide();
+    }
+}
+
+void TalmoCoordinator::handleFailure(const std::exception_ptr &error)
+{
+    m_parts.audioRecorder->stop();
+    launchTask([transcription = m_parts.transcriptionService] { return transcription->cancelTranscription(); });
+    transitionTo(TalmoState::error(localizedDescription(error)));
+}
+
+QCoro::Task<void> TalmoCoordinator::requestPermissions()
+{
+    return askForPermissions(m_parts.permissions);
+}
+
+/// Each step runs whatever the previous answer was.
+QCoro::Task<void> TalmoCoordinator::askForPermissions(std::shared_ptr<PermissionsService> permissions)
+{
+    co_await permissions->requestMicrophonePermission();
+    co_await permissions->requestSpeechRecognitionPermission();
+    permissions->requestAccessibility();
+}
+
+void TalmoCoordinator::launchTask(std::function<QCoro::Task<void>()> body)
+{
+    m_parts.mainExecutor->post([body = std::move(body)] { logEscapes(body()); });
+}
+
+OverlayService &TalmoCoordinator::overlay()
+{
+    if (!m_overlay) {
+        m_overlay = m_parts.makeOverlay(*this);
+    }
+    return *m_overlay;
+}
+
+} // namespace talmo

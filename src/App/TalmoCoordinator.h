@@ -1,0 +1,95 @@
+#pragma once
+
+#include "App/PipelineServices.h"
+#include "App/TalmoState.h"
+#include "Base/Clock.h"
+#include "Base/Error.h"
+#include "Base/SerialExecutor.h"
+
+#include <QPointer>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace talmo {
+
+class TalmoCoordinator;
+
+/// Everything the coordinator is built from. The services are shared because a sequence that waits for one keeps it.
+struct CoordinatorParts {
+    std::shared_ptr<PermissionsService> permissions;
+    std::shared_ptr<SettingsService> settings;
+    std::shared_ptr<RecorderService> audioRecorder;
+    std::shared_ptr<TranscriptionService> transcriptionService;
+    std::shared_ptr<HotkeyService> hotkeyManager;
+    std::shared_ptr<CleanupService> textCleanupService;
+    std::shared_ptr<TextInsertionService> insertionService;
+    std::shared_ptr<LocaleSource> locale;
+    std::shared_ptr<Clock> clock;
+    /// Later turns of the main thread's loop.
+    std::shared_ptr<SerialExecutor> mainExecutor;
+    /// Makes the overlay on its first use; the coordinator outlives it.
+    std::function<std::unique_ptr<OverlayService>(TalmoCoordinator &)> makeOverlay;
+};
+
+/// Runs the dictation: owns every service and is the only place where the pipeline's state changes.
+///
+/// Main thread only. The checks at the top of beginDictation() and endDictation() are the only guards against
+/// overlapping dictations.
+class TalmoCoordinator final : public Observable {
+    Q_OBJECT
+
+public:
+    explicit TalmoCoordinator(CoordinatorParts parts);
+    ~TalmoCoordinator() override;
+
+    /// The one coordinator of the process, built on first use by the registered factory.
+    static TalmoCoordinator &shared();
+    static void setSharedFactory(std::function<std::unique_ptr<TalmoCoordinator>()> factory);
+    /// Ends the shared coordinator while Qt still lives. Only the process entry calls this, last.
+    static void releaseShared();
+
+    const TalmoState &state() const { return m_state; }
+    /// The transcript so far while recording; the cleaned text once processed.
+    QString liveTranscript() const { return m_liveTranscript; }
+    std::optional<QString> lastError() const { return m_lastError; }
+    PermissionsService &permissions() const { return *m_parts.permissions; }
+    SettingsService &settings() const { return *m_parts.settings; }
+
+    /// Connects the gestures and starts listening.
+    void start();
+    /// Starts a dictation if one may start now; returns at once.
+    void beginDictation();
+    /// Ends the running dictation and processes it; returns at once.
+    void endDictation();
+    /// Asks for all three permissions in turn.
+    QCoro::Task<void> requestPermissions();
+
+private:
+    using WeakSelf = QPointer<TalmoCoordinator>;
+
+    // The sequences hold the coordinator weakly across every wait, and what they wait for strongly.
+    static QCoro::Task<void> startSequence(WeakSelf self);
+    static QCoro::Task<bool> ensureModel(WeakSelf self, QString locale);
+    static QCoro::Task<void> startRecording(WeakSelf self, QString locale);
+    static QCoro::Task<void> processingSequence(WeakSelf self);
+    static QCoro::Task<void> processTranscript(WeakSelf self, QString rawTranscript);
+    static QCoro::Task<void> insertText(WeakSelf self, QString text);
+    static QCoro::Task<void> hideOverlayLater(WeakSelf self, TalmoState shownError);
+    static QCoro::Task<void> askForPermissions(std::shared_ptr<PermissionsService> permissions);
+
+    void launchTask(std::function<QCoro::Task<void>()> body);
+    void transitionTo(const TalmoState &state);
+    void handleFailure(const std::exception_ptr &error);
+    OverlayService &overlay();
+
+    CoordinatorParts m_parts;
+    std::unique_ptr<OverlayService> m_overlay;
+    TalmoState m_state = TalmoState::idle();
+    QString m_liveTranscript;
+    std::optional<QString> m_lastError;
+    std::optional<QString> m_confirmedInstalledLocaleIdentifier;
+};
+
+} // namespace talmo

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QString>
+
+#include <utility>
+
+namespace talmo {
+
+/// Where a dictation stands. Two states are equal when they are the same case with the same message.
+class TalmoState {
+public:
+    enum class Case { Idle, Recording, Processing, Inserting, Error };
+
+    static TalmoState idle() { return TalmoState(Case::Idle); }
+    static TalmoState recording() { return TalmoState(Case::Recording); }
+    static TalmoState processing() { return TalmoState(Case::Processing); }
+    static TalmoState inserting() { return TalmoState(Case::Inserting); }
+    /// `message` is what the user reads.
+    static TalmoState error(QString message) { return TalmoState(Case::Error, std::move(message)); }
+
+    Case which() const { return m_case; }
+    bool is(Case which) const { return m_case == which; }
+    /// Empty unless this is an error.
+    QString message() const { return m_message; }
+
+    bool operator==(const TalmoState &) const = default;
+
+private:
+    explicit TalmoState(Case which, QString message = {})
+        : m_case(which),
+          m_message(std::move(message))
+    {
+    }
+
+    Case m_case;
+    QString m_message;
+};
+
+/// The state's name for the log: "idle", "recording", "processing", "inserting" or "error".
+QString name(const TalmoState &state);
+
+} // namespace talmo

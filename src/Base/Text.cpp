@@ -1,0 +1,79 @@
+#include "Base/Text.h"
+
+#include <QChar>
+#include <QTextBoundaryFinder>
+
+namespace talmo::Text {
+
+namespace {
+
+/// Every character of both classes lies in the basic plane, so looking at single UTF-16 units is exact.
+template <typename Predicate>
+QString trimmed(const QString &text, Predicate drop)
+{
+    qsizetype begin = 0;
+    qsizetype end = text.size();
+    while (begin < end && drop(text.at(begin).unicode())) {
+        ++begin;
+    }
+    while (end > begin && drop(text.at(end - 1).unicode())) {
+        --end;
+    }
+    return text.mid(begin, end - begin);
+}
+
+} // namespace
+
+bool isSpace(char32_t character)
+{
+    return character == U'\t' || QChar::category(character) == QChar::Separator_Space;
+}
+
+bool isWhitespaceOrNewline(char32_t character)
+{
+    return isSpace(character) || (character >= 0x0A && character <= 0x0D) || character == 0x85 || character == 0x2028 ||
+           character == 0x2029;
+}
+
+QString trimSpaces(const QString &text)
+{
+    return trimmed(text, isSpace);
+}
+
+QString trimWhitespaceAndNewlines(const QString &text)
+{
+    return trimmed(text, isWhitespaceOrNewline);
+}
+
+qsizetype characterCount(const QString &text)
+{
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
+    qsizetype count = 0;
+    while (finder.toNextBoundary() > 0) {
+        ++count;
+    }
+    return count;
+}
+
+qsizetype firstCharacterLength(const QString &text)
+{
+    // A character is never this long in earnest; looking at the head only keeps megabytes cheap.
+    static constexpr qsizetype longestCharacter = 256;
+    const QString head = text.left(longestCharacter);
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, head);
+    const auto boundary = finder.toNextBoundary();
+    return boundary > 0 ? boundary : head.size();
+}
+
+QString uppercased(const QString &text)
+{
+    return text.toUpper();
+}
+
+bool equal(const QString &left, const QString &right)
+{
+    return left == right ||
+           left.normalized(QString::NormalizationForm_C) == right.normalized(QString::NormalizationForm_C);
+}
+
+} // namespace talmo::Text

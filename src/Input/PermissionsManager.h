@@ -1,0 +1,44 @@
+#pragma once
+
+#include "App/PipelineServices.h"
+#include "Input/AuthorizationSource.h"
+#include "Input/InputTrust.h"
+
+#include <QPointer>
+
+#include <memory>
+
+namespace talmo {
+
+/// The three permissions that dictation needs, as last read. Main thread only; nothing polls.
+class PermissionsManager final : public PermissionsService {
+    Q_OBJECT
+
+public:
+    /// Reads all three at once.
+    PermissionsManager(std::shared_ptr<AuthorizationSource> authorization, std::shared_ptr<InputTrust> inputTrust);
+
+    SimpleStatus microphoneStatus() const override { return m_microphoneStatus; }
+    SimpleStatus speechRecognitionStatus() const override { return m_speechRecognitionStatus; }
+    bool accessibilityGranted() const { return m_accessibilityGranted; }
+    bool allGranted() const;
+
+    void refresh();
+    QCoro::Task<bool> requestMicrophonePermission() override;
+    QCoro::Task<bool> requestSpeechRecognitionPermission() override;
+    void requestAccessibility() override;
+
+private:
+    static QCoro::Task<bool> askForMicrophone(QPointer<PermissionsManager> self,
+                                              std::shared_ptr<AuthorizationSource> authorization);
+    static QCoro::Task<bool> askForSpeechRecognition(QPointer<PermissionsManager> self,
+                                                     std::shared_ptr<AuthorizationSource> authorization);
+
+    std::shared_ptr<AuthorizationSource> m_authorization;
+    std::shared_ptr<InputTrust> m_inputTrust;
+    SimpleStatus m_microphoneStatus = SimpleStatus::NotDetermined;
+    SimpleStatus m_speechRecognitionStatus = SimpleStatus::NotDetermined;
+    bool m_accessibilityGranted = false;
+};
+
+} // namespace talmo

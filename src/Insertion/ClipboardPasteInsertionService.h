@@ -1,0 +1,61 @@
+#pragma once
+
+#include "App/PipelineServices.h"
+#include "Base/Clock.h"
+#include "Base/Error.h"
+#include "Input/InputTrust.h"
+#include "Insertion/KeyEventPoster.h"
+#include "Insertion/Pasteboard.h"
+
+#include <memory>
+#include <stop_token>
+
+namespace talmo {
+
+/// Why nothing was inserted, each with the sentence the user sees.
+class TextInsertionError : public Error {
+public:
+    enum class Case { AccessibilityNotGranted, EmptyText };
+
+    explicit TextInsertionError(Case which);
+
+    Case which() const { return m_case; }
+
+private:
+    Case m_case;
+};
+
+/// Inserts by pasting: the text goes onto the pasteboard, the paste shortcut is posted, the pasteboard is given back.
+/// One insertion at a time.
+class ClipboardPasteInsertionService final : public TextInsertionService {
+public:
+    /// The V key and the Command modifier: the paste shortcut.
+    static constexpr quint16 pasteKeyCode = 9;
+    static constexpr quint64 commandFlag = 0x100000;
+    /// How long the changed pasteboard may take to be seen by the program in front.
+    static constexpr Duration pasteboardChangeTime = std::chrono::milliseconds(15);
+    /// How long the program in front has to read it.
+    static constexpr Duration pasteTime = std::chrono::milliseconds(65);
+
+    ClipboardPasteInsertionService(std::shared_ptr<Pasteboard> pasteboard, std::shared_ptr<KeyEventPoster> keyPoster,
+                                   std::shared_ptr<InputTrust> inputTrust, std::shared_ptr<Clock> clock);
+
+    QCoro::Task<void> insert(QString text) override;
+
+    /// The same, cancellable during its two waits; what was done until then stays done.
+    QCoro::Task<void> insert(QString text, std::stop_token stop);
+
+private:
+    struct Parts {
+        std::shared_ptr<Pasteboard> pasteboard;
+        std::shared_ptr<KeyEventPoster> keyPoster;
+        std::shared_ptr<InputTrust> inputTrust;
+        std::shared_ptr<Clock> clock;
+    };
+    static QCoro::Task<void> paste(Parts parts, QString text, std::stop_token stop);
+    static void postPasteShortcut(KeyEventPoster &poster);
+
+    Parts m_parts;
+};
+
+} // namespace talmo

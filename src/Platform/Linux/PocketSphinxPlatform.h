@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Base/SerialExecutor.h"
+#include "Platform/Linux/PocketSphinxDecoder.h"
+#include "Speech/SpeechPlatform.h"
+
+#include <memory>
+#include <optional>
+
+namespace talmo {
+
+/// The recogniser that every machine has: PocketSphinx with Debian's English model.
+class PocketSphinxPlatform final : public SpeechPlatform {
+public:
+    /// `executor`: the thread on which everything is decoded. An empty folder stands for Debian's.
+    explicit PocketSphinxPlatform(std::shared_ptr<SerialExecutor> executor, const QString &modelFolder = {});
+
+    bool isAvailable() const override { return true; }
+    QFuture<std::optional<QString>> supportedLocale(const QString &locale) override;
+    std::shared_ptr<SpeechTranscriber> makeTranscriber(const QString &supportedLocale,
+                                                       TranscriberConfiguration configuration) override;
+    QFuture<AssetStatus> assetStatus(const std::shared_ptr<SpeechTranscriber> &transcriber) override;
+    QFuture<std::shared_ptr<AssetInstallationRequest>>
+    assetInstallationRequest(const std::shared_ptr<SpeechTranscriber> &transcriber) override;
+    QFuture<std::optional<AudioFormat>>
+    bestAvailableAudioFormat(const std::shared_ptr<SpeechTranscriber> &transcriber) override;
+    std::shared_ptr<SpeechAnalyzer> makeAnalyzer(const std::shared_ptr<SpeechTranscriber> &transcriber) override;
+
+    /// Loads the model ahead of a recording that may come. Any thread, returns at once, fails silently.
+    void warmUp();
+
+private:
+    std::shared_ptr<SerialExecutor> m_executor;
+    std::shared_ptr<PocketSphinxDecoderPool> m_pool;
+};
+
+/// The model's locale for any kind of English, and for a system that names no language at all ("C", "POSIX").
+std::optional<QString> englishModelLocale(const QString &locale);
+
+} // namespace talmo

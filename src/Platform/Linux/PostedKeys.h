@@ -1,0 +1,29 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <deque>
+#include <mutex>
+
+namespace talmo {
+
+/// The keys that Talmo itself has posted and not yet seen come back, so that its key monitor can tell them from the
+/// user's. Any thread.
+class PostedKeys {
+public:
+    void expect(std::uint8_t keyCode, bool isDown);
+
+    /// True, once for every expected key, when this is one of ours.
+    bool take(std::uint8_t keyCode, bool isDown);
+
+private:
+    struct Key {
+        std::uint8_t keyCode;
+        bool isDown;
+        std::chrono::steady_clock::time_point posted;
+    };
+    std::mutex m_mutex;
+    std::deque<Key> m_expected;
+};
+
+} // namespace talmo

@@ -1,0 +1,151 @@
+#include "Platform/Linux/PulseAudioEngine.h"
+
+#include "Base/Error.h"
+#include "Base/Log.h"
+
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+PulseConnection::Deadline soon()
+{
+    return std::chrono::steady_clock::now() + std::chrono::milliseconds(500);
+}
+
+} // namespace
+
+PulseAudioEngine::~PulseAudioEngine() = default;
+
+std::shared_ptr<PulseConnection> PulseAudioEngine::ensureConnection(PulseConnection::Deadline deadline)
+{
+    std::shared_ptr<PulseConnection> connection;
+    {
+        const std::lock_guard lock(m_mutex);
+        connection = m_connection;
+    }
+    if (connection && connection->isAlive()) {
+        return connection;
+    }
+    connection = PulseConnection::open(deadline);
+    const std::lock_guard lock(m_mutex);
+    m_capture.reset();
+    m_connection = connection;
+    return connection;
+}
+
+AudioFormat PulseAudioEngine::inputFormat()
+{
+    const auto deadline = soon();
+    try {
+        const auto source = ensureConnection(deadline)->defaultSource(deadline);
+        const std::lock_guard lock(m_mutex);
+        if (m_capture && (source.name != m_source.name || source.format != m_source.format)) {
+            m_capture.reset(); // Made ahead for another microphone.
+        }
+        m_source = source;
+        return source.format;
+    } catch (const Error &error) {
+        generalLog().error("no sound server: %@", {error.localizedDescription()});
+        const std::lock_guard lock(m_mutex);
+        m_capture.reset();
+        m_connection.reset();
+        return {};
+    }
+}
+
+void PulseAudioEngine::installTap(quint32 bufferSize, AudioBufferHandler handler)
+{
+    const std::lock_guard lock(m_mutex);
+    if (m_source.format.bytesPerFrame() == 0 || bufferSize == 0) {
+        throw Error(QStringLiteral("There is nothing to tap."));
+    }
+    m_blocks = std::make_unique<FrameBlocks>(m_source.format, bufferSize, std::move(handler));
+}
+
+void PulseAudioEngine::prepare()
+{
+    // Everything is made ready when it is first needed.
+}
+
+std::unique_ptr<PulseCapture> PulseAudioEngine::openCapture(PulseConnection::Deadline deadline)
+{
+    std::shared_ptr<PulseConnection> connection;
+    PulseSource source;
+    {
+        const std::lock_guard lock(m_mutex);
+        connection = m_connection;
+        source = m_source;
+    }
+    if (!connection) {
+        throw Error(QStringLiteral("The sound server went away."));
+    }
+    return PulseCapture::open(connection, source, deadline);
+}
+
+void PulseAudioEngine::start()
+{
+    bool isReady = false;
+    {
+        const std::lock_guard lock(m_mutex);
+        isReady = m_capture && m_capture->isAlive();
+    }
+    std::unique_ptr<PulseCapture> fresh = isReady ? nullptr : openCapture(soon());
+    const std::lock_guard lock(m_mutex);
+    if (fresh) {
+        m_capture = std::move(fresh);
+    }
+    if (!m_capture || !m_blocks) {
+        throw Error(QStringLiteral("The sound server went away."));
+    }
+    m_capture->begin(std::move(m_blocks));
+}
+
+void PulseAudioEngine::removeTap()
+{
+    const std::lock_guard lock(m_mutex);
+    m_blocks.reset();
+    if (m_capture && m_capture->isRunning()) {
+        m_capture->end();
+    }
+}
+
+void PulseAudioEngine::stop()
+{
+    const std::lock_guard lock(m_mutex);
+    if (m_capture && (!m_capture->isAlive() || m_capture->isStalled())) {
+        // A server that died or got stuck is not asked again: the next recording connects anew.
+        m_connection.reset();
+    }
+    m_capture.reset();
+}
+
+void PulseAudioEngine::warmUp()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_capture) {
+            return;
+        }
+    }
+    if (inputFormat().channelCount == 0) {
+        return;
+    }
+    try {
+        auto capture = openCapture(soon());
+        const std::lock_guard lock(m_mutex);
+        m_capture = std::move(capture);
+    } catch (const Error &) { // NOLINT(bugprone-empty-catch): the start meets the same and tells the user.
+    }
+}
+
+void PulseAudioEngine::coolDown()
+{
+    const std::lock_guard lock(m_mutex);
+    if (m_capture && !m_capture->isRunning()) {
+        m_capture.reset();
+    }
+}
+
+} // namespace talmo

@@ -1,0 +1,63 @@
+#include "Platform/RunTalmo.h"
+
+#include "Base/Application.h"
+#include "Base/Error.h"
+#include "Base/Log.h"
+#include "Base/Task.h"
+#include "Platform/Linux/QuitSignals.h"
+#include "Platform/Linux/TalmoApp.h"
+#include "Platform/Linux/XConnection.h"
+
+#include <QGuiApplication>
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+namespace talmo {
+
+namespace {
+
+QCoro::Task<void> quit(TalmoApp *app)
+{
+    co_await app->shutDown();
+    QCoreApplication::quit();
+}
+
+int fail(const Error &error)
+{
+    std::fprintf(stderr, "talmo: %s\n", qUtf8Printable(error.localizedDescription()));
+    return EXIT_FAILURE;
+}
+
+} // namespace
+
+int runTalmo(int argc, char **argv)
+{
+    try {
+        const XConnection probe; // Qt ends the process without a display; a sentence is better.
+    } catch (const Error &error) {
+        return fail(error);
+    }
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "xcb");
+    }
+    QGuiApplication application(argc, argv);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    QGuiApplication::setDesktopFileName(bundleIdentifier());
+    QGuiApplication::setApplicationName(QStringLiteral("Talmo"));
+    try {
+        QuitSignals signalsToQuit;
+        TalmoApp app;
+        app.start();
+        QObject::connect(
+            &signalsToQuit, &QuitSignals::quitRequested, &app, [&app] { logEscapes(quit(&app)); },
+            Qt::SingleShotConnection);
+        generalLog().info("ready: hold Right Ctrl and speak");
+        return QGuiApplication::exec();
+    } catch (const Error &error) {
+        return fail(error);
+    }
+}
+
+} // namespace talmo

@@ -1,0 +1,153 @@
+#include "Platform/Linux/TalmoApp.h"
+
+#include "Base/Log.h"
+#include "Base/Task.h"
+#include "Cleanup/TextCleanupService.h"
+#include "Input/AudioRecorder.h"
+#include "Input/GlobalHotkeyManager.h"
+#include "Input/PermissionsManager.h"
+#include "Insertion/ClipboardPasteInsertionService.h"
+#include "Platform/Linux/LinuxAuthorizationSource.h"
+#include "Platform/Linux/PocketSphinxPlatform.h"
+#include "Platform/Linux/PulseAudioEngine.h"
+#include "Platform/Linux/SpeexAudioConverter.h"
+#include "Platform/Linux/SystemLocaleSource.h"
+#include "Platform/Linux/TimerFdClock.h"
+#include "Platform/Linux/XInput2EventMonitor.h"
+#include "Platform/Linux/XInputTrust.h"
+#include "Platform/Linux/XSession.h"
+#include "Platform/Linux/XTestKeyEventPoster.h"
+#include "Platform/Linux/XcbPasteboard.h"
+#include "Settings/TalmoSettings.h"
+#include "Speech/SpeechTranscriptionService.h"
+
+#include <QGuiApplication>
+
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+/// A stream made ahead of a dictation that does not come is let go after this time.
+constexpr Duration warmStreamTime = std::chrono::milliseconds(500);
+
+/// Stands where the overlay will: the state is in the log.
+class NoOverlay final : public OverlayService {
+public:
+    void show() override {}
+    void hide() override {}
+};
+
+bool isApplicationActive()
+{
+    return QGuiApplication::focusWindow() != nullptr;
+}
+
+} // namespace
+
+TalmoApp::TalmoApp()
+    : m_mainExecutor(SerialExecutor::onCurrentThread()),
+      m_speechExecutor(SerialExecutor::onNewThread(QStringLiteral("talmo-speech"))),
+      m_recogniserExecutor(SerialExecutor::onNewThread(QStringLiteral("talmo-decoder"))),
+      m_cleanupExecutor(SerialExecutor::onNewThread(QStringLiteral("talmo-cleanup"))),
+      m_clock(std::make_shared<TimerFdClock>()),
+      m_xSession(XSession::open()),
+      m_eventMonitor(std::make_shared<XInput2EventMonitor>(m_xSession->postedKeys(), &isApplicationActive)),
+      m_pasteboard(std::make_shared<XcbPasteboard>(m_xSession)),
+      m_audioEngine(std::make_shared<PulseAudioEngine>()),
+      m_speechPlatform(std::make_shared<PocketSphinxPlatform>(m_recogniserExecutor))
+{
+    TalmoCoordinator::setSharedFactory([this] { return makeCoordinator(); });
+}
+
+TalmoApp::~TalmoApp()
+{
+    TalmoCoordinator::releaseShared();
+    TalmoCoordinator::setSharedFactory({});
+}
+
+std::unique_ptr<TalmoCoordinator> TalmoApp::makeCoordinator()
+{
+    const auto trust = std::make_shared<XInputTrust>(m_xSession, m_eventMonitor);
+    const auto poster = std::make_shared<XTestKeyEventPoster>(m_xSession, m_pasteboard->transaction());
+    m_recorder = std::make_shared<AudioRecorder>(m_audioEngine);
+    m_transcription = std::make_shared<SpeechTranscriptionService>(
+        m_speechPlatform, std::make_shared<SpeexAudioConverterFactory>(), m_speechExecutor, m_mainExecutor);
+
+    CoordinatorParts parts;
+    parts.permissions = std::make_shared<PermissionsManager>(std::make_shared<LinuxAuthorizationSource>(), trust);
+    parts.settings = std::make_shared<TalmoSettings>();
+    parts.audioRecorder = m_recorder;
+    parts.transcriptionService = m_transcription;
+    parts.hotkeyManager = std::make_shared<GlobalHotkeyManager>(m_eventMonitor, trust, m_clock, m_mainExecutor);
+    parts.textCleanupService = std::make_shared<TextCleanupService>(m_cleanupExecutor);
+    parts.insertionService = std::make_shared<ClipboardPasteInsertionService>(m_pasteboard, poster, trust, m_clock);
+    parts.locale = std::make_shared<SystemLocaleSource>();
+    parts.clock = m_clock;
+    parts.mainExecutor = m_mainExecutor;
+    parts.makeOverlay = [](TalmoCoordinator &) { return std::make_unique<NoOverlay>(); };
+    return std::make_unique<TalmoCoordinator>(std::move(parts));
+}
+
+void TalmoApp::start()
+{
+    auto &coordinator = TalmoCoordinator::shared();
+    followState(coordinator);
+    // Before the coordinator's own monitors, so that everything is being made ready while the hold is still undecided.
+    warmUpOnPress();
+    coordinator.start();
+}
+
+/// One line per state, for as long as nothing else shows it.
+void TalmoApp::followState(TalmoCoordinator &coordinator)
+{
+    const auto lastState = std::make_shared<TalmoState>(coordinator.state());
+    connect(
+        &coordinator, &Observable::objectWillChange, this,
+        [&coordinator, lastState] {
+            if (*lastState == coordinator.state()) {
+                return;
+            }
+            *lastState = coordinator.state();
+            generalLog().info("state: %s", {name(coordinator.state())});
+        },
+        Qt::QueuedConnection);
+}
+
+void TalmoApp::warmUpOnPress()
+{
+    m_warmUpMonitor = m_eventMonitor->addGlobalMonitor(
+        GlobalHotkeyManager::flagsChangedMask,
+        [engine = m_audioEngine, platform = m_speechPlatform, clock = std::shared_ptr<Clock>(m_clock),
+         executor = m_speechExecutor](const FlagsChangedEvent &event) {
+            if ((event.modifierFlags & GlobalHotkeyManager::functionFlag) == 0) {
+                return;
+            }
+            platform->warmUp();
+            executor->post([engine, clock] {
+                engine->warmUp();
+                logEscapes(coolDownLater(engine, clock));
+            });
+        });
+}
+
+QCoro::Task<void> TalmoApp::coolDownLater(std::shared_ptr<PulseAudioEngine> engine, std::shared_ptr<Clock> clock)
+{
+    co_await clock->sleep(warmStreamTime);
+    engine->coolDown();
+}
+
+QCoro::Task<void> TalmoApp::shutDown()
+{
+    m_warmUpMonitor.reset();
+    if (m_recorder) {
+        m_recorder->stop();
+    }
+    if (const auto transcription = m_transcription) {
+        co_await transcription->cancelTranscription();
+    }
+    co_await m_pasteboard->shutDown();
+}
+
+} // namespace talmo

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "App/TalmoCoordinator.h"
+#include "Base/SerialExecutor.h"
+
+#include <QObject>
+
+#include <memory>
+
+namespace talmo {
+
+class PocketSphinxPlatform;
+class PulseAudioEngine;
+class TimerFdClock;
+class XcbPasteboard;
+class XInput2EventMonitor;
+class XSession;
+
+/// Puts Talmo together: the one place that knows every concrete class. Main thread.
+class TalmoApp final : public QObject {
+    Q_OBJECT
+
+public:
+    /// Throws Error when there is no display.
+    TalmoApp();
+    ~TalmoApp() override;
+
+    /// Builds the coordinator and starts listening for the key.
+    void start();
+
+    /// Ends in any state: capture, recognition, a pending restore of the clipboard. Finishes within three seconds;
+    /// call it once, before the event loop ends.
+    QCoro::Task<void> shutDown();
+
+private:
+    std::unique_ptr<TalmoCoordinator> makeCoordinator();
+    void followState(TalmoCoordinator &coordinator);
+    void warmUpOnPress();
+    static QCoro::Task<void> coolDownLater(std::shared_ptr<PulseAudioEngine> engine, std::shared_ptr<Clock> clock);
+
+    std::shared_ptr<SerialExecutor> m_mainExecutor;
+    std::shared_ptr<SerialExecutor> m_speechExecutor;
+    std::shared_ptr<SerialExecutor> m_recogniserExecutor;
+    std::shared_ptr<SerialExecutor> m_cleanupExecutor;
+    std::shared_ptr<TimerFdClock> m_clock;
+    std::shared_ptr<XSession> m_xSession;
+    std::shared_ptr<XInput2EventMonitor> m_eventMonitor;
+    std::shared_ptr<XcbPasteboard> m_pasteboard;
+    std::shared_ptr<PulseAudioEngine> m_audioEngine;
+    std::shared_ptr<PocketSphinxPlatform> m_speechPlatform;
+    std::shared_ptr<RecorderService> m_recorder;
+    std::shared_ptr<TranscriptionService> m_transcription;
+    std::shared_ptr<void> m_warmUpMonitor;
+};
+
+} // namespace talmo

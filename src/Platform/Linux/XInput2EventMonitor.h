@@ -1,0 +1,64 @@
+#pragma once
+
+#include "Input/EventMonitor.h"
+#include "Platform/Linux/PostedKeys.h"
+#include "Platform/Linux/RepeatPairFilter.h"
+#include "Platform/Linux/StandInKeyFilter.h"
+#include "Platform/Linux/XConnection.h"
+
+#include <QList>
+#include <QObject>
+#include <QSocketNotifier>
+#include <QTimer>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace talmo {
+
+/// Sees the keys of the whole X session as raw events of XInput 2.2, under another program's grab too, and takes none
+/// from anybody. Main thread.
+class XInput2EventMonitor final : public EventMonitor {
+public:
+    /// Opens a connection of its own; throws Error when there is no display. `isApplicationActive` tells whether keys
+    /// go to one of Talmo's own windows just now.
+    XInput2EventMonitor(std::shared_ptr<PostedKeys> postedKeys, std::function<bool()> isApplicationActive);
+    ~XInput2EventMonitor() override;
+
+    std::shared_ptr<EventMonitorToken>
+    addGlobalMonitor(quint64 eventMask, std::function<void(const FlagsChangedEvent &)> handler) override;
+    std::shared_ptr<EventMonitorToken>
+    addLocalMonitor(quint64 eventMask,
+                    std::function<std::optional<FlagsChangedEvent>(const FlagsChangedEvent &)> handler) override;
+
+    /// The server has XInput 2.2: keys can be seen.
+    bool isUsable() const { return m_opcode != 0 && !m_connection.isBroken(); }
+
+    /// The key symbols of the keys that stand in for fn: Right Ctrl, the laptop's fn where the system sees it, F13.
+    static QList<quint32> defaultStandIns();
+
+private:
+    struct Monitor;
+
+    bool selectRawKeys();
+    void readStandIns();
+    void readEvents();
+    void collect(const xcb_generic_event_t &event);
+    void handleCollected(bool isPatienceOver);
+    void handleKey(const RawKey &key);
+    void report(bool isDown);
+
+    XConnection m_connection;
+    std::shared_ptr<PostedKeys> m_postedKeys;
+    std::function<bool()> m_isApplicationActive;
+    quint8 m_opcode = 0;
+    QSocketNotifier m_notifier;
+    StandInKeyFilter m_filter;
+    RepeatPairFilter m_collected;
+    QTimer m_patience;
+    std::vector<std::weak_ptr<Monitor>> m_monitors;
+};
+
+} // namespace talmo

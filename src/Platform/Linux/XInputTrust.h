@@ -1,0 +1,24 @@
+#pragma once
+
+#include "Input/InputTrust.h"
+#include "Platform/Linux/XInput2EventMonitor.h"
+#include "Platform/Linux/XSession.h"
+
+#include <memory>
+
+namespace talmo {
+
+/// On X11 nobody grants anything: trusted is who has a server with XInput 2.2, to see keys, and XTEST, to type.
+class XInputTrust final : public InputTrust {
+public:
+    XInputTrust(const std::shared_ptr<XSession> &session, std::shared_ptr<XInput2EventMonitor> monitor);
+
+    bool isTrusted() const override;
+    bool requestTrust() override { return isTrusted(); }
+
+private:
+    std::shared_ptr<XInput2EventMonitor> m_monitor;
+    bool m_hasXTest;
+};
+
+} // namespace talmo

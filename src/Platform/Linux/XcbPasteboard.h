@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Insertion/Pasteboard.h"
+#include "Platform/Linux/PasteTransaction.h"
+#include "Platform/Linux/XSession.h"
+
+#include <functional>
+#include <memory>
+
+namespace talmo {
+
+/// The clipboard of the X session. The calls are carried out on the session's thread in their order.
+class XcbPasteboard final : public Pasteboard {
+public:
+    explicit XcbPasteboard(std::shared_ptr<XSession> session);
+    ~XcbPasteboard() override;
+
+    void beginPaste() override;
+    void endPaste() override;
+    QFuture<QList<PasteboardItem>> items() override;
+    void clearContents() override;
+    void setString(const QString &text) override;
+    void writeItems(const QList<PasteboardItem> &items) override;
+    QFuture<void> settled() override;
+
+    /// Completes a pending restore and hands the clipboard on; the last call. Finishes within two and a half seconds.
+    QFuture<void> shutDown();
+
+    /// What the chord and the clipboard share; for the session's thread.
+    std::shared_ptr<PasteTransaction> transaction() const { return m_transaction; }
+
+private:
+    void post(std::function<void(PasteTransaction &)> work);
+
+    std::shared_ptr<XSession> m_session;
+    std::shared_ptr<PasteTransaction> m_transaction;
+};
+
+} // namespace talmo

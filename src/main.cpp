@@ -1,0 +1,6 @@
+#include "Platform/RunTalmo.h"
+
+int main(int argc, char **argv)
+{
+    return talmo::runTalmo(argc, argv);
+}
