@@ -5,14 +5,29 @@
 
 namespace talmo {
 
-QuitSignals::QuitSignals()
+namespace {
+
+sigset_t quitSignals()
 {
     sigset_t signals;
     sigemptyset(&signals);
     for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
         sigaddset(&signals, number);
     }
+    return signals;
+}
+
+} // namespace
+
+void QuitSignals::holdBack()
+{
+    const sigset_t signals = quitSignals();
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+}
+
+QuitSignals::QuitSignals()
+{
+    const sigset_t signals = quitSignals();
     m_descriptor = FileDescriptor(signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC));
     m_notifier = std::make_unique<QSocketNotifier>(m_descriptor.get(), QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, [this] {

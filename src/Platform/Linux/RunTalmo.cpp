@@ -34,6 +34,7 @@ int fail(const Error &error)
 
 int runTalmo(int argc, char **argv)
 {
+    QuitSignals::holdBack();
     try {
         const XConnection probe; // Qt ends the process without a display; a sentence is better.
     } catch (const Error &error) {

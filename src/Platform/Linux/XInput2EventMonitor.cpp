@@ -123,13 +123,18 @@ std::shared_ptr<EventMonitorToken> XInput2EventMonitor::addLocalMonitor(
 
 void XInput2EventMonitor::readEvents()
 {
-    bool isMappingChanged = false;
-    while (const XcbPtr<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.get())}) {
-        isMappingChanged = isMappingChanged || (event->response_type & 0x7f) == XCB_MAPPING_NOTIFY;
-        collect(*event);
-    }
-    if (isMappingChanged) {
-        readStandIns();
+    // Reading the keyboard again waits for the server's answers, and events that come with those are only found by
+    // looking once more: nothing else would wake us for them.
+    bool isMappingChanged = true;
+    while (isMappingChanged) {
+        isMappingChanged = false;
+        while (const XcbPtr<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.get())}) {
+            isMappingChanged = isMappingChanged || (event->response_type & 0x7f) == XCB_MAPPING_NOTIFY;
+            collect(*event);
+        }
+        if (isMappingChanged) {
+            readStandIns();
+        }
     }
     if (m_connection.isBroken()) {
         m_notifier.setEnabled(false); // Its end of file would wake us for ever.

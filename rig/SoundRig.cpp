@@ -1,0 +1,117 @@
+#include "SoundRig.h"
+
+#include "Base/Error.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <csignal>
+
+namespace talmo::rig {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+} // namespace
+
+SoundRig::SoundRig(const QString &folder, QProcessEnvironment &environment)
+    : m_folder(folder)
+{
+    QDir(folder).mkpath(QStringLiteral("."));
+    QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    const QString address = QStringLiteral("unix:%1/native").arg(folder);
+    environment.insert(QStringLiteral("PULSE_SERVER"), address);
+    qputenv("PULSE_SERVER", QFile::encodeName(address));
+    m_environment = environment;
+    startServer();
+}
+
+SoundRig::~SoundRig() = default;
+
+void SoundRig::startServer()
+{
+    auto environment = m_environment;
+    environment.remove(QStringLiteral("DISPLAY"));
+    environment.remove(QStringLiteral("PULSE_SERVER"));
+    // An idle null sink renders in blocks of up to two seconds unless told that nobody rewinds it.
+    const QStringList arguments = {
+        QStringLiteral("--daemonize=no"), QStringLiteral("--exit-idle-time=-1"), QStringLiteral("--use-pid-file=no"),
+        QStringLiteral("-n"), QStringLiteral("--realtime=no"), QStringLiteral("--log-target=stderr"),
+        QStringLiteral("--log-level=notice"),
+        QStringLiteral("-L"), QStringLiteral("module-native-protocol-unix socket=%1/native auth-anonymous=1").arg(m_folder),
+        QStringLiteral("-L"),
+        QStringLiteral("module-null-sink sink_name=speech rate=48000 channels=2 format=float32le norewinds=1")};
+    m_server = std::make_unique<ChildProcess>(QStringLiteral("pulseaudio"), arguments, environment);
+    const auto deadline = std::chrono::steady_clock::now() + 20s;
+    while (control({QStringLiteral("info")}).isEmpty()) {
+        if (!m_server->isRunning() || std::chrono::steady_clock::now() > deadline) {
+            throw Error(QStringLiteral("pulseaudio did not start: ") + m_server->output());
+        }
+        waitUntil([] { return false; }, 50ms);
+    }
+    addMicrophone();
+}
+
+QString SoundRig::control(const QStringList &arguments)
+{
+    QProcess process;
+    process.setProcessEnvironment(m_environment);
+    process.start(QStringLiteral("pactl"), arguments);
+    const bool hasEnded = process.waitForFinished(5000);
+    return hasEnded && process.exitCode() == 0 ? QString::fromUtf8(process.readAllStandardOutput()).trimmed() : QString();
+}
+
+void SoundRig::addMicrophone()
+{
+    m_microphoneModule = control({QStringLiteral("load-module"), QStringLiteral("module-remap-source"),
+                                  QStringLiteral("master=speech.monitor"), QStringLiteral("source_name=mic")});
+    control({QStringLiteral("set-default-source"), QStringLiteral("mic")});
+    if (m_microphoneModule.isEmpty()) {
+        throw Error(QStringLiteral("The sound server made no microphone: ") + m_server->output());
+    }
+}
+
+void SoundRig::removeMicrophone()
+{
+    control({QStringLiteral("unload-module"), m_microphoneModule});
+}
+
+std::unique_ptr<ChildProcess> SoundRig::startPlaying(const QString &wavFile)
+{
+    return std::make_unique<ChildProcess>(
+        QStringLiteral("paplay"),
+        QStringList{QStringLiteral("--device=speech"), QStringLiteral("--latency-msec=20"), wavFile}, m_environment);
+}
+
+void SoundRig::play(const QString &wavFile)
+{
+    const auto player = startPlaying(wavFile);
+    waitUntil([&player] { return !player->isRunning(); }, 60s);
+    if (player->terminate() != 0) {
+        throw Error(QStringLiteral("The speech could not be played: ") + player->output());
+    }
+}
+
+void SoundRig::killServer()
+{
+    m_server->kill();
+}
+
+void SoundRig::restartServer()
+{
+    QFile::remove(m_folder + QStringLiteral("/native"));
+    startServer();
+}
+
+void SoundRig::freeze()
+{
+    ::kill(static_cast<pid_t>(m_server->processId()), SIGSTOP);
+}
+
+void SoundRig::thaw()
+{
+    ::kill(static_cast<pid_t>(m_server->processId()), SIGCONT);
+}
+
+} // namespace talmo::rig

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "ChildProcess.h"
+
+#include <QProcessEnvironment>
+#include <QString>
+
+#include <memory>
+
+namespace talmo::rig {
+
+/// A private sound server whose default microphone hears what is played into it.
+class SoundRig {
+public:
+    /// `folder` is private to the server. Sets PULSE_SERVER for this process and adds it to `environment`. Throws Error.
+    SoundRig(const QString &folder, QProcessEnvironment &environment);
+    ~SoundRig();
+    SoundRig(const SoundRig &) = delete;
+    SoundRig &operator=(const SoundRig &) = delete;
+
+    /// Plays a file into the microphone to its end. Throws Error.
+    void play(const QString &wavFile);
+    /// Begins to play it and returns.
+    std::unique_ptr<ChildProcess> startPlaying(const QString &wavFile);
+    /// Takes the microphone away: the server then has none.
+    void removeMicrophone();
+    void addMicrophone();
+    void killServer();
+    /// After killServer().
+    void restartServer();
+    /// The server stops answering, and goes on when told so.
+    void freeze();
+    void thaw();
+
+private:
+    void startServer();
+    QString control(const QStringList &arguments);
+
+    QString m_folder;
+    QProcessEnvironment m_environment;
+    QString m_microphoneModule;
+    std::unique_ptr<ChildProcess> m_server;
+};
+
+} // namespace talmo::rig

@@ -1,0 +1,169 @@
+#include "VirtualDesktop.h"
+
+#include "Base/Error.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <poll.h>
+
+#include <cstring>
+
+namespace talmo::rig {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+QByteArray property(XConnection &connection, xcb_window_t window, xcb_atom_t name)
+{
+    const auto cookie = xcb_get_property(connection.get(), 0, window, name, XCB_GET_PROPERTY_TYPE_ANY, 0, 4096);
+    const XcbPtr<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection.get(), cookie, nullptr));
+    return reply ? QByteArray(static_cast<const char *>(xcb_get_property_value(reply.get())),
+                              xcb_get_property_value_length(reply.get()))
+                 : QByteArray();
+}
+
+/// Waits for any event of the connection's; false when the time is up.
+bool waitForEvent(XConnection &connection, std::chrono::steady_clock::time_point deadline)
+{
+    while (true) {
+        if (const XcbPtr<xcb_generic_event_t> event{xcb_poll_for_event(connection.get())}) {
+            return true;
+        }
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
+        pollfd descriptor{connection.fileDescriptor(), POLLIN, 0};
+        if (left.count() <= 0 || poll(&descriptor, 1, static_cast<int>(left.count())) <= 0) {
+            return false;
+        }
+    }
+}
+
+} // namespace
+
+VirtualDesktop::VirtualDesktop()
+    : m_environment(QProcessEnvironment::systemEnvironment()),
+      m_previousDisplay(qgetenv("DISPLAY"))
+{
+    for (const auto &name : {"run", "config", "state", "cache", "data"}) {
+        QDir(m_folder.path()).mkpath(QString::fromLatin1(name));
+    }
+    const QString run = m_folder.filePath(QStringLiteral("run"));
+    QFile::setPermissions(run, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    const std::pair<const char *, QString> variables[] = {
+        {"HOME", m_folder.path()},
+        {"XDG_RUNTIME_DIR", run},
+        {"XDG_CONFIG_HOME", m_folder.filePath(QStringLiteral("config"))},
+        {"XDG_STATE_HOME", m_folder.filePath(QStringLiteral("state"))},
+        {"XDG_CACHE_HOME", m_folder.filePath(QStringLiteral("cache"))},
+        {"XDG_DATA_HOME", m_folder.filePath(QStringLiteral("data"))},
+        {"LANG", QStringLiteral("C.UTF-8")},
+        {"LC_ALL", QStringLiteral("C.UTF-8")},
+        {"QT_QPA_PLATFORM", QStringLiteral("xcb")},
+        {"GDK_BACKEND", QStringLiteral("x11")},
+        {"NO_AT_BRIDGE", QStringLiteral("1")},
+        {"QT_FORCE_STDERR_LOGGING", QStringLiteral("1")},
+    };
+    for (const auto &[name, value] : variables) {
+        m_environment.insert(QString::fromLatin1(name), value);
+    }
+    m_environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
+    m_environment.remove(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"));
+    startServer();
+    m_connection = std::make_unique<XConnection>();
+    startWindowManager();
+}
+
+VirtualDesktop::~VirtualDesktop()
+{
+    m_connection.reset();
+    m_windowManager.reset();
+    m_server.reset();
+    qputenv("DISPLAY", m_previousDisplay);
+}
+
+void VirtualDesktop::startServer()
+{
+    m_server = std::make_unique<ChildProcess>(
+        QStringLiteral("Xvfb"),
+        QStringList{QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"), QStringLiteral("0"),
+                    QStringLiteral("1024x640x24"), QStringLiteral("-nolisten"), QStringLiteral("tcp"),
+                    QStringLiteral("-noreset")},
+        m_environment);
+    // It writes the number of the display once it serves it, and nothing else that is only digits.
+    QString number;
+    const bool isReady = waitUntil(
+        [this, &number] {
+            for (const auto &line : m_server->lines()) {
+                bool isNumber = false;
+                line.text.toInt(&isNumber);
+                number = isNumber ? line.text : number;
+            }
+            return !number.isEmpty() || !m_server->isRunning();
+        },
+        20s);
+    if (!isReady || number.isEmpty()) {
+        throw Error(QStringLiteral("Xvfb did not start: ") + m_server->output());
+    }
+    const QString display = QLatin1Char(':') + number;
+    m_environment.insert(QStringLiteral("DISPLAY"), display);
+    qputenv("DISPLAY", display.toLatin1());
+}
+
+void VirtualDesktop::startWindowManager()
+{
+    constexpr quint32 events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(m_connection->get(), m_connection->root(), XCB_CW_EVENT_MASK, &events);
+    m_connection->flush();
+    m_windowManager = std::make_unique<ChildProcess>(QStringLiteral("openbox"), QStringList{}, m_environment);
+    const auto isRunning = [this] {
+        return !property(*m_connection, m_connection->root(), m_connection->atom("_NET_SUPPORTING_WM_CHECK")).isEmpty();
+    };
+    const auto deadline = std::chrono::steady_clock::now() + 20s;
+    while (!isRunning()) {
+        if (!waitForEvent(*m_connection, deadline)) {
+            throw Error(QStringLiteral("openbox did not start: ") + m_windowManager->output());
+        }
+    }
+}
+
+QString VirtualDesktop::activeWindowTitle()
+{
+    const QByteArray active =
+        property(*m_connection, m_connection->root(), m_connection->atom("_NET_ACTIVE_WINDOW"));
+    xcb_window_t window = XCB_NONE;
+    if (active.size() == sizeof(window)) {
+        std::memcpy(&window, active.constData(), sizeof(window));
+    }
+    const XcbPtr<xcb_get_input_focus_reply_t> focus(
+        xcb_get_input_focus_reply(m_connection->get(), xcb_get_input_focus(m_connection->get()), nullptr));
+    const bool hasFocus = focus && focus->focus > XCB_INPUT_FOCUS_POINTER_ROOT && focus->focus != m_connection->root();
+    return window != XCB_NONE && hasFocus ? QString::fromUtf8(property(*m_connection, window, XCB_ATOM_WM_NAME))
+                                          : QString();
+}
+
+bool VirtualDesktop::waitForActiveWindow(const QString &title, Patience patience)
+{
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    while (!activeWindowTitle().contains(title)) {
+        if (!waitForEvent(*m_connection, deadline)) {
+            return activeWindowTitle().contains(title);
+        }
+    }
+    return true;
+}
+
+QImage VirtualDesktop::screenshot()
+{
+    const auto width = m_connection->screen().width_in_pixels;
+    const auto height = m_connection->screen().height_in_pixels;
+    const auto cookie = xcb_get_image(m_connection->get(), XCB_IMAGE_FORMAT_Z_PIXMAP, m_connection->root(), 0, 0, width,
+                                      height, ~quint32(0));
+    const XcbPtr<xcb_get_image_reply_t> reply(xcb_get_image_reply(m_connection->get(), cookie, nullptr));
+    if (!reply) {
+        return {};
+    }
+    return QImage(xcb_get_image_data(reply.get()), width, height, QImage::Format_RGB32).copy();
+}
+
+} // namespace talmo::rig

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "ChildProcess.h"
+
+#include "Platform/Linux/XConnection.h"
+
+#include <QImage>
+#include <QProcessEnvironment>
+#include <QTemporaryDir>
+
+#include <memory>
+
+namespace talmo::rig {
+
+/// A private X server with a window manager. Sets DISPLAY and the private folders of this process, for as long as it
+/// lives, so that what is made in this process lands there too.
+class VirtualDesktop {
+public:
+    /// Throws Error when one of the programs is missing or does not start.
+    VirtualDesktop();
+    ~VirtualDesktop();
+    VirtualDesktop(const VirtualDesktop &) = delete;
+    VirtualDesktop &operator=(const VirtualDesktop &) = delete;
+
+    /// For programs that run on this desktop.
+    QProcessEnvironment environment() const { return m_environment; }
+    /// Private to this desktop, gone with it.
+    QString folder() const { return m_folder.path(); }
+
+    /// Waits until the window whose title contains this text is there and has the keyboard.
+    bool waitForActiveWindow(const QString &title, Patience patience);
+    QString activeWindowTitle();
+    /// What is on the screen now. Needs a QGuiApplication for nothing: it is plain image data.
+    QImage screenshot();
+
+private:
+    void startServer();
+    void startWindowManager();
+
+    QTemporaryDir m_folder;
+    QProcessEnvironment m_environment;
+    QByteArray m_previousDisplay;
+    std::unique_ptr<ChildProcess> m_server;
+    std::unique_ptr<ChildProcess> m_windowManager;
+    std::unique_ptr<XConnection> m_connection;
+};
+
+} // namespace talmo::rig
