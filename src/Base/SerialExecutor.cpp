@@ -61,6 +61,7 @@ SerialExecutor::~SerialExecutor()
         m_thread->quit();
         return;
     }
+    m_thread->requestInterruption();
     m_thread->quit();
     m_thread->wait();
     delete m_context;
@@ -74,7 +75,15 @@ bool SerialExecutor::isCurrentThread() const
 
 void SerialExecutor::post(std::function<void()> work)
 {
-    QMetaObject::invokeMethod(m_context, [work = std::move(work)] { runLogged(work); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        m_context,
+        [work = std::move(work)] {
+            // Set when the executor is going: what it has not got to is dropped.
+            if (!QThread::currentThread()->isInterruptionRequested()) {
+                runLogged(work);
+            }
+        },
+        Qt::QueuedConnection);
 }
 
 } // namespace talmo

@@ -1,0 +1,490 @@
+#include "App/TalmoCoordinator.h"
+
+#include "Speech/TranscriptionError.h"
+#include "Support/Printing.h"
+#include "Support/RecordingLog.h"
+#include "Support/RecordingWorld.h"
+
+#include <gmock/gmock.h>
+
+namespace talmo::test {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+const QString permissionMessage = u"Grant microphone and speech-recognition permissions first."_s;
+
+std::exception_ptr failure(const QString &text)
+{
+    return std::make_exception_ptr(Error(text));
+}
+
+class TalmoCoordinatorTest : public testing::Test {
+protected:
+    TalmoCoordinatorTest()
+    {
+        world.coordinator->start();
+        world.takeCalls();
+    }
+
+    void press()
+    {
+        world.hotkeys->down();
+        settle();
+    }
+    void release()
+    {
+        world.hotkeys->up();
+        settle();
+    }
+    TalmoState state() const { return world.coordinator->state(); }
+
+    RecordingLog log;
+    RecordingWorld world;
+};
+
+} // namespace
+
+TEST_F(TalmoCoordinatorTest, aFreshOneIsIdleAndStartListensWithBothCallbacksSet)
+{
+    RecordingWorld fresh;
+    EXPECT_EQ(fresh.coordinator->state(), TalmoState::idle());
+    EXPECT_EQ(fresh.coordinator->liveTranscript(), QString());
+    EXPECT_FALSE(fresh.coordinator->lastError());
+    EXPECT_THAT(fresh.takeCalls(), IsEmpty());
+    fresh.coordinator->start();
+    EXPECT_THAT(fresh.takeCalls(), ElementsAre("hotkeys.start"));
+}
+
+TEST_F(TalmoCoordinatorTest, oneHoldGestureMakesAllItsCallsInOrder)
+{
+    press();
+    EXPECT_EQ(state(), TalmoState::recording());
+    EXPECT_THAT(world.takeCalls(),
+                ElementsAre("modelStatus en_US", "startTranscription en_US", "makeOverlay", "overlay.show"));
+    world.onUpdate(u"hello"_s);
+    EXPECT_EQ(world.coordinator->liveTranscript(), u"hello"_s);
+    release();
+    EXPECT_THAT(world.takeCalls(),
+                ElementsAre("overlay.show", "recorder.stop", "stopTranscription",
+                            "cleanup \"hello world\" ai full 0 Talmo", "overlay.show", "insert \"Hello world.\"",
+                            "overlay.hide"));
+    EXPECT_EQ(state(), TalmoState::idle());
+    EXPECT_EQ(world.coordinator->liveTranscript(), u"Hello world."_s);
+    EXPECT_THAT(log.lines(), ElementsAre(u"general debug: raw transcript: hello world"_s,
+                                         u"general debug: cleaned transcript: Hello world."_s));
+}
+
+TEST_F(TalmoCoordinatorTest, theRecorderStopsBeforeAnyWaiting)
+{
+    press();
+    world.takeCalls();
+    world.hotkeys->up();
+    EXPECT_THAT(world.takeCalls(), ElementsAre("overlay.show", "recorder.stop"));
+    EXPECT_EQ(state(), TalmoState::processing());
+}
+
+TEST_F(TalmoCoordinatorTest, beginReturnsAtOnceAndTheStateStaysUntilTheStartSequenceSucceeds)
+{
+    world.hotkeys->down();
+    EXPECT_THAT(world.takeCalls(), IsEmpty());
+    EXPECT_EQ(state(), TalmoState::idle());
+    settle();
+    EXPECT_EQ(state(), TalmoState::recording());
+}
+
+TEST_F(TalmoCoordinatorTest, withoutPermissionsTheGateShowsItsErrorFor3Seconds)
+{
+    for (const bool isMicrophone : {true, false}) {
+        world.permissions->microphone = isMicrophone ? SimpleStatus::Denied : SimpleStatus::Granted;
+        world.permissions->speech = isMicrophone ? SimpleStatus::Granted : SimpleStatus::NotDetermined;
+        world.takeCalls();
+        press();
+        EXPECT_EQ(state(), TalmoState::error(permissionMessage));
+        EXPECT_EQ(world.coordinator->lastError(), permissionMessage);
+        EXPECT_EQ(world.takeCalls().back(), "overlay.show");
+        EXPECT_EQ(log.lines().back(), u"general debug: error: "_s + permissionMessage);
+        world.clock->advance(3s - 1ns);
+        EXPECT_THAT(world.takeCalls(), IsEmpty());
+        world.clock->advance(1ns);
+        EXPECT_THAT(world.takeCalls(), ElementsAre("overlay.hide"));
+        EXPECT_EQ(state(), TalmoState::error(permissionMessage));
+    }
+}
+
+TEST_F(TalmoCoordinatorTest, aNewDictationClearsTranscriptAndError)
+{
+    world.onStart = [] { return failed<void>(failure(u"no"_s)); };
+    press();
+    EXPECT_EQ(world.coordinator->lastError(), u"no"_s);
+    world.onUpdate(u"late"_s);
+    world.onStart = [] { return ready(); };
+    world.hotkeys->down();
+    EXPECT_EQ(world.coordinator->liveTranscript(), QString());
+    EXPECT_FALSE(world.coordinator->lastError());
+    EXPECT_EQ(state(), TalmoState::error(u"no"_s));
+    settle();
+    EXPECT_EQ(state(), TalmoState::recording());
+}
+
+TEST_F(TalmoCoordinatorTest, everyStateIgnoresTheEventsThatAreNotItsOwn)
+{
+    auto gate = Completion<void>::make();
+    release();
+    EXPECT_THAT(world.takeCalls(), IsEmpty()); // Idle: release.
+    press();
+    world.takeCalls();
+    press();
+    EXPECT_THAT(world.takeCalls(), IsEmpty()); // Recording: press.
+    auto stopGate = Completion<QString>::make();
+    world.onStop = [stopGate] { return stopGate->future(); };
+    world.onInsert = [gate] { return gate->future(); };
+    release();
+    world.takeCalls();
+    press();
+    release();
+    EXPECT_THAT(world.takeCalls(), IsEmpty()); // Processing: both.
+    EXPECT_EQ(state(), TalmoState::processing());
+    stopGate->finish(u"words"_s);
+    settle();
+    EXPECT_EQ(state(), TalmoState::inserting());
+    world.takeCalls();
+    press();
+    release();
+    EXPECT_THAT(world.takeCalls(), IsEmpty()); // Inserting: both.
+    gate->finish();
+    settle();
+    EXPECT_EQ(state(), TalmoState::idle());
+}
+
+TEST_F(TalmoCoordinatorTest, inErrorAReleaseIsIgnored)
+{
+    world.onStart = [] { return failed<void>(failure(u"no"_s)); };
+    press();
+    world.takeCalls();
+    release();
+    EXPECT_THAT(world.takeCalls(), IsEmpty());
+    EXPECT_EQ(state(), TalmoState::error(u"no"_s));
+}
+
+TEST_F(TalmoCoordinatorTest, anUnsupportedLocaleFails)
+{
+    world.onModelStatus = [] { return ready(ModelStatus{false, false}); };
+    press();
+    EXPECT_EQ(state(),
+              TalmoState::error(u"The current language isn't supported for on-device transcription."_s));
+    EXPECT_THAT(world.takeCalls(), ElementsAre("modelStatus en_US", "recorder.stop", "makeOverlay", "overlay.show",
+                                               "cancelTranscription"));
+}
+
+TEST_F(TalmoCoordinatorTest, aMissingModelIsInstalledOnceAndLogged)
+{
+    world.onModelStatus = [] { return ready(ModelStatus{true, false}); };
+    auto gate = Completion<void>::make();
+    world.onInstall = [gate] { return gate->future(); };
+    press();
+    EXPECT_EQ(state(), TalmoState::idle());
+    EXPECT_THAT(log.lines(), ElementsAre(u"general debug: Installing on-device speech model for en_US (one-time "
+                                         u"download, requires internet)…"_s));
+    EXPECT_EQ(log.formats().front(), u"%s"_s);
+    gate->finish();
+    settle();
+    EXPECT_EQ(state(), TalmoState::recording());
+    EXPECT_THAT(world.takeCalls(), ElementsAre("modelStatus en_US", "installModel en_US", "startTranscription en_US",
+                                               "makeOverlay", "overlay.show"));
+}
+
+TEST_F(TalmoCoordinatorTest, aFailedInstallIsShownAndTheNextDictationChecksAgain)
+{
+    world.onModelStatus = [] { return ready(ModelStatus{true, false}); };
+    world.onInstall = [] { return failed<void>(failure(u"offline"_s)); };
+    press();
+    EXPECT_EQ(state(), TalmoState::error(u"offline"_s));
+    world.takeCalls();
+    press();
+    EXPECT_EQ(world.takeCalls().front(), "modelStatus en_US");
+}
+
+TEST_F(TalmoCoordinatorTest, theModelIsCheckedOncePerLocaleAndTheConfirmationSurvivesFailures)
+{
+    press();
+    release();
+    world.takeCalls();
+    world.onInsert = [] { return failed<void>(failure(u"no"_s)); };
+    press();
+    EXPECT_EQ(world.takeCalls().front(), "startTranscription en_US");
+    release();
+    world.takeCalls();
+    press();
+    EXPECT_EQ(world.takeCalls().front(), "startTranscription en_US");
+    release();
+    world.locale = u"en_GB"_s;
+    world.takeCalls();
+    press();
+    EXPECT_EQ(world.takeCalls().front(), "modelStatus en_GB");
+}
+
+TEST_F(TalmoCoordinatorTest, aStartThatThrowsLeavesItsDescription)
+{
+    world.onStart = [] {
+        return failed<void>(
+            std::make_exception_ptr(TranscriptionError(TranscriptionError::Case::NoCompatibleAudioFormat)));
+    };
+    press();
+    EXPECT_EQ(state(), TalmoState::error(u"Couldn't find a compatible audio format for the microphone and speech "
+                                         u"recognizer."_s));
+}
+
+TEST_F(TalmoCoordinatorTest, aReleaseDuringTheStartSequenceIsIgnoredAndTheRecordingStaysUntilTheNext)
+{
+    auto gate = Completion<void>::make();
+    world.onStart = [gate] { return gate->future(); };
+    press();
+    release();
+    gate->finish();
+    settle();
+    EXPECT_EQ(state(), TalmoState::recording());
+    release();
+    EXPECT_EQ(state(), TalmoState::idle());
+}
+
+TEST_F(TalmoCoordinatorTest, aSecondPressDuringTheStartSequenceStartsASecondOne)
+{
+    auto gate = Completion<ModelStatus>::make();
+    world.onModelStatus = [gate] { return gate->future(); };
+    press();
+    press();
+    gate->finish(ModelStatus{true, true});
+    settle();
+    EXPECT_THAT(world.takeCalls(),
+                ElementsAre("modelStatus en_US", "modelStatus en_US", "startTranscription en_US", "makeOverlay",
+                            "overlay.show", "startTranscription en_US", "overlay.show"));
+}
+
+TEST_F(TalmoCoordinatorTest, onErrorTearsDownInAnyState)
+{
+    press();
+    const auto onError = world.onError;
+    world.takeCalls();
+    onError(failure(u"broke"_s));
+    settle();
+    EXPECT_EQ(state(), TalmoState::error(u"broke"_s));
+    EXPECT_THAT(world.takeCalls(), ElementsAre("recorder.stop", "overlay.show", "cancelTranscription"));
+    onError(failure(u"again"_s)); // In error.
+    settle();
+    EXPECT_EQ(state(), TalmoState::error(u"again"_s));
+    press();
+    release();
+    EXPECT_EQ(state(), TalmoState::idle());
+    onError(failure(u"late"_s)); // When idle.
+    settle();
+    EXPECT_EQ(state(), TalmoState::error(u"late"_s));
+}
+
+TEST_F(TalmoCoordinatorTest, aFailureAndAPressRightAfterItDictateAgain)
+{
+    press();
+    world.onError(failure(u"broke"_s));
+    world.hotkeys->down();
+    world.takeCalls();
+    settle();
+    EXPECT_EQ(state(), TalmoState::recording());
+    release();
+    EXPECT_EQ(state(), TalmoState::idle());
+}
+
+TEST_F(TalmoCoordinatorTest, aStopThatThrowsIsShown)
+{
+    press();
+    world.onStop = [] { return failed<QString>(failure(u"finalise"_s)); };
+    release();
+    EXPECT_EQ(state(), TalmoState::error(u"finalise"_s));
+}
+
+TEST_F(TalmoCoordinatorTest, anEmptyTranscriptIsNoSpeechAndTheMarkStaysAfterTheOverlayWent)
+{
+    world.transcript = QString();
+    press();
+    release();
+    EXPECT_EQ(state(), TalmoState::error(u"No speech detected."_s));
+    EXPECT_EQ(world.takeCalls().back(), "overlay.show");
+    world.clock->advance(3s);
+    EXPECT_THAT(world.takeCalls(), ElementsAre("overlay.hide"));
+    EXPECT_EQ(state(), TalmoState::error(u"No speech detected."_s));
+}
+
+TEST_F(TalmoCoordinatorTest, aTranscriptOfBlanksIsHandedToInsertionAsTheEmptyText)
+{
+    world.transcript = u"  \n "_s;
+    world.onInsert = [] { return failed<void>(failure(u"Nothing to insert."_s)); };
+    press();
+    release();
+    EXPECT_EQ(state(), TalmoState::error(u"Nothing to insert."_s));
+    EXPECT_THAT(world.takeCalls(), testing::Contains("insert \"\""));
+    EXPECT_THAT(world.calls, testing::Not(testing::Contains(testing::StartsWith("cleanup"))));
+}
+
+TEST_F(TalmoCoordinatorTest, theTranscriptIsTrimmedForTheCleanup)
+{
+    world.transcript = u" \n hello \n"_s;
+    press();
+    release();
+    EXPECT_THAT(world.takeCalls(), testing::Contains("cleanup \"hello\" ai full 0 Talmo"));
+}
+
+TEST_F(TalmoCoordinatorTest, aSettingChangedDuringProcessingDoesNotAffectThisDictation)
+{
+    auto gate = Completion<QString>::make();
+    world.onCleanup = [gate] { return gate->future(); };
+    press();
+    release();
+    world.settings->ai = false;
+    world.settings->concise = true;
+    world.settings->tone = TextTone::Polite;
+    world.settings->words = QStringList{u"A"_s, u"B"_s};
+    gate->finish(u"Done."_s);
+    settle();
+    EXPECT_THAT(world.takeCalls(), testing::Contains("cleanup \"hello world\" ai full 0 Talmo"));
+    press();
+    release();
+    EXPECT_THAT(world.takeCalls(), testing::Contains("cleanup \"hello world\" local concise 3 A,B"));
+}
+
+TEST_F(TalmoCoordinatorTest, anInsertionThatThrowsIsShown)
+{
+    world.onInsert = [] { return failed<void>(failure(u"no access"_s)); };
+    press();
+    release();
+    EXPECT_EQ(state(), TalmoState::error(u"no access"_s));
+    EXPECT_EQ(world.coordinator->liveTranscript(), u"Hello world."_s);
+    const auto calls = world.takeCalls();
+    EXPECT_THAT(RecordingWorld::Calls(calls.end() - 3, calls.end()),
+                ElementsAre("recorder.stop", "overlay.show", "cancelTranscription"));
+}
+
+TEST_F(TalmoCoordinatorTest, twoErrorsWithTheSameTextWithin3SecondsHideEarly)
+{
+    world.onStart = [] { return failed<void>(failure(u"same"_s)); };
+    press();
+    world.clock->advance(2s);
+    press();
+    world.takeCalls();
+    world.clock->advance(1s);
+    EXPECT_THAT(world.takeCalls(), ElementsAre("overlay.hide"));
+}
+
+TEST_F(TalmoCoordinatorTest, aTimerWhoseErrorWasReplacedDoesNothing)
+{
+    world.onStart = [] { return failed<void>(failure(u"first"_s)); };
+    press();
+    world.clock->advance(2s);
+    world.onStart = [] { return failed<void>(failure(u"second"_s)); };
+    press();
+    world.takeCalls();
+    world.clock->advance(1s);
+    EXPECT_THAT(world.takeCalls(), IsEmpty());
+    world.clock->advance(2s);
+    EXPECT_THAT(world.takeCalls(), ElementsAre("overlay.hide"));
+}
+
+TEST_F(TalmoCoordinatorTest, aTimerDoesNotHideTheNextDictation)
+{
+    world.onStart = [] { return failed<void>(failure(u"first"_s)); };
+    press();
+    world.onStart = [] { return ready(); };
+    press();
+    world.takeCalls();
+    world.clock->advance(10s);
+    EXPECT_THAT(world.takeCalls(), IsEmpty());
+    EXPECT_EQ(state(), TalmoState::recording());
+}
+
+TEST_F(TalmoCoordinatorTest, asksForPermissionsInOrderWhateverTheAnswers)
+{
+    world.permissions->answer = false;
+    auto task = world.coordinator->requestPermissions();
+    settle();
+    EXPECT_THAT(world.takeCalls(), ElementsAre("requestMicrophonePermission", "requestSpeechRecognitionPermission",
+                                               "requestAccessibility"));
+}
+
+TEST_F(TalmoCoordinatorTest, announcesChangesBeforeTheyAreStoredAndForwardsItsChildrens)
+{
+    std::vector<QString> states;
+    QObject::connect(world.coordinator.get(), &Observable::objectWillChange, world.coordinator.get(),
+                     [&] { states.push_back(name(state())); });
+    Q_EMIT world.settings->objectWillChange();
+    Q_EMIT world.permissions->objectWillChange();
+    EXPECT_EQ(states.size(), 2U);
+    press();
+    EXPECT_EQ(states.back(), u"idle"_s);
+    EXPECT_EQ(state(), TalmoState::recording());
+}
+
+TEST_F(TalmoCoordinatorTest, callbacksAndSequencesAfterItsEndFindNobody)
+{
+    auto gate = Completion<void>::make();
+    world.onStart = [gate] { return gate->future(); };
+    press();
+    world.coordinator.reset();
+    gate->finish();
+    settle();
+    world.onUpdate(u"late"_s);
+    world.onError(failure(u"late"_s));
+    world.hotkeys->down();
+    world.hotkeys->up();
+    world.clock->advance(10s);
+    EXPECT_THAT(world.takeCalls(), ElementsAre("modelStatus en_US", "startTranscription en_US"));
+}
+
+TEST_F(TalmoCoordinatorTest, canEndInEveryState)
+{
+    for (int reached = 0; reached < 5; ++reached) {
+        const auto stopGate = Completion<QString>::make();
+        const auto insertGate = Completion<void>::make();
+        RecordingWorld other;
+        if (reached == 2) {
+            other.onStop = [stopGate] { return stopGate->future(); };
+        }
+        if (reached == 3) {
+            other.onInsert = [insertGate] { return insertGate->future(); };
+        }
+        if (reached == 4) {
+            other.onStart = [] { return failed<void>(failure(u"no"_s)); };
+        }
+        if (reached > 0) {
+            other.coordinator->beginDictation();
+            settle();
+        }
+        if (reached == 2 || reached == 3) {
+            other.coordinator->endDictation();
+            settle();
+        }
+        EXPECT_EQ(static_cast<int>(other.coordinator->state().which()), reached);
+        other.coordinator.reset();
+        stopGate->finish(u"late"_s);
+        insertGate->finish();
+        settle();
+        other.clock->advance(10s);
+    }
+}
+
+TEST(TalmoCoordinatorShared, isBuiltOnceByTheRegisteredFactory)
+{
+    RecordingWorld world;
+    int built = 0;
+    TalmoCoordinator::setSharedFactory([&] {
+        ++built;
+        return std::move(world.coordinator);
+    });
+    auto &first = TalmoCoordinator::shared();
+    EXPECT_EQ(&first, &TalmoCoordinator::shared());
+    EXPECT_EQ(built, 1);
+    TalmoCoordinator::releaseShared();
+    TalmoCoordinator::setSharedFactory({});
+}
+
+} // namespace talmo::test

@@ -1,0 +1,112 @@
+#include "Input/PermissionsManager.h"
+
+#include "Base/Completion.h"
+#include "Support/FakeEventMonitor.h"
+#include "Support/TestLoop.h"
+
+#include <gmock/gmock.h>
+
+namespace talmo::test {
+
+namespace {
+
+class FakeAuthorization final : public AuthorizationSource {
+public:
+    int microphone = 3;
+    int speech = 3;
+    std::shared_ptr<Completion<bool>> microphoneAnswer = Completion<bool>::make();
+    std::shared_ptr<Completion<int>> speechAnswer = Completion<int>::make();
+    int microphoneStatus() const override { return microphone; }
+    int speechRecognitionStatus() const override { return speech; }
+    QFuture<bool> requestMicrophoneAccess() override { return microphoneAnswer->future(); }
+    QFuture<int> requestSpeechRecognitionAuthorization() override { return speechAnswer->future(); }
+};
+
+class PermissionsManagerTest : public testing::Test {
+protected:
+    std::shared_ptr<FakeAuthorization> source = std::make_shared<FakeAuthorization>();
+    std::shared_ptr<FakeInputTrust> trust = std::make_shared<FakeInputTrust>();
+};
+
+} // namespace
+
+TEST_F(PermissionsManagerTest, readsAllThreeWhenItIsMade)
+{
+    const PermissionsManager manager(source, trust);
+    EXPECT_TRUE(manager.allGranted());
+}
+
+TEST_F(PermissionsManagerTest, restrictedAndDeniedAreDeniedAndUnknownIsUndetermined)
+{
+    const std::pair<int, SimpleStatus> table[] = {
+        {0, SimpleStatus::NotDetermined}, {1, SimpleStatus::Denied},        {2, SimpleStatus::Denied},
+        {3, SimpleStatus::Granted},       {4, SimpleStatus::NotDetermined}, {-1, SimpleStatus::NotDetermined}};
+    for (const auto &[raw, status] : table) {
+        source->microphone = raw;
+        source->speech = raw;
+        const PermissionsManager manager(source, trust);
+        EXPECT_EQ(manager.microphoneStatus(), status) << raw;
+        EXPECT_EQ(manager.speechRecognitionStatus(), status) << raw;
+    }
+}
+
+TEST_F(PermissionsManagerTest, allGrantedNeedsAllThree)
+{
+    for (int missing = 0; missing < 3; ++missing) {
+        source->microphone = missing == 0 ? 2 : 3;
+        source->speech = missing == 1 ? 1 : 3;
+        trust->trusted = missing != 2;
+        EXPECT_FALSE(PermissionsManager(source, trust).allGranted()) << missing;
+    }
+}
+
+TEST_F(PermissionsManagerTest, aRequestGivesTheAnswerAndReadsAgain)
+{
+    source->microphone = 0;
+    PermissionsManager manager(source, trust);
+    std::optional<bool> granted;
+    auto task = manager.requestMicrophonePermission().then([&granted](bool answer) { granted = answer; });
+    settle();
+    EXPECT_FALSE(granted);
+    source->microphone = 3;
+    source->microphoneAnswer->finish(true);
+    settle();
+    EXPECT_EQ(granted, true);
+    EXPECT_EQ(manager.microphoneStatus(), SimpleStatus::Granted);
+}
+
+TEST_F(PermissionsManagerTest, onlyAuthorizedSpeechCountsAsGranted)
+{
+    PermissionsManager manager(source, trust);
+    std::optional<bool> granted;
+    auto task = manager.requestSpeechRecognitionPermission().then([&granted](bool answer) { granted = answer; });
+    source->speech = 2;
+    source->speechAnswer->finish(2);
+    settle();
+    EXPECT_EQ(granted, false);
+    EXPECT_EQ(manager.speechRecognitionStatus(), SimpleStatus::Denied);
+}
+
+TEST_F(PermissionsManagerTest, trustStaysFalseUntilARefreshSeesIt)
+{
+    trust->trusted = false;
+    PermissionsManager manager(source, trust);
+    manager.requestAccessibility();
+    EXPECT_EQ(trust->requests, 1);
+    EXPECT_FALSE(manager.accessibilityGranted());
+    trust->trusted = true;
+    EXPECT_FALSE(manager.accessibilityGranted());
+    manager.refresh();
+    EXPECT_TRUE(manager.accessibilityGranted());
+}
+
+TEST_F(PermissionsManagerTest, everyReadIsAnnouncedBeforeItIsStored)
+{
+    PermissionsManager manager(source, trust);
+    int announced = 0;
+    QObject::connect(&manager, &Observable::objectWillChange, &manager, [&announced] { ++announced; });
+    manager.refresh();
+    EXPECT_EQ(announced, 3);
+}
+
+} // namespace talmo::test

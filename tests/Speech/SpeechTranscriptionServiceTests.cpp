@@ -1,0 +1,406 @@
+#include "Speech/SpeechTranscriptionService.h"
+
+#include "Input/AudioRecorder.h"
+#include "Speech/TranscriptionError.h"
+#include "Support/FakeAudioEngine.h"
+#include "Support/Printing.h"
+#include "Support/ScriptedSpeechPlatform.h"
+#include "Support/TestLoop.h"
+
+#include <QThread>
+
+#include <gmock/gmock.h>
+
+namespace talmo::test {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+const QString notRecording = u"Not currently recording."_s;
+
+/// Passes everything through unconverted.
+class NoConverters final : public AudioConverterFactory {
+public:
+    std::unique_ptr<AudioConverter> make(const AudioFormat &, const AudioFormat &) const override { return nullptr; }
+};
+
+class Request final : public AssetInstallationRequest {
+public:
+    QFuture<void> result = ready();
+    QFuture<void> downloadAndInstall() override { return result; }
+};
+
+template <typename Value>
+QCoro::Task<void> noteOutcome(QCoro::Task<Value> task, QString *outcome)
+{
+    try {
+        if constexpr (std::is_void_v<Value>) {
+            co_await task;
+            *outcome = u"done"_s;
+        } else if constexpr (std::is_same_v<Value, QString>) {
+            *outcome = u"text: "_s + co_await task;
+        } else {
+            const ModelStatus status = co_await task;
+            *outcome = u"supported %1 installed %2"_s.arg(status.supported).arg(status.installed);
+        }
+    } catch (const Error &error) {
+        *outcome = error.localizedDescription();
+    }
+}
+
+/// The actor runs on the test's own thread here: everything but the threads is real.
+class SpeechTranscriptionServiceTest : public testing::Test {
+protected:
+    template <typename Value>
+    QString outcomeOf(QCoro::Task<Value> task)
+    {
+        QString outcome;
+        tasks.push_back(noteOutcome(std::move(task), &outcome));
+        settle();
+        return outcome;
+    }
+    QString start(const QString &locale = u"en_US"_s)
+    {
+        return outcomeOf(service->startTranscription(
+            recorder, locale, [this](const QString &text) { updates.push_back(text); },
+            [this](const std::exception_ptr &error) { errors.push_back(localizedDescription(error)); }));
+    }
+    QString stop() { return outcomeOf(service->stopTranscription()); }
+    QString cancel() { return outcomeOf(service->cancelTranscription()); }
+    void yield(const QString &text, bool isFinal)
+    {
+        platform->lastAnalyzer.lock()->yield(text, isFinal);
+        settle();
+    }
+    /// One buffer from the microphone.
+    void speak() { engine->capture(silence(engine->format, 10)); }
+
+    std::vector<QCoro::Task<void>> tasks;
+    std::shared_ptr<ScriptedSpeechPlatform> platform = std::make_shared<ScriptedSpeechPlatform>();
+    std::shared_ptr<FakeAudioEngine> engine = std::make_shared<FakeAudioEngine>();
+    std::shared_ptr<AudioRecorder> recorder = std::make_shared<AudioRecorder>(engine);
+    std::shared_ptr<SerialExecutor> executor = SerialExecutor::onCurrentThread();
+    std::shared_ptr<SpeechTranscriptionService> service = std::make_shared<SpeechTranscriptionService>(
+        platform, std::make_shared<NoConverters>(), executor, SerialExecutor::onCurrentThread());
+    std::vector<QString> updates;
+    std::vector<QString> errors;
+};
+
+} // namespace
+
+TEST(TranscriptionError, hasItsDescriptions)
+{
+    using Case = TranscriptionError::Case;
+    const auto text = [](Case which) { return TranscriptionError(which).localizedDescription(); };
+    EXPECT_EQ(text(Case::OnDeviceUnavailable), u"On-device speech recognition isn't available on this Mac."_s);
+    EXPECT_EQ(text(Case::LocaleNotSupported), u"The current language isn't supported for on-device transcription."_s);
+    EXPECT_EQ(text(Case::ModelAssetsNotInstalled),
+              u"The on-device speech model for this language isn't installed yet. Installing it once requires an "
+              u"internet connection; after that, transcription works fully offline."_s);
+    EXPECT_EQ(text(Case::NoCompatibleAudioFormat),
+              u"Couldn't find a compatible audio format for the microphone and speech recognizer."_s);
+    EXPECT_EQ(text(Case::NotRecording), notRecording);
+}
+
+TEST_F(SpeechTranscriptionServiceTest, modelStatusAsksInOrder)
+{
+    EXPECT_EQ(outcomeOf(service->modelStatus(u"en-GB"_s)), u"supported 1 installed 1"_s);
+    EXPECT_THAT(platform->calls,
+                ElementsAre("supportedLocale en-GB", "makeTranscriber en_US preset", "assetStatus"));
+    for (const auto status : {AssetStatus::Unsupported, AssetStatus::Supported, AssetStatus::Downloading}) {
+        platform->status = status;
+        EXPECT_EQ(outcomeOf(service->modelStatus(u"en-GB"_s)), u"supported 1 installed 0"_s);
+    }
+}
+
+TEST_F(SpeechTranscriptionServiceTest, modelStatusIsBothFalseWhenUnavailableOrUnsupported)
+{
+    platform->available = false;
+    EXPECT_EQ(outcomeOf(service->modelStatus(u"en"_s)), u"supported 0 installed 0"_s);
+    EXPECT_THAT(platform->calls, IsEmpty());
+    platform->available = true;
+    platform->supported.reset();
+    EXPECT_EQ(outcomeOf(service->modelStatus(u"xx"_s)), u"supported 0 installed 0"_s);
+}
+
+TEST_F(SpeechTranscriptionServiceTest, installModelDownloadsWhatIsMissing)
+{
+    auto request = std::make_shared<Request>();
+    auto gate = Completion<void>::make();
+    request->result = gate->future();
+    platform->onRequest = [&] { return ready(std::shared_ptr<AssetInstallationRequest>(request)); };
+    platform->available = false; // Not consulted.
+    QString outcome;
+    tasks.push_back(noteOutcome(service->installModel(u"en"_s), &outcome));
+    settle();
+    EXPECT_EQ(outcome, QString());
+    gate->finish();
+    settle();
+    EXPECT_EQ(outcome, u"done"_s);
+    EXPECT_THAT(platform->calls,
+                ElementsAre("supportedLocale en", "makeTranscriber en_US preset", "assetInstallationRequest"));
+}
+
+TEST_F(SpeechTranscriptionServiceTest, installModelWithoutARequestSucceedsWithoutDownloading)
+{
+    platform->onRequest = [] { return ready(std::shared_ptr<AssetInstallationRequest>()); };
+    EXPECT_EQ(outcomeOf(service->installModel(u"en"_s)), u"done"_s);
+}
+
+TEST_F(SpeechTranscriptionServiceTest, installModelPassesFailuresOn)
+{
+    platform->onRequest = [] {
+        return failed<std::shared_ptr<AssetInstallationRequest>>(std::make_exception_ptr(Error(u"no request"_s)));
+    };
+    EXPECT_EQ(outcomeOf(service->installModel(u"en"_s)), u"no request"_s);
+    auto request = std::make_shared<Request>();
+    request->result = failed<void>(std::make_exception_ptr(Error(u"offline"_s)));
+    platform->onRequest = [&] { return ready(std::shared_ptr<AssetInstallationRequest>(request)); };
+    EXPECT_EQ(outcomeOf(service->installModel(u"en"_s)), u"offline"_s);
+    platform->supported.reset();
+    EXPECT_EQ(outcomeOf(service->installModel(u"xx"_s)),
+              TranscriptionError(TranscriptionError::Case::LocaleNotSupported).localizedDescription());
+}
+
+TEST_F(SpeechTranscriptionServiceTest, startGoesStepByStepWithTheRecorderBeforeTheAnalyzer)
+{
+    platform->finalResult = u"hello"_s;
+    EXPECT_EQ(start(u"en-GB"_s), u"done"_s);
+    EXPECT_THAT(platform->calls,
+                ElementsAre("supportedLocale en-GB", "makeTranscriber en_US volatile", "assetStatus",
+                            "bestAvailableAudioFormat", "makeAnalyzer", "analyzer.start"));
+    EXPECT_TRUE(recorder->isRecording());
+}
+
+TEST_F(SpeechTranscriptionServiceTest, startFailsWithItsErrors)
+{
+    using Case = TranscriptionError::Case;
+    const auto text = [](Case which) { return TranscriptionError(which).localizedDescription(); };
+    platform->format.reset();
+    EXPECT_EQ(start(), text(Case::NoCompatibleAudioFormat));
+    platform->status = AssetStatus::Supported;
+    EXPECT_EQ(start(), text(Case::ModelAssetsNotInstalled));
+    platform->supported.reset();
+    EXPECT_EQ(start(), text(Case::LocaleNotSupported));
+    platform->available = false;
+    EXPECT_EQ(start(), text(Case::OnDeviceUnavailable));
+    EXPECT_FALSE(recorder->isRecording());
+    EXPECT_EQ(stop(), notRecording);
+}
+
+TEST_F(SpeechTranscriptionServiceTest, stopWithoutAStartOrAfterAStopOrACancelIsNotRecording)
+{
+    EXPECT_EQ(stop(), notRecording);
+    start();
+    EXPECT_EQ(stop(), u"text: "_s);
+    EXPECT_EQ(stop(), notRecording);
+    recorder->stop();
+    start();
+    EXPECT_EQ(cancel(), u"done"_s);
+    EXPECT_EQ(stop(), notRecording);
+}
+
+TEST_F(SpeechTranscriptionServiceTest, everyNonEmptyUpdateIsTheWholeTextSoFar)
+{
+    start();
+    yield(u"hello"_s, false);
+    yield(u"hello world"_s, true);
+    yield(u"again"_s, false);
+    yield(u""_s, false);
+    EXPECT_THAT(updates, ElementsAre(u"hello"_s, u"hello world"_s, u"hello world again"_s, u"hello world"_s));
+    platform->finalResult = u"again and again"_s;
+    EXPECT_EQ(stop(), u"text: hello world again and again"_s);
+}
+
+TEST_F(SpeechTranscriptionServiceTest, anEmptyTextIsNotPublished)
+{
+    start();
+    yield(u""_s, false);
+    EXPECT_THAT(updates, IsEmpty());
+    EXPECT_EQ(stop(), u"text: "_s);
+}
+
+TEST_F(SpeechTranscriptionServiceTest, resultsOfBlanksArePublishedAndTrimmedAway)
+{
+    start();
+    yield(u" "_s, true);
+    EXPECT_THAT(updates, ElementsAre(u" "_s));
+    EXPECT_EQ(stop(), u"text: "_s);
+}
+
+TEST_F(SpeechTranscriptionServiceTest, buffersReachTheAnalyzerAndThoseAfterStopAreDropped)
+{
+    start();
+    speak();
+    speak();
+    settle();
+    EXPECT_EQ(*platform->receivedBuffers, 2);
+    stop();
+    speak();
+    settle();
+    EXPECT_EQ(*platform->receivedBuffers, 2);
+}
+
+TEST_F(SpeechTranscriptionServiceTest, textOfOneRecordingNeverLeaksIntoTheNext)
+{
+    platform->finalResult = u"first"_s;
+    start();
+    EXPECT_EQ(stop(), u"text: first"_s);
+    recorder->stop();
+    platform->finalResult = QString();
+    start();
+    EXPECT_EQ(stop(), u"text: "_s);
+}
+
+TEST_F(SpeechTranscriptionServiceTest, whenTheRecorderFailsItsErrorIsPassedOnAndStopStillFinalises)
+{
+    engine->format.channelCount = 0;
+    EXPECT_EQ(start(), u"No microphone input is available."_s);
+    platform->calls.clear();
+    EXPECT_EQ(stop(), u"text: "_s);
+    EXPECT_THAT(platform->calls, ElementsAre("finalize"));
+    EXPECT_EQ(stop(), notRecording);
+    engine->format.channelCount = 1;
+    EXPECT_EQ(start(), u"done"_s);
+}
+
+TEST_F(SpeechTranscriptionServiceTest, aCancelClearsAHalfOpenRecording)
+{
+    engine->startFailure = std::make_exception_ptr(Error(u"busy"_s));
+    EXPECT_EQ(start(), u"Couldn't start audio capture: busy"_s);
+    EXPECT_EQ(cancel(), u"done"_s);
+    EXPECT_EQ(stop(), notRecording);
+    EXPECT_EQ(platform->livingAnalyzers, 0);
+}
+
+TEST_F(SpeechTranscriptionServiceTest, aFailedFinalisationIsThrownAndLeavesTheFieldsForACancel)
+{
+    platform->onFinalize = [] { return failed<void>(std::make_exception_ptr(Error(u"finalise"_s))); };
+    start();
+    EXPECT_EQ(stop(), u"finalise"_s);
+    EXPECT_EQ(stop(), u"finalise"_s);
+    EXPECT_EQ(cancel(), u"done"_s);
+    EXPECT_EQ(stop(), notRecording);
+}
+
+TEST_F(SpeechTranscriptionServiceTest, aFailureOfTheAnalyzersTaskIsSwallowedAtStop)
+{
+    platform->startFailure = std::make_exception_ptr(Error(u"analyzer"_s));
+    platform->finalResult = u"kept"_s;
+    start();
+    EXPECT_EQ(stop(), u"text: kept"_s);
+    EXPECT_THAT(errors, IsEmpty());
+}
+
+TEST_F(SpeechTranscriptionServiceTest, aFailureOfTheResultsGoesToOnErrorOnceAndStopKeepsTheText)
+{
+    start();
+    yield(u"so far"_s, true);
+    platform->lastTranscriber.lock()->stream.second.finish(std::make_exception_ptr(Error(u"decoder"_s)));
+    settle();
+    EXPECT_THAT(errors, ElementsAre(u"decoder"_s));
+    EXPECT_EQ(stop(), u"text: so far"_s);
+    EXPECT_EQ(errors.size(), 1U);
+}
+
+TEST_F(SpeechTranscriptionServiceTest, cancelPassesAStopThatWaitsForAFinaliseThatHangs)
+{
+    auto hang = Completion<void>::make();
+    platform->onFinalize = [hang] { return hang->future(); };
+    start();
+    QString stopOutcome;
+    tasks.push_back(noteOutcome(service->stopTranscription(), &stopOutcome));
+    settle();
+    EXPECT_EQ(stopOutcome, QString());
+    EXPECT_EQ(cancel(), u"done"_s);
+    recorder->stop();
+    platform->onFinalize = nullptr;
+    platform->finalResult = u"next"_s;
+    EXPECT_EQ(start(), u"done"_s);
+    EXPECT_EQ(stop(), u"text: next"_s);
+    hang->finish();
+    settle();
+    EXPECT_NE(stopOutcome, QString());
+}
+
+TEST_F(SpeechTranscriptionServiceTest, resultsAfterACancelReachNobody)
+{
+    start();
+    const auto transcriber = platform->lastTranscriber.lock();
+    cancel();
+    transcriber->stream.second.yield({u"late"_s, true});
+    settle();
+    EXPECT_THAT(updates, IsEmpty());
+    EXPECT_THAT(errors, IsEmpty());
+}
+
+TEST_F(SpeechTranscriptionServiceTest, aSecondStartKeepsTheFirstHandlerAndTheOverwrittenAnalyzerEndsAndIsFreed)
+{
+    start();
+    const auto first = platform->lastAnalyzer;
+    EXPECT_EQ(start(), u"done"_s);
+    EXPECT_EQ(platform->livingAnalyzers, 2);
+    speak(); // Goes to the first one: the recorder keeps its handler.
+    settle();
+    EXPECT_EQ(*platform->receivedBuffers, 1);
+    recorder->stop(); // Drops the first handler, and with it the first stream's last continuation.
+    settle();
+    EXPECT_TRUE(first.expired());
+    EXPECT_EQ(platform->livingAnalyzers, 1);
+    EXPECT_EQ(stop(), u"text: "_s);
+    EXPECT_EQ(platform->livingAnalyzers, 0);
+}
+
+TEST_F(SpeechTranscriptionServiceTest, theNextResultWaitsUntilTheUpdateHasReturned)
+{
+    start();
+    std::vector<QString> seen;
+    const auto analyzer = platform->lastAnalyzer.lock();
+    analyzer->yield(u"a"_s, false);
+    analyzer->yield(u"a b"_s, false);
+    settle();
+    EXPECT_THAT(updates, ElementsAre(u"a"_s, u"a b"_s));
+}
+
+TEST_F(SpeechTranscriptionServiceTest, canEndWhileItRecords)
+{
+    start();
+    yield(u"hello"_s, false);
+    service.reset();
+    recorder->stop();
+    settle();
+    EXPECT_THAT(updates, ElementsAre(u"hello"_s));
+}
+
+TEST_F(SpeechTranscriptionServiceTest, garbageForALocaleIsHandedToThePlatformAsItIs)
+{
+    platform->supported.reset();
+    const QString garbage = QString(QChar(0xD800)) + u"\n../../x"_s;
+    EXPECT_EQ(outcomeOf(service->modelStatus(garbage)), u"supported 0 installed 0"_s);
+}
+
+TEST(SpeechTranscriptionServiceThreads, answersAndCallsBackOnTheMainThreadFromAThreadOfItsOwn)
+{
+    const auto platform = std::make_shared<ScriptedSpeechPlatform>();
+    platform->finalResult = u"threaded"_s;
+    const auto engine = std::make_shared<FakeAudioEngine>();
+    const auto recorder = std::make_shared<AudioRecorder>(engine);
+    const auto service = std::make_shared<SpeechTranscriptionService>(
+        platform, std::make_shared<NoConverters>(), SerialExecutor::onNewThread(u"speech"_s),
+        SerialExecutor::onCurrentThread());
+    QThread *updatedOn = nullptr;
+    QString outcome;
+    const auto task = noteOutcome(
+        service->startTranscription(
+            recorder, u"en"_s, [&updatedOn](const QString &) { updatedOn = QThread::currentThread(); },
+            [](const std::exception_ptr &) {}),
+        &outcome);
+    ASSERT_TRUE(waitFor([&outcome] { return outcome == u"done"_s; }));
+    const auto stopTask = noteOutcome(service->stopTranscription(), &outcome);
+    ASSERT_TRUE(waitFor([&outcome] { return outcome == u"text: threaded"_s; }));
+    EXPECT_EQ(updatedOn, QThread::currentThread());
+}
+
+} // namespace talmo::test

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "Base/Error.h"
+#include "Input/AudioEngine.h"
+
+#include <exception>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace talmo::test {
+
+/// A microphone that captures what a test gives it, and writes down its calls.
+class FakeAudioEngine final : public AudioEngine {
+public:
+    AudioFormat format{48000, 1, SampleType::Float32};
+    std::exception_ptr tapFailure;
+    std::exception_ptr startFailure;
+    std::vector<std::string> calls;
+
+    AudioFormat inputFormat() override
+    {
+        calls.emplace_back("inputFormat");
+        return format;
+    }
+    void installTap(quint32 bufferSize, AudioBufferHandler handler) override
+    {
+        calls.push_back("installTap " + std::to_string(bufferSize));
+        if (tapFailure) {
+            std::rethrow_exception(tapFailure);
+        }
+        m_handler = std::move(handler);
+    }
+    void removeTap() override
+    {
+        calls.emplace_back("removeTap");
+        m_handler = nullptr;
+    }
+    void prepare() override { calls.emplace_back("prepare"); }
+    void start() override
+    {
+        calls.emplace_back("start");
+        if (startFailure) {
+            std::rethrow_exception(startFailure);
+        }
+    }
+    void stop() override { calls.emplace_back("stop"); }
+
+    bool hasTap() const { return m_handler != nullptr; }
+    void capture(const std::shared_ptr<const AudioBuffer> &buffer)
+    {
+        if (m_handler) {
+            m_handler(buffer, AudioTime{});
+        }
+    }
+
+private:
+    AudioBufferHandler m_handler;
+};
+
+inline std::shared_ptr<AudioBuffer> silence(const AudioFormat &format, quint32 frames)
+{
+    auto buffer = AudioBuffer::make(format, frames);
+    buffer->setFrameLength(frames);
+    return buffer;
+}
+
+} // namespace talmo::test

@@ -1,0 +1,146 @@
+#pragma once
+
+#include "Base/Completion.h"
+#include "Speech/SpeechPlatform.h"
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace talmo::test {
+
+/// A recogniser that does what a test tells it, and writes down its calls.
+class ScriptedSpeechPlatform final : public SpeechPlatform {
+public:
+    using Results = AsyncStream<SpeechResult>;
+
+    class Transcriber final : public SpeechTranscriber {
+    public:
+        AsyncStream<SpeechResult> results() const override { return stream.first; }
+        std::pair<Results, Results::Continuation> stream = Results::make();
+    };
+
+    /// Ends like a real one: start() when the input ends or a stop is asked for, the results when it is finalised,
+    /// cancelled or freed.
+    class Analyzer final : public SpeechAnalyzer {
+    public:
+        Analyzer(ScriptedSpeechPlatform &platform, std::shared_ptr<Transcriber> transcriber)
+            : m_platform(platform),
+              m_transcriber(std::move(transcriber))
+        {
+            ++m_platform.livingAnalyzers;
+        }
+        ~Analyzer() override
+        {
+            --m_platform.livingAnalyzers;
+            m_transcriber->stream.second.finish();
+        }
+        QFuture<void> start(AsyncStream<AnalyzerInput> input, std::stop_token) override
+        {
+            m_platform.calls.emplace_back("analyzer.start");
+            if (m_platform.startFailure) {
+                return failed<void>(m_platform.startFailure);
+            }
+            readAll(input, m_started, m_platform.receivedBuffers);
+            return m_started->future();
+        }
+        QFuture<void> finalizeAndFinishThroughEndOfInput() override
+        {
+            m_platform.calls.emplace_back("finalize");
+            if (m_platform.onFinalize) {
+                return m_platform.onFinalize();
+            }
+            yield(m_platform.finalResult, true);
+            m_transcriber->stream.second.finish(m_platform.resultsFailure);
+            return ready();
+        }
+        QFuture<void> cancelAndFinishNow() override
+        {
+            m_platform.calls.emplace_back("cancelAndFinishNow");
+            m_transcriber->stream.second.finish();
+            return ready();
+        }
+        void yield(const QString &text, bool isFinal)
+        {
+            if (!text.isNull()) {
+                m_transcriber->stream.second.yield({text, isFinal});
+            }
+        }
+
+    private:
+        static void readAll(const AsyncStream<AnalyzerInput> &input, const std::shared_ptr<Completion<void>> &started,
+                            const std::shared_ptr<int> &count)
+        {
+            input.next([input, started, count](std::optional<AnalyzerInput> value, const std::exception_ptr &) {
+                if (value) {
+                    ++*count;
+                    readAll(input, started, count);
+                } else {
+                    started->finish();
+                }
+            });
+        }
+        ScriptedSpeechPlatform &m_platform;
+        std::shared_ptr<Transcriber> m_transcriber;
+        std::shared_ptr<Completion<void>> m_started = Completion<void>::make();
+    };
+
+    std::vector<std::string> calls;
+    bool available = true;
+    std::optional<QString> supported = QStringLiteral("en_US");
+    AssetStatus status = AssetStatus::Installed;
+    std::optional<AudioFormat> format = AudioFormat{16000, 1, SampleType::Int16};
+    std::function<QFuture<std::shared_ptr<AssetInstallationRequest>>()> onRequest;
+    std::function<QFuture<void>()> onFinalize;
+    /// Null: the end brings no result.
+    QString finalResult;
+    std::exception_ptr resultsFailure;
+    std::exception_ptr startFailure;
+    std::shared_ptr<int> receivedBuffers = std::make_shared<int>(0);
+    int livingAnalyzers = 0;
+    std::weak_ptr<Analyzer> lastAnalyzer;
+    std::weak_ptr<Transcriber> lastTranscriber;
+
+    bool isAvailable() const override { return available; }
+    QFuture<std::optional<QString>> supportedLocale(const QString &locale) override
+    {
+        calls.push_back("supportedLocale " + locale.toStdString());
+        return ready(std::optional(supported));
+    }
+    std::shared_ptr<SpeechTranscriber> makeTranscriber(const QString &locale,
+                                                       TranscriberConfiguration configuration) override
+    {
+        const bool isPreset = configuration == TranscriberConfiguration::ProgressiveTranscription;
+        calls.push_back("makeTranscriber " + locale.toStdString() + (isPreset ? " preset" : " volatile"));
+        auto transcriber = std::make_shared<Transcriber>();
+        lastTranscriber = transcriber;
+        return transcriber;
+    }
+    QFuture<AssetStatus> assetStatus(const std::shared_ptr<SpeechTranscriber> &) override
+    {
+        calls.emplace_back("assetStatus");
+        return ready(AssetStatus(status));
+    }
+    QFuture<std::shared_ptr<AssetInstallationRequest>>
+    assetInstallationRequest(const std::shared_ptr<SpeechTranscriber> &) override
+    {
+        calls.emplace_back("assetInstallationRequest");
+        return onRequest();
+    }
+    QFuture<std::optional<AudioFormat>> bestAvailableAudioFormat(const std::shared_ptr<SpeechTranscriber> &) override
+    {
+        calls.emplace_back("bestAvailableAudioFormat");
+        return ready(std::optional(format));
+    }
+    std::shared_ptr<SpeechAnalyzer> makeAnalyzer(const std::shared_ptr<SpeechTranscriber> &transcriber) override
+    {
+        calls.emplace_back("makeAnalyzer");
+        auto analyzer = std::make_shared<Analyzer>(*this, std::dynamic_pointer_cast<Transcriber>(transcriber));
+        lastAnalyzer = analyzer;
+        return analyzer;
+    }
+};
+
+} // namespace talmo::test
