@@ -29,6 +29,23 @@ bool waitUntil(const std::function<bool()> &condition, Patience patience)
     return true;
 }
 
+bool pollUntil(const std::function<bool()> &condition, Patience patience)
+{
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() >= deadline) {
+            return false;
+        }
+        passTime(std::chrono::milliseconds(10));
+    }
+    return true;
+}
+
+void passTime(Patience time)
+{
+    waitUntil([] { return false; }, time);
+}
+
 ChildProcess::ChildProcess(const QString &program, const QStringList &arguments,
                            const QProcessEnvironment &environment)
 {

@@ -18,6 +18,12 @@ using Patience = std::chrono::milliseconds;
 /// Runs the event loop until the condition holds, looking at it after every event; false when the time is up.
 bool waitUntil(const std::function<bool()> &condition, Patience patience);
 
+/// The same for what no event tells of, such as another program's clipboard: looks again every few milliseconds.
+bool pollUntil(const std::function<bool()> &condition, Patience patience);
+
+/// Lets this much time pass while the event loop runs: for a person's pace, never to wait for something to happen.
+void passTime(Patience time);
+
 /// A program of the rig's, with every line it wrote. Ended, by its process id, when this goes.
 class ChildProcess {
 public:
@@ -40,6 +46,7 @@ public:
     bool isRunning() const { return m_process.state() == QProcess::Running; }
     qint64 processId() const { return m_process.processId(); }
     void writeLine(const QString &line);
+    void closeInput() { m_process.closeWriteChannel(); }
     /// Asks it to end, waits, and ends it if it does not. Gives back the exit status, or -1 if it crashed or was killed.
     int terminate(Patience patience = std::chrono::seconds(10));
     /// At once, as if it had crashed.

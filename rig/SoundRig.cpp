@@ -43,12 +43,10 @@ void SoundRig::startServer()
         QStringLiteral("-L"),
         QStringLiteral("module-null-sink sink_name=speech rate=48000 channels=2 format=float32le norewinds=1")};
     m_server = std::make_unique<ChildProcess>(QStringLiteral("pulseaudio"), arguments, environment);
-    const auto deadline = std::chrono::steady_clock::now() + 20s;
-    while (control({QStringLiteral("info")}).isEmpty()) {
-        if (!m_server->isRunning() || std::chrono::steady_clock::now() > deadline) {
-            throw Error(QStringLiteral("pulseaudio did not start: ") + m_server->output());
-        }
-        waitUntil([] { return false; }, 50ms);
+    const bool isUp = pollUntil(
+        [this] { return !control({QStringLiteral("info")}).isEmpty() || !m_server->isRunning(); }, 20s);
+    if (!isUp || !m_server->isRunning()) {
+        throw Error(QStringLiteral("pulseaudio did not start: ") + m_server->output());
     }
     addMicrophone();
 }

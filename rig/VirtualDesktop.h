@@ -30,6 +30,7 @@ public:
     /// Waits until the window whose title contains this text is there and has the keyboard.
     bool waitForActiveWindow(const QString &title, Patience patience);
     QString activeWindowTitle();
+    void killServer() { m_server->kill(); }
     /// What is on the screen now. Needs a QGuiApplication for nothing: it is plain image data.
     QImage screenshot();
 

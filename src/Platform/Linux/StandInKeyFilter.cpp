@@ -20,27 +20,47 @@ std::optional<bool> StandInKeyFilter::keyDown(std::uint8_t keyCode, Time now)
         }
         if (!m_held.empty() && !m_isReportedDown) {
             m_usedAsModifier = now; // Still typing with it.
+            m_isHeldBack = false;
         }
         return std::nullopt;
     }
     const bool wasUp = m_held.empty();
     m_held.insert(keyCode);
-    const bool isWithheld = m_usedAsModifier && now - *m_usedAsModifier <= withheldAfterUse;
-    if (!wasUp || m_isReportedDown || isWithheld) {
+    if (!wasUp || m_isReportedDown) {
         return std::nullopt;
     }
+    m_isHeldBack = m_usedAsModifier && now - *m_usedAsModifier <= withheldAfterUse;
+    return m_isHeldBack ? std::nullopt : reportDown(now);
+}
+
+std::optional<bool> StandInKeyFilter::keyUp(std::uint8_t keyCode)
+{
+    if (m_held.erase(keyCode) == 0 || !m_held.empty()) {
+        return std::nullopt;
+    }
+    m_isHeldBack = false;
+    return std::exchange(m_isReportedDown, false) ? std::optional(false) : std::nullopt;
+}
+
+std::optional<StandInKeyFilter::Time> StandInKeyFilter::withheldUntil() const
+{
+    // The smallest step beyond: exactly at its end the window of a double-tap is still open.
+    return m_isHeldBack ? std::optional(*m_usedAsModifier + withheldAfterUse + std::chrono::milliseconds(1))
+                        : std::nullopt;
+}
+
+std::optional<bool> StandInKeyFilter::timePassed(Time now)
+{
+    const auto due = withheldUntil();
+    return due && now >= *due ? reportDown(now) : std::nullopt;
+}
+
+std::optional<bool> StandInKeyFilter::reportDown(Time now)
+{
+    m_isHeldBack = false;
     m_isReportedDown = true;
     m_pressed = now;
     return true;
-}
-
-std::optional<bool> StandInKeyFilter::keyUp(std::uint8_t keyCode, Time)
-{
-    if (m_held.erase(keyCode) == 0 || !m_held.empty() || !m_isReportedDown) {
-        return std::nullopt;
-    }
-    m_isReportedDown = false;
-    return false;
 }
 
 } // namespace talmo

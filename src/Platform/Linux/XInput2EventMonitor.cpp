@@ -41,6 +41,9 @@ XInput2EventMonitor::XInput2EventMonitor(std::shared_ptr<PostedKeys> postedKeys,
     m_patience.setSingleShot(true);
     m_patience.setTimerType(Qt::PreciseTimer);
     QObject::connect(&m_patience, &QTimer::timeout, &m_patience, [this] { handleCollected(true); });
+    m_withheld.setSingleShot(true);
+    m_withheld.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&m_withheld, &QTimer::timeout, &m_withheld, [this] { reportWithheld(); });
     QObject::connect(&m_notifier, &QSocketNotifier::activated, &m_notifier, [this] { readEvents(); });
     if (selectRawKeys()) {
         readStandIns();
@@ -174,9 +177,24 @@ void XInput2EventMonitor::handleKey(const RawKey &key)
         return;
     }
     const auto now = std::chrono::steady_clock::now();
-    const auto change = key.isDown ? m_filter.keyDown(key.keyCode, now) : m_filter.keyUp(key.keyCode, now);
+    const auto change = key.isDown ? m_filter.keyDown(key.keyCode, now) : m_filter.keyUp(key.keyCode);
     if (change) {
         report(*change);
+    }
+    if (const auto due = m_filter.withheldUntil()) {
+        m_withheld.start(std::chrono::ceil<std::chrono::milliseconds>(*due - now));
+    } else {
+        m_withheld.stop();
+    }
+}
+
+void XInput2EventMonitor::reportWithheld()
+{
+    const auto now = std::chrono::steady_clock::now();
+    if (m_filter.timePassed(now)) {
+        report(true);
+    } else if (const auto due = m_filter.withheldUntil()) {
+        m_withheld.start(std::chrono::ceil<std::chrono::milliseconds>(*due - now)); // Fired a little early.
     }
 }
 

@@ -48,6 +48,7 @@ private:
     void collect(const xcb_generic_event_t &event);
     void handleCollected(bool isPatienceOver);
     void handleKey(const RawKey &key);
+    void reportWithheld();
     void report(bool isDown);
 
     XConnection m_connection;
@@ -58,6 +59,7 @@ private:
     StandInKeyFilter m_filter;
     RepeatPairFilter m_collected;
     QTimer m_patience;
+    QTimer m_withheld;
     std::vector<std::weak_ptr<Monitor>> m_monitors;
 };
 

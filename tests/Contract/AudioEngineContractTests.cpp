@@ -1,0 +1,220 @@
+#include "Input/AudioRecorder.h"
+#include "Platform/Linux/PulseAudioEngine.h"
+#include "SoundRig.h"
+#include "Support/FakeAudioEngine.h"
+#include "Support/Printing.h"
+#include "Support/TestLoop.h"
+
+#include <QCoreApplication>
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+
+#include <atomic>
+#include <cmath>
+#include <cstring>
+
+namespace talmo::test {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+struct FakeSubject {
+    FakeAudioEngine engine;
+    /// A microphone captures all the time; the fake one when it is told.
+    void captureSome() { engine.capture(silence(engine.format, 2048)); }
+};
+
+struct PulseSubject {
+    QTemporaryDir folder;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    rig::SoundRig sound{folder.path() + u"/sound"_s, environment};
+    PulseAudioEngine engine;
+    void captureSome() {}
+};
+
+template <typename Subject>
+class AudioEngineContract : public testing::Test {
+protected:
+    void start()
+    {
+        subject.engine.inputFormat();
+        subject.engine.removeTap();
+        subject.engine.installTap(2048, [this](const auto &buffer, const AudioTime &) {
+            frames += buffer->frameLength();
+            longest = std::max(longest.load(), buffer->frameLength());
+        });
+        subject.engine.prepare();
+        subject.engine.start();
+    }
+    void stop()
+    {
+        subject.engine.removeTap();
+        subject.engine.stop();
+    }
+    bool waitForFrames(quint32 count)
+    {
+        // Frames come on the capture thread, which wakes no loop of ours: look again after a while.
+        for (int look = 0; look < 1000 && frames < count; ++look) {
+            subject.captureSome();
+            waitFor([] { return false; }, 10ms);
+        }
+        return frames >= count;
+    }
+    Subject subject;
+    std::atomic<quint32> frames = 0;
+    std::atomic<quint32> longest = 0;
+};
+
+using Subjects = testing::Types<FakeSubject, PulseSubject>;
+TYPED_TEST_SUITE(AudioEngineContract, Subjects);
+
+} // namespace
+
+TYPED_TEST(AudioEngineContract, hasAFormat)
+{
+    const auto format = this->subject.engine.inputFormat();
+    EXPECT_GT(format.sampleRate, 0);
+    EXPECT_GT(format.channelCount, 0U);
+}
+
+TYPED_TEST(AudioEngineContract, handsOnBuffersOfTheSizeAskedFor)
+{
+    this->start();
+    EXPECT_TRUE(this->waitForFrames(10000));
+    this->stop();
+    EXPECT_EQ(this->longest, 2048U);
+}
+
+TYPED_TEST(AudioEngineContract, noHandlerRunsOnceTheTapIsRemoved)
+{
+    this->start();
+    EXPECT_TRUE(this->waitForFrames(1));
+    this->subject.engine.removeTap();
+    const quint32 then = this->frames;
+    this->subject.captureSome();
+    waitFor([] { return false; }, 100ms);
+    EXPECT_EQ(this->frames, then);
+    this->subject.engine.stop();
+}
+
+TYPED_TEST(AudioEngineContract, canBeStartedAgain)
+{
+    for (int round = 0; round < 3; ++round) {
+        this->frames = 0;
+        this->start();
+        EXPECT_TRUE(this->waitForFrames(1)) << round;
+        this->stop();
+    }
+}
+
+TYPED_TEST(AudioEngineContract, removingWithoutATapIsHarmless)
+{
+    this->subject.engine.removeTap();
+    this->subject.engine.stop();
+}
+
+namespace {
+
+class PulseAudioEngineTest : public testing::Test {
+protected:
+    QString startError(AudioRecorder &recorder)
+    {
+        try {
+            recorder.start([](const auto &, const auto &) {});
+        } catch (const RecorderError &error) {
+            return error.localizedDescription();
+        }
+        return u"no error"_s;
+    }
+    std::unique_ptr<PulseSubject> subject = std::make_unique<PulseSubject>();
+};
+
+} // namespace
+
+TEST_F(PulseAudioEngineTest, stopIsShortAndDeliversTheLastWordWithSilenceBehindIt)
+{
+    std::atomic<int> buffers = 0;
+    std::atomic<quint32> lastLength = 0;
+    subject->engine.inputFormat();
+    subject->engine.installTap(2048, [&](const auto &buffer, const auto &) {
+        ++buffers;
+        lastLength = buffer->frameLength();
+    });
+    subject->engine.start();
+    for (int look = 0; look < 1000 && buffers < 2; ++look) {
+        waitFor([] { return false; }, 5ms);
+    }
+    const auto before = std::chrono::steady_clock::now();
+    subject->engine.removeTap();
+    const auto took = std::chrono::steady_clock::now() - before;
+    subject->engine.stop();
+    EXPECT_GE(buffers, 3);
+    EXPECT_EQ(lastLength, 480U); // Ten milliseconds of silence.
+    EXPECT_LT(took, 500ms); // The bound of 30 ms is benchmarked; here only that nothing hangs.
+}
+
+TEST_F(PulseAudioEngineTest, withoutAMicrophoneSaysSoAndTheNextStartWorks)
+{
+    auto engine = std::make_shared<PulseAudioEngine>();
+    AudioRecorder recorder(engine);
+    subject->sound.removeMicrophone();
+    EXPECT_EQ(startError(recorder), u"No microphone input is available."_s);
+    subject->sound.addMicrophone();
+    EXPECT_EQ(startError(recorder), u"no error"_s);
+    recorder.stop();
+}
+
+TEST_F(PulseAudioEngineTest, withoutAServerSaysSoAndTheNextStartWorks)
+{
+    auto engine = std::make_shared<PulseAudioEngine>();
+    AudioRecorder recorder(engine);
+    subject->sound.killServer();
+    EXPECT_EQ(startError(recorder), u"No microphone input is available."_s);
+    subject->sound.restartServer();
+    EXPECT_EQ(startError(recorder), u"no error"_s);
+    recorder.stop();
+}
+
+TEST_F(PulseAudioEngineTest, aServerThatDiesInMidRecordingIsLeftAndTheNextStartConnectsAnew)
+{
+    auto engine = std::make_shared<PulseAudioEngine>();
+    AudioRecorder recorder(engine);
+    EXPECT_EQ(startError(recorder), u"no error"_s);
+    subject->sound.killServer();
+    recorder.stop();
+    EXPECT_EQ(startError(recorder), u"No microphone input is available."_s);
+    subject->sound.restartServer();
+    EXPECT_EQ(startError(recorder), u"no error"_s);
+    recorder.stop();
+}
+
+TEST_F(PulseAudioEngineTest, aServerThatStopsAnsweringDoesNotHang)
+{
+    auto engine = std::make_shared<PulseAudioEngine>();
+    AudioRecorder recorder(engine);
+    EXPECT_EQ(startError(recorder), u"no error"_s);
+    subject->sound.freeze();
+    recorder.stop();
+    EXPECT_EQ(startError(recorder), u"No microphone input is available."_s);
+    subject->sound.thaw();
+    EXPECT_EQ(startError(recorder), u"no error"_s);
+    recorder.stop();
+}
+
+TEST_F(PulseAudioEngineTest, aStreamMadeAheadIsUsedOrLetGo)
+{
+    auto engine = std::make_shared<PulseAudioEngine>();
+    AudioRecorder recorder(engine);
+    engine->warmUp();
+    engine->coolDown();
+    engine->warmUp();
+    engine->warmUp();
+    EXPECT_EQ(startError(recorder), u"no error"_s);
+    engine->coolDown();
+    EXPECT_TRUE(recorder.isRecording());
+    recorder.stop();
+}
+
+} // namespace talmo::test

@@ -1,0 +1,64 @@
+#include "EndToEnd/TalmoRun.h"
+
+#include "Support/Printing.h"
+
+#include <QFile>
+
+namespace talmo::test {
+
+using ClipboardRun = TalmoRun;
+
+TEST_F(ClipboardRun, textAndHtmlAndALargeImageAreByteIdenticalAfterwards)
+{
+    const QString image = desktop.folder() + u"/image"_s;
+    rig::ChildProcess owner(QStringLiteral(TALMO_BIN "/talmo-clipboard-owner"), {image}, environment);
+    ASSERT_TRUE(owner.waitForLine(u"owned"_s, patience));
+    const auto targetsBefore = clipboard(u"TARGETS"_s);
+    openQtWindow();
+    startTalmo();
+    dictate(u"hello world"_s);
+    EXPECT_TRUE(windowShows(u"Hello world."_s));
+    EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == u"plain – text"_s.toUtf8(); }, patience));
+    EXPECT_EQ(clipboard(u"text/html"_s), "<b>rich</b> text");
+    QFile file(image);
+    ASSERT_TRUE(file.open(QFile::ReadOnly));
+    const QByteArray expected = file.readAll();
+    EXPECT_EQ(expected.size(), 2 << 20);
+    EXPECT_EQ(clipboard(u"image/x-talmo-test"_s), expected);
+    for (const auto &target : targetsBefore.split('\n')) {
+        EXPECT_TRUE(clipboard(u"TARGETS"_s).split('\n').contains(target)) << target.constData();
+    }
+}
+
+TEST_F(ClipboardRun, anEmptyClipboardIsEmptyAfterwards)
+{
+    openQtWindow();
+    startTalmo();
+    ASSERT_TRUE(isClipboardEmpty());
+    dictate(u"hello world"_s);
+    EXPECT_TRUE(windowShows(u"Hello world."_s));
+    EXPECT_TRUE(rig::pollUntil([this] { return isClipboardEmpty(); }, patience));
+}
+
+TEST_F(ClipboardRun, aProgramThatIs300msSlowStillGetsTheNewText)
+{
+    openQtWindow(u"300"_s);
+    startTalmo();
+    copy(u"clipboard before"_s);
+    dictate(u"hello world"_s);
+    EXPECT_TRUE(windowShows(u"Hello world."_s));
+    EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+}
+
+TEST_F(ClipboardRun, quittingRightAfterAPasteGivesTheClipboardBackFirst)
+{
+    openQtWindow(u"300"_s);
+    startTalmo();
+    dictate(u"hello world"_s);
+    ASSERT_TRUE(talmoSays(u"state: idle"_s));
+    EXPECT_EQ(quitTalmo(), 0);
+    EXPECT_TRUE(windowShows(u"Hello world."_s));
+    EXPECT_TRUE(isClipboardEmpty());
+}
+
+} // namespace talmo::test

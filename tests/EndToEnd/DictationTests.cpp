@@ -1,0 +1,141 @@
+// Real speech, real recogniser, real windows. Only sentences that the engine reliably gets are asserted word by word.
+
+#include "EndToEnd/TalmoRun.h"
+
+#include "Support/Printing.h"
+
+#include <QFile>
+
+namespace talmo::test {
+
+using namespace std::chrono_literals;
+
+TEST_F(TalmoRun, holdingTheKeyDictatesIntoAQtProgram)
+{
+    openQtWindow();
+    startTalmo();
+    dictate(u"hello world"_s);
+    EXPECT_TRUE(windowShows(u"Hello world."_s));
+    EXPECT_TRUE(talmoSays(u"state: idle"_s));
+    EXPECT_EQ(desktop.activeWindowTitle(), u"Target"_s);
+    EXPECT_EQ(quitTalmo(), 0);
+}
+
+TEST_F(TalmoRun, holdingTheKeyDictatesIntoAGtkProgram)
+{
+    openWindow(QStringLiteral(TALMO_BIN "/talmo-gtk-window"));
+    startTalmo();
+    dictate(u"hello world"_s);
+    EXPECT_TRUE(windowShows(u"Hello world."_s));
+    EXPECT_EQ(quitTalmo(), 0);
+}
+
+TEST_F(TalmoRun, holdingTheKeyDictatesIntoXterm)
+{
+    const QString file = desktop.folder() + u"/typed"_s;
+    QFile(file).open(QFile::WriteOnly);
+    openWindow(u"xterm"_s, {u"-T"_s, u"Target"_s, u"-e"_s, u"sh"_s, u"-c"_s, u"stty -icanon; cat > '%1'"_s.arg(file)});
+    startTalmo();
+    copy(u"clipboard before"_s);
+    dictate(u"hello world"_s);
+    EXPECT_TRUE(talmoSays(u"state: idle"_s));
+    const auto typed = [&file] {
+        QFile reader(file);
+        return reader.open(QFile::ReadOnly) ? reader.readAll() : QByteArray();
+    };
+    EXPECT_TRUE(rig::pollUntil([&typed] { return typed() == "Hello world."; }, patience)) << typed().constData();
+    EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+}
+
+TEST_F(TalmoRun, aDoubleTapDictatesHandsFreeUntilTheNextPress)
+{
+    openQtWindow();
+    startTalmo();
+    doubleTap();
+    ASSERT_TRUE(talmoSays(u"state: recording"_s));
+    speak(u"hello world"_s);
+    keyboard.press(key);
+    EXPECT_TRUE(windowShows(u"Hello world."_s));
+    keyboard.release(key);
+    EXPECT_TRUE(talmoSays(u"state: idle"_s));
+}
+
+TEST_F(TalmoRun, theTextArrivesWhileRightCtrlIsStillHeld)
+{
+    openQtWindow();
+    startTalmo();
+    doubleTap();
+    ASSERT_TRUE(talmoSays(u"state: recording"_s));
+    speak(u"good morning"_s);
+    keyboard.press(key); // Stops, and stays down until the text is there.
+    EXPECT_TRUE(talmoSays(u"state: idle"_s));
+    EXPECT_TRUE(windowShows(u"Good morning."_s));
+    keyboard.release(key);
+}
+
+TEST_F(TalmoRun, heldShiftAndSuperDoNotSpoilThePaste)
+{
+    openQtWindow();
+    startTalmo();
+    keyboard.press(key);
+    ASSERT_TRUE(talmoSays(u"state: recording"_s));
+    speak(u"hello world"_s);
+    keyboard.press(rig::VirtualKeyboard::shiftLeft);
+    keyboard.press(rig::VirtualKeyboard::superLeft);
+    keyboard.release(key);
+    EXPECT_TRUE(windowShows(u"Hello world."_s));
+    keyboard.release(rig::VirtualKeyboard::superLeft);
+    keyboard.release(rig::VirtualKeyboard::shiftLeft);
+}
+
+TEST_F(TalmoRun, twoDictationsWithinASecondBothArriveAndTheClipboardIsAsItWas)
+{
+    openQtWindow();
+    startTalmo();
+    copy(u"clipboard before"_s);
+    dictate(u"hello world"_s);
+    ASSERT_TRUE(talmoSays(u"state: idle"_s));
+    // At once: this soon it is the second tap of a double-tap, and so it is hands-free.
+    keyboard.tap(key);
+    ASSERT_TRUE(talmoSays(u"state: recording"_s));
+    speak(u"good morning"_s);
+    keyboard.tap(key);
+    EXPECT_TRUE(windowShows(u"Hello world.Good morning."_s));
+    EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+}
+
+TEST_F(TalmoRun, rightCtrlAsAModifierRecordsNothing)
+{
+    openQtWindow();
+    startTalmo();
+    for (int round = 0; round < 3; ++round) {
+        keyboard.press(key);
+        keyboard.tap('a');
+        keyboard.release(key);
+        rig::passTime(50ms);
+    }
+    // At once: the press is held back for the moment, and then counts.
+    dictate(u"hello world"_s);
+    EXPECT_TRUE(windowShows(u"Hello world."_s));
+    int recordings = 0;
+    for (const auto &line : talmo->lines()) {
+        recordings += line.text.contains(u"state: recording"_s) ? 1 : 0;
+    }
+    EXPECT_EQ(recordings, 1);
+}
+
+TEST_F(TalmoRun, nothingSpokenIsNoSpeechAndTheNextDictationWorks)
+{
+    openQtWindow();
+    startTalmo();
+    keyboard.press(key);
+    ASSERT_TRUE(talmoSays(u"state: recording"_s));
+    keyboard.release(key);
+    EXPECT_TRUE(talmoSays(u"error: No speech detected."_s));
+    EXPECT_TRUE(talmoSays(u"state: error"_s));
+    rig::passTime(350ms); // The gap that keeps the next press from being a double-tap.
+    dictate(u"hello world"_s);
+    EXPECT_TRUE(windowShows(u"Hello world."_s));
+}
+
+} // namespace talmo::test

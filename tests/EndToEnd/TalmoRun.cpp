@@ -1,0 +1,108 @@
+#include "EndToEnd/TalmoRun.h"
+
+#include "SpokenText.h"
+#include "Support/Printing.h"
+
+namespace talmo::test {
+
+TalmoRun::TalmoRun()
+    : sound(std::make_unique<rig::SoundRig>(desktop.folder() + u"/sound"_s, environment))
+{
+    environment.insert(u"QT_LOGGING_RULES"_s, u"talmo.general.debug=true"_s);
+}
+
+TalmoRun::~TalmoRun()
+{
+    if (HasFailure() && talmo) {
+        ADD_FAILURE() << "Talmo's log:\n" << talmo->output().toStdString();
+    }
+}
+
+void TalmoRun::startTalmo()
+{
+    talmo = std::make_unique<rig::ChildProcess>(QStringLiteral(TALMO_BIN "/talmo"), QStringList{}, environment);
+    m_talmoLines = 0;
+    ASSERT_TRUE(talmoSays(u"ready:"_s));
+}
+
+void TalmoRun::openWindow(const QString &program, const QStringList &arguments)
+{
+    window = std::make_unique<rig::ChildProcess>(program, arguments, environment);
+    ASSERT_TRUE(desktop.waitForActiveWindow(u"Target"_s, patience));
+}
+
+void TalmoRun::openQtWindow(const QString &delay)
+{
+    openWindow(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Target"_s, delay});
+}
+
+bool TalmoRun::talmoSays(const QString &text)
+{
+    const bool found = talmo->waitForLine(text, patience, m_talmoLines).has_value();
+    while (found && !talmo->lines()[m_talmoLines].text.contains(text)) {
+        ++m_talmoLines;
+    }
+    ++m_talmoLines;
+    return found;
+}
+
+bool TalmoRun::windowShows(const QString &text)
+{
+    return window->waitForLine(u"text: "_s + text, patience).has_value();
+}
+
+void TalmoRun::speak(const QString &text)
+{
+    sound->play(rig::speak(text, desktop.folder()));
+}
+
+void TalmoRun::dictate(const QString &text)
+{
+    keyboard.press(key);
+    ASSERT_TRUE(talmoSays(u"state: recording"_s));
+    speak(text);
+    keyboard.release(key);
+}
+
+void TalmoRun::doubleTap()
+{
+    constexpr rig::Patience step = std::chrono::milliseconds(40);
+    keyboard.press(key);
+    rig::passTime(step);
+    keyboard.release(key);
+    rig::passTime(step);
+    keyboard.press(key);
+    rig::passTime(step);
+    keyboard.release(key);
+}
+
+QByteArray TalmoRun::clipboard(const QString &target)
+{
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(u"xclip"_s, {u"-selection"_s, u"clipboard"_s, u"-o"_s, u"-t"_s, target});
+    EXPECT_TRUE(rig::waitUntil([&process] { return process.state() == QProcess::NotRunning; }, patience));
+    return process.exitCode() == 0 ? process.readAllStandardOutput() : QByteArray();
+}
+
+bool TalmoRun::isClipboardEmpty()
+{
+    return clipboard(u"TARGETS"_s).isEmpty();
+}
+
+void TalmoRun::copy(const QString &text)
+{
+    // In the foreground, so that it ends with the test.
+    m_copier = std::make_unique<rig::ChildProcess>(
+        u"xclip"_s, QStringList{u"-selection"_s, u"clipboard"_s, u"-quiet"_s, u"-i"_s}, environment);
+    m_copier->writeLine(text);
+    m_copier->closeInput();
+    ASSERT_TRUE(rig::pollUntil([this] { return !clipboard().isEmpty(); }, patience));
+}
+
+int TalmoRun::quitTalmo()
+{
+    return talmo->terminate();
+}
+
+} // namespace talmo::test

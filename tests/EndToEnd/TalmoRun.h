@@ -1,0 +1,60 @@
+#pragma once
+
+#include "ChildProcess.h"
+#include "SoundRig.h"
+#include "VirtualDesktop.h"
+#include "VirtualKeyboard.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace talmo::test {
+
+/// Talmo itself, running on a desktop of its own, with a window in front that can be dictated into.
+class TalmoRun : public testing::Test {
+protected:
+    static constexpr rig::Patience patience = std::chrono::seconds(15);
+    static constexpr quint32 key = rig::VirtualKeyboard::controlRight;
+
+    TalmoRun();
+    ~TalmoRun() override;
+
+    void startTalmo();
+    /// A window whose title is "Target" and which says its text in lines "text: …".
+    void openWindow(const QString &program, const QStringList &arguments = {});
+    void openQtWindow(const QString &delay = QStringLiteral("0"));
+
+    /// Waits for a line of Talmo's log that has not been waited for before.
+    bool talmoSays(const QString &text);
+    bool windowShows(const QString &text);
+
+    /// Speaks this into the microphone to its end.
+    void speak(const QString &text);
+    /// The whole of a dictation: hold, speak, let go.
+    void dictate(const QString &text);
+
+    /// Two taps at a person's pace.
+    void doubleTap();
+
+    QByteArray clipboard(const QString &target = QStringLiteral("UTF8_STRING"));
+    bool isClipboardEmpty();
+    /// Puts a text on the clipboard as another program would.
+    void copy(const QString &text);
+
+    /// Ends Talmo as the desktop would; gives back its exit status.
+    int quitTalmo();
+
+    rig::VirtualDesktop desktop;
+    QProcessEnvironment environment = desktop.environment();
+    std::unique_ptr<rig::SoundRig> sound;
+    rig::VirtualKeyboard keyboard;
+    std::unique_ptr<rig::ChildProcess> talmo;
+    std::unique_ptr<rig::ChildProcess> window;
+
+private:
+    std::size_t m_talmoLines = 0;
+    std::unique_ptr<rig::ChildProcess> m_copier;
+};
+
+} // namespace talmo::test

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "Platform/Linux/XConnection.h"
+
+#include <QByteArray>
+#include <QList>
+
+#include <atomic>
+#include <map>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+namespace talmo::test {
+
+/// Another program that owns the clipboard, down to the protocol: it can offer anything, refuse what it offers, or
+/// keep silent, and it writes down what it was asked for. Runs on a thread and a connection of its own.
+class RawSelectionOwner {
+public:
+    struct Value {
+        QByteArray data;
+        QByteArray type;
+        int unitBits = 8;
+        /// What a lying owner does when the target is really asked for.
+        bool isRefused = false;
+        bool isIgnored = false;
+    };
+
+    RawSelectionOwner(const QByteArray &selection, std::vector<std::pair<QByteArray, Value>> values);
+    ~RawSelectionOwner();
+    RawSelectionOwner(const RawSelectionOwner &) = delete;
+    RawSelectionOwner &operator=(const RawSelectionOwner &) = delete;
+
+    std::vector<QByteArray> requestedTargets() const;
+
+private:
+    void serve();
+    void answer(const xcb_selection_request_event_t &request);
+
+    XConnection m_connection;
+    xcb_window_t m_window;
+    xcb_atom_t m_selection;
+    std::vector<std::pair<QByteArray, Value>> m_values;
+    mutable std::mutex m_mutex;
+    std::vector<QByteArray> m_requested;
+    std::atomic<bool> m_isEnding = false;
+    std::thread m_thread;
+};
+
+} // namespace talmo::test
