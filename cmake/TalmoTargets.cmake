@@ -12,10 +12,6 @@ target_compile_options(TalmoOptions INTERFACE
 target_compile_definitions(TalmoOptions INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS QT_STRICT_ITERATORS)
 target_include_directories(TalmoOptions INTERFACE ${CMAKE_SOURCE_DIR}/src)
-if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
-  # QCoro 0.8 asks for the coroutine header under its old name's warning switch.
-  target_compile_options(TalmoOptions INTERFACE -Wno-deprecated-experimental-coroutine)
-endif()
 if(TALMO_SANITIZE)
   target_compile_options(TalmoOptions INTERFACE
     -fsanitize=${TALMO_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)

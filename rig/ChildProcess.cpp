@@ -46,8 +46,7 @@ void passTime(Patience time)
     waitUntil([] { return false; }, time);
 }
 
-ChildProcess::ChildProcess(const QString &program, const QStringList &arguments,
-                           const QProcessEnvironment &environment)
+ChildProcess::ChildProcess(const QString &program, const QStringList &arguments, const QProcessEnvironment &environment)
 {
     m_process.setProcessEnvironment(environment);
     m_process.setProcessChannelMode(QProcess::MergedChannels);

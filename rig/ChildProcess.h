@@ -47,7 +47,8 @@ public:
     qint64 processId() const { return m_process.processId(); }
     void writeLine(const QString &line);
     void closeInput() { m_process.closeWriteChannel(); }
-    /// Asks it to end, waits, and ends it if it does not. Gives back the exit status, or -1 if it crashed or was killed.
+    /// Asks it to end, waits, and ends it if it does not. Gives back the exit status, or -1 if it crashed or was
+    /// killed.
     int terminate(Patience patience = std::chrono::seconds(10));
     /// At once, as if it had crashed.
     void kill();

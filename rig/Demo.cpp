@@ -60,14 +60,15 @@ QString afterMark(const QString &line, const QString &mark)
     return line.mid(line.indexOf(mark) + mark.size());
 }
 
-Stages dictate(SoundRig &sound, VirtualKeyboard &keyboard, ChildProcess &talmo, ChildProcess &window, const QString &wav)
+Stages dictate(SoundRig &sound, VirtualKeyboard &keyboard, ChildProcess &talmo, ChildProcess &window,
+               const QString &wav)
 {
     Stages stages;
     stages.pressed = std::chrono::steady_clock::now();
     keyboard.press(VirtualKeyboard::controlRight);
-    stages.recording = required(talmo.waitForLine(QStringLiteral("state: recording"), patience),
-                                QStringLiteral("Recording"), talmo)
-                           .time;
+    stages.recording =
+        required(talmo.waitForLine(QStringLiteral("state: recording"), patience), QStringLiteral("Recording"), talmo)
+            .time;
     sound.play(wav);
     stages.released = std::chrono::steady_clock::now();
     keyboard.release(VirtualKeyboard::controlRight);
@@ -141,7 +142,7 @@ int main(int argc, char **argv)
     parser.setApplicationDescription(QStringLiteral("Dictates a sentence on a desktop of its own."));
     parser.addHelpOption();
     const QCommandLineOption sayOption(QStringLiteral("say"), QStringLiteral("Speak this."), QStringLiteral("TEXT"),
-                                       QStringLiteral("please send the report to the team before friday"));
+                                       QStringLiteral("thank you very much we will meet again on monday"));
     const QCommandLineOption pictureOption(QStringLiteral("picture"), QStringLiteral("Save the screen here."),
                                            QStringLiteral("FILE"), QStringLiteral("talmo-demo.png"));
     parser.addOptions({sayOption, pictureOption});

@@ -36,15 +36,20 @@ void SoundRig::startServer()
     environment.remove(QStringLiteral("PULSE_SERVER"));
     // An idle null sink renders in blocks of up to two seconds unless told that nobody rewinds it.
     const QStringList arguments = {
-        QStringLiteral("--daemonize=no"), QStringLiteral("--exit-idle-time=-1"), QStringLiteral("--use-pid-file=no"),
-        QStringLiteral("-n"), QStringLiteral("--realtime=no"), QStringLiteral("--log-target=stderr"),
+        QStringLiteral("--daemonize=no"),
+        QStringLiteral("--exit-idle-time=-1"),
+        QStringLiteral("--use-pid-file=no"),
+        QStringLiteral("-n"),
+        QStringLiteral("--realtime=no"),
+        QStringLiteral("--log-target=stderr"),
         QStringLiteral("--log-level=notice"),
-        QStringLiteral("-L"), QStringLiteral("module-native-protocol-unix socket=%1/native auth-anonymous=1").arg(m_folder),
+        QStringLiteral("-L"),
+        QStringLiteral("module-native-protocol-unix socket=%1/native auth-anonymous=1").arg(m_folder),
         QStringLiteral("-L"),
         QStringLiteral("module-null-sink sink_name=speech rate=48000 channels=2 format=float32le norewinds=1")};
     m_server = std::make_unique<ChildProcess>(QStringLiteral("pulseaudio"), arguments, environment);
-    const bool isUp = pollUntil(
-        [this] { return !control({QStringLiteral("info")}).isEmpty() || !m_server->isRunning(); }, 20s);
+    const bool isUp =
+        pollUntil([this] { return !control({QStringLiteral("info")}).isEmpty() || !m_server->isRunning(); }, 20s);
     if (!isUp || !m_server->isRunning()) {
         throw Error(QStringLiteral("pulseaudio did not start: ") + m_server->output());
     }
@@ -57,7 +62,8 @@ QString SoundRig::control(const QStringList &arguments)
     process.setProcessEnvironment(m_environment);
     process.start(QStringLiteral("pactl"), arguments);
     const bool hasEnded = process.waitForFinished(5000);
-    return hasEnded && process.exitCode() == 0 ? QString::fromUtf8(process.readAllStandardOutput()).trimmed() : QString();
+    return hasEnded && process.exitCode() == 0 ? QString::fromUtf8(process.readAllStandardOutput()).trimmed()
+                                               : QString();
 }
 
 void SoundRig::addMicrophone()

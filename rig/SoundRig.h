@@ -12,7 +12,8 @@ namespace talmo::rig {
 /// A private sound server whose default microphone hears what is played into it.
 class SoundRig {
 public:
-    /// `folder` is private to the server. Sets PULSE_SERVER for this process and adds it to `environment`. Throws Error.
+    /// `folder` is private to the server. Sets PULSE_SERVER for this process and adds it to `environment`. Throws
+    /// Error.
     SoundRig(const QString &folder, QProcessEnvironment &environment);
     ~SoundRig();
     SoundRig(const SoundRig &) = delete;

@@ -84,12 +84,12 @@ VirtualDesktop::~VirtualDesktop()
 
 void VirtualDesktop::startServer()
 {
-    m_server = std::make_unique<ChildProcess>(
-        QStringLiteral("Xvfb"),
-        QStringList{QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"), QStringLiteral("0"),
-                    QStringLiteral("1024x640x24"), QStringLiteral("-nolisten"), QStringLiteral("tcp"),
-                    QStringLiteral("-noreset")},
-        m_environment);
+    m_server = std::make_unique<ChildProcess>(QStringLiteral("Xvfb"),
+                                              QStringList{QStringLiteral("-displayfd"), QStringLiteral("1"),
+                                                          QStringLiteral("-screen"), QStringLiteral("0"),
+                                                          QStringLiteral("1024x640x24"), QStringLiteral("-nolisten"),
+                                                          QStringLiteral("tcp"), QStringLiteral("-noreset")},
+                                              m_environment);
     // It writes the number of the display once it serves it, and nothing else that is only digits.
     QString number;
     const bool isReady = waitUntil(
@@ -129,8 +129,7 @@ void VirtualDesktop::startWindowManager()
 
 QString VirtualDesktop::activeWindowTitle()
 {
-    const QByteArray active =
-        property(*m_connection, m_connection->root(), m_connection->atom("_NET_ACTIVE_WINDOW"));
+    const QByteArray active = property(*m_connection, m_connection->root(), m_connection->atom("_NET_ACTIVE_WINDOW"));
     xcb_window_t window = XCB_NONE;
     if (active.size() == sizeof(window)) {
         std::memcpy(&window, active.constData(), sizeof(window));

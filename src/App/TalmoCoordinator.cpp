@@ -85,8 +85,7 @@ void TalmoCoordinator::beginDictation()
     }
     if (m_parts.permissions->microphoneStatus() != SimpleStatus::Granted ||
         m_parts.permissions->speechRecognitionStatus() != SimpleStatus::Granted) {
-        transitionTo(
-            TalmoState::error(QStringLiteral("Grant microphone and speech-recognition permissions first.")));
+        transitionTo(TalmoState::error(QStringLiteral("Grant microphone and speech-recognition permissions first.")));
         return;
     }
     publish(m_liveTranscript, QString());

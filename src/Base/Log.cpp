@@ -21,8 +21,7 @@ public:
         return level != LogLevel::Debug || category(name).isDebugEnabled();
     }
 
-    void write(LogLevel level, const char *name, const char *format,
-               std::initializer_list<QVariant> arguments) override
+    void write(LogLevel level, const char *name, const char *format, std::initializer_list<QVariant> arguments) override
     {
         const QMessageLogger logger(nullptr, 0, nullptr, category(name).categoryName());
         const QString line = formatLogLine(format, arguments);

@@ -116,10 +116,10 @@ void SpeechTranscriptionService::Actor::open(std::shared_ptr<RecorderService> re
                                              ErrorHandler onError)
 {
     const auto analyzer = m_platform->makeAnalyzer(transcriber);
-    auto [input, continuation] = InputStream::make();
+    const auto stream = InputStream::make();
     m_transcriber = transcriber;
     m_analyzer = analyzer;
-    m_inputContinuation = continuation;
+    m_inputContinuation = stream.second;
     m_transcript = TranscriptAccumulator();
 
     auto box = std::make_shared<LazyAudioConverterBox>();
@@ -127,11 +127,11 @@ void SpeechTranscriptionService::Actor::open(std::shared_ptr<RecorderService> re
     box->targetFormat = targetFormat;
     // The capture thread converts and enqueues; it touches nothing of the actor. Buffers that come before the
     // analyzer reads wait in the stream.
-    recorder->start([box, continuation = continuation](const auto &buffer, const AudioTime &) {
+    recorder->start([box, continuation = stream.second](const auto &buffer, const AudioTime &) {
         handleTapBuffer(*box, continuation, buffer);
     });
 
-    m_analyzerTask = launch(*executor, [analyzer, input = input](std::stop_token stop) {
+    m_analyzerTask = launch(*executor, [analyzer, input = stream.first](std::stop_token stop) {
         return runAnalyzer(analyzer, input, stop);
     });
     m_resultsTask = launch(*executor, [weakSelf = weak_from_this(), transcriber, onUpdate = std::move(onUpdate),
@@ -262,8 +262,8 @@ QCoro::Task<void> SpeechTranscriptionService::startTranscription(std::shared_ptr
                                                                  ErrorHandler onError)
 {
     const auto actor = m_actor;
-    return await<void>(actor->executor->run<void>(
-        [=] { return Actor::start(actor, recorder, locale, onUpdate, onError); }));
+    return await<void>(
+        actor->executor->run<void>([=] { return Actor::start(actor, recorder, locale, onUpdate, onError); }));
 }
 
 QCoro::Task<QString> SpeechTranscriptionService::stopTranscription()

@@ -68,10 +68,9 @@ TEST_F(TalmoCoordinatorTest, oneHoldGestureMakesAllItsCallsInOrder)
     world.onUpdate(u"hello"_s);
     EXPECT_EQ(world.coordinator->liveTranscript(), u"hello"_s);
     release();
-    EXPECT_THAT(world.takeCalls(),
-                ElementsAre("overlay.show", "recorder.stop", "stopTranscription",
-                            "cleanup \"hello world\" ai full 0 Talmo", "overlay.show", "insert \"Hello world.\"",
-                            "overlay.hide"));
+    EXPECT_THAT(world.takeCalls(), ElementsAre("overlay.show", "recorder.stop", "stopTranscription",
+                                               "cleanup \"hello world\" ai full 0 Talmo", "overlay.show",
+                                               "insert \"Hello world.\"", "overlay.hide"));
     EXPECT_EQ(state(), TalmoState::idle());
     EXPECT_EQ(world.coordinator->liveTranscript(), u"Hello world."_s);
     EXPECT_THAT(log.lines(), ElementsAre(u"general debug: raw transcript: hello world"_s,
@@ -174,8 +173,7 @@ TEST_F(TalmoCoordinatorTest, anUnsupportedLocaleFails)
 {
     world.onModelStatus = [] { return ready(ModelStatus{false, false}); };
     press();
-    EXPECT_EQ(state(),
-              TalmoState::error(u"The current language isn't supported for on-device transcription."_s));
+    EXPECT_EQ(state(), TalmoState::error(u"The current language isn't supported for on-device transcription."_s));
     EXPECT_THAT(world.takeCalls(), ElementsAre("modelStatus en_US", "recorder.stop", "makeOverlay", "overlay.show",
                                                "cancelTranscription"));
 }

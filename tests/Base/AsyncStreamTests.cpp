@@ -23,9 +23,8 @@ struct Read {
 Read readNow(const Stream &stream)
 {
     Read read;
-    stream.next([&read](std::optional<int> value, std::exception_ptr error) {
-        read = {value, std::move(error), true};
-    });
+    stream.next(
+        [&read](std::optional<int> value, std::exception_ptr error) { read = {value, std::move(error), true}; });
     return read;
 }
 

@@ -8,7 +8,8 @@ namespace talmo::test {
 
 TEST(Text, spacesAreTheSpaceSeparatorsAndTab)
 {
-    for (const char32_t space : {U' ', U'\t', U'\u00A0', U'\u1680', U'\u2000', U'\u200A', U'\u202F', U'\u205F', U'\u3000'}) {
+    for (const char32_t space :
+         {U' ', U'\t', U'\u00A0', U'\u1680', U'\u2000', U'\u200A', U'\u202F', U'\u205F', U'\u3000'}) {
         EXPECT_TRUE(Text::isSpace(space)) << static_cast<unsigned>(space);
         EXPECT_TRUE(Text::isWhitespaceOrNewline(space)) << static_cast<unsigned>(space);
     }

@@ -92,7 +92,8 @@ TEST(SplitIntoSegments, matchesInsideLongerWords)
 
 TEST(SplitIntoSegments, trimsSpacesButNotLineBreaks)
 {
-    EXPECT_THAT(splitIntoSegments(u"a\n\t new line\u00A0b"_s), ElementsAre(segment(u"a\n"_s, u"\n"_s), segment(u"b"_s)));
+    EXPECT_THAT(splitIntoSegments(u"a\n\t new line\u00A0b"_s),
+                ElementsAre(segment(u"a\n"_s, u"\n"_s), segment(u"b"_s)));
 }
 
 TEST(SplitIntoSegments, lettersThatGrowWhenFoldedDoNotShiftTheSplit)

@@ -152,7 +152,7 @@ TEST_F(PulseAudioEngineTest, stopIsShortAndDeliversTheLastWordWithSilenceBehindI
     subject->engine.stop();
     EXPECT_GE(buffers, 3);
     EXPECT_EQ(lastLength, 480U); // Ten milliseconds of silence.
-    EXPECT_LT(took, 500ms); // The bound of 30 ms is benchmarked; here only that nothing hangs.
+    EXPECT_LT(took, 500ms);      // The bound of 30 ms is benchmarked; here only that nothing hangs.
 }
 
 TEST_F(PulseAudioEngineTest, withoutAMicrophoneSaysSoAndTheNextStartWorks)

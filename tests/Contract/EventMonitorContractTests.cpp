@@ -92,8 +92,10 @@ TYPED_TEST(EventMonitorContract, aMonitorWhoseTokenWentHearsNothing)
     this->addBoth();
     this->global.reset();
     std::vector<quint64> other;
-    const auto second = this->subject.monitor.addGlobalMonitor(
-        GlobalHotkeyManager::flagsChangedMask, [&other](const auto &event) { other.push_back(event.modifierFlags & fn); });
+    const auto second =
+        this->subject.monitor.addGlobalMonitor(GlobalHotkeyManager::flagsChangedMask, [&other](const auto &event) {
+            other.push_back(event.modifierFlags & fn);
+        });
     this->subject.press();
     ASSERT_TRUE(waitFor([&other] { return !other.empty(); }));
     EXPECT_THAT(this->globalEvents, IsEmpty());
@@ -131,8 +133,8 @@ TEST_F(XInput2EventMonitorTest, seesTheKeyUnderAnotherProgramsPassiveGrab)
 {
     XConnection other;
     for (int code = 8; code < 256; ++code) {
-        xcb_grab_key(other.get(), 1, other.root(), XCB_MOD_MASK_ANY, static_cast<xcb_keycode_t>(code), XCB_GRAB_MODE_ASYNC,
-                     XCB_GRAB_MODE_ASYNC);
+        xcb_grab_key(other.get(), 1, other.root(), XCB_MOD_MASK_ANY, static_cast<xcb_keycode_t>(code),
+                     XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     }
     const XcbPtr<xcb_get_input_focus_reply_t> done(
         xcb_get_input_focus_reply(other.get(), xcb_get_input_focus(other.get()), nullptr));
@@ -151,7 +153,8 @@ TEST_F(XInput2EventMonitorTest, takesNoKeyFromAnybody)
                              XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     const quint32 values[] = {1, mask};
     xcb_create_window(other.get(), XCB_COPY_FROM_PARENT, window, other.root(), 0, 0, 100, 100, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK,
+                      values);
     xcb_map_window(other.get(), window);
     xcb_set_input_focus(other.get(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
     other.flush();

@@ -77,10 +77,11 @@ TYPED_TEST(PasteboardContract, givesBackItemsByteForByteInOrder)
     for (qsizetype index = 0; index < large.size(); ++index) {
         large[index] = static_cast<char>(index * 7);
     }
-    const QList<PasteboardItem> items = {PasteboardItem{{{u"text/html"_s, "<b>x</b>", u"text/html"_s, 8},
-                                                         {u"image/png"_s, large, u"image/png"_s, 8},
-                                                         {u"_NUMBERS"_s, QByteArray("\1\0\0\0\2\0\0\0", 8), u"INTEGER"_s, 32},
-                                                         {u"_EMPTY"_s, QByteArray(), u"STRING"_s, 8}}}};
+    const QList<PasteboardItem> items = {
+        PasteboardItem{{{u"text/html"_s, "<b>x</b>", u"text/html"_s, 8},
+                        {u"image/png"_s, large, u"image/png"_s, 8},
+                        {u"_NUMBERS"_s, QByteArray("\1\0\0\0\2\0\0\0", 8), u"INTEGER"_s, 32},
+                        {u"_EMPTY"_s, QByteArray(), u"STRING"_s, 8}}}};
     this->pasteboard().clearContents();
     this->pasteboard().writeItems(items);
     EXPECT_EQ(this->items(), items);

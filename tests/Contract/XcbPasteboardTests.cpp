@@ -1,9 +1,9 @@
 // What only a real clipboard must stand: other programs, honest and not.
 
 #include "ChildProcess.h"
+#include "Insertion/ClipboardPasteInsertionService.h"
 #include "Platform/Linux/XTestKeyEventPoster.h"
 #include "Platform/Linux/XcbPasteboard.h"
-#include "Insertion/ClipboardPasteInsertionService.h"
 #include "Support/Printing.h"
 #include "Support/RawSelectionOwner.h"
 #include "Support/TestLoop.h"
@@ -100,7 +100,8 @@ TEST_F(XcbPasteboardTest, offersTextInTheTypesProgramsAskForAndMarksItSecret)
     EXPECT_EQ(xclip(u"STRING"_s), u"grün"_s.toLatin1());
     EXPECT_EQ(xclip(u"text/plain;charset=utf-8"_s), u"grün"_s.toUtf8());
     EXPECT_EQ(xclip(u"x-kde-passwordManagerHint"_s), "secret");
-    EXPECT_THAT(xclip(u"TARGETS"_s).split('\n'), testing::IsSupersetOf({"TARGETS", "MULTIPLE", "TIMESTAMP", "UTF8_STRING"}));
+    EXPECT_THAT(xclip(u"TARGETS"_s).split('\n'),
+                testing::IsSupersetOf({"TARGETS", "MULTIPLE", "TIMESTAMP", "UTF8_STRING"}));
     EXPECT_NE(xclip(u"TIMESTAMP"_s), QByteArray());
     pasteboard->setString(u"日本"_s);
     EXPECT_THAT(xclip(u"TARGETS"_s).split('\n'), testing::Not(testing::Contains("STRING")));
@@ -115,23 +116,29 @@ TEST_F(XcbPasteboardTest, answersMultiple)
     const xcb_window_t window = xcb_generate_id(connection);
     xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, client.root(), 0, 0, 1, 1, 0,
                       XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
-    const xcb_atom_t pairs[] = {client.atom("UTF8_STRING"), client.atom("P1"), client.atom("NO_SUCH"), client.atom("P2"),
-                                client.atom("TIMESTAMP"), client.atom("P3")};
-    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, client.atom("PAIRS"), client.atom("ATOM_PAIR"), 32, 6, pairs);
-    xcb_convert_selection(connection, window, client.atom("CLIPBOARD"), client.atom("MULTIPLE"), client.atom("PAIRS"), XCB_CURRENT_TIME);
+    const xcb_atom_t pairs[] = {client.atom("UTF8_STRING"), client.atom("P1"),        client.atom("NO_SUCH"),
+                                client.atom("P2"),          client.atom("TIMESTAMP"), client.atom("P3")};
+    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, client.atom("PAIRS"), client.atom("ATOM_PAIR"), 32,
+                        6, pairs);
+    xcb_convert_selection(connection, window, client.atom("CLIPBOARD"), client.atom("MULTIPLE"), client.atom("PAIRS"),
+                          XCB_CURRENT_TIME);
     client.flush();
     const XcbPtr<xcb_generic_event_t> event(xcb_wait_for_event(connection));
     ASSERT_EQ(event->response_type & 0x7f, XCB_SELECTION_NOTIFY);
     const auto get = [&](const char *name) {
         return XcbPtr<xcb_get_property_reply_t>(xcb_get_property_reply(
-            connection, xcb_get_property(connection, 0, window, client.atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, 100), nullptr));
+            connection, xcb_get_property(connection, 0, window, client.atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, 100),
+            nullptr));
     };
     const auto text = get("P1");
-    EXPECT_EQ(QByteArray(static_cast<const char *>(xcb_get_property_value(text.get())), xcb_get_property_value_length(text.get())), "both");
+    EXPECT_EQ(QByteArray(static_cast<const char *>(xcb_get_property_value(text.get())),
+                         xcb_get_property_value_length(text.get())),
+              "both");
     EXPECT_EQ(get("P2")->type, static_cast<xcb_atom_t>(XCB_ATOM_NONE));
     EXPECT_EQ(get("P3")->value_len, 1U);
     const auto answered = get("PAIRS");
-    EXPECT_EQ(static_cast<const xcb_atom_t *>(xcb_get_property_value(answered.get()))[3], static_cast<xcb_atom_t>(XCB_ATOM_NONE));
+    EXPECT_EQ(static_cast<const xcb_atom_t *>(xcb_get_property_value(answered.get()))[3],
+              static_cast<xcb_atom_t>(XCB_ATOM_NONE));
 }
 
 TEST_F(XcbPasteboardTest, neverConvertsTargetsThatDoSomethingToTheOwner)
@@ -160,9 +167,9 @@ TEST_F(XcbPasteboardTest, skipsWhatAnOwnerOffersButDoesNotGive)
 
 TEST_F(XcbPasteboardTest, anOwnerThatHangsCostsHalfASecondAndKeepsWhatItGaveBefore)
 {
-    const RawSelectionOwner owner("CLIPBOARD", {{"text/html", {"<i>", "text/html"}},
-                                                {"image/png", {"", "", 8, false, true}},
-                                                {"never", {"asked", "STRING"}}});
+    const RawSelectionOwner owner(
+        "CLIPBOARD",
+        {{"text/html", {"<i>", "text/html"}}, {"image/png", {"", "", 8, false, true}}, {"never", {"asked", "STRING"}}});
     const auto before = std::chrono::steady_clock::now();
     const auto all = read();
     const auto took = std::chrono::steady_clock::now() - before;

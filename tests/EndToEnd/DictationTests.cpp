@@ -66,10 +66,10 @@ TEST_F(TalmoRun, theTextArrivesWhileRightCtrlIsStillHeld)
     startTalmo();
     doubleTap();
     ASSERT_TRUE(talmoSays(u"state: recording"_s));
-    speak(u"good morning"_s);
+    speak(u"thank you very much"_s);
     keyboard.press(key); // Stops, and stays down until the text is there.
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
-    EXPECT_TRUE(windowShows(u"Good morning."_s));
+    EXPECT_TRUE(windowShows(u"Thank you very much."_s));
     keyboard.release(key);
 }
 
@@ -98,9 +98,9 @@ TEST_F(TalmoRun, twoDictationsWithinASecondBothArriveAndTheClipboardIsAsItWas)
     // At once: this soon it is the second tap of a double-tap, and so it is hands-free.
     keyboard.tap(key);
     ASSERT_TRUE(talmoSays(u"state: recording"_s));
-    speak(u"good morning"_s);
+    speak(u"thank you very much"_s);
     keyboard.tap(key);
-    EXPECT_TRUE(windowShows(u"Hello world.Good morning."_s));
+    EXPECT_TRUE(windowShows(u"Hello world.Thank you very much."_s));
     EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
 }
 

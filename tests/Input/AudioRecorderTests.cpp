@@ -45,8 +45,7 @@ TEST_F(AudioRecorderTest, startsAndStopsInOrder)
     EXPECT_FALSE(recorder.isRecording());
     engine->capture(silence(engine->format, 10));
     EXPECT_EQ(buffers, 1);
-    EXPECT_THAT(engine->calls,
-                ElementsAre("inputFormat", "removeTap", tap, "prepare", "start", "removeTap", "stop"));
+    EXPECT_THAT(engine->calls, ElementsAre("inputFormat", "removeTap", tap, "prepare", "start", "removeTap", "stop"));
 }
 
 TEST_F(AudioRecorderTest, aSecondStartKeepsTheFirstHandler)

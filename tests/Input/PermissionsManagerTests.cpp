@@ -38,9 +38,9 @@ TEST_F(PermissionsManagerTest, readsAllThreeWhenItIsMade)
 
 TEST_F(PermissionsManagerTest, restrictedAndDeniedAreDeniedAndUnknownIsUndetermined)
 {
-    const std::pair<int, SimpleStatus> table[] = {
-        {0, SimpleStatus::NotDetermined}, {1, SimpleStatus::Denied},        {2, SimpleStatus::Denied},
-        {3, SimpleStatus::Granted},       {4, SimpleStatus::NotDetermined}, {-1, SimpleStatus::NotDetermined}};
+    const std::pair<int, SimpleStatus> table[] = {{0, SimpleStatus::NotDetermined}, {1, SimpleStatus::Denied},
+                                                  {2, SimpleStatus::Denied},        {3, SimpleStatus::Granted},
+                                                  {4, SimpleStatus::NotDetermined}, {-1, SimpleStatus::NotDetermined}};
     for (const auto &[raw, status] : table) {
         source->microphone = raw;
         source->speech = raw;

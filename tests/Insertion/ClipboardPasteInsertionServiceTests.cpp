@@ -31,7 +31,8 @@ protected:
     ClipboardPasteInsertionService service{pasteboard, poster, trust, clock};
     /// Empty while it runs; then "done" or the error's description.
     QString outcome;
-    const PasteboardItem item{{{u"UTF8_STRING"_s, "old", u"UTF8_STRING"_s, 8}, {u"image/png"_s, "\x89PNG\0x", u"image/png"_s, 8}}};
+    const PasteboardItem item{
+        {{u"UTF8_STRING"_s, "old", u"UTF8_STRING"_s, 8}, {u"image/png"_s, "\x89PNG\0x", u"image/png"_s, 8}}};
 
 private:
     static QCoro::Task<void> run(ClipboardPasteInsertionService &service, QString text, std::stop_token stop,
@@ -46,7 +47,6 @@ private:
     }
     std::optional<QCoro::Task<void>> task;
 };
-
 
 } // namespace
 

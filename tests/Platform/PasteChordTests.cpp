@@ -75,9 +75,9 @@ TEST(PasteChord, letsHeldModifiersGoFirstAndNeverPressesThemAgain)
     layout.heldKeys = {super, alt, rightControl, shift};
     EXPECT_THAT(pasteChord(layout, PasteStyle::ControlV),
                 ElementsAre(up(shift), up(alt), up(super), down(control), down(keyV), up(keyV), up(control)));
-    EXPECT_THAT(pasteChord(layout, PasteStyle::ShiftInsertPrimary),
-                ElementsAre(up(shift), up(alt), up(super), up(rightControl), down(shift), down(insert), up(insert),
-                            up(shift)));
+    EXPECT_THAT(
+        pasteChord(layout, PasteStyle::ShiftInsertPrimary),
+        ElementsAre(up(shift), up(alt), up(super), up(rightControl), down(shift), down(insert), up(insert), up(shift)));
 }
 
 TEST(PasteChord, looksInTheLayoutInUseFirstAndThenInTheOthers)

@@ -13,7 +13,8 @@ namespace talmo::test {
 
 TEST(EnglishModelLocale, standsForAnyEnglishAndForNoLanguageAtAll)
 {
-    const QString all[] = {u"en"_s, u"en_US"_s, u"en-GB"_s, u"en_AU.UTF-8"_s, u"en_US@posix"_s, u"C"_s, u"POSIX"_s, u"C.UTF-8"_s};
+    const QString all[] = {u"en"_s,          u"en_US"_s, u"en-GB"_s, u"en_AU.UTF-8"_s,
+                           u"en_US@posix"_s, u"C"_s,     u"POSIX"_s, u"C.UTF-8"_s};
     for (const QString &locale : all) {
         EXPECT_EQ(englishModelLocale(locale), u"en_US"_s) << locale.toStdString();
     }
@@ -21,8 +22,18 @@ TEST(EnglishModelLocale, standsForAnyEnglishAndForNoLanguageAtAll)
 
 TEST(EnglishModelLocale, refusesOtherLanguagesAndGarbage)
 {
-    const QString all[] = {u"fr_FR"_s, u"de"_s, QString(), u"english"_s, u"ene"_s, u"e"_s, u"CC"_s, u"en_"_s,
-                           u"en US"_s, u"../en"_s, QString(QChar(0xD800)), u"en\n"_s + QString(100000, QLatin1Char('x'))};
+    const QString all[] = {u"fr_FR"_s,
+                           u"de"_s,
+                           QString(),
+                           u"english"_s,
+                           u"ene"_s,
+                           u"e"_s,
+                           u"CC"_s,
+                           u"en_"_s,
+                           u"en US"_s,
+                           u"../en"_s,
+                           QString(QChar(0xD800)),
+                           u"en\n"_s + QString(100000, QLatin1Char('x'))};
     for (const QString &locale : all) {
         EXPECT_EQ(englishModelLocale(locale), std::nullopt) << locale.left(20).toStdString();
     }

@@ -23,7 +23,8 @@ std::shared_ptr<AudioBuffer> tone(const AudioFormat &format, quint32 frames, dou
         const double phase = 2 * std::numbers::pi * frequency * static_cast<double>(offset + frame) / format.sampleRate;
         const auto sample = static_cast<float>(0.5 * std::sin(phase));
         for (quint32 channel = 0; channel < format.channelCount; ++channel) {
-            std::memcpy(buffer->data() + (frame * format.channelCount + channel) * sizeof(float), &sample, sizeof(sample));
+            std::memcpy(buffer->data() + (frame * format.channelCount + channel) * sizeof(float), &sample,
+                        sizeof(sample));
         }
     }
     return buffer;

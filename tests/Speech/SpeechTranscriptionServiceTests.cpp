@@ -107,8 +107,7 @@ TEST(TranscriptionError, hasItsDescriptions)
 TEST_F(SpeechTranscriptionServiceTest, modelStatusAsksInOrder)
 {
     EXPECT_EQ(outcomeOf(service->modelStatus(u"en-GB"_s)), u"supported 1 installed 1"_s);
-    EXPECT_THAT(platform->calls,
-                ElementsAre("supportedLocale en-GB", "makeTranscriber en_US preset", "assetStatus"));
+    EXPECT_THAT(platform->calls, ElementsAre("supportedLocale en-GB", "makeTranscriber en_US preset", "assetStatus"));
     for (const auto status : {AssetStatus::Unsupported, AssetStatus::Supported, AssetStatus::Downloading}) {
         platform->status = status;
         EXPECT_EQ(outcomeOf(service->modelStatus(u"en-GB"_s)), u"supported 1 installed 0"_s);
@@ -168,9 +167,8 @@ TEST_F(SpeechTranscriptionServiceTest, startGoesStepByStepWithTheRecorderBeforeT
 {
     platform->finalResult = u"hello"_s;
     EXPECT_EQ(start(u"en-GB"_s), u"done"_s);
-    EXPECT_THAT(platform->calls,
-                ElementsAre("supportedLocale en-GB", "makeTranscriber en_US volatile", "assetStatus",
-                            "bestAvailableAudioFormat", "makeAnalyzer", "analyzer.start"));
+    EXPECT_THAT(platform->calls, ElementsAre("supportedLocale en-GB", "makeTranscriber en_US volatile", "assetStatus",
+                                             "bestAvailableAudioFormat", "makeAnalyzer", "analyzer.start"));
     EXPECT_TRUE(recorder->isRecording());
 }
 
@@ -387,16 +385,16 @@ TEST(SpeechTranscriptionServiceThreads, answersAndCallsBackOnTheMainThreadFromAT
     platform->finalResult = u"threaded"_s;
     const auto engine = std::make_shared<FakeAudioEngine>();
     const auto recorder = std::make_shared<AudioRecorder>(engine);
-    const auto service = std::make_shared<SpeechTranscriptionService>(
-        platform, std::make_shared<NoConverters>(), SerialExecutor::onNewThread(u"speech"_s),
-        SerialExecutor::onCurrentThread());
+    const auto service = std::make_shared<SpeechTranscriptionService>(platform, std::make_shared<NoConverters>(),
+                                                                      SerialExecutor::onNewThread(u"speech"_s),
+                                                                      SerialExecutor::onCurrentThread());
     QThread *updatedOn = nullptr;
     QString outcome;
-    const auto task = noteOutcome(
-        service->startTranscription(
-            recorder, u"en"_s, [&updatedOn](const QString &) { updatedOn = QThread::currentThread(); },
-            [](const std::exception_ptr &) {}),
-        &outcome);
+    const auto task =
+        noteOutcome(service->startTranscription(
+                        recorder, u"en"_s, [&updatedOn](const QString &) { updatedOn = QThread::currentThread(); },
+                        [](const std::exception_ptr &) {}),
+                    &outcome);
     ASSERT_TRUE(waitFor([&outcome] { return outcome == u"done"_s; }));
     const auto stopTask = noteOutcome(service->stopTranscription(), &outcome);
     ASSERT_TRUE(waitFor([&outcome] { return outcome == u"text: threaded"_s; }));

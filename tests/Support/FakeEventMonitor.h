@@ -20,8 +20,8 @@ public:
     /// What the local monitors gave back.
     std::vector<std::optional<FlagsChangedEvent>> delivered;
 
-    std::shared_ptr<EventMonitorToken>
-    addGlobalMonitor(quint64 eventMask, std::function<void(const FlagsChangedEvent &)> handler) override
+    std::shared_ptr<EventMonitorToken> addGlobalMonitor(quint64 eventMask,
+                                                        std::function<void(const FlagsChangedEvent &)> handler) override
     {
         masks.push_back(eventMask);
         if (!offersGlobal) {

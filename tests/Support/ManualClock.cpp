@@ -12,9 +12,8 @@ QFuture<void> ManualClock::sleep(Duration duration, std::stop_token stop)
     auto sleeper = std::make_shared<Sleeper>();
     sleeper->due = m_now + duration;
     m_sleepers.push_back(sleeper);
-    sleeper->onStop.emplace(stop, [completion = sleeper->completion] {
-        completion->fail(std::make_exception_ptr(Cancelled()));
-    });
+    sleeper->onStop.emplace(
+        stop, [completion = sleeper->completion] { completion->fail(std::make_exception_ptr(Cancelled())); });
     return sleeper->completion->future();
 }
 
@@ -46,9 +45,8 @@ std::shared_ptr<ManualClock::Sleeper> ManualClock::takeNextDue(Instant until)
 
 std::size_t ManualClock::sleeperCount() const
 {
-    return static_cast<std::size_t>(std::count_if(m_sleepers.begin(), m_sleepers.end(), [](const auto &sleeper) {
-        return !sleeper->completion->isDone();
-    }));
+    return static_cast<std::size_t>(std::count_if(m_sleepers.begin(), m_sleepers.end(),
+                                                  [](const auto &sleeper) { return !sleeper->completion->isDone(); }));
 }
 
 } // namespace talmo::test

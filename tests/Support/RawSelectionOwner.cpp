@@ -60,8 +60,8 @@ void RawSelectionOwner::answer(const xcb_selection_request_event_t &request)
         m_requested.push_back(target);
     }
     xcb_atom_t property = request.property;
-    const auto found = std::find_if(m_values.begin(), m_values.end(),
-                                    [&target](const auto &value) { return value.first == target; });
+    const auto found =
+        std::find_if(m_values.begin(), m_values.end(), [&target](const auto &value) { return value.first == target; });
     if (target == "TARGETS") {
         std::vector<xcb_atom_t> atoms = {request.target};
         for (const auto &value : m_values) {

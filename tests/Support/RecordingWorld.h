@@ -140,22 +140,22 @@ private:
             : m_world(world)
         {
         }
-        QCoro::Task<ModelStatus> modelStatus(QString locale) override
+        QCoro::Task<ModelStatus> modelStatus(QString language) override
         {
-            m_world.calls.push_back("modelStatus " + locale.toStdString());
+            m_world.calls.push_back("modelStatus " + language.toStdString());
             return await<ModelStatus>(m_world.onModelStatus());
         }
-        QCoro::Task<void> installModel(QString locale) override
+        QCoro::Task<void> installModel(QString language) override
         {
-            m_world.calls.push_back("installModel " + locale.toStdString());
+            m_world.calls.push_back("installModel " + language.toStdString());
             return await<void>(m_world.onInstall());
         }
-        QCoro::Task<void> startTranscription(std::shared_ptr<RecorderService>, QString locale, UpdateHandler onUpdate,
-                                             ErrorHandler onError) override
+        QCoro::Task<void> startTranscription(std::shared_ptr<RecorderService>, QString language, UpdateHandler update,
+                                             ErrorHandler error) override
         {
-            m_world.calls.push_back("startTranscription " + locale.toStdString());
-            m_world.onUpdate = std::move(onUpdate);
-            m_world.onError = std::move(onError);
+            m_world.calls.push_back("startTranscription " + language.toStdString());
+            m_world.onUpdate = std::move(update);
+            m_world.onError = std::move(error);
             return await<void>(m_world.onStart());
         }
         QCoro::Task<QString> stopTranscription() override
@@ -179,10 +179,9 @@ private:
             : m_world(world)
         {
         }
-        QCoro::Task<QString> cleanup(QString transcript, bool ai, bool concise, TextTone tone,
-                                     QStringList words) override
+        QCoro::Task<QString> cleanup(QString raw, bool ai, bool concise, TextTone tone, QStringList words) override
         {
-            m_world.calls.push_back("cleanup \"" + transcript.toStdString() + "\" " + (ai ? "ai" : "local") +
+            m_world.calls.push_back("cleanup \"" + raw.toStdString() + "\" " + (ai ? "ai" : "local") +
                                     (concise ? " concise " : " full ") + std::to_string(static_cast<int>(tone)) + " " +
                                     words.join(QLatin1Char(',')).toStdString());
             return await<QString>(m_world.onCleanup());

@@ -21,8 +21,8 @@ void readKeySyms(XConnection &connection, KeyboardLayout &layout)
 
 void readModifiers(XConnection &connection, KeyboardLayout &layout)
 {
-    const XcbPtr<xcb_get_modifier_mapping_reply_t> reply(xcb_get_modifier_mapping_reply(
-        connection.get(), xcb_get_modifier_mapping(connection.get()), nullptr));
+    const XcbPtr<xcb_get_modifier_mapping_reply_t> reply(
+        xcb_get_modifier_mapping_reply(connection.get(), xcb_get_modifier_mapping(connection.get()), nullptr));
     if (!reply) {
         return;
     }

@@ -19,19 +19,55 @@ constexpr std::array heldModifiers = {0, 3, 5, 6, 7};
 template <std::size_t Size>
 bool isOneOf(const std::array<const char *, Size> &names, const QString &name)
 {
-    return std::any_of(names.begin(), names.end(),
-                       [&name](const char *known) { return name.compare(QLatin1String(known), Qt::CaseInsensitive) == 0; });
+    return std::any_of(names.begin(), names.end(), [&name](const char *known) {
+        return name.compare(QLatin1String(known), Qt::CaseInsensitive) == 0;
+    });
 }
 
-constexpr std::array vteLikeTerminals = {
-    "gnome-terminal", "gnome-terminal-server", "xfce4-terminal", "mate-terminal", "lxterminal", "terminator", "tilix",
-    "tilda", "guake", "sakura", "roxterm", "termit", "konsole", "yakuake", "qterminal", "deepin-terminal", "kitty",
-    "alacritty", "org.wezfurlong.wezterm", "wezterm", "foot", "footclient", "st", "st-256color", "stterm", "terminology",
-    "kgx", "org.gnome.console", "org.gnome.ptyxis", "ptyxis", "com.mitchellh.ghostty", "ghostty", "hyper", "tabby",
-    "contour", "rio", "warp", "blackbox", "com.raggesilver.blackbox", "cool-retro-term", "io.elementary.terminal"};
+constexpr std::array vteLikeTerminals = {"gnome-terminal",
+                                         "gnome-terminal-server",
+                                         "xfce4-terminal",
+                                         "mate-terminal",
+                                         "lxterminal",
+                                         "terminator",
+                                         "tilix",
+                                         "tilda",
+                                         "guake",
+                                         "sakura",
+                                         "roxterm",
+                                         "termit",
+                                         "konsole",
+                                         "yakuake",
+                                         "qterminal",
+                                         "deepin-terminal",
+                                         "kitty",
+                                         "alacritty",
+                                         "org.wezfurlong.wezterm",
+                                         "wezterm",
+                                         "foot",
+                                         "footclient",
+                                         "st",
+                                         "st-256color",
+                                         "stterm",
+                                         "terminology",
+                                         "kgx",
+                                         "org.gnome.console",
+                                         "org.gnome.ptyxis",
+                                         "ptyxis",
+                                         "com.mitchellh.ghostty",
+                                         "ghostty",
+                                         "hyper",
+                                         "tabby",
+                                         "contour",
+                                         "rio",
+                                         "warp",
+                                         "blackbox",
+                                         "com.raggesilver.blackbox",
+                                         "cool-retro-term",
+                                         "io.elementary.terminal"};
 
-constexpr std::array oldTerminals = {"xterm", "uxterm", "koi8rxterm", "lxterm", "urxvt", "rxvt", "rxvt-unicode", "aterm",
-                                     "eterm", "mlterm", "mrxvt"};
+constexpr std::array oldTerminals = {"xterm",        "uxterm", "koi8rxterm", "lxterm", "urxvt", "rxvt",
+                                     "rxvt-unicode", "aterm",  "eterm",      "mlterm", "mrxvt"};
 
 constexpr std::array shiftInsertPrograms = {"emacs"};
 
@@ -104,8 +140,7 @@ std::optional<std::uint8_t> keyCodeFor(const KeyboardLayout &layout, xcb_keysym_
 std::vector<ChordKey> pasteChord(const KeyboardLayout &layout, PasteStyle style)
 {
     const auto letter = keyCodeFor(layout, keySymV);
-    const bool takesInsert =
-        style == PasteStyle::ShiftInsert || style == PasteStyle::ShiftInsertPrimary || !letter;
+    const bool takesInsert = style == PasteStyle::ShiftInsert || style == PasteStyle::ShiftInsertPrimary || !letter;
     const auto key = takesInsert ? keyCodeFor(layout, keySymInsert) : letter;
     const auto shift = modifierKey(layout, shiftModifier);
     const auto control = modifierKey(layout, controlModifier);

@@ -66,8 +66,7 @@ QCoro::Task<QList<PasteboardItem>> PasteTransaction::snapshot(std::shared_ptr<Pa
         all = co_await self->m_reader.read(self->clipboard(), snapshotPatience);
     }
     self->m_primarySnapshot.clear();
-    if (self->m_isPasting &&
-        self->styleOfFocus(self->m_session.focusWindow()) == PasteStyle::ShiftInsertPrimary) {
+    if (self->m_isPasting && self->styleOfFocus(self->m_session.focusWindow()) == PasteStyle::ShiftInsertPrimary) {
         self->m_primarySnapshot = self->m_primary.isOwner()
                                       ? self->m_primary.content()
                                       : co_await self->m_reader.read(self->m_primary.selection(), snapshotPatience);

@@ -52,9 +52,9 @@ std::unique_ptr<PocketSphinxDecoder> PocketSphinxDecoder::load(const QString &mo
     const QByteArray dict = QFile::encodeName(dictionary(modelFolder));
     // One pass with narrow beams: measured to lose next to nothing, and the end of an utterance then costs a few
     // milliseconds instead of a tenth of a second and more.
-    cmd_ln_t *config = cmd_ln_init(nullptr, ps_args(), TRUE, "-hmm", hmm.constData(), "-lm", lm.constData(), "-dict",
-                                   dict.constData(), "-fwdflat", "no", "-beam", "1e-60", "-pbeam", "1e-60", "-wbeam",
-                                   "1e-40", nullptr);
+    cmd_ln_t *config =
+        cmd_ln_init(nullptr, ps_args(), TRUE, "-hmm", hmm.constData(), "-lm", lm.constData(), "-dict", dict.constData(),
+                    "-fwdflat", "no", "-beam", "1e-60", "-pbeam", "1e-60", "-wbeam", "1e-40", nullptr);
     ps_decoder_t *decoder = config != nullptr ? ps_init(config) : nullptr;
     if (config != nullptr) {
         cmd_ln_free_r(config);

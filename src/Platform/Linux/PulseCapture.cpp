@@ -32,8 +32,8 @@ PulseCapture::PulseCapture(std::shared_ptr<PulseConnection> connection, const Pu
 {
 }
 
-std::unique_ptr<PulseCapture> PulseCapture::open(std::shared_ptr<PulseConnection> connection,
-                                                 const PulseSource &source, PulseConnection::Deadline deadline)
+std::unique_ptr<PulseCapture> PulseCapture::open(std::shared_ptr<PulseConnection> connection, const PulseSource &source,
+                                                 PulseConnection::Deadline deadline)
 {
     std::unique_ptr<PulseCapture> capture(new PulseCapture(std::move(connection), source));
     auto &link = *capture->m_connection;
@@ -70,9 +70,9 @@ void PulseCapture::connectStream(const PulseSource &source)
     attributes.maxlength = attributes.tlength = attributes.prebuf = attributes.minreq = static_cast<quint32>(-1);
     attributes.fragsize = framesIn(m_format, fragmentTime) * static_cast<quint32>(m_format.bytesPerFrame());
     // A source that goes away ends the stream at once instead of moving it to another one's silence.
-    const auto flags = static_cast<pa_stream_flags_t>(PA_STREAM_START_CORKED | PA_STREAM_DONT_MOVE |
-                                                      PA_STREAM_ADJUST_LATENCY | PA_STREAM_AUTO_TIMING_UPDATE |
-                                                      PA_STREAM_INTERPOLATE_TIMING);
+    const auto flags =
+        static_cast<pa_stream_flags_t>(PA_STREAM_START_CORKED | PA_STREAM_DONT_MOVE | PA_STREAM_ADJUST_LATENCY |
+                                       PA_STREAM_AUTO_TIMING_UPDATE | PA_STREAM_INTERPOLATE_TIMING);
     if (pa_stream_connect_record(m_stream, source.name.constData(), &attributes, flags) < 0) {
         throw Error(m_connection->errorText());
     }

@@ -94,9 +94,8 @@ PulseSource PulseConnection::defaultSource(Deadline deadline)
     if (operation == nullptr) {
         throw Error(errorText());
     }
-    const bool answered = waitUntil(deadline, [this, &query] {
-        return query.done || pa_context_get_state(m_context) != PA_CONTEXT_READY;
-    });
+    const bool answered = waitUntil(
+        deadline, [this, &query] { return query.done || pa_context_get_state(m_context) != PA_CONTEXT_READY; });
     pa_operation_cancel(operation);
     pa_operation_unref(operation);
     if (!answered || !query.done) {

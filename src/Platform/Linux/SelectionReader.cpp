@@ -16,8 +16,8 @@ constexpr qsizetype largestValue = qsizetype(256) << 20;
 
 bool isProtocolOrSideEffect(const QByteArray &target)
 {
-    static constexpr std::array<const char *, 7> names = {"TARGETS", "MULTIPLE",         "TIMESTAMP",      "SAVE_TARGETS",
-                                                          "DELETE",  "INSERT_SELECTION", "INSERT_PROPERTY"};
+    static constexpr std::array<const char *, 7> names = {
+        "TARGETS", "MULTIPLE", "TIMESTAMP", "SAVE_TARGETS", "DELETE", "INSERT_SELECTION", "INSERT_PROPERTY"};
     return std::any_of(names.begin(), names.end(), [&target](const char *name) { return target == name; });
 }
 

@@ -16,8 +16,8 @@ namespace talmo {
 class SelectionServer {
 public:
     struct Request {
-        quint32 client;  ///< See XConnection::clientOf().
-        bool wantsData;  ///< Not only the list of targets.
+        quint32 client; ///< See XConnection::clientOf().
+        bool wantsData; ///< Not only the list of targets.
         bool wasServed;
     };
 

@@ -127,7 +127,8 @@ bool isUsableRate(double rate)
 std::unique_ptr<AudioConverter> SpeexAudioConverterFactory::make(const AudioFormat &from, const AudioFormat &to) const
 {
     if (!isUsableRate(from.sampleRate) || !isUsableRate(to.sampleRate) || from.channelCount == 0 ||
-        to.channelCount != 1 || std::max(from.sampleRate / to.sampleRate, to.sampleRate / from.sampleRate) > largestRatio) {
+        to.channelCount != 1 ||
+        std::max(from.sampleRate / to.sampleRate, to.sampleRate / from.sampleRate) > largestRatio) {
         return nullptr;
     }
     int error = RESAMPLER_ERR_SUCCESS;

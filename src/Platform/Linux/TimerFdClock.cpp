@@ -7,10 +7,10 @@
 #include <QSocketNotifier>
 
 #include <algorithm>
+#include <ctime>
 #include <memory>
 #include <optional>
 #include <sys/timerfd.h>
-#include <ctime>
 
 namespace talmo {
 

@@ -111,8 +111,9 @@ XInput2EventMonitor::addGlobalMonitor(quint64 eventMask, std::function<void(cons
     return monitor;
 }
 
-std::shared_ptr<EventMonitorToken> XInput2EventMonitor::addLocalMonitor(
-    quint64 eventMask, std::function<std::optional<FlagsChangedEvent>(const FlagsChangedEvent &)> handler)
+std::shared_ptr<EventMonitorToken>
+XInput2EventMonitor::addLocalMonitor(quint64 eventMask,
+                                     std::function<std::optional<FlagsChangedEvent>(const FlagsChangedEvent &)> handler)
 {
     if (!isUsable() || (eventMask & GlobalHotkeyManager::flagsChangedMask) == 0) {
         return nullptr;
@@ -157,8 +158,8 @@ void XInput2EventMonitor::collect(const xcb_generic_event_t &event)
         return;
     }
     const auto &raw = reinterpret_cast<const xcb_input_raw_key_press_event_t &>(event); // NOLINT
-    m_collected.push({static_cast<quint8>(raw.detail), raw.sourceid,
-                      generic.event_type == XCB_INPUT_RAW_KEY_PRESS, raw.time});
+    m_collected.push(
+        {static_cast<quint8>(raw.detail), raw.sourceid, generic.event_type == XCB_INPUT_RAW_KEY_PRESS, raw.time});
 }
 
 void XInput2EventMonitor::handleCollected(bool isPatienceOver)

@@ -105,8 +105,7 @@ xcb_window_t XSession::focusWindow()
     auto *connection = m_connection->get();
     const XcbPtr<xcb_get_input_focus_reply_t> reply(
         xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
-    const bool isWindow =
-        reply && reply->focus != XCB_INPUT_FOCUS_NONE && reply->focus != XCB_INPUT_FOCUS_POINTER_ROOT;
+    const bool isWindow = reply && reply->focus != XCB_INPUT_FOCUS_NONE && reply->focus != XCB_INPUT_FOCUS_POINTER_ROOT;
     return isWindow && reply->focus != m_connection->root() ? reply->focus : XCB_NONE;
 }
 

@@ -7,14 +7,16 @@ namespace talmo {
 XcbPasteboard::XcbPasteboard(std::shared_ptr<XSession> session)
     : m_session(std::move(session))
 {
-    auto made = m_session->executor().call([raw = m_session.get()] { return std::make_shared<PasteTransaction>(*raw); });
+    auto made =
+        m_session->executor().call([raw = m_session.get()] { return std::make_shared<PasteTransaction>(*raw); });
     m_transaction = made.result();
 }
 
 XcbPasteboard::~XcbPasteboard()
 {
     // Its timers live on the session's thread and go there.
-    m_session->executor().call([transaction = std::move(m_transaction)]() mutable { transaction.reset(); })
+    m_session->executor()
+        .call([transaction = std::move(m_transaction)]() mutable { transaction.reset(); })
         .waitForFinished();
 }
 
