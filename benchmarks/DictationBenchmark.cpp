@@ -33,7 +33,10 @@ struct Series {
     const char *name;
     std::vector<double> milliseconds;
 
-    void add(Time from, Time to) { milliseconds.push_back(std::chrono::duration<double, std::milli>(to - from).count()); }
+    void add(Time from, Time to)
+    {
+        milliseconds.push_back(std::chrono::duration<double, std::milli>(to - from).count());
+    }
     double percentile(double share) const
     {
         auto sorted = milliseconds;

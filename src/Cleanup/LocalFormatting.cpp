@@ -113,7 +113,7 @@ QString formatLocally(const QString &text)
 {
     const QString trimmed = Text::trimWhitespaceAndNewlines(text);
     if (trimmed.isEmpty()) {
-        return trimmed;
+        return {};
     }
     const auto first = Text::firstCharacterLength(trimmed);
     QString result = Text::uppercased(trimmed.left(first)) + trimmed.mid(first);

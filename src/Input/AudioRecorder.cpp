@@ -72,7 +72,8 @@ void AudioRecorder::installTap(const AudioBufferHandler &onBuffer)
     } catch (const Error &error) {
         throw RecorderError(RecorderError::Case::TapInstallationFailed, error.localizedDescription());
     }
-    throw RecorderError(RecorderError::Case::TapInstallationFailed, caught->localizedDescription());
+    throw RecorderError(RecorderError::Case::TapInstallationFailed,
+                        caught ? caught->localizedDescription() : QString());
 }
 
 void AudioRecorder::stop()

@@ -1,6 +1,8 @@
 #include "App/TalmoCoordinator.h"
 
+#include "Input/GlobalHotkeyManager.h"
 #include "Speech/TranscriptionError.h"
+#include "Support/FakeEventMonitor.h"
 #include "Support/Printing.h"
 #include "Support/RecordingLog.h"
 #include "Support/RecordingWorld.h"
@@ -467,6 +469,43 @@ TEST_F(TalmoCoordinatorTest, canEndInEveryState)
         insertGate->finish();
         settle();
         other.clock->advance(10s);
+    }
+}
+
+TEST_F(TalmoCoordinatorTest, handsFreeModeIsLeftOverAfterAnErrorOrAMenuStopSoTheNextPressOnlyEndsIt)
+{
+    const auto monitor = std::make_shared<FakeEventMonitor>();
+    GlobalHotkeyManager manager(monitor, std::make_shared<FakeInputTrust>(), world.clock,
+                                SerialExecutor::onCurrentThread());
+    manager.setOnHotkeyDown(world.hotkeys->down);
+    manager.setOnHotkeyUp(world.hotkeys->up);
+    manager.start();
+    const auto doubleTap = [&] {
+        world.clock->advance(1s);
+        for (int tap = 0; tap < 2; ++tap) {
+            monitor->press();
+            world.clock->advance(50ms);
+            monitor->release();
+            world.clock->advance(50ms);
+        }
+    };
+    for (const bool isError : {true, false}) {
+        doubleTap();
+        ASSERT_EQ(state(), TalmoState::recording());
+        if (isError) {
+            world.onError(failure(u"broke"_s));
+        } else {
+            world.coordinator->endDictation(); // As the menu does.
+        }
+        settle();
+        const TalmoState ended = state();
+        EXPECT_EQ(manager.recognizer().activeMode(), ActiveMode::Toggle);
+        world.clock->advance(1s);
+        monitor->press();
+        world.clock->advance(1s);
+        EXPECT_EQ(state(), ended);
+        EXPECT_EQ(manager.recognizer().activeMode(), std::nullopt);
+        monitor->release();
     }
 }
 

@@ -37,6 +37,7 @@ TEST_F(TalmoRun, holdingTheKeyDictatesIntoXterm)
     openWindow(u"xterm"_s, {u"-T"_s, u"Target"_s, u"-e"_s, u"sh"_s, u"-c"_s, u"stty -icanon; cat > '%1'"_s.arg(file)});
     startTalmo();
     copy(u"clipboard before"_s);
+    copy(u"selected before"_s, u"primary"_s);
     dictate(u"hello world"_s);
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
     const auto typed = [&file] {
@@ -44,6 +45,7 @@ TEST_F(TalmoRun, holdingTheKeyDictatesIntoXterm)
         return reader.open(QFile::ReadOnly) ? reader.readAll() : QByteArray();
     };
     EXPECT_TRUE(rig::pollUntil([&typed] { return typed() == "Hello world."; }, patience)) << typed().constData();
+    EXPECT_TRUE(rig::pollUntil([this] { return selection(u"primary"_s) == "selected before\n"; }, patience));
     EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
 }
 
@@ -86,6 +88,16 @@ TEST_F(TalmoRun, heldShiftAndSuperDoNotSpoilThePaste)
     EXPECT_TRUE(windowShows(u"Hello world."_s));
     keyboard.release(rig::VirtualKeyboard::superLeft);
     keyboard.release(rig::VirtualKeyboard::shiftLeft);
+}
+
+TEST_F(TalmoRun, aKeyboardWithoutALatinLetterPastesToo)
+{
+    rig::ChildProcess layout(u"setxkbmap"_s, {u"ru"_s}, environment);
+    ASSERT_TRUE(rig::waitUntil([&layout] { return !layout.isRunning(); }, patience));
+    openQtWindow();
+    startTalmo();
+    dictate(u"hello world"_s);
+    EXPECT_TRUE(windowShows(u"Hello world."_s));
 }
 
 TEST_F(TalmoRun, twoDictationsWithinASecondBothArriveAndTheClipboardIsAsItWas)

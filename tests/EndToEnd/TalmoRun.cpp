@@ -78,9 +78,14 @@ void TalmoRun::doubleTap()
 
 QByteArray TalmoRun::clipboard(const QString &target)
 {
+    return selection(u"clipboard"_s, target);
+}
+
+QByteArray TalmoRun::selection(const QString &name, const QString &target)
+{
     QProcess process;
     process.setProcessEnvironment(environment);
-    process.start(u"xclip"_s, {u"-selection"_s, u"clipboard"_s, u"-o"_s, u"-t"_s, target});
+    process.start(u"xclip"_s, {u"-selection"_s, name, u"-o"_s, u"-t"_s, target});
     EXPECT_TRUE(rig::waitUntil([&process] { return process.state() == QProcess::NotRunning; }, patience));
     return process.exitCode() == 0 ? process.readAllStandardOutput() : QByteArray();
 }
@@ -90,14 +95,15 @@ bool TalmoRun::isClipboardEmpty()
     return clipboard(u"TARGETS"_s).isEmpty();
 }
 
-void TalmoRun::copy(const QString &text)
+void TalmoRun::copy(const QString &text, const QString &selectionName)
 {
     // In the foreground, so that it ends with the test.
-    m_copier = std::make_unique<rig::ChildProcess>(
-        u"xclip"_s, QStringList{u"-selection"_s, u"clipboard"_s, u"-quiet"_s, u"-i"_s}, environment);
-    m_copier->writeLine(text);
-    m_copier->closeInput();
-    ASSERT_TRUE(rig::pollUntil([this] { return !clipboard().isEmpty(); }, patience));
+    auto copier = std::make_unique<rig::ChildProcess>(
+        u"xclip"_s, QStringList{u"-selection"_s, selectionName, u"-quiet"_s, u"-i"_s}, environment);
+    copier->writeLine(text);
+    copier->closeInput();
+    m_copiers.push_back(std::move(copier));
+    ASSERT_TRUE(rig::pollUntil([&] { return selection(selectionName) == text.toUtf8() + '\n'; }, patience));
 }
 
 int TalmoRun::quitTalmo()

@@ -37,10 +37,12 @@ protected:
     /// Two taps at a person's pace.
     void doubleTap();
 
+    /// What an independent reader gets; empty when there is nothing.
     QByteArray clipboard(const QString &target = QStringLiteral("UTF8_STRING"));
+    QByteArray selection(const QString &name, const QString &target = QStringLiteral("UTF8_STRING"));
     bool isClipboardEmpty();
     /// Puts a text on the clipboard as another program would.
-    void copy(const QString &text);
+    void copy(const QString &text, const QString &selectionName = QStringLiteral("clipboard"));
 
     /// Ends Talmo as the desktop would; gives back its exit status.
     int quitTalmo();
@@ -54,7 +56,7 @@ protected:
 
 private:
     std::size_t m_talmoLines = 0;
-    std::unique_ptr<rig::ChildProcess> m_copier;
+    std::vector<std::unique_ptr<rig::ChildProcess>> m_copiers;
 };
 
 } // namespace talmo::test

@@ -66,10 +66,12 @@ QCoro::Task<QList<PasteboardItem>> PasteTransaction::snapshot(std::shared_ptr<Pa
         all = co_await self->m_reader.read(self->clipboard(), snapshotPatience);
     }
     self->m_primarySnapshot.clear();
-    if (self->m_isPasting && self->styleOfFocus(self->m_session.focusWindow()) == PasteStyle::ShiftInsertPrimary) {
-        self->m_primarySnapshot = self->m_primary.isOwner()
-                                      ? self->m_primary.content()
-                                      : co_await self->m_reader.read(self->m_primary.selection(), snapshotPatience);
+    const bool takesPrimary =
+        self->m_isPasting && self->styleOfFocus(self->m_session.focusWindow()) == PasteStyle::ShiftInsertPrimary;
+    if (takesPrimary && self->m_primary.isOwner()) {
+        self->m_primarySnapshot = self->m_primary.content();
+    } else if (takesPrimary) {
+        self->m_primarySnapshot = co_await self->m_reader.read(self->m_primary.selection(), snapshotPatience);
     }
     co_return all.isEmpty() ? QList<PasteboardItem>() : QList<PasteboardItem>{PasteboardItem{all}};
 }
