@@ -1,28 +1,17 @@
 #pragma once
 
-#include <QElapsedTimer>
+#include "Waiting.h"
+
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
 
 #include <chrono>
-#include <functional>
 #include <optional>
 #include <vector>
 
 namespace talmo::rig {
-
-using Patience = std::chrono::milliseconds;
-
-/// Runs the event loop until the condition holds, looking at it after every event; false when the time is up.
-bool waitUntil(const std::function<bool()> &condition, Patience patience);
-
-/// The same for what no event tells of, such as another program's clipboard: looks again every few milliseconds.
-bool pollUntil(const std::function<bool()> &condition, Patience patience);
-
-/// Lets this much time pass while the event loop runs: for a person's pace, never to wait for something to happen.
-void passTime(Patience time);
 
 /// A program of the rig's, with every line it wrote. Ended, by its process id, when this goes.
 class ChildProcess {

@@ -74,7 +74,11 @@ class AsyncStream {
                     return;
                 }
             }
-            wanted(std::move(value), value ? nullptr : failure);
+            if (value) {
+                wanted(std::move(value), nullptr);
+            } else {
+                wanted(std::nullopt, failure);
+            }
         }
     };
 

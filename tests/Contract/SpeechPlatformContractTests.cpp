@@ -168,7 +168,7 @@ TEST_F(PocketSphinxTest, aCancelledRecordingLeavesTheDecoderFitForTheNext)
 {
     const auto started = analyzer->start(input, {});
     speak(spokenSamples(u"something else entirely"_s));
-    ASSERT_TRUE(waitFor([started = transcriber->results().next()] { return started.isFinished(); }));
+    ASSERT_TRUE(waitFor(transcriber->results().next()));
     ASSERT_TRUE(waitFor(analyzer->cancelAndFinishNow()));
     continuation.reset();
 

@@ -1,8 +1,9 @@
 #include "Support/TestLoop.h"
 
+#include "Waiting.h"
+
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
-#include <QTimer>
 
 namespace talmo::test {
 
@@ -14,21 +15,9 @@ void settle()
     } while (QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents));
 }
 
-bool waitFor(const std::function<bool()> &condition, std::chrono::milliseconds patience)
+bool waitFor(const std::function<bool()> &condition)
 {
-    const auto deadline = std::chrono::steady_clock::now() + patience;
-    QTimer wake;
-    wake.setTimerType(Qt::PreciseTimer);
-    wake.start(patience);
-    while (!condition()) {
-        const auto left = deadline - std::chrono::steady_clock::now();
-        if (left.count() <= 0) {
-            return false;
-        }
-        wake.setInterval(std::chrono::ceil<std::chrono::milliseconds>(left));
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
-    return true;
+    return rig::waitUntil(condition, std::chrono::seconds(10));
 }
 
 } // namespace talmo::test

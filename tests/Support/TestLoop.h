@@ -1,8 +1,8 @@
 #pragma once
 
 #include <QFuture>
+#include <QFutureWatcher>
 
-#include <chrono>
 #include <functional>
 
 namespace talmo::test {
@@ -12,12 +12,14 @@ void settle();
 
 /// Runs the event loop until the condition holds, looking after every event. False when ten seconds were not enough:
 /// a test that gets that far has failed.
-bool waitFor(const std::function<bool()> &condition, std::chrono::milliseconds patience = std::chrono::seconds(10));
+bool waitFor(const std::function<bool()> &condition);
 
-/// The same for a future, for tests of parts with threads of their own.
+/// The same for a future, which may be finished on another thread: the watcher wakes this one's loop for it.
 template <typename T>
 bool waitFor(const QFuture<T> &future)
 {
+    QFutureWatcher<T> watcher;
+    watcher.setFuture(future);
     return waitFor([&future] { return future.isFinished(); });
 }
 

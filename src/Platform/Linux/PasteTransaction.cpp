@@ -59,6 +59,7 @@ QCoro::Task<QList<PasteboardItem>> PasteTransaction::snapshot(std::shared_ptr<Pa
     if (std::exchange(self->m_beginsAfterRestore, false)) {
         self->begin();
     }
+    self->m_session.synchronise(); // Another program may have just taken the clipboard.
     QList<PasteboardRepresentation> all;
     if (self->m_clipboard.isOwner()) {
         all = self->m_clipboard.content();

@@ -106,6 +106,9 @@ QFuture<void> PocketSphinxAnalyzer::Recognition::start(AsyncStream<AnalyzerInput
 /// One buffer, one turn of the thread: a cancel always finds its way in between.
 void PocketSphinxAnalyzer::Recognition::readNext()
 {
+    if (!m_input) {
+        return;
+    }
     m_input->next([self = shared_from_this()](std::optional<AnalyzerInput> input, const std::exception_ptr &) {
         self->onThread([input = std::move(input)](Recognition &recognition) {
             if (input && !recognition.m_isFinished) {

@@ -146,11 +146,12 @@ void SelectionReader::handleProperty(const xcb_property_notify_event_t &event)
         return;
     }
     const auto conversion = findConversion(event.atom);
-    if (!conversion || !conversion->pieces) {
+    Value *const pieces = conversion && conversion->pieces ? &*conversion->pieces : nullptr;
+    if (pieces == nullptr) {
         return;
     }
-    auto piece = takeProperty(event.atom);
-    if (!piece || conversion->pieces->data.size() + piece->data.size() > largestValue) {
+    const auto piece = takeProperty(event.atom);
+    if (!piece || pieces->data.size() + piece->data.size() > largestValue) {
         finish(conversion, std::nullopt);
         return;
     }
@@ -158,9 +159,9 @@ void SelectionReader::handleProperty(const xcb_property_notify_event_t &event)
         finish(conversion, std::exchange(conversion->pieces, std::nullopt));
         return;
     }
-    conversion->pieces->type = piece->type;
-    conversion->pieces->unitBits = piece->unitBits;
-    conversion->pieces->data += piece->data;
+    pieces->type = piece->type;
+    pieces->unitBits = piece->unitBits;
+    pieces->data += piece->data;
 }
 
 /// Reads the property and deletes it, which is also how the owner learns that the piece has arrived.
@@ -185,12 +186,11 @@ std::shared_ptr<SelectionReader::Conversion> SelectionReader::findConversion(xcb
     return found != m_conversions.end() ? *found : nullptr;
 }
 
-void SelectionReader::finish(const std::shared_ptr<Conversion> &conversion, std::optional<Value> value)
+/// Takes the conversion by value: what the caller names may be the very element that goes.
+void SelectionReader::finish(std::shared_ptr<Conversion> conversion, std::optional<Value> value)
 {
-    // By value: the caller's reference may be the very element that goes.
-    const auto kept = conversion;
-    std::erase(m_conversions, kept);
-    kept->completion->finish(std::move(value));
+    std::erase(m_conversions, conversion);
+    conversion->completion->finish(std::move(value));
 }
 
 void SelectionReader::giveUp()

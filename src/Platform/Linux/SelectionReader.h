@@ -42,7 +42,7 @@ private:
     void handleProperty(const xcb_property_notify_event_t &event);
     std::optional<Value> takeProperty(xcb_atom_t property);
     std::shared_ptr<Conversion> findConversion(xcb_atom_t property) const;
-    void finish(const std::shared_ptr<Conversion> &conversion, std::optional<Value> value);
+    void finish(std::shared_ptr<Conversion> conversion, std::optional<Value> value);
     void giveUp();
 
     XSession &m_session;

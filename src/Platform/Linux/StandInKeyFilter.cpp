@@ -44,9 +44,11 @@ std::optional<bool> StandInKeyFilter::keyUp(std::uint8_t keyCode)
 
 std::optional<StandInKeyFilter::Time> StandInKeyFilter::withheldUntil() const
 {
+    if (!m_isHeldBack || !m_usedAsModifier) {
+        return std::nullopt;
+    }
     // The smallest step beyond: exactly at its end the window of a double-tap is still open.
-    return m_isHeldBack ? std::optional(*m_usedAsModifier + withheldAfterUse + std::chrono::milliseconds(1))
-                        : std::nullopt;
+    return *m_usedAsModifier + withheldAfterUse + std::chrono::milliseconds(1);
 }
 
 std::optional<bool> StandInKeyFilter::timePassed(Time now)

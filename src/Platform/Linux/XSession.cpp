@@ -74,6 +74,14 @@ void XSession::dispatch(XcbPtr<xcb_generic_event_t> event)
     }
 }
 
+void XSession::synchronise()
+{
+    // Any answer will do: it comes behind all events that were on their way.
+    const XcbPtr<xcb_get_input_focus_reply_t> answer(
+        xcb_get_input_focus_reply(m_connection->get(), xcb_get_input_focus(m_connection->get()), nullptr));
+    flush();
+}
+
 xcb_timestamp_t XSession::serverTime()
 {
     auto *connection = m_connection->get();

@@ -37,6 +37,8 @@ public:
     void addEventHandler(EventHandler handler) { m_handlers.push_back(std::move(handler)); }
     /// Sends what was written and handles whatever came meanwhile.
     void flush();
+    /// Has seen and handled everything that happened before this call, the loss of a selection included.
+    void synchronise();
     /// The server's time now, as selections want it.
     xcb_timestamp_t serverTime();
     /// The window that has the keyboard; none when no window has it.
