@@ -18,6 +18,11 @@ if(TALMO_SANITIZE)
   target_link_options(TalmoOptions INTERFACE -fsanitize=${TALMO_SANITIZE})
 endif()
 
+if(TALMO_FUZZERS)
+  # Without it the fuzzer cannot see which inputs lead where.
+  target_compile_options(TalmoOptions INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 # talmo_library(NAME SOURCES … LINKS … [MOC]): a folder's library.
 function(talmo_library name)
   cmake_parse_arguments(ARG "MOC" "" "SOURCES;LINKS" ${ARGN})

@@ -182,12 +182,13 @@ QCoro::Task<void> SpeechTranscriptionService::Actor::consumeResults(std::weak_pt
 
 QCoro::Task<QString> SpeechTranscriptionService::Actor::stop(Self self)
 {
-    if (!self->m_analyzer || !self->m_inputContinuation) {
+    const auto analyzer = self->m_analyzer;
+    const auto continuation = self->m_inputContinuation;
+    if (!analyzer || !continuation) {
         throw TranscriptionError(TranscriptionError::Case::NotRecording);
     }
     // The order is fixed: end the input, have everything finished that was put in, drain both tasks, read the text.
-    self->m_inputContinuation->finish();
-    const auto analyzer = self->m_analyzer;
+    continuation->finish();
     co_await analyzer->finalizeAndFinishThroughEndOfInput();
     if (self->m_analyzerTask) {
         co_await waitIgnoringFailure(self->m_analyzerTask);
@@ -202,8 +203,8 @@ QCoro::Task<QString> SpeechTranscriptionService::Actor::stop(Self self)
 
 QCoro::Task<void> SpeechTranscriptionService::Actor::cancel(Self self)
 {
-    if (self->m_inputContinuation) {
-        self->m_inputContinuation->finish();
+    if (const auto continuation = self->m_inputContinuation) {
+        continuation->finish();
     }
     self->m_analyzerTask.cancel();
     self->m_resultsTask.cancel();
