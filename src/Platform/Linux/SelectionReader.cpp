@@ -27,7 +27,7 @@ struct SelectionReader::Conversion {
     xcb_atom_t property = XCB_ATOM_NONE;
     std::shared_ptr<Completion<std::optional<Value>>> completion = Completion<std::optional<Value>>::make();
     /// Set once the owner has announced that it sends piece by piece.
-    std::optional<Value> pieces;
+    std::unique_ptr<Value> pieces;
 };
 
 SelectionReader::SelectionReader(XSession &session)
@@ -134,7 +134,7 @@ void SelectionReader::handleNotify(const xcb_selection_notify_event_t &event)
         return; // Too late; taking the property has cleaned up.
     }
     if (value && value->type == m_session.connection().atom("INCR")) {
-        conversion->pieces = Value{}; // Having deleted the property tells the owner to begin.
+        conversion->pieces = std::make_unique<Value>(); // Having deleted the property tells the owner to begin.
         return;
     }
     finish(conversion, std::move(value));
@@ -146,7 +146,7 @@ void SelectionReader::handleProperty(const xcb_property_notify_event_t &event)
         return;
     }
     const auto conversion = findConversion(event.atom);
-    Value *const pieces = conversion && conversion->pieces ? &*conversion->pieces : nullptr;
+    Value *const pieces = conversion ? conversion->pieces.get() : nullptr;
     if (pieces == nullptr) {
         return;
     }
@@ -156,7 +156,7 @@ void SelectionReader::handleProperty(const xcb_property_notify_event_t &event)
         return;
     }
     if (piece->data.isEmpty()) {
-        finish(conversion, std::exchange(conversion->pieces, std::nullopt));
+        finish(conversion, std::move(*pieces));
         return;
     }
     pieces->type = piece->type;

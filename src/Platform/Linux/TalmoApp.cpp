@@ -1,5 +1,6 @@
 #include "Platform/Linux/TalmoApp.h"
 
+#include "Base/Completion.h"
 #include "Base/Log.h"
 #include "Base/Task.h"
 #include "Cleanup/TextCleanupService.h"
@@ -32,12 +33,20 @@ namespace {
 /// A stream made ahead of a dictation that does not come is let go after this time.
 constexpr Duration warmStreamTime = std::chrono::milliseconds(500);
 
+/// How long a dictation that is being finished may hold up the end of the program.
+constexpr Duration longestLastDictation = std::chrono::seconds(3);
+
 /// Stands where the overlay will: the state is in the log.
 class NoOverlay final : public OverlayService {
 public:
     void show() override {}
     void hide() override {}
 };
+
+QFuture<void> oneTurn(const std::shared_ptr<SerialExecutor> &executor)
+{
+    return executor->call([] {});
+}
 
 bool isApplicationActive()
 {
@@ -141,6 +150,8 @@ QCoro::Task<void> TalmoApp::coolDownLater(std::shared_ptr<PulseAudioEngine> engi
 QCoro::Task<void> TalmoApp::shutDown()
 {
     m_warmUpMonitor.reset();
+    // What was spoken already still arrives.
+    co_await dictationEnd();
     if (m_recorder) {
         m_recorder->stop();
     }
@@ -148,6 +159,33 @@ QCoro::Task<void> TalmoApp::shutDown()
         co_await transcription->cancelTranscription();
     }
     co_await m_pasteboard->shutDown();
+    m_clock->cancelAll();
+    // Every thread gets its turns to let go of what the cancelled waits held.
+    constexpr int rounds = 2;
+    for (int round = 0; round < rounds; ++round) {
+        co_await oneTurn(m_recogniserExecutor);
+        co_await oneTurn(m_speechExecutor);
+        co_await oneTurn(m_cleanupExecutor);
+        co_await oneTurn(m_mainExecutor);
+    }
+}
+
+/// Finishes once no dictation is being processed or inserted, in bounded time.
+QFuture<void> TalmoApp::dictationEnd()
+{
+    auto completion = Completion<void>::make();
+    auto future = completion->future();
+    auto &coordinator = TalmoCoordinator::shared();
+    const auto finishIfDone = [completion, &coordinator] {
+        if (!coordinator.state().is(TalmoState::Case::Processing) &&
+            !coordinator.state().is(TalmoState::Case::Inserting)) {
+            completion->finish();
+        }
+    };
+    connect(&coordinator, &Observable::objectWillChange, this, finishIfDone, Qt::QueuedConnection);
+    m_clock->sleep(longestLastDictation, {}).then([completion] { completion->finish(); }).onFailed([] {});
+    finishIfDone();
+    return future;
 }
 
 } // namespace talmo

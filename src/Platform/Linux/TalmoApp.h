@@ -28,14 +28,15 @@ public:
     /// Builds the coordinator and starts listening for the key.
     void start();
 
-    /// Ends in any state: capture, recognition, a pending restore of the clipboard. Finishes within three seconds;
-    /// call it once, before the event loop ends.
+    /// Ends in any state: what is being processed is still inserted; then capture and recognition stop, and a pending
+    /// restore of the clipboard is completed. Call it once, before the event loop ends.
     QCoro::Task<void> shutDown();
 
 private:
     std::unique_ptr<TalmoCoordinator> makeCoordinator();
     void followState(TalmoCoordinator &coordinator);
     void warmUpOnPress();
+    QFuture<void> dictationEnd();
     static QCoro::Task<void> coolDownLater(std::shared_ptr<PulseAudioEngine> engine, std::shared_ptr<Clock> clock);
 
     std::shared_ptr<SerialExecutor> m_mainExecutor;

@@ -37,12 +37,14 @@ public:
     }
 
     /// The stop may be requested on any thread; the sleeper itself is only touched on its own.
-    void cancelOn(const std::stop_token &stop)
+    void cancelOn(const std::stop_token &stop, const std::stop_token &ending)
     {
-        m_onStop.emplace(stop, [this] {
+        const auto cancel = [this] {
             m_completion->fail(std::make_exception_ptr(Cancelled()));
             QMetaObject::invokeMethod(this, [this] { end(); }, Qt::QueuedConnection);
-        });
+        };
+        m_onStop.emplace(stop, cancel);
+        m_onEnding.emplace(ending, cancel);
     }
 
 private:
@@ -57,6 +59,7 @@ private:
     std::shared_ptr<Completion<void>> m_completion;
     // Last: destroying it waits for a callback that runs on another thread, which uses what stands above.
     std::optional<std::stop_callback<std::function<void()>>> m_onStop;
+    std::optional<std::stop_callback<std::function<void()>>> m_onEnding;
 };
 
 } // namespace
@@ -72,7 +75,7 @@ QFuture<void> TimerFdClock::sleep(Duration duration, std::stop_token stop)
 {
     auto completion = Completion<void>::make();
     auto future = completion->future();
-    if (stop.stop_requested()) {
+    if (stop.stop_requested() || m_ending.stop_requested()) {
         completion->fail(std::make_exception_ptr(Cancelled()));
         return future;
     }
@@ -85,7 +88,7 @@ QFuture<void> TimerFdClock::sleep(Duration duration, std::stop_token stop)
         return future;
     }
     auto *sleeper = new Sleeper(std::move(timer), completion);
-    sleeper->cancelOn(stop);
+    sleeper->cancelOn(stop, m_ending.get_token());
     return future;
 }
 

@@ -10,6 +10,12 @@ class TimerFdClock final : public Clock {
 public:
     Instant now() const override;
     QFuture<void> sleep(Duration duration, std::stop_token stop) override;
+
+    /// Ends every sleep, and those to come, with Cancelled: nothing waits any longer when the program ends. Any thread.
+    void cancelAll() { m_ending.request_stop(); }
+
+private:
+    std::stop_source m_ending;
 };
 
 } // namespace talmo
