@@ -30,6 +30,7 @@ TEST(EnglishModelLocale, refusesOtherLanguagesAndGarbage)
                            u"e"_s,
                            u"CC"_s,
                            u"en_"_s,
+                           u"en\n"_s,
                            u"en US"_s,
                            u"../en"_s,
                            QString(QChar(0xD800)),

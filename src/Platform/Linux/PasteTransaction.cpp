@@ -42,7 +42,11 @@ PasteTransaction::PasteTransaction(XSession &session)
     m_clipboard.setOnLost([this] { handleLost(); });
 }
 
-PasteTransaction::~PasteTransaction() = default;
+PasteTransaction::~PasteTransaction()
+{
+    // The parts of this were the session's only listeners; events may still come until it ends.
+    m_session.removeEventHandlers();
+}
 
 void PasteTransaction::begin()
 {

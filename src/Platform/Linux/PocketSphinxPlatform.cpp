@@ -26,9 +26,11 @@ public:
 
 std::optional<QString> englishModelLocale(const QString &locale)
 {
-    static const QRegularExpression english(QStringLiteral("^en([_-][A-Za-z0-9]{2,8})*(\\.[A-Za-z0-9-]+)?(@[a-z]+)?$"));
+    static const QRegularExpression english(
+        QRegularExpression::anchoredPattern(QStringLiteral("en([_-][A-Za-z0-9]{2,8})*(\\.[A-Za-z0-9-]+)?(@[a-z]+)?")));
     // A machine without a language speaks the one its messages are written in.
-    static const QRegularExpression unnamed(QStringLiteral("^(C|POSIX)(\\.[A-Za-z0-9-]+)?$"));
+    static const QRegularExpression unnamed(
+        QRegularExpression::anchoredPattern(QStringLiteral("(C|POSIX)(\\.[A-Za-z0-9-]+)?")));
     if (english.match(locale).hasMatch() || unnamed.match(locale).hasMatch()) {
         return QStringLiteral("en_US");
     }

@@ -35,6 +35,7 @@ public:
     /// Never shown; owns and asks for selections.
     xcb_window_t window() const { return m_window; }
     void addEventHandler(EventHandler handler) { m_handlers.push_back(std::move(handler)); }
+    void removeEventHandlers() { m_handlers.clear(); }
     /// Sends what was written and handles whatever came meanwhile.
     void flush();
     /// Has seen and handled everything that happened before this call, the loss of a selection included.
