@@ -223,6 +223,8 @@ protected:
             pasteboard->writeItems(snapshot.result());
         }
         pasteboard->endPaste();
+        // What the session's thread was asked to do is done; only the restore may still be pending.
+        ASSERT_TRUE(waitFor(session->executor().call([] {})));
     }
     XTestKeyEventPoster poster{session, pasteboard->transaction()};
     std::unique_ptr<rig::ChildProcess> window;
