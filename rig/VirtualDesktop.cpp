@@ -115,15 +115,13 @@ void VirtualDesktop::startWindowManager()
     constexpr quint32 events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(m_connection->get(), m_connection->root(), XCB_CW_EVENT_MASK, &events);
     m_connection->flush();
-    m_windowManager = std::make_unique<ChildProcess>(QStringLiteral("openbox"), QStringList{}, m_environment);
-    const auto isRunning = [this] {
-        return !property(*m_connection, m_connection->root(), m_connection->atom("_NET_SUPPORTING_WM_CHECK")).isEmpty();
-    };
-    const auto deadline = std::chrono::steady_clock::now() + 20s;
-    while (!isRunning()) {
-        if (!waitForEvent(*m_connection, deadline)) {
-            throw Error(QStringLiteral("openbox did not start: ") + m_windowManager->output());
-        }
+    // Its own command at the end of its start: a window that comes before is only adopted, and gets no keyboard.
+    const QString ready = QStringLiteral("window-manager-is-ready");
+    m_windowManager = std::make_unique<ChildProcess>(
+        QStringLiteral("openbox"), QStringList{QStringLiteral("--startup"), QStringLiteral("echo ") + ready},
+        m_environment);
+    if (!m_windowManager->waitForLine(ready, 20s)) {
+        throw Error(QStringLiteral("openbox did not start: ") + m_windowManager->output());
     }
 }
 
