@@ -8,7 +8,6 @@ namespace talmo::rig {
 class VirtualKeyboard {
 public:
     static constexpr quint32 controlRight = 0xffe4;
-    static constexpr quint32 controlLeft = 0xffe3;
     static constexpr quint32 shiftLeft = 0xffe1;
     static constexpr quint32 superLeft = 0xffeb;
 

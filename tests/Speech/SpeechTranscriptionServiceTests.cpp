@@ -354,7 +354,6 @@ TEST_F(SpeechTranscriptionServiceTest, aSecondStartKeepsTheFirstHandlerAndTheOve
 TEST_F(SpeechTranscriptionServiceTest, theNextResultWaitsUntilTheUpdateHasReturned)
 {
     start();
-    std::vector<QString> seen;
     const auto analyzer = platform->lastAnalyzer.lock();
     analyzer->yield(u"a"_s, false);
     analyzer->yield(u"a b"_s, false);

@@ -4,7 +4,6 @@
 
 #include <poll.h>
 
-#include <array>
 #include <utility>
 
 namespace talmo {
