@@ -2,7 +2,7 @@
 
 #include "Base/Text.h"
 #include "Cleanup/LocalFormatting.h"
-#include "Cleanup/TextCleanupService.h"
+#include "Cleanup/OutputSanitizer.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -39,6 +39,13 @@ void checkFormatting(const QString &text)
     require(formatLocally(formatted) == formatted);
 }
 
+void checkSanitising(const QString &text)
+{
+    const QString sanitised = sanitize(text);
+    require(text.contains(sanitised)); // It only takes away.
+    require(sanitised == Text::trimWhitespaceAndNewlines(sanitised));
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
@@ -55,6 +62,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     checkFormatting(text);
     const BulletRequest request = detectBulletRequest(text);
     require(request.text == Text::trimWhitespaceAndNewlines(request.text));
-    TextCleanupService::cleanSegment(text);
+    checkSanitising(text);
     return 0;
 }

@@ -5,8 +5,6 @@
 #include "Base/Text.h"
 #include "Speech/TranscriptionError.h"
 
-#include <QtGlobal>
-
 #include <utility>
 
 namespace talmo {
@@ -15,16 +13,10 @@ namespace {
 
 constexpr Duration errorDisplayTime = std::chrono::seconds(3);
 
-std::function<std::unique_ptr<TalmoCoordinator>()> &sharedFactory()
+SharedInstance<TalmoCoordinator> &sharedCoordinator()
 {
-    static std::function<std::unique_ptr<TalmoCoordinator>()> factory;
-    return factory;
-}
-
-std::unique_ptr<TalmoCoordinator> &sharedInstance()
-{
-    static std::unique_ptr<TalmoCoordinator> instance;
-    return instance;
+    static SharedInstance<TalmoCoordinator> coordinator;
+    return coordinator;
 }
 
 QString installingText(const QString &locale)
@@ -37,21 +29,17 @@ QString installingText(const QString &locale)
 
 TalmoCoordinator &TalmoCoordinator::shared()
 {
-    if (!sharedInstance()) {
-        Q_ASSERT_X(sharedFactory(), "TalmoCoordinator::shared", "no factory was registered");
-        sharedInstance() = sharedFactory()();
-    }
-    return *sharedInstance();
+    return *sharedCoordinator().get();
 }
 
-void TalmoCoordinator::setSharedFactory(std::function<std::unique_ptr<TalmoCoordinator>()> factory)
+void TalmoCoordinator::setSharedFactory(SharedInstance<TalmoCoordinator>::Factory factory)
 {
-    sharedFactory() = std::move(factory);
+    sharedCoordinator().setFactory(std::move(factory));
 }
 
 void TalmoCoordinator::releaseShared()
 {
-    sharedInstance().reset();
+    sharedCoordinator().release();
 }
 
 TalmoCoordinator::TalmoCoordinator(CoordinatorParts parts)

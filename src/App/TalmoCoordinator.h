@@ -5,6 +5,7 @@
 #include "Base/Clock.h"
 #include "Base/Error.h"
 #include "Base/SerialExecutor.h"
+#include "Base/SharedInstance.h"
 
 #include <QPointer>
 
@@ -46,7 +47,7 @@ public:
 
     /// The one coordinator of the process, built on first use by the registered factory.
     static TalmoCoordinator &shared();
-    static void setSharedFactory(std::function<std::unique_ptr<TalmoCoordinator>()> factory);
+    static void setSharedFactory(SharedInstance<TalmoCoordinator>::Factory factory);
     /// Ends the shared coordinator while Qt still lives. Only the process entry calls this, last.
     static void releaseShared();
 

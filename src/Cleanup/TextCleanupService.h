@@ -2,28 +2,37 @@
 
 #include "App/PipelineServices.h"
 #include "Base/SerialExecutor.h"
+#include "Cleanup/LanguageModel.h"
 
 #include <memory>
+#include <optional>
 
 namespace talmo {
 
-/// Makes the text to insert from a transcript: split at the spoken commands, clean every segment, join. Segments are
-/// formatted locally; there is no language model behind it yet, so the settings that speak to one change nothing.
+/// Makes the text to insert from a transcript: split at the spoken commands, clean every segment, join. A segment is
+/// edited by the language model if the user wants that and there is one, else formatted locally. Whatever goes wrong
+/// with the model ends in local formatting, without a word: the sentence was spoken and has to arrive.
 class TextCleanupService final : public CleanupService {
 public:
-    /// `executor`: the thread on which the work is done.
-    explicit TextCleanupService(std::shared_ptr<SerialExecutor> executor);
+    /// `executor`: the thread on which the work is done. The model is never null.
+    TextCleanupService(std::shared_ptr<SerialExecutor> executor, std::shared_ptr<LanguageModel> model);
+
+    /// Why the language model cannot be used, as a sentence for the user; none when it can. Any thread, never waits.
+    std::optional<QString> unavailabilityMessage() const;
 
     QCoro::Task<QString> cleanup(QString transcript, bool aiCleanupEnabled, bool conciseTextEnabled, TextTone textTone,
                                  QStringList dictionaryWords) override;
 
-    /// One segment, on the calling thread.
-    static QString cleanSegment(const QString &text);
+    /// One segment, on the calling thread, which has an event loop. Never throws; possibly empty.
+    QCoro::Task<QString> cleanSegment(QString text, bool aiCleanupEnabled, bool conciseTextEnabled, TextTone textTone,
+                                      QStringList dictionaryWords) const;
 
 private:
-    static QString cleanTranscript(const QString &transcript);
-
     std::shared_ptr<SerialExecutor> m_executor;
+    std::shared_ptr<LanguageModel> m_model;
 };
+
+/// The most tokens that an answer to a text of this many characters may take.
+qsizetype responseLimit(qsizetype characterCount);
 
 } // namespace talmo

@@ -1,39 +1,65 @@
 #pragma once
 
 #include "App/PipelineServices.h"
+#include "Base/SharedInstance.h"
+#include "Settings/LoginItem.h"
+#include "Settings/UserDefaults.h"
 
 #include <QString>
 #include <QStringList>
 
+#include <memory>
+
 namespace talmo {
 
-/// The user's preferences. Every change is announced before it is stored, also one to the value it has already.
-/// They live as long as the process: nothing stores them on disk yet. Main thread only.
+/// The user's preferences. Every change is announced before it is stored, also one to the value it has already, and
+/// written through to the user defaults. They are read once, at construction. Main thread only.
 class TalmoSettings final : public SettingsService {
     Q_OBJECT
 
 public:
-    using SettingsService::SettingsService;
+    /// Reads; writes nothing.
+    TalmoSettings(std::shared_ptr<UserDefaults> defaults, std::shared_ptr<LoginItem> loginItem);
+
+    /// The one settings object of the process, built on first use by the registered factory.
+    static std::shared_ptr<TalmoSettings> shared();
+    static void setSharedFactory(SharedInstance<TalmoSettings>::Factory factory);
+    static void releaseShared();
 
     bool aiCleanupEnabled() const override { return m_aiCleanupEnabled; }
     bool conciseTextEnabled() const override { return m_conciseTextEnabled; }
     TextTone textTone() const override { return m_textTone; }
+    /// The preference; what is registered is the system's to know.
+    bool launchAtLogin() const { return m_launchAtLogin; }
     QStringList dictionaryWords() const override { return m_dictionaryWords; }
+    /// The name of the key to hold, for texts that mention it.
+    QString hotkeyDisplayName() const { return m_hotkeyDisplayName; }
 
-    void setAiCleanupEnabled(bool enabled) { publish(m_aiCleanupEnabled, enabled); }
-    void setConciseTextEnabled(bool enabled) { publish(m_conciseTextEnabled, enabled); }
-    void setTextTone(TextTone tone) { publish(m_textTone, tone); }
-    void setDictionaryWords(const QStringList &words) { publish(m_dictionaryWords, words); }
+    void setAiCleanupEnabled(bool enabled);
+    void setConciseTextEnabled(bool enabled);
+    void setTextTone(TextTone tone);
+    void setLaunchAtLogin(bool enabled);
+    void setDictionaryWords(const QStringList &words);
+    void setHotkeyDisplayName(const QString &name);
 
     /// Appends the word, trimmed, unless it is empty or the list holds it already (case counts).
     void addDictionaryWord(const QString &word);
 
+    /// Brings the registration in line with the wish. A failure is logged; the preference is not touched.
+    void updateLaunchAtLogin(bool enabled);
+
 private:
-    bool m_aiCleanupEnabled = true;
-    bool m_conciseTextEnabled = false;
-    TextTone m_textTone = TextTone::Standard;
-    QStringList m_dictionaryWords = {QStringLiteral("Talmo"), QStringLiteral("Terraform"),
-                                     QStringLiteral("CloudFormation"), QStringLiteral("Kubernetes")};
+    std::shared_ptr<UserDefaults> m_defaults;
+    std::shared_ptr<LoginItem> m_loginItem;
+    bool m_aiCleanupEnabled;
+    bool m_conciseTextEnabled;
+    TextTone m_textTone;
+    bool m_launchAtLogin;
+    QStringList m_dictionaryWords;
+    QString m_hotkeyDisplayName;
 };
+
+/// The key of the name under which the shortcut is shown, for the platform that registers another default for it.
+QString hotkeyDisplayNameKey();
 
 } // namespace talmo

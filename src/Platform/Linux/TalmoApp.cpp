@@ -8,6 +8,7 @@
 #include "Input/GlobalHotkeyManager.h"
 #include "Input/PermissionsManager.h"
 #include "Insertion/ClipboardPasteInsertionService.h"
+#include "Platform/Linux/JsonUserDefaults.h"
 #include "Platform/Linux/LinuxAuthorizationSource.h"
 #include "Platform/Linux/PocketSphinxPlatform.h"
 #include "Platform/Linux/PulseAudioEngine.h"
@@ -19,6 +20,8 @@
 #include "Platform/Linux/XSession.h"
 #include "Platform/Linux/XTestKeyEventPoster.h"
 #include "Platform/Linux/XcbPasteboard.h"
+#include "Platform/Linux/XdgAutostart.h"
+#include "Platform/ModelServer/LoopbackLanguageModel.h"
 #include "Settings/TalmoSettings.h"
 #include "Speech/SpeechTranscriptionService.h"
 
@@ -60,13 +63,22 @@ TalmoApp::TalmoApp()
       m_speechExecutor(SerialExecutor::onNewThread(QStringLiteral("talmo-speech"))),
       m_recogniserExecutor(SerialExecutor::onNewThread(QStringLiteral("talmo-decoder"))),
       m_cleanupExecutor(SerialExecutor::onNewThread(QStringLiteral("talmo-cleanup"))),
+      m_settingsExecutor(SerialExecutor::onNewThread(QStringLiteral("talmo-settings"))),
       m_clock(std::make_shared<TimerFdClock>()),
+      m_defaults(std::make_shared<JsonUserDefaults>(JsonUserDefaults::standardPath(), m_settingsExecutor)),
+      m_languageModel(
+          std::make_shared<LoopbackLanguageModel>(LoopbackLanguageModel::Configuration{}, m_cleanupExecutor, m_clock)),
       m_xSession(XSession::open()),
       m_eventMonitor(std::make_shared<XInput2EventMonitor>(m_xSession->postedKeys(), &isApplicationActive)),
       m_pasteboard(std::make_shared<XcbPasteboard>(m_xSession)),
       m_audioEngine(std::make_shared<PulseAudioEngine>()),
       m_speechPlatform(std::make_shared<PocketSphinxPlatform>(m_recogniserExecutor))
 {
+    m_defaults->registerDefault(hotkeyDisplayNameKey(), QStringLiteral("Right Ctrl"));
+    TalmoSettings::setSharedFactory([defaults = m_defaults] {
+        return std::make_shared<TalmoSettings>(defaults, std::make_shared<XdgAutostart>(XdgAutostart::forThisSession(
+                                                             QCoreApplication::applicationFilePath())));
+    });
     TalmoCoordinator::setSharedFactory([this] { return makeCoordinator(); });
 }
 
@@ -74,6 +86,8 @@ TalmoApp::~TalmoApp()
 {
     TalmoCoordinator::releaseShared();
     TalmoCoordinator::setSharedFactory({});
+    TalmoSettings::releaseShared();
+    TalmoSettings::setSharedFactory({});
 }
 
 std::unique_ptr<TalmoCoordinator> TalmoApp::makeCoordinator()
@@ -86,11 +100,11 @@ std::unique_ptr<TalmoCoordinator> TalmoApp::makeCoordinator()
 
     CoordinatorParts parts;
     parts.permissions = std::make_shared<PermissionsManager>(std::make_shared<LinuxAuthorizationSource>(), trust);
-    parts.settings = std::make_shared<TalmoSettings>();
+    parts.settings = TalmoSettings::shared();
     parts.audioRecorder = m_recorder;
     parts.transcriptionService = m_transcription;
     parts.hotkeyManager = std::make_shared<GlobalHotkeyManager>(m_eventMonitor, trust, m_clock, m_mainExecutor);
-    parts.textCleanupService = std::make_shared<TextCleanupService>(m_cleanupExecutor);
+    parts.textCleanupService = std::make_shared<TextCleanupService>(m_cleanupExecutor, m_languageModel);
     parts.insertionService = std::make_shared<ClipboardPasteInsertionService>(m_pasteboard, poster, trust, m_clock);
     parts.locale = std::make_shared<SystemLocaleSource>();
     parts.clock = m_clock;
@@ -105,6 +119,7 @@ void TalmoApp::start()
     followState(coordinator);
     // Before the coordinator's own monitors, so that everything is being made ready while the hold is still undecided.
     warmUpOnPress();
+    m_languageModel->refresh();
     coordinator.start();
 }
 
@@ -129,11 +144,12 @@ void TalmoApp::warmUpOnPress()
     m_warmUpMonitor = m_eventMonitor->addGlobalMonitor(
         GlobalHotkeyManager::flagsChangedMask,
         [engine = m_audioEngine, platform = m_speechPlatform, clock = std::shared_ptr<Clock>(m_clock),
-         executor = m_speechExecutor](const FlagsChangedEvent &event) {
+         executor = m_speechExecutor, model = m_languageModel](const FlagsChangedEvent &event) {
             if ((event.modifierFlags & GlobalHotkeyManager::functionFlag) == 0) {
                 return;
             }
             platform->warmUp();
+            model->refresh(); // The answer is there by the time that somebody has spoken.
             executor->post([engine, clock] {
                 engine->warmUp();
                 logEscapes(coolDownLater(engine, clock));
@@ -159,6 +175,8 @@ QCoro::Task<void> TalmoApp::shutDown()
         co_await transcription->cancelTranscription();
     }
     co_await m_pasteboard->shutDown();
+    co_await m_languageModel->shutDown();
+    co_await m_defaults->written();
     m_clock->cancelAll();
     // Every thread gets its turns to let go of what the cancelled waits held.
     constexpr int rounds = 2;

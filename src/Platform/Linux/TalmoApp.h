@@ -9,6 +9,8 @@
 
 namespace talmo {
 
+class JsonUserDefaults;
+class LoopbackLanguageModel;
 class PocketSphinxPlatform;
 class PulseAudioEngine;
 class TimerFdClock;
@@ -43,7 +45,10 @@ private:
     std::shared_ptr<SerialExecutor> m_speechExecutor;
     std::shared_ptr<SerialExecutor> m_recogniserExecutor;
     std::shared_ptr<SerialExecutor> m_cleanupExecutor;
+    std::shared_ptr<SerialExecutor> m_settingsExecutor;
     std::shared_ptr<TimerFdClock> m_clock;
+    std::shared_ptr<JsonUserDefaults> m_defaults;
+    std::shared_ptr<LoopbackLanguageModel> m_languageModel;
     std::shared_ptr<XSession> m_xSession;
     std::shared_ptr<XInput2EventMonitor> m_eventMonitor;
     std::shared_ptr<XcbPasteboard> m_pasteboard;

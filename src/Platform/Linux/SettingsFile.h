@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QString>
+
+#include <optional>
+
+namespace talmo {
+
+/// The settings as a private JSON file. Any thread, one at a time; every call may wait for the disk.
+///
+/// A file that cannot be understood is set aside under another name and never overwritten; one that cannot be read is
+/// left alone. Both are said in the log.
+class SettingsFile {
+public:
+    explicit SettingsFile(QString path);
+
+    /// Empty when there is no file, or none that could be used.
+    QJsonObject read();
+
+    /// Puts these values into the file, and leaves what else stands in it: another process may have written there.
+    /// Where the file is gone, `all` is written. A failure is logged, and what could not be written goes along with
+    /// the next call. What stands in the file is at all times either the old or the new content.
+    void write(const QJsonObject &changes, const QJsonObject &all);
+
+private:
+    std::optional<QJsonObject> load();
+    void setAside();
+    void save(const QJsonObject &content);
+
+    QString m_path;
+    QJsonObject m_unwritten;
+};
+
+} // namespace talmo

@@ -1,0 +1,158 @@
+#include "Cleanup/OutputSanitizer.h"
+
+#include "Base/Text.h"
+#include "Support/Printing.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <vector>
+
+namespace talmo::test {
+
+namespace {
+
+struct Row {
+    QString answer;
+    QString expected;
+};
+
+void check(const std::vector<Row> &rows)
+{
+    for (const auto &row : rows) {
+        EXPECT_EQ(sanitize(row.answer), row.expected) << row.answer.toStdString();
+    }
+}
+
+} // namespace
+
+TEST(OutputSanitizer, trims)
+{
+    check({{u""_s, u""_s},
+           {u" \n\t Hello. \u2028\n"_s, u"Hello."_s},
+           {u"Hello."_s, u"Hello."_s},
+           {u"\u00A0Hello.\u3000"_s, u"Hello."_s}});
+}
+
+TEST(OutputSanitizer, dropsTheArrowOfTheExamples)
+{
+    check({{u"-> Could you please send me the file?"_s, u"Could you please send me the file?"_s},
+           {u"  ->   Hello."_s, u"Hello."_s},
+           {u"->Hello."_s, u"->Hello."_s},
+           {u"-> -> Hello."_s, u"-> Hello."_s},
+           {u"- > Hello."_s, u"- > Hello."_s},
+           {u"Hello -> world."_s, u"Hello -> world."_s},
+           {u"-> "_s, u"->"_s}}); // Trimmed first, so no arrow with its space is left.
+}
+
+TEST(OutputSanitizer, dropsAPreambleParagraph)
+{
+    for (const auto &opening : {u"Sure,"_s, u"sure!"_s, u"SURE -"_s, u"Certainly,"_s, u"Certainly!"_s, u"Of course,"_s,
+                                u"Of course!"_s, u"Here's"_s, u"Here is"_s, u"Here you go"_s}) {
+        EXPECT_EQ(sanitize(opening + u" the edited text:\n\nHello there."_s), u"Hello there."_s)
+            << opening.toStdString();
+    }
+    check({{u"Sure, here's the edited text:\n\nHello there."_s, u"Hello there."_s},
+           {u"Sure, hello there."_s, u"Sure, hello there."_s},
+           {u"Sure, here it is:\nHello there."_s, u"Sure, here it is:\nHello there."_s},
+           {u"Sure,\n\nOf course,\n\nHello."_s, u"Of course,\n\nHello."_s}, // One at most.
+           {u"Hello.\n\nSure, why not."_s, u"Hello.\n\nSure, why not."_s},
+           {u"Surely not.\n\nHello."_s, u"Surely not.\n\nHello."_s},
+           {u"Sure.\n\nHello."_s, u"Sure.\n\nHello."_s},
+           {u"Sure,\n\n\n\n Hello."_s, u"Hello."_s},
+           {u"Sure, \n \nHello."_s, u"Sure, \n \nHello."_s}, // No two line ends in a row.
+           {u"Sure,\r\n\r\nHello."_s, u"Sure,\r\n\r\nHello."_s},
+           {u"I'm sure, yes.\n\nHello."_s, u"I'm sure, yes.\n\nHello."_s}});
+}
+
+TEST(OutputSanitizer, dropsThePairOfTags)
+{
+    check({{u"<transcript>Hello.</transcript>"_s, u"Hello."_s},
+           {u"<transcript>Hello."_s, u"<transcript>Hello."_s},
+           {u"Hello.</transcript>"_s, u"Hello.</transcript>"_s},
+           {u"<Transcript>Hello.</Transcript>"_s, u"<Transcript>Hello.</Transcript>"_s},
+           {u"<transcript></transcript>"_s, u""_s},
+           {u"<transcript> Hello. </transcript>"_s, u"Hello."_s}});
+}
+
+TEST(OutputSanitizer, dropsACodeFence)
+{
+    check({{u"```\nHello.\n```"_s, u"Hello."_s},
+           {u"```text\nHello.\n```"_s, u"text\nHello."_s}, // A language word stays.
+           {u"````Hello.``"_s, u"Hello."_s},
+           {u"```Hello `code`"_s, u"Hello `code"_s},
+           {u"``Hello.``"_s, u"``Hello.``"_s},
+           {u"Hello.```"_s, u"Hello.```"_s},
+           {u"```"_s, u""_s}});
+}
+
+TEST(OutputSanitizer, dropsAPairOfQuotationMarks)
+{
+    check({{u"\"Hello.\""_s, u"Hello."_s},
+           {u"\""_s, u"\""_s},
+           {u"\"\""_s, u""_s},
+           {u"\"Hello."_s, u"\"Hello."_s},
+           {u"\"\"Hello.\"\""_s, u"\"Hello.\""_s},
+           {u"\u201CHello.\u201D"_s, u"\u201CHello.\u201D"_s},
+           {u"'Hello.'"_s, u"'Hello.'"_s},
+           {u"\" Hello. \""_s, u"Hello."_s}});
+}
+
+TEST(OutputSanitizer, oneThingAfterTheOtherInThisOrder)
+{
+    check({{u"-> Sure, here you go:\n\n<transcript>```\"Hello.\"```</transcript>"_s, u"Hello."_s},
+           // The fence is seen before the quotation marks, so those inside it go, and those around it hide it.
+           {u"```\"Hello.\"```"_s, u"Hello."_s},
+           {u"\"```Hello.```\""_s, u"```Hello.```"_s},
+           // White space within the fence hides quotation marks, since nothing is trimmed in between.
+           {u"```\n\"Hello.\"\n```"_s, u"\"Hello.\""_s},
+           // Tags are looked for before the fence is opened.
+           {u"```<transcript>Hello.</transcript>```"_s, u"<transcript>Hello.</transcript>"_s},
+           {u"<transcript>-> Hello.</transcript>"_s, u"-> Hello."_s},
+           {u"Sure,\n\n-> Hello."_s, u"-> Hello."_s}});
+}
+
+TEST(OutputSanitizer, leavesAnAnswerThatIsOnlyTextAlone)
+{
+    check({{u"- milk\n- eggs"_s, u"- milk\n- eggs"_s},
+           {u"Hello.\n\nWorld."_s, u"Hello.\n\nWorld."_s},
+           {u"Use `ls` and \"quotes\" here."_s, u"Use `ls` and \"quotes\" here."_s}});
+}
+
+/// Where the answer carries none of the marks, a second pass finds nothing to do. Where it carries some, a second pass
+/// may find more, since each mark is taken once and in order: the rows above show which.
+TEST(OutputSanitizer, isIdempotentOnTextWithoutMarks)
+{
+    std::mt19937 random(4711); // NOLINT(cert-msc51-cpp): the same texts every time.
+    const std::vector<QString> pieces{u"hello"_s,  u" "_s,  u"\n"_s, u"\n\n"_s,   u"- "_s, u"."_s,
+                                      u"you're"_s, u"\t"_s, u">"_s,  u"\u00E4"_s, u"<"_s,  u"`code` x"_s};
+    for (int round = 0; round < 2000; ++round) {
+        QString text = u"x"_s; // Nothing that could be a mark stands at the front.
+        for (auto count = random() % 12; count > 0; --count) {
+            text += pieces[random() % pieces.size()];
+        }
+        const QString once = sanitize(text);
+        EXPECT_EQ(once, Text::trimWhitespaceAndNewlines(text));
+        EXPECT_EQ(sanitize(once), once);
+    }
+}
+
+/// It only ever takes away from the ends and, once, a paragraph: what is left stands in the answer as it was.
+TEST(OutputSanitizer, addsNothingAndChangesNothingWithin)
+{
+    std::mt19937 random(815); // NOLINT(cert-msc51-cpp)
+    const std::vector<QString> pieces{
+        u"-> "_s,  u"Sure,"_s, u"\n\n"_s, u"<transcript>"_s, u"</transcript>"_s, u"```"_s, u"\""_s,
+        u"word"_s, u" "_s,     u"\n"_s};
+    for (int round = 0; round < 5000; ++round) {
+        QString text;
+        for (auto count = random() % 9; count > 0; --count) {
+            text += pieces[random() % pieces.size()];
+        }
+        const QString result = sanitize(text);
+        EXPECT_TRUE(text.contains(result)) << text.toStdString();
+        EXPECT_EQ(result, Text::trimWhitespaceAndNewlines(result));
+    }
+}
+
+} // namespace talmo::test

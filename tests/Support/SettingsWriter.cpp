@@ -1,0 +1,27 @@
+// Another process that changes settings, for the tests to run beside theirs and to kill.
+//
+//   talmo-settings-writer FILE PREFIX COUNT    sets PREFIX0, PREFIX1 …, says "set" after each; ends after COUNT
+//                                              (never, where that is 0)
+
+#include "Platform/Linux/JsonUserDefaults.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    talmo::JsonUserDefaults defaults(arguments.at(1), talmo::SerialExecutor::onNewThread(QStringLiteral("writer")));
+    const int count = arguments.at(3).toInt();
+    const QString filler(20000, QLatin1Char('x')); // Long enough for a kill to fall into the middle of a write.
+    for (int number = 0; count == 0 || number < count; ++number) {
+        constexpr int keys = 50;
+        defaults.set(arguments.at(2) + QString::number(number % keys), filler + QString::number(number));
+        defaults.written().waitForFinished();
+        std::puts("set");
+        std::fflush(stdout);
+    }
+    return EXIT_SUCCESS;
+}
