@@ -27,7 +27,6 @@ QNetworkRequest plainRequest(const QUrl &url)
     request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
-    request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
     // Set by ourselves, so that nothing is decompressed behind our back: a small body can hold a huge one.
     request.setRawHeader("Accept-Encoding", "identity");
     request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("Talmo"));
@@ -83,6 +82,10 @@ private:
     void finish()
     {
         m_answered.request_stop();
+        m_reply->deleteLater();
+        if (m_completion->isDone()) {
+            return; // Given up on, and closed.
+        }
         m_body += m_reply->readAll();
         const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
         const auto error = m_reply->error();
@@ -95,7 +98,6 @@ private:
         } else {
             m_completion->fail(std::make_exception_ptr(Error(m_reply->errorString())));
         }
-        m_reply->deleteLater();
     }
 
     QNetworkReply *m_reply;

@@ -38,7 +38,7 @@ QStringList loopbackNumbers(const QString &host)
     const QHostAddress address(host);
     const bool isVersion4 = address.protocol() == QAbstractSocket::IPv4Protocol && address.isLoopback();
     // Version 4 addresses in version 6's clothes go out by other ways, and nobody needs them.
-    const bool isVersion6 = address == QHostAddress(QHostAddress::LocalHostIPv6);
+    const bool isVersion6 = address == QHostAddress(QHostAddress::LocalHostIPv6) && address.scopeId().isEmpty();
     return isVersion4 || isVersion6 ? QStringList{address.toString()} : QStringList();
 }
 

@@ -1,0 +1,132 @@
+#!/usr/bin/env python3
+"""A chat-completion server for the tests, with every fault that a test asks for.
+
+Says "listening PORT", and a line "request {...}" for everything it is asked and "answered {...}" for every answer that
+it has sent to the end. Each line on its standard input is a JSON object whose members replace those of the behaviour:
+
+  models   what GET /v1/models gives: a list of names, or a fault
+  health   what GET /health gives: a status, or a fault
+  chat     what POST /v1/chat/completions gives: a list of rules; the first whose "when" the user's message contains
+           counts. A rule is an answer {"answer": TEXT, "finish_reason": …} or a fault
+
+A fault: {"status": N, "body": TEXT, "type": …, "headers": {…}}, or {"fault": "hang" | "drip" | "close" | "reset" |
+"huge" | "truncate"}. A rule with "after": TEXT waits until a request with that text in it has been answered.
+"""
+
+import http.server
+import json
+import socket
+import struct
+import sys
+import threading
+
+behaviour = {"models": ["test-model"], "health": 404, "chat": [{"answer": "Hello from the model."}]}
+answered = []
+changed = threading.Condition()
+
+
+def say(word, what):
+    sys.stdout.write(f"{word} {json.dumps(what)}\n")
+    sys.stdout.flush()
+
+
+class Handler(http.server.BaseHTTPRequestHandler):
+    protocol_version = "HTTP/1.1"
+
+    def log_message(self, *_):
+        pass
+
+    def send(self, status, body, kind="application/json", headers=None):
+        data = body.encode() if isinstance(body, str) else body
+        self.send_response(status)
+        self.send_header("Content-Type", kind)
+        self.send_header("Content-Length", str(len(data)))
+        for name, value in (headers or {}).items():
+            self.send_header(name, value)
+        self.end_headers()
+        self.wfile.write(data)
+
+    def misbehave(self, rule):
+        fault = rule.get("fault")
+        self.close_connection = True
+        if fault in ("hang", "drip"):
+            if fault == "drip":
+                self.wfile.write(b"HTTP/1.1 200 OK\r\nContent-Length: 1000000\r\n\r\n")
+            self.connection.settimeout(0.02 if fault == "drip" else None)
+            while True:
+                try:
+                    if self.connection.recv(1) == b"":
+                        return
+                except TimeoutError:
+                    self.wfile.write(b" ")
+        elif fault == "reset":
+            self.wfile.write(b"HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n{\"choices\": [")
+            self.wfile.flush()
+            self.connection.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, struct.pack("ii", 1, 0))
+            self.connection.close()
+        elif fault == "truncate":
+            self.wfile.write(b"HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n" + completion(rule).encode())
+        elif fault == "huge":
+            self.wfile.write(b"HTTP/1.1 200 OK\r\nContent-Length: 52428800\r\n\r\n")
+            for _ in range(50):
+                self.wfile.write(b" " * 1048576)
+        elif fault == "close":
+            pass
+        else:
+            self.send(rule["status"], rule.get("body", ""), rule.get("type", "application/json"), rule.get("headers"))
+
+    def do_GET(self):
+        say("request", {"path": self.path, "headers": dict(self.headers)})
+        wanted = behaviour["models" if self.path.endswith("/models") else "health"]
+        if self.path.endswith("/models") and isinstance(wanted, list):
+            self.send(200, json.dumps({"object": "list", "data": [{"id": name, "object": "model"} for name in wanted]}))
+        elif isinstance(wanted, int):
+            self.send(wanted, json.dumps({"status": "ok"} if wanted == 200 else {"error": {"code": wanted}}))
+        else:
+            self.misbehave(wanted)
+
+    def do_POST(self):
+        body = self.rfile.read(int(self.headers.get("Content-Length", "0"))).decode()
+        say("request", {"path": self.path, "headers": dict(self.headers), "body": body})
+        message = json.loads(body)["messages"][-1]["content"]
+        rule = next(rule for rule in behaviour["chat"] if rule.get("when", "") in message)
+        with changed:
+            changed.wait_for(lambda: "after" not in rule or any(rule["after"] in text for text in answered))
+        if "answer" in rule and "fault" not in rule:
+            self.send(200, completion(rule))
+        else:
+            self.misbehave(rule)
+        with changed:
+            answered.append(message)
+            changed.notify_all()
+        say("answered", {"message": message})
+
+
+def completion(rule):
+    choice = {"index": 0, "finish_reason": rule.get("finish_reason", "stop"),
+              "message": {"role": "assistant", "content": rule["answer"]}}
+    return json.dumps({"id": "1", "object": "chat.completion", "model": "test-model", "choices": [choice]})
+
+
+class Server(http.server.ThreadingHTTPServer):
+    daemon_threads = True
+
+    def handle_error(self, *_):
+        pass  # Clients that give up are what the tests are about.
+
+
+class Server6(Server):
+    address_family = socket.AF_INET6
+
+
+def main():
+    port = int(sys.argv[1]) if len(sys.argv) > 1 else 0
+    server = Server6(("::1", port), Handler) if "--v6" in sys.argv else Server(("127.0.0.1", port), Handler)
+    threading.Thread(target=server.serve_forever, daemon=True).start()
+    print("listening", server.server_address[1], flush=True)
+    for line in sys.stdin:
+        behaviour.update(json.loads(line))
+        print("behaving", flush=True)
+
+
+main()
