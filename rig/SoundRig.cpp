@@ -4,6 +4,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QHostAddress>
+#include <QTcpServer>
 
 #include <csignal>
 
@@ -95,6 +97,21 @@ void SoundRig::play(const QString &wavFile)
     if (player->terminate() != 0) {
         throw Error(QStringLiteral("The speech could not be played: ") + player->output());
     }
+}
+
+QString SoundRig::listenToStrangers()
+{
+    // The kernel knows a free port; the server cannot be asked which one it took.
+    QTcpServer probe;
+    probe.listen(QHostAddress::LocalHost);
+    const int port = probe.serverPort();
+    probe.close();
+    const QString module = control({QStringLiteral("load-module"), QStringLiteral("module-native-protocol-tcp"),
+                                    QStringLiteral("listen=127.0.0.1"), QStringLiteral("port=%1").arg(port)});
+    if (module.isEmpty()) {
+        throw Error(QStringLiteral("The sound server does not listen: ") + m_server->output());
+    }
+    return QStringLiteral("tcp:127.0.0.1:%1").arg(port);
 }
 
 void SoundRig::killServer()

@@ -29,6 +29,9 @@ public:
     void killServer();
     /// After killServer().
     void restartServer();
+    /// Has the server listen on a loopback port too, where it lets only those in who know its secret; gives back the
+    /// address for PULSE_SERVER.
+    QString listenToStrangers();
     /// The server stops answering, and goes on when told so.
     void freeze();
     void thaw();

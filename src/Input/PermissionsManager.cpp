@@ -27,9 +27,11 @@ SimpleStatus simpleStatus(int raw)
 } // namespace
 
 PermissionsManager::PermissionsManager(std::shared_ptr<AuthorizationSource> authorization,
-                                       std::shared_ptr<InputTrust> inputTrust)
+                                       std::shared_ptr<InputTrust> inputTrust,
+                                       std::shared_ptr<SettingsPaneOpener> paneOpener)
     : m_authorization(std::move(authorization)),
-      m_inputTrust(std::move(inputTrust))
+      m_inputTrust(std::move(inputTrust)),
+      m_paneOpener(std::move(paneOpener))
 {
     refresh();
 }
@@ -80,6 +82,16 @@ QCoro::Task<bool> PermissionsManager::askForSpeechRecognition(QPointer<Permissio
 void PermissionsManager::requestAccessibility()
 {
     publish(m_accessibilityGranted, m_inputTrust->requestTrust());
+}
+
+void PermissionsManager::openAccessibilitySettings()
+{
+    m_paneOpener->open(SettingsPane::Accessibility);
+}
+
+void PermissionsManager::openMicrophoneSettings()
+{
+    m_paneOpener->open(SettingsPane::Microphone);
 }
 
 } // namespace talmo

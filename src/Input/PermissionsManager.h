@@ -3,6 +3,7 @@
 #include "App/PipelineServices.h"
 #include "Input/AuthorizationSource.h"
 #include "Input/InputTrust.h"
+#include "Input/SettingsPaneOpener.h"
 
 #include <QPointer>
 
@@ -16,7 +17,8 @@ class PermissionsManager final : public PermissionsService {
 
 public:
     /// Reads all three at once.
-    PermissionsManager(std::shared_ptr<AuthorizationSource> authorization, std::shared_ptr<InputTrust> inputTrust);
+    PermissionsManager(std::shared_ptr<AuthorizationSource> authorization, std::shared_ptr<InputTrust> inputTrust,
+                       std::shared_ptr<SettingsPaneOpener> paneOpener);
 
     SimpleStatus microphoneStatus() const override { return m_microphoneStatus; }
     SimpleStatus speechRecognitionStatus() const override { return m_speechRecognitionStatus; }
@@ -28,6 +30,10 @@ public:
     QCoro::Task<bool> requestSpeechRecognitionPermission() override;
     void requestAccessibility() override;
 
+    /// Open the panes where the user can change the system's mind.
+    void openAccessibilitySettings();
+    void openMicrophoneSettings();
+
 private:
     static QCoro::Task<bool> askForMicrophone(QPointer<PermissionsManager> self,
                                               std::shared_ptr<AuthorizationSource> authorization);
@@ -36,6 +42,7 @@ private:
 
     std::shared_ptr<AuthorizationSource> m_authorization;
     std::shared_ptr<InputTrust> m_inputTrust;
+    std::shared_ptr<SettingsPaneOpener> m_paneOpener;
     SimpleStatus m_microphoneStatus = SimpleStatus::NotDetermined;
     SimpleStatus m_speechRecognitionStatus = SimpleStatus::NotDetermined;
     bool m_accessibilityGranted = false;

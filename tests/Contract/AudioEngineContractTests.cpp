@@ -1,4 +1,5 @@
 #include "Input/AudioRecorder.h"
+#include "Platform/Linux/LinuxAuthorizationSource.h"
 #include "Platform/Linux/PulseAudioEngine.h"
 #include "SoundRig.h"
 #include "Support/FakeAudioEngine.h"
@@ -6,6 +7,7 @@
 #include "Support/TestLoop.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
@@ -201,6 +203,46 @@ TEST_F(PulseAudioEngineTest, aServerThatStopsAnsweringDoesNotHang)
     subject->sound.thaw();
     EXPECT_EQ(startError(recorder), u"no error"_s);
     recorder.stop();
+}
+
+TEST_F(PulseAudioEngineTest, aServerThatRefusesDeniesTheMicrophoneUntilItLetsTalmoIn)
+{
+    QFile secret(subject->folder.filePath(u"wrong-secret"_s));
+    ASSERT_TRUE(secret.open(QFile::WriteOnly));
+    secret.write(QByteArray(256, 'x'));
+    secret.close();
+    const auto engine = std::make_shared<PulseAudioEngine>();
+    const LinuxAuthorizationSource authorization([engine] { return engine->isAccessRefused(); });
+    int changes = 0;
+    engine->setOnAccessChanged([&changes] { ++changes; });
+    AudioRecorder recorder(engine);
+    const QByteArray address = qgetenv("PULSE_SERVER");
+
+    qputenv("PULSE_SERVER", subject->sound.listenToStrangers().toUtf8());
+    qputenv("PULSE_COOKIE", secret.fileName().toUtf8());
+    EXPECT_EQ(authorization.microphoneStatus(), 3) << "nobody has refused anything yet";
+    EXPECT_EQ(startError(recorder), u"No microphone input is available."_s);
+    EXPECT_EQ(authorization.microphoneStatus(), 2);
+    EXPECT_FALSE(LinuxAuthorizationSource(authorization).requestMicrophoneAccess().result());
+    EXPECT_EQ(authorization.speechRecognitionStatus(), 3);
+    EXPECT_EQ(changes, 1);
+
+    qputenv("PULSE_SERVER", address);
+    qunsetenv("PULSE_COOKIE");
+    engine->warmUp(); // As a press does.
+    EXPECT_EQ(authorization.microphoneStatus(), 3);
+    EXPECT_EQ(changes, 2);
+    EXPECT_EQ(startError(recorder), u"no error"_s);
+    recorder.stop();
+}
+
+TEST_F(PulseAudioEngineTest, aServerThatIsNotThereDeniesNothing)
+{
+    const auto engine = std::make_shared<PulseAudioEngine>();
+    subject->sound.killServer();
+    AudioRecorder recorder(engine);
+    startError(recorder);
+    EXPECT_FALSE(engine->isAccessRefused());
 }
 
 TEST_F(PulseAudioEngineTest, aStreamMadeAheadIsUsedOrLetGo)

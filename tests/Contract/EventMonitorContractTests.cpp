@@ -1,4 +1,6 @@
 #include "Platform/Linux/XInput2EventMonitor.h"
+
+#include "Platform/Linux/StandInKeys.h"
 #include "Support/FakeEventMonitor.h"
 #include "Support/Printing.h"
 #include "Support/TestLoop.h"
@@ -27,7 +29,7 @@ struct XInput2Subject {
     rig::VirtualDesktop desktop;
     bool isActive = false;
     std::shared_ptr<PostedKeys> postedKeys = std::make_shared<PostedKeys>();
-    XInput2EventMonitor monitor{postedKeys, [this] { return isActive; }};
+    XInput2EventMonitor monitor{postedKeys, standInKeySymbols({}), [this] { return isActive; }};
     rig::VirtualKeyboard keyboard;
     void press() { keyboard.press(rig::VirtualKeyboard::controlRight); }
     void release() { keyboard.release(rig::VirtualKeyboard::controlRight); }

@@ -22,17 +22,24 @@ public:
     QFuture<int> requestSpeechRecognitionAuthorization() override { return speechAnswer->future(); }
 };
 
+class FakePaneOpener final : public SettingsPaneOpener {
+public:
+    std::vector<SettingsPane> opened;
+    void open(SettingsPane pane) override { opened.push_back(pane); }
+};
+
 class PermissionsManagerTest : public testing::Test {
 protected:
     std::shared_ptr<FakeAuthorization> source = std::make_shared<FakeAuthorization>();
     std::shared_ptr<FakeInputTrust> trust = std::make_shared<FakeInputTrust>();
+    std::shared_ptr<FakePaneOpener> panes = std::make_shared<FakePaneOpener>();
 };
 
 } // namespace
 
 TEST_F(PermissionsManagerTest, readsAllThreeWhenItIsMade)
 {
-    const PermissionsManager manager(source, trust);
+    const PermissionsManager manager(source, trust, panes);
     EXPECT_TRUE(manager.allGranted());
 }
 
@@ -44,7 +51,7 @@ TEST_F(PermissionsManagerTest, restrictedAndDeniedAreDeniedAndUnknownIsUndetermi
     for (const auto &[raw, status] : table) {
         source->microphone = raw;
         source->speech = raw;
-        const PermissionsManager manager(source, trust);
+        const PermissionsManager manager(source, trust, panes);
         EXPECT_EQ(manager.microphoneStatus(), status) << raw;
         EXPECT_EQ(manager.speechRecognitionStatus(), status) << raw;
     }
@@ -56,14 +63,14 @@ TEST_F(PermissionsManagerTest, allGrantedNeedsAllThree)
         source->microphone = missing == 0 ? 2 : 3;
         source->speech = missing == 1 ? 1 : 3;
         trust->trusted = missing != 2;
-        EXPECT_FALSE(PermissionsManager(source, trust).allGranted()) << missing;
+        EXPECT_FALSE(PermissionsManager(source, trust, panes).allGranted()) << missing;
     }
 }
 
 TEST_F(PermissionsManagerTest, aRequestGivesTheAnswerAndReadsAgain)
 {
     source->microphone = 0;
-    PermissionsManager manager(source, trust);
+    PermissionsManager manager(source, trust, panes);
     std::optional<bool> granted;
     auto task = manager.requestMicrophonePermission().then([&granted](bool answer) { granted = answer; });
     settle();
@@ -77,7 +84,7 @@ TEST_F(PermissionsManagerTest, aRequestGivesTheAnswerAndReadsAgain)
 
 TEST_F(PermissionsManagerTest, onlyAuthorizedSpeechCountsAsGranted)
 {
-    PermissionsManager manager(source, trust);
+    PermissionsManager manager(source, trust, panes);
     std::optional<bool> granted;
     auto task = manager.requestSpeechRecognitionPermission().then([&granted](bool answer) { granted = answer; });
     source->speech = 2;
@@ -90,7 +97,7 @@ TEST_F(PermissionsManagerTest, onlyAuthorizedSpeechCountsAsGranted)
 TEST_F(PermissionsManagerTest, trustStaysFalseUntilARefreshSeesIt)
 {
     trust->trusted = false;
-    PermissionsManager manager(source, trust);
+    PermissionsManager manager(source, trust, panes);
     manager.requestAccessibility();
     EXPECT_EQ(trust->requests, 1);
     EXPECT_FALSE(manager.accessibilityGranted());
@@ -100,9 +107,30 @@ TEST_F(PermissionsManagerTest, trustStaysFalseUntilARefreshSeesIt)
     EXPECT_TRUE(manager.accessibilityGranted());
 }
 
+TEST_F(PermissionsManagerTest, aDecidedPermissionIsAnsweredAndReadAgainAllTheSame)
+{
+    PermissionsManager manager(source, trust, panes);
+    source->microphone = 1;
+    source->microphoneAnswer->finish(false);
+    std::optional<bool> granted;
+    auto task = manager.requestMicrophonePermission().then([&granted](bool answer) { granted = answer; });
+    settle();
+    EXPECT_EQ(granted, false);
+    EXPECT_EQ(manager.microphoneStatus(), SimpleStatus::Denied);
+}
+
+TEST_F(PermissionsManagerTest, opensThePanesAndNothingElse)
+{
+    PermissionsManager manager(source, trust, panes);
+    manager.openAccessibilitySettings();
+    manager.openMicrophoneSettings();
+    EXPECT_THAT(panes->opened, testing::ElementsAre(SettingsPane::Accessibility, SettingsPane::Microphone));
+    EXPECT_EQ(trust->requests, 0);
+}
+
 TEST_F(PermissionsManagerTest, everyReadIsAnnouncedBeforeItIsStored)
 {
-    PermissionsManager manager(source, trust);
+    PermissionsManager manager(source, trust, panes);
     int announced = 0;
     QObject::connect(&manager, &Observable::objectWillChange, &manager, [&announced] { ++announced; });
     manager.refresh();

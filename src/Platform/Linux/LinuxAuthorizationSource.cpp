@@ -2,17 +2,25 @@
 
 #include "Base/Completion.h"
 
+#include <utility>
+
 namespace talmo {
 
 namespace {
 
+constexpr int microphoneDenied = 2;
 constexpr int authorized = 3;
 
 } // namespace
 
+LinuxAuthorizationSource::LinuxAuthorizationSource(std::function<bool()> isMicrophoneRefused)
+    : m_isMicrophoneRefused(std::move(isMicrophoneRefused))
+{
+}
+
 int LinuxAuthorizationSource::microphoneStatus() const
 {
-    return authorized;
+    return m_isMicrophoneRefused() ? microphoneDenied : authorized;
 }
 
 int LinuxAuthorizationSource::speechRecognitionStatus() const
@@ -22,7 +30,7 @@ int LinuxAuthorizationSource::speechRecognitionStatus() const
 
 QFuture<bool> LinuxAuthorizationSource::requestMicrophoneAccess()
 {
-    return ready(true);
+    return ready(microphoneStatus() == authorized); // There is nobody who could be asked.
 }
 
 QFuture<int> LinuxAuthorizationSource::requestSpeechRecognitionAuthorization()

@@ -28,11 +28,24 @@ std::shared_ptr<PulseConnection> PulseAudioEngine::ensureConnection(PulseConnect
     if (connection && connection->isAlive()) {
         return connection;
     }
-    connection = PulseConnection::open(deadline);
+    try {
+        connection = PulseConnection::open(deadline);
+        noteAccess(false);
+    } catch (const SoundAccessRefused &) {
+        noteAccess(true);
+        throw;
+    }
     const std::lock_guard lock(m_mutex);
     m_capture.reset();
     m_connection = connection;
     return connection;
+}
+
+void PulseAudioEngine::noteAccess(bool isRefused)
+{
+    if (m_isAccessRefused.exchange(isRefused) != isRefused && m_onAccessChanged) {
+        m_onAccessChanged();
+    }
 }
 
 AudioFormat PulseAudioEngine::inputFormat()

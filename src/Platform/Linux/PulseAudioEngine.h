@@ -3,8 +3,11 @@
 #include "Input/AudioEngine.h"
 #include "Platform/Linux/PulseCapture.h"
 
+#include <atomic>
+#include <functional>
 #include <memory>
 #include <mutex>
+#include <utility>
 
 namespace talmo {
 
@@ -29,7 +32,13 @@ public:
     /// Lets a stream go that was made ahead and not used.
     void coolDown();
 
+    /// Whether the server refused Talmo the last time it was asked. Any thread.
+    bool isAccessRefused() const { return m_isAccessRefused; }
+    /// Called, on the thread that asked the server, when that has changed. Set before the first use.
+    void setOnAccessChanged(std::function<void()> callback) { m_onAccessChanged = std::move(callback); }
+
 private:
+    void noteAccess(bool isRefused);
     std::shared_ptr<PulseConnection> ensureConnection(PulseConnection::Deadline deadline);
     std::unique_ptr<PulseCapture> openCapture(PulseConnection::Deadline deadline);
 
@@ -39,6 +48,8 @@ private:
     std::unique_ptr<PulseCapture> m_capture;
     std::unique_ptr<FrameBlocks> m_blocks;
     PulseSource m_source;
+    std::atomic<bool> m_isAccessRefused = false;
+    std::function<void()> m_onAccessChanged;
 };
 
 } // namespace talmo

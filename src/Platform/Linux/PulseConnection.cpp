@@ -1,7 +1,5 @@
 #include "Platform/Linux/PulseConnection.h"
 
-#include "Base/Error.h"
-
 #include <algorithm>
 
 namespace talmo {
@@ -63,6 +61,9 @@ std::unique_ptr<PulseConnection> PulseConnection::open(Deadline deadline)
         throw Error(QStringLiteral("The sound server does not answer."));
     }
     if (pa_context_get_state(context) != PA_CONTEXT_READY) {
+        if (pa_context_errno(context) == PA_ERR_ACCESS) {
+            throw SoundAccessRefused(connection->errorText());
+        }
         throw Error(connection->errorText());
     }
     return connection;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Base/Error.h"
 #include "Input/AudioBuffer.h"
 
 #include <pulse/pulseaudio.h>
@@ -11,6 +12,12 @@
 #include <memory>
 
 namespace talmo {
+
+/// The sound server does not let Talmo in.
+class SoundAccessRefused : public Error {
+public:
+    using Error::Error;
+};
 
 /// The microphone as the sound server describes it.
 struct PulseSource {

@@ -7,6 +7,7 @@
 #include "Platform/Linux/QuitSignals.h"
 #include "Platform/Linux/TalmoApp.h"
 #include "Platform/Linux/XConnection.h"
+#include "Settings/TalmoSettings.h"
 
 #include <QGuiApplication>
 
@@ -54,7 +55,7 @@ int runTalmo(int argc, char **argv)
         QObject::connect(
             &signalsToQuit, &QuitSignals::quitRequested, &app, [&app] { logEscapes(quit(&app)); },
             Qt::SingleShotConnection);
-        generalLog().info("ready: hold Right Ctrl and speak");
+        generalLog().info("ready: hold %s and speak", {TalmoSettings::shared()->hotkeyDisplayName()});
         return QGuiApplication::exec();
     } catch (const Error &error) {
         return fail(error);

@@ -2,11 +2,18 @@
 
 #include <QLocale>
 
+#include <utility>
+
 namespace talmo {
+
+SystemLocaleSource::SystemLocaleSource(QString dictationLanguage)
+    : m_dictationLanguage(std::move(dictationLanguage))
+{
+}
 
 QString SystemLocaleSource::currentIdentifier() const
 {
-    return QLocale::system().name();
+    return m_dictationLanguage.isEmpty() ? QLocale::system().name() : m_dictationLanguage;
 }
 
 } // namespace talmo

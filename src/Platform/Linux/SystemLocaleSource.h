@@ -4,10 +4,15 @@
 
 namespace talmo {
 
-/// The desktop's language, as the environment gives it.
+/// The language that the user set for dictation, else the desktop's, as the environment gives it.
 class SystemLocaleSource final : public LocaleSource {
 public:
+    explicit SystemLocaleSource(QString dictationLanguage = {});
+
     QString currentIdentifier() const override;
+
+private:
+    QString m_dictationLanguage;
 };
 
 } // namespace talmo

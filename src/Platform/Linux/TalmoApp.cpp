@@ -8,11 +8,13 @@
 #include "Input/GlobalHotkeyManager.h"
 #include "Input/PermissionsManager.h"
 #include "Insertion/ClipboardPasteInsertionService.h"
+#include "Platform/Linux/DesktopSettingsOpener.h"
 #include "Platform/Linux/JsonUserDefaults.h"
 #include "Platform/Linux/LinuxAuthorizationSource.h"
 #include "Platform/Linux/PocketSphinxPlatform.h"
 #include "Platform/Linux/PulseAudioEngine.h"
 #include "Platform/Linux/SpeexAudioConverter.h"
+#include "Platform/Linux/StandInKeys.h"
 #include "Platform/Linux/SystemLocaleSource.h"
 #include "Platform/Linux/TimerFdClock.h"
 #include "Platform/Linux/XInput2EventMonitor.h"
@@ -66,15 +68,18 @@ TalmoApp::TalmoApp()
       m_settingsExecutor(SerialExecutor::onNewThread(QStringLiteral("talmo-settings"))),
       m_clock(std::make_shared<TimerFdClock>()),
       m_defaults(std::make_shared<JsonUserDefaults>(JsonUserDefaults::standardPath(), m_settingsExecutor)),
+      m_linuxSettings(LinuxSettings::read(*m_defaults)),
+      m_standInKeys(standInKeySymbols(m_linuxSettings.standInKeys)),
       m_languageModel(
-          std::make_shared<LoopbackLanguageModel>(LoopbackLanguageModel::Configuration{}, m_cleanupExecutor, m_clock)),
+          std::make_shared<LoopbackLanguageModel>(m_linuxSettings.languageModel, m_cleanupExecutor, m_clock)),
       m_xSession(XSession::open()),
-      m_eventMonitor(std::make_shared<XInput2EventMonitor>(m_xSession->postedKeys(), &isApplicationActive)),
+      m_eventMonitor(
+          std::make_shared<XInput2EventMonitor>(m_xSession->postedKeys(), m_standInKeys, &isApplicationActive)),
       m_pasteboard(std::make_shared<XcbPasteboard>(m_xSession)),
       m_audioEngine(std::make_shared<PulseAudioEngine>()),
       m_speechPlatform(std::make_shared<PocketSphinxPlatform>(m_recogniserExecutor))
 {
-    m_defaults->registerDefault(hotkeyDisplayNameKey(), QStringLiteral("Right Ctrl"));
+    m_defaults->registerDefault(hotkeyDisplayNameKey(), keyDisplayName(m_standInKeys.first()));
     TalmoSettings::setSharedFactory([defaults = m_defaults] {
         return std::make_shared<TalmoSettings>(defaults, std::make_shared<XdgAutostart>(XdgAutostart::forThisSession(
                                                              QCoreApplication::applicationFilePath())));
@@ -98,15 +103,28 @@ std::unique_ptr<TalmoCoordinator> TalmoApp::makeCoordinator()
     m_transcription = std::make_shared<SpeechTranscriptionService>(
         m_speechPlatform, std::make_shared<SpeexAudioConverterFactory>(), m_speechExecutor, m_mainExecutor);
 
+    const auto authorization =
+        std::make_shared<LinuxAuthorizationSource>([engine = m_audioEngine] { return engine->isAccessRefused(); });
+    const auto permissions =
+        std::make_shared<PermissionsManager>(authorization, trust, std::make_shared<DesktopSettingsOpener>());
+    // Let in again, Talmo must know before the next press is judged: nobody activates a program that has no window.
+    m_audioEngine->setOnAccessChanged([weak = std::weak_ptr(permissions), executor = m_mainExecutor] {
+        executor->post([weak] {
+            if (const auto manager = weak.lock()) {
+                manager->refresh();
+            }
+        });
+    });
+
     CoordinatorParts parts;
-    parts.permissions = std::make_shared<PermissionsManager>(std::make_shared<LinuxAuthorizationSource>(), trust);
+    parts.permissions = permissions;
     parts.settings = TalmoSettings::shared();
     parts.audioRecorder = m_recorder;
     parts.transcriptionService = m_transcription;
     parts.hotkeyManager = std::make_shared<GlobalHotkeyManager>(m_eventMonitor, trust, m_clock, m_mainExecutor);
     parts.textCleanupService = std::make_shared<TextCleanupService>(m_cleanupExecutor, m_languageModel);
     parts.insertionService = std::make_shared<ClipboardPasteInsertionService>(m_pasteboard, poster, trust, m_clock);
-    parts.locale = std::make_shared<SystemLocaleSource>();
+    parts.locale = std::make_shared<SystemLocaleSource>(m_linuxSettings.dictationLanguage);
     parts.clock = m_clock;
     parts.mainExecutor = m_mainExecutor;
     parts.makeOverlay = [](TalmoCoordinator &) { return std::make_unique<NoOverlay>(); };

@@ -2,6 +2,7 @@
 
 #include "App/TalmoCoordinator.h"
 #include "Base/SerialExecutor.h"
+#include "Platform/Linux/LinuxSettings.h"
 
 #include <QObject>
 
@@ -10,7 +11,6 @@
 namespace talmo {
 
 class JsonUserDefaults;
-class LoopbackLanguageModel;
 class PocketSphinxPlatform;
 class PulseAudioEngine;
 class TimerFdClock;
@@ -48,6 +48,8 @@ private:
     std::shared_ptr<SerialExecutor> m_settingsExecutor;
     std::shared_ptr<TimerFdClock> m_clock;
     std::shared_ptr<JsonUserDefaults> m_defaults;
+    LinuxSettings m_linuxSettings;
+    QList<quint32> m_standInKeys;
     std::shared_ptr<LoopbackLanguageModel> m_languageModel;
     std::shared_ptr<XSession> m_xSession;
     std::shared_ptr<XInput2EventMonitor> m_eventMonitor;

@@ -23,17 +23,10 @@ struct XInput2EventMonitor::Monitor final : public EventMonitorToken {
     std::function<void(const FlagsChangedEvent &)> handler;
 };
 
-QList<quint32> XInput2EventMonitor::defaultStandIns()
-{
-    constexpr quint32 controlRight = 0xffe4;
-    constexpr quint32 wakeUp = 0x1008ff2b; // What the fn key of some laptops is called.
-    constexpr quint32 f13 = 0xffca;
-    return {controlRight, wakeUp, f13};
-}
-
-XInput2EventMonitor::XInput2EventMonitor(std::shared_ptr<PostedKeys> postedKeys,
+XInput2EventMonitor::XInput2EventMonitor(std::shared_ptr<PostedKeys> postedKeys, QList<quint32> standIns,
                                          std::function<bool()> isApplicationActive)
     : m_postedKeys(std::move(postedKeys)),
+      m_standIns(std::move(standIns)),
       m_isApplicationActive(std::move(isApplicationActive)),
       m_notifier(m_connection.fileDescriptor(), QSocketNotifier::Read),
       m_collected([this](std::uint8_t keyCode) { return m_filter.isStandIn(keyCode); })
@@ -87,11 +80,10 @@ bool XInput2EventMonitor::selectRawKeys()
 void XInput2EventMonitor::readStandIns()
 {
     const auto layout = readKeyboardLayout(m_connection);
-    const auto wanted = defaultStandIns();
     const auto width = static_cast<std::size_t>(layout.keySymsPerKeyCode);
     std::set<std::uint8_t> keyCodes;
     for (std::size_t index = 0; index < layout.keySyms.size(); ++index) {
-        if (wanted.contains(layout.keySyms[index])) {
+        if (m_standIns.contains(layout.keySyms[index])) {
             keyCodes.insert(static_cast<std::uint8_t>(layout.firstKeyCode + index / width));
         }
     }

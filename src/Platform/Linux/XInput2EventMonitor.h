@@ -22,9 +22,10 @@ namespace talmo {
 /// from anybody. Main thread.
 class XInput2EventMonitor final : public EventMonitor {
 public:
-    /// Opens a connection of its own; throws Error when there is no display. `isApplicationActive` tells whether keys
-    /// go to one of Talmo's own windows just now.
-    XInput2EventMonitor(std::shared_ptr<PostedKeys> postedKeys, std::function<bool()> isApplicationActive);
+    /// Opens a connection of its own; throws Error when there is no display. `standIns` are the symbols of the keys
+    /// that stand in for fn. `isApplicationActive` tells whether keys go to one of Talmo's own windows just now.
+    XInput2EventMonitor(std::shared_ptr<PostedKeys> postedKeys, QList<quint32> standIns,
+                        std::function<bool()> isApplicationActive);
     ~XInput2EventMonitor() override;
 
     std::shared_ptr<EventMonitorToken>
@@ -35,9 +36,6 @@ public:
 
     /// The server has XInput 2.2: keys can be seen.
     bool isUsable() const { return m_opcode != 0 && !m_connection.isBroken(); }
-
-    /// The key symbols of the keys that stand in for fn: Right Ctrl, the laptop's fn where the system sees it, F13.
-    static QList<quint32> defaultStandIns();
 
 private:
     struct Monitor;
@@ -53,6 +51,7 @@ private:
 
     XConnection m_connection;
     std::shared_ptr<PostedKeys> m_postedKeys;
+    QList<quint32> m_standIns;
     std::function<bool()> m_isApplicationActive;
     quint8 m_opcode = 0;
     QSocketNotifier m_notifier;

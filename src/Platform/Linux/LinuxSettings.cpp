@@ -1,0 +1,15 @@
+#include "Platform/Linux/LinuxSettings.h"
+
+namespace talmo {
+
+LinuxSettings LinuxSettings::read(const UserDefaults &defaults)
+{
+    LinuxSettings settings;
+    settings.languageModel.address = defaults.string(QStringLiteral("linux.languageModelAddress")).value_or(QString());
+    settings.languageModel.modelName = defaults.string(QStringLiteral("linux.languageModelName")).value_or(QString());
+    settings.standInKeys = defaults.stringArray(QStringLiteral("linux.standInKeys")).value_or(QStringList());
+    settings.dictationLanguage = defaults.string(QStringLiteral("linux.dictationLanguage")).value_or(QString());
+    return settings;
+}
+
+} // namespace talmo

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "Platform/ModelServer/LoopbackLanguageModel.h"
+#include "Settings/UserDefaults.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace talmo {
+
+/// What only this platform needs to be told, in keys of its own beside the preferences. Read once, at the start.
+struct LinuxSettings {
+    /// "linux.languageModelAddress" and "linux.languageModelName".
+    LoopbackLanguageModel::Configuration languageModel;
+    /// "linux.standInKeys": names of keys that stand in for fn. Empty for the usual ones.
+    QStringList standInKeys;
+    /// "linux.dictationLanguage", such as "en_GB". Empty for the desktop's.
+    QString dictationLanguage;
+
+    static LinuxSettings read(const UserDefaults &defaults);
+};
+
+} // namespace talmo
