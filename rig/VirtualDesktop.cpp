@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QJsonDocument>
 
 #include <poll.h>
 
@@ -69,9 +70,20 @@ VirtualDesktop::VirtualDesktop()
     }
     m_environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
     m_environment.remove(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"));
+    storeSettings({{QStringLiteral("linux.languageModelAddress"), QStringLiteral("off")}});
     startServer();
     m_connection = std::make_unique<XConnection>();
     startWindowManager();
+}
+
+void VirtualDesktop::storeSettings(const QJsonObject &settings)
+{
+    QDir(m_folder.path()).mkpath(QStringLiteral("config/talmo"));
+    QFile file(m_folder.filePath(QStringLiteral("config/talmo/settings.json")));
+    const auto bytes = QJsonDocument(settings).toJson();
+    if (!file.open(QFile::WriteOnly) || file.write(bytes) != bytes.size()) {
+        throw Error(QStringLiteral("No settings could be stored: ") + file.errorString());
+    }
 }
 
 VirtualDesktop::~VirtualDesktop()

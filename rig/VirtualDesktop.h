@@ -5,6 +5,7 @@
 #include "Platform/Linux/XConnection.h"
 
 #include <QImage>
+#include <QJsonObject>
 #include <QProcessEnvironment>
 #include <QTemporaryDir>
 
@@ -26,6 +27,9 @@ public:
     QProcessEnvironment environment() const { return m_environment; }
     /// Private to this desktop, gone with it.
     QString folder() const { return m_folder.path(); }
+    /// What a Talmo that starts on this desktop finds in its settings. Unless told otherwise it finds that it is to ask
+    /// no language model, since one may happen to run on this machine.
+    void storeSettings(const QJsonObject &settings);
 
     /// Waits until the window whose title contains this text is there and has the keyboard.
     bool waitForActiveWindow(const QString &title, Patience patience);

@@ -40,6 +40,7 @@ PasteTransaction::PasteTransaction(XSession &session)
     m_clipboard.setOnRequest(onRequest);
     m_primary.setOnRequest(onRequest);
     m_clipboard.setOnLost([this] { handleLost(); });
+    m_session.setOnConnectionLost([this] { relieve(); });
 }
 
 PasteTransaction::~PasteTransaction()
@@ -170,8 +171,29 @@ void PasteTransaction::handleRequest(const SelectionServer::Request &request)
     evaluate();
 }
 
+void PasteTransaction::relieve()
+{
+    for (const auto &waiting : std::exchange(m_waitingForRelief, {})) {
+        waiting->finish();
+    }
+}
+
+QFuture<void> PasteTransaction::relieved()
+{
+    auto completion = Completion<void>::make();
+    auto future = completion->future();
+    m_session.synchronise();
+    if (m_clipboard.isOwner() && !m_session.connection().isBroken()) {
+        m_waitingForRelief.push_back(std::move(completion));
+    } else {
+        completion->finish();
+    }
+    return future;
+}
+
 void PasteTransaction::handleLost()
 {
+    relieve();
     if (m_isPasting) {
         m_wasLost = true;
     } else if (m_restore) {

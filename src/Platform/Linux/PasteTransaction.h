@@ -37,12 +37,15 @@ public:
     PasteStyle beginChord();
 
     QFuture<void> settled();
+    /// Finishes once nothing of ours stands on the clipboard: another program has taken it, or there is no server.
+    QFuture<void> relieved();
     /// Waits for a pending restore, then hands what Talmo holds to the desktop's clipboard manager, if there is one.
     static QCoro::Task<void> shutDown(std::shared_ptr<PasteTransaction> self);
 
 private:
     void handleRequest(const SelectionServer::Request &request);
     void handleLost();
+    void relieve();
     void evaluate();
     void applyRestore();
     PasteStyle styleOfFocus(xcb_window_t focus);
@@ -70,6 +73,7 @@ private:
     std::chrono::steady_clock::time_point m_restoreDeadline;
     QTimer m_timer;
     std::vector<std::shared_ptr<Completion<void>>> m_waiting;
+    std::vector<std::shared_ptr<Completion<void>>> m_waitingForRelief;
 };
 
 } // namespace talmo

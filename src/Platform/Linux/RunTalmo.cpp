@@ -19,6 +19,8 @@ namespace talmo {
 
 namespace {
 
+constexpr int usageStatus = 2;
+
 QCoro::Task<void> quit(TalmoApp *app)
 {
     co_await app->shutDown();
@@ -35,6 +37,10 @@ int fail(const Error &error)
 
 int runTalmo(int argc, char **argv)
 {
+    if (argc > 1) {
+        std::fprintf(stderr, "talmo: there are no options; talmoctl is for the command line\n");
+        return usageStatus;
+    }
     QuitSignals::holdBack();
     try {
         const XConnection probe; // Qt ends the process without a display; a sentence is better.

@@ -8,6 +8,9 @@
 #include "Input/GlobalHotkeyManager.h"
 #include "Input/PermissionsManager.h"
 #include "Insertion/ClipboardPasteInsertionService.h"
+#include "Insertion/QueuedInsertionService.h"
+#include "Platform/Linux/ControlServer.h"
+#include "Platform/Linux/ControlSocket.h"
 #include "Platform/Linux/DesktopSettingsOpener.h"
 #include "Platform/Linux/JsonUserDefaults.h"
 #include "Platform/Linux/LinuxAuthorizationSource.h"
@@ -123,7 +126,9 @@ std::unique_ptr<TalmoCoordinator> TalmoApp::makeCoordinator()
     parts.transcriptionService = m_transcription;
     parts.hotkeyManager = std::make_shared<GlobalHotkeyManager>(m_eventMonitor, trust, m_clock, m_mainExecutor);
     parts.textCleanupService = std::make_shared<TextCleanupService>(m_cleanupExecutor, m_languageModel);
-    parts.insertionService = std::make_shared<ClipboardPasteInsertionService>(m_pasteboard, poster, trust, m_clock);
+    m_insertion = std::make_shared<QueuedInsertionService>(
+        std::make_shared<ClipboardPasteInsertionService>(m_pasteboard, poster, trust, m_clock));
+    parts.insertionService = m_insertion;
     parts.locale = std::make_shared<SystemLocaleSource>(m_linuxSettings.dictationLanguage);
     parts.clock = m_clock;
     parts.mainExecutor = m_mainExecutor;
@@ -139,6 +144,9 @@ void TalmoApp::start()
     warmUpOnPress();
     m_languageModel->refresh();
     coordinator.start();
+    m_control = std::make_unique<ControlServer>(
+        [insertion = m_insertion](const QString &text) { return insertion->insert(text); });
+    m_control->listen(ControlSocket::path());
 }
 
 /// One line per state, for as long as nothing else shows it.
@@ -184,6 +192,7 @@ QCoro::Task<void> TalmoApp::coolDownLater(std::shared_ptr<PulseAudioEngine> engi
 QCoro::Task<void> TalmoApp::shutDown()
 {
     m_warmUpMonitor.reset();
+    m_control.reset();
     // What was spoken already still arrives.
     co_await dictationEnd();
     if (m_recorder) {

@@ -10,6 +10,7 @@
 
 namespace talmo {
 
+class ControlServer;
 class JsonUserDefaults;
 class PocketSphinxPlatform;
 class PulseAudioEngine;
@@ -58,6 +59,8 @@ private:
     std::shared_ptr<PocketSphinxPlatform> m_speechPlatform;
     std::shared_ptr<RecorderService> m_recorder;
     std::shared_ptr<TranscriptionService> m_transcription;
+    std::shared_ptr<TextInsertionService> m_insertion;
+    std::unique_ptr<ControlServer> m_control;
     std::shared_ptr<void> m_warmUpMonitor;
 };
 

@@ -11,6 +11,7 @@ namespace talmo {
 /// On X11 nobody grants anything: trusted is who has a server with XInput 2.2, to see keys, and XTEST, to type.
 class XInputTrust final : public InputTrust {
 public:
+    /// Without a monitor, for a program that types and listens to no key, XTEST is enough.
     XInputTrust(const std::shared_ptr<XSession> &session, std::shared_ptr<XInput2EventMonitor> monitor);
 
     bool isTrusted() const override;

@@ -63,6 +63,9 @@ void XSession::flush()
     if (m_connection->isBroken() && m_notifier && m_notifier->isEnabled()) {
         m_notifier->setEnabled(false); // Its end of file would wake the thread for ever.
         generalLog().error("the connection to the X server was lost");
+        if (m_onConnectionLost) {
+            m_onConnectionLost();
+        }
     }
 }
 

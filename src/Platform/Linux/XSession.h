@@ -35,7 +35,13 @@ public:
     /// Never shown; owns and asks for selections.
     xcb_window_t window() const { return m_window; }
     void addEventHandler(EventHandler handler) { m_handlers.push_back(std::move(handler)); }
-    void removeEventHandlers() { m_handlers.clear(); }
+    /// Called once when the server is gone; one listener.
+    void setOnConnectionLost(std::function<void()> callback) { m_onConnectionLost = std::move(callback); }
+    void removeEventHandlers()
+    {
+        m_handlers.clear();
+        m_onConnectionLost = {};
+    }
     /// Sends what was written and handles whatever came meanwhile.
     void flush();
     /// Has seen and handled everything that happened before this call, the loss of a selection included.
@@ -54,6 +60,7 @@ private:
     std::unique_ptr<XConnection> m_connection;
     std::unique_ptr<QSocketNotifier> m_notifier;
     std::vector<EventHandler> m_handlers;
+    std::function<void()> m_onConnectionLost;
     std::vector<XcbPtr<xcb_generic_event_t>> m_putBack;
     xcb_window_t m_window = XCB_NONE;
     // Last, so that its thread has ended before anything else goes.

@@ -66,6 +66,16 @@ QFuture<void> XcbPasteboard::settled()
     return future;
 }
 
+QFuture<void> XcbPasteboard::relieved()
+{
+    auto completion = Completion<void>::make();
+    auto future = completion->future();
+    post([completion](PasteTransaction &transaction) {
+        transaction.relieved().then([completion] { completion->finish(); });
+    });
+    return future;
+}
+
 QFuture<void> XcbPasteboard::shutDown()
 {
     return m_session->executor().run<void>(

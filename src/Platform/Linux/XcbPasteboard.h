@@ -23,7 +23,11 @@ public:
     void writeItems(const QList<PasteboardItem> &items) override;
     QFuture<void> settled() override;
 
-    /// Completes a pending restore and hands the clipboard on; the last call. Finishes within two and a half seconds.
+    /// Finishes once nothing of Talmo's stands on the clipboard: another program has taken it, or the server is gone.
+    QFuture<void> relieved();
+
+    /// Completes a pending restore and hands the clipboard on; nothing is pasted after it. Finishes within two and a
+    /// half seconds.
     QFuture<void> shutDown();
 
     /// What the chord and the clipboard share; for the session's thread.

@@ -1,0 +1,30 @@
+# Completion of talmoctl for bash.
+
+_talmoctl() {
+  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} options
+  COMPREPLY=()
+  if [ "$COMP_CWORD" -eq 1 ]; then
+    mapfile -t COMPREPLY < <(compgen -W "format clean instructions transcribe insert --help --version" -- "$current")
+    return
+  fi
+  case ${COMP_WORDS[1]} in
+    format | clean | insert) options="--raw --help" ;;
+    instructions) options="--tone --concise --no-concise --bullets --word --no-words --raw --help" ;;
+    transcribe) options="--live --language --help" ;;
+    *) return ;;
+  esac
+  case $previous in
+    --tone)
+      mapfile -t COMPREPLY < <(compgen -W "standard professional friendly polite" -- "$current")
+      return
+      ;;
+    --word | --language) return ;;
+  esac
+  if [[ $current == -* ]]; then
+    mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
+  elif [ "${COMP_WORDS[1]}" = transcribe ]; then
+    compopt -o filenames 2>/dev/null
+    mapfile -t COMPREPLY < <(compgen -f -- "$current")
+  fi
+}
+complete -F _talmoctl talmoctl

@@ -1,0 +1,42 @@
+#include "Insertion/QueuedInsertionService.h"
+
+#include "Base/Completion.h"
+
+#include <QCoro/QCoroFuture>
+
+#include <utility>
+
+namespace talmo {
+
+struct QueuedInsertionService::Queue {
+    std::shared_ptr<TextInsertionService> service;
+    /// Finishes when everything that came before has been inserted, or has failed to be.
+    QFuture<void> end = ready();
+};
+
+QueuedInsertionService::QueuedInsertionService(std::shared_ptr<TextInsertionService> service)
+    : m_queue(std::make_shared<Queue>())
+{
+    m_queue->service = std::move(service);
+}
+
+QCoro::Task<void> QueuedInsertionService::insert(QString text)
+{
+    return insertInTurn(m_queue, text);
+}
+
+QCoro::Task<void> QueuedInsertionService::insertInTurn(std::shared_ptr<Queue> queue, QString text)
+{
+    const auto done = Completion<void>::make();
+    const auto turn = std::exchange(queue->end, done->future());
+    co_await turn;
+    try {
+        co_await queue->service->insert(text);
+    } catch (...) {
+        done->finish(); // One that failed holds up nobody.
+        throw;
+    }
+    done->finish();
+}
+
+} // namespace talmo

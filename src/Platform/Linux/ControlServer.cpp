@@ -1,0 +1,87 @@
+#include "Platform/Linux/ControlServer.h"
+
+#include "Base/Error.h"
+#include "Base/Log.h"
+#include "Base/Task.h"
+#include "Platform/Linux/ControlSocket.h"
+
+#include <memory>
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+void answerAndClose(QLocalSocket &socket, const std::optional<QString> &error)
+{
+    socket.write(ControlSocket::answer(error));
+    socket.flush();
+    socket.disconnectFromServer();
+}
+
+} // namespace
+
+ControlServer::ControlServer(Insert insert)
+    : m_insert(std::move(insert))
+{
+    m_server.setSocketOptions(QLocalServer::UserAccessOption);
+    connect(&m_server, &QLocalServer::newConnection, this, &ControlServer::accept);
+}
+
+bool ControlServer::listen(const QString &path)
+{
+    QLocalSocket probe;
+    probe.connectToServer(path);
+    constexpr int patience = 200; // A local connection is made or refused at once.
+    if (probe.waitForConnected(patience)) {
+        generalLog().error("another Talmo runs on this display; talmoctl talks to that one");
+        return false;
+    }
+    QLocalServer::removeServer(path); // Left behind by one that did not end well.
+    if (!m_server.listen(path)) {
+        generalLog().error("talmoctl cannot reach this Talmo: %@", {m_server.errorString()});
+        return false;
+    }
+    return true;
+}
+
+void ControlServer::accept()
+{
+    while (auto *socket = m_server.nextPendingConnection()) {
+        socket->setParent(this);
+        socket->setReadBufferSize(ControlSocket::largestRequest);
+        connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
+        const auto request = std::make_shared<QByteArray>();
+        connect(socket, &QLocalSocket::readyRead, this, [this, socket, request] {
+            const bool isComplete = request->endsWith('\n');
+            request->append(socket->readAll());
+            if (isComplete) {
+                return; // One request a connection; what follows is nothing.
+            }
+            if (request->endsWith('\n')) {
+                logEscapes(serve(socket, *request, m_insert));
+            } else if (request->size() > ControlSocket::largestRequest) {
+                answerAndClose(*socket, QStringLiteral("The text is too long."));
+            }
+        });
+    }
+}
+
+QCoro::Task<void> ControlServer::serve(QPointer<QLocalSocket> socket, QByteArray request, Insert insert)
+{
+    std::optional<QString> problem;
+    try {
+        const auto text = ControlSocket::textToInsert(request);
+        if (!text) {
+            throw Error(QStringLiteral("Talmo does not know this request."));
+        }
+        co_await insert(*text);
+    } catch (const Error &error) {
+        problem = error.localizedDescription();
+    }
+    if (socket) {
+        answerAndClose(*socket, problem);
+    }
+}
+
+} // namespace talmo

@@ -1,0 +1,70 @@
+#include "Platform/Linux/ControlSocket.h"
+
+#include "Base/Error.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QStandardPaths>
+#include <QUrl>
+
+namespace talmo::ControlSocket {
+
+namespace {
+
+const QString commandKey = QStringLiteral("command");
+const QString textKey = QStringLiteral("text");
+const QString errorKey = QStringLiteral("error");
+const QString insertCommand = QStringLiteral("insert");
+
+QByteArray line(const QJsonObject &object)
+{
+    return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
+}
+
+/// ":0" for ":0.0": the screen after the dot is the same display.
+QString displayName()
+{
+    const QString name = qEnvironmentVariable("DISPLAY");
+    const auto colon = name.lastIndexOf(QLatin1Char(':'));
+    const auto dot = name.indexOf(QLatin1Char('.'), colon);
+    return colon >= 0 && dot >= 0 ? name.left(dot) : name;
+}
+
+} // namespace
+
+QString path()
+{
+    const QString file = QString::fromLatin1(QUrl::toPercentEncoding(displayName(), ":"));
+    return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + QStringLiteral("/talmo") + file;
+}
+
+QByteArray insertRequest(const QString &text)
+{
+    return line({{commandKey, insertCommand}, {textKey, text}});
+}
+
+std::optional<QString> textToInsert(const QByteArray &request)
+{
+    const auto object = QJsonDocument::fromJson(request).object();
+    const auto text = object.value(textKey);
+    return object.value(commandKey) == insertCommand && text.isString() ? std::optional(text.toString()) : std::nullopt;
+}
+
+QByteArray answer(const std::optional<QString> &error)
+{
+    return line(error ? QJsonObject{{errorKey, *error}} : QJsonObject());
+}
+
+void checkAnswer(const QByteArray &answer)
+{
+    const auto document = QJsonDocument::fromJson(answer);
+    if (!document.isObject()) {
+        throw Error(QStringLiteral("Talmo gave no answer."));
+    }
+    const auto error = document.object().value(errorKey);
+    if (!error.isUndefined()) {
+        throw Error(error.toString());
+    }
+}
+
+} // namespace talmo::ControlSocket

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+
+namespace talmo {
+
+/// How other programs of this user talk to the Talmo that runs on this display: a socket, one request and one answer a
+/// connection, each a line of JSON.
+namespace ControlSocket {
+
+/// Larger requests are refused.
+inline constexpr qint64 largestRequest = qint64(16) * 1024 * 1024;
+
+/// The socket's file, in the user's private folder for such things. One for each display, since a window of another
+/// one is not what anybody means.
+QString path();
+
+QByteArray insertRequest(const QString &text);
+/// None when it is no request of that kind.
+std::optional<QString> textToInsert(const QByteArray &request);
+
+QByteArray answer(const std::optional<QString> &error);
+/// Throws the error that the answer tells of, as Error; also when it is no answer at all.
+void checkAnswer(const QByteArray &answer);
+
+} // namespace ControlSocket
+
+} // namespace talmo

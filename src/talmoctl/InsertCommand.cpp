@@ -1,0 +1,82 @@
+#include "Insertion/ClipboardPasteInsertionService.h"
+#include "Platform/Linux/ControlSocket.h"
+#include "Platform/Linux/TimerFdClock.h"
+#include "Platform/Linux/XInputTrust.h"
+#include "Platform/Linux/XTestKeyEventPoster.h"
+#include "Platform/Linux/XcbPasteboard.h"
+#include "talmoctl/Background.h"
+#include "talmoctl/Command.h"
+#include "talmoctl/Terminal.h"
+
+#include <QCoro/QCoroFuture>
+
+#include <QLocalSocket>
+
+namespace talmo::ctl {
+
+namespace {
+
+/// True when the Talmo that runs on this display has inserted the text, false when there is none. Throws what it says,
+/// and when it says nothing for too long: the text may have been inserted all the same, so nobody else tries then.
+bool insertThroughTalmo(const QString &text)
+{
+    constexpr int connectPatience = 500;
+    constexpr int answerPatience = 8000; // A dictation that is being inserted comes first.
+    QLocalSocket socket;
+    socket.connectToServer(ControlSocket::path());
+    if (!socket.waitForConnected(connectPatience)) {
+        return false;
+    }
+    socket.write(ControlSocket::insertRequest(text));
+    QByteArray answer;
+    while (!answer.endsWith('\n') && (socket.bytesAvailable() > 0 || socket.waitForReadyRead(answerPatience))) {
+        answer += socket.readAll();
+    }
+    ControlSocket::checkAnswer(answer);
+    return true;
+}
+
+/// Inserts as Talmo does, and stays behind the caller's back for as long as the clipboard needs an owner: until what
+/// stood there is back, and then until a clipboard manager or another program has taken it over.
+QCoro::Task<int> insertAlone(QString text, std::shared_ptr<Background> background)
+{
+    const auto session = XSession::open();
+    const auto pasteboard = std::make_shared<XcbPasteboard>(session);
+    const auto trust = std::make_shared<XInputTrust>(session, nullptr);
+    const auto poster = std::make_shared<XTestKeyEventPoster>(session, pasteboard->transaction());
+    ClipboardPasteInsertionService service(pasteboard, poster, trust, std::make_shared<TimerFdClock>());
+    co_await service.insert(text);
+    background->release(EXIT_SUCCESS);
+    co_await pasteboard->shutDown();
+    co_await pasteboard->relieved();
+    co_return EXIT_SUCCESS;
+}
+
+QCoro::Task<int> runInsert(Invocation invocation)
+{
+    QString text = readInput();
+    if (!invocation.has("raw") && text.endsWith(QLatin1Char('\n'))) {
+        text.chop(1); // What ended the line for the shell is none that was meant.
+    }
+    if (text.isEmpty()) {
+        throw Error(QStringLiteral("there is nothing to insert"));
+    }
+    if (insertThroughTalmo(text)) {
+        co_return EXIT_SUCCESS;
+    }
+    const int status = co_await insertAlone(text, invocation.background);
+    co_return status;
+}
+
+} // namespace
+
+Command insertCommand()
+{
+    return {QStringLiteral("insert"),
+            QStringLiteral("Paste the text on standard input into the window in front; the clipboard comes back."),
+            {},
+            {flag("raw", "Insert a line end at the end of the input too.")},
+            &runInsert};
+}
+
+} // namespace talmo::ctl

@@ -1,0 +1,49 @@
+#include "talmoctl/Terminal.h"
+
+#include "Base/Error.h"
+
+#include <QFile>
+#include <QStringDecoder>
+
+#include <cstdio>
+
+namespace talmo::ctl {
+
+QString readInput()
+{
+    QFile input;
+    if (!input.open(stdin, QFile::ReadOnly)) {
+        throw Error(QStringLiteral("standard input cannot be read"));
+    }
+    QByteArray bytes = input.readAll();
+    if (input.error() != QFile::NoError) {
+        throw Error(QStringLiteral("standard input cannot be read: ") + input.errorString());
+    }
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    QString text = decoder.decode(bytes);
+    if (decoder.hasError()) {
+        throw Error(QStringLiteral("standard input is not UTF-8 text"));
+    }
+    return text;
+}
+
+void writeOutput(const QString &text)
+{
+    const QByteArray bytes = text.toUtf8();
+    const auto size = static_cast<std::size_t>(bytes.size());
+    if (std::fwrite(bytes.constData(), 1, size, stdout) != size || std::fflush(stdout) != 0) {
+        throw Error(QStringLiteral("standard output cannot be written"));
+    }
+}
+
+void writeLine(const QString &text)
+{
+    writeOutput(text + QLatin1Char('\n'));
+}
+
+void complain(const QString &text)
+{
+    std::fprintf(stderr, "talmoctl: %s\n", qUtf8Printable(text));
+}
+
+} // namespace talmo::ctl

@@ -1,0 +1,161 @@
+#include "Base/SerialExecutor.h"
+#include "Base/Text.h"
+#include "Cleanup/CleanupInstructions.h"
+#include "Cleanup/TextCleanupService.h"
+#include "Platform/Linux/JsonUserDefaults.h"
+#include "Platform/Linux/LinuxSettings.h"
+#include "Platform/Linux/TimerFdClock.h"
+#include "Platform/Linux/XdgAutostart.h"
+#include "Platform/ModelServer/LoopbackLanguageModel.h"
+#include "Settings/TalmoSettings.h"
+#include "Settings/TextTone.h"
+#include "talmoctl/Command.h"
+#include "talmoctl/Terminal.h"
+
+#include <QCoro/QCoroFuture>
+
+#include <QCoreApplication>
+
+namespace talmo::ctl {
+
+namespace {
+
+const char *const rawDescription = "Add no line end to the output.";
+
+/// The user's settings as the running program would read them. Only read here, never written.
+struct UserSettings {
+    std::shared_ptr<JsonUserDefaults> defaults =
+        std::make_shared<JsonUserDefaults>(JsonUserDefaults::standardPath(), SerialExecutor::onCurrentThread());
+    std::shared_ptr<TalmoSettings> values = std::make_shared<TalmoSettings>(
+        defaults,
+        std::make_shared<XdgAutostart>(XdgAutostart::forThisSession(QCoreApplication::applicationFilePath())));
+};
+
+void writeText(const Invocation &invocation, const QString &text)
+{
+    if (invocation.has("raw")) {
+        writeOutput(text);
+    } else if (!text.isEmpty()) {
+        writeLine(text);
+    }
+}
+
+/// The whole cleanup of a transcript that is not empty.
+QCoro::Task<QString> cleanedText(QString transcript, bool usesModel, UserSettings settings)
+{
+    const auto executor = SerialExecutor::onNewThread(QStringLiteral("cleanup"));
+    auto configuration = LinuxSettings::read(*settings.defaults).languageModel;
+    if (!usesModel) {
+        configuration.address = QStringLiteral("off");
+    }
+    const auto model =
+        std::make_shared<LoopbackLanguageModel>(configuration, executor, std::make_shared<TimerFdClock>());
+    TextCleanupService service(executor, model);
+    if (usesModel) {
+        co_await model->refresh();
+        if (service.unavailabilityMessage()) {
+            complain(QStringLiteral("formatted without a language model: ") + model->description());
+        }
+    }
+    const QString text = co_await service.cleanup(transcript, usesModel, settings.values->conciseTextEnabled(),
+                                                  settings.values->textTone(), settings.values->dictionaryWords());
+    co_await model->shutDown();
+    co_return text;
+}
+
+QCoro::Task<int> runCleanup(Invocation invocation, bool usesModel, UserSettings settings)
+{
+    const QString transcript = Text::trimWhitespaceAndNewlines(readInput());
+    if (transcript.isEmpty()) {
+        co_return EXIT_SUCCESS; // Nothing was said.
+    }
+    const QString text = co_await cleanedText(transcript, usesModel, settings);
+    writeText(invocation, text);
+    co_return EXIT_SUCCESS;
+}
+
+QCoro::Task<int> runFormat(Invocation invocation)
+{
+    return runCleanup(invocation, false, UserSettings());
+}
+
+QCoro::Task<int> runClean(Invocation invocation)
+{
+    const UserSettings settings;
+    return runCleanup(invocation, settings.values->aiCleanupEnabled(), settings);
+}
+
+TextTone toneOf(const Invocation &invocation, TextTone usual)
+{
+    if (!invocation.has("tone")) {
+        return usual;
+    }
+    const auto tone = textToneFromRawValue(invocation.value("tone"));
+    if (!tone) {
+        throw UsageError(QStringLiteral("there is no tone named “%1”").arg(invocation.value("tone")));
+    }
+    return *tone;
+}
+
+QStringList wordsOf(const Invocation &invocation, const QStringList &usual)
+{
+    const auto words = invocation.arguments->values(QStringLiteral("word"));
+    if (invocation.has("no-words") && !words.isEmpty()) {
+        throw UsageError(QStringLiteral("--word and --no-words contradict each other"));
+    }
+    return invocation.has("no-words") || !words.isEmpty() ? words : usual;
+}
+
+bool conciseOf(const Invocation &invocation, bool usual)
+{
+    if (invocation.has("concise") && invocation.has("no-concise")) {
+        throw UsageError(QStringLiteral("--concise and --no-concise contradict each other"));
+    }
+    return invocation.has("concise") || (usual && !invocation.has("no-concise"));
+}
+
+QCoro::Task<int> runInstructions(Invocation invocation)
+{
+    const UserSettings settings;
+    writeText(invocation,
+              buildInstructions(wordsOf(invocation, settings.values->dictionaryWords()), invocation.has("bullets"),
+                                conciseOf(invocation, settings.values->conciseTextEnabled()),
+                                toneOf(invocation, settings.values->textTone())));
+    co_return EXIT_SUCCESS;
+}
+
+} // namespace
+
+Command formatCommand()
+{
+    return {QStringLiteral("format"),
+            QStringLiteral("Make text of the transcript on standard input by simple rules."),
+            {},
+            {flag("raw", rawDescription)},
+            &runFormat};
+}
+
+Command cleanCommand()
+{
+    return {
+        QStringLiteral("clean"),
+        QStringLiteral("Make text of the transcript on standard input as your settings say, by a language model too."),
+        {},
+        {flag("raw", rawDescription)},
+        &runClean};
+}
+
+Command instructionsCommand()
+{
+    return {QStringLiteral("instructions"),
+            QStringLiteral("Show what the language model is told. What no option names is as your settings say."),
+            {},
+            {option("tone", "tone", "standard, professional, friendly or polite."),
+             flag("concise", "Ask for concise wording."), flag("no-concise", "Do not ask for concise wording."),
+             flag("bullets", "Ask for a bullet list."),
+             option("word", "word", "A word to preserve; may be given more than once."),
+             flag("no-words", "Name no words to preserve."), flag("raw", rawDescription)},
+            &runInstructions};
+}
+
+} // namespace talmo::ctl

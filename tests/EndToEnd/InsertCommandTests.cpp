@@ -1,0 +1,174 @@
+// talmoctl insert: through the Talmo that runs, and without one.
+
+#include "EndToEnd/TalmoRun.h"
+
+#include "Support/Printing.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QLocalSocket>
+
+#include <csignal>
+
+namespace talmo::test {
+
+namespace {
+
+class InsertCommandRun : public TalmoRun {
+protected:
+    /// Its exit status, once the caller may go on.
+    int insert(const QByteArray &text, const QStringList &options = {})
+    {
+        QProcess process;
+        process.setProcessEnvironment(environment);
+        process.setProcessChannelMode(QProcess::MergedChannels);
+        process.start(QStringLiteral(TALMO_BIN "/talmoctl"), QStringList{u"insert"_s} + options);
+        process.write(text);
+        process.closeWriteChannel();
+        EXPECT_TRUE(rig::waitUntil([&process] { return process.state() == QProcess::NotRunning; }, patience));
+        output = process.readAll();
+        return process.exitCode();
+    }
+    QByteArray output;
+
+    QString socketPath() const
+    {
+        return environment.value(u"XDG_RUNTIME_DIR"_s) + u"/talmo"_s + environment.value(u"DISPLAY"_s);
+    }
+
+    /// The processes that run our talmoctl, by their ids.
+    static QStringList talmoctlProcesses()
+    {
+        QStringList found;
+        for (const auto &entry : QDir(u"/proc"_s).entryList(QDir::Dirs)) {
+            if (QFileInfo(u"/proc/%1/exe"_s.arg(entry)).symLinkTarget() == QStringLiteral(TALMO_BIN "/talmoctl")) {
+                found.append(entry);
+            }
+        }
+        return found;
+    }
+    bool isAlone()
+    {
+        return rig::pollUntil([] { return talmoctlProcesses().isEmpty(); }, patience);
+    }
+};
+
+} // namespace
+
+TEST_F(InsertCommandRun, insertsThroughTheTalmoThatRuns)
+{
+    openQtWindow();
+    startTalmo();
+    copy(u"clipboard before"_s);
+    EXPECT_EQ(insert("typed by a script\n"), 0) << output.toStdString();
+    EXPECT_TRUE(windowShows(u"typed by a script"_s));
+    EXPECT_EQ(talmoctlProcesses(), QStringList()) << "Talmo is the one that stays";
+    EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+    EXPECT_EQ(quitTalmo(), 0);
+    EXPECT_FALSE(QFileInfo::exists(socketPath()));
+}
+
+TEST_F(InsertCommandRun, manyAtOnceTakeTurns)
+{
+    openQtWindow();
+    startTalmo();
+    copy(u"clipboard before"_s);
+    std::vector<std::unique_ptr<rig::ChildProcess>> callers;
+    constexpr int count = 8;
+    for (int number = 0; number < count; ++number) {
+        callers.push_back(std::make_unique<rig::ChildProcess>(QStringLiteral(TALMO_BIN "/talmoctl"),
+                                                              QStringList{u"insert"_s}, environment));
+        callers.back()->writeLine(u"(%1)"_s.arg(number));
+        callers.back()->closeInput();
+    }
+    const auto isWhole = [this] {
+        const auto &lines = window->lines();
+        return !lines.empty() && lines.back().text.count(u'(') == count && lines.back().text.count(u')') == count;
+    };
+    EXPECT_TRUE(rig::waitUntil(isWhole, patience)) << window->output().toStdString();
+    EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+}
+
+TEST_F(InsertCommandRun, withoutTalmoItStaysUntilAnotherProgramTakesTheClipboard)
+{
+    openQtWindow();
+    copy(u"clipboard before"_s);
+    EXPECT_EQ(insert("typed by a script\n"), 0) << output.toStdString();
+    EXPECT_TRUE(windowShows(u"typed by a script"_s));
+    EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+    EXPECT_EQ(talmoctlProcesses().size(), 1) << "somebody has to own what was there";
+    copy(u"copied later"_s);
+    EXPECT_TRUE(isAlone());
+}
+
+TEST_F(InsertCommandRun, withoutTalmoAnEmptyClipboardNeedsNobody)
+{
+    openQtWindow();
+    EXPECT_EQ(insert("typed by a script"), 0) << output.toStdString();
+    EXPECT_TRUE(windowShows(u"typed by a script"_s));
+    EXPECT_TRUE(isAlone());
+    EXPECT_TRUE(isClipboardEmpty());
+}
+
+TEST_F(InsertCommandRun, withoutTalmoItEndsWithTheDisplay)
+{
+    openQtWindow();
+    copy(u"clipboard before"_s);
+    EXPECT_EQ(insert("typed by a script"), 0) << output.toStdString();
+    desktop.killServer();
+    EXPECT_TRUE(isAlone());
+}
+
+TEST_F(InsertCommandRun, aSocketThatATalmoLeftBehindIsNoTalmo)
+{
+    openQtWindow();
+    startTalmo();
+    talmo->kill();
+    EXPECT_TRUE(QFileInfo::exists(socketPath()));
+    EXPECT_EQ(insert("typed by a script"), 0) << output.toStdString();
+    EXPECT_TRUE(windowShows(u"typed by a script"_s));
+    startTalmo();
+    EXPECT_EQ(insert(" and again"), 0) << output.toStdString();
+    EXPECT_TRUE(windowShows(u"typed by a script and again"_s));
+}
+
+TEST_F(InsertCommandRun, aTalmoThatHangsIsSaidAndNothingIsTypedTwice)
+{
+    openQtWindow();
+    startTalmo();
+    ::kill(static_cast<pid_t>(talmo->processId()), SIGSTOP);
+    EXPECT_EQ(insert("typed by a script"), 1);
+    EXPECT_TRUE(output.contains("Talmo gave no answer.")) << output.toStdString();
+    ::kill(static_cast<pid_t>(talmo->processId()), SIGCONT);
+}
+
+TEST_F(InsertCommandRun, lineEndsAndTextsOfAnyKindArriveAsTheyAre)
+{
+    openQtWindow();
+    EXPECT_EQ(insert("one\ntwo\n", {u"--raw"_s}), 0) << output.toStdString();
+    EXPECT_TRUE(windowShows(u"one\\ntwo\\n"_s));
+    EXPECT_EQ(insert("", {}), 1);
+    EXPECT_EQ(insert("\n", {}), 1);
+    EXPECT_TRUE(output.contains("there is nothing to insert")) << output.toStdString();
+}
+
+TEST_F(InsertCommandRun, whatIsNoRequestIsRefusedAndTheNextOneServed)
+{
+    openQtWindow();
+    startTalmo();
+    for (const QByteArray &request : {QByteArray("{\"command\": \"insert\"}\n"), QByteArray("nonsense\n"),
+                                      QByteArray("\n"), QByteArray("{\"command\": \"insert\", \"text\": 4}\n")}) {
+        QLocalSocket socket;
+        socket.connectToServer(socketPath());
+        socket.write(request);
+        ASSERT_TRUE(rig::waitUntil([&socket] { return socket.canReadLine(); }, patience)) << request.toStdString();
+        EXPECT_TRUE(socket.readLine().contains("does not know")) << request.toStdString();
+    }
+    QLocalSocket silent; // Says nothing, and is nobody's problem.
+    silent.connectToServer(socketPath());
+    EXPECT_EQ(insert("typed by a script"), 0) << output.toStdString();
+    EXPECT_TRUE(windowShows(u"typed by a script"_s));
+    EXPECT_EQ(quitTalmo(), 0);
+}
+
+} // namespace talmo::test
