@@ -1,0 +1,327 @@
+// talmoctl as people and scripts meet it: the program itself, its output, its errors and its exit status.
+
+#include "Cleanup/CleanupInstructions.h"
+#include "SpokenText.h"
+#include "Support/Printing.h"
+#include "Support/TestModelServer.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+
+namespace talmo::test {
+
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+
+const QString program = QStringLiteral(TALMO_BIN "/talmoctl");
+
+struct Result {
+    int status = -1;
+    std::string output;
+    std::string errors;
+};
+
+class TalmoctlTest : public testing::Test {
+protected:
+    QTemporaryDir folder;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+
+    TalmoctlTest()
+    {
+        environment.insert(u"XDG_CONFIG_HOME"_s, folder.path());
+        environment.insert(u"XDG_RUNTIME_DIR"_s, folder.path());
+        environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
+        storeSettings({{u"linux.languageModelAddress"_s, u"off"_s}});
+    }
+    void storeSettings(const QJsonObject &settings) const
+    {
+        QDir(folder.path()).mkpath(u"talmo"_s);
+        QFile file(folder.filePath(u"talmo/settings.json"_s));
+        ASSERT_TRUE(file.open(QFile::WriteOnly));
+        file.write(QJsonDocument(settings).toJson());
+    }
+    Result run(const QString &command, const QStringList &arguments, const QByteArray &input = {}) const
+    {
+        QProcess process;
+        process.setProcessEnvironment(environment);
+        process.start(command, arguments);
+        process.write(input);
+        process.closeWriteChannel();
+        EXPECT_TRUE(
+            rig::waitUntil([&process] { return process.state() == QProcess::NotRunning; }, std::chrono::seconds(50)));
+        return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+                process.readAllStandardOutput().toStdString(), process.readAllStandardError().toStdString()};
+    }
+    Result talmoctl(const QStringList &arguments, const QByteArray &input = {}) const
+    {
+        return run(program, arguments, input);
+    }
+    Result shell(const QString &script) const
+    {
+        return run(u"bash"_s, {u"-c"_s, u"talmoctl() { '%1' \"$@\"; }; "_s.arg(program) + script});
+    }
+    /// It succeeded, said this, and nothing else.
+    static void expectOutput(const Result &result, const std::string &output)
+    {
+        EXPECT_EQ(result.status, 0) << result.errors;
+        EXPECT_EQ(result.output, output);
+        EXPECT_EQ(result.errors, "");
+    }
+    static void expectUsageError(const Result &result, const std::string &problem)
+    {
+        EXPECT_EQ(result.status, 2);
+        EXPECT_EQ(result.output, "");
+        EXPECT_THAT(result.errors, AllOf(HasSubstr(problem), HasSubstr("--help")));
+    }
+    static QString contentOf(const QString &path)
+    {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QFile::ReadOnly)) << path.toStdString();
+        return QString::fromUtf8(file.readAll());
+    }
+    /// The long options that a command's own help names.
+    QStringList optionsOf(const QString &command) const
+    {
+        static const QRegularExpression word(u"--[a-z-]+"_s);
+        QStringList found;
+        auto matches = word.globalMatch(QString::fromStdString(talmoctl({command, u"--help"_s}).output));
+        while (matches.hasNext()) {
+            found.append(matches.next().captured());
+        }
+        return found;
+    }
+};
+
+const QStringList commands{u"format"_s, u"clean"_s, u"instructions"_s, u"transcribe"_s, u"insert"_s};
+
+} // namespace
+
+TEST_F(TalmoctlTest, formatMakesTextByTheRulesAlone)
+{
+    expectOutput(talmoctl({u"format"_s}, "um so buy milk and eggs as a list new paragraph thanks\n"),
+                 "Um so buy milk and eggs.\n\nThanks.\n");
+    expectOutput(talmoctl({u"format"_s, u"--raw"_s}, "hello"), "Hello.");
+    expectOutput(talmoctl({u"format"_s}, "\xc3\xbc"
+                                         "ber uns"),
+                 "\xc3\x9c"
+                 "ber uns.\n");
+    expectOutput(talmoctl({u"format"_s}, "new line"), "new line\n");
+    expectOutput(talmoctl({u"format"_s}, " \n\t"), "");
+    expectOutput(talmoctl({u"format"_s}, ""), "");
+}
+
+TEST_F(TalmoctlTest, inputThatIsNoTextIsAnError)
+{
+    const auto result = talmoctl({u"format"_s}, "hello \xff world");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, "");
+    EXPECT_THAT(result.errors, HasSubstr("not UTF-8"));
+}
+
+TEST_F(TalmoctlTest, cleanUsesTheSettingsAndTheModel)
+{
+    TestModelServer server;
+    server.behave({{u"chat"_s, QJsonArray{QJsonObject{{u"when"_s, u"milk"_s},
+                                                      {u"answer"_s, u"- Buy milk\n- Buy eggs"_s},
+                                                      {u"after"_s, u"thanks"_s}},
+                                          QJsonObject{{u"answer"_s, u"Thanks!"_s}}}}});
+    storeSettings({{u"linux.languageModelAddress"_s, server.address()}, {u"talmo.textTone"_s, u"polite"_s}});
+    expectOutput(talmoctl({u"clean"_s}, "um so buy milk and eggs as a list new paragraph thanks"),
+                 "- Buy milk\n- Buy eggs\n\nThanks!\n");
+    ASSERT_EQ(server.chats().size(), 2U);
+    EXPECT_THAT(server.chats()
+                    .front()
+                    .value(u"messages"_s)
+                    .toArray()
+                    .at(0)
+                    .toObject()
+                    .value(u"content"_s)
+                    .toString()
+                    .toStdString(),
+                HasSubstr("courteous and polite"));
+}
+
+TEST_F(TalmoctlTest, cleanSaysWhyThereIsNoModelAndFormatsAllTheSame)
+{
+    TestModelServer server;
+    server.kill();
+    storeSettings({{u"linux.languageModelAddress"_s, server.address()}});
+    const auto result = talmoctl({u"clean"_s}, "hello");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.output, "Hello.\n");
+    EXPECT_THAT(result.errors, HasSubstr("no model server runs on this machine"));
+}
+
+TEST_F(TalmoctlTest, cleanRefusesAnAddressElsewhere)
+{
+    storeSettings({{u"linux.languageModelAddress"_s, u"http://192.168.1.2:8080"_s}});
+    const auto result = talmoctl({u"clean"_s}, "hello");
+    EXPECT_EQ(result.output, "Hello.\n");
+    EXPECT_THAT(result.errors, AllOf(HasSubstr("192.168.1.2"), HasSubstr("refused")));
+}
+
+TEST_F(TalmoctlTest, cleanAsksNobodyWhereTheUserHasSwitchedItOff)
+{
+    TestModelServer server;
+    storeSettings({{u"linux.languageModelAddress"_s, server.address()}, {u"talmo.aiCleanupEnabled"_s, false}});
+    expectOutput(talmoctl({u"clean"_s}, "hello"), "Hello.\n");
+    EXPECT_TRUE(server.requests().empty());
+}
+
+TEST_F(TalmoctlTest, instructionsAreExact)
+{
+    storeSettings({{u"talmo.textTone"_s, u"friendly"_s},
+                   {u"talmo.conciseTextEnabled"_s, true},
+                   {u"talmo.dictionaryWords"_s, QJsonArray{u"Caf\u00E9"_s}}});
+    const auto expected = [](const QStringList &words, bool bullets, bool concise, TextTone tone) {
+        return buildInstructions(words, bullets, concise, tone).toStdString();
+    };
+    const QStringList words{u"Caf\u00E9"_s};
+    expectOutput(talmoctl({u"instructions"_s}), expected(words, false, true, TextTone::Friendly) + "\n");
+    expectOutput(talmoctl({u"instructions"_s, u"--raw"_s}), expected(words, false, true, TextTone::Friendly));
+    expectOutput(
+        talmoctl({u"instructions"_s, u"--raw"_s, u"--tone"_s, u"standard"_s, u"--no-concise"_s, u"--no-words"_s}),
+        expected({}, false, false, TextTone::Standard));
+    expectOutput(talmoctl({u"instructions"_s, u"--raw"_s, u"--tone=polite"_s, u"--concise"_s, u"--bullets"_s,
+                           u"--word"_s, u"a, b"_s, u"--word"_s, u"c"_s}),
+                 expected({u"a, b"_s, u"c"_s}, true, true, TextTone::Polite));
+}
+
+TEST_F(TalmoctlTest, usageErrorsSayWhatAndWhereToLook)
+{
+    expectUsageError(talmoctl({}), "which command");
+    expectUsageError(talmoctl({u"frobnicate"_s}), "frobnicate");
+    expectUsageError(talmoctl({u"format"_s, u"--loud"_s}), "loud");
+    expectUsageError(talmoctl({u"format"_s, u"file"_s}), "takes no argument");
+    expectUsageError(talmoctl({u"transcribe"_s}), "takes one file");
+    expectUsageError(talmoctl({u"instructions"_s, u"--tone"_s, u"rude"_s}), "rude");
+    expectUsageError(talmoctl({u"instructions"_s, u"--tone"_s}), "tone");
+    expectUsageError(talmoctl({u"instructions"_s, u"--word"_s, u"x"_s, u"--no-words"_s}), "contradict");
+    expectUsageError(talmoctl({u"instructions"_s, u"--concise"_s, u"--no-concise"_s}), "contradict");
+    expectUsageError(talmoctl({u"insert"_s, u"x"_s}), "takes no argument");
+}
+
+TEST_F(TalmoctlTest, helpAndVersion)
+{
+    const auto help = talmoctl({u"--help"_s});
+    EXPECT_EQ(help.status, 0);
+    for (const auto &command : commands) {
+        EXPECT_THAT(help.output, HasSubstr("\n  " + command.toStdString() + " "));
+        const auto own = talmoctl({command, u"--help"_s});
+        EXPECT_EQ(own.status, 0);
+        EXPECT_THAT(own.output, HasSubstr("Usage: talmoctl " + command.toStdString() + " [options]"));
+    }
+    EXPECT_THAT(talmoctl({u"--version"_s}).output, testing::MatchesRegex("talmoctl [0-9]+\\.[0-9]+\\.[0-9]+\n"));
+}
+
+TEST_F(TalmoctlTest, theApplicationItselfTakesNoOptions)
+{
+    const auto result = run(QStringLiteral(TALMO_BIN "/talmo"), {u"--help"_s});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_THAT(result.errors, HasSubstr("talmoctl"));
+}
+
+TEST_F(TalmoctlTest, worksInPipes)
+{
+    expectOutput(shell(u"echo 'one new line two' | talmoctl format | tail -n 1"_s), "Two.\n");
+    EXPECT_EQ(shell(u"set -o pipefail; talmoctl instructions | head -c 1 >/dev/null; echo"_s).errors, "");
+    const auto full = shell(u"talmoctl instructions > /dev/full"_s);
+    EXPECT_EQ(full.status, 1);
+    EXPECT_THAT(full.errors, HasSubstr("standard output cannot be written"));
+    const auto closed = shell(u"talmoctl format <&-"_s);
+    EXPECT_EQ(closed.status, 1);
+    EXPECT_THAT(closed.errors, HasSubstr("standard input cannot be read"));
+}
+
+TEST_F(TalmoctlTest, damagedSettingsAreNoReasonToFail)
+{
+    QFile file(folder.filePath(u"talmo/settings.json"_s));
+    ASSERT_TRUE(file.open(QFile::WriteOnly));
+    file.write("{\"linux.languageModelAddress\": \"of");
+    file.close();
+    const auto result = talmoctl({u"format"_s}, "hello");
+    EXPECT_EQ(result.output, "Hello.\n");
+    EXPECT_THAT(result.errors, HasSubstr("damaged"));
+}
+
+TEST_F(TalmoctlTest, transcribesAFile)
+{
+    const QString wav = rig::speak(u"hello world"_s, folder.path());
+    expectOutput(talmoctl({u"transcribe"_s, wav}), "hello world\n");
+    const auto live = talmoctl({u"transcribe"_s, u"--live"_s, wav});
+    EXPECT_EQ(live.status, 0) << live.errors;
+    const auto lines = QString::fromStdString(live.output).split(u'\n', Qt::SkipEmptyParts);
+    EXPECT_GT(lines.size(), 1) << live.output;
+    EXPECT_EQ(lines.last(), u"hello world"_s);
+}
+
+TEST_F(TalmoctlTest, whatCannotBeTranscribedIsAnError)
+{
+    const QString wav = rig::speak(u"hello world"_s, folder.path());
+    EXPECT_THAT(talmoctl({u"transcribe"_s, folder.filePath(u"none.wav"_s)}).errors, HasSubstr("none.wav"));
+    QFile text(folder.filePath(u"text.wav"_s));
+    ASSERT_TRUE(text.open(QFile::WriteOnly));
+    text.write("no sound at all");
+    text.close();
+    EXPECT_EQ(talmoctl({u"transcribe"_s, text.fileName()}).status, 1);
+    const auto language = talmoctl({u"transcribe"_s, u"--language"_s, u"tlh"_s, wav});
+    EXPECT_EQ(language.status, 1);
+    EXPECT_THAT(language.errors, HasSubstr("isn't supported for on-device transcription"));
+    const QString silence = rig::speak(u"."_s, folder.path());
+    EXPECT_THAT(talmoctl({u"transcribe"_s, silence}).errors, HasSubstr("No speech detected."));
+}
+
+TEST_F(TalmoctlTest, insertWithoutADisplaySaysSo)
+{
+    environment.remove(u"DISPLAY"_s);
+    const auto result = talmoctl({u"insert"_s}, "hello");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.errors, HasSubstr("No X display could be opened"));
+}
+
+TEST_F(TalmoctlTest, manualAndCompletionsKnowEveryOption)
+{
+    const QString packaging = QStringLiteral(TALMO_SOURCE "/packaging/");
+    const QString manual = contentOf(packaging + u"man/talmoctl.1"_s);
+    const QString zsh = contentOf(packaging + u"completions/_talmoctl"_s);
+    for (const auto &command : commands) {
+        EXPECT_TRUE(manual.contains(u".Cm "_s + command)) << command.toStdString();
+        EXPECT_TRUE(zsh.contains(command)) << command.toStdString();
+        const auto options = optionsOf(command);
+        EXPECT_TRUE(options.contains(u"--help"_s));
+        const auto completed = shell(u". '%1'; COMP_WORDS=(talmoctl %2 -); COMP_CWORD=2; _talmoctl; printf '%s\\n' "
+                                     u"\"${COMPREPLY[@]}\""_s.arg(packaging + u"completions/talmoctl.bash"_s, command));
+        EXPECT_THAT(QString::fromStdString(completed.output).split(u'\n', Qt::SkipEmptyParts),
+                    testing::UnorderedElementsAreArray(options));
+        for (const auto &option : options) {
+            EXPECT_TRUE(manual.contains(u"-"_s + option.mid(2))) << option.toStdString();
+            EXPECT_TRUE(zsh.contains(option)) << option.toStdString();
+        }
+    }
+    expectOutput(shell(u". '%1'; COMP_WORDS=(talmoctl in); COMP_CWORD=1; _talmoctl; echo \"${COMPREPLY[@]}\""_s.arg(
+                     packaging + u"completions/talmoctl.bash"_s)),
+                 "instructions insert\n");
+    expectOutput(
+        shell(
+            u". '%1'; COMP_WORDS=(talmoctl instructions --tone p); COMP_CWORD=3; _talmoctl; echo \"${COMPREPLY[@]}\""_s
+                .arg(packaging + u"completions/talmoctl.bash"_s)),
+        "professional polite\n");
+}
+
+TEST_F(TalmoctlTest, theManualIsWellFormed)
+{
+    expectOutput(run(u"mandoc"_s, {u"-T"_s, u"lint"_s, u"-W"_s, u"warning"_s,
+                                   QStringLiteral(TALMO_SOURCE "/packaging/man/talmoctl.1")}),
+                 "");
+}
+
+} // namespace talmo::test
