@@ -18,7 +18,15 @@ class QtLogSink final : public LogSink {
 public:
     bool isEnabled(LogLevel level, const char *name) const override
     {
-        return level != LogLevel::Debug || category(name).isDebugEnabled();
+        switch (level) {
+        case LogLevel::Debug:
+            return category(name).isDebugEnabled();
+        case LogLevel::Info:
+            return category(name).isInfoEnabled();
+        case LogLevel::Error:
+            break;
+        }
+        return category(name).isCriticalEnabled();
     }
 
     void write(LogLevel level, const char *name, const char *format, std::initializer_list<QVariant> arguments) override
