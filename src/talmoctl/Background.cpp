@@ -54,8 +54,10 @@ void Background::release(int exitStatus)
     }
     ::setsid();
     const FileDescriptor nothing(::open("/dev/null", O_RDWR | O_CLOEXEC));
-    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-        ::dup2(nothing.get(), stream);
+    if (nothing) {
+        for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+            ::dup2(nothing.get(), stream);
+        }
     }
     const auto status = static_cast<unsigned char>(exitStatus);
     if (::write(m_toParent.get(), &status, 1) == 1) {

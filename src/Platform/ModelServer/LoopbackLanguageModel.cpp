@@ -132,10 +132,12 @@ QCoro::Task<void> LoopbackLanguageModel::Server::look(std::shared_ptr<Server> se
                                                       std::shared_ptr<Completion<void>> completion)
 {
     std::vector<QCoro::Task<Probe>> tasks;
+    tasks.reserve(static_cast<std::size_t>(self->m_addresses.size()));
     for (const auto &address : std::as_const(self->m_addresses)) {
         tasks.push_back(probe(self, address));
     }
     std::vector<Probe> probes;
+    probes.reserve(tasks.size());
     for (auto &task : tasks) {
         probes.push_back(co_await task);
     }
