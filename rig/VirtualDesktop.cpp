@@ -69,7 +69,8 @@ VirtualDesktop::VirtualDesktop()
         m_environment.insert(QString::fromLatin1(name), value);
     }
     m_environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
-    m_environment.remove(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"));
+    // There is no bus here. Not knowing where one would be, programs would start their own.
+    m_environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("unix:path=%1/bus").arg(run));
     storeSettings({{QStringLiteral("linux.languageModelAddress"), QStringLiteral("off")}});
     startServer();
     m_connection = std::make_unique<XConnection>();

@@ -154,4 +154,14 @@ TEST_F(FaultRun, anXServerThatGoesAwayEndsIt)
     EXPECT_TRUE(rig::waitUntil([this] { return !talmo->isRunning(); }, patience));
 }
 
+TEST_F(TalmoRun, withoutASessionBusOrAnyWordOfOneTalmoDictates)
+{
+    environment.remove(u"DBUS_SESSION_BUS_ADDRESS"_s);
+    openQtWindow();
+    startTalmo();
+    dictate(u"hello world"_s);
+    EXPECT_TRUE(windowShows(u"Hello world."_s));
+    EXPECT_EQ(quitTalmo(), 0);
+}
+
 } // namespace talmo::test

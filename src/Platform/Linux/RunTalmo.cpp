@@ -27,6 +27,17 @@ QCoro::Task<void> quit(TalmoApp *app)
     QCoreApplication::quit();
 }
 
+/// Where there is no session bus, the D-Bus library would start one of its own, and the main thread would wait for that
+/// while keys go unseen. Told where the bus of this user would be, it finds none and goes on.
+void keepFromStartingABus()
+{
+    if (qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) {
+        const QByteArray folder =
+            qEnvironmentVariableIsSet("XDG_RUNTIME_DIR") ? qgetenv("XDG_RUNTIME_DIR") : "/nonexistent";
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + folder + "/bus");
+    }
+}
+
 int fail(const Error &error)
 {
     std::fprintf(stderr, "talmo: %s\n", qUtf8Printable(error.localizedDescription()));
@@ -50,6 +61,7 @@ int runTalmo(int argc, char **argv)
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "xcb");
     }
+    keepFromStartingABus();
     QGuiApplication application(argc, argv);
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QGuiApplication::setDesktopFileName(bundleIdentifier());
