@@ -56,24 +56,24 @@ void XcbPasteboard::writeItems(const QList<PasteboardItem> &items)
     post([items](PasteTransaction &transaction) { transaction.writeItems(items); });
 }
 
-QFuture<void> XcbPasteboard::settled()
+QFuture<void> XcbPasteboard::when(QFuture<void> (PasteTransaction::*event)())
 {
     auto completion = Completion<void>::make();
     auto future = completion->future();
-    post([completion](PasteTransaction &transaction) {
-        transaction.settled().then([completion] { completion->finish(); });
+    post([completion, event](PasteTransaction &transaction) {
+        (transaction.*event)().then([completion] { completion->finish(); });
     });
     return future;
 }
 
+QFuture<void> XcbPasteboard::settled()
+{
+    return when(&PasteTransaction::settled);
+}
+
 QFuture<void> XcbPasteboard::relieved()
 {
-    auto completion = Completion<void>::make();
-    auto future = completion->future();
-    post([completion](PasteTransaction &transaction) {
-        transaction.relieved().then([completion] { completion->finish(); });
-    });
-    return future;
+    return when(&PasteTransaction::relieved);
 }
 
 QFuture<void> XcbPasteboard::shutDown()

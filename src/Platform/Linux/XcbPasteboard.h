@@ -35,6 +35,7 @@ public:
 
 private:
     void post(std::function<void(PasteTransaction &)> work);
+    QFuture<void> when(QFuture<void> (PasteTransaction::*event)());
 
     std::shared_ptr<XSession> m_session;
     std::shared_ptr<PasteTransaction> m_transaction;
