@@ -73,7 +73,8 @@ void TalmoCoordinator::beginDictation()
     }
     if (m_parts.permissions->microphoneStatus() != SimpleStatus::Granted ||
         m_parts.permissions->speechRecognitionStatus() != SimpleStatus::Granted) {
-        transitionTo(TalmoState::error(QStringLiteral("Grant microphone and speech-recognition permissions first.")));
+        transitionTo(TalmoState::error(
+            QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Grant microphone and speech-recognition permissions first."))));
         return;
     }
     publish(m_liveTranscript, QString());
@@ -185,7 +186,7 @@ QCoro::Task<void> TalmoCoordinator::processingSequence(WeakSelf self)
     }
     // Only the length counts here: a transcript of blanks goes on, and the insertion will refuse it.
     if (rawTranscript.isEmpty()) {
-        self->transitionTo(TalmoState::error(QStringLiteral("No speech detected.")));
+        self->transitionTo(TalmoState::error(QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "No speech detected."))));
         co_return;
     }
     generalLog().debug("raw transcript: %s", {rawTranscript});

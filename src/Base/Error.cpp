@@ -44,7 +44,7 @@ QString localizedDescription(const std::exception_ptr &error)
     } catch (const std::exception &foreign) {
         return QString::fromUtf8(foreign.what());
     } catch (...) {
-        return QStringLiteral("An unknown error occurred.");
+        return QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "An unknown error occurred."));
     }
 }
 

@@ -76,16 +76,18 @@ QString messageFor(UnavailableReason reason)
 {
     switch (reason) {
     case UnavailableReason::DeviceNotEligible:
-        return QStringLiteral("This Mac doesn't support Apple Intelligence.");
+        return QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "This Mac doesn't support Apple Intelligence."));
     case UnavailableReason::AppleIntelligenceNotEnabled:
-        return QStringLiteral("Apple Intelligence isn't turned on. Enable it in System Settings > Apple Intelligence & "
-                              "Siri to use AI cleanup.");
+        return QStringLiteral(QT_TRANSLATE_NOOP(
+            "Talmo", "Apple Intelligence isn't turned on. Enable it in System Settings > Apple Intelligence & "
+                     "Siri to use AI cleanup."));
     case UnavailableReason::ModelNotReady:
-        return QStringLiteral("The on-device language model is still preparing. Try again shortly.");
+        return QStringLiteral(
+            QT_TRANSLATE_NOOP("Talmo", "The on-device language model is still preparing. Try again shortly."));
     case UnavailableReason::Other:
         break;
     }
-    return QStringLiteral("The on-device language model isn't available right now.");
+    return QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The on-device language model isn't available right now."));
 }
 
 } // namespace

@@ -12,13 +12,13 @@ QString description(RecorderError::Case which, const QString &underlying)
 {
     switch (which) {
     case RecorderError::Case::TapInstallationFailed:
-        return QStringLiteral("Couldn't set up microphone capture: ") + underlying;
+        return QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Couldn't set up microphone capture: ")) + underlying;
     case RecorderError::Case::EngineStartFailed:
-        return QStringLiteral("Couldn't start audio capture: ") + underlying;
+        return QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Couldn't start audio capture: ")) + underlying;
     case RecorderError::Case::NoInputAvailable:
         break;
     }
-    return QStringLiteral("No microphone input is available.");
+    return QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "No microphone input is available."));
 }
 
 } // namespace

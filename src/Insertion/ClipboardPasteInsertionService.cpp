@@ -11,10 +11,11 @@ namespace {
 QString description(TextInsertionError::Case which)
 {
     if (which == TextInsertionError::Case::AccessibilityNotGranted) {
-        return QStringLiteral("Talmo needs Accessibility access (System Settings > Privacy & Security > "
-                              "Accessibility) to insert text into other apps.");
+        return QStringLiteral(
+            QT_TRANSLATE_NOOP("Talmo", "Talmo needs Accessibility access (System Settings > Privacy & Security > "
+                                       "Accessibility) to insert text into other apps."));
     }
-    return QStringLiteral("Nothing to insert.");
+    return QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Nothing to insert."));
 }
 
 /// Ends the paste on every path, a cancelled wait included.

@@ -1,7 +1,7 @@
 #include "Input/PermissionsManager.h"
 
-#include "Base/Completion.h"
 #include "Support/FakeEventMonitor.h"
+#include "Support/FakePermissions.h"
 #include "Support/TestLoop.h"
 
 #include <gmock/gmock.h>
@@ -9,24 +9,6 @@
 namespace talmo::test {
 
 namespace {
-
-class FakeAuthorization final : public AuthorizationSource {
-public:
-    int microphone = 3;
-    int speech = 3;
-    std::shared_ptr<Completion<bool>> microphoneAnswer = Completion<bool>::make();
-    std::shared_ptr<Completion<int>> speechAnswer = Completion<int>::make();
-    int microphoneStatus() const override { return microphone; }
-    int speechRecognitionStatus() const override { return speech; }
-    QFuture<bool> requestMicrophoneAccess() override { return microphoneAnswer->future(); }
-    QFuture<int> requestSpeechRecognitionAuthorization() override { return speechAnswer->future(); }
-};
-
-class FakePaneOpener final : public SettingsPaneOpener {
-public:
-    std::vector<SettingsPane> opened;
-    void open(SettingsPane pane) override { opened.push_back(pane); }
-};
 
 class PermissionsManagerTest : public testing::Test {
 protected:

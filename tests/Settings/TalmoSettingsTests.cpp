@@ -2,6 +2,7 @@
 
 #include "Base/Error.h"
 #include "Settings/TextTone.h"
+#include "Support/FakeLoginItem.h"
 #include "Support/MemoryUserDefaults.h"
 #include "Support/Printing.h"
 #include "Support/RecordingLog.h"
@@ -17,33 +18,6 @@ using testing::IsEmpty;
 using testing::Pair;
 
 /// Writes down what it is asked for; registering fails when told so.
-class FakeLoginItem final : public LoginItem {
-public:
-    LoginItemStatus answer = LoginItemStatus::NotRegistered;
-    bool isBroken = false;
-    std::vector<std::string> calls;
-
-    LoginItemStatus status() const override { return answer; }
-    void registerItem() override
-    {
-        calls.emplace_back("register");
-        fail();
-    }
-    void unregisterItem() override
-    {
-        calls.emplace_back("unregister");
-        fail();
-    }
-
-private:
-    void fail() const
-    {
-        if (isBroken) {
-            throw Error(u"no room"_s);
-        }
-    }
-};
-
 class TalmoSettingsTest : public testing::Test {
 protected:
     std::shared_ptr<MemoryUserDefaults> defaults = std::make_shared<MemoryUserDefaults>();

@@ -71,7 +71,8 @@ public:
         Calls &m_calls;
     };
 
-    RecordingWorld()
+    /// `adjust` may replace parts before the coordinator is made of them.
+    explicit RecordingWorld(const std::function<void(CoordinatorParts &)> &adjust = {})
         : settings(std::make_shared<Settings>()),
           permissions(std::make_shared<Permissions>(calls)),
           clock(std::make_shared<ManualClock>())
@@ -92,6 +93,9 @@ public:
             calls.emplace_back("makeOverlay");
             return std::make_unique<Overlay>(calls);
         };
+        if (adjust) {
+            adjust(parts);
+        }
         coordinator = std::make_unique<TalmoCoordinator>(std::move(parts));
     }
 

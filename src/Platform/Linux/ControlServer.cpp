@@ -21,8 +21,9 @@ void answerAndClose(QLocalSocket &socket, const std::optional<QString> &error)
 
 } // namespace
 
-ControlServer::ControlServer(Insert insert)
-    : m_insert(std::move(insert))
+ControlServer::ControlServer(Insert insert, std::function<void()> openSettings)
+    : m_insert(std::move(insert)),
+      m_openSettings(std::move(openSettings))
 {
     m_server.setSocketOptions(QLocalServer::UserAccessOption);
     connect(&m_server, &QLocalServer::newConnection, this, &ControlServer::accept);
@@ -30,13 +31,6 @@ ControlServer::ControlServer(Insert insert)
 
 bool ControlServer::listen(const QString &path)
 {
-    QLocalSocket probe;
-    probe.connectToServer(path);
-    constexpr int patience = 200; // A local connection is made or refused at once.
-    if (probe.waitForConnected(patience)) {
-        generalLog().error("another Talmo runs on this display; talmoctl talks to that one");
-        return false;
-    }
     QLocalServer::removeServer(path); // Left behind by one that did not end well.
     if (!m_server.listen(path)) {
         generalLog().error("talmoctl cannot reach this Talmo: %@", {m_server.errorString()});
@@ -59,7 +53,7 @@ void ControlServer::accept()
                 return; // One request a connection; what follows is nothing.
             }
             if (request->endsWith('\n')) {
-                logEscapes(serve(socket, *request, m_insert));
+                serve(*socket, *request);
             } else if (request->size() > ControlSocket::largestRequest) {
                 answerAndClose(*socket, QStringLiteral("The text is too long."));
             }
@@ -67,15 +61,26 @@ void ControlServer::accept()
     }
 }
 
-QCoro::Task<void> ControlServer::serve(QPointer<QLocalSocket> socket, QByteArray request, Insert insert)
+void ControlServer::serve(QLocalSocket &socket, const QByteArray &request)
+{
+    if (ControlSocket::asksForSettings(request)) {
+        m_openSettings();
+        answerAndClose(socket, std::nullopt);
+        return;
+    }
+    const auto text = ControlSocket::textToInsert(request);
+    if (!text) {
+        answerAndClose(socket, QStringLiteral("Talmo does not know this request."));
+        return;
+    }
+    logEscapes(serveInsertion(&socket, *text, m_insert));
+}
+
+QCoro::Task<void> ControlServer::serveInsertion(QPointer<QLocalSocket> socket, QString text, Insert insert)
 {
     std::optional<QString> problem;
     try {
-        const auto text = ControlSocket::textToInsert(request);
-        if (!text) {
-            throw Error(QStringLiteral("Talmo does not know this request."));
-        }
-        co_await insert(*text);
+        co_await insert(text);
     } catch (const Error &error) {
         problem = error.localizedDescription();
     }

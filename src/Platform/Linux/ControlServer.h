@@ -18,16 +18,18 @@ public:
     /// Carries out an insertion; may throw Error.
     using Insert = std::function<QCoro::Task<void>(QString)>;
 
-    explicit ControlServer(Insert insert);
+    ControlServer(Insert insert, std::function<void()> openSettings);
 
-    /// False, and said in the log, when the socket cannot be made or another Talmo has it.
+    /// False, and said in the log, when the socket cannot be made. What lies there from before is replaced.
     bool listen(const QString &path);
 
 private:
     void accept();
-    static QCoro::Task<void> serve(QPointer<QLocalSocket> socket, QByteArray request, Insert insert);
+    void serve(QLocalSocket &socket, const QByteArray &request);
+    static QCoro::Task<void> serveInsertion(QPointer<QLocalSocket> socket, QString text, Insert insert);
 
     Insert m_insert;
+    std::function<void()> m_openSettings;
     QLocalServer m_server;
 };
 

@@ -15,6 +15,7 @@ const QString commandKey = QStringLiteral("command");
 const QString textKey = QStringLiteral("text");
 const QString errorKey = QStringLiteral("error");
 const QString insertCommand = QStringLiteral("insert");
+const QString settingsCommand = QStringLiteral("settings");
 
 QByteArray line(const QJsonObject &object)
 {
@@ -38,6 +39,11 @@ QString path()
     return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + QStringLiteral("/talmo") + file;
 }
 
+QString lockPath()
+{
+    return path() + QStringLiteral(".lock");
+}
+
 QByteArray insertRequest(const QString &text)
 {
     return line({{commandKey, insertCommand}, {textKey, text}});
@@ -48,6 +54,16 @@ std::optional<QString> textToInsert(const QByteArray &request)
     const auto object = QJsonDocument::fromJson(request).object();
     const auto text = object.value(textKey);
     return object.value(commandKey) == insertCommand && text.isString() ? std::optional(text.toString()) : std::nullopt;
+}
+
+QByteArray settingsRequest()
+{
+    return line({{commandKey, settingsCommand}});
+}
+
+bool asksForSettings(const QByteArray &request)
+{
+    return QJsonDocument::fromJson(request).object().value(commandKey) == settingsCommand;
 }
 
 QByteArray answer(const std::optional<QString> &error)

@@ -17,10 +17,16 @@ inline constexpr qint64 largestRequest = qint64(16) * 1024 * 1024;
 /// The socket's file, in the user's private folder for such things. One for each display, since a window of another
 /// one is not what anybody means.
 QString path();
+/// The file beside it that says that a Talmo runs here.
+QString lockPath();
 
 QByteArray insertRequest(const QString &text);
 /// None when it is no request of that kind.
 std::optional<QString> textToInsert(const QByteArray &request);
+
+/// Asks for the settings window.
+QByteArray settingsRequest();
+bool asksForSettings(const QByteArray &request);
 
 QByteArray answer(const std::optional<QString> &error);
 /// Throws the error that the answer tells of, as Error; also when it is no answer at all.

@@ -9,6 +9,7 @@ LinuxSettings LinuxSettings::read(const UserDefaults &defaults)
     settings.languageModel.modelName = defaults.string(QStringLiteral("linux.languageModelName")).value_or(QString());
     settings.standInKeys = defaults.stringArray(QStringLiteral("linux.standInKeys")).value_or(QStringList());
     settings.dictationLanguage = defaults.string(QStringLiteral("linux.dictationLanguage")).value_or(QString());
+    settings.colourScheme = defaults.string(QStringLiteral("linux.colorScheme")).value_or(QString());
     return settings;
 }
 

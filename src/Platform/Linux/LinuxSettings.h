@@ -16,6 +16,8 @@ struct LinuxSettings {
     QStringList standInKeys;
     /// "linux.dictationLanguage", such as "en_GB". Empty for the desktop's.
     QString dictationLanguage;
+    /// "linux.colorScheme": "light" or "dark". Empty to look as the desktop does.
+    QString colourScheme;
 
     static LinuxSettings read(const UserDefaults &defaults);
 };

@@ -1,5 +1,6 @@
 #include "Platform/Linux/TalmoApp.h"
 
+#include "App/AppDelegate.h"
 #include "Base/Completion.h"
 #include "Base/Log.h"
 #include "Base/Task.h"
@@ -9,9 +10,14 @@
 #include "Input/PermissionsManager.h"
 #include "Insertion/ClipboardPasteInsertionService.h"
 #include "Insertion/QueuedInsertionService.h"
+#include "Insertion/UnobstructedInsertionService.h"
 #include "Platform/Linux/ControlServer.h"
 #include "Platform/Linux/ControlSocket.h"
+#include "Platform/Linux/DesktopAppearance.h"
+#include "Platform/Linux/DesktopScreens.h"
 #include "Platform/Linux/DesktopSettingsOpener.h"
+#include "Platform/Linux/DesktopShell.h"
+#include "Platform/Linux/FloatingCard.h"
 #include "Platform/Linux/JsonUserDefaults.h"
 #include "Platform/Linux/LinuxAuthorizationSource.h"
 #include "Platform/Linux/PocketSphinxPlatform.h"
@@ -20,6 +26,8 @@
 #include "Platform/Linux/StandInKeys.h"
 #include "Platform/Linux/SystemLocaleSource.h"
 #include "Platform/Linux/TimerFdClock.h"
+#include "Platform/Linux/TrayIcon.h"
+#include "Platform/Linux/XFrontmostFocus.h"
 #include "Platform/Linux/XInput2EventMonitor.h"
 #include "Platform/Linux/XInputTrust.h"
 #include "Platform/Linux/XSession.h"
@@ -29,6 +37,8 @@
 #include "Platform/ModelServer/LoopbackLanguageModel.h"
 #include "Settings/TalmoSettings.h"
 #include "Speech/SpeechTranscriptionService.h"
+#include "UI/RecordingOverlayController.h"
+#include "UI/UserInterface.h"
 
 #include <QGuiApplication>
 
@@ -43,13 +53,6 @@ constexpr Duration warmStreamTime = std::chrono::milliseconds(500);
 
 /// How long a dictation that is being finished may hold up the end of the program.
 constexpr Duration longestLastDictation = std::chrono::seconds(3);
-
-/// Stands where the overlay will: the state is in the log.
-class NoOverlay final : public OverlayService {
-public:
-    void show() override {}
-    void hide() override {}
-};
 
 QFuture<void> oneTurn(const std::shared_ptr<SerialExecutor> &executor)
 {
@@ -80,7 +83,9 @@ TalmoApp::TalmoApp()
           std::make_shared<XInput2EventMonitor>(m_xSession->postedKeys(), m_standInKeys, &isApplicationActive)),
       m_pasteboard(std::make_shared<XcbPasteboard>(m_xSession)),
       m_audioEngine(std::make_shared<PulseAudioEngine>()),
-      m_speechPlatform(std::make_shared<PocketSphinxPlatform>(m_recogniserExecutor))
+      m_speechPlatform(std::make_shared<PocketSphinxPlatform>(m_recogniserExecutor)),
+      m_shell(std::make_shared<DesktopShell>([this] { Q_EMIT quitRequested(); })),
+      m_screens(std::make_shared<DesktopScreens>())
 {
     m_defaults->registerDefault(hotkeyDisplayNameKey(), keyDisplayName(m_standInKeys.first()));
     TalmoSettings::setSharedFactory([defaults = m_defaults] {
@@ -92,6 +97,7 @@ TalmoApp::TalmoApp()
 
 TalmoApp::~TalmoApp()
 {
+    m_interface.reset();
     TalmoCoordinator::releaseShared();
     TalmoCoordinator::setSharedFactory({});
     TalmoSettings::releaseShared();
@@ -100,16 +106,37 @@ TalmoApp::~TalmoApp()
 
 std::unique_ptr<TalmoCoordinator> TalmoApp::makeCoordinator()
 {
-    const auto trust = std::make_shared<XInputTrust>(m_xSession, m_eventMonitor);
-    const auto poster = std::make_shared<XTestKeyEventPoster>(m_xSession, m_pasteboard->transaction());
+    m_inputTrust = std::make_shared<XInputTrust>(m_xSession, m_eventMonitor);
+    m_permissions = makePermissions();
+    m_insertion = makeInsertion();
     m_recorder = std::make_shared<AudioRecorder>(m_audioEngine);
     m_transcription = std::make_shared<SpeechTranscriptionService>(
         m_speechPlatform, std::make_shared<SpeexAudioConverterFactory>(), m_speechExecutor, m_mainExecutor);
+    m_cleanup = std::make_shared<TextCleanupService>(m_cleanupExecutor, m_languageModel);
 
+    CoordinatorParts parts;
+    parts.permissions = m_permissions;
+    parts.settings = TalmoSettings::shared();
+    parts.audioRecorder = m_recorder;
+    parts.transcriptionService = m_transcription;
+    parts.hotkeyManager = std::make_shared<GlobalHotkeyManager>(m_eventMonitor, m_inputTrust, m_clock, m_mainExecutor);
+    parts.textCleanupService = m_cleanup;
+    parts.insertionService = m_insertion;
+    parts.locale = std::make_shared<SystemLocaleSource>(m_linuxSettings.dictationLanguage);
+    parts.clock = m_clock;
+    parts.mainExecutor = m_mainExecutor;
+    parts.makeOverlay = [screens = m_screens](TalmoCoordinator &coordinator) {
+        return std::make_unique<RecordingOverlayController>(coordinator, &FloatingCard::make, screens);
+    };
+    return std::make_unique<TalmoCoordinator>(std::move(parts));
+}
+
+std::shared_ptr<PermissionsManager> TalmoApp::makePermissions()
+{
     const auto authorization =
         std::make_shared<LinuxAuthorizationSource>([engine = m_audioEngine] { return engine->isAccessRefused(); });
     const auto permissions =
-        std::make_shared<PermissionsManager>(authorization, trust, std::make_shared<DesktopSettingsOpener>());
+        std::make_shared<PermissionsManager>(authorization, m_inputTrust, std::make_shared<DesktopSettingsOpener>());
     // Let in again, Talmo must know before the next press is judged: nobody activates a program that has no window.
     m_audioEngine->setOnAccessChanged([weak = std::weak_ptr(permissions), executor = m_mainExecutor] {
         executor->post([weak] {
@@ -118,22 +145,17 @@ std::unique_ptr<TalmoCoordinator> TalmoApp::makeCoordinator()
             }
         });
     });
+    return permissions;
+}
 
-    CoordinatorParts parts;
-    parts.permissions = permissions;
-    parts.settings = TalmoSettings::shared();
-    parts.audioRecorder = m_recorder;
-    parts.transcriptionService = m_transcription;
-    parts.hotkeyManager = std::make_shared<GlobalHotkeyManager>(m_eventMonitor, trust, m_clock, m_mainExecutor);
-    parts.textCleanupService = std::make_shared<TextCleanupService>(m_cleanupExecutor, m_languageModel);
-    m_insertion = std::make_shared<QueuedInsertionService>(
-        std::make_shared<ClipboardPasteInsertionService>(m_pasteboard, poster, trust, m_clock));
-    parts.insertionService = m_insertion;
-    parts.locale = std::make_shared<SystemLocaleSource>(m_linuxSettings.dictationLanguage);
-    parts.clock = m_clock;
-    parts.mainExecutor = m_mainExecutor;
-    parts.makeOverlay = [](TalmoCoordinator &) { return std::make_unique<NoOverlay>(); };
-    return std::make_unique<TalmoCoordinator>(std::move(parts));
+/// One insertion at a time, with nothing of Talmo's in its way.
+std::shared_ptr<TextInsertionService> TalmoApp::makeInsertion()
+{
+    const auto poster = std::make_shared<XTestKeyEventPoster>(m_xSession, m_pasteboard->transaction());
+    const auto pasting = std::make_shared<ClipboardPasteInsertionService>(m_pasteboard, poster, m_inputTrust, m_clock);
+    const auto unobstructed = std::make_shared<UnobstructedInsertionService>(
+        pasting, [this] { return m_interface ? m_interface->clearTheWay() : ready(); });
+    return std::make_shared<QueuedInsertionService>(unobstructed);
 }
 
 void TalmoApp::start()
@@ -143,13 +165,55 @@ void TalmoApp::start()
     // Before the coordinator's own monitors, so that everything is being made ready while the hold is still undecided.
     warmUpOnPress();
     m_languageModel->refresh();
-    coordinator.start();
+    m_delegate = std::make_unique<AppDelegate>(m_shell, m_permissions);
+    m_delegate->applicationDidFinishLaunching();
+    followActivation();
+    showInterface(coordinator);
+    listenForOthers();
+}
+
+void TalmoApp::showInterface(TalmoCoordinator &coordinator)
+{
+    m_trayIcon = std::make_shared<TrayIcon>();
+    m_appearance =
+        std::make_unique<DesktopAppearance>(m_linuxSettings.colourScheme, [weak = std::weak_ptr(m_trayIcon)] {
+            if (const auto icon = weak.lock()) {
+                icon->redraw();
+            }
+        });
+    ViewContext context;
+    context.coordinator = &coordinator;
+    context.settings = TalmoSettings::shared();
+    context.permissions = m_permissions;
+    context.unavailabilityMessage = [cleanup = m_cleanup] { return cleanup->unavailabilityMessage(); };
+    context.refreshAvailability = [model = m_languageModel] { return model->refresh(); };
+    UserInterfaceParts parts;
+    parts.statusItem = m_trayIcon;
+    parts.makePanelWindow = &FloatingCard::make;
+    parts.screens = m_screens;
+    parts.focus = std::make_shared<XFrontmostFocus>(m_clock);
+    parts.shell = m_shell;
+    m_interface = std::make_unique<UserInterface>(context, parts);
+}
+
+void TalmoApp::listenForOthers()
+{
     m_control = std::make_unique<ControlServer>(
-        [insertion = m_insertion](const QString &text) { return insertion->insert(text); });
+        [insertion = m_insertion](const QString &text) { return insertion->insert(text); },
+        [this] { m_interface->openSettings(); });
     m_control->listen(ControlSocket::path());
 }
 
-/// One line per state, for as long as nothing else shows it.
+void TalmoApp::followActivation()
+{
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+        if (state == Qt::ApplicationActive) {
+            m_delegate->applicationDidBecomeActive();
+        }
+    });
+}
+
+/// One line per state: it is what a person who reports a problem can say.
 void TalmoApp::followState(TalmoCoordinator &coordinator)
 {
     const auto lastState = std::make_shared<TalmoState>(coordinator.state());
@@ -193,6 +257,8 @@ QCoro::Task<void> TalmoApp::shutDown()
 {
     m_warmUpMonitor.reset();
     m_control.reset();
+    m_interface.reset();
+    m_trayIcon.reset();
     // What was spoken already still arrives.
     co_await dictationEnd();
     if (m_recorder) {

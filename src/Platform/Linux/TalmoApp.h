@@ -3,6 +3,7 @@
 #include "App/TalmoCoordinator.h"
 #include "Base/SerialExecutor.h"
 #include "Platform/Linux/LinuxSettings.h"
+#include "UI/ViewContext.h"
 
 #include <QObject>
 
@@ -10,11 +11,18 @@
 
 namespace talmo {
 
+class AppDelegate;
 class ControlServer;
+class DesktopAppearance;
+class DesktopScreens;
+class DesktopShell;
 class JsonUserDefaults;
 class PocketSphinxPlatform;
 class PulseAudioEngine;
+class TextCleanupService;
 class TimerFdClock;
+class TrayIcon;
+class UserInterface;
 class XcbPasteboard;
 class XInput2EventMonitor;
 class XSession;
@@ -28,15 +36,24 @@ public:
     TalmoApp();
     ~TalmoApp() override;
 
-    /// Builds the coordinator and starts listening for the key.
+    /// Builds the coordinator, starts listening for the key, and shows the icon.
     void start();
 
     /// Ends in any state: what is being processed is still inserted; then capture and recognition stop, and a pending
     /// restore of the clipboard is completed. Call it once, before the event loop ends.
     QCoro::Task<void> shutDown();
 
+Q_SIGNALS:
+    /// The user wants Talmo to end.
+    void quitRequested();
+
 private:
     std::unique_ptr<TalmoCoordinator> makeCoordinator();
+    std::shared_ptr<PermissionsManager> makePermissions();
+    std::shared_ptr<TextInsertionService> makeInsertion();
+    void showInterface(TalmoCoordinator &coordinator);
+    void listenForOthers();
+    void followActivation();
     void followState(TalmoCoordinator &coordinator);
     void warmUpOnPress();
     QFuture<void> dictationEnd();
@@ -60,6 +77,15 @@ private:
     std::shared_ptr<RecorderService> m_recorder;
     std::shared_ptr<TranscriptionService> m_transcription;
     std::shared_ptr<TextInsertionService> m_insertion;
+    std::shared_ptr<InputTrust> m_inputTrust;
+    std::shared_ptr<PermissionsManager> m_permissions;
+    std::shared_ptr<TextCleanupService> m_cleanup;
+    std::shared_ptr<DesktopShell> m_shell;
+    std::shared_ptr<DesktopScreens> m_screens;
+    std::shared_ptr<TrayIcon> m_trayIcon;
+    std::unique_ptr<AppDelegate> m_delegate;
+    std::unique_ptr<DesktopAppearance> m_appearance;
+    std::unique_ptr<UserInterface> m_interface;
     std::unique_ptr<ControlServer> m_control;
     std::shared_ptr<void> m_warmUpMonitor;
 };

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "App/PipelineServices.h"
+
+#include <QFuture>
+
+#include <functional>
+#include <memory>
+
+namespace talmo {
+
+/// Has Talmo's own menus taken out of the way before each insertion, so that no text lands in them. Main thread.
+class UnobstructedInsertionService final : public TextInsertionService {
+public:
+    /// Finishes, without failing, when the keyboard is where the text is to go.
+    using ClearTheWay = std::function<QFuture<void>()>;
+
+    UnobstructedInsertionService(std::shared_ptr<TextInsertionService> service, ClearTheWay clearTheWay);
+
+    QCoro::Task<void> insert(QString text) override;
+
+private:
+    static QCoro::Task<void> insertAfter(QFuture<void> cleared, std::shared_ptr<TextInsertionService> service,
+                                         QString text);
+
+    std::shared_ptr<TextInsertionService> m_service;
+    ClearTheWay m_clearTheWay;
+};
+
+} // namespace talmo

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "UI/ScreenSource.h"
+
+namespace talmo {
+
+/// The screens as the X server has them, less what the windows of bars and docks ask to be kept free.
+class DesktopScreens final : public ScreenSource {
+public:
+    QList<Screen> screens() const override;
+    std::optional<Screen> mainScreen() const override;
+    QPoint mouseLocation() const override;
+};
+
+} // namespace talmo

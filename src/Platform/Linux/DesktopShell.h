@@ -1,0 +1,23 @@
+#pragma once
+
+#include "App/ApplicationShell.h"
+
+#include <functional>
+
+namespace talmo {
+
+/// Talmo among the other programs of an X11 desktop.
+class DesktopShell final : public ApplicationShell {
+public:
+    /// `quit` begins the end of the program.
+    explicit DesktopShell(std::function<void()> quit);
+
+    void setActivationPolicy(ActivationPolicy policy) override;
+    void activateIgnoringOtherApps() override;
+    void terminate() override;
+
+private:
+    std::function<void()> m_quit;
+};
+
+} // namespace talmo

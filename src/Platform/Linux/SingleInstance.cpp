@@ -1,0 +1,71 @@
+#include "Platform/Linux/SingleInstance.h"
+
+#include "Base/Error.h"
+#include "Platform/Linux/ControlSocket.h"
+
+#include <QDeadlineTimer>
+#include <QFile>
+#include <QLocalSocket>
+#include <QThread>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+namespace talmo {
+
+namespace {
+
+constexpr int patience = 5000;
+constexpr unsigned long pause = 50;
+
+/// One attempt; false when nobody listens yet.
+bool ask(QDeadlineTimer deadline)
+{
+    QLocalSocket socket;
+    socket.connectToServer(ControlSocket::path());
+    if (!socket.waitForConnected(static_cast<int>(deadline.remainingTime()))) {
+        return false;
+    }
+    socket.write(ControlSocket::settingsRequest());
+    QByteArray answer;
+    while (!answer.endsWith('\n') && socket.waitForReadyRead(static_cast<int>(deadline.remainingTime()))) {
+        answer += socket.readAll();
+    }
+    try {
+        ControlSocket::checkAnswer(answer);
+        return true;
+    } catch (const Error &) {
+        return false;
+    }
+}
+
+} // namespace
+
+SingleInstance::SingleInstance(const QString &path)
+    : m_file(::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR)),
+      m_isFirst(m_file < 0 || ::flock(m_file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)
+{
+}
+
+SingleInstance::~SingleInstance()
+{
+    if (m_file >= 0) {
+        ::close(m_file);
+    }
+}
+
+bool SingleInstance::askForSettings()
+{
+    const QDeadlineTimer deadline(patience);
+    while (!deadline.hasExpired()) {
+        if (ask(deadline)) {
+            return true;
+        }
+        QThread::msleep(pause);
+    }
+    return false;
+}
+
+} // namespace talmo

@@ -1,0 +1,291 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en" sourcelanguage="en">
+<context>
+    <name>Talmo</name>
+    <message>
+        <source>Grant microphone and speech-recognition permissions first.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No speech detected.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>An unknown error occurred.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This Mac doesn&apos;t support Apple Intelligence.</source>
+        <translation>This computer is set up without a language model.</translation>
+    </message>
+    <message>
+        <source>Apple Intelligence isn&apos;t turned on. Enable it in System Settings &gt; Apple Intelligence &amp; Siri to use AI cleanup.</source>
+        <translation>No language model is running on this computer. Start one, such as llama.cpp&apos;s server or Ollama, to use AI cleanup.</translation>
+    </message>
+    <message>
+        <source>The on-device language model is still preparing. Try again shortly.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The on-device language model isn&apos;t available right now.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t set up microphone capture: </source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t start audio capture: </source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No microphone input is available.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Talmo needs Accessibility access (System Settings &gt; Privacy &amp; Security &gt; Accessibility) to insert text into other apps.</source>
+        <translation>Talmo needs an X server that lets it type (with the extensions XTEST and XInput) to insert text into other apps.</translation>
+    </message>
+    <message>
+        <source>Nothing to insert.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>On-device speech recognition isn&apos;t available on this Mac.</source>
+        <translation>On-device speech recognition isn&apos;t available on this computer.</translation>
+    </message>
+    <message>
+        <source>The current language isn&apos;t supported for on-device transcription.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The on-device speech model for this language isn&apos;t installed yet. Installing it once requires an internet connection; after that, transcription works fully offline.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t find a compatible audio format for the microphone and speech recognizer.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Not currently recording.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Words and phrases you add here are passed to the cleanup step as context so they&apos;re preserved exactly, instead of being &quot;corrected&quot; away.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add a word or phrase</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Dictionary</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Hold fn to record and release to insert, or double-tap fn for hands-free recording (press fn again to stop). Works even when Talmo isn&apos;t the frontmost app. Requires &quot;Press 🌐 key to: Do Nothing&quot; in System Settings &gt; Keyboard, so macOS&apos;s own Globe-key action doesn&apos;t also fire. Not yet configurable in this MVP.</source>
+        <translation>Hold %1 to record and release to insert, or double-tap %1 for hands-free recording (press %1 again to stop). Works even when Talmo isn&apos;t the frontmost app. Other keys can be named in ~/.config/talmo/settings.json, as &quot;linux.standInKeys&quot;.</translation>
+    </message>
+    <message>
+        <source>Uses Apple&apos;s on-device Foundation Models to remove filler words and fix punctuation. When off, only basic local formatting is applied.</source>
+        <translation>Uses a language model that runs on this computer to remove filler words and fix punctuation. When off, only basic local formatting is applied.</translation>
+    </message>
+    <message>
+        <source>Actively trims filler, redundancy, and hedging instead of just lightly cleaning up your wording. Off by default since it rewrites more than Talmo normally does.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Rewrites dictation to match the selected tone. Combinable with Concise text above. &quot;Standard&quot; makes no tone change.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Standard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Professional</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Friendly</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Polite</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Push-to-talk</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Shortcut</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cleanup</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Enable AI cleanup</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Concise text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tone</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Say it and it happens — like traditional dictation software:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;...as bullet points&quot; → formats as a bullet list</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;...new paragraph...&quot; → starts a new paragraph</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;...new line...&quot; → starts a new line</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Startup</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Launch at login</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Talmo</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Start Recording</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Microphone access needed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Speech recognition access needed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Accessibility access needed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Talmo needs permissions</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Talmo is ready</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Hold %1, or double-tap for hands-free</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Listening…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop Recording</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cleaning up…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Inserting…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Something went wrong</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Grant Permissions…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>⌘,</source>
+        <translation>Ctrl+,</translation>
+    </message>
+    <message>
+        <source>Quit Talmo</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Talmo has no backend, no account, and no network functionality. Recording, transcription, and text cleanup all run using Apple&apos;s on-device Speech and Foundation Models frameworks. Nothing you say or type is sent anywhere.</source>
+        <translation>Talmo has no backend, no account, and no network functionality. Recording, transcription, and text cleanup all run on this computer, with a recognizer and, where there is one, a language model of its own. Nothing you say or type is sent anywhere.</translation>
+    </message>
+    <message>
+        <source>Microphone</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Speech Recognition</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Accessibility</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Audio and transcripts are processed locally on this Mac.</source>
+        <translation>Audio and transcripts are processed locally on this computer.</translation>
+    </message>
+    <message>
+        <source>Open Settings…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Granted</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Not granted</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Listening</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Privacy</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Talmo Settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+</TS>

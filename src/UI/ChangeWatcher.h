@@ -1,0 +1,35 @@
+#pragma once
+
+#include "Base/Observable.h"
+
+#include <functional>
+#include <utility>
+
+namespace talmo {
+
+/// Has a view read again after changes: once, on the next turn of the loop, however many were announced. By then the
+/// announced values are stored. Lives at most as long as what it watches.
+class ChangeWatcher : public QObject {
+public:
+    ChangeWatcher(const Observable &watched, std::function<void()> reread)
+        : m_reread(std::move(reread))
+    {
+        connect(&watched, &Observable::objectWillChange, this, [this] {
+            if (!std::exchange(m_isPending, true)) {
+                QMetaObject::invokeMethod(this, [this] { readAgain(); }, Qt::QueuedConnection);
+            }
+        });
+    }
+
+private:
+    void readAgain()
+    {
+        m_isPending = false;
+        m_reread();
+    }
+
+    std::function<void()> m_reread;
+    bool m_isPending = false;
+};
+
+} // namespace talmo

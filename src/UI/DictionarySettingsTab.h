@@ -1,0 +1,37 @@
+#pragma once
+
+#include "UI/ChangeWatcher.h"
+#include "UI/ViewContext.h"
+
+#include <QWidget>
+
+class QLineEdit;
+class QListWidget;
+class QToolButton;
+
+namespace talmo {
+
+/// The user's own words. Every change is written at once.
+class DictionarySettingsTab final : public QWidget {
+public:
+    explicit DictionarySettingsTab(ViewContext context);
+
+    void reread();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    QWidget *makeEntry();
+    QWidget *makeList();
+    void add();
+    void removeSelected();
+
+    ViewContext m_context;
+    QLineEdit *m_field = nullptr;
+    QListWidget *m_list = nullptr;
+    QToolButton *m_remove = nullptr;
+    ChangeWatcher m_watcher;
+};
+
+} // namespace talmo

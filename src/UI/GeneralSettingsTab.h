@@ -1,0 +1,43 @@
+#pragma once
+
+#include "UI/ChangeWatcher.h"
+#include "UI/ViewContext.h"
+
+#include <QWidget>
+
+class QCheckBox;
+class QComboBox;
+class QVBoxLayout;
+
+namespace talmo {
+
+class KeyCap;
+class TintedLabel;
+
+/// The shortcut, the cleanup, the start at login. Every control writes its setting at once.
+class GeneralSettingsTab final : public QWidget {
+public:
+    explicit GeneralSettingsTab(ViewContext context);
+
+    /// Shows what the settings are now; otherwise that happens after every change.
+    void reread();
+
+private:
+    void buildPushToTalk(QVBoxLayout &layout);
+    void buildCleanup(QVBoxLayout &layout);
+    void buildStartup(QVBoxLayout &layout);
+    QWidget *makeWarning();
+
+    ViewContext m_context;
+    KeyCap *m_shortcut = nullptr;
+    TintedLabel *m_shortcutCaption = nullptr;
+    QCheckBox *m_aiCleanup = nullptr;
+    QWidget *m_warning = nullptr;
+    TintedLabel *m_warningText = nullptr;
+    QCheckBox *m_conciseText = nullptr;
+    QComboBox *m_tone = nullptr;
+    QCheckBox *m_launchAtLogin = nullptr;
+    ChangeWatcher m_watcher;
+};
+
+} // namespace talmo

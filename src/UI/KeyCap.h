@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QLabel>
+
+namespace talmo {
+
+/// The name of a key, drawn as the key.
+class KeyCap final : public QLabel {
+public:
+    KeyCap();
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+};
+
+} // namespace talmo

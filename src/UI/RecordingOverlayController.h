@@ -1,0 +1,48 @@
+#pragma once
+
+#include "App/PipelineServices.h"
+#include "UI/OverlayPanel.h"
+#include "UI/ScreenSource.h"
+
+#include <QRect>
+
+#include <memory>
+
+namespace talmo {
+
+class RecordingOverlay;
+class TalmoCoordinator;
+
+/// Creates, places, shows and hides the overlay. Main thread.
+class RecordingOverlayController final : public OverlayService {
+public:
+    static constexpr int smallestWidth = 220;
+    static constexpr int smallestHeight = 50;
+    /// From the bottom of the screen's usable area to the card's.
+    static constexpr int distanceFromBottom = 90;
+
+    RecordingOverlayController(TalmoCoordinator &coordinator, PanelWindowFactory makeWindow,
+                               std::shared_ptr<ScreenSource> screens);
+    ~RecordingOverlayController() override;
+
+    /// Sizes and places the card for what it shows now, on the screen under the pointer.
+    void show() override;
+    void hide() override;
+    /// Does nothing when there is no screen.
+    void position(PanelWindow &panel);
+
+private:
+    QSize clampedContentSize() const;
+    QRect frameFor(QSize size) const;
+    void followContent();
+
+    TalmoCoordinator &m_coordinator;
+    PanelWindowFactory m_makeWindow;
+    std::shared_ptr<ScreenSource> m_screens;
+    std::unique_ptr<OverlayPanel> m_panel;
+    RecordingOverlay *m_content = nullptr; ///< Belongs to the panel.
+    int m_doubledMiddle = 0;
+    int m_bottom = 0;
+};
+
+} // namespace talmo

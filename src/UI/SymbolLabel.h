@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QPalette>
+#include <QString>
+#include <QWidget>
+
+#include <functional>
+
+namespace talmo {
+
+/// A symbol beside a text, in a colour that follows the palette. Says what it means to those who cannot see it, where
+/// it means something that the text beside it does not say.
+class SymbolLabel final : public QWidget {
+public:
+    /// Gives the colour for a palette.
+    using Colour = std::function<QColor(const QPalette &)>;
+
+    SymbolLabel(const QString &symbol, Colour colour, int size = 16);
+
+    void setSymbol(const QString &symbol, Colour colour);
+    const QString &symbol() const { return m_symbol; }
+
+    QSize sizeHint() const override { return {m_size, m_size}; }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QString m_symbol;
+    Colour m_colour;
+    int m_size;
+};
+
+} // namespace talmo

@@ -1,0 +1,67 @@
+#include "UI/UserInterface.h"
+
+#include "Base/Task.h"
+#include "UI/MenuPanel.h"
+#include "UI/SettingsWindow.h"
+#include "UI/StatusItemController.h"
+
+#include <utility>
+
+namespace talmo {
+
+UserInterface::UserInterface(ViewContext context, UserInterfaceParts parts)
+    : m_context(std::move(context)),
+      m_parts(std::move(parts)),
+      m_statusItem(std::make_unique<StatusItemController>(m_context, m_parts.statusItem)),
+      m_panel(std::make_unique<MenuPanel>(m_context, m_parts.makePanelWindow, m_parts.screens, m_parts.focus,
+                                          [this](MenuAction action) { perform(action); }))
+{
+    m_parts.statusItem->setOnActivated([this](std::optional<QRect> place) { m_panel->toggle(place); });
+    m_parts.statusItem->setOnChosen([this](MenuAction action) { perform(action); });
+}
+
+UserInterface::~UserInterface()
+{
+    m_parts.statusItem->setOnActivated({});
+    m_parts.statusItem->setOnChosen({});
+}
+
+void UserInterface::perform(MenuAction action)
+{
+    switch (action) {
+    case MenuAction::None:
+        return;
+    case MenuAction::BeginDictation:
+        m_context.coordinator->beginDictation();
+        return;
+    case MenuAction::EndDictation:
+        m_context.coordinator->endDictation();
+        return;
+    case MenuAction::GrantPermissions:
+        logEscapes(m_context.coordinator->requestPermissions());
+        return;
+    case MenuAction::OpenSettings:
+        openSettings();
+        return;
+    case MenuAction::Quit:
+        m_parts.shell->terminate();
+        return;
+    }
+}
+
+void UserInterface::openSettings()
+{
+    if (!m_settings) {
+        m_settings = std::make_unique<SettingsWindow>(m_context, m_parts.screens);
+    }
+    m_settings->open();
+    m_parts.shell->activateIgnoringOtherApps();
+}
+
+QFuture<void> UserInterface::clearTheWay()
+{
+    m_parts.statusItem->closeMenu();
+    return m_panel->close();
+}
+
+} // namespace talmo

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "App/ApplicationShell.h"
+#include "UI/FrontmostFocus.h"
+#include "UI/PanelWindow.h"
+#include "UI/ScreenSource.h"
+#include "UI/StatusItem.h"
+#include "UI/ViewContext.h"
+
+#include <QFuture>
+
+#include <memory>
+
+namespace talmo {
+
+class MenuPanel;
+class SettingsWindow;
+class StatusItemController;
+
+/// What the views need of the platform.
+struct UserInterfaceParts {
+    std::shared_ptr<StatusItem> statusItem;
+    PanelWindowFactory makePanelWindow;
+    std::shared_ptr<ScreenSource> screens;
+    std::shared_ptr<FrontmostFocus> focus;
+    std::shared_ptr<ApplicationShell> shell;
+};
+
+/// The icon in the menu bar, the panel that drops from it and the settings window. The overlay is the coordinator's.
+/// Main thread.
+class UserInterface {
+public:
+    UserInterface(ViewContext context, UserInterfaceParts parts);
+    ~UserInterface();
+
+    /// Opens the settings window and brings it to the front.
+    void openSettings();
+    /// Takes down what is in the way of an insertion; finishes when the keyboard is back in the window in front.
+    QFuture<void> clearTheWay();
+
+private:
+    void perform(MenuAction action);
+
+    ViewContext m_context;
+    UserInterfaceParts m_parts;
+    std::unique_ptr<StatusItemController> m_statusItem;
+    std::unique_ptr<MenuPanel> m_panel;
+    std::unique_ptr<SettingsWindow> m_settings;
+};
+
+} // namespace talmo

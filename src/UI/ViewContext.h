@@ -1,0 +1,27 @@
+#pragma once
+
+#include "App/TalmoCoordinator.h"
+#include "Input/PermissionsManager.h"
+#include "Settings/TalmoSettings.h"
+
+#include <QFuture>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace talmo {
+
+/// What the views look at and act upon. They observe the coordinator alone, which announces every change of the
+/// settings and of the permissions as its own. It outlives the views.
+struct ViewContext {
+    TalmoCoordinator *coordinator = nullptr;
+    std::shared_ptr<TalmoSettings> settings;
+    std::shared_ptr<PermissionsManager> permissions;
+    /// Why the language model cannot be used, as a sentence; none when it can. Never waits.
+    std::function<std::optional<QString>()> unavailabilityMessage;
+    /// Has that looked up anew; finishes when it has been. Never fails.
+    std::function<QFuture<void>()> refreshAvailability;
+};
+
+} // namespace talmo

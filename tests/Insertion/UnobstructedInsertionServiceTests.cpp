@@ -1,0 +1,40 @@
+#include "Insertion/UnobstructedInsertionService.h"
+
+#include "Base/Completion.h"
+#include "Base/Error.h"
+#include "Base/Task.h"
+#include "Support/Printing.h"
+#include "Support/TestLoop.h"
+
+#include <gmock/gmock.h>
+
+namespace talmo::test {
+
+namespace {
+
+class WritingService final : public TextInsertionService {
+public:
+    std::vector<QString> inserted;
+    QCoro::Task<void> insert(QString text) override
+    {
+        inserted.push_back(text);
+        return await<void>(ready());
+    }
+};
+
+} // namespace
+
+TEST(UnobstructedInsertionService, insertsOnlyOnceTheWayIsClear)
+{
+    const auto inner = std::make_shared<WritingService>();
+    const auto cleared = Completion<void>::make();
+    UnobstructedInsertionService service(inner, [cleared] { return cleared->future(); });
+    const auto task = logEscapes(service.insert(u"hello"_s));
+    settle();
+    EXPECT_TRUE(inner->inserted.empty());
+    cleared->finish();
+    settle();
+    EXPECT_THAT(inner->inserted, testing::ElementsAre(u"hello"_s));
+}
+
+} // namespace talmo::test

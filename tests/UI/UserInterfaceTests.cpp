@@ -1,0 +1,164 @@
+#include "UI/UserInterface.h"
+
+#include "UI/AccessibleView.h"
+#include "UI/StatusItemController.h"
+#include "UI/ViewWorld.h"
+
+#include <gmock/gmock.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLineEdit>
+
+namespace talmo::test {
+
+namespace {
+
+class UserInterfaceTest : public testing::Test {
+protected:
+    UserInterfaceTest()
+        : interface(world.context(), {item, panels.factory(), std::make_shared<FakeScreens>(), focus, shell})
+    {
+    }
+
+    ViewWorld world;
+    FakePanels panels;
+    std::shared_ptr<FakeStatusItem> item = std::make_shared<FakeStatusItem>();
+    std::shared_ptr<FakeFocus> focus = std::make_shared<FakeFocus>(panels.calls);
+    std::shared_ptr<FakeShell> shell = std::make_shared<FakeShell>();
+    UserInterface interface;
+};
+
+} // namespace
+
+TEST_F(UserInterfaceTest, theIconTellsTheState)
+{
+    EXPECT_THAT(item->symbols, testing::ElementsAre(u"mic.circle"_s));
+    world.beInserting();
+    world.inserted->finish();
+    settle();
+    EXPECT_THAT(item->symbols, testing::ElementsAre(u"mic.circle"_s, u"waveform.circle.fill"_s, u"ellipsis.circle"_s,
+                                                    u"mic.circle"_s));
+    world.fail(u"broken"_s);
+    EXPECT_EQ(item->symbols.back(), u"exclamationmark.circle"_s);
+    EXPECT_EQ(item->menus.back().title, u"broken"_s);
+}
+
+TEST_F(UserInterfaceTest, wordsRedrawNothingInTheBar)
+{
+    world.beRecording();
+    const auto symbols = item->symbols.size();
+    const auto menus = item->menus.size();
+    for (int count = 0; count < 20; ++count) {
+        world.hear(QString::number(count));
+    }
+    EXPECT_EQ(item->symbols.size(), symbols);
+    EXPECT_EQ(item->menus.size(), menus);
+}
+
+TEST_F(UserInterfaceTest, aClickOpensThePanelAndAnotherClosesIt)
+{
+    item->onActivated(QRect(900, 0, 24, 24));
+    ASSERT_NE(panels.last, nullptr);
+    EXPECT_TRUE(panels.last->isVisible());
+    item->onActivated(QRect(900, 0, 24, 24));
+    EXPECT_FALSE(panels.last->isVisible());
+}
+
+TEST_F(UserInterfaceTest, thePlainMenuDoesTheSame)
+{
+    item->onChosen(MenuAction::BeginDictation);
+    settle();
+    EXPECT_EQ(world.coordinator().state(), TalmoState::recording());
+    item->onChosen(MenuAction::EndDictation);
+    settle();
+    EXPECT_EQ(world.coordinator().state(), TalmoState::idle());
+    item->onChosen(MenuAction::Quit);
+    EXPECT_THAT(shell->calls, testing::ElementsAre("terminate"));
+}
+
+TEST_F(UserInterfaceTest, grantingAsksForAllThree)
+{
+    item->onChosen(MenuAction::GrantPermissions);
+    world.authorization->microphoneAnswer->finish(true);
+    settle();
+    world.authorization->speechAnswer->finish(3);
+    settle();
+    EXPECT_EQ(world.trust->requests, 1);
+}
+
+TEST_F(UserInterfaceTest, theSettingsComeToTheFront)
+{
+    item->onChosen(MenuAction::OpenSettings);
+    EXPECT_THAT(shell->calls, testing::ElementsAre("activate"));
+    int windows = 0;
+    for (const auto *widget : QApplication::topLevelWidgets()) {
+        windows += widget->isVisible() && widget->windowTitle() == u"Talmo Settings"_s ? 1 : 0;
+    }
+    EXPECT_EQ(windows, 1);
+}
+
+TEST_F(UserInterfaceTest, theWayIsClearWhenNothingIsOpen)
+{
+    EXPECT_TRUE(interface.clearTheWay().isFinished());
+    EXPECT_EQ(item->menuCloses, 1);
+}
+
+TEST_F(UserInterfaceTest, anOpenPanelGoesAndTheKeyboardIsAwaited)
+{
+    item->onActivated({});
+    const auto cleared = interface.clearTheWay();
+    EXPECT_FALSE(panels.last->isVisible());
+    EXPECT_FALSE(cleared.isFinished());
+    focus->back->finish();
+    EXPECT_TRUE(cleared.isFinished());
+}
+
+/// Whoever cannot see the panel or the settings still knows what everything is, and gets everywhere with Tab.
+TEST_F(UserInterfaceTest, everyControlHasANameAndARole)
+{
+    world.setPermissions(false, false, false);
+    item->onActivated({});
+    interface.openSettings();
+    int controls = 0;
+    for (auto *widget : QApplication::allWidgets()) {
+        const bool isControl =
+            qobject_cast<QAbstractButton *>(widget) != nullptr || qobject_cast<QLineEdit *>(widget) != nullptr;
+        if (!isControl || widget->focusPolicy() == Qt::NoFocus || !widget->isEnabled()) {
+            continue;
+        }
+        auto *accessible = QAccessible::queryAccessibleInterface(widget);
+        ASSERT_NE(accessible, nullptr);
+        EXPECT_FALSE(accessible->text(QAccessible::Name).isEmpty()) << widget->metaObject()->className();
+        EXPECT_NE(accessible->role(), QAccessible::Client) << widget->metaObject()->className();
+        EXPECT_NE(widget->focusPolicy() & Qt::TabFocus, 0) << widget->metaObject()->className();
+        ++controls;
+    }
+    EXPECT_GE(controls, 12);
+}
+
+TEST_F(UserInterfaceTest, tabGoesThroughTheSettingsFromTopToBottom)
+{
+    interface.openSettings();
+    QWidget *window = nullptr;
+    for (auto *widget : QApplication::topLevelWidgets()) {
+        if (widget->windowTitle() == u"Talmo Settings"_s) {
+            window = widget;
+        }
+    }
+    ASSERT_NE(window, nullptr);
+    int last = -1;
+    int visited = 0;
+    for (auto *widget = window->nextInFocusChain(); widget != window; widget = widget->nextInFocusChain()) {
+        if ((widget->focusPolicy() & Qt::TabFocus) == 0 || !widget->isVisibleTo(window) || !widget->isVisible()) {
+            continue;
+        }
+        const int top = widget->mapTo(window, QPoint(0, 0)).y();
+        EXPECT_GE(top, last) << widget->metaObject()->className();
+        last = top;
+        ++visited;
+    }
+    EXPECT_EQ(visited, 5); // The tabs, three toggles and the picker.
+}
+
+} // namespace talmo::test

@@ -1,0 +1,13 @@
+#include <gmock/gmock.h>
+
+#include <QApplication>
+
+/// The views alone, on no screen.
+int main(int argc, char **argv)
+{
+    ::testing::InitGoogleMock(&argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    return RUN_ALL_TESTS();
+}
