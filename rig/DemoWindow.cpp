@@ -52,6 +52,10 @@ int main(int argc, char **argv)
         std::printf("text: %s\n", escaped(editor.toPlainText()).toUtf8().constData());
         std::fflush(stdout);
     });
-    editor.show();
+    if (arguments.value(3) == QLatin1String("fullscreen")) {
+        editor.showFullScreen();
+    } else {
+        editor.show();
+    }
     return QApplication::exec();
 }

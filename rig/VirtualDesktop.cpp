@@ -1,6 +1,7 @@
 #include "VirtualDesktop.h"
 
 #include "Base/Error.h"
+#include "Platform/Linux/XProperty.h"
 
 #include <QDir>
 #include <QFile>
@@ -16,13 +17,21 @@ namespace {
 
 using namespace std::chrono_literals;
 
-QByteArray property(XConnection &connection, xcb_window_t window, xcb_atom_t name)
+/// The client window within a window manager's frame: the first that says which program it belongs to.
+xcb_window_t clientWindow(XConnection &connection, xcb_window_t window)
 {
-    const auto cookie = xcb_get_property(connection.get(), 0, window, name, XCB_GET_PROPERTY_TYPE_ANY, 0, 4096);
-    const XcbPtr<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection.get(), cookie, nullptr));
-    return reply ? QByteArray(static_cast<const char *>(xcb_get_property_value(reply.get())),
-                              xcb_get_property_value_length(reply.get()))
-                 : QByteArray();
+    if (!xProperty(connection.get(), window, XCB_ATOM_WM_CLASS).isEmpty()) {
+        return window;
+    }
+    const XcbPtr<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(connection.get(), xcb_query_tree(connection.get(), window), nullptr));
+    for (int index = 0; tree && index < xcb_query_tree_children_length(tree.get()); ++index) {
+        const auto child = xcb_query_tree_children(tree.get())[index];
+        if (const auto client = clientWindow(connection, child); client != XCB_NONE) {
+            return client;
+        }
+    }
+    return XCB_NONE;
 }
 
 /// Waits for any event of the connection's; false when the time is up.
@@ -140,7 +149,8 @@ void VirtualDesktop::startWindowManager()
 
 QString VirtualDesktop::activeWindowTitle()
 {
-    const QByteArray active = property(*m_connection, m_connection->root(), m_connection->atom("_NET_ACTIVE_WINDOW"));
+    const QByteArray active =
+        xProperty(m_connection->get(), m_connection->root(), m_connection->atom("_NET_ACTIVE_WINDOW"));
     xcb_window_t window = XCB_NONE;
     if (active.size() == sizeof(window)) {
         std::memcpy(&window, active.constData(), sizeof(window));
@@ -148,7 +158,7 @@ QString VirtualDesktop::activeWindowTitle()
     const XcbPtr<xcb_get_input_focus_reply_t> focus(
         xcb_get_input_focus_reply(m_connection->get(), xcb_get_input_focus(m_connection->get()), nullptr));
     const bool hasFocus = focus && focus->focus > XCB_INPUT_FOCUS_POINTER_ROOT && focus->focus != m_connection->root();
-    return window != XCB_NONE && hasFocus ? QString::fromUtf8(property(*m_connection, window, XCB_ATOM_WM_NAME))
+    return window != XCB_NONE && hasFocus ? QString::fromUtf8(xProperty(m_connection->get(), window, XCB_ATOM_WM_NAME))
                                           : QString();
 }
 
@@ -161,6 +171,42 @@ bool VirtualDesktop::waitForActiveWindow(const QString &title, Patience patience
         }
     }
     return true;
+}
+
+int VirtualDesktop::takeActiveWindowChanges()
+{
+    activeWindowTitle(); // What happened before the answer is in the queue now.
+    int changes = 0;
+    while (const XcbPtr<xcb_generic_event_t> event{xcb_poll_for_event(m_connection->get())}) {
+        if (event->response_type == XCB_PROPERTY_NOTIFY) {
+            const auto *change = reinterpret_cast<const xcb_property_notify_event_t *>(event.get());
+            changes += change->atom == m_connection->atom("_NET_ACTIVE_WINDOW") ? 1 : 0;
+        }
+    }
+    return changes;
+}
+
+QList<VirtualDesktop::Window> VirtualDesktop::visibleWindows()
+{
+    QList<Window> windows;
+    auto *connection = m_connection->get();
+    const XcbPtr<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(connection, xcb_query_tree(connection, m_connection->root()), nullptr));
+    for (int index = 0; tree && index < xcb_query_tree_children_length(tree.get()); ++index) {
+        const auto window = xcb_query_tree_children(tree.get())[index];
+        const XcbPtr<xcb_get_window_attributes_reply_t> attributes(
+            xcb_get_window_attributes_reply(connection, xcb_get_window_attributes(connection, window), nullptr));
+        const XcbPtr<xcb_get_geometry_reply_t> geometry(
+            xcb_get_geometry_reply(connection, xcb_get_geometry(connection, window), nullptr));
+        if (attributes && geometry && attributes->map_state == XCB_MAP_STATE_VIEWABLE) {
+            const auto client = clientWindow(*m_connection, window);
+            // A window that the window manager handles lies in a frame of its own.
+            windows.append({xProperty(connection, client, XCB_ATOM_WM_CLASS).split('\0').value(0),
+                            client != window && client != XCB_NONE,
+                            QRect(geometry->x, geometry->y, geometry->width, geometry->height)});
+        }
+    }
+    return windows;
 }
 
 QImage VirtualDesktop::screenshot()

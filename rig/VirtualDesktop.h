@@ -6,7 +6,9 @@
 
 #include <QImage>
 #include <QJsonObject>
+#include <QList>
 #include <QProcessEnvironment>
+#include <QRect>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -34,6 +36,15 @@ public:
     /// Waits until the window whose title contains this text is there and has the keyboard.
     bool waitForActiveWindow(const QString &title, Patience patience);
     QString activeWindowTitle();
+    /// How often the window manager gave another window the keyboard since the last time this was asked.
+    int takeActiveWindowChanges();
+    /// A window on the screen, not its frame. The later in the list, the further in front.
+    struct Window {
+        QByteArray program;
+        bool isManaged; ///< By the window manager.
+        QRect geometry;
+    };
+    QList<Window> visibleWindows();
     void killServer() { m_server->kill(); }
     /// What is on the screen now. Needs a QGuiApplication for nothing: it is plain image data.
     QImage screenshot();

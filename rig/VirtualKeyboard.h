@@ -7,6 +7,8 @@ namespace talmo::rig {
 /// A keyboard whose keys are held by a program, on the display that DISPLAY names.
 class VirtualKeyboard {
 public:
+    static constexpr quint32 tab = 0xff09;
+    static constexpr quint32 controlLeft = 0xffe3;
     static constexpr quint32 controlRight = 0xffe4;
     static constexpr quint32 shiftLeft = 0xffe1;
     static constexpr quint32 superLeft = 0xffeb;

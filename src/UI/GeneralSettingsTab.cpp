@@ -83,6 +83,7 @@ void GeneralSettingsTab::buildCleanup(QVBoxLayout &layout)
                                        Wording::text(conciseTextCaption));
     section->addSeparator();
     m_tone = new QComboBox;
+    m_tone->setFont(Appearance::font(Appearance::titleSize));
     m_tone->setAccessibleName(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Tone")));
     for (const char *title : toneTitles) {
         m_tone->addItem(Wording::text(title));

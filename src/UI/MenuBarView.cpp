@@ -58,6 +58,7 @@ void MenuBarView::buildHeader(QVBoxLayout &layout)
     layout.addWidget(m_title);
     layout.addSpacing(2);
     layout.addWidget(m_subtitle);
+    layout.addSpacing(2);
     layout.addWidget(new Separator(separatorHeight, textInset));
 }
 
@@ -71,7 +72,7 @@ void MenuBarView::buildWarnings(QVBoxLayout &layout)
     m_grant->setFont(Appearance::font(Appearance::titleSize));
     connect(m_grant, &QPushButton::clicked, this, [this] { choose(m_contents.grant.action); });
     box->addWidget(m_grant);
-    box->addWidget(new Separator(separatorHeight, textInset));
+    box->addWidget(new Separator(separatorHeight));
     layout.addWidget(m_warnings);
 }
 

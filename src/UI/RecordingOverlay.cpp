@@ -113,7 +113,9 @@ void RecordingOverlay::paintEvent(QPaintEvent * /*event*/)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QRect area = rect().marginsRemoved(padding);
+    // In the middle of a card that is higher than it has to be.
+    const int slack = std::max(0, height() - idealSize().height());
+    const QRect area = rect().marginsRemoved(padding).translated(0, slack / 2);
     painter.setPen(Qt::NoPen);
     painter.setBrush(m_contents.dot);
     const int middle = area.top() + titleHeight() / 2;

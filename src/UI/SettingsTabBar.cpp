@@ -76,7 +76,7 @@ void SettingsTabBar::paintTab(QPainter &painter, int index) const
                            ? palette().color(Appearance::isDark(palette()) ? QPalette::WindowText : QPalette::Highlight)
                            : Appearance::secondary(palette());
     Symbol::paint(painter,
-                  QRectF(area.x() + (area.width() - symbolSize) / 2, area.y() + padding, symbolSize, symbolSize),
+                  QRectF(area.x() + (area.width() - symbolSize) / 2.0, area.y() + padding, symbolSize, symbolSize),
                   symbol(index), ink);
     painter.setPen(ink);
     painter.drawText(area.adjusted(0, padding + symbolSize + gap, 0, 0), Qt::AlignHCenter | Qt::AlignTop,

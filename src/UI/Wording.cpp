@@ -21,7 +21,7 @@ QString textWithKey(const char *source, const QString &keyName)
 
 QString errorText(const QString &description)
 {
-    const QString whole = text(description);
+    QString whole = text(description);
     const QString separator = QStringLiteral(": ");
     const auto end = description.indexOf(separator);
     if (whole != description || end < 0) {

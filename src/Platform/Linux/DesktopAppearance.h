@@ -22,10 +22,8 @@ public:
     /// called after the palette was changed.
     DesktopAppearance(const QString &wish, std::function<void()> onChanged);
 
-private Q_SLOTS:
-    void settingChanged(const QString &group, const QString &key, const QDBusVariant &value);
-
 private:
+    Q_SLOT void settingChanged(const QString &group, const QString &key, const QDBusVariant &value);
     void askPortal();
     void follow(const QVariant &portalValue);
     void apply(ColourScheme scheme);

@@ -12,8 +12,8 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
-#include <QScreen>
 
+#include <cstring>
 #include <utility>
 
 namespace talmo {
@@ -31,6 +31,42 @@ xcb_window_t embedder()
     const auto cookie = xcb_get_selection_owner(connection, applicationAtom(trayAtom));
     const XcbPtr<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(connection, cookie, nullptr));
     return reply ? reply->owner : XCB_NONE;
+}
+
+/// The window into which Qt draws an embedded icon; none while it is not embedded anywhere.
+xcb_window_t embeddedIcon()
+{
+    for (const auto *widget : QApplication::topLevelWidgets()) {
+        if (widget->inherits("QSystemTrayIconSys") && widget->isVisible()) {
+            return static_cast<xcb_window_t>(widget->winId());
+        }
+    }
+    return XCB_NONE;
+}
+
+/// What the tray shows in a corner of the icon, where nothing is drawn: read from the tray's own window, since
+/// something else may lie over it on the screen. None when the tray itself is translucent.
+std::optional<QColor> groundOfEmbeddedIcon()
+{
+    auto *connection = applicationConnection();
+    const auto icon = embeddedIcon();
+    const XcbPtr<xcb_query_tree_reply_t> tree(
+        icon != XCB_NONE ? xcb_query_tree_reply(connection, xcb_query_tree(connection, icon), nullptr) : nullptr);
+    if (!tree || tree->parent == tree->root) {
+        return std::nullopt;
+    }
+    constexpr quint32 allPlanes = ~quint32(0);
+    const auto cookie = xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, tree->parent, 0, 0, 1, 1, allPlanes);
+    const XcbPtr<xcb_get_image_reply_t> image(xcb_get_image_reply(connection, cookie, nullptr));
+    QRgb pixel = 0;
+    if (!image || xcb_get_image_data_length(image.get()) < int(sizeof(pixel))) {
+        return std::nullopt;
+    }
+    std::memcpy(&pixel, xcb_get_image_data(image.get()), sizeof(pixel));
+    constexpr int translucentDepth = 32;
+    constexpr int halfOpaque = 128;
+    const bool isSeenThrough = image->depth == translucentDepth && qAlpha(pixel) < halfOpaque;
+    return isSeenThrough ? std::nullopt : std::optional(QColor(pixel));
 }
 
 } // namespace
@@ -122,7 +158,9 @@ void TrayIcon::create()
     m_icon->setContextMenu(&m_menu);
     m_icon->setToolTip(m_toolTip);
     connect(m_icon.get(), &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
-        if (reason == QSystemTrayIcon::Trigger && m_onActivated) {
+        // Two clicks in a row are two clicks: one may have closed the menu that the other opens.
+        const bool isClick = reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick;
+        if (isClick && m_onActivated) {
             const QRect place = m_icon->geometry();
             m_onActivated(place.isEmpty() ? std::nullopt : std::optional(place));
         }
@@ -131,20 +169,10 @@ void TrayIcon::create()
     m_icon->show();
 }
 
-/// What the tray shows in a corner of the icon, where nothing is drawn. Not later, since something may cover the tray.
 void TrayIcon::lookAtTheGround()
 {
-    const QRect place = m_icon->geometry();
-    auto *screen = QGuiApplication::screenAt(place.center());
-    if (screen == nullptr) {
-        return;
-    }
-    const QPoint corner = place.topLeft() - screen->geometry().topLeft();
-    const QImage image = screen->grabWindow(0, corner.x(), corner.y(), 1, 1).toImage();
-    if (!image.isNull()) {
-        m_ground = image.pixelColor(0, 0);
-        redraw();
-    }
+    m_ground = groundOfEmbeddedIcon();
+    redraw();
 }
 
 QColor TrayIcon::ink() const

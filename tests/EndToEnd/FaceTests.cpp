@@ -1,0 +1,410 @@
+// What people see, on a real desktop: tray, panel, overlay and settings, and the focus that none of them takes.
+
+#include "EndToEnd/TalmoRun.h"
+
+#include "DesktopParts.h"
+#include "Support/NotifierHost.h"
+#include "Support/Printing.h"
+#include "VirtualPointer.h"
+
+#include <QFile>
+#include <QImage>
+
+#include <algorithm>
+#include <utility>
+
+namespace talmo::test {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr QSize screen(1024, 640);
+/// Around the card, in the same window.
+constexpr int shadow = 24;
+constexpr quint32 escapeKey = 0xff1b;
+constexpr quint32 returnKey = 0xff0d;
+constexpr quint32 endKey = 0xff57;
+
+class FaceRun : public TalmoRun {
+protected:
+    /// Talmo's own windows that no window manager handles and that are larger than an icon.
+    QList<rig::VirtualDesktop::Window> cards()
+    {
+        QList<rig::VirtualDesktop::Window> found;
+        for (const auto &shown : desktop.visibleWindows()) {
+            if (shown.program == "talmo" && !shown.isManaged && shown.geometry.width() > 100) {
+                found.append(shown);
+            }
+        }
+        return found;
+    }
+    bool cardComes()
+    {
+        return rig::pollUntil([this] { return !cards().isEmpty(); }, patience);
+    }
+    bool cardGoes()
+    {
+        return rig::pollUntil([this] { return cards().isEmpty(); }, patience);
+    }
+    bool isSomethingFullScreen()
+    {
+        const auto shown = desktop.visibleWindows();
+        return std::any_of(shown.cbegin(), shown.cend(),
+                           [](const auto &each) { return each.geometry.size() == screen; });
+    }
+    /// True when the frontmost window is a card.
+    bool cardIsInFront() { return !cards().isEmpty() && desktop.visibleWindows().last().program == "talmo"; }
+
+    QImage corner() { return desktop.screenshot().copy(screen.width() - 30, 0, 30, 26); }
+    QPoint icon{screen.width() - 12, 12};
+
+    void startTray() { tray = rig::startTray(environment); }
+    /// Waits until the icon is drawn.
+    void startTalmoWithIcon()
+    {
+        const QImage before = corner();
+        startTalmo();
+        ASSERT_TRUE(rig::pollUntil([&] { return corner() != before; }, patience));
+        // Two pictures of it that are the same: it is done.
+        QImage last;
+        ASSERT_TRUE(rig::pollUntil([&] { return std::exchange(last, corner()) == last; }, patience));
+    }
+    bool openPanel()
+    {
+        pointer.clickAt(icon);
+        return cardComes();
+    }
+
+    rig::VirtualPointer pointer;
+    std::unique_ptr<rig::ChildProcess> tray;
+    std::unique_ptr<rig::ChildProcess> compositor;
+};
+
+} // namespace
+
+TEST_F(FaceRun, theFocusNeverMovesWhileTheOverlayComesGrowsAndGoes)
+{
+    compositor = rig::startCompositor(environment);
+    openQtWindow();
+    startTalmo();
+    desktop.takeActiveWindowChanges();
+    keyboard.press(key);
+    ASSERT_TRUE(talmoSays(u"state: recording"_s));
+    ASSERT_TRUE(cardComes());
+    EXPECT_TRUE(cardIsInFront());
+    const QRect room = cards().first().geometry;
+    EXPECT_NEAR(room.center().x(), screen.width() / 2, 1);
+    EXPECT_EQ(room.y() + room.height() - shadow, screen.height() - 90);
+    speak(u"hello world"_s);
+    keyboard.release(key);
+    EXPECT_TRUE(windowShows(u"Hello world."_s));
+    EXPECT_TRUE(talmoSays(u"state: idle"_s));
+    EXPECT_TRUE(cardGoes());
+    EXPECT_EQ(desktop.takeActiveWindowChanges(), 0);
+    EXPECT_EQ(desktop.activeWindowTitle(), u"Target"_s);
+}
+
+TEST_F(FaceRun, theOverlayIsAboveAFullScreenWindowAndAboveOneThatComesLater)
+{
+    openWindow(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Target"_s, u"0"_s, u"fullscreen"_s});
+    ASSERT_TRUE(rig::pollUntil([this] { return isSomethingFullScreen(); }, patience));
+    startTalmo();
+    desktop.takeActiveWindowChanges();
+    doubleTap();
+    ASSERT_TRUE(talmoSays(u"state: recording"_s));
+    ASSERT_TRUE(cardComes());
+    EXPECT_TRUE(cardIsInFront());
+    EXPECT_EQ(desktop.takeActiveWindowChanges(), 0);
+    rig::ChildProcess other(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Other"_s, u"0"_s, u"fullscreen"_s},
+                            environment);
+    ASSERT_TRUE(desktop.waitForActiveWindow(u"Other"_s, patience));
+    EXPECT_TRUE(rig::pollUntil([this] { return cardIsInFront(); }, patience));
+    keyboard.tap(key);
+    EXPECT_TRUE(talmoSays(u"state: error"_s)); // Nothing was said.
+}
+
+TEST_F(FaceRun, theOverlayIsOnThePointersScreenAboveItsBar)
+{
+    const auto addScreen = [this](const QString &name, const QString &place, const QString &output) {
+        rig::ChildProcess xrandr(u"xrandr"_s, {u"--setmonitor"_s, name, place, output}, environment);
+        rig::waitUntil([&xrandr] { return !xrandr.isRunning(); }, patience);
+    };
+    addScreen(u"left"_s, u"600/160x640/170+0+0"_s, u"screen"_s);
+    addScreen(u"right"_s, u"424/110x500/130+600+0"_s, u"none"_s);
+    // The bar is at the lower edge of the desktop, which the left screen alone reaches.
+    tray = rig::startTray(environment, {u"--edge"_s, u"bottom"_s, u"--align"_s, u"left"_s, u"--height"_s, u"30"_s});
+    openQtWindow();
+    startTalmo();
+    const auto footUnder = [this](QPoint place) {
+        pointer.moveTo(place);
+        doubleTap();
+        EXPECT_TRUE(talmoSays(u"state: recording"_s));
+        EXPECT_TRUE(cardComes());
+        const QRect room = cards().isEmpty() ? QRect() : cards().first().geometry;
+        keyboard.tap(key);
+        EXPECT_TRUE(talmoSays(u"state: error"_s));
+        rig::passTime(400ms);
+        EXPECT_TRUE(cardGoes());
+        return QPoint(room.center().x(), room.y() + room.height() - shadow);
+    };
+    const QPoint right = footUnder({800, 300});
+    EXPECT_NEAR(right.x(), 600 + 212, 1);
+    EXPECT_EQ(right.y(), 500 - 90);
+    const QPoint left = footUnder({100, 300});
+    EXPECT_NEAR(left.x(), 300, 1);
+    EXPECT_EQ(left.y(), 640 - 30 - 90);
+}
+
+TEST_F(FaceRun, onASharperScreenEverythingIsTwiceAsLarge)
+{
+    environment.insert(u"QT_SCALE_FACTOR"_s, u"2"_s);
+    startTalmo();
+    keyboard.press(key);
+    ASSERT_TRUE(cardComes());
+    const QRect room = cards().first().geometry;
+    EXPECT_NEAR(room.center().x(), screen.width() / 2, 2);
+    EXPECT_EQ(room.y() + room.height() - 2 * shadow, screen.height() - 2 * 90);
+    keyboard.release(key);
+}
+
+TEST_F(FaceRun, withoutACompositorTheCardHasItsShape)
+{
+    openWindow(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Target"_s, u"0"_s, u"fullscreen"_s});
+    startTalmo();
+    const auto cornerOf = [this](const QRect &card) { return desktop.screenshot().pixelColor(card.topLeft()); };
+    keyboard.press(key);
+    ASSERT_TRUE(cardComes());
+    const int bottom = screen.height() - 90;
+    const QRect card(QPoint(screen.width() / 2 - 110, bottom - 50), QPoint(screen.width() / 2 + 109, bottom - 1));
+    // The window behind is white: the card's own corner shows it, and its middle does not.
+    EXPECT_TRUE(
+        rig::pollUntil([&] { return desktop.screenshot().pixelColor(card.center()) != QColor(Qt::white); }, patience));
+    const QImage picture = desktop.screenshot();
+    EXPECT_EQ(picture.pixelColor(card.bottomLeft()), QColor(Qt::white));
+    EXPECT_EQ(picture.pixelColor(card.bottomRight()), QColor(Qt::white));
+    EXPECT_NE(cornerOf(card), QColor(Qt::black));
+    EXPECT_EQ(picture.pixelColor(card.center().x(), bottom + 10), QColor(Qt::white)); // No shadow.
+    keyboard.release(key);
+}
+
+TEST_F(FaceRun, theIconInTheTrayChangesItsShape)
+{
+    startTray();
+    startTalmoWithIcon();
+    const QImage idle = corner();
+    keyboard.press(key);
+    ASSERT_TRUE(talmoSays(u"state: recording"_s));
+    EXPECT_TRUE(rig::pollUntil([&] { return corner() != idle; }, patience));
+    const QImage recording = corner();
+    keyboard.release(key);
+    ASSERT_TRUE(talmoSays(u"state: error"_s));
+    EXPECT_TRUE(rig::pollUntil([&] { return corner() != recording && corner() != idle; }, patience));
+}
+
+TEST_F(FaceRun, theIconIsLegibleOnALightTrayThoughWindowsAreDark)
+{
+    desktop.storeSettings({{u"linux.languageModelAddress"_s, u"off"_s}, {u"linux.colorScheme"_s, u"dark"_s}});
+    startTray();
+    startTalmoWithIcon();
+    const auto darkest = [this] {
+        const QImage picture = corner();
+        int least = 255;
+        for (int y = 2; y < 22; ++y) {
+            for (int x = 8; x < 28; ++x) {
+                least = std::min(least, qGray(picture.pixel(x, y)));
+            }
+        }
+        return least;
+    };
+    constexpr int dark = 90;
+    EXPECT_TRUE(rig::pollUntil([&] { return darkest() < dark; }, patience));
+}
+
+TEST_F(FaceRun, aTrayThatComesLaterGetsTheIconAndItsAbsenceIsSaidOnce)
+{
+    startTalmo();
+    ASSERT_TRUE(talmo->waitForLine(u"there is no tray for the icon yet"_s, patience));
+    const QImage before = corner();
+    startTray();
+    EXPECT_TRUE(rig::pollUntil([&] { return corner() != before; }, patience));
+    tray.reset();
+    EXPECT_TRUE(rig::pollUntil([&] { return corner() == before; }, patience));
+    startTray();
+    EXPECT_TRUE(rig::pollUntil([&] { return corner() != before; }, patience));
+    EXPECT_EQ(talmo->output().count(u"there is no tray"_s), 1);
+}
+
+TEST_F(FaceRun, anItemHostGetsTheIconAndItsChanges)
+{
+    const auto bus = rig::startBus(environment);
+    NotifierHost host;
+    startTalmo();
+    ASSERT_TRUE(rig::waitUntil([&host] { return !host.item().isEmpty(); }, patience));
+    const QByteArray idle = host.iconPixels();
+    EXPECT_FALSE(idle.isEmpty());
+    const int before = host.iconChanges();
+    keyboard.press(key);
+    ASSERT_TRUE(talmoSays(u"state: recording"_s));
+    EXPECT_TRUE(rig::waitUntil([&] { return host.iconChanges() > before; }, patience));
+    EXPECT_NE(host.iconPixels(), idle);
+    EXPECT_FALSE(host.itemProperty(u"Menu"_s).isNull());
+    keyboard.release(key);
+    EXPECT_TRUE(talmoSays(u"state: error"_s));
+}
+
+TEST_F(FaceRun, anItemHostThatComesLaterOrAgainGetsTheIcon)
+{
+    const auto bus = rig::startBus(environment);
+    startTalmo();
+    ASSERT_TRUE(talmo->waitForLine(u"there is no tray for the icon yet"_s, patience));
+    auto host = std::make_unique<NotifierHost>();
+    EXPECT_TRUE(rig::waitUntil([&host] { return host->registrations() > 0; }, patience));
+    host.reset();
+    host = std::make_unique<NotifierHost>();
+    EXPECT_TRUE(rig::waitUntil([&host] { return host->registrations() > 0; }, patience));
+}
+
+TEST_F(FaceRun, anItemHostSaysNothingOfThePlaceSoThePanelIsInThePointersCorner)
+{
+    const auto bus = rig::startBus(environment);
+    NotifierHost host;
+    openQtWindow();
+    startTalmo();
+    ASSERT_TRUE(rig::waitUntil([&host] { return !host.item().isEmpty(); }, patience));
+    pointer.moveTo({screen.width() - 20, screen.height() - 20});
+    host.activate(screen.width() - 20, screen.height() - 20);
+    ASSERT_TRUE(cardComes());
+    const QRect room = cards().first().geometry;
+    EXPECT_EQ(room.x() + room.width() - shadow, screen.width() - 6);
+    EXPECT_EQ(room.y() + room.height() - shadow, screen.height() - 6);
+    EXPECT_EQ(desktop.activeWindowTitle(), u"Target"_s);
+    keyboard.tap(escapeKey);
+    EXPECT_TRUE(cardGoes());
+}
+
+TEST_F(FaceRun, thePanelDropsFromTheIconAndClosesOnEscapeAndOnAClickElsewhere)
+{
+    startTray();
+    openQtWindow();
+    startTalmoWithIcon();
+    desktop.takeActiveWindowChanges();
+    ASSERT_TRUE(openPanel());
+    EXPECT_GE(cards().first().geometry.y() + shadow, 24);
+    EXPECT_LT(cards().first().geometry.y() + shadow, 60);
+    keyboard.tap(escapeKey);
+    EXPECT_TRUE(cardGoes());
+    ASSERT_TRUE(openPanel());
+    pointer.clickAt({100, 500});
+    EXPECT_TRUE(cardGoes());
+    ASSERT_TRUE(openPanel());
+    pointer.clickAt(icon);
+    EXPECT_TRUE(cardGoes());
+    EXPECT_EQ(desktop.takeActiveWindowChanges(), 0);
+}
+
+TEST_F(FaceRun, aDictationStartedInThePanelLandsInTheWindowInFront)
+{
+    startTray();
+    openQtWindow();
+    startTalmoWithIcon();
+    ASSERT_TRUE(openPanel());
+    keyboard.tap(returnKey); // The first row: start.
+    ASSERT_TRUE(talmoSays(u"state: recording"_s));
+    speak(u"hello world"_s);
+    pointer.clickAt(icon);
+    ASSERT_TRUE(rig::pollUntil([this] { return cards().size() == 2; }, patience)); // The overlay is the other.
+    keyboard.tap(returnKey);                                                       // The first row: stop.
+    EXPECT_TRUE(windowShows(u"Hello world."_s));
+    EXPECT_TRUE(talmoSays(u"state: idle"_s));
+    EXPECT_EQ(desktop.activeWindowTitle(), u"Target"_s);
+}
+
+TEST_F(FaceRun, anInsertionClosesThePanelFirst)
+{
+    startTray();
+    openQtWindow();
+    startTalmoWithIcon();
+    ASSERT_TRUE(openPanel());
+    rig::ChildProcess insert(QStringLiteral(TALMO_BIN "/talmoctl"), {u"insert"_s}, environment);
+    insert.writeLine(u"Not into the panel."_s);
+    insert.closeInput();
+    EXPECT_TRUE(windowShows(u"Not into the panel."_s));
+    EXPECT_TRUE(cardGoes());
+}
+
+TEST_F(FaceRun, thePlainMenuIsClosedByAnInsertionToo)
+{
+    startTray();
+    openQtWindow();
+    startTalmoWithIcon();
+    pointer.moveTo(icon);
+    pointer.click(3);
+    ASSERT_TRUE(cardComes());
+    rig::ChildProcess insert(QStringLiteral(TALMO_BIN "/talmoctl"), {u"insert"_s}, environment);
+    insert.writeLine(u"Not into the menu."_s);
+    insert.closeInput();
+    EXPECT_TRUE(windowShows(u"Not into the menu."_s));
+    EXPECT_TRUE(cardGoes());
+}
+
+TEST_F(FaceRun, quitInThePanelEndsTalmo)
+{
+    startTray();
+    startTalmoWithIcon();
+    ASSERT_TRUE(openPanel());
+    keyboard.tap(endKey);
+    keyboard.tap(returnKey);
+    EXPECT_TRUE(rig::waitUntil([this] { return !talmo->isRunning(); }, patience));
+}
+
+TEST_F(FaceRun, aSecondStartOpensTheSettingsOfTheFirstAndEnds)
+{
+    openQtWindow();
+    startTalmo();
+    for (int round = 0; round < 2; ++round) {
+        rig::ChildProcess second(QStringLiteral(TALMO_BIN "/talmo"), {}, environment);
+        EXPECT_TRUE(second.waitForLine(u"Talmo runs already; its settings are open now"_s, patience));
+        EXPECT_EQ(second.terminate(), 0);
+        EXPECT_TRUE(desktop.waitForActiveWindow(u"Talmo Settings"_s, patience));
+        keyboard.tap(escapeKey);
+        EXPECT_TRUE(desktop.waitForActiveWindow(u"Target"_s, patience));
+    }
+    EXPECT_TRUE(talmo->isRunning());
+    // Dictating goes on as before.
+    dictate(u"hello world"_s);
+    EXPECT_TRUE(windowShows(u"Hello world."_s));
+}
+
+TEST_F(FaceRun, afterACrashTheNextTalmoIsTheFirst)
+{
+    startTalmo();
+    talmo->kill();
+    ASSERT_TRUE(rig::waitUntil([this] { return !talmo->isRunning(); }, patience));
+    startTalmo();
+    EXPECT_EQ(quitTalmo(), 0);
+}
+
+TEST_F(FaceRun, aDictationIntoTalmosOwnSettingsLandsThere)
+{
+    startTalmo();
+    rig::ChildProcess second(QStringLiteral(TALMO_BIN "/talmo"), {}, environment);
+    ASSERT_TRUE(desktop.waitForActiveWindow(u"Talmo Settings"_s, patience));
+    // To the dictionary, and into its field.
+    keyboard.press(rig::VirtualKeyboard::controlLeft);
+    keyboard.tap(rig::VirtualKeyboard::tab);
+    keyboard.release(rig::VirtualKeyboard::controlLeft);
+    keyboard.tap(rig::VirtualKeyboard::tab);
+    keyboard.tap(rig::VirtualKeyboard::tab);
+    dictate(u"hello world"_s);
+    EXPECT_TRUE(talmoSays(u"state: idle"_s));
+    keyboard.tap(returnKey);
+    EXPECT_TRUE(rig::pollUntil(
+        [this] {
+            QFile file(desktop.folder() + u"/config/talmo/settings.json"_s);
+            return file.open(QFile::ReadOnly) && file.readAll().contains("Hello world.");
+        },
+        patience));
+}
+
+} // namespace talmo::test

@@ -1,0 +1,79 @@
+// Nothing is dictated, so nothing happens: no timer, no repaint, no wake-up, in any thread.
+
+#include "EndToEnd/TalmoRun.h"
+
+#include "DesktopParts.h"
+#include "Support/Printing.h"
+#include "VirtualPointer.h"
+
+#include <QFile>
+#include <QSet>
+
+namespace talmo::test {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto watched = 30s;
+/// Until what belongs to a dictation is over: the microphone's stream, the clipboard's restore, and the threads with
+/// which Qt draws, which it lets go half a minute after it needed them.
+constexpr auto aftermath = 35s;
+
+/// What the tracer saw, but for the call in which each thread was waiting when it came.
+QStringList callsMade(const QString &file)
+{
+    QFile trace(file);
+    if (!trace.open(QFile::ReadOnly)) {
+        return {u"no trace"_s};
+    }
+    QStringList calls;
+    QSet<QString> threads;
+    for (const auto &line : QString::fromUtf8(trace.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+        const QString thread = line.section(QLatin1Char(' '), 0, 0);
+        if (threads.contains(thread)) {
+            calls.append(line);
+        }
+        threads.insert(thread);
+    }
+    return calls;
+}
+
+} // namespace
+
+TEST_F(TalmoRun, nothingWakesUpWhileNothingIsDictated)
+{
+    const auto tray = rig::startTray(environment);
+    openQtWindow();
+    startTalmo();
+    dictate(u"hello world"_s);
+    ASSERT_TRUE(windowShows(u"Hello world."_s));
+    rig::VirtualPointer pointer;
+    pointer.clickAt({1024 - 12, 12}); // The panel was open once, too.
+    rig::passTime(500ms);
+    pointer.clickAt({500, 600});
+    rig::passTime(aftermath);
+
+    const QString file = desktop.folder() + u"/trace"_s;
+    rig::ChildProcess tracer(
+        u"strace"_s, {u"-f"_s, u"-tt"_s, u"-o"_s, file, u"-p"_s, QString::number(talmo->processId())}, environment);
+    rig::passTime(1s);
+    if (!tracer.isRunning()) {
+        GTEST_SKIP() << "No process may be traced here, so wake-ups were NOT counted:\n" << qPrintable(tracer.output());
+    }
+    rig::passTime(watched);
+    tracer.terminate();
+    const auto calls = callsMade(file);
+    EXPECT_TRUE(calls.isEmpty()) << calls.size() << " calls:\n" << qPrintable(calls.mid(0, 40).join(QLatin1Char('\n')));
+
+    // The tracer does see what happens when something does.
+    rig::ChildProcess second(u"strace"_s, {u"-f"_s, u"-o"_s, file, u"-p"_s, QString::number(talmo->processId())},
+                             environment);
+    ASSERT_TRUE(second.waitForLine(u"attached"_s, patience));
+    pointer.clickAt({1024 - 12, 12});
+    rig::passTime(500ms);
+    second.terminate();
+    EXPECT_FALSE(callsMade(file).isEmpty());
+}
+
+} // namespace talmo::test

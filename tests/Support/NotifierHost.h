@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDBusConnection>
+#include <QDBusVirtualObject>
+#include <QSize>
+#include <QString>
+
+#include <optional>
+
+namespace talmo::test {
+
+/// A desktop's bar that shows icons by StatusNotifierItem, on the session bus that the environment names.
+class NotifierHost final : public QDBusVirtualObject {
+    Q_OBJECT
+
+public:
+    NotifierHost();
+    ~NotifierHost() override;
+
+    /// The bus name of the item that was registered; empty until then.
+    QString item() const { return m_item; }
+    int registrations() const { return m_registrations; }
+    /// How often the item said that it has another icon.
+    int iconChanges() const { return m_iconChanges; }
+
+    /// Asks the item for a property. Waits for the answer while this thread's loop runs.
+    QVariant itemProperty(const QString &name);
+    /// The pixels of the item's smallest icon; empty when it has none.
+    QByteArray iconPixels();
+    /// Clicks on it, at that place of the screen.
+    void activate(int x, int y);
+
+    QString introspect(const QString &path) const override;
+    bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override;
+
+private Q_SLOTS:
+    void newIcon() { ++m_iconChanges; }
+
+private:
+    QDBusMessage call(const QString &interface, const QString &method, const QVariantList &arguments);
+    QVariant ownProperty(const QString &name) const;
+
+    QDBusConnection m_bus;
+    QString m_item;
+    int m_registrations = 0;
+    int m_iconChanges = 0;
+};
+
+} // namespace talmo::test

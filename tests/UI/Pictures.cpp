@@ -1,0 +1,254 @@
+// Pictures of everything people see: every state, light and dark, on ordinary and on sharper screens. To be looked at.
+//
+//   talmo-pictures FOLDER             as PNG
+//   talmo-pictures --drawings FOLDER  those that the README shows, as SVG
+
+#include "Platform/Linux/LinuxWording.h"
+#include "UI/Appearance.h"
+#include "UI/Card.h"
+#include "UI/MenuBarView.h"
+#include "UI/RecordingOverlay.h"
+#include "UI/SettingsTabBar.h"
+#include "UI/SettingsView.h"
+#include "UI/Symbol.h"
+#include "UI/ViewWorld.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QPainter>
+#include <QSvgGenerator>
+
+#include <cstdio>
+
+namespace talmo::test {
+
+namespace {
+
+constexpr int air = 32;
+constexpr QSize settingsSize(540, 660);
+constexpr QSize smallestCard(220, 50);
+
+struct Look {
+    ColourScheme scheme;
+    qreal ratio;
+    QString name() const { return (scheme == ColourScheme::Dark ? u"dark"_s : u"light"_s) + u"-%1x"_s.arg(ratio); }
+};
+
+/// Something like a wallpaper.
+void paintGround(QPainter &painter, const QRect &area, ColourScheme scheme)
+{
+    QLinearGradient gradient(area.topLeft(), area.bottomRight());
+    const bool dark = scheme == ColourScheme::Dark;
+    gradient.setColorAt(0, dark ? QColor(0x2a, 0x33, 0x4a) : QColor(0xc9, 0xd8, 0xee));
+    gradient.setColorAt(1, dark ? QColor(0x4a, 0x2f, 0x55) : QColor(0xe6, 0xcf, 0xe4));
+    painter.fillRect(area, gradient);
+}
+
+void paintCard(QPainter &painter, QWidget &view, bool isTranslucent)
+{
+    const QRect card(QPoint(air, air), view.size());
+    Card::paint(painter, card, view.palette(), isTranslucent);
+    view.render(&painter, card.topLeft(), {}, QWidget::DrawChildren);
+}
+
+class Gallery {
+public:
+    Gallery(const QDir &folder, const Look &look)
+        : m_folder(folder),
+          m_look(look)
+    {
+        QApplication::setPalette(Appearance::palette(look.scheme));
+    }
+
+    void addCard(QWidget &view, const QString &name)
+    {
+        view.ensurePolished();
+        view.resize(view.sizeHint().expandedTo(smallestCard));
+        const QSize size = view.size() + QSize(2 * air, 2 * air);
+        QImage image((QSizeF(size) * m_look.ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+        image.setDevicePixelRatio(m_look.ratio);
+        QPainter painter(&image);
+        paintGround(painter, QRect(QPoint(0, 0), size), m_look.scheme);
+        paintCard(painter, view, true);
+        painter.end();
+        save(image, name);
+    }
+
+    void addWindow(QWidget &view, const QString &name)
+    {
+        view.resize(settingsSize);
+        QImage image((QSizeF(view.size()) * m_look.ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+        image.setDevicePixelRatio(m_look.ratio);
+        image.fill(view.palette().color(QPalette::Window));
+        view.render(&image);
+        save(image, name);
+    }
+
+    /// All symbols of the menu bar side by side, as trays of two sizes show them.
+    void addIcons()
+    {
+        const QStringList names{u"mic.circle"_s, u"waveform.circle.fill"_s, u"ellipsis.circle"_s,
+                                u"exclamationmark.circle"_s};
+        QImage image((QSizeF(140, 76) * m_look.ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+        image.setDevicePixelRatio(m_look.ratio);
+        image.fill(QApplication::palette().color(QPalette::Window));
+        QPainter painter(&image);
+        for (int index = 0; index < names.size(); ++index) {
+            const QColor ink = QApplication::palette().color(QPalette::WindowText);
+            Symbol::paint(painter, QRectF(14 + 30 * index, 12, 16, 16), names.at(index), ink);
+            Symbol::paint(painter, QRectF(11 + 30 * index, 42, 22, 22), names.at(index), ink);
+        }
+        painter.end();
+        save(image, u"icons"_s);
+    }
+
+private:
+    void save(const QImage &image, const QString &name)
+    {
+        const QString file = m_folder.filePath(name + QLatin1Char('-') + m_look.name() + u".png"_s);
+        if (!image.save(file)) {
+            throw Error(u"Cannot write "_s + file);
+        }
+    }
+
+    QDir m_folder;
+    Look m_look;
+};
+
+const QString heard =
+    u"thank you very much for the report I will read it on the train and call you as soon as I am back "
+    u"in the office on monday"_s;
+
+/// Calls `add` with a name for every state of the coordinator.
+template <typename Add>
+void inEveryState(ViewWorld &world, Add add)
+{
+    world.settings->setHotkeyDisplayName(u"Right Ctrl"_s);
+    settle();
+    add(u"idle"_s);
+    world.beRecording();
+    add(u"listening"_s);
+    world.hear(u"thank you"_s);
+    add(u"listening-short"_s);
+    world.hear(heard);
+    add(u"listening-long"_s);
+    world.coordinator().endDictation();
+    settle();
+}
+
+void takePictures(const QDir &folder, const Look &look)
+{
+    Gallery gallery(folder, look);
+    gallery.addIcons();
+    {
+        ViewWorld world;
+        RecordingOverlay overlay(world.coordinator());
+        MenuBarView menu(world.context(), [](MenuAction) {});
+        const auto add = [&](const QString &name) {
+            if (name != u"idle"_s) {
+                gallery.addCard(overlay, u"overlay-"_s + name);
+            }
+            gallery.addCard(menu, u"menu-"_s + name);
+        };
+        inEveryState(world, add);
+    }
+    for (const auto &state : {u"cleaning-up"_s, u"inserting"_s, u"error"_s, u"permissions"_s}) {
+        ViewWorld world;
+        RecordingOverlay overlay(world.coordinator());
+        MenuBarView menu(world.context(), [](MenuAction) {});
+        if (state == u"cleaning-up"_s) {
+            world.beProcessing();
+        } else if (state == u"inserting"_s) {
+            world.beInserting();
+        } else if (state == u"error"_s) {
+            world.fail(u"No microphone input is available."_s);
+        } else {
+            world.setPermissions(false, true, false);
+        }
+        if (state != u"permissions"_s) {
+            gallery.addCard(overlay, u"overlay-"_s + state);
+        }
+        gallery.addCard(menu, u"menu-"_s + state);
+    }
+    for (const auto &text :
+         {std::pair(u"hebrew"_s, u"אני רוצה לקנות חלב וביצים ואחר כך ללכת הביתה כדי לקרוא ספר טוב"_s),
+          std::pair(u"emoji"_s, u"that was great 🎉🎉 see you 👩‍👩‍👧‍👦 tomorrow"_s),
+          std::pair(u"long-word"_s,
+                    u"Donaudampfschifffahrtsgesellschaftskapitänsmützenabzeichenverleihungszeremonienmeister"_s)}) {
+        ViewWorld world;
+        RecordingOverlay overlay(world.coordinator());
+        world.beRecording();
+        world.hear(text.second);
+        gallery.addCard(overlay, u"overlay-"_s + text.first);
+    }
+    ViewWorld world;
+    world.settings->setHotkeyDisplayName(u"Right Ctrl"_s);
+    world.unavailability =
+        u"Apple Intelligence isn't turned on. Enable it in System Settings > Apple Intelligence & Siri to use AI cleanup."_s;
+    world.setPermissions(true, true, false);
+    SettingsView settings(world.context());
+    auto *tabs = settings.findChild<QTabBar *>();
+    for (int index = 0; index < tabs->count(); ++index) {
+        tabs->setCurrentIndex(index);
+        gallery.addWindow(settings, u"settings-"_s + tabs->tabText(index).toLower());
+    }
+}
+
+void draw(QWidget &view, const QString &file, const QString &title)
+{
+    view.resize(view.sizeHint());
+    const QSize size = view.size() + QSize(2 * air, 2 * air);
+    QSvgGenerator generator;
+    generator.setFileName(file);
+    generator.setTitle(title);
+    generator.setSize(size);
+    generator.setViewBox(QRect(QPoint(0, 0), size));
+    QPainter painter(&generator);
+    paintGround(painter, QRect(QPoint(0, 0), size), ColourScheme::Light);
+    paintCard(painter, view, false);
+}
+
+void makeDrawings(const QDir &folder)
+{
+    QApplication::setPalette(Appearance::palette(ColourScheme::Light));
+    ViewWorld world;
+    world.settings->setHotkeyDisplayName(u"Right Ctrl"_s);
+    settle();
+    MenuBarView menu(world.context(), [](MenuAction) {});
+    draw(menu, folder.filePath(u"menu.svg"_s), u"Talmo's menu"_s);
+    RecordingOverlay overlay(world.coordinator());
+    world.beRecording();
+    world.hear(heard);
+    draw(overlay, folder.filePath(u"overlay.svg"_s), u"Talmo's overlay while somebody speaks"_s);
+}
+
+} // namespace
+
+} // namespace talmo::test
+
+int main(int argc, char **argv)
+{
+    using namespace talmo::test;
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    talmo::installWording();
+    const QStringList arguments = QApplication::arguments();
+    const bool areDrawings = arguments.value(1) == u"--drawings"_s;
+    const QDir folder(arguments.value(areDrawings ? 2 : 1, u"."_s));
+    folder.mkpath(u"."_s);
+    try {
+        if (areDrawings) {
+            makeDrawings(folder);
+        } else {
+            for (const auto scheme : {talmo::ColourScheme::Light, talmo::ColourScheme::Dark}) {
+                for (const qreal ratio : {1.0, 2.0}) {
+                    takePictures(folder, {scheme, ratio});
+                }
+            }
+        }
+    } catch (const talmo::Error &error) {
+        std::fprintf(stderr, "%s\n", qPrintable(error.localizedDescription()));
+        return EXIT_FAILURE;
+    }
+    return EXIT_SUCCESS;
+}
