@@ -4,7 +4,8 @@
 
 namespace talmo::rig {
 
-/// Speaks a text with one of flite's voices into a new file in the folder. Gives back the file's path; throws Error.
+/// Speaks a text into a file in the folder, unless it is there from before. `voice`: one of flite's, or one of
+/// festival's behind "festival:". Gives back the file's path; throws Error.
 QString speak(const QString &text, const QString &folder, const QString &voice = QStringLiteral("slt"));
 
 } // namespace talmo::rig

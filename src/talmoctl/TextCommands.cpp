@@ -2,34 +2,21 @@
 #include "Base/Text.h"
 #include "Cleanup/CleanupInstructions.h"
 #include "Cleanup/TextCleanupService.h"
-#include "Platform/Linux/JsonUserDefaults.h"
 #include "Platform/Linux/LinuxSettings.h"
 #include "Platform/Linux/TimerFdClock.h"
-#include "Platform/Linux/XdgAutostart.h"
 #include "Platform/ModelServer/LoopbackLanguageModel.h"
-#include "Settings/TalmoSettings.h"
 #include "Settings/TextTone.h"
 #include "talmoctl/Command.h"
 #include "talmoctl/Terminal.h"
+#include "talmoctl/UserSettings.h"
 
 #include <QCoro/QCoroFuture>
-
-#include <QCoreApplication>
 
 namespace talmo::ctl {
 
 namespace {
 
 const char *const rawDescription = "Add no line end to the output.";
-
-/// The user's settings as the running program would read them. Only read here, never written.
-struct UserSettings {
-    std::shared_ptr<JsonUserDefaults> defaults =
-        std::make_shared<JsonUserDefaults>(JsonUserDefaults::standardPath(), SerialExecutor::onCurrentThread());
-    std::shared_ptr<TalmoSettings> values = std::make_shared<TalmoSettings>(
-        defaults,
-        std::make_shared<XdgAutostart>(XdgAutostart::forThisSession(QCoreApplication::applicationFilePath())));
-};
 
 void writeText(const Invocation &invocation, const QString &text)
 {

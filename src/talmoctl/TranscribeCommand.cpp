@@ -1,6 +1,6 @@
 #include "Base/SerialExecutor.h"
-#include "Input/AudioRecorder.h"
-#include "Platform/Linux/JsonUserDefaults.h"
+#include "Platform/Linux/EmbeddedSpeech.h"
+#include "Platform/Linux/FileTranscription.h"
 #include "Platform/Linux/LinuxSettings.h"
 #include "Platform/Linux/PocketSphinxPlatform.h"
 #include "Platform/Linux/SoundFileEngine.h"
@@ -10,6 +10,7 @@
 #include "Speech/TranscriptionError.h"
 #include "talmoctl/Command.h"
 #include "talmoctl/Terminal.h"
+#include "talmoctl/UserSettings.h"
 
 #include <QCoro/QCoroFuture>
 
@@ -17,10 +18,14 @@ namespace talmo::ctl {
 
 namespace {
 
-QString dictationLanguage()
+/// The recogniser as it is when the user dictates: it hears the same words.
+std::shared_ptr<PocketSphinxPlatform> usersRecogniser(const UserSettings &settings,
+                                                      const std::shared_ptr<SerialExecutor> &executor)
 {
-    const JsonUserDefaults defaults(JsonUserDefaults::standardPath(), SerialExecutor::onCurrentThread());
-    return SystemLocaleSource(LinuxSettings::read(defaults).dictationLanguage).currentIdentifier();
+    auto platform = std::make_shared<PocketSphinxPlatform>(executor);
+    platform->setVocabulary(
+        {settings.values->dictionaryWords(), Pronunciation::readSoundsLike(EmbeddedSpeech::pronunciationsPath())});
+    return platform;
 }
 
 QCoro::Task<void> ensureModel(std::shared_ptr<SpeechTranscriptionService> service, QString language)
@@ -34,24 +39,19 @@ QCoro::Task<void> ensureModel(std::shared_ptr<SpeechTranscriptionService> servic
     }
 }
 
-/// Hands the file out as fast as the recogniser takes it: it gets a turn for every buffer.
-QCoro::Task<void> play(std::shared_ptr<SoundFileEngine> file, std::shared_ptr<SerialExecutor> recogniser)
-{
-    while (file->deliverNext()) {
-        const auto turn = recogniser->call([] {});
-        co_await turn;
-    }
-}
-
 QCoro::Task<int> runTranscribe(Invocation invocation)
 {
-    const auto file = std::make_shared<SoundFileEngine>(invocation.arguments->positionalArguments().first());
-    const auto recorder = std::make_shared<AudioRecorder>(file);
+    const QString path = invocation.arguments->positionalArguments().first();
+    const SoundFileEngine check(path); // What cannot be read is said before a model is installed for it.
+    const UserSettings settings;
     const auto recogniser = SerialExecutor::onNewThread(QStringLiteral("decoder"));
     const auto service = std::make_shared<SpeechTranscriptionService>(
-        std::make_shared<PocketSphinxPlatform>(recogniser), std::make_shared<SpeexAudioConverterFactory>(),
+        usersRecogniser(settings, recogniser), std::make_shared<SpeexAudioConverterFactory>(),
         SerialExecutor::onNewThread(QStringLiteral("speech")), SerialExecutor::onCurrentThread());
-    const QString language = invocation.has("language") ? invocation.value("language") : dictationLanguage();
+    const QString language =
+        invocation.has("language")
+            ? invocation.value("language")
+            : SystemLocaleSource(LinuxSettings::read(*settings.defaults).dictationLanguage).currentIdentifier();
     co_await ensureModel(service, language);
 
     const auto lastLine = std::make_shared<QString>();
@@ -65,14 +65,7 @@ QCoro::Task<int> runTranscribe(Invocation invocation)
     if (invocation.has("live")) {
         onUpdate = writeIfNew;
     }
-    const auto failure = std::make_shared<std::exception_ptr>();
-    TranscriptionService::ErrorHandler onError = [failure](const std::exception_ptr &error) { *failure = error; };
-    co_await service->startTranscription(recorder, language, onUpdate, onError);
-    co_await play(file, recogniser);
-    const QString transcript = co_await service->stopTranscription();
-    if (*failure) {
-        std::rethrow_exception(*failure);
-    }
+    const QString transcript = co_await transcribeFile(service, recogniser, path, language, onUpdate);
     if (transcript.isEmpty()) {
         throw Error(QStringLiteral("No speech detected."));
     }

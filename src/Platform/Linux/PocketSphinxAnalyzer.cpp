@@ -2,11 +2,14 @@
 
 #include "Base/Log.h"
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <functional>
 #include <optional>
+#include <span>
 #include <utility>
+#include <vector>
 
 namespace talmo {
 
@@ -14,6 +17,13 @@ namespace {
 
 /// A machine too slow to keep up gets this long after the end; then what was decoded until there is the text.
 constexpr auto longestFinalisation = std::chrono::seconds(5);
+
+// In samples. So much is enough for the first try to learn a microphone, and so much more for each other one.
+constexpr std::size_t firstLearning = std::size_t(PocketSphinxDecoder::sampleRate) * 3 / 2;
+constexpr std::size_t learningStep = PocketSphinxDecoder::sampleRate / 2;
+/// Who says nothing for so long is not waited for.
+constexpr std::size_t longestLearning = std::size_t(PocketSphinxDecoder::sampleRate) * 6;
+constexpr std::size_t heldBlock = 2048;
 
 const AudioFormat decoderFormat{PocketSphinxDecoder::sampleRate, 1, SampleType::Int16};
 
@@ -35,9 +45,10 @@ PocketSphinxTranscriber::PocketSphinxTranscriber(
 class PocketSphinxAnalyzer::Recognition : public std::enable_shared_from_this<PocketSphinxAnalyzer::Recognition> {
 public:
     Recognition(std::shared_ptr<PocketSphinxTranscriber> transcriber, std::shared_ptr<PocketSphinxDecoderPool> pool,
-                std::shared_ptr<SerialExecutor> executor)
+                MicrophoneKnowledge microphone, std::shared_ptr<SerialExecutor> executor)
         : m_transcriber(std::move(transcriber)),
           m_pool(std::move(pool)),
+          m_microphone(std::move(microphone)),
           m_executor(std::move(executor))
     {
     }
@@ -51,6 +62,10 @@ private:
     void readNext();
     void consume(const AnalyzerInput &input);
     void decode(const AnalyzerInput &input);
+    void takeDecoder();
+    void learn(std::span<const std::int16_t> samples);
+    void endLearning();
+    void listen(std::span<const std::int16_t> samples);
     void publishVolatile();
     void publishFinal();
     void inputEnded();
@@ -59,6 +74,7 @@ private:
 
     std::shared_ptr<PocketSphinxTranscriber> m_transcriber;
     std::shared_ptr<PocketSphinxDecoderPool> m_pool;
+    MicrophoneKnowledge m_microphone;
     std::shared_ptr<SerialExecutor> m_executor;
     std::atomic<bool> m_isAbandoned = false;
 
@@ -73,6 +89,12 @@ private:
     bool m_isFinished = false;
     bool m_wasInSpeech = false;
     bool m_hasLoggedFormat = false;
+    bool m_isInUtterance = false;
+    QString m_microphoneName;
+    /// What was said to a microphone that is not known yet, kept until there is enough to know it by.
+    bool m_isLearning = false;
+    std::vector<std::int16_t> m_held;
+    std::size_t m_enough = 0;
     QString m_volatileText;
 };
 
@@ -149,15 +171,62 @@ void PocketSphinxAnalyzer::Recognition::decode(const AnalyzerInput &input)
         return;
     }
     if (!m_decoder) {
-        m_decoder = m_pool->take();
-        m_decoder->beginUtterance();
+        takeDecoder();
     }
     const auto *samples = reinterpret_cast<const std::int16_t *>(input.buffer->data()); // NOLINT: aligned by contract
-    m_decoder->process({samples, input.buffer->frameLength()});
+    const std::span<const std::int16_t> heard(samples, input.buffer->frameLength());
+    if (m_isLearning) {
+        learn(heard);
+    } else {
+        listen(heard);
+    }
+}
+
+void PocketSphinxAnalyzer::Recognition::takeDecoder()
+{
+    m_decoder = m_pool->take();
+    m_microphoneName = m_microphone.currentName ? m_microphone.currentName() : QString();
+    m_isLearning = !m_decoder->setCepstralMean(m_microphone.memory->recall(m_microphoneName));
+    m_enough = firstLearning;
+    if (!m_isLearning) {
+        m_decoder->beginUtterance();
+        m_isInUtterance = true;
+    }
+}
+
+/// With a microphone that it does not know, the recogniser would need many seconds to adjust, and get the words until
+/// then wrong. So the first words are kept until they tell what it sounds like, and only then recognised.
+void PocketSphinxAnalyzer::Recognition::learn(std::span<const std::int16_t> samples)
+{
+    m_held.insert(m_held.end(), samples.begin(), samples.end());
+    if (m_held.size() < m_enough) {
+        return;
+    }
+    m_enough += learningStep;
+    if (m_decoder->learnFrom(m_held) || m_held.size() >= longestLearning) {
+        endLearning();
+    }
+}
+
+void PocketSphinxAnalyzer::Recognition::endLearning()
+{
+    m_isLearning = false;
+    m_decoder->beginUtterance();
+    m_isInUtterance = true;
+    const auto held = std::exchange(m_held, {});
+    for (std::size_t start = 0; start < held.size(); start += heldBlock) {
+        listen(std::span(held).subspan(start, std::min(heldBlock, held.size() - start)));
+    }
+}
+
+void PocketSphinxAnalyzer::Recognition::listen(std::span<const std::int16_t> samples)
+{
+    m_decoder->process(samples);
     const bool isInSpeech = m_decoder->isInSpeech();
     if (std::exchange(m_wasInSpeech, isInSpeech) && !isInSpeech) {
         publishFinal(); // A pause: settle what was said, so that the end of the recording has little left to do.
         m_decoder->beginUtterance();
+        m_isInUtterance = true;
     } else {
         publishVolatile();
     }
@@ -175,6 +244,7 @@ void PocketSphinxAnalyzer::Recognition::publishVolatile()
 void PocketSphinxAnalyzer::Recognition::publishFinal()
 {
     m_decoder->endUtterance();
+    m_isInUtterance = false;
     const QString text = m_decoder->hypothesis();
     if (!m_isAbandoned) {
         if (!text.isEmpty()) {
@@ -195,7 +265,12 @@ void PocketSphinxAnalyzer::Recognition::inputEnded()
     if (!m_isFinished && (m_finalised || m_isAbandoned)) {
         try {
             if (m_decoder && !m_isAbandoned) {
+                if (m_isLearning) {
+                    m_decoder->learnFrom(m_held);
+                    endLearning();
+                }
                 publishFinal();
+                m_microphone.memory->remember(m_microphoneName, m_decoder->cepstralMean());
             }
             finish();
         } catch (...) {
@@ -239,8 +314,7 @@ void PocketSphinxAnalyzer::Recognition::finish(std::exception_ptr error)
     m_onStop.reset();
     if (m_decoder) {
         try {
-            // Ending an utterance that has ended is refused; only one in between must be ended before the next use.
-            if (m_isAbandoned) {
+            if (m_isInUtterance) {
                 m_decoder->endUtterance();
             }
             if (!error) {
@@ -267,8 +341,9 @@ bool PocketSphinxAnalyzer::Recognition::isOverdue() const
 
 PocketSphinxAnalyzer::PocketSphinxAnalyzer(std::shared_ptr<PocketSphinxTranscriber> transcriber,
                                            std::shared_ptr<PocketSphinxDecoderPool> pool,
-                                           std::shared_ptr<SerialExecutor> executor)
-    : m_recognition(std::make_shared<Recognition>(std::move(transcriber), std::move(pool), std::move(executor)))
+                                           MicrophoneKnowledge microphone, std::shared_ptr<SerialExecutor> executor)
+    : m_recognition(std::make_shared<Recognition>(std::move(transcriber), std::move(pool), std::move(microphone),
+                                                  std::move(executor)))
 {
 }
 

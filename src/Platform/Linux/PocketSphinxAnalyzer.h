@@ -1,9 +1,11 @@
 #pragma once
 
 #include "Base/SerialExecutor.h"
+#include "Platform/Linux/MicrophoneMemory.h"
 #include "Platform/Linux/PocketSphinxDecoder.h"
 #include "Speech/SpeechPlatform.h"
 
+#include <functional>
 #include <memory>
 
 namespace talmo {
@@ -23,11 +25,19 @@ private:
     AsyncStream<SpeechResult>::Continuation m_continuation;
 };
 
+/// What an analyzer needs to know of the microphone.
+struct MicrophoneKnowledge {
+    /// The name of the one that is recorded with; asked on the recogniser's thread. Empty when unknown.
+    std::function<QString()> currentName;
+    std::shared_ptr<MicrophoneMemory> memory;
+};
+
 /// Decodes one recording on the recogniser's thread while it is spoken.
 class PocketSphinxAnalyzer final : public SpeechAnalyzer {
 public:
     PocketSphinxAnalyzer(std::shared_ptr<PocketSphinxTranscriber> transcriber,
-                         std::shared_ptr<PocketSphinxDecoderPool> pool, std::shared_ptr<SerialExecutor> executor);
+                         std::shared_ptr<PocketSphinxDecoderPool> pool, MicrophoneKnowledge microphone,
+                         std::shared_ptr<SerialExecutor> executor);
     ~PocketSphinxAnalyzer() override;
 
     QFuture<void> start(AsyncStream<AnalyzerInput> input, std::stop_token stop) override;

@@ -3,11 +3,17 @@
 #include "Base/Error.h"
 
 #include <pocketsphinx/pocketsphinx.h>
+#include <pocketsphinx/ps_search.h>
+#include <sphinxbase/cmn.h>
 #include <sphinxbase/err.h>
+#include <sphinxbase/feat.h>
+#include <sphinxbase/logmath.h>
+#include <sphinxbase/ngram_model.h>
 
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <utility>
 
 namespace talmo {
@@ -36,7 +42,49 @@ void require(int result, const char *what)
     }
 }
 
+/// The commands as words of their own: heard as two, “new” and “line” lose against what is more usual. Weights are
+/// relative to an average word's.
+struct CommandWord {
+    const char *token;
+    const char *phones;
+    const char *words;
+    /// What takes its place in the middle of a sentence: nobody means a command there, and it must not act.
+    const char *inPassing;
+};
+constexpr CommandWord commandWords[] = {{"new_line", "N UW L AY N", "new line", "newline"},
+                                        {"new_paragraph", "N UW P EH R AH G R AE F", "new paragraph", "paragraph"}};
+constexpr float commandWeight = 300;
+/// Names are rare in general and frequent with the one who has entered them.
+constexpr float personalWeight = 3000;
+
+constexpr char searchName[] = "talmo";
+
+/// Personal words go into the language model as one class: it stands a handful of single words more, and then reads
+/// beyond its own memory.
+void addClass(ngram_model_t &model, QByteArrayList &tokens)
+{
+    if (tokens.isEmpty()) {
+        return;
+    }
+    std::vector<char *> words;
+    for (auto &token : tokens) {
+        words.push_back(token.data());
+    }
+    const auto count = static_cast<float>(tokens.size());
+    const std::vector<float> weights(words.size(), 1 / count);
+    require(ngram_model_add_class(&model, "[personal]", personalWeight * count, words.data(), weights.data(),
+                                  static_cast<int32>(words.size())),
+            "the personal words were refused.");
+}
+
 } // namespace
+
+/// A word, or a filler such as silence, of the best path so far.
+struct PocketSphinxDecoder::HeardWord {
+    QByteArray token;
+    int frames;
+    bool isFiller() const { return token.startsWith('<') || token.startsWith('[') || token.startsWith("++"); }
+};
 
 bool PocketSphinxDecoder::isModelInstalled(const QString &modelFolder)
 {
@@ -44,17 +92,16 @@ bool PocketSphinxDecoder::isModelInstalled(const QString &modelFolder)
            QFileInfo::exists(languageModel(modelFolder)) && QFileInfo::exists(dictionary(modelFolder));
 }
 
-std::unique_ptr<PocketSphinxDecoder> PocketSphinxDecoder::load(const QString &modelFolder)
+std::unique_ptr<PocketSphinxDecoder> PocketSphinxDecoder::load(const QString &modelFolder,
+                                                               const PersonalVocabulary &vocabulary)
 {
     err_set_logfp(nullptr); // The library would tell the terminal about every frame.
     const QByteArray hmm = QFile::encodeName(acousticModel(modelFolder));
-    const QByteArray lm = QFile::encodeName(languageModel(modelFolder));
     const QByteArray dict = QFile::encodeName(dictionary(modelFolder));
     // One pass with narrow beams: measured to lose next to nothing, and the end of an utterance then costs a few
     // milliseconds instead of a tenth of a second and more.
-    cmd_ln_t *config =
-        cmd_ln_init(nullptr, ps_args(), TRUE, "-hmm", hmm.constData(), "-lm", lm.constData(), "-dict", dict.constData(),
-                    "-fwdflat", "no", "-beam", "1e-60", "-pbeam", "1e-60", "-wbeam", "1e-40", nullptr);
+    cmd_ln_t *config = cmd_ln_init(nullptr, ps_args(), TRUE, "-hmm", hmm.constData(), "-dict", dict.constData(),
+                                   "-fwdflat", "no", "-beam", "1e-60", "-pbeam", "1e-60", "-wbeam", "1e-40", nullptr);
     ps_decoder_t *decoder = config != nullptr ? ps_init(config) : nullptr;
     if (config != nullptr) {
         cmd_ln_free_r(config);
@@ -62,7 +109,54 @@ std::unique_ptr<PocketSphinxDecoder> PocketSphinxDecoder::load(const QString &mo
     if (decoder == nullptr) {
         throw Error(QStringLiteral("The speech model in %1 could not be loaded.").arg(modelFolder));
     }
-    return std::unique_ptr<PocketSphinxDecoder>(new PocketSphinxDecoder(decoder));
+    std::unique_ptr<PocketSphinxDecoder> result(new PocketSphinxDecoder(decoder));
+    result->addVocabulary(modelFolder, vocabulary);
+    return result;
+}
+
+/// Words must be in the dictionary and in the language model before the search is made of the two.
+void PocketSphinxDecoder::addVocabulary(const QString &modelFolder, const PersonalVocabulary &vocabulary)
+{
+    m_vocabulary = vocabulary;
+    const QByteArray file = QFile::encodeName(languageModel(modelFolder));
+    const std::unique_ptr<ngram_model_t, decltype(&ngram_model_free)> model(
+        ngram_model_read(ps_get_config(m_decoder), file.constData(), NGRAM_AUTO,
+                         logmath_retain(ps_get_logmath(m_decoder))),
+        &ngram_model_free);
+    if (!model) {
+        throw Error(QStringLiteral("The speech model in %1 could not be loaded.").arg(modelFolder));
+    }
+    const auto addToDictionary = [this](const QByteArray &token, const QByteArray &phones, const QString &spelling) {
+        const bool isAdded = ps_add_word(m_decoder, token.constData(), phones.constData(), FALSE) >= 0;
+        if (isAdded) {
+            m_spellings.insert(token, spelling);
+        }
+        return isAdded;
+    };
+    for (const auto &command : commandWords) {
+        if (addToDictionary(command.token, command.phones, QString::fromLatin1(command.inPassing))) {
+            ngram_model_add_word(model.get(), command.token, commandWeight);
+        }
+    }
+    const Pronunciation pronunciation(
+        [this](const QString &word) {
+            char *phones = ps_lookup_word(m_decoder, word.toUtf8().constData());
+            const QByteArray result(phones);
+            ckd_free(phones);
+            return result;
+        },
+        vocabulary.soundsLike);
+    QByteArrayList tokens;
+    for (qsizetype index = 0; index < vocabulary.words.size(); ++index) {
+        const QByteArray phones = pronunciation.of(vocabulary.words.at(index));
+        const QByteArray token = "word" + QByteArray::number(index) + ":personal";
+        if (!phones.isEmpty() && addToDictionary(token, phones, vocabulary.words.at(index))) {
+            tokens.append(token);
+        }
+    }
+    addClass(*model, tokens);
+    require(ps_set_lm(m_decoder, searchName, model.get()), "the language model was refused.");
+    require(ps_set_search(m_decoder, searchName), "the search could not be made.");
 }
 
 PocketSphinxDecoder::PocketSphinxDecoder(ps_decoder_s *decoder)
@@ -95,11 +189,79 @@ bool PocketSphinxDecoder::isInSpeech() const
     return ps_get_in_speech(m_decoder) != 0;
 }
 
+std::vector<PocketSphinxDecoder::HeardWord> PocketSphinxDecoder::heardWords() const
+{
+    std::vector<HeardWord> words;
+    for (ps_seg_t *segment = ps_seg_iter(m_decoder); segment != nullptr; segment = ps_seg_next(segment)) {
+        QByteArray token = ps_seg_word(segment);
+        if (const auto variant = token.indexOf('('); variant > 0) {
+            token.truncate(variant);
+        }
+        int first = 0;
+        int last = 0;
+        ps_seg_frames(segment, &first, &last);
+        words.push_back({token, last - first + 1});
+    }
+    return words;
+}
+
 QString PocketSphinxDecoder::hypothesis() const
 {
-    int32 score = 0;
-    const char *words = ps_get_hyp(m_decoder, &score);
-    return words != nullptr ? QString::fromUtf8(words) : QString();
+    const auto words = heardWords();
+    // A filler that is long enough, or the edge of what was said, is where people mean commands.
+    constexpr int shortestPause = 4; // Frames of a hundredth of a second.
+    const auto isPause = [&words](std::size_t index) {
+        return index >= words.size() || (words[index].isFiller() && words[index].frames >= shortestPause) ||
+               words[index].token == "<s>" || words[index].token == "</s>";
+    };
+    QStringList text;
+    for (std::size_t index = 0; index < words.size(); ++index) {
+        const auto &word = words[index];
+        if (word.isFiller()) {
+            continue;
+        }
+        const auto command = std::find_if(std::begin(commandWords), std::end(commandWords),
+                                          [&word](const auto &each) { return word.token == each.token; });
+        // Before the first there is the edge as well: an index below it is beyond the last.
+        if (command != std::end(commandWords) && (isPause(index - 1) || isPause(index + 1))) {
+            text.append(QString::fromLatin1(command->words));
+        } else {
+            text.append(m_spellings.value(word.token, QString::fromUtf8(word.token)));
+        }
+    }
+    return text.join(QLatin1Char(' '));
+}
+
+PocketSphinxDecoder::CepstralMean PocketSphinxDecoder::cepstralMean() const
+{
+    const cmn_t *normalisation = ps_get_feat(m_decoder)->cmn_struct;
+    CepstralMean mean(normalisation->veclen);
+    std::copy_n(normalisation->cmn_mean, normalisation->veclen, mean.begin());
+    return mean;
+}
+
+bool PocketSphinxDecoder::setCepstralMean(const CepstralMean &mean)
+{
+    cmn_t *normalisation = ps_get_feat(m_decoder)->cmn_struct;
+    if (mean.size() != normalisation->veclen) {
+        return false;
+    }
+    cmn_live_set(normalisation, mean.constData());
+    return true;
+}
+
+bool PocketSphinxDecoder::learnFrom(std::span<const std::int16_t> samples)
+{
+    constexpr int leastFrames = 40; // A hundred are a second.
+    const CepstralMean before = cepstralMean();
+    beginUtterance();
+    // As one whole and without a search: the average over it is left behind.
+    require(ps_process_raw(m_decoder, samples.data(), samples.size(), TRUE, TRUE), "audio was refused.");
+    const bool isEnough = ps_get_n_frames(m_decoder) >= leastFrames;
+    const CepstralMean learnt = cepstralMean();
+    endUtterance();
+    setCepstralMean(isEnough ? learnt : before);
+    return isEnough;
 }
 
 PocketSphinxDecoderPool::PocketSphinxDecoderPool(QString modelFolder)
@@ -109,21 +271,46 @@ PocketSphinxDecoderPool::PocketSphinxDecoderPool(QString modelFolder)
 
 std::unique_ptr<PocketSphinxDecoder> PocketSphinxDecoderPool::take()
 {
+    PersonalVocabulary vocabulary;
     {
         const std::lock_guard lock(m_mutex);
         if (m_kept) {
             return std::move(m_kept);
         }
+        vocabulary = m_vocabulary;
     }
-    return PocketSphinxDecoder::load(m_modelFolder);
+    return PocketSphinxDecoder::load(m_modelFolder, vocabulary);
 }
 
 void PocketSphinxDecoderPool::giveBack(std::unique_ptr<PocketSphinxDecoder> decoder)
 {
     const std::lock_guard lock(m_mutex);
-    if (!m_kept) {
+    if (!m_kept && decoder->vocabulary() == m_vocabulary) {
         m_kept = std::move(decoder);
     }
+}
+
+void PocketSphinxDecoderPool::setVocabulary(const PersonalVocabulary &vocabulary)
+{
+    std::unique_ptr<PocketSphinxDecoder> outdated; // Let go of without the lock: it takes a while.
+    const std::lock_guard lock(m_mutex);
+    m_vocabulary = vocabulary;
+    if (m_kept && m_kept->vocabulary() != vocabulary) {
+        outdated = std::move(m_kept);
+    }
+}
+
+void PocketSphinxDecoderPool::unload()
+{
+    std::unique_ptr<PocketSphinxDecoder> unused;
+    const std::lock_guard lock(m_mutex);
+    unused = std::move(m_kept);
+}
+
+bool PocketSphinxDecoderPool::keepsOne() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_kept != nullptr;
 }
 
 } // namespace talmo

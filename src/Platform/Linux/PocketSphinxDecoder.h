@@ -1,24 +1,42 @@
 #pragma once
 
+#include "Platform/Linux/Pronunciation.h"
+
+#include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <span>
+#include <vector>
 
 struct ps_decoder_s;
 
 namespace talmo {
+
+/// What the recogniser is to know besides its own dictionary.
+struct PersonalVocabulary {
+    /// As the user spells them.
+    QStringList words;
+    Pronunciation::SoundsLike soundsLike;
+
+    bool operator==(const PersonalVocabulary &) const = default;
+};
 
 /// One loaded model of the embedded recogniser, about 100 MB. It keeps what it learnt about the microphone from one
 /// recording to the next. Not thread-safe.
 class PocketSphinxDecoder {
 public:
     static constexpr int sampleRate = 16000;
+    /// The average sound of a microphone and the voice before it, by which the recogniser corrects what it hears.
+    using CepstralMean = QList<float>;
 
     /// Takes a quarter of a second. Throws Error when the model cannot be loaded.
-    static std::unique_ptr<PocketSphinxDecoder> load(const QString &modelFolder);
+    static std::unique_ptr<PocketSphinxDecoder> load(const QString &modelFolder,
+                                                     const PersonalVocabulary &vocabulary = {});
     static bool isModelInstalled(const QString &modelFolder);
 
     ~PocketSphinxDecoder();
@@ -32,13 +50,28 @@ public:
 
     /// Whether somebody was speaking at the end of what was processed; turns false half a second after the last word.
     bool isInSpeech() const;
-    /// The words so far, or at the end; empty when there are none.
+    /// The words so far, or at the end, spelled as the user spells them; empty when there are none.
     QString hypothesis() const;
+
+    CepstralMean cepstralMean() const;
+    /// False when it is none of this model's.
+    bool setCepstralMean(const CepstralMean &mean);
+    /// Learns the microphone's sound from the beginning of a recording; false when it holds too little speech. Between
+    /// utterances.
+    bool learnFrom(std::span<const std::int16_t> samples);
+
+    const PersonalVocabulary &vocabulary() const { return m_vocabulary; }
 
 private:
     explicit PocketSphinxDecoder(ps_decoder_s *decoder);
 
+    struct HeardWord;
+    void addVocabulary(const QString &modelFolder, const PersonalVocabulary &vocabulary);
+    std::vector<HeardWord> heardWords() const;
+
     ps_decoder_s *m_decoder;
+    PersonalVocabulary m_vocabulary;
+    QHash<QByteArray, QString> m_spellings;
 };
 
 /// Keeps one decoder for the next recording. Any thread.
@@ -46,15 +79,21 @@ class PocketSphinxDecoderPool {
 public:
     explicit PocketSphinxDecoderPool(QString modelFolder);
 
-    /// The one that is kept, or else a freshly loaded one. Throws Error.
+    /// The one that is kept, if it knows the right words, or else a freshly loaded one. Throws Error.
     std::unique_ptr<PocketSphinxDecoder> take();
     void giveBack(std::unique_ptr<PocketSphinxDecoder> decoder);
     QString modelFolder() const { return m_modelFolder; }
+    /// What decoders are to know from the next one that is taken on.
+    void setVocabulary(const PersonalVocabulary &vocabulary);
+    /// Gives the memory of the one that is kept back.
+    void unload();
+    bool keepsOne() const;
 
 private:
     const QString m_modelFolder;
-    std::mutex m_mutex;
+    mutable std::mutex m_mutex;
     std::unique_ptr<PocketSphinxDecoder> m_kept;
+    PersonalVocabulary m_vocabulary;
 };
 
 } // namespace talmo

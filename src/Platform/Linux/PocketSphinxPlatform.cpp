@@ -37,11 +37,16 @@ std::optional<QString> englishModelLocale(const QString &locale)
     return std::nullopt;
 }
 
-PocketSphinxPlatform::PocketSphinxPlatform(std::shared_ptr<SerialExecutor> executor, const QString &modelFolder)
+PocketSphinxPlatform::PocketSphinxPlatform(std::shared_ptr<SerialExecutor> executor, const QString &modelFolder,
+                                           MicrophoneKnowledge microphone)
     : m_executor(std::move(executor)),
       m_pool(std::make_shared<PocketSphinxDecoderPool>(
-          modelFolder.isEmpty() ? QStringLiteral(TALMO_POCKETSPHINX_MODEL_DIR) : modelFolder))
+          modelFolder.isEmpty() ? QStringLiteral(TALMO_POCKETSPHINX_MODEL_DIR) : modelFolder)),
+      m_microphone(std::move(microphone))
 {
+    if (!m_microphone.memory) {
+        m_microphone.memory = std::make_shared<MicrophoneMemory>();
+    }
 }
 
 QFuture<std::optional<QString>> PocketSphinxPlatform::supportedLocale(const QString &locale)
@@ -81,7 +86,12 @@ std::shared_ptr<SpeechAnalyzer>
 PocketSphinxPlatform::makeAnalyzer(const std::shared_ptr<SpeechTranscriber> &transcriber)
 {
     auto ours = std::dynamic_pointer_cast<PocketSphinxTranscriber>(transcriber);
-    return std::make_shared<PocketSphinxAnalyzer>(std::move(ours), m_pool, m_executor);
+    return std::make_shared<PocketSphinxAnalyzer>(std::move(ours), m_pool, m_microphone, m_executor);
+}
+
+void PocketSphinxPlatform::unload()
+{
+    m_executor->post([pool = m_pool] { pool->unload(); });
 }
 
 void PocketSphinxPlatform::warmUp()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Base/SerialExecutor.h"
+#include "Platform/Linux/PocketSphinxAnalyzer.h"
 #include "Platform/Linux/PocketSphinxDecoder.h"
 #include "Speech/SpeechPlatform.h"
 
@@ -12,8 +13,10 @@ namespace talmo {
 /// The recogniser that every machine has: PocketSphinx with Debian's English model.
 class PocketSphinxPlatform final : public SpeechPlatform {
 public:
-    /// `executor`: the thread on which everything is decoded. An empty folder stands for Debian's.
-    explicit PocketSphinxPlatform(std::shared_ptr<SerialExecutor> executor, const QString &modelFolder = {});
+    /// `executor`: the thread on which everything is decoded. An empty folder stands for Debian's. Without knowledge
+    /// of microphones it takes all for the same one, and forgets what it learnt when it goes.
+    explicit PocketSphinxPlatform(std::shared_ptr<SerialExecutor> executor, const QString &modelFolder = {},
+                                  MicrophoneKnowledge microphone = {});
 
     bool isAvailable() const override { return true; }
     QFuture<std::optional<QString>> supportedLocale(const QString &locale) override;
@@ -26,12 +29,22 @@ public:
     bestAvailableAudioFormat(const std::shared_ptr<SpeechTranscriber> &transcriber) override;
     std::shared_ptr<SpeechAnalyzer> makeAnalyzer(const std::shared_ptr<SpeechTranscriber> &transcriber) override;
 
+    /// The user's own words, from the next recording on. Any thread.
+    void setVocabulary(const PersonalVocabulary &vocabulary) { m_pool->setVocabulary(vocabulary); }
+
+    /// Gives the memory of a model that is not in use back. Any thread.
+    void unload();
+
+    /// Whether a model waits in memory for the next recording. Any thread.
+    bool isLoaded() const { return m_pool->keepsOne(); }
+
     /// Loads the model ahead of a recording that may come. Any thread, returns at once, fails silently.
     void warmUp();
 
 private:
     std::shared_ptr<SerialExecutor> m_executor;
     std::shared_ptr<PocketSphinxDecoderPool> m_pool;
+    MicrophoneKnowledge m_microphone;
 };
 
 /// The model's locale for any kind of English, and for a system that names no language at all ("C", "POSIX").

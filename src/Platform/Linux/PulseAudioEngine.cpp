@@ -68,6 +68,12 @@ AudioFormat PulseAudioEngine::inputFormat()
     }
 }
 
+QString PulseAudioEngine::sourceName() const
+{
+    const std::lock_guard lock(m_mutex);
+    return QString::fromUtf8(m_source.name);
+}
+
 void PulseAudioEngine::installTap(quint32 bufferSize, AudioBufferHandler handler)
 {
     const std::lock_guard lock(m_mutex);

@@ -3,6 +3,8 @@
 #include "Input/AudioEngine.h"
 #include "Platform/Linux/PulseCapture.h"
 
+#include <QString>
+
 #include <atomic>
 #include <functional>
 #include <memory>
@@ -32,6 +34,9 @@ public:
     /// Lets a stream go that was made ahead and not used.
     void coolDown();
 
+    /// The microphone that was asked about last; empty before. Any thread.
+    QString sourceName() const;
+
     /// Whether the server refused Talmo the last time it was asked. Any thread.
     bool isAccessRefused() const { return m_isAccessRefused; }
     /// Called, on the thread that asked the server, when that has changed. Set before the first use.
@@ -43,7 +48,7 @@ private:
     std::unique_ptr<PulseCapture> openCapture(PulseConnection::Deadline deadline);
 
     /// Guards the pointers. Never held while the server is asked, since a stop on the main thread takes it.
-    std::mutex m_mutex;
+    mutable std::mutex m_mutex;
     std::shared_ptr<PulseConnection> m_connection;
     std::unique_ptr<PulseCapture> m_capture;
     std::unique_ptr<FrameBlocks> m_blocks;

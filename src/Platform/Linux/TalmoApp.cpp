@@ -17,10 +17,10 @@
 #include "Platform/Linux/DesktopScreens.h"
 #include "Platform/Linux/DesktopSettingsOpener.h"
 #include "Platform/Linux/DesktopShell.h"
+#include "Platform/Linux/EmbeddedSpeech.h"
 #include "Platform/Linux/FloatingCard.h"
 #include "Platform/Linux/JsonUserDefaults.h"
 #include "Platform/Linux/LinuxAuthorizationSource.h"
-#include "Platform/Linux/PocketSphinxPlatform.h"
 #include "Platform/Linux/PulseAudioEngine.h"
 #include "Platform/Linux/SpeexAudioConverter.h"
 #include "Platform/Linux/StandInKeys.h"
@@ -83,7 +83,8 @@ TalmoApp::TalmoApp()
           std::make_shared<XInput2EventMonitor>(m_xSession->postedKeys(), m_standInKeys, &isApplicationActive)),
       m_pasteboard(std::make_shared<XcbPasteboard>(m_xSession)),
       m_audioEngine(std::make_shared<PulseAudioEngine>()),
-      m_speechPlatform(std::make_shared<PocketSphinxPlatform>(m_recogniserExecutor)),
+      m_speech(std::make_unique<EmbeddedSpeech>(m_recogniserExecutor, m_clock,
+                                                [engine = m_audioEngine] { return engine->sourceName(); })),
       m_shell(std::make_shared<DesktopShell>([this] { Q_EMIT quitRequested(); })),
       m_screens(std::make_shared<DesktopScreens>())
 {
@@ -111,7 +112,7 @@ std::unique_ptr<TalmoCoordinator> TalmoApp::makeCoordinator()
     m_insertion = makeInsertion();
     m_recorder = std::make_shared<AudioRecorder>(m_audioEngine);
     m_transcription = std::make_shared<SpeechTranscriptionService>(
-        m_speechPlatform, std::make_shared<SpeexAudioConverterFactory>(), m_speechExecutor, m_mainExecutor);
+        m_speech->platform(), std::make_shared<SpeexAudioConverterFactory>(), m_speechExecutor, m_mainExecutor);
     m_cleanup = std::make_shared<TextCleanupService>(m_cleanupExecutor, m_languageModel);
 
     CoordinatorParts parts;
@@ -162,6 +163,7 @@ void TalmoApp::start()
 {
     auto &coordinator = TalmoCoordinator::shared();
     followState(coordinator);
+    followDictionary();
     // Before the coordinator's own monitors, so that everything is being made ready while the hold is still undecided.
     warmUpOnPress();
     m_languageModel->refresh();
@@ -219,21 +221,31 @@ void TalmoApp::followState(TalmoCoordinator &coordinator)
     const auto lastState = std::make_shared<TalmoState>(coordinator.state());
     connect(
         &coordinator, &Observable::objectWillChange, this,
-        [&coordinator, lastState] {
+        [this, &coordinator, lastState] {
             if (*lastState == coordinator.state()) {
                 return;
             }
             *lastState = coordinator.state();
+            m_speech->noteUse();
             generalLog().info("state: %s", {name(coordinator.state())});
         },
         Qt::QueuedConnection);
+}
+
+/// The recogniser hears the user's own words as soon as they are entered.
+void TalmoApp::followDictionary()
+{
+    const auto settings = TalmoSettings::shared();
+    const auto tell = [this, settings] { m_speech->setWords(settings->dictionaryWords()); };
+    connect(settings.get(), &Observable::objectWillChange, this, tell, Qt::QueuedConnection);
+    tell();
 }
 
 void TalmoApp::warmUpOnPress()
 {
     m_warmUpMonitor = m_eventMonitor->addGlobalMonitor(
         GlobalHotkeyManager::flagsChangedMask,
-        [engine = m_audioEngine, platform = m_speechPlatform, clock = std::shared_ptr<Clock>(m_clock),
+        [engine = m_audioEngine, platform = m_speech->platform(), clock = std::shared_ptr<Clock>(m_clock),
          executor = m_speechExecutor, model = m_languageModel](const FlagsChangedEvent &event) {
             if ((event.modifierFlags & GlobalHotkeyManager::functionFlag) == 0) {
                 return;

@@ -16,8 +16,8 @@ class ControlServer;
 class DesktopAppearance;
 class DesktopScreens;
 class DesktopShell;
+class EmbeddedSpeech;
 class JsonUserDefaults;
-class PocketSphinxPlatform;
 class PulseAudioEngine;
 class TextCleanupService;
 class TimerFdClock;
@@ -54,6 +54,7 @@ private:
     void showInterface(TalmoCoordinator &coordinator);
     void listenForOthers();
     void followActivation();
+    void followDictionary();
     void followState(TalmoCoordinator &coordinator);
     void warmUpOnPress();
     QFuture<void> dictationEnd();
@@ -73,7 +74,7 @@ private:
     std::shared_ptr<XInput2EventMonitor> m_eventMonitor;
     std::shared_ptr<XcbPasteboard> m_pasteboard;
     std::shared_ptr<PulseAudioEngine> m_audioEngine;
-    std::shared_ptr<PocketSphinxPlatform> m_speechPlatform;
+    std::unique_ptr<EmbeddedSpeech> m_speech;
     std::shared_ptr<RecorderService> m_recorder;
     std::shared_ptr<TranscriptionService> m_transcription;
     std::shared_ptr<TextInsertionService> m_insertion;

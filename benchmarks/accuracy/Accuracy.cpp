@@ -1,0 +1,215 @@
+// How many words come out right, through the service that dictations go through, from sound files.
+
+#include "accuracy/Corpus.h"
+#include "accuracy/Scoring.h"
+#include "accuracy/SoundFiles.h"
+
+#include "Base/Error.h"
+#include "Platform/Linux/FileTranscription.h"
+#include "Platform/Linux/PocketSphinxPlatform.h"
+#include "Platform/Linux/SpeexAudioConverter.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QCoro/QCoroTask>
+#include <QFile>
+
+#include <cstdio>
+#include <ctime>
+
+namespace talmo::accuracy {
+
+namespace {
+
+const QStringList allVoices{QStringLiteral("slt"),
+                            QStringLiteral("rms"),
+                            QStringLiteral("awb"),
+                            QStringLiteral("kal16"),
+                            QStringLiteral("festival:cmu_us_slt_arctic_hts"),
+                            QStringLiteral("festival:kal_diphone")};
+
+const QStringList commands[] = {{QStringLiteral("new"), QStringLiteral("line")},
+                                {QStringLiteral("new"), QStringLiteral("paragraph")}};
+
+struct Options {
+    QStringList voices;
+    QStringList sets;
+    Half half = Half::Report;
+    QString folder;
+    bool showsErrors = false;
+    QStringList words;
+};
+
+struct Score {
+    int words = 0;
+    int errors = 0;
+    int hits = 0;
+    int chances = 0;
+    int falseCommands = 0;
+};
+
+int commandsIn(const QString &text)
+{
+    const auto words = comparableWords(text);
+    return occurrences(words, commands[0]) + occurrences(words, commands[1]);
+}
+
+QCoro::Task<QString> hear(std::shared_ptr<SpeechTranscriptionService> service,
+                          std::shared_ptr<SerialExecutor> recogniser, QString file)
+{
+    return transcribeFile(service, recogniser, file, QStringLiteral("en_US"), [](const QString &) {});
+}
+
+void count(Score &score, const Utterance &utterance, const QString &heard)
+{
+    const auto expected = comparableWords(utterance.text);
+    score.words += static_cast<int>(expected.size());
+    score.errors += wordErrors(expected, comparableWords(heard));
+    const int spokenCommands = commandsIn(utterance.text);
+    score.chances += spokenCommands > 0 || !utterance.keyword.isEmpty() ? 1 : 0;
+    if (!utterance.keyword.isEmpty()) {
+        score.hits += heard.contains(utterance.keyword) ? 1 : 0;
+    } else if (spokenCommands > 0) {
+        score.hits += commandsIn(heard) == spokenCommands ? 1 : 0;
+    } else {
+        score.falseCommands += commandsIn(heard);
+    }
+}
+
+/// A session begins as a new microphone does: nothing is known of it.
+Score run(const std::vector<Session> &sessions, const Options &options)
+{
+    Score score;
+    for (const auto &session : sessions) {
+        const auto recogniser = SerialExecutor::onNewThread(QStringLiteral("decoder"));
+        const auto platform = std::make_shared<PocketSphinxPlatform>(recogniser);
+        PersonalVocabulary vocabulary;
+        for (const auto &utterance : session.utterances) {
+            if (!utterance.keyword.isEmpty() && !vocabulary.words.contains(utterance.keyword)) {
+                vocabulary.words.append(utterance.keyword);
+            }
+        }
+        vocabulary.soundsLike = Pronunciation::readSoundsLike(QStringLiteral(TALMO_ACCURACY_TEXTS "/sounds-like.txt"));
+        platform->setVocabulary(vocabulary);
+        const auto service = std::make_shared<SpeechTranscriptionService>(
+            platform, std::make_shared<SpeexAudioConverterFactory>(),
+            SerialExecutor::onNewThread(QStringLiteral("speech")), SerialExecutor::onCurrentThread());
+        for (const auto &utterance : session.utterances) {
+            const QString heard = QCoro::waitFor(hear(service, recogniser, utterance.file));
+            Score before = score;
+            count(score, utterance, heard);
+            if (options.showsErrors && (score.errors > before.errors || score.falseCommands > before.falseCommands)) {
+                std::printf("    %s\n      said:  %s\n      heard: %s\n", qUtf8Printable(session.speaker),
+                            qUtf8Printable(utterance.text), qUtf8Printable(heard));
+            }
+        }
+    }
+    return score;
+}
+
+double cpuSeconds()
+{
+    return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
+
+void report(const QString &name, const std::vector<Session> &sessions, const Options &options)
+{
+    const double before = cpuSeconds();
+    const Score score = run(sessions, options);
+    std::printf("%-28s %6d words  %5.1f %% errors", qUtf8Printable(name), score.words,
+                100.0 * score.errors / std::max(score.words, 1));
+    if (score.chances > 0) {
+        std::printf("  %d of %d caught", score.hits, score.chances);
+    }
+    std::printf("  %d commands nobody spoke  %.0f s of CPU\n", score.falseCommands, cpuSeconds() - before);
+    std::fflush(stdout);
+}
+
+void reportWordless(const Options &options)
+{
+    for (const auto kind : {Wordless::Silence, Wordless::Noise, Wordless::Music}) {
+        const QString file = wordless(kind, options.folder);
+        const std::vector<Session> sessions{{file, {{file, {}, {}}}}};
+        const Score score = run(sessions, options);
+        std::printf("%-28s %d words where nobody spoke\n", qUtf8Printable(file.section(QLatin1Char('/'), -1)),
+                    score.errors);
+    }
+}
+
+void runSets(const Options &options)
+{
+    const auto has = [&options](const char *set) { return options.sets.contains(QLatin1String(set)); };
+    const auto people = [&options] { return recorded(options.half, options.folder); };
+    const auto noisy = [&options](std::vector<Session> sessions, int decibels) {
+        return changed(std::move(sessions),
+                       [&](const QString &file) { return withNoise(file, decibels, options.folder); });
+    };
+    const auto softer = [&options](std::vector<Session> sessions) {
+        constexpr int gain = -20;
+        return changed(std::move(sessions), [&](const QString &file) { return withGain(file, gain, options.folder); });
+    };
+    for (const char *list : {"sentences", "commands", "plain", "personal"}) {
+        if (has(list)) {
+            report(QString::fromLatin1(list),
+                   spoken(QString::fromLatin1(list), options.voices, options.half, options.folder), options);
+        }
+    }
+    if (has("recorded")) {
+        report(QStringLiteral("recorded"), people(), options);
+    }
+    if (has("changed")) {
+        const auto sentences = spoken(QStringLiteral("sentences"), options.voices, options.half, options.folder);
+        report(QStringLiteral("sentences, noise 25 dB"), noisy(sentences, 25), options);
+        report(QStringLiteral("sentences, noise 15 dB"), noisy(sentences, 15), options);
+        report(QStringLiteral("sentences, 20 dB softer"), softer(sentences), options);
+        report(QStringLiteral("recorded, noise 25 dB"), noisy(people(), 25), options);
+        report(QStringLiteral("recorded, noise 15 dB"), noisy(people(), 15), options);
+        report(QStringLiteral("recorded, 20 dB softer"), softer(people()), options);
+    }
+    if (has("wordless")) {
+        reportWordless(options);
+    }
+}
+
+Options parse(const QCoreApplication &application)
+{
+    QCommandLineParser parser;
+    parser.addHelpOption();
+    const QCommandLineOption voices(QStringLiteral("voices"), QStringLiteral("Of these voices only."),
+                                    QStringLiteral("LIST"), allVoices.join(QLatin1Char(',')));
+    const QCommandLineOption sets(QStringLiteral("sets"), QStringLiteral("Only these sets."), QStringLiteral("LIST"),
+                                  QStringLiteral("sentences,recorded,changed,commands,plain,personal,wordless"));
+    const QCommandLineOption half(QStringLiteral("half"), QStringLiteral("Which half: tuning, report or both."),
+                                  QStringLiteral("HALF"), QStringLiteral("report"));
+    const QCommandLineOption folder(QStringLiteral("folder"), QStringLiteral("Keep the sound files here."),
+                                    QStringLiteral("FOLDER"), QStringLiteral("build/accuracy"));
+    const QCommandLineOption errors(QStringLiteral("errors"), QStringLiteral("Show what was heard wrongly."));
+    parser.addOptions({voices, sets, half, folder, errors});
+    parser.process(application);
+    Options options;
+    options.voices = parser.value(voices).split(QLatin1Char(','));
+    options.sets = parser.value(sets).split(QLatin1Char(','));
+    const QString which = parser.value(half);
+    options.half = which == QLatin1String("tuning") ? Half::Tuning
+                   : which == QLatin1String("both") ? Half::Both
+                                                    : Half::Report;
+    options.folder = parser.value(folder);
+    options.showsErrors = parser.isSet(errors);
+    return options;
+}
+
+} // namespace
+
+} // namespace talmo::accuracy
+
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    try {
+        talmo::accuracy::runSets(talmo::accuracy::parse(application));
+        return EXIT_SUCCESS;
+    } catch (const talmo::Error &error) {
+        std::fprintf(stderr, "%s\n", qUtf8Printable(error.localizedDescription()));
+        return EXIT_FAILURE;
+    }
+}

@@ -1,0 +1,33 @@
+#include "Platform/Linux/FileTranscription.h"
+
+#include "Input/AudioRecorder.h"
+#include "Platform/Linux/SoundFileEngine.h"
+
+#include <QCoro/QCoroFuture>
+
+#include <utility>
+
+namespace talmo {
+
+QCoro::Task<QString> transcribeFile(std::shared_ptr<SpeechTranscriptionService> service,
+                                    std::shared_ptr<SerialExecutor> recogniser, QString path, QString language,
+                                    TranscriptionService::UpdateHandler onUpdate)
+{
+    const auto file = std::make_shared<SoundFileEngine>(path);
+    const auto recorder = std::make_shared<AudioRecorder>(file);
+    const auto failure = std::make_shared<std::exception_ptr>();
+    TranscriptionService::ErrorHandler onError = [failure](const std::exception_ptr &error) { *failure = error; };
+    co_await service->startTranscription(recorder, language, onUpdate, onError);
+    while (file->deliverNext()) {
+        const auto turn = recogniser->call([] {}); // It gets a turn for every buffer.
+        co_await turn;
+    }
+    recorder->stop();
+    QString transcript = co_await service->stopTranscription();
+    if (*failure) {
+        std::rethrow_exception(*failure);
+    }
+    co_return transcript;
+}
+
+} // namespace talmo

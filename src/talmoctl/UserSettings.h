@@ -1,0 +1,23 @@
+#pragma once
+
+#include "Base/SerialExecutor.h"
+#include "Platform/Linux/JsonUserDefaults.h"
+#include "Platform/Linux/XdgAutostart.h"
+#include "Settings/TalmoSettings.h"
+
+#include <QCoreApplication>
+
+#include <memory>
+
+namespace talmo::ctl {
+
+/// The user's settings as the running program would read them. Only read here, never written.
+struct UserSettings {
+    std::shared_ptr<JsonUserDefaults> defaults =
+        std::make_shared<JsonUserDefaults>(JsonUserDefaults::standardPath(), SerialExecutor::onCurrentThread());
+    std::shared_ptr<TalmoSettings> values = std::make_shared<TalmoSettings>(
+        defaults,
+        std::make_shared<XdgAutostart>(XdgAutostart::forThisSession(QCoreApplication::applicationFilePath())));
+};
+
+} // namespace talmo::ctl
