@@ -4,13 +4,15 @@ _talmoctl() {
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} options
   COMPREPLY=()
   if [ "$COMP_CWORD" -eq 1 ]; then
-    mapfile -t COMPREPLY < <(compgen -W "format clean instructions transcribe insert --help --version" -- "$current")
+    mapfile -t COMPREPLY < <(compgen -W "format clean instructions transcribe insert engines check-model --help --version" -- "$current")
     return
   fi
   case ${COMP_WORDS[1]} in
     format | clean | insert) options="--raw --help" ;;
     instructions) options="--tone --concise --no-concise --bullets --word --no-words --raw --help" ;;
     transcribe) options="--live --language --help" ;;
+    engines) options="--help" ;;
+    check-model) options="--library --help" ;;
     *) return ;;
   esac
   case $previous in
@@ -22,7 +24,7 @@ _talmoctl() {
   esac
   if [[ $current == -* ]]; then
     mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
-  elif [ "${COMP_WORDS[1]}" = transcribe ]; then
+  elif [ "${COMP_WORDS[1]}" = transcribe ] || [ "${COMP_WORDS[1]}" = check-model ]; then
     compopt -o filenames 2>/dev/null
     mapfile -t COMPREPLY < <(compgen -f -- "$current")
   fi

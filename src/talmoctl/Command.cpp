@@ -4,7 +4,8 @@ namespace talmo::ctl {
 
 QList<Command> allCommands()
 {
-    return {formatCommand(), cleanCommand(), instructionsCommand(), transcribeCommand(), insertCommand()};
+    return {formatCommand(), cleanCommand(),   instructionsCommand(), transcribeCommand(),
+            insertCommand(), enginesCommand(), checkModelCommand()};
 }
 
 QCommandLineOption flag(const char *name, const char *description)

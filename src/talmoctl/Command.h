@@ -47,6 +47,8 @@ Command cleanCommand();
 Command instructionsCommand();
 Command transcribeCommand();
 Command insertCommand();
+Command enginesCommand();
+Command checkModelCommand();
 
 QCommandLineOption flag(const char *name, const char *description);
 QCommandLineOption option(const char *name, const char *value, const char *description);

@@ -1,9 +1,9 @@
 #include "Base/SerialExecutor.h"
-#include "Platform/Linux/EmbeddedSpeech.h"
 #include "Platform/Linux/FileTranscription.h"
 #include "Platform/Linux/LinuxSettings.h"
 #include "Platform/Linux/PocketSphinxPlatform.h"
 #include "Platform/Linux/SoundFileEngine.h"
+#include "Platform/Linux/SpeechEngines.h"
 #include "Platform/Linux/SpeexAudioConverter.h"
 #include "Platform/Linux/SystemLocaleSource.h"
 #include "Speech/SpeechTranscriptionService.h"
@@ -24,7 +24,7 @@ std::shared_ptr<PocketSphinxPlatform> usersRecogniser(const UserSettings &settin
 {
     auto platform = std::make_shared<PocketSphinxPlatform>(executor);
     platform->setVocabulary(
-        {settings.values->dictionaryWords(), Pronunciation::readSoundsLike(EmbeddedSpeech::pronunciationsPath())});
+        {settings.values->dictionaryWords(), Pronunciation::readSoundsLike(SpeechEngines::pronunciationsPath())});
     return platform;
 }
 

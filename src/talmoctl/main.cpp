@@ -59,7 +59,8 @@ int runCommand(const Command &command, const QStringList &arguments, std::shared
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this."));
     parser->addOption(help);
     if (!command.argument.isEmpty()) {
-        parser->addPositionalArgument(command.argument, QStringLiteral("The file to read."));
+        parser->addPositionalArgument(command.argument,
+                                      QStringLiteral("The %1 to read.").arg(command.argument.toLower()));
     }
     if (!parser->parse(arguments)) {
         return complainOfUsage(parser->errorText(), command.name);

@@ -167,7 +167,8 @@ TEST_F(PocketSphinxTest, silenceGivesNoWords)
 TEST_F(PocketSphinxTest, aCancelledRecordingLeavesTheDecoderFitForTheNext)
 {
     const auto started = analyzer->start(input, {});
-    speak(spokenSamples(u"something else entirely"_s));
+    // Long enough for a microphone that is not known to be learnt, so that there is something to cancel.
+    speak(spokenSamples(u"something else entirely that goes on and on for a while"_s));
     ASSERT_TRUE(waitFor(transcriber->results().next()));
     ASSERT_TRUE(waitFor(analyzer->cancelAndFinishNow()));
     continuation.reset();

@@ -1,4 +1,4 @@
-#include "Platform/Linux/EmbeddedSpeech.h"
+#include "Platform/Linux/SpeechEngines.h"
 
 #include "Platform/Linux/FileTranscription.h"
 #include "Platform/Linux/SpeexAudioConverter.h"
@@ -173,35 +173,35 @@ TEST(EmbeddedRecogniser, knowsAMicrophoneAgain)
     EXPECT_EQ(next.hears(u"thank you very much"_s), u"thank you very much"_s);
 }
 
-TEST(EmbeddedSpeech, givesItsMemoryBackAfterTenIdleMinutes)
+TEST(SpeechEngines, givesItsMemoryBackAfterTenIdleMinutes)
 {
     const auto clock = std::make_shared<ManualClock>();
-    EmbeddedSpeech speech(SerialExecutor::onCurrentThread(), clock, [] { return u"desk"_s; });
-    speech.platform()->warmUp();
+    SpeechEngines speech(SerialExecutor::onCurrentThread(), clock, [] { return u"desk"_s; }, {});
+    speech.warmUp(u"en_US"_s);
     settle();
-    ASSERT_TRUE(speech.platform()->isLoaded());
+    ASSERT_TRUE(speech.embedded()->isLoaded());
     speech.noteUse();
     clock->advance(9min);
     speech.noteUse();
     clock->advance(9min);
-    EXPECT_TRUE(speech.platform()->isLoaded());
+    EXPECT_TRUE(speech.embedded()->isLoaded());
     clock->advance(1min);
-    EXPECT_FALSE(speech.platform()->isLoaded());
+    EXPECT_FALSE(speech.embedded()->isLoaded());
 }
 
-TEST(EmbeddedSpeech, otherWordsMeanAnotherModelNextTime)
+TEST(SpeechEngines, otherWordsMeanAnotherModelNextTime)
 {
-    EmbeddedSpeech speech(SerialExecutor::onCurrentThread(), std::make_shared<ManualClock>(), {});
-    speech.platform()->warmUp();
+    SpeechEngines speech(SerialExecutor::onCurrentThread(), std::make_shared<ManualClock>(), {}, {});
+    speech.warmUp(u"en_US"_s);
     settle();
-    ASSERT_TRUE(speech.platform()->isLoaded());
+    ASSERT_TRUE(speech.embedded()->isLoaded());
     speech.setWords({u"Kubernetes"_s});
     settle();
-    EXPECT_FALSE(speech.platform()->isLoaded());
+    EXPECT_FALSE(speech.embedded()->isLoaded());
     speech.setWords({u"Kubernetes"_s});
-    speech.platform()->warmUp();
+    speech.warmUp(u"en_US"_s);
     settle();
-    EXPECT_TRUE(speech.platform()->isLoaded());
+    EXPECT_TRUE(speech.embedded()->isLoaded());
 }
 
 } // namespace talmo::test

@@ -32,6 +32,16 @@ public:
     {
     }
 
+    /// What still waits, such as an error to be taken off the screen, ends.
+    ~ViewWorld()
+    {
+        if (world.coordinator) {
+            world.clock->advance(std::chrono::seconds(5));
+        }
+    }
+    ViewWorld(const ViewWorld &) = delete;
+    ViewWorld &operator=(const ViewWorld &) = delete;
+
     ViewContext context()
     {
         return {world.coordinator.get(), settings, permissions, [this] { return unavailability; },

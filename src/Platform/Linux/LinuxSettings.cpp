@@ -10,6 +10,8 @@ LinuxSettings LinuxSettings::read(const UserDefaults &defaults)
     settings.standInKeys = defaults.stringArray(QStringLiteral("linux.standInKeys")).value_or(QStringList());
     settings.dictationLanguage = defaults.string(QStringLiteral("linux.dictationLanguage")).value_or(QString());
     settings.colourScheme = defaults.string(QStringLiteral("linux.colorScheme")).value_or(QString());
+    settings.neuralLibrary = defaults.string(QStringLiteral("linux.neuralLibrary")).value_or(QString());
+    settings.isEmbeddedEngineOnly = defaults.string(QStringLiteral("linux.speechEngine")) == QStringLiteral("embedded");
     return settings;
 }
 

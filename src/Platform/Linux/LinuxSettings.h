@@ -19,6 +19,11 @@ struct LinuxSettings {
     /// "linux.colorScheme": "light" or "dark". Empty to look as the desktop does.
     QString colourScheme;
 
+    /// "linux.neuralLibrary": the neural recogniser's library. Empty to look in the usual places.
+    QString neuralLibrary;
+    /// "linux.speechEngine" is "embedded": no other recogniser, whatever is installed.
+    bool isEmbeddedEngineOnly = false;
+
     static LinuxSettings read(const UserDefaults &defaults);
 };
 

@@ -6,8 +6,8 @@
 #include <pocketsphinx/ps_search.h>
 #include <sphinxbase/cmn.h>
 #include <sphinxbase/err.h>
+#include <sphinxbase/fe.h>
 #include <sphinxbase/feat.h>
-#include <sphinxbase/logmath.h>
 #include <sphinxbase/ngram_model.h>
 
 #include <QFile>
@@ -120,8 +120,7 @@ void PocketSphinxDecoder::addVocabulary(const QString &modelFolder, const Person
     m_vocabulary = vocabulary;
     const QByteArray file = QFile::encodeName(languageModel(modelFolder));
     const std::unique_ptr<ngram_model_t, decltype(&ngram_model_free)> model(
-        ngram_model_read(ps_get_config(m_decoder), file.constData(), NGRAM_AUTO,
-                         logmath_retain(ps_get_logmath(m_decoder))),
+        ngram_model_read(ps_get_config(m_decoder), file.constData(), NGRAM_AUTO, ps_get_logmath(m_decoder)),
         &ngram_model_free);
     if (!model) {
         throw Error(QStringLiteral("The speech model in %1 could not be loaded.").arg(modelFolder));
@@ -250,18 +249,47 @@ bool PocketSphinxDecoder::setCepstralMean(const CepstralMean &mean)
     return true;
 }
 
+/// By a front end apart from the decoder's: the decoder's would be searched, slowly, with the wrong sound.
 bool PocketSphinxDecoder::learnFrom(std::span<const std::int16_t> samples)
 {
-    constexpr int leastFrames = 40; // A hundred are a second.
-    const CepstralMean before = cepstralMean();
-    beginUtterance();
-    // As one whole and without a search: the average over it is left behind.
-    require(ps_process_raw(m_decoder, samples.data(), samples.size(), TRUE, TRUE), "audio was refused.");
-    const bool isEnough = ps_get_n_frames(m_decoder) >= leastFrames;
-    const CepstralMean learnt = cepstralMean();
-    endUtterance();
-    setCepstralMean(isEnough ? learnt : before);
-    return isEnough;
+    constexpr int leastFrames = 40; // A hundred are a second. Those without speech do not count.
+    constexpr int32 framesAtOnce = 64;
+    const std::unique_ptr<fe_t, decltype(&fe_free)> frontEnd(fe_init_auto_r(ps_get_config(m_decoder)), &fe_free);
+    if (!frontEnd) {
+        return false;
+    }
+    const auto size = static_cast<std::size_t>(fe_get_output_size(frontEnd.get()));
+    std::vector<mfcc_t> values(size * framesAtOnce);
+    std::vector<mfcc_t *> frames;
+    for (std::size_t frame = 0; frame < framesAtOnce; ++frame) {
+        frames.push_back(values.data() + frame * size);
+    }
+    std::vector<double> sums(size);
+    int count = 0;
+    fe_start_stream(frontEnd.get());
+    fe_start_utt(frontEnd.get());
+    const int16 *rest = samples.data();
+    std::size_t left = samples.size();
+    int32 made = framesAtOnce;
+    while (left > 0 && made > 0) {
+        made = framesAtOnce;
+        int32 ignoredStart = 0;
+        if (fe_process_frames(frontEnd.get(), &rest, &left, frames.data(), &made, &ignoredStart) < 0) {
+            return false;
+        }
+        for (std::size_t value = 0; value < static_cast<std::size_t>(made) * size; ++value) {
+            sums[value % size] += static_cast<double>(values[value]);
+        }
+        count += made;
+    }
+    if (count < leastFrames) {
+        return false;
+    }
+    CepstralMean mean;
+    for (const double sum : sums) {
+        mean.append(static_cast<float>(sum / count));
+    }
+    return setCepstralMean(mean);
 }
 
 PocketSphinxDecoderPool::PocketSphinxDecoderPool(QString modelFolder)

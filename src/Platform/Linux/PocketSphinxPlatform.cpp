@@ -2,7 +2,7 @@
 
 #include "Base/Error.h"
 #include "Base/Log.h"
-#include "Platform/Linux/PocketSphinxAnalyzer.h"
+#include "Platform/Linux/EngineAnalyzer.h"
 
 #include <QRegularExpression>
 
@@ -37,11 +37,15 @@ std::optional<QString> englishModelLocale(const QString &locale)
     return std::nullopt;
 }
 
+QString PocketSphinxPlatform::debianModelFolder()
+{
+    return QStringLiteral(TALMO_POCKETSPHINX_MODEL_DIR);
+}
+
 PocketSphinxPlatform::PocketSphinxPlatform(std::shared_ptr<SerialExecutor> executor, const QString &modelFolder,
                                            MicrophoneKnowledge microphone)
     : m_executor(std::move(executor)),
-      m_pool(std::make_shared<PocketSphinxDecoderPool>(
-          modelFolder.isEmpty() ? QStringLiteral(TALMO_POCKETSPHINX_MODEL_DIR) : modelFolder)),
+      m_pool(std::make_shared<PocketSphinxDecoderPool>(modelFolder.isEmpty() ? debianModelFolder() : modelFolder)),
       m_microphone(std::move(microphone))
 {
     if (!m_microphone.memory) {
@@ -57,7 +61,7 @@ QFuture<std::optional<QString>> PocketSphinxPlatform::supportedLocale(const QStr
 std::shared_ptr<SpeechTranscriber> PocketSphinxPlatform::makeTranscriber(const QString & /*supportedLocale*/,
                                                                          TranscriberConfiguration /*configuration*/)
 {
-    return std::make_shared<PocketSphinxTranscriber>();
+    return std::make_shared<EngineTranscriber>();
 }
 
 QFuture<AssetStatus> PocketSphinxPlatform::assetStatus(const std::shared_ptr<SpeechTranscriber> & /*transcriber*/)
@@ -85,8 +89,13 @@ PocketSphinxPlatform::bestAvailableAudioFormat(const std::shared_ptr<SpeechTrans
 std::shared_ptr<SpeechAnalyzer>
 PocketSphinxPlatform::makeAnalyzer(const std::shared_ptr<SpeechTranscriber> &transcriber)
 {
-    auto ours = std::dynamic_pointer_cast<PocketSphinxTranscriber>(transcriber);
-    return std::make_shared<PocketSphinxAnalyzer>(std::move(ours), m_pool, m_microphone, m_executor);
+    auto ours = std::dynamic_pointer_cast<EngineTranscriber>(transcriber);
+    return std::make_shared<EngineAnalyzer>(
+        std::move(ours),
+        [pool = m_pool, microphone = m_microphone](RecordingDecoder::Publish publish) {
+            return std::make_unique<PocketSphinxRecording>(pool, microphone, std::move(publish));
+        },
+        m_executor);
 }
 
 void PocketSphinxPlatform::unload()

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Base/SerialExecutor.h"
-#include "Platform/Linux/PocketSphinxAnalyzer.h"
 #include "Platform/Linux/PocketSphinxDecoder.h"
+#include "Platform/Linux/PocketSphinxRecording.h"
 #include "Speech/SpeechPlatform.h"
 
 #include <memory>
@@ -17,6 +17,8 @@ public:
     /// of microphones it takes all for the same one, and forgets what it learnt when it goes.
     explicit PocketSphinxPlatform(std::shared_ptr<SerialExecutor> executor, const QString &modelFolder = {},
                                   MicrophoneKnowledge microphone = {});
+
+    static QString debianModelFolder();
 
     bool isAvailable() const override { return true; }
     QFuture<std::optional<QString>> supportedLocale(const QString &locale) override;

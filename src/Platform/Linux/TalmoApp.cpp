@@ -17,11 +17,12 @@
 #include "Platform/Linux/DesktopScreens.h"
 #include "Platform/Linux/DesktopSettingsOpener.h"
 #include "Platform/Linux/DesktopShell.h"
-#include "Platform/Linux/EmbeddedSpeech.h"
 #include "Platform/Linux/FloatingCard.h"
 #include "Platform/Linux/JsonUserDefaults.h"
 #include "Platform/Linux/LinuxAuthorizationSource.h"
+#include "Platform/Linux/ModelCheck.h"
 #include "Platform/Linux/PulseAudioEngine.h"
+#include "Platform/Linux/SpeechEngines.h"
 #include "Platform/Linux/SpeexAudioConverter.h"
 #include "Platform/Linux/StandInKeys.h"
 #include "Platform/Linux/SystemLocaleSource.h"
@@ -59,6 +60,12 @@ QFuture<void> oneTurn(const std::shared_ptr<SerialExecutor> &executor)
     return executor->call([] {});
 }
 
+SpeechEngines::Configuration speechConfiguration(const LinuxSettings &settings)
+{
+    return {SpeechEngines::standardModelsFolder(), settings.neuralLibrary, settings.isEmbeddedEngineOnly,
+            &checkModelApart};
+}
+
 bool isApplicationActive()
 {
     return QGuiApplication::focusWindow() != nullptr;
@@ -83,8 +90,10 @@ TalmoApp::TalmoApp()
           std::make_shared<XInput2EventMonitor>(m_xSession->postedKeys(), m_standInKeys, &isApplicationActive)),
       m_pasteboard(std::make_shared<XcbPasteboard>(m_xSession)),
       m_audioEngine(std::make_shared<PulseAudioEngine>()),
-      m_speech(std::make_unique<EmbeddedSpeech>(m_recogniserExecutor, m_clock,
-                                                [engine = m_audioEngine] { return engine->sourceName(); })),
+      m_speech(std::make_unique<SpeechEngines>(
+          m_recogniserExecutor, m_clock, [engine = m_audioEngine] { return engine->sourceName(); },
+          speechConfiguration(m_linuxSettings))),
+      m_locale(std::make_shared<SystemLocaleSource>(m_linuxSettings.dictationLanguage)),
       m_shell(std::make_shared<DesktopShell>([this] { Q_EMIT quitRequested(); })),
       m_screens(std::make_shared<DesktopScreens>())
 {
@@ -123,7 +132,7 @@ std::unique_ptr<TalmoCoordinator> TalmoApp::makeCoordinator()
     parts.hotkeyManager = std::make_shared<GlobalHotkeyManager>(m_eventMonitor, m_inputTrust, m_clock, m_mainExecutor);
     parts.textCleanupService = m_cleanup;
     parts.insertionService = m_insertion;
-    parts.locale = std::make_shared<SystemLocaleSource>(m_linuxSettings.dictationLanguage);
+    parts.locale = m_locale;
     parts.clock = m_clock;
     parts.mainExecutor = m_mainExecutor;
     parts.makeOverlay = [screens = m_screens](TalmoCoordinator &coordinator) {
@@ -245,12 +254,12 @@ void TalmoApp::warmUpOnPress()
 {
     m_warmUpMonitor = m_eventMonitor->addGlobalMonitor(
         GlobalHotkeyManager::flagsChangedMask,
-        [engine = m_audioEngine, platform = m_speech->platform(), clock = std::shared_ptr<Clock>(m_clock),
+        [engine = m_audioEngine, speech = m_speech.get(), locale = m_locale, clock = std::shared_ptr<Clock>(m_clock),
          executor = m_speechExecutor, model = m_languageModel](const FlagsChangedEvent &event) {
             if ((event.modifierFlags & GlobalHotkeyManager::functionFlag) == 0) {
                 return;
             }
-            platform->warmUp();
+            speech->warmUp(locale->currentIdentifier());
             model->refresh(); // The answer is there by the time that somebody has spoken.
             executor->post([engine, clock] {
                 engine->warmUp();

@@ -20,6 +20,9 @@ QByteArray xProperty(xcb_connection_t *connection, xcb_window_t window, xcb_atom
 QList<quint32> xNumbers(const QByteArray &property)
 {
     QList<quint32> numbers(property.size() / qsizetype(sizeof(quint32)));
+    if (numbers.isEmpty()) {
+        return numbers;
+    }
     std::memcpy(numbers.data(), property.constData(), static_cast<std::size_t>(numbers.size()) * sizeof(quint32));
     return numbers;
 }

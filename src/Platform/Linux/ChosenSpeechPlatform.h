@@ -1,0 +1,34 @@
+#pragma once
+
+#include "Speech/SpeechPlatform.h"
+
+#include <memory>
+#include <vector>
+
+namespace talmo {
+
+/// Several recognisers as one: each locale is recognised by the first that can do it and has what it needs.
+class ChosenSpeechPlatform final : public SpeechPlatform {
+public:
+    /// The best first; never empty.
+    explicit ChosenSpeechPlatform(std::vector<std::shared_ptr<SpeechPlatform>> platforms);
+
+    bool isAvailable() const override;
+    QFuture<std::optional<QString>> supportedLocale(const QString &locale) override;
+    std::shared_ptr<SpeechTranscriber> makeTranscriber(const QString &supportedLocale,
+                                                       TranscriberConfiguration configuration) override;
+    QFuture<AssetStatus> assetStatus(const std::shared_ptr<SpeechTranscriber> &transcriber) override;
+    QFuture<std::shared_ptr<AssetInstallationRequest>>
+    assetInstallationRequest(const std::shared_ptr<SpeechTranscriber> &transcriber) override;
+    QFuture<std::optional<AudioFormat>>
+    bestAvailableAudioFormat(const std::shared_ptr<SpeechTranscriber> &transcriber) override;
+    std::shared_ptr<SpeechAnalyzer> makeAnalyzer(const std::shared_ptr<SpeechTranscriber> &transcriber) override;
+
+private:
+    struct Choice;
+    std::optional<Choice> choose(const QString &locale) const;
+
+    std::vector<std::shared_ptr<SpeechPlatform>> m_platforms;
+};
+
+} // namespace talmo

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "Base/SerialExecutor.h"
+#include "Platform/Linux/RecordingDecoder.h"
+
+#include <memory>
+#include <utility>
+
+namespace talmo {
+
+/// A transcriber of any engine: the stream into which its results go.
+class EngineTranscriber final : public SpeechTranscriber {
+public:
+    EngineTranscriber();
+
+    AsyncStream<SpeechResult> results() const override { return m_results; }
+    const AsyncStream<SpeechResult>::Continuation &continuation() const { return m_continuation; }
+
+private:
+    explicit EngineTranscriber(std::pair<AsyncStream<SpeechResult>, AsyncStream<SpeechResult>::Continuation> stream);
+
+    AsyncStream<SpeechResult> m_results;
+    AsyncStream<SpeechResult>::Continuation m_continuation;
+};
+
+/// Has an engine recognise one recording, on the recogniser's thread, while it is spoken.
+class EngineAnalyzer final : public SpeechAnalyzer {
+public:
+    EngineAnalyzer(std::shared_ptr<EngineTranscriber> transcriber, MakeRecordingDecoder makeDecoder,
+                   std::shared_ptr<SerialExecutor> executor);
+    ~EngineAnalyzer() override;
+
+    QFuture<void> start(AsyncStream<AnalyzerInput> input, std::stop_token stop) override;
+    QFuture<void> finalizeAndFinishThroughEndOfInput() override;
+    QFuture<void> cancelAndFinishNow() override;
+
+private:
+    class Recognition;
+    std::shared_ptr<Recognition> m_recognition;
+};
+
+} // namespace talmo

@@ -1,0 +1,139 @@
+#include "Platform/Linux/PocketSphinxRecording.h"
+
+#include "Base/Error.h"
+#include "Base/Log.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+// In samples. So much is enough for the first try to learn a microphone, and so much more for each other one.
+constexpr std::size_t firstLearning = std::size_t(RecordingDecoder::sampleRate) * 3 / 2;
+constexpr std::size_t learningStep = RecordingDecoder::sampleRate / 2;
+/// Who says nothing for so long is not waited for.
+constexpr std::size_t longestLearning = std::size_t(RecordingDecoder::sampleRate) * 6;
+constexpr std::size_t heldBlock = 2048;
+
+} // namespace
+
+PocketSphinxRecording::PocketSphinxRecording(std::shared_ptr<PocketSphinxDecoderPool> pool,
+                                             const MicrophoneKnowledge &microphone, Publish publish)
+    : m_pool(std::move(pool)),
+      m_memory(microphone.memory),
+      m_publish(std::move(publish)),
+      m_microphoneName(microphone.currentName ? microphone.currentName() : QString()),
+      m_decoder(m_pool->take()),
+      m_isLearning(!m_decoder->setCepstralMean(m_memory->recall(m_microphoneName))),
+      m_enough(firstLearning)
+{
+    if (!m_isLearning) {
+        beginUtterance();
+    }
+}
+
+PocketSphinxRecording::~PocketSphinxRecording()
+{
+    if (m_isBroken) {
+        return; // It is loaded anew for the next recording.
+    }
+    try {
+        if (m_isInUtterance) {
+            m_decoder->endUtterance();
+        }
+        m_pool->giveBack(std::move(m_decoder));
+    } catch (const Error &) {
+        generalLog().error("the recogniser did not recover and is loaded anew");
+    }
+}
+
+void PocketSphinxRecording::process(std::span<const std::int16_t> samples)
+{
+    m_isBroken = true; // Until this has ended well.
+    if (m_isLearning) {
+        learn(samples);
+    } else {
+        listen(samples);
+    }
+    m_isBroken = false;
+}
+
+/// With a microphone that it does not know, the recogniser would need many seconds to adjust, and get the words until
+/// then wrong. So the first words are kept until they tell what it sounds like, and only then recognised.
+void PocketSphinxRecording::learn(std::span<const std::int16_t> samples)
+{
+    m_held.insert(m_held.end(), samples.begin(), samples.end());
+    if (m_held.size() < m_enough) {
+        return;
+    }
+    m_enough += learningStep;
+    if (m_decoder->learnFrom(m_held) || m_held.size() >= longestLearning) {
+        endLearning();
+    }
+}
+
+void PocketSphinxRecording::endLearning()
+{
+    m_isLearning = false;
+    beginUtterance();
+    const auto held = std::exchange(m_held, {});
+    for (std::size_t start = 0; start < held.size(); start += heldBlock) {
+        listen(std::span(held).subspan(start, std::min(heldBlock, held.size() - start)));
+    }
+}
+
+void PocketSphinxRecording::listen(std::span<const std::int16_t> samples)
+{
+    m_decoder->process(samples);
+    const bool isInSpeech = m_decoder->isInSpeech();
+    if (std::exchange(m_wasInSpeech, isInSpeech) && !isInSpeech) {
+        publishFinal(); // A pause: settle what was said.
+        beginUtterance();
+    } else {
+        publishVolatile();
+    }
+}
+
+void PocketSphinxRecording::beginUtterance()
+{
+    m_decoder->beginUtterance();
+    m_isInUtterance = true;
+}
+
+void PocketSphinxRecording::publishVolatile()
+{
+    const QString text = m_decoder->hypothesis();
+    if (!text.isEmpty() && text != m_volatileText) {
+        m_volatileText = text;
+        m_publish({text, false});
+    }
+}
+
+void PocketSphinxRecording::publishFinal()
+{
+    m_decoder->endUtterance();
+    m_isInUtterance = false;
+    const QString text = m_decoder->hypothesis();
+    if (!text.isEmpty()) {
+        m_publish({text, true});
+    } else if (!m_volatileText.isEmpty()) {
+        m_publish({QString(), false}); // What was shown turned out to be no word.
+    }
+    m_volatileText.clear();
+}
+
+void PocketSphinxRecording::finish()
+{
+    m_isBroken = true;
+    if (m_isLearning) {
+        m_decoder->learnFrom(m_held);
+        endLearning();
+    }
+    publishFinal();
+    m_isBroken = false;
+    m_memory->remember(m_microphoneName, m_decoder->cepstralMean());
+}
+
+} // namespace talmo

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "Platform/Linux/MicrophoneMemory.h"
+#include "Platform/Linux/PocketSphinxDecoder.h"
+#include "Platform/Linux/RecordingDecoder.h"
+
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace talmo {
+
+/// What the embedded recogniser needs to know of the microphone.
+struct MicrophoneKnowledge {
+    /// The name of the one that is recorded with; asked on the recogniser's thread. Empty when unknown.
+    std::function<QString()> currentName;
+    std::shared_ptr<MicrophoneMemory> memory;
+};
+
+/// One recording, cut at its pauses, so that the end of it has little left to do.
+class PocketSphinxRecording final : public RecordingDecoder {
+public:
+    /// Takes a decoder from the pool, and gives it back in the end unless it refused something. Throws Error.
+    PocketSphinxRecording(std::shared_ptr<PocketSphinxDecoderPool> pool, const MicrophoneKnowledge &microphone,
+                          Publish publish);
+    ~PocketSphinxRecording() override;
+
+    void process(std::span<const std::int16_t> samples) override;
+    void finish() override;
+
+private:
+    void learn(std::span<const std::int16_t> samples);
+    void endLearning();
+    void listen(std::span<const std::int16_t> samples);
+    void beginUtterance();
+    void publishVolatile();
+    void publishFinal();
+
+    std::shared_ptr<PocketSphinxDecoderPool> m_pool;
+    std::shared_ptr<MicrophoneMemory> m_memory;
+    Publish m_publish;
+    QString m_microphoneName;
+    std::unique_ptr<PocketSphinxDecoder> m_decoder;
+    /// Something was refused, so nothing is known of the decoder's state.
+    bool m_isBroken = false;
+    bool m_isInUtterance = false;
+    bool m_wasInSpeech = false;
+    QString m_volatileText;
+    /// What was said to a microphone that is not known yet, kept until there is enough to know it by.
+    bool m_isLearning;
+    std::vector<std::int16_t> m_held;
+    std::size_t m_enough;
+};
+
+} // namespace talmo

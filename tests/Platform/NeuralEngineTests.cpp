@@ -1,0 +1,263 @@
+// The neural recogniser, with a made model that tells low sound from high. Those that need its library are skipped,
+// and say so, where TALMO_NEURAL_LIBRARY does not name it.
+
+#include "Platform/Linux/FileTranscription.h"
+#include "Platform/Linux/ModelCheck.h"
+#include "Platform/Linux/SpeechEngines.h"
+#include "Platform/Linux/SpeexAudioConverter.h"
+#include "SpokenText.h"
+#include "Support/ManualClock.h"
+#include "Support/Printing.h"
+#include "Support/RecordingLog.h"
+#include "Support/TestLoop.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+#include <sndfile.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace talmo::test {
+
+namespace {
+
+QString errorOf(const std::function<void()> &call)
+{
+    try {
+        call();
+    } catch (const Error &error) {
+        return error.localizedDescription();
+    }
+    return {};
+}
+
+void write(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    ASSERT_TRUE(file.open(QFile::WriteOnly));
+    file.write(content);
+}
+
+const QByteArray tokens = "\u2581lo 0\n\u2581hi 1\n\u2581mid 2\n<blk> 3\n";
+
+class ModelFolderTest : public testing::Test {
+protected:
+    ModelFolderTest()
+    {
+        write(path(u"tokens.txt"_s), tokens);
+        write(path(u"model.onnx"_s), QByteArray("\x08") + QByteArray(2000, 'x'));
+    }
+    QString path(const QString &name) const { return folder.filePath(name); }
+    QString complaint() const
+    {
+        return errorOf([this] { SherpaModel::examine(folder.path()); });
+    }
+
+    QTemporaryDir folder;
+};
+
+/// With the real library and a model that works.
+class NeuralEngineTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (library.isEmpty()) {
+            GTEST_SKIP() << "NOT TESTED: TALMO_NEURAL_LIBRARY does not name the neural recogniser's library.";
+        }
+        QProcess maker;
+        maker.start(u"/usr/bin/python3"_s,
+                    {QStringLiteral(TALMO_TESTS_FOLDER "/Support/make_toy_model.py"), models.filePath(u"toy"_s)});
+        ASSERT_TRUE(maker.waitForFinished() && maker.exitCode() == 0) << maker.readAllStandardError().constData();
+    }
+
+    SpeechEngines::Configuration configuration() const { return {models.path(), library, false, &checkModelApart}; }
+    std::unique_ptr<SpeechEngines> engines(const SpeechEngines::Configuration &configured)
+    {
+        auto result = std::make_unique<SpeechEngines>(executor, clock, std::function<QString()>(), configured);
+        EXPECT_TRUE(waitFor(result->modelsChecked()));
+        return result;
+    }
+    QString hear(
+        const SpeechEngines &speech, const QString &file,
+        TranscriptionService::UpdateHandler onUpdate = [](const QString &) {})
+    {
+        const auto service = std::make_shared<SpeechTranscriptionService>(
+            speech.platform(), std::make_shared<SpeexAudioConverterFactory>(), SerialExecutor::onNewThread(u"speech"_s),
+            SerialExecutor::onCurrentThread());
+        return QCoro::waitFor(transcribeFile(service, executor, file, u"en_US"_s, std::move(onUpdate)));
+    }
+    /// Many tones at once around these frequencies, a second each, with a pause behind each.
+    QString tones(std::initializer_list<double> frequencies)
+    {
+        constexpr int rate = 16000;
+        constexpr int count = 24;
+        std::vector<float> samples;
+        for (const double frequency : frequencies) {
+            for (int index = 0; index < rate * 5 / 2; ++index) {
+                double sum = 0;
+                for (int tone = 0; tone < count && index < rate; ++tone) {
+                    const double each = frequency * (0.35 + 1.3 * tone / count);
+                    sum += std::sin(2 * std::numbers::pi * each * index / rate + tone * tone);
+                }
+                samples.push_back(static_cast<float>(sum) / count);
+            }
+        }
+        SF_INFO info{};
+        info.samplerate = rate;
+        info.channels = 1;
+        info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
+        const QString file = models.filePath(u"../tones-%1.wav"_s.arg(frequencies.size()));
+        SNDFILE *out = sf_open(file.toLocal8Bit().constData(), SFM_WRITE, &info);
+        sf_writef_float(out, samples.data(), static_cast<sf_count_t>(samples.size()));
+        sf_close(out);
+        return file;
+    }
+
+    const QString library = qEnvironmentVariable("TALMO_NEURAL_LIBRARY");
+    QTemporaryDir home;
+    QDir models = [this] {
+        QDir(home.path()).mkpath(u"models"_s);
+        return QDir(home.filePath(u"models"_s));
+    }();
+    std::shared_ptr<SerialExecutor> executor = SerialExecutor::onNewThread(u"decoder"_s);
+    std::shared_ptr<ManualClock> clock = std::make_shared<ManualClock>();
+};
+
+} // namespace
+
+TEST(NeuralLibrary, whereThereIsNoneItSaysWhereItLooked)
+{
+    const QString missing = errorOf([] { SherpaLibrary::open(u"/nonexistent/lib.so"_s); });
+    EXPECT_TRUE(missing.contains(u"/nonexistent/lib.so"_s)) << missing.toStdString();
+}
+
+TEST(NeuralLibrary, whatIsNoLibraryIsRefused)
+{
+    const QTemporaryDir folder;
+    write(folder.filePath(u"lib.so"_s), "this is no library");
+    EXPECT_TRUE(errorOf([&] { SherpaLibrary::open(folder.filePath(u"lib.so"_s)); }).contains(u"cannot be loaded"_s));
+}
+
+TEST(NeuralLibrary, anOldOneIsRefusedBeforeAnythingElseIsAskedOfIt)
+{
+    EXPECT_EQ(errorOf([] { SherpaLibrary::open(QStringLiteral(TALMO_OLD_ENGINE)); }),
+              u"The neural recogniser's library is version 1.12.12; Talmo needs 1.12.13 or later."_s);
+}
+
+TEST(NeuralLibrary, oneThatLacksSomethingIsRefused)
+{
+    EXPECT_TRUE(errorOf([] { SherpaLibrary::open(QStringLiteral(TALMO_LACKING_ENGINE)); }).contains(u"lacks"_s));
+}
+
+TEST_F(ModelFolderTest, whatLooksRightIsAccepted)
+{
+    EXPECT_EQ(complaint(), QString());
+    EXPECT_EQ(SherpaModel::examine(folder.path()).kind, SherpaModel::Kind::NemoCtc);
+    EXPECT_EQ(SherpaModel::examine(folder.path()).language, u"en"_s);
+    write(path(u"talmo-model.json"_s), R"({"language": "de", "kind": "zipformer-ctc"})");
+    EXPECT_EQ(SherpaModel::examine(folder.path()).kind, SherpaModel::Kind::ZipformerCtc);
+    EXPECT_EQ(SherpaModel::examine(folder.path()).language, u"de"_s);
+}
+
+TEST_F(ModelFolderTest, theThreePartsOfATransducerAreFoundAndTheSmallNumbersPreferred)
+{
+    for (const auto &name : {u"encoder-epoch-99.onnx"_s, u"encoder-epoch-99.int8.onnx"_s, u"decoder.onnx"_s}) {
+        write(path(name), QByteArray("\x08") + QByteArray(2000, 'x'));
+    }
+    EXPECT_TRUE(complaint().contains(u"joiner"_s));
+    write(path(u"joiner.onnx"_s), QByteArray("\x08") + QByteArray(2000, 'x'));
+    const auto model = SherpaModel::examine(folder.path());
+    EXPECT_EQ(model.kind, SherpaModel::Kind::Transducer);
+    EXPECT_EQ(model.encoder, u"encoder-epoch-99.int8.onnx"_s);
+}
+
+TEST_F(ModelFolderTest, everyDamageHasItsComplaint)
+{
+    write(path(u"model.onnx"_s), QByteArray("\x08") + "short");
+    EXPECT_TRUE(complaint().contains(u"damaged"_s));
+    write(path(u"model.onnx"_s), QByteArray(5000, '<'));
+    EXPECT_TRUE(complaint().contains(u"no model"_s));
+    QFile::remove(path(u"model.onnx"_s));
+    EXPECT_TRUE(complaint().contains(u"There is no model"_s));
+    write(path(u"tokens.txt"_s), "lo\nhi\n");
+    EXPECT_TRUE(complaint().contains(u"damaged"_s));
+    write(path(u"tokens.txt"_s), "lo 0\nhi 1\n");
+    EXPECT_TRUE(complaint().contains(u"no blank"_s));
+    write(path(u"tokens.txt"_s), "");
+    EXPECT_TRUE(complaint().contains(u"cannot be read"_s));
+    EXPECT_TRUE(errorOf([] { SherpaModel::examine(u"/nonexistent"_s); }).contains(u"no folder"_s));
+}
+
+TEST_F(NeuralEngineTest, recognisesWhatItWasMadeFor)
+{
+    const auto speech = engines(configuration());
+    QStringList updates;
+    const QString heard = hear(*speech, tones({400, 5000}), [&updates](const QString &text) { updates.append(text); });
+    EXPECT_TRUE(heard.startsWith(u"lo"_s)) << heard.toStdString();
+    EXPECT_TRUE(heard.contains(u"hi"_s)) << heard.toStdString();
+    EXPECT_GT(updates.size(), 1);
+    EXPECT_TRUE(updates.first().startsWith(u"lo"_s)) << updates.first().toStdString();
+}
+
+TEST_F(NeuralEngineTest, severalRecordingsOneAfterTheOther)
+{
+    const auto speech = engines(configuration());
+    const QString low = tones({400});
+    EXPECT_TRUE(hear(*speech, low).startsWith(u"lo"_s));
+    EXPECT_TRUE(hear(*speech, low).startsWith(u"lo"_s));
+}
+
+TEST_F(NeuralEngineTest, theEmbeddedRecogniserGoesOnWhereTheModelIsDamaged)
+{
+    RecordingLog log;
+    QFile model(models.filePath(u"toy/model.onnx"_s));
+    ASSERT_TRUE(model.resize(1500)); // Long enough to look like one.
+    const auto speech = engines(configuration());
+    ASSERT_EQ(speech->neural().size(), 1U);
+    EXPECT_FALSE(speech->neural().front()->isUsable());
+    const auto lines = log.lines();
+    EXPECT_TRUE(
+        std::any_of(lines.begin(), lines.end(), [](const auto &line) { return line.contains(u"cannot be used"_s); }));
+    EXPECT_EQ(hear(*speech, rig::speak(u"thank you very much"_s, home.path())), u"thank you very much"_s);
+}
+
+TEST_F(NeuralEngineTest, theEmbeddedRecogniserGoesOnWhereTheTokensAreNotTheModels)
+{
+    RecordingLog log;
+    write(models.filePath(u"toy/tokens.txt"_s), "a 0\n<blk> 1\n"); // The library ends the process over such things.
+    const auto speech = engines(configuration());
+    EXPECT_EQ(hear(*speech, rig::speak(u"thank you very much"_s, home.path())), u"thank you very much"_s);
+}
+
+TEST_F(NeuralEngineTest, aModelOfAnotherLanguageIsNotUsedForEnglish)
+{
+    write(models.filePath(u"toy/talmo-model.json"_s), R"({"language": "fr"})");
+    const auto speech = engines(configuration());
+    EXPECT_EQ(hear(*speech, rig::speak(u"thank you very much"_s, home.path())), u"thank you very much"_s);
+    const auto french = speech->platform()->supportedLocale(u"fr_FR"_s).result();
+    EXPECT_EQ(french, u"fr_FR"_s);
+}
+
+TEST_F(NeuralEngineTest, theUserMayWantTheEmbeddedOneOnly)
+{
+    auto configured = configuration();
+    configured.isEmbeddedOnly = true;
+    const auto speech = engines(configured);
+    EXPECT_TRUE(speech->neural().empty());
+}
+
+TEST_F(NeuralEngineTest, aModelThatWasDeletedIsNotUsedAnyMore)
+{
+    const auto speech = engines(configuration());
+    ASSERT_TRUE(speech->neural().front()->isUsable());
+    ASSERT_TRUE(QDir(models.filePath(u"toy"_s)).removeRecursively());
+    EXPECT_EQ(hear(*speech, rig::speak(u"thank you very much"_s, home.path())), u"thank you very much"_s);
+}
+
+} // namespace talmo::test
