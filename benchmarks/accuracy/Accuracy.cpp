@@ -14,6 +14,8 @@
 #include <QCoro/QCoroTask>
 #include <QFile>
 
+#include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <ctime>
 
@@ -46,6 +48,9 @@ struct Score {
     int hits = 0;
     int chances = 0;
     int falseCommands = 0;
+    /// From the last sound to the text, in milliseconds.
+    std::vector<double> finishing;
+    double spokenSeconds = 0;
 };
 
 int commandsIn(const QString &text)
@@ -54,8 +59,8 @@ int commandsIn(const QString &text)
     return occurrences(words, commands[0]) + occurrences(words, commands[1]);
 }
 
-QCoro::Task<QString> hear(std::shared_ptr<SpeechTranscriptionService> service,
-                          std::shared_ptr<SerialExecutor> recogniser, QString file)
+QCoro::Task<FileTranscript> hear(std::shared_ptr<SpeechTranscriptionService> service,
+                                 std::shared_ptr<SerialExecutor> recogniser, QString file)
 {
     return transcribeFile(service, recogniser, file, QStringLiteral("en_US"), [](const QString &) {});
 }
@@ -95,8 +100,11 @@ Score run(const std::vector<Session> &sessions, const Options &options)
             platform, std::make_shared<SpeexAudioConverterFactory>(),
             SerialExecutor::onNewThread(QStringLiteral("speech")), SerialExecutor::onCurrentThread());
         for (const auto &utterance : session.utterances) {
-            const QString heard = QCoro::waitFor(hear(service, recogniser, utterance.file));
-            Score before = score;
+            const FileTranscript transcript = QCoro::waitFor(hear(service, recogniser, utterance.file));
+            const QString heard = transcript.text;
+            const Score before = score;
+            score.finishing.push_back(std::chrono::duration<double, std::milli>(transcript.finishing).count());
+            score.spokenSeconds += std::chrono::duration<double>(transcript.length).count();
             count(score, utterance, heard);
             if (options.showsErrors && (score.errors > before.errors || score.falseCommands > before.falseCommands)) {
                 std::printf("    %s\n      said:  %s\n      heard: %s\n", qUtf8Printable(session.speaker),
@@ -112,6 +120,29 @@ double cpuSeconds()
     return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
 }
 
+double percentile(std::vector<double> values, double share)
+{
+    if (values.empty()) {
+        return 0;
+    }
+    std::sort(values.begin(), values.end());
+    return values[static_cast<std::size_t>(share * static_cast<double>(values.size() - 1))];
+}
+
+/// The most memory that was in use at a time.
+QString memoryUsed()
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (status.open(QFile::ReadOnly)) {
+        for (const auto &line : status.readAll().split('\n')) {
+            if (line.startsWith("VmHWM:")) {
+                return QString::fromLatin1(line.mid(6).trimmed());
+            }
+        }
+    }
+    return QStringLiteral("unknown");
+}
+
 void report(const QString &name, const std::vector<Session> &sessions, const Options &options)
 {
     const double before = cpuSeconds();
@@ -121,7 +152,9 @@ void report(const QString &name, const std::vector<Session> &sessions, const Opt
     if (score.chances > 0) {
         std::printf("  %d of %d caught", score.hits, score.chances);
     }
-    std::printf("  %d commands nobody spoke  %.0f s of CPU\n", score.falseCommands, cpuSeconds() - before);
+    std::printf("  %d commands nobody spoke  end %.0f ms, p95 %.0f ms  %.2f of a core\n", score.falseCommands,
+                percentile(score.finishing, 0.5), percentile(score.finishing, 0.95),
+                (cpuSeconds() - before) / std::max(score.spokenSeconds, 1.0));
     std::fflush(stdout);
 }
 
@@ -207,6 +240,7 @@ int main(int argc, char **argv)
     QCoreApplication application(argc, argv);
     try {
         talmo::accuracy::runSets(talmo::accuracy::parse(application));
+        std::printf("memory at most: %s\n", qUtf8Printable(talmo::accuracy::memoryUsed()));
         return EXIT_SUCCESS;
     } catch (const talmo::Error &error) {
         std::fprintf(stderr, "%s\n", qUtf8Printable(error.localizedDescription()));

@@ -65,7 +65,8 @@ QCoro::Task<int> runTranscribe(Invocation invocation)
     if (invocation.has("live")) {
         onUpdate = writeIfNew;
     }
-    const QString transcript = co_await transcribeFile(service, recogniser, path, language, onUpdate);
+    const FileTranscript heard = co_await transcribeFile(service, recogniser, path, language, onUpdate);
+    const QString transcript = heard.text;
     if (transcript.isEmpty()) {
         throw Error(QStringLiteral("No speech detected."));
     }

@@ -36,7 +36,7 @@ public:
     QString hears(const QString &text)
     {
         const QString file = rig::speak(text, m_folder.path());
-        return QCoro::waitFor(transcribeFile(m_service, m_executor, file, u"en_US"_s, [](const QString &) {}));
+        return QCoro::waitFor(transcribeFile(m_service, m_executor, file, u"en_US"_s, [](const QString &) {})).text;
     }
 
 private:

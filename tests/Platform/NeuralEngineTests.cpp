@@ -90,7 +90,7 @@ protected:
         const auto service = std::make_shared<SpeechTranscriptionService>(
             speech.platform(), std::make_shared<SpeexAudioConverterFactory>(), SerialExecutor::onNewThread(u"speech"_s),
             SerialExecutor::onCurrentThread());
-        return QCoro::waitFor(transcribeFile(service, executor, file, u"en_US"_s, std::move(onUpdate)));
+        return QCoro::waitFor(transcribeFile(service, executor, file, u"en_US"_s, std::move(onUpdate))).text;
     }
     /// Many tones at once around these frequencies, a second each, with a pause behind each.
     QString tones(std::initializer_list<double> frequencies)

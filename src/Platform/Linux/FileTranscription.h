@@ -5,14 +5,23 @@
 
 #include <QString>
 
+#include <chrono>
 #include <memory>
 
 namespace talmo {
 
+struct FileTranscript {
+    /// Possibly empty.
+    QString text;
+    /// From the last sound to the text.
+    std::chrono::nanoseconds finishing{};
+    std::chrono::nanoseconds length{};
+};
+
 /// Recognises the speech in a sound file the way a dictation does, as fast as the recogniser, whose thread this is,
-/// takes it. Gives back the transcript, possibly empty. Throws what the service, its results or the file say.
-QCoro::Task<QString> transcribeFile(std::shared_ptr<SpeechTranscriptionService> service,
-                                    std::shared_ptr<SerialExecutor> recogniser, QString path, QString language,
-                                    TranscriptionService::UpdateHandler onUpdate);
+/// takes it. Throws what the service, its results or the file say.
+QCoro::Task<FileTranscript> transcribeFile(std::shared_ptr<SpeechTranscriptionService> service,
+                                           std::shared_ptr<SerialExecutor> recogniser, QString path, QString language,
+                                           TranscriptionService::UpdateHandler onUpdate);
 
 } // namespace talmo

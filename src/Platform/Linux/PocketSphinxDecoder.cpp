@@ -67,6 +67,7 @@ void addClass(ngram_model_t &model, QByteArrayList &tokens)
         return;
     }
     std::vector<char *> words;
+    words.reserve(static_cast<std::size_t>(tokens.size()));
     for (auto &token : tokens) {
         words.push_back(token.data());
     }
@@ -261,6 +262,7 @@ bool PocketSphinxDecoder::learnFrom(std::span<const std::int16_t> samples)
     const auto size = static_cast<std::size_t>(fe_get_output_size(frontEnd.get()));
     std::vector<mfcc_t> values(size * framesAtOnce);
     std::vector<mfcc_t *> frames;
+    frames.reserve(framesAtOnce);
     for (std::size_t frame = 0; frame < framesAtOnce; ++frame) {
         frames.push_back(values.data() + frame * size);
     }

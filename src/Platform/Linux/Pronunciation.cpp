@@ -81,7 +81,7 @@ Pronunciation::Pronunciation(Lookup lookup, SoundsLike soundsLike)
 
 QByteArray Pronunciation::of(const QString &spelling) const
 {
-    const QByteArray whole = m_lookup(spelling.toLower());
+    QByteArray whole = m_lookup(spelling.toLower());
     const QString substitute = m_soundsLike.value(spelling.toLower());
     if (!whole.isEmpty() && substitute.isEmpty()) {
         return whole;
@@ -98,7 +98,7 @@ QByteArray Pronunciation::of(const QString &spelling) const
 
 QByteArray Pronunciation::ofPart(const QString &part) const
 {
-    const QByteArray known = m_lookup(part.toLower());
+    QByteArray known = m_lookup(part.toLower());
     if (!known.isEmpty()) {
         return known;
     }
