@@ -27,6 +27,11 @@ bool isDark(const QPalette &palette)
     return palette.color(QPalette::Window).lightnessF() < palette.color(QPalette::WindowText).lightnessF();
 }
 
+ColourScheme scheme(const QPalette &palette)
+{
+    return isDark(palette) ? ColourScheme::Dark : ColourScheme::Light;
+}
+
 QColor secondary(const QPalette &palette)
 {
     constexpr qreal strength = 0.66;

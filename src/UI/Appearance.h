@@ -20,6 +20,7 @@ QFont font(int pixelSize, QFont::Weight weight = QFont::Normal);
 
 /// Judged by the palette's windows.
 bool isDark(const QPalette &palette);
+ColourScheme scheme(const QPalette &palette);
 /// The dimmed foreground for what is said second.
 QColor secondary(const QPalette &palette);
 QColor hairline(const QPalette &palette);

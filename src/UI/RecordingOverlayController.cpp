@@ -20,9 +20,10 @@ void RecordingOverlayController::show()
 {
     if (!m_panel) {
         m_content = new RecordingOverlay(m_coordinator);
-        m_panel = std::make_unique<OverlayPanel>(
-            m_makeWindow, OverlayPanel::options(m_content->largestSize().expandedTo({smallestWidth, smallestHeight})),
-            m_content);
+        m_panel = std::make_unique<OverlayPanel>(m_makeWindow,
+                                                 OverlayPanel::options(m_content->largestSize().expandedTo(
+                                                     {RecordingOverlay::smallestWidth, smallestHeight})),
+                                                 m_content);
         m_content->setOnIdealSizeChanged([this] { followContent(); });
     }
     // The change that brought this call may not have reached the content yet.
@@ -40,7 +41,7 @@ void RecordingOverlayController::hide()
 
 QSize RecordingOverlayController::clampedContentSize() const
 {
-    return m_content->idealSize().expandedTo({smallestWidth, smallestHeight});
+    return m_content->idealSize().expandedTo({RecordingOverlay::smallestWidth, smallestHeight});
 }
 
 void RecordingOverlayController::position(PanelWindow &panel)

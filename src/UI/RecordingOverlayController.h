@@ -16,7 +16,6 @@ class TalmoCoordinator;
 /// Creates, places, shows and hides the overlay. Main thread.
 class RecordingOverlayController final : public OverlayService {
 public:
-    static constexpr int smallestWidth = 220;
     static constexpr int smallestHeight = 50;
     /// From the bottom of the screen's usable area to the card's.
     static constexpr int distanceFromBottom = 90;

@@ -29,11 +29,6 @@ bool isPaletteOfStyle()
            QApplication::palette().color(QPalette::Highlight) == standard.color(QPalette::Highlight);
 }
 
-ColourScheme currentScheme()
-{
-    return Appearance::isDark(QApplication::palette()) ? ColourScheme::Dark : ColourScheme::Light;
-}
-
 } // namespace
 
 std::optional<ColourScheme> colourSchemeFromPortal(const QVariant &value)
@@ -61,7 +56,7 @@ DesktopAppearance::DesktopAppearance(const QString &wish, std::function<void()> 
         return;
     }
     if (isPaletteOfStyle()) {
-        QApplication::setPalette(Appearance::palette(currentScheme()));
+        QApplication::setPalette(Appearance::palette(Appearance::scheme(QApplication::palette())));
     }
     askPortal();
 }
@@ -97,7 +92,7 @@ void DesktopAppearance::settingChanged(const QString &group, const QString &key,
 void DesktopAppearance::follow(const QVariant &portalValue)
 {
     const auto scheme = colourSchemeFromPortal(portalValue);
-    if (scheme && *scheme != currentScheme()) {
+    if (scheme && *scheme != Appearance::scheme(QApplication::palette())) {
         apply(*scheme);
     }
 }

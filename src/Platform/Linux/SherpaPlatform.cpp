@@ -159,9 +159,12 @@ std::shared_ptr<SpeechTranscriber> SherpaPlatform::makeTranscriber(const QString
 
 QFuture<AssetStatus> SherpaPlatform::assetStatus(const std::shared_ptr<SpeechTranscriber> & /*transcriber*/)
 {
+    if (!m_loaded->isUsable()) {
+        return ready(AssetStatus::Supported);
+    }
     try {
         SherpaModel::examine(m_model.folder);
-        return ready(m_loaded->isUsable() ? AssetStatus::Installed : AssetStatus::Supported);
+        return ready(AssetStatus::Installed);
     } catch (const Error &) {
         return ready(AssetStatus::Supported); // Deleted since.
     }

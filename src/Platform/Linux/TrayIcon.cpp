@@ -182,7 +182,7 @@ QColor TrayIcon::ink() const
         tray != XCB_NONE
             ? xNumbers(xProperty(applicationConnection(), tray, applicationAtom("_NET_SYSTEM_TRAY_COLORS")))
             : QList<quint32>();
-    const auto scheme = Appearance::isDark(QApplication::palette()) ? ColourScheme::Dark : ColourScheme::Light;
+    const auto scheme = Appearance::scheme(QApplication::palette());
     return trayInk(colours, m_ground, qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':')), scheme);
 }
 
