@@ -10,8 +10,6 @@
 
 #include <QCoro/QCoroFuture>
 
-#include <QLocalSocket>
-
 namespace talmo::ctl {
 
 namespace {
@@ -22,17 +20,11 @@ bool insertThroughTalmo(const QString &text)
 {
     constexpr int connectPatience = 500;
     constexpr int answerPatience = 8000; // A dictation that is being inserted comes first.
-    QLocalSocket socket;
-    socket.connectToServer(ControlSocket::path());
-    if (!socket.waitForConnected(connectPatience)) {
+    const auto answer = ControlSocket::exchange(ControlSocket::insertRequest(text), connectPatience, answerPatience);
+    if (!answer) {
         return false;
     }
-    socket.write(ControlSocket::insertRequest(text));
-    QByteArray answer;
-    while (!answer.endsWith('\n') && (socket.bytesAvailable() > 0 || socket.waitForReadyRead(answerPatience))) {
-        answer += socket.readAll();
-    }
-    ControlSocket::checkAnswer(answer);
+    ControlSocket::checkAnswer(*answer);
     return true;
 }
 

@@ -101,7 +101,7 @@ protected:
     }
 };
 
-const QStringList commands{u"format"_s, u"clean"_s, u"instructions"_s, u"transcribe"_s,
+const QStringList commands{u"format"_s, u"clean"_s,   u"instructions"_s, u"transcribe"_s,
                            u"insert"_s, u"engines"_s, u"check-model"_s};
 
 } // namespace

@@ -4,6 +4,7 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QLocalSocket>
 #include <QStandardPaths>
 #include <QUrl>
 
@@ -64,6 +65,21 @@ QByteArray settingsRequest()
 bool asksForSettings(const QByteArray &request)
 {
     return QJsonDocument::fromJson(request).object().value(commandKey) == settingsCommand;
+}
+
+std::optional<QByteArray> exchange(const QByteArray &request, int connectPatience, int answerPatience)
+{
+    QLocalSocket socket;
+    socket.connectToServer(path());
+    if (!socket.waitForConnected(connectPatience)) {
+        return std::nullopt;
+    }
+    socket.write(request);
+    QByteArray received;
+    while (!received.endsWith('\n') && (socket.bytesAvailable() > 0 || socket.waitForReadyRead(answerPatience))) {
+        received += socket.readAll();
+    }
+    return received;
 }
 
 QByteArray answer(const std::optional<QString> &error)

@@ -28,6 +28,10 @@ std::optional<QString> textToInsert(const QByteArray &request);
 QByteArray settingsRequest();
 bool asksForSettings(const QByteArray &request);
 
+/// Sends a request to the Talmo that runs here and waits for the answer, as many milliseconds as it is told to; none
+/// when nobody listens. An answer that does not come is an empty one.
+std::optional<QByteArray> exchange(const QByteArray &request, int connectPatience, int answerPatience);
+
 QByteArray answer(const std::optional<QString> &error);
 /// Throws the error that the answer tells of, as Error; also when it is no answer at all.
 void checkAnswer(const QByteArray &answer);

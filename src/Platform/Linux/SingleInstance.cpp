@@ -5,7 +5,6 @@
 
 #include <QDeadlineTimer>
 #include <QFile>
-#include <QLocalSocket>
 #include <QThread>
 
 #include <cerrno>
@@ -23,18 +22,13 @@ constexpr unsigned long pause = 50;
 /// One attempt; false when nobody listens yet.
 bool ask(QDeadlineTimer deadline)
 {
-    QLocalSocket socket;
-    socket.connectToServer(ControlSocket::path());
-    if (!socket.waitForConnected(static_cast<int>(deadline.remainingTime()))) {
+    const auto left = static_cast<int>(deadline.remainingTime());
+    const auto answer = ControlSocket::exchange(ControlSocket::settingsRequest(), left, left);
+    if (!answer) {
         return false;
     }
-    socket.write(ControlSocket::settingsRequest());
-    QByteArray answer;
-    while (!answer.endsWith('\n') && socket.waitForReadyRead(static_cast<int>(deadline.remainingTime()))) {
-        answer += socket.readAll();
-    }
     try {
-        ControlSocket::checkAnswer(answer);
+        ControlSocket::checkAnswer(*answer);
         return true;
     } catch (const Error &) {
         return false;
