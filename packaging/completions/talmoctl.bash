@@ -4,15 +4,16 @@ _talmoctl() {
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} options
   COMPREPLY=()
   if [ "$COMP_CWORD" -eq 1 ]; then
-    mapfile -t COMPREPLY < <(compgen -W "format clean instructions transcribe insert engines check-model --help --version" -- "$current")
+    mapfile -t COMPREPLY < <(compgen -W "format clean instructions transcribe insert engines check-model model --help --version" -- "$current")
     return
   fi
   case ${COMP_WORDS[1]} in
     format | clean | insert) options="--raw --help" ;;
     instructions) options="--tone --concise --no-concise --bullets --word --no-words --raw --help" ;;
-    transcribe) options="--live --language --help" ;;
+    transcribe) options="--live --language --engine --help" ;;
     engines) options="--help" ;;
-    check-model) options="--library --help" ;;
+    check-model) options="--library --json --help" ;;
+    model) options="--help" ;;
     *) return ;;
   esac
   case $previous in
@@ -20,13 +21,20 @@ _talmoctl() {
       mapfile -t COMPREPLY < <(compgen -W "standard professional friendly polite" -- "$current")
       return
       ;;
-    --word | --language) return ;;
+    --word | --language | --engine) return ;;
   esac
   if [[ $current == -* ]]; then
     mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
   elif [ "${COMP_WORDS[1]}" = transcribe ] || [ "${COMP_WORDS[1]}" = check-model ]; then
     compopt -o filenames 2>/dev/null
     mapfile -t COMPREPLY < <(compgen -f -- "$current")
+  elif [ "${COMP_WORDS[1]}" = model ] && [ "$COMP_CWORD" -eq 2 ]; then
+    mapfile -t COMPREPLY < <(compgen -W "list install remove use" -- "$current")
+  elif [ "${COMP_WORDS[1]}" = model ] && [ "${COMP_WORDS[2]}" != list ]; then
+    local names
+    names=$(talmoctl model list 2>/dev/null | grep -v '^ ' | cut -d' ' -f1)
+    [ "${COMP_WORDS[2]}" != use ] || names+=" automatic embedded"
+    mapfile -t COMPREPLY < <(compgen -W "$names" -- "$current")
   fi
 }
 complete -F _talmoctl talmoctl

@@ -3,9 +3,10 @@
 #include "Settings/TextTone.h"
 #include "UI/Appearance.h"
 #include "UI/KeyCap.h"
+#include "UI/RecogniserSection.h"
 #include "UI/SettingsSection.h"
-#include "UI/SymbolLabel.h"
 #include "UI/TintedLabel.h"
+#include "UI/WarningRow.h"
 #include "UI/Wording.h"
 
 #include <QCheckBox>
@@ -58,6 +59,9 @@ GeneralSettingsTab::GeneralSettingsTab(ViewContext context)
     buildPushToTalk(*layout);
     buildCleanup(*layout);
     buildStartup(*layout);
+    if (m_context.recogniser) {
+        layout->addWidget(new RecogniserSection(m_context.recogniser));
+    }
     layout->addStretch(1);
     reread();
 }
@@ -77,7 +81,8 @@ void GeneralSettingsTab::buildCleanup(QVBoxLayout &layout)
     auto *section = new SettingsSection(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Cleanup")));
     m_aiCleanup = section->addToggle(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Enable AI cleanup")),
                                      Wording::text(aiCleanupCaption));
-    section->addWidget(makeWarning(), SettingsSection::toggleIndent());
+    m_warning = new WarningRow;
+    section->addWidget(m_warning, SettingsSection::toggleIndent());
     section->addSeparator();
     m_conciseText = section->addToggle(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Concise text")),
                                        Wording::text(conciseTextCaption));
@@ -109,17 +114,6 @@ void GeneralSettingsTab::buildCleanup(QVBoxLayout &layout)
             [settings](int index) { settings->setTextTone(static_cast<TextTone>(index)); });
 }
 
-QWidget *GeneralSettingsTab::makeWarning()
-{
-    m_warning = new QWidget;
-    auto *row = new QHBoxLayout(m_warning);
-    row->setContentsMargins(0, 2, 0, 0);
-    row->addWidget(new SymbolLabel(QStringLiteral("exclamationmark.triangle"), &Appearance::orange), 0, Qt::AlignTop);
-    m_warningText = new TintedLabel(Appearance::font(Appearance::captionSize), &Appearance::orange);
-    row->addWidget(m_warningText, 1);
-    return m_warning;
-}
-
 void GeneralSettingsTab::buildStartup(QVBoxLayout &layout)
 {
     auto *section = new SettingsSection(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Startup")));
@@ -144,8 +138,7 @@ void GeneralSettingsTab::reread()
         m_tone->setCurrentIndex(static_cast<int>(settings.textTone()));
     }
     const auto message = m_context.unavailabilityMessage();
-    m_warningText->setText(Wording::text(message.value_or(QString())));
-    m_warning->setVisible(message.has_value());
+    m_warning->setText(message ? Wording::text(*message) : QString());
 }
 
 } // namespace talmo

@@ -13,6 +13,7 @@ namespace talmo {
 
 class KeyCap;
 class TintedLabel;
+class WarningRow;
 
 /// The shortcut, the cleanup, the start at login. Every control writes its setting at once.
 class GeneralSettingsTab final : public QWidget {
@@ -26,14 +27,12 @@ private:
     void buildPushToTalk(QVBoxLayout &layout);
     void buildCleanup(QVBoxLayout &layout);
     void buildStartup(QVBoxLayout &layout);
-    QWidget *makeWarning();
 
     ViewContext m_context;
     KeyCap *m_shortcut = nullptr;
     TintedLabel *m_shortcutCaption = nullptr;
     QCheckBox *m_aiCleanup = nullptr;
-    QWidget *m_warning = nullptr;
-    TintedLabel *m_warningText = nullptr;
+    WarningRow *m_warning = nullptr;
     QCheckBox *m_conciseText = nullptr;
     QComboBox *m_tone = nullptr;
     QCheckBox *m_launchAtLogin = nullptr;

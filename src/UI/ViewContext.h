@@ -3,6 +3,7 @@
 #include "App/TalmoCoordinator.h"
 #include "Input/PermissionsManager.h"
 #include "Settings/TalmoSettings.h"
+#include "UI/RecogniserSettings.h"
 
 #include <QFuture>
 
@@ -22,6 +23,8 @@ struct ViewContext {
     std::function<std::optional<QString>()> unavailabilityMessage;
     /// Has that looked up anew; finishes when it has been. Never fails.
     std::function<QFuture<void>()> refreshAvailability;
+    /// Null on a system that has one recogniser and nothing to choose.
+    std::shared_ptr<RecogniserSettings> recogniser;
 };
 
 } // namespace talmo

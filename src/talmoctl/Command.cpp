@@ -4,8 +4,9 @@ namespace talmo::ctl {
 
 QList<Command> allCommands()
 {
-    return {formatCommand(), cleanCommand(),   instructionsCommand(), transcribeCommand(),
-            insertCommand(), enginesCommand(), checkModelCommand()};
+    QList<Command> commands{formatCommand(), cleanCommand(),   instructionsCommand(), transcribeCommand(),
+                            insertCommand(), enginesCommand(), checkModelCommand()};
+    return commands + modelCommands();
 }
 
 QCommandLineOption flag(const char *name, const char *description)

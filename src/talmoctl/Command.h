@@ -32,6 +32,7 @@ struct Invocation {
 
 /// One of the things that talmoctl does. `run` gives back the exit status; what it throws is told to the user.
 struct Command {
+    /// One word, or two for the commands of a family: "model list".
     QString name;
     QString summary;
     /// The name of its one argument; empty for none.
@@ -49,6 +50,7 @@ Command transcribeCommand();
 Command insertCommand();
 Command enginesCommand();
 Command checkModelCommand();
+QList<Command> modelCommands();
 
 QCommandLineOption flag(const char *name, const char *description);
 QCommandLineOption option(const char *name, const char *value, const char *description);

@@ -7,9 +7,6 @@
 #include "talmoctl/Terminal.h"
 #include "talmoctl/UserSettings.h"
 
-#include <QDir>
-#include <QElapsedTimer>
-
 namespace talmo::ctl {
 
 namespace {
@@ -17,23 +14,22 @@ namespace {
 void describeEmbedded()
 {
     const auto model = PocketSphinxPlatform::debianModelFolder();
-    writeLine(QStringLiteral("embedded: PocketSphinx, English, %1")
-                  .arg(PocketSphinxDecoder::isModelInstalled(model)
-                           ? QStringLiteral("model in ") + model
-                           : QStringLiteral("not installed; the package is pocketsphinx-en-us")));
+    if (!PocketSphinxDecoder::isModelInstalled(model)) {
+        writeLine(QStringLiteral("embedded: PocketSphinx, English, not installed; the package is pocketsphinx-en-us"));
+        return;
+    }
+    writeLine(QStringLiteral("embedded: PocketSphinx, English, model in %1, usable (%2)")
+                  .arg(model, checkEmbeddedHere(model).description()));
 }
 
 /// Loads the model once, apart, so that what is said is true.
 void describeModel(const SherpaLibrary &library, const QString &folder)
 {
-    QElapsedTimer timer;
-    timer.start();
     try {
         const SherpaModel model = SherpaModel::examine(folder);
-        checkModelApart(library.path(), folder);
-        writeLine(QStringLiteral("neural: %1, language %2, usable (loaded and tried in %3 s)")
-                      .arg(folder, model.language)
-                      .arg(static_cast<double>(timer.elapsed()) / 1000, 0, 'f', 1));
+        const QString report = checkModelApart(library.path(), folder).description();
+        writeLine(QStringLiteral("neural: %1, language %2, usable (%3)")
+                      .arg(folder, model.languages.join(QStringLiteral(", ")), report));
     } catch (const Error &error) {
         writeLine(QStringLiteral("neural: %1, not usable: %2").arg(folder, error.localizedDescription()));
     }
@@ -44,30 +40,30 @@ QCoro::Task<int> runEngines(Invocation /*invocation*/)
     const UserSettings settings;
     const LinuxSettings linuxSettings = LinuxSettings::read(*settings.defaults);
     describeEmbedded();
-    const QDir models(SpeechEngines::standardModelsFolder());
+    const ModelStore store(ModelStore::standardFolder());
     try {
         const auto library = SherpaLibrary::open(linuxSettings.neuralLibrary);
         writeLine(QStringLiteral("neural: sherpa-onnx %1 in %2").arg(library->version(), library->path()));
-        const auto names = models.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+        const auto names = store.installed();
         if (names.isEmpty()) {
-            writeLine(QStringLiteral("neural: no models in %1").arg(models.path()));
+            writeLine(QStringLiteral("neural: no models in %1; talmoctl model list says which there are")
+                          .arg(store.folder()));
         }
         for (const auto &name : names) {
-            describeModel(*library, models.filePath(name));
+            describeModel(*library, store.path(name));
         }
     } catch (const Error &error) {
         writeLine(QStringLiteral("neural: ") + error.localizedDescription());
     }
-    if (linuxSettings.isEmbeddedEngineOnly) {
-        writeLine(QStringLiteral("Only the embedded recogniser is used: the settings say so."));
-    }
+    writeLine(QStringLiteral("chosen: ") + linuxSettings.speechEngine);
     co_return EXIT_SUCCESS;
 }
 
 QCoro::Task<int> runCheckModel(Invocation invocation)
 {
-    checkModelHere(invocation.value("library"), invocation.arguments->positionalArguments().first());
-    writeLine(QStringLiteral("usable"));
+    const ModelReport report =
+        checkModelHere(invocation.value("library"), invocation.arguments->positionalArguments().first());
+    writeLine(invocation.has("json") ? report.toLine() : QStringLiteral("usable (%1)").arg(report.description()));
     co_return EXIT_SUCCESS;
 }
 
@@ -85,9 +81,10 @@ Command enginesCommand()
 Command checkModelCommand()
 {
     return {QStringLiteral("check-model"),
-            QStringLiteral("Load a neural recogniser's model and let it hear a second of silence."),
+            QStringLiteral("Load a neural recogniser's model, let it hear ten seconds, and say how it did."),
             QStringLiteral("FOLDER"),
-            {option("library", "file", "The neural recogniser's library, instead of looking for it.")},
+            {option("library", "file", "The neural recogniser's library, instead of looking for it."),
+             flag("json", "Say how it did as JSON.")},
             &runCheckModel};
 }
 

@@ -1,11 +1,11 @@
 #include "Base/SerialExecutor.h"
 #include "Platform/Linux/FileTranscription.h"
+#include "Platform/Linux/LinuxRecognisers.h"
 #include "Platform/Linux/LinuxSettings.h"
-#include "Platform/Linux/PocketSphinxPlatform.h"
 #include "Platform/Linux/SoundFileEngine.h"
-#include "Platform/Linux/SpeechEngines.h"
 #include "Platform/Linux/SpeexAudioConverter.h"
 #include "Platform/Linux/SystemLocaleSource.h"
+#include "Platform/Linux/TimerFdClock.h"
 #include "Speech/SpeechTranscriptionService.h"
 #include "Speech/TranscriptionError.h"
 #include "talmoctl/Command.h"
@@ -17,16 +17,6 @@
 namespace talmo::ctl {
 
 namespace {
-
-/// The recogniser as it is when the user dictates: it hears the same words.
-std::shared_ptr<PocketSphinxPlatform> usersRecogniser(const UserSettings &settings,
-                                                      const std::shared_ptr<SerialExecutor> &executor)
-{
-    auto platform = std::make_shared<PocketSphinxPlatform>(executor);
-    platform->setVocabulary(
-        {settings.values->dictionaryWords(), Pronunciation::readSoundsLike(SpeechEngines::pronunciationsPath())});
-    return platform;
-}
 
 QCoro::Task<void> ensureModel(std::shared_ptr<SpeechTranscriptionService> service, QString language)
 {
@@ -44,14 +34,21 @@ QCoro::Task<int> runTranscribe(Invocation invocation)
     const QString path = invocation.arguments->positionalArguments().first();
     const SoundFileEngine check(path); // What cannot be read is said before a model is installed for it.
     const UserSettings settings;
+    LinuxSettings linuxSettings = LinuxSettings::read(*settings.defaults);
+    if (invocation.has("engine")) {
+        linuxSettings.speechEngine = invocation.value("engine");
+    }
     const auto recogniser = SerialExecutor::onNewThread(QStringLiteral("decoder"));
+    // As it is when the user dictates, and it hears the same words.
+    const auto recognisers = LinuxRecognisers::make(recogniser, std::make_shared<TimerFdClock>(), {}, linuxSettings);
+    co_await recognisers.engines->modelsChecked();
+    recognisers.engines->setWords(settings.values->dictionaryWords());
     const auto service = std::make_shared<SpeechTranscriptionService>(
-        usersRecogniser(settings, recogniser), std::make_shared<SpeexAudioConverterFactory>(),
+        recognisers.engines->platform(), std::make_shared<SpeexAudioConverterFactory>(),
         SerialExecutor::onNewThread(QStringLiteral("speech")), SerialExecutor::onCurrentThread());
-    const QString language =
-        invocation.has("language")
-            ? invocation.value("language")
-            : SystemLocaleSource(LinuxSettings::read(*settings.defaults).dictationLanguage).currentIdentifier();
+    const QString language = invocation.has("language")
+                                 ? invocation.value("language")
+                                 : SystemLocaleSource(linuxSettings.dictationLanguage).currentIdentifier();
     co_await ensureModel(service, language);
 
     const auto lastLine = std::make_shared<QString>();
@@ -82,7 +79,8 @@ Command transcribeCommand()
             QStringLiteral("Recognise the speech in a sound file, the way a dictation does."),
             QStringLiteral("FILE"),
             {flag("live", "Show every line on the way: the transcript so far, whenever it changes."),
-             option("language", "locale", "The language spoken, such as en_US, instead of the one you dictate in.")},
+             option("language", "locale", "The language spoken, such as en_US, instead of the one you dictate in."),
+             option("engine", "name", "The recogniser: “embedded” or the name of an installed model.")},
             &runTranscribe};
 }
 

@@ -21,11 +21,11 @@ QString overview()
                                   "Does from the command line what Talmo does with what you say.\n\nCommands:\n");
     for (const auto &command : allCommands()) {
         const QString usage = command.argument.isEmpty() ? command.name : command.name + u' ' + command.argument;
-        text += QStringLiteral("  %1%2\n").arg(usage, -17).arg(command.summary);
+        text += QStringLiteral("  %1 %2\n").arg(usage, -20).arg(command.summary);
     }
     return text + QStringLiteral("\nOptions:\n"
-                                 "  --help           Show this, or the help of a command.\n"
-                                 "  --version        Show the version.\n");
+                                 "  --help               Show this, or the help of a command.\n"
+                                 "  --version            Show the version.\n");
 }
 
 int complainOfUsage(const QString &problem, const QString &command = {})
@@ -59,8 +59,7 @@ int runCommand(const Command &command, const QStringList &arguments, std::shared
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this."));
     parser->addOption(help);
     if (!command.argument.isEmpty()) {
-        parser->addPositionalArgument(command.argument,
-                                      QStringLiteral("The %1 to read.").arg(command.argument.toLower()));
+        parser->addPositionalArgument(command.argument, QString());
     }
     if (!parser->parse(arguments)) {
         return complainOfUsage(parser->errorText(), command.name);
@@ -73,7 +72,7 @@ int runCommand(const Command &command, const QStringList &arguments, std::shared
     }
     if (parser->positionalArguments().size() != (command.argument.isEmpty() ? 0 : 1)) {
         return complainOfUsage(command.argument.isEmpty() ? QStringLiteral("“%1” takes no argument").arg(command.name)
-                                                          : QStringLiteral("“%1” takes one file").arg(command.name),
+                                                          : QStringLiteral("“%1” takes one argument").arg(command.name),
                                command.name);
     }
     const Invocation invocation{parser, std::move(background)};
@@ -97,12 +96,16 @@ int runArguments(QStringList arguments, std::shared_ptr<Background> background)
         return EXIT_SUCCESS;
     }
     const auto commands = allCommands();
+    const QString family = first + QLatin1Char(' ');
+    const bool isOfFamily = std::any_of(commands.begin(), commands.end(),
+                                        [&family](const Command &command) { return command.name.startsWith(family); });
+    const QString name = isOfFamily ? family + arguments.value(2) : first;
     const auto found = std::find_if(commands.begin(), commands.end(),
-                                    [&first](const Command &command) { return command.name == first; });
+                                    [&name](const Command &command) { return command.name == name; });
     if (found == commands.end()) {
-        return complainOfUsage(QStringLiteral("there is no command “%1”").arg(first));
+        return complainOfUsage(QStringLiteral("there is no command “%1”").arg(name.trimmed()));
     }
-    arguments.removeAt(1);
+    arguments.remove(1, isOfFamily ? 2 : 1);
     return runCommand(*found, arguments, std::move(background));
 }
 

@@ -3,6 +3,7 @@
 
 #include "Platform/Linux/FileTranscription.h"
 #include "Platform/Linux/ModelCheck.h"
+#include "Platform/Linux/RecognisedText.h"
 #include "Platform/Linux/SpeechEngines.h"
 #include "Platform/Linux/SpeexAudioConverter.h"
 #include "SpokenText.h"
@@ -76,7 +77,10 @@ protected:
         ASSERT_TRUE(maker.waitForFinished() && maker.exitCode() == 0) << maker.readAllStandardError().constData();
     }
 
-    SpeechEngines::Configuration configuration() const { return {models.path(), library, false, &checkModelApart}; }
+    SpeechEngines::Configuration configuration(const QString &choice = SpeechEngines::automaticChoice) const
+    {
+        return {{models.path(), library, &checkModelOnce}, ModelCatalogue::withUsersFile({}), choice, {}};
+    }
     std::unique_ptr<SpeechEngines> engines(const SpeechEngines::Configuration &configured)
     {
         auto result = std::make_unique<SpeechEngines>(executor, clock, std::function<QString()>(), configured);
@@ -159,10 +163,10 @@ TEST_F(ModelFolderTest, whatLooksRightIsAccepted)
 {
     EXPECT_EQ(complaint(), QString());
     EXPECT_EQ(SherpaModel::examine(folder.path()).kind, SherpaModel::Kind::NemoCtc);
-    EXPECT_EQ(SherpaModel::examine(folder.path()).language, u"en"_s);
+    EXPECT_EQ(SherpaModel::examine(folder.path()).languages, QStringList{u"en"_s});
     write(path(u"talmo-model.json"_s), R"({"language": "de", "kind": "zipformer-ctc"})");
     EXPECT_EQ(SherpaModel::examine(folder.path()).kind, SherpaModel::Kind::ZipformerCtc);
-    EXPECT_EQ(SherpaModel::examine(folder.path()).language, u"de"_s);
+    EXPECT_EQ(SherpaModel::examine(folder.path()).languages, QStringList{u"de"_s});
 }
 
 TEST_F(ModelFolderTest, theThreePartsOfATransducerAreFoundAndTheSmallNumbersPreferred)
@@ -219,8 +223,9 @@ TEST_F(NeuralEngineTest, theEmbeddedRecogniserGoesOnWhereTheModelIsDamaged)
     QFile model(models.filePath(u"toy/model.onnx"_s));
     ASSERT_TRUE(model.resize(1500)); // Long enough to look like one.
     const auto speech = engines(configuration());
-    ASSERT_EQ(speech->neural().size(), 1U);
-    EXPECT_FALSE(speech->neural().front()->isUsable());
+    EXPECT_TRUE(speech->neural().empty());
+    ASSERT_EQ(speech->models().size(), 1U);
+    EXPECT_TRUE(speech->models().front().problem.contains(u"cannot be used"_s));
     const auto lines = log.lines();
     EXPECT_TRUE(
         std::any_of(lines.begin(), lines.end(), [](const auto &line) { return line.contains(u"cannot be used"_s); }));
@@ -244,20 +249,111 @@ TEST_F(NeuralEngineTest, aModelOfAnotherLanguageIsNotUsedForEnglish)
     EXPECT_EQ(french, u"fr_FR"_s);
 }
 
-TEST_F(NeuralEngineTest, theUserMayWantTheEmbeddedOneOnly)
+TEST_F(NeuralEngineTest, theUserMayWantTheEmbeddedOne)
 {
-    auto configured = configuration();
-    configured.isEmbeddedOnly = true;
-    const auto speech = engines(configured);
-    EXPECT_TRUE(speech->neural().empty());
+    const auto speech = engines(configuration(SpeechEngines::embeddedChoice));
+    const QString spoken = rig::speak(u"thank you very much"_s, home.path());
+    EXPECT_EQ(hear(*speech, spoken), u"thank you very much"_s);
+    speech->choose(SpeechEngines::automaticChoice);
+    EXPECT_NE(hear(*speech, spoken), u"thank you very much"_s);
+    speech->choose(u"toy"_s);
+    EXPECT_NE(hear(*speech, spoken), u"thank you very much"_s);
+}
+
+TEST_F(NeuralEngineTest, theEmbeddedOneStandsBackWhereItCannotHelp)
+{
+    write(models.filePath(u"toy/talmo-model.json"_s), R"({"languages": ["fr", "it"]})");
+    const auto speech = engines(configuration(SpeechEngines::embeddedChoice));
+    EXPECT_EQ(speech->platform()->supportedLocale(u"it_IT"_s).result(), u"it_IT"_s);
+}
+
+TEST_F(NeuralEngineTest, theChosenModelGoesBeforeTheOthersOfItsLanguage)
+{
+    ASSERT_EQ(QProcess::execute(u"cp"_s, {u"-r"_s, models.filePath(u"toy"_s), models.filePath(u"another"_s)}), 0);
+    const auto speech = engines(configuration());
+    ASSERT_EQ(speech->neural().size(), 2U);
+    EXPECT_TRUE(speech->neural().front()->description().contains(u"another"_s));
+    speech->choose(u"toy"_s);
+    EXPECT_TRUE(speech->neural().front()->description().contains(u"toy"_s));
 }
 
 TEST_F(NeuralEngineTest, aModelThatWasDeletedIsNotUsedAnyMore)
 {
     const auto speech = engines(configuration());
-    ASSERT_TRUE(speech->neural().front()->isUsable());
+    ASSERT_EQ(speech->neural().size(), 1U);
     ASSERT_TRUE(QDir(models.filePath(u"toy"_s)).removeRecursively());
     EXPECT_EQ(hear(*speech, rig::speak(u"thank you very much"_s, home.path())), u"thank you very much"_s);
+    EXPECT_TRUE(waitFor([&speech] { return speech->models().empty(); }));
+}
+
+TEST_F(NeuralEngineTest, aModelThatComesWhileTalmoRunsIsUsed)
+{
+    ASSERT_TRUE(QDir(home.path()).rename(u"models/toy"_s, u"kept"_s));
+    const auto speech = engines(configuration());
+    EXPECT_TRUE(speech->neural().empty());
+    ASSERT_TRUE(QDir(home.path()).rename(u"kept"_s, u"models/toy"_s));
+    EXPECT_TRUE(waitFor([&speech] { return speech->neural().size() == 1U; }));
+    EXPECT_TRUE(hear(*speech, tones({400})).startsWith(u"lo"_s));
+}
+
+TEST_F(NeuralEngineTest, aModelIsLoadedForACheckOnlyWhenItIsAnotherOne)
+{
+    EXPECT_EQ(engines(configuration())->neural().size(), 1U);
+    // Where it is noted that this very model is good, nothing is started: not even what cannot be.
+    QFile model(models.filePath(u"toy/model.onnx"_s));
+    ASSERT_TRUE(model.open(QFile::ReadWrite));
+    const auto changed = model.fileTime(QFile::FileModificationTime);
+    model.write("no model"); // Of the same size, and unchanged as far as anybody can see.
+    model.flush();
+    ASSERT_TRUE(model.setFileTime(changed, QFile::FileModificationTime));
+    EXPECT_NO_THROW(checkModelOnce(library, models.filePath(u"toy"_s)));
+    ASSERT_TRUE(model.setFileTime(changed.addSecs(1), QFile::FileModificationTime));
+    EXPECT_THROW(checkModelOnce(library, models.filePath(u"toy"_s)), Error);
+}
+
+TEST_F(NeuralEngineTest, wordsAreWrittenAsTheUserSpellsThem)
+{
+    const auto speech = engines(configuration());
+    speech->setWords({u"LO"_s});
+    EXPECT_TRUE(hear(*speech, tones({400})).startsWith(u"LO"_s));
+}
+
+TEST_F(NeuralEngineTest, sayHowItDoes)
+{
+    const ModelReport report = checkModelApart(library, models.filePath(u"toy"_s));
+    EXPECT_GT(report.secondsToLoad, 0);
+    EXPECT_GT(report.megabytes, 0);
+    EXPECT_GT(report.shareOfSpeech, 0);
+    EXPECT_LT(report.shareOfSpeech, 1);
+}
+
+TEST(RecognisedText, capitalsAloneAreNobodysWish)
+{
+    EXPECT_EQ(tidied(u"HELLO WORLD"_s), u"hello world"_s);
+    EXPECT_EQ(tidied(u"Hello, World."_s), u"Hello, World."_s);
+    EXPECT_EQ(tidied(u" spaces around "_s), u"spaces around"_s);
+}
+
+TEST(RecognisedText, theMarksAroundACommandGoWithIt)
+{
+    EXPECT_EQ(tidied(u"Buy milk, new line, eggs."_s), u"Buy milk new line eggs."_s);
+    EXPECT_EQ(tidied(u"Thanks. New paragraph. Best regards."_s), u"Thanks. New paragraph Best regards."_s);
+    EXPECT_EQ(tidied(u"New line."_s), u"New line"_s);
+    EXPECT_EQ(tidied(u"Milk and eggs, as a list."_s), u"Milk and eggs as a list"_s);
+    EXPECT_EQ(tidied(u"As bullet points: milk, eggs."_s), u"As bullet points milk, eggs."_s);
+    EXPECT_EQ(tidied(u"A renewed newline, I say."_s), u"A renewed newline, I say."_s);
+}
+
+TEST(RecognisedText, theUsersWordsAreSpelledAsTheUserDoes)
+{
+    const PersonalSpelling spelling({u"CloudFormation"_s, u"Rust"_s, u"Rust Belt"_s, u"C++"_s, u"  "_s, u"Zo\u00eb"_s});
+    EXPECT_EQ(spelling.applied(u"cloud formation and cloudformation in rust"_s),
+              u"CloudFormation and CloudFormation in Rust"_s);
+    EXPECT_EQ(spelling.applied(u"the rust belt, trusted"_s), u"the Rust Belt, trusted"_s);
+    EXPECT_EQ(spelling.applied(u"c++ it is"_s), u"C++ it is"_s);
+    EXPECT_EQ(spelling.applied(u"ZO\u00cb"_s), u"Zo\u00eb"_s);
+    EXPECT_TRUE(spelling.spokenForms().contains(u"cloud formation"_s));
+    EXPECT_EQ(PersonalSpelling({}).applied(u"as it was"_s), u"as it was"_s);
 }
 
 } // namespace talmo::test

@@ -4,6 +4,7 @@
 //   talmo-pictures --drawings FOLDER  those that the README shows, as SVG
 
 #include "Platform/Linux/LinuxWording.h"
+#include "Support/FakeRecogniserSettings.h"
 #include "UI/Appearance.h"
 #include "UI/Card.h"
 #include "UI/MenuBarView.h"
@@ -74,9 +75,12 @@ public:
         save(image, name);
     }
 
-    void addWindow(QWidget &view, const QString &name)
+    void addWindow(QWidget &view, const QString &name, const QSize &size = settingsSize)
     {
-        view.resize(settingsSize);
+        view.setAttribute(Qt::WA_DontShowOnScreen);
+        view.show();
+        view.resize(size);
+        settle(); // What has just come or gone finds its place.
         QImage image((QSizeF(view.size()) * m_look.ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
         image.setDevicePixelRatio(m_look.ratio);
         image.fill(view.palette().color(QPalette::Window));
@@ -136,6 +140,27 @@ void inEveryState(ViewWorld &world, Add add)
     settle();
 }
 
+/// Below the rest of the first page, in a window that is high enough for it.
+void addRecogniser(Gallery &gallery, FakeRecogniserSettings &recogniser, SettingsView &settings)
+{
+    settings.findChild<QTabBar *>()->setCurrentIndex(0);
+    const auto show = [&](const QString &name) {
+        recogniser.change();
+        settle();
+        gallery.addWindow(settings, u"settings-recogniser-"_s + name, settingsSize + QSize(0, 320));
+    };
+    show(u"rest"_s);
+    recogniser.underWay = {u"zipformer-en"_s, u"Downloading: 12 of 48 MB"_s, 0.25};
+    show(u"installing"_s);
+    recogniser.underWay = std::nullopt;
+    recogniser.wrongInstallation = u"The disk is too full: 310 MB are needed, 12 MB are free."_s;
+    show(u"failed"_s);
+    recogniser.wrongInstallation.clear();
+    recogniser.wrongLibrary = u"These models need the library of sherpa-onnx, which is not installed. The command "
+                              "scripts/neural-library --user in Talmo's source folder installs it."_s;
+    show(u"without-library"_s);
+}
+
 void takePictures(const QDir &folder, const Look &look)
 {
     Gallery gallery(folder, look);
@@ -186,12 +211,15 @@ void takePictures(const QDir &folder, const Look &look)
     world.unavailability =
         u"Apple Intelligence isn't turned on. Enable it in System Settings > Apple Intelligence & Siri to use AI cleanup."_s;
     world.setPermissions(true, true, false);
+    const auto recogniser = std::make_shared<FakeRecogniserSettings>();
+    world.recogniser = recogniser;
     SettingsView settings(world.context());
     auto *tabs = settings.findChild<QTabBar *>();
     for (int index = 0; index < tabs->count(); ++index) {
         tabs->setCurrentIndex(index);
         gallery.addWindow(settings, u"settings-"_s + tabs->tabText(index).toLower());
     }
+    addRecogniser(gallery, *recogniser, settings);
 }
 
 void draw(QWidget &view, const QString &file, const QString &title)

@@ -44,11 +44,15 @@ public:
 
     ViewContext context()
     {
-        return {world.coordinator.get(), settings, permissions, [this] { return unavailability; },
+        return {world.coordinator.get(),
+                settings,
+                permissions,
+                [this] { return unavailability; },
                 [this] {
                     ++availabilityRefreshes;
                     return ready();
-                }};
+                },
+                recogniser};
     }
 
     TalmoCoordinator &coordinator() { return *world.coordinator; }
@@ -116,6 +120,7 @@ public:
     int availabilityRefreshes = 0;
     std::shared_ptr<Completion<QString>> stopped;
     std::shared_ptr<Completion<void>> inserted;
+    std::shared_ptr<RecogniserSettings> recogniser;
     RecordingWorld world;
 };
 

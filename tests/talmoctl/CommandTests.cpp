@@ -3,6 +3,7 @@
 #include "Cleanup/CleanupInstructions.h"
 #include "SpokenText.h"
 #include "Support/Printing.h"
+#include "Support/TestFileServer.h"
 #include "Support/TestModelServer.h"
 
 #include <QDir>
@@ -38,6 +39,7 @@ protected:
     TalmoctlTest()
     {
         environment.insert(u"XDG_CONFIG_HOME"_s, folder.path());
+        environment.insert(u"XDG_DATA_HOME"_s, folder.filePath(u"data"_s));
         environment.insert(u"XDG_RUNTIME_DIR"_s, folder.path());
         environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
         storeSettings({{u"linux.languageModelAddress"_s, u"off"_s}});
@@ -48,6 +50,12 @@ protected:
         QFile file(folder.filePath(u"talmo/settings.json"_s));
         ASSERT_TRUE(file.open(QFile::WriteOnly));
         file.write(QJsonDocument(settings).toJson());
+    }
+    void storeCatalogue(const QJsonObject &entry) const
+    {
+        QFile file(folder.filePath(u"talmo/models.json"_s));
+        ASSERT_TRUE(file.open(QFile::WriteOnly));
+        file.write(QJsonDocument(QJsonObject{{u"models"_s, QJsonArray{entry}}}).toJson());
     }
     Result run(const QString &command, const QStringList &arguments, const QByteArray &input = {}) const
     {
@@ -93,7 +101,8 @@ protected:
     {
         static const QRegularExpression word(u"--[a-z-]+"_s);
         QStringList found;
-        auto matches = word.globalMatch(QString::fromStdString(talmoctl({command, u"--help"_s}).output));
+        auto matches =
+            word.globalMatch(QString::fromStdString(talmoctl(command.split(u' ') + QStringList{u"--help"_s}).output));
         while (matches.hasNext()) {
             found.append(matches.next().captured());
         }
@@ -101,8 +110,9 @@ protected:
     }
 };
 
-const QStringList commands{u"format"_s, u"clean"_s,   u"instructions"_s, u"transcribe"_s,
-                           u"insert"_s, u"engines"_s, u"check-model"_s};
+const QStringList commands{u"format"_s,        u"clean"_s,        u"instructions"_s, u"transcribe"_s,
+                           u"insert"_s,        u"engines"_s,      u"check-model"_s,  u"model list"_s,
+                           u"model install"_s, u"model remove"_s, u"model use"_s};
 
 } // namespace
 
@@ -203,7 +213,7 @@ TEST_F(TalmoctlTest, usageErrorsSayWhatAndWhereToLook)
     expectUsageError(talmoctl({u"frobnicate"_s}), "frobnicate");
     expectUsageError(talmoctl({u"format"_s, u"--loud"_s}), "loud");
     expectUsageError(talmoctl({u"format"_s, u"file"_s}), "takes no argument");
-    expectUsageError(talmoctl({u"transcribe"_s}), "takes one file");
+    expectUsageError(talmoctl({u"transcribe"_s}), "takes one argument");
     expectUsageError(talmoctl({u"instructions"_s, u"--tone"_s, u"rude"_s}), "rude");
     expectUsageError(talmoctl({u"instructions"_s, u"--tone"_s}), "tone");
     expectUsageError(talmoctl({u"instructions"_s, u"--word"_s, u"x"_s, u"--no-words"_s}), "contradict");
@@ -217,7 +227,7 @@ TEST_F(TalmoctlTest, helpAndVersion)
     EXPECT_EQ(help.status, 0);
     for (const auto &command : commands) {
         EXPECT_THAT(help.output, HasSubstr("\n  " + command.toStdString() + " "));
-        const auto own = talmoctl({command, u"--help"_s});
+        const auto own = talmoctl(command.split(u' ') + QStringList{u"--help"_s});
         EXPECT_EQ(own.status, 0);
         EXPECT_THAT(own.output, HasSubstr("Usage: talmoctl " + command.toStdString() + " [options]"));
     }
@@ -296,11 +306,12 @@ TEST_F(TalmoctlTest, manualAndCompletionsKnowEveryOption)
     const QString zsh = contentOf(packaging + u"completions/_talmoctl"_s);
     for (const auto &command : commands) {
         EXPECT_TRUE(manual.contains(u".Cm "_s + command)) << command.toStdString();
-        EXPECT_TRUE(zsh.contains(command)) << command.toStdString();
+        EXPECT_TRUE(zsh.contains(u'\'' + command.section(u' ', -1) + u':')) << command.toStdString();
         const auto options = optionsOf(command);
         EXPECT_TRUE(options.contains(u"--help"_s));
-        const auto completed = shell(u". '%1'; COMP_WORDS=(talmoctl %2 -); COMP_CWORD=2; _talmoctl; printf '%s\\n' "
-                                     u"\"${COMPREPLY[@]}\""_s.arg(packaging + u"completions/talmoctl.bash"_s, command));
+        const auto completed =
+            shell(u". '%1'; COMP_WORDS=(talmoctl %2 -); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _talmoctl; "
+                  u"printf '%s\\n' \"${COMPREPLY[@]}\""_s.arg(packaging + u"completions/talmoctl.bash"_s, command));
         EXPECT_THAT(QString::fromStdString(completed.output).split(u'\n', Qt::SkipEmptyParts),
                     testing::UnorderedElementsAreArray(options));
         for (const auto &option : options) {
@@ -316,6 +327,43 @@ TEST_F(TalmoctlTest, manualAndCompletionsKnowEveryOption)
             u". '%1'; COMP_WORDS=(talmoctl instructions --tone p); COMP_CWORD=3; _talmoctl; echo \"${COMPREPLY[@]}\""_s
                 .arg(packaging + u"completions/talmoctl.bash"_s)),
         "professional polite\n");
+}
+
+TEST_F(TalmoctlTest, listsModelsAndInstallsOneFromALoopbackServer)
+{
+    const QTemporaryDir files;
+    ASSERT_EQ(
+        QProcess::execute(u"python3"_s, {QStringLiteral(TALMO_TESTS_FOLDER "/Support/make_archives.py"), files.path()}),
+        0);
+    const TestFileServer server(files.path());
+    storeCatalogue({{u"id"_s, u"toy"_s},
+                    {u"title"_s, u"A toy"_s},
+                    {u"engine"_s, u"sherpa-onnx"_s},
+                    {u"languages"_s, QJsonArray{u"en"_s}},
+                    {u"licence"_s, u"public domain"_s},
+                    {u"address"_s, server.address(u"/good-model.tar.gz"_s)}});
+    const auto list = talmoctl({u"model"_s, u"list"_s});
+    EXPECT_EQ(list.status, 0);
+    EXPECT_THAT(list.output, testing::MatchesRegex("toy +- +A toy\n.*(.|\n)*kroko-de(.|\n)*"));
+
+    const auto installed = talmoctl({u"model"_s, u"install"_s, u"toy"_s});
+    EXPECT_EQ(installed.status, 0) << installed.errors;
+    EXPECT_THAT(installed.output, AllOf(HasSubstr("Licence: public domain"), HasSubstr("checksum"),
+                                        HasSubstr("library is not installed"), HasSubstr("toy is installed.")));
+    EXPECT_THAT(installed.errors, AllOf(HasSubstr("Downloading"), HasSubstr("Unpacking")));
+    EXPECT_THAT(talmoctl({u"model"_s, u"list"_s}).output, testing::StartsWith("toy                   installed"));
+
+    expectOutput(talmoctl({u"model"_s, u"use"_s, u"toy"_s}), "From the next recording on: toy.\n");
+    EXPECT_THAT(talmoctl({u"model"_s, u"list"_s}).output, testing::StartsWith("toy                   chosen"));
+    EXPECT_THAT(talmoctl({u"engines"_s}).output, HasSubstr("chosen: toy"));
+    expectOutput(talmoctl({u"model"_s, u"use"_s, u"automatic"_s}), "From the next recording on: automatic.\n");
+
+    expectOutput(talmoctl({u"model"_s, u"remove"_s, u"toy"_s}), "toy is removed.\n");
+    EXPECT_EQ(talmoctl({u"model"_s, u"remove"_s, u"toy"_s}).status, 1);
+    EXPECT_EQ(talmoctl({u"model"_s, u"use"_s, u"toy"_s}).status, 1);
+    EXPECT_EQ(talmoctl({u"model"_s, u"install"_s, u"none"_s}).status, 1);
+    expectUsageError(talmoctl({u"model"_s}), "no command");
+    expectUsageError(talmoctl({u"model"_s, u"paint"_s}), "no command “model paint”");
 }
 
 TEST_F(TalmoctlTest, theManualIsWellFormed)

@@ -41,9 +41,22 @@ ChosenSpeechPlatform::ChosenSpeechPlatform(std::vector<std::shared_ptr<SpeechPla
 {
 }
 
+void ChosenSpeechPlatform::setPlatforms(std::vector<std::shared_ptr<SpeechPlatform>> platforms)
+{
+    const std::scoped_lock lock(m_mutex);
+    m_platforms = std::move(platforms);
+}
+
+std::vector<std::shared_ptr<SpeechPlatform>> ChosenSpeechPlatform::platforms() const
+{
+    const std::scoped_lock lock(m_mutex);
+    return m_platforms;
+}
+
 bool ChosenSpeechPlatform::isAvailable() const
 {
-    return std::any_of(m_platforms.begin(), m_platforms.end(), [](const auto &each) { return each->isAvailable(); });
+    const auto all = platforms();
+    return std::any_of(all.begin(), all.end(), [](const auto &each) { return each->isAvailable(); });
 }
 
 /// The first that has all it needs, else the first that could have it. The recognisers of this machine answer from what
@@ -51,7 +64,7 @@ bool ChosenSpeechPlatform::isAvailable() const
 std::optional<ChosenSpeechPlatform::Choice> ChosenSpeechPlatform::choose(const QString &locale) const
 {
     std::optional<Choice> fallback;
-    for (const auto &platform : m_platforms) {
+    for (const auto &platform : platforms()) {
         const auto supported = platform->isAvailable() ? platform->supportedLocale(locale).result() : std::nullopt;
         if (!supported) {
             continue;
@@ -75,7 +88,7 @@ std::shared_ptr<SpeechTranscriber> ChosenSpeechPlatform::makeTranscriber(const Q
                                                                          TranscriberConfiguration configuration)
 {
     const auto choice = choose(supportedLocale);
-    const auto platform = choice ? choice->platform : m_platforms.back();
+    const auto platform = choice ? choice->platform : platforms().back();
     return std::make_shared<ChosenTranscriber>(
         platform, platform->makeTranscriber(choice ? choice->locale : supportedLocale, configuration));
 }

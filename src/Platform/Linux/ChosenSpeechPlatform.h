@@ -3,6 +3,7 @@
 #include "Speech/SpeechPlatform.h"
 
 #include <memory>
+#include <mutex>
 #include <vector>
 
 namespace talmo {
@@ -12,6 +13,9 @@ class ChosenSpeechPlatform final : public SpeechPlatform {
 public:
     /// The best first; never empty.
     explicit ChosenSpeechPlatform(std::vector<std::shared_ptr<SpeechPlatform>> platforms);
+
+    /// Others from now on; a recording that is going on keeps its own. Any thread.
+    void setPlatforms(std::vector<std::shared_ptr<SpeechPlatform>> platforms);
 
     bool isAvailable() const override;
     QFuture<std::optional<QString>> supportedLocale(const QString &locale) override;
@@ -28,6 +32,9 @@ private:
     struct Choice;
     std::optional<Choice> choose(const QString &locale) const;
 
+    std::vector<std::shared_ptr<SpeechPlatform>> platforms() const;
+
+    mutable std::mutex m_mutex;
     std::vector<std::shared_ptr<SpeechPlatform>> m_platforms;
 };
 

@@ -21,9 +21,8 @@ void answerAndClose(QLocalSocket &socket, const std::optional<QString> &error)
 
 } // namespace
 
-ControlServer::ControlServer(Insert insert, std::function<void()> openSettings)
-    : m_insert(std::move(insert)),
-      m_openSettings(std::move(openSettings))
+ControlServer::ControlServer(Actions actions)
+    : m_actions(std::move(actions))
 {
     m_server.setSocketOptions(QLocalServer::UserAccessOption);
     connect(&m_server, &QLocalServer::newConnection, this, &ControlServer::accept);
@@ -64,7 +63,12 @@ void ControlServer::accept()
 void ControlServer::serve(QLocalSocket &socket, const QByteArray &request)
 {
     if (ControlSocket::asksForSettings(request)) {
-        m_openSettings();
+        m_actions.openSettings();
+        answerAndClose(socket, std::nullopt);
+        return;
+    }
+    if (const auto choice = ControlSocket::recogniserToUse(request)) {
+        m_actions.chooseRecogniser(*choice);
         answerAndClose(socket, std::nullopt);
         return;
     }
@@ -73,7 +77,7 @@ void ControlServer::serve(QLocalSocket &socket, const QByteArray &request)
         answerAndClose(socket, QStringLiteral("Talmo does not know this request."));
         return;
     }
-    logEscapes(serveInsertion(&socket, *text, m_insert));
+    logEscapes(serveInsertion(&socket, *text, m_actions.insert));
 }
 
 QCoro::Task<void> ControlServer::serveInsertion(QPointer<QLocalSocket> socket, QString text, Insert insert)

@@ -18,7 +18,13 @@ public:
     /// Carries out an insertion; may throw Error.
     using Insert = std::function<QCoro::Task<void>(QString)>;
 
-    ControlServer(Insert insert, std::function<void()> openSettings);
+    struct Actions {
+        Insert insert;
+        std::function<void()> openSettings;
+        std::function<void(const QString &)> chooseRecogniser;
+    };
+
+    explicit ControlServer(Actions actions);
 
     /// False, and said in the log, when the socket cannot be made. What lies there from before is replaced.
     bool listen(const QString &path);
@@ -28,8 +34,7 @@ private:
     void serve(QLocalSocket &socket, const QByteArray &request);
     static QCoro::Task<void> serveInsertion(QPointer<QLocalSocket> socket, QString text, Insert insert);
 
-    Insert m_insert;
-    std::function<void()> m_openSettings;
+    Actions m_actions;
     QLocalServer m_server;
 };
 

@@ -14,9 +14,11 @@ namespace {
 
 const QString commandKey = QStringLiteral("command");
 const QString textKey = QStringLiteral("text");
+const QString choiceKey = QStringLiteral("choice");
 const QString errorKey = QStringLiteral("error");
 const QString insertCommand = QStringLiteral("insert");
 const QString settingsCommand = QStringLiteral("settings");
+const QString recogniserCommand = QStringLiteral("recogniser");
 
 QByteArray line(const QJsonObject &object)
 {
@@ -65,6 +67,19 @@ QByteArray settingsRequest()
 bool asksForSettings(const QByteArray &request)
 {
     return QJsonDocument::fromJson(request).object().value(commandKey) == settingsCommand;
+}
+
+QByteArray recogniserRequest(const QString &choice)
+{
+    return line({{commandKey, recogniserCommand}, {choiceKey, choice}});
+}
+
+std::optional<QString> recogniserToUse(const QByteArray &request)
+{
+    const auto object = QJsonDocument::fromJson(request).object();
+    const auto choice = object.value(choiceKey);
+    return object.value(commandKey) == recogniserCommand && choice.isString() ? std::optional(choice.toString())
+                                                                              : std::nullopt;
 }
 
 std::optional<QByteArray> exchange(const QByteArray &request, int connectPatience, int answerPatience)

@@ -28,6 +28,11 @@ std::optional<QString> textToInsert(const QByteArray &request);
 QByteArray settingsRequest();
 bool asksForSettings(const QByteArray &request);
 
+/// Asks for another recogniser from the next recording on.
+QByteArray recogniserRequest(const QString &choice);
+/// None when it is no request of that kind.
+std::optional<QString> recogniserToUse(const QByteArray &request);
+
 /// Sends a request to the Talmo that runs here and waits for the answer, as many milliseconds as it is told to; none
 /// when nobody listens. An answer that does not come is an empty one.
 std::optional<QByteArray> exchange(const QByteArray &request, int connectPatience, int answerPatience);

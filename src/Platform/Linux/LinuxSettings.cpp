@@ -2,6 +2,11 @@
 
 namespace talmo {
 
+QString LinuxSettings::speechEngineKey()
+{
+    return QStringLiteral("linux.speechEngine");
+}
+
 LinuxSettings LinuxSettings::read(const UserDefaults &defaults)
 {
     LinuxSettings settings;
@@ -11,7 +16,7 @@ LinuxSettings LinuxSettings::read(const UserDefaults &defaults)
     settings.dictationLanguage = defaults.string(QStringLiteral("linux.dictationLanguage")).value_or(QString());
     settings.colourScheme = defaults.string(QStringLiteral("linux.colorScheme")).value_or(QString());
     settings.neuralLibrary = defaults.string(QStringLiteral("linux.neuralLibrary")).value_or(QString());
-    settings.isEmbeddedEngineOnly = defaults.string(QStringLiteral("linux.speechEngine")) == QStringLiteral("embedded");
+    settings.speechEngine = defaults.string(speechEngineKey()).value_or(QStringLiteral("automatic"));
     return settings;
 }
 

@@ -21,9 +21,10 @@ struct LinuxSettings {
 
     /// "linux.neuralLibrary": the neural recogniser's library. Empty to look in the usual places.
     QString neuralLibrary;
-    /// "linux.speechEngine" is "embedded": no other recogniser, whatever is installed.
-    bool isEmbeddedEngineOnly = false;
+    /// "linux.speechEngine": "automatic", "embedded", or the name of an installed model, which goes before the others.
+    QString speechEngine;
 
+    static QString speechEngineKey();
     static LinuxSettings read(const UserDefaults &defaults);
 };
 

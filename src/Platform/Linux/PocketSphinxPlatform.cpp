@@ -2,7 +2,6 @@
 
 #include "Base/Error.h"
 #include "Base/Log.h"
-#include "Platform/Linux/EngineAnalyzer.h"
 
 #include <QRegularExpression>
 
@@ -44,7 +43,7 @@ QString PocketSphinxPlatform::debianModelFolder()
 
 PocketSphinxPlatform::PocketSphinxPlatform(std::shared_ptr<SerialExecutor> executor, const QString &modelFolder,
                                            MicrophoneKnowledge microphone)
-    : m_executor(std::move(executor)),
+    : EnginePlatform(std::move(executor)),
       m_pool(std::make_shared<PocketSphinxDecoderPool>(modelFolder.isEmpty() ? debianModelFolder() : modelFolder)),
       m_microphone(std::move(microphone))
 {
@@ -58,54 +57,36 @@ QFuture<std::optional<QString>> PocketSphinxPlatform::supportedLocale(const QStr
     return ready(englishModelLocale(locale));
 }
 
-std::shared_ptr<SpeechTranscriber> PocketSphinxPlatform::makeTranscriber(const QString & /*supportedLocale*/,
-                                                                         TranscriberConfiguration /*configuration*/)
+bool PocketSphinxPlatform::isInstalled() const
 {
-    return std::make_shared<EngineTranscriber>();
-}
-
-QFuture<AssetStatus> PocketSphinxPlatform::assetStatus(const std::shared_ptr<SpeechTranscriber> & /*transcriber*/)
-{
-    return ready(PocketSphinxDecoder::isModelInstalled(m_pool->modelFolder()) ? AssetStatus::Installed
-                                                                              : AssetStatus::Supported);
+    return PocketSphinxDecoder::isModelInstalled(m_pool->modelFolder());
 }
 
 QFuture<std::shared_ptr<AssetInstallationRequest>>
 PocketSphinxPlatform::assetInstallationRequest(const std::shared_ptr<SpeechTranscriber> & /*transcriber*/)
 {
     std::shared_ptr<AssetInstallationRequest> request;
-    if (!PocketSphinxDecoder::isModelInstalled(m_pool->modelFolder())) {
+    if (!isInstalled()) {
         request = std::make_shared<PackageInstallationRequest>();
     }
     return ready(std::move(request));
 }
 
-QFuture<std::optional<AudioFormat>>
-PocketSphinxPlatform::bestAvailableAudioFormat(const std::shared_ptr<SpeechTranscriber> & /*transcriber*/)
+MakeRecordingDecoder PocketSphinxPlatform::decoderMaker()
 {
-    return ready(std::optional(AudioFormat{PocketSphinxDecoder::sampleRate, 1, SampleType::Int16}));
-}
-
-std::shared_ptr<SpeechAnalyzer>
-PocketSphinxPlatform::makeAnalyzer(const std::shared_ptr<SpeechTranscriber> &transcriber)
-{
-    auto ours = std::dynamic_pointer_cast<EngineTranscriber>(transcriber);
-    return std::make_shared<EngineAnalyzer>(
-        std::move(ours),
-        [pool = m_pool, microphone = m_microphone](RecordingDecoder::Publish publish) {
-            return std::make_unique<PocketSphinxRecording>(pool, microphone, std::move(publish));
-        },
-        m_executor);
+    return [pool = m_pool, microphone = m_microphone](RecordingDecoder::Publish publish) {
+        return std::make_unique<PocketSphinxRecording>(pool, microphone, std::move(publish));
+    };
 }
 
 void PocketSphinxPlatform::unload()
 {
-    m_executor->post([pool = m_pool] { pool->unload(); });
+    executor().post([pool = m_pool] { pool->unload(); });
 }
 
 void PocketSphinxPlatform::warmUp()
 {
-    m_executor->post([pool = m_pool] {
+    executor().post([pool = m_pool] {
         try {
             pool->giveBack(pool->take());
         } catch (const Error &) { // NOLINT(bugprone-empty-catch): the recording meets the same and tells the user.

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "Base/SerialExecutor.h"
+#include "Platform/Linux/EnginePlatform.h"
 #include "Platform/Linux/PocketSphinxDecoder.h"
 #include "Platform/Linux/PocketSphinxRecording.h"
-#include "Speech/SpeechPlatform.h"
 
 #include <memory>
 #include <optional>
@@ -11,7 +10,7 @@
 namespace talmo {
 
 /// The recogniser that every machine has: PocketSphinx with Debian's English model.
-class PocketSphinxPlatform final : public SpeechPlatform {
+class PocketSphinxPlatform final : public EnginePlatform {
 public:
     /// `executor`: the thread on which everything is decoded. An empty folder stands for Debian's. Without knowledge
     /// of microphones it takes all for the same one, and forgets what it learnt when it goes.
@@ -20,16 +19,9 @@ public:
 
     static QString debianModelFolder();
 
-    bool isAvailable() const override { return true; }
     QFuture<std::optional<QString>> supportedLocale(const QString &locale) override;
-    std::shared_ptr<SpeechTranscriber> makeTranscriber(const QString &supportedLocale,
-                                                       TranscriberConfiguration configuration) override;
-    QFuture<AssetStatus> assetStatus(const std::shared_ptr<SpeechTranscriber> &transcriber) override;
     QFuture<std::shared_ptr<AssetInstallationRequest>>
     assetInstallationRequest(const std::shared_ptr<SpeechTranscriber> &transcriber) override;
-    QFuture<std::optional<AudioFormat>>
-    bestAvailableAudioFormat(const std::shared_ptr<SpeechTranscriber> &transcriber) override;
-    std::shared_ptr<SpeechAnalyzer> makeAnalyzer(const std::shared_ptr<SpeechTranscriber> &transcriber) override;
 
     /// The user's own words, from the next recording on. Any thread.
     void setVocabulary(const PersonalVocabulary &vocabulary) { m_pool->setVocabulary(vocabulary); }
@@ -43,8 +35,11 @@ public:
     /// Loads the model ahead of a recording that may come. Any thread, returns at once, fails silently.
     void warmUp();
 
+protected:
+    bool isInstalled() const override;
+    MakeRecordingDecoder decoderMaker() override;
+
 private:
-    std::shared_ptr<SerialExecutor> m_executor;
     std::shared_ptr<PocketSphinxDecoderPool> m_pool;
     MicrophoneKnowledge m_microphone;
 };

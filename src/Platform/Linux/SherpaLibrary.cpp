@@ -1,6 +1,7 @@
 #include "Platform/Linux/SherpaLibrary.h"
 
 #include "Base/Error.h"
+#include "Platform/Linux/HotWordVocabulary.h"
 
 #include <QFile>
 #include <QJsonDocument>
@@ -64,6 +65,9 @@ struct OnlineRecogniserConfig {
 };
 static_assert(sizeof(OnlineRecogniserConfig) == 272, "the layout that the library expects");
 
+/// How much likelier a reading becomes with a word that is listened for, in the model's own measure.
+constexpr float hotWordScore = 2.0F;
+
 constexpr char libraryName[] = "libsherpa-onnx-c-api.so";
 
 } // namespace
@@ -73,6 +77,7 @@ struct SherpaLibrary::Functions {
     const void *(*createRecogniser)(const OnlineRecogniserConfig *) = nullptr;
     void (*destroyRecogniser)(const void *) = nullptr;
     const void *(*createStream)(const void *) = nullptr;
+    const void *(*createStreamWithHotwords)(const void *, const char *) = nullptr;
     void (*destroyStream)(const void *) = nullptr;
     void (*accept)(const void *, std::int32_t, const float *, std::int32_t) = nullptr;
     std::int32_t (*isReady)(const void *, const void *) = nullptr;
@@ -100,6 +105,7 @@ void resolveAll(void *handle, SherpaLibrary::Functions &functions)
     resolve(handle, "SherpaOnnxCreateOnlineRecognizer", functions.createRecogniser);
     resolve(handle, "SherpaOnnxDestroyOnlineRecognizer", functions.destroyRecogniser);
     resolve(handle, "SherpaOnnxCreateOnlineStream", functions.createStream);
+    resolve(handle, "SherpaOnnxCreateOnlineStreamWithHotwords", functions.createStreamWithHotwords);
     resolve(handle, "SherpaOnnxDestroyOnlineStream", functions.destroyStream);
     resolve(handle, "SherpaOnnxOnlineStreamAcceptWaveform", functions.accept);
     resolve(handle, "SherpaOnnxIsOnlineStreamReady", functions.isReady);
@@ -123,6 +129,20 @@ QStringList SherpaLibrary::usualPlaces()
     places.append(QStringLiteral("/usr/local/lib/") + name);
     places.append(name); // Wherever the loader looks.
     return places;
+}
+
+bool SherpaLibrary::isInstalled(const QString &path)
+{
+    if (!path.isEmpty()) {
+        return QFile::exists(path);
+    }
+    QStringList places = usualPlaces();
+    for (const auto *folder :
+         {"/usr/lib/", "/usr/lib64/", "/usr/lib/x86_64-linux-gnu/", "/usr/lib/aarch64-linux-gnu/"}) {
+        places.append(QString::fromLatin1(folder) + QString::fromLatin1(libraryName));
+    }
+    return std::any_of(places.begin(), places.end(),
+                       [](const QString &place) { return place.contains(QLatin1Char('/')) && QFile::exists(place); });
 }
 
 std::shared_ptr<SherpaLibrary> SherpaLibrary::open(const QString &path)
@@ -204,6 +224,16 @@ std::shared_ptr<SherpaLibrary::Recogniser> SherpaLibrary::Recogniser::load(std::
         config.model.nemoCtcModel = single.constData();
         break;
     }
+    const HotWordVocabulary vocabulary(model);
+    const QByteArray unit = model.hotWordUnit.toLatin1();
+    const QByteArray pieces = QFile::encodeName(vocabulary.path());
+    if (vocabulary.isUsable()) {
+        // Words can only be listened for where several readings are kept.
+        config.decodingMethod = "modified_beam_search";
+        config.hotwordsScore = hotWordScore;
+        config.model.modelingUnit = unit.constData();
+        config.model.bpeVocabulary = pieces.constData();
+    }
     const void *handle = nullptr;
     try {
         handle = library->m_functions->createRecogniser(&config);
@@ -212,12 +242,16 @@ std::shared_ptr<SherpaLibrary::Recogniser> SherpaLibrary::Recogniser::load(std::
     if (handle == nullptr) {
         throw Error(QStringLiteral("The model in %1 could not be loaded.").arg(model.folder));
     }
-    return std::shared_ptr<Recogniser>(new Recogniser(std::move(library), handle));
+    return std::shared_ptr<Recogniser>(
+        new Recogniser(std::move(library), handle, vocabulary.isUsable(), vocabulary.hasCapitals()));
 }
 
-SherpaLibrary::Recogniser::Recogniser(std::shared_ptr<SherpaLibrary> library, const void *handle)
+SherpaLibrary::Recogniser::Recogniser(std::shared_ptr<SherpaLibrary> library, const void *handle, bool takesHotWords,
+                                      bool wantsCapitals)
     : m_library(std::move(library)),
-      m_handle(handle)
+      m_handle(handle),
+      m_takesHotWords(takesHotWords),
+      m_wantsCapitals(wantsCapitals)
 {
 }
 
@@ -226,9 +260,22 @@ SherpaLibrary::Recogniser::~Recogniser()
     m_library->m_functions->destroyRecogniser(m_handle);
 }
 
-SherpaLibrary::Stream::Stream(std::shared_ptr<Recogniser> recogniser)
+const void *SherpaLibrary::Stream::create(const Recogniser &recogniser, const QStringList &hotWords)
+{
+    const auto &functions = *recogniser.m_library->m_functions;
+    if (!recogniser.m_takesHotWords || hotWords.isEmpty()) {
+        return functions.createStream(recogniser.m_handle);
+    }
+    QStringList words = hotWords;
+    words.replaceInStrings(QStringLiteral("/"), QStringLiteral(" ")); // It stands between two words.
+    const QString joined = words.join(QLatin1Char('/'));
+    return functions.createStreamWithHotwords(
+        recogniser.m_handle, (recogniser.m_wantsCapitals ? joined.toUpper() : joined).toUtf8().constData());
+}
+
+SherpaLibrary::Stream::Stream(std::shared_ptr<Recogniser> recogniser, const QStringList &hotWords)
     : m_recogniser(std::move(recogniser)),
-      m_handle(m_recogniser->m_library->m_functions->createStream(m_recogniser->m_handle))
+      m_handle(create(*m_recogniser, hotWords))
 {
     if (m_handle == nullptr) {
         throw Error(QStringLiteral("The neural recogniser could not begin a recording."));

@@ -22,12 +22,16 @@ struct SherpaModel {
     QString joiner;
     QString model;
     QString tokens;
-    /// Of the language it recognises, such as "en".
-    QString language;
+    /// What it recognises, such as "en"; never empty.
+    QStringList languages;
+    /// How its tokens are made of words, "bpe" or "cjkchar", where it can be told words to listen for; else empty.
+    QString hotWordUnit;
 
     /// Looks what lies in the folder, and checks as far as can be without loading: the library ends the process over
     /// some of what can be wrong. Throws Error.
     static SherpaModel examine(const QString &folder);
+    /// Whether all its files are still there.
+    bool isComplete() const;
 };
 
 /// The library of the neural recogniser, which the user may have installed: found and asked for its version when the
@@ -48,6 +52,9 @@ public:
 
     QString version() const;
     QString path() const { return m_path; }
+
+    /// Whether there is such a file, without loading it.
+    static bool isInstalled(const QString &path);
 
     /// Where it is looked for.
     static QStringList usualPlaces();
@@ -73,17 +80,20 @@ public:
 
 private:
     friend class Stream;
-    Recogniser(std::shared_ptr<SherpaLibrary> library, const void *handle);
+    Recogniser(std::shared_ptr<SherpaLibrary> library, const void *handle, bool takesHotWords, bool wantsCapitals);
 
     std::shared_ptr<SherpaLibrary> m_library;
     const void *m_handle;
+    bool m_takesHotWords;
+    /// Its tokens are capitals, so words to be listened for must be too.
+    bool m_wantsCapitals;
 };
 
 /// One recording. Its recogniser's thread.
 class SherpaLibrary::Stream {
 public:
-    /// Throws Error.
-    explicit Stream(std::shared_ptr<Recogniser> recogniser);
+    /// `hotWords`: to be listened for, in small letters; without effect where the model cannot. Throws Error.
+    explicit Stream(std::shared_ptr<Recogniser> recogniser, const QStringList &hotWords = {});
     ~Stream();
     Stream(const Stream &) = delete;
     Stream &operator=(const Stream &) = delete;
@@ -98,6 +108,7 @@ public:
     void reset();
 
 private:
+    static const void *create(const Recogniser &recogniser, const QStringList &hotWords);
     void decode();
 
     std::shared_ptr<Recogniser> m_recogniser;

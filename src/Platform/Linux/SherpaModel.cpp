@@ -5,8 +5,11 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+
+#include <algorithm>
 
 namespace talmo {
 
@@ -64,6 +67,19 @@ void requireTokens(const QDir &folder, const QString &name)
     }
 }
 
+/// A model that nothing is said of is an English one, as most are.
+QStringList languagesOf(const QJsonObject &note)
+{
+    QStringList languages;
+    for (const auto &value : note.value(QStringLiteral("languages")).toArray()) {
+        languages.append(value.toString().toLower());
+    }
+    if (languages.isEmpty()) {
+        languages.append(note.value(QStringLiteral("language")).toString(QStringLiteral("en")).toLower());
+    }
+    return languages;
+}
+
 } // namespace
 
 SherpaModel SherpaModel::examine(const QString &path)
@@ -76,7 +92,8 @@ SherpaModel SherpaModel::examine(const QString &path)
     model.folder = folder.absolutePath();
     QFile notes(folder.filePath(QStringLiteral("talmo-model.json")));
     const auto note = notes.open(QFile::ReadOnly) ? QJsonDocument::fromJson(notes.readAll()).object() : QJsonObject();
-    model.language = note.value(QStringLiteral("language")).toString(QStringLiteral("en"));
+    model.languages = languagesOf(note);
+    model.hotWordUnit = note.value(QStringLiteral("hotWords")).toString();
     model.tokens = QStringLiteral("tokens.txt");
     requireTokens(folder, model.tokens);
     model.encoder = find(folder, QStringLiteral("encoder"));
@@ -94,6 +111,14 @@ SherpaModel SherpaModel::examine(const QString &path)
         note.value(QStringLiteral("kind")) == QStringLiteral("zipformer-ctc") ? Kind::ZipformerCtc : Kind::NemoCtc;
     requireModel(folder, model.model, QStringLiteral("model"));
     return model;
+}
+
+bool SherpaModel::isComplete() const
+{
+    const QDir place(folder);
+    const QStringList files{encoder, decoder, joiner, model, tokens};
+    return std::all_of(files.begin(), files.end(),
+                       [&place](const QString &file) { return file.isEmpty() || place.exists(file); });
 }
 
 } // namespace talmo

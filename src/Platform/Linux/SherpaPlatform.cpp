@@ -2,9 +2,11 @@
 
 #include "Base/Error.h"
 #include "Base/Log.h"
-#include "Platform/Linux/EngineAnalyzer.h"
+#include "Platform/Linux/RecognisedText.h"
+#include "Platform/Models/ModelCatalogue.h"
 
 #include <atomic>
+#include <mutex>
 #include <utility>
 #include <vector>
 
@@ -12,16 +14,11 @@ namespace talmo {
 
 namespace {
 
-/// Some models know capitals only; shouted text is nobody's wish.
-QString readable(const QString &text)
-{
-    return text == text.toUpper() ? text.toLower() : text;
-}
-
 class SherpaRecording final : public RecordingDecoder {
 public:
-    SherpaRecording(std::shared_ptr<SherpaLibrary::Recogniser> recogniser, Publish publish)
-        : m_stream(std::move(recogniser)),
+    SherpaRecording(std::shared_ptr<SherpaLibrary::Recogniser> recogniser, PersonalSpelling spelling, Publish publish)
+        : m_spelling(std::move(spelling)),
+          m_stream(std::move(recogniser), m_spelling.spokenForms()),
           m_publish(std::move(publish))
     {
     }
@@ -34,7 +31,7 @@ public:
             sample /= loudest;
         }
         m_stream.accept(scaled);
-        const QString text = readable(m_stream.text());
+        const QString text = readable();
         if (m_stream.isEndpoint()) {
             publishFinal(text);
             m_stream.reset();
@@ -50,10 +47,19 @@ public:
         constexpr std::size_t tail = std::size_t(sampleRate) * 6 / 10;
         m_stream.accept(std::vector<float>(tail));
         m_stream.inputFinished();
-        publishFinal(readable(m_stream.text()));
+        publishFinal(readable());
     }
 
 private:
+    QString readable()
+    {
+        if (const QString raw = m_stream.text(); raw != m_rawText) {
+            m_rawText = raw;
+            m_readableText = m_spelling.applied(tidied(raw));
+        }
+        return m_readableText;
+    }
+
     void publishFinal(const QString &text)
     {
         if (!text.isEmpty()) {
@@ -64,28 +70,23 @@ private:
         m_volatileText.clear();
     }
 
+    PersonalSpelling m_spelling;
     SherpaLibrary::Stream m_stream;
     Publish m_publish;
+    QString m_rawText;
+    QString m_readableText;
     QString m_volatileText;
 };
 
 } // namespace
 
-/// The recogniser while it is in memory. On the recogniser's thread.
+/// The recogniser while it is in memory. On the recogniser's thread, unless a comment says otherwise.
 class SherpaPlatform::LoadedModel {
 public:
-    LoadedModel(std::shared_ptr<SherpaLibrary> library, SherpaModel model, Check check)
+    LoadedModel(std::shared_ptr<SherpaLibrary> library, SherpaModel model)
         : m_library(std::move(library)),
-          m_model(std::move(model)),
-          m_check(std::move(check))
+          m_model(std::move(model))
     {
-    }
-
-    /// Any thread; may take as long as loading does. Throws Error.
-    void check()
-    {
-        m_check(m_library->path(), m_model.folder);
-        m_isUsable = true;
     }
 
     /// Throws Error; then it is not tried again. What has changed on the disk since it was looked at is noticed here.
@@ -102,72 +103,70 @@ public:
         return m_recogniser;
     }
     void unload() { m_recogniser.reset(); }
+
     /// Any thread.
     bool isUsable() const { return m_isUsable; }
     const SherpaLibrary &library() const { return *m_library; }
+    void setWords(const QStringList &words)
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_words = words;
+    }
+    QStringList words() const
+    {
+        const std::scoped_lock lock(m_mutex);
+        return m_words;
+    }
 
 private:
     std::shared_ptr<SherpaLibrary> m_library;
     SherpaModel m_model;
-    Check m_check;
     std::shared_ptr<SherpaLibrary::Recogniser> m_recogniser;
-    std::atomic<bool> m_isUsable = false;
+    std::atomic<bool> m_isUsable = true;
+    mutable std::mutex m_mutex;
+    QStringList m_words;
 };
 
 SherpaPlatform::SherpaPlatform(std::shared_ptr<SerialExecutor> executor, const QString &libraryPath,
-                               const QString &modelFolder, Check check)
-    : m_executor(std::move(executor)),
+                               const QString &modelFolder)
+    : EnginePlatform(std::move(executor)),
       m_model(SherpaModel::examine(modelFolder)),
-      m_loaded(std::make_shared<LoadedModel>(SherpaLibrary::open(libraryPath), m_model, std::move(check)))
+      m_loaded(std::make_shared<LoadedModel>(SherpaLibrary::open(libraryPath), m_model))
 {
 }
 
 /// Its model is let go of on the thread that uses it.
 SherpaPlatform::~SherpaPlatform()
 {
-    m_executor->post([loaded = std::move(m_loaded)] { loaded->unload(); });
+    executor().post([loaded = std::move(m_loaded)] { loaded->unload(); });
 }
 
 bool SherpaPlatform::speaks(const QString &locale) const
 {
-    const auto end =
-        locale.indexOf(QLatin1Char('_')) >= 0 ? locale.indexOf(QLatin1Char('_')) : locale.indexOf(QLatin1Char('-'));
-    return locale.left(end).compare(m_model.language, Qt::CaseInsensitive) == 0;
+    return m_model.languages.contains(languageOf(locale));
 }
 
-bool SherpaPlatform::isUsable() const
+QString SherpaPlatform::libraryPath() const
 {
-    return m_loaded->isUsable();
+    return m_loaded->library().path();
 }
 
 QString SherpaPlatform::description() const
 {
     return QStringLiteral("sherpa-onnx %1 (%2), model %3, language %4")
-        .arg(m_loaded->library().version(), m_loaded->library().path(), m_model.folder, m_model.language);
+        .arg(m_loaded->library().version(), m_loaded->library().path(), m_model.folder,
+             m_model.languages.join(QStringLiteral(", ")));
 }
 
 QFuture<std::optional<QString>> SherpaPlatform::supportedLocale(const QString &locale)
 {
-    return ready(speaks(locale) ? std::optional(m_model.language) : std::nullopt);
+    return ready(speaks(locale) ? std::optional(m_model.languages.first()) : std::nullopt);
 }
 
-std::shared_ptr<SpeechTranscriber> SherpaPlatform::makeTranscriber(const QString & /*supportedLocale*/,
-                                                                   TranscriberConfiguration /*configuration*/)
+/// A model that was deleted a moment ago is not there any more, whatever was found before.
+bool SherpaPlatform::isInstalled() const
 {
-    return std::make_shared<EngineTranscriber>();
-}
-
-QFuture<AssetStatus> SherpaPlatform::assetStatus(const std::shared_ptr<SpeechTranscriber> & /*transcriber*/)
-{
-    if (!m_loaded->isUsable()) {
-        return ready(AssetStatus::Supported);
-    }
-    try {
-        SherpaModel::examine(m_model.folder);
-        return ready(AssetStatus::Installed);
-    } catch (const Error &) {
-        return ready(AssetStatus::Supported); // Deleted since.
-    }
+    return m_loaded->isUsable() && m_model.isComplete();
 }
 
 QFuture<std::shared_ptr<AssetInstallationRequest>>
@@ -176,37 +175,21 @@ SherpaPlatform::assetInstallationRequest(const std::shared_ptr<SpeechTranscriber
     return ready(std::shared_ptr<AssetInstallationRequest>());
 }
 
-QFuture<std::optional<AudioFormat>>
-SherpaPlatform::bestAvailableAudioFormat(const std::shared_ptr<SpeechTranscriber> & /*transcriber*/)
+MakeRecordingDecoder SherpaPlatform::decoderMaker()
 {
-    return ready(std::optional(AudioFormat{RecordingDecoder::sampleRate, 1, SampleType::Int16}));
+    return [loaded = m_loaded](RecordingDecoder::Publish publish) {
+        return std::make_unique<SherpaRecording>(loaded->get(), PersonalSpelling(loaded->words()), std::move(publish));
+    };
 }
 
-std::shared_ptr<SpeechAnalyzer> SherpaPlatform::makeAnalyzer(const std::shared_ptr<SpeechTranscriber> &transcriber)
+void SherpaPlatform::setWords(const QStringList &words)
 {
-    return std::make_shared<EngineAnalyzer>(
-        std::dynamic_pointer_cast<EngineTranscriber>(transcriber),
-        [loaded = m_loaded](RecordingDecoder::Publish publish) {
-            return std::make_unique<SherpaRecording>(loaded->get(), std::move(publish));
-        },
-        m_executor);
-}
-
-void SherpaPlatform::check(SerialExecutor &executor)
-{
-    executor.post([loaded = m_loaded, description = description()] {
-        try {
-            loaded->check();
-            generalLog().info("neural recogniser: %@", {description});
-        } catch (const Error &error) {
-            generalLog().error("a speech model is not used: %@", {error.localizedDescription()});
-        }
-    });
+    m_loaded->setWords(words);
 }
 
 void SherpaPlatform::warmUp()
 {
-    m_executor->post([loaded = m_loaded] {
+    executor().post([loaded = m_loaded] {
         try {
             loaded->get();
         } catch (const Error &error) {
@@ -217,7 +200,7 @@ void SherpaPlatform::warmUp()
 
 void SherpaPlatform::unload()
 {
-    m_executor->post([loaded = m_loaded] { loaded->unload(); });
+    executor().post([loaded = m_loaded] { loaded->unload(); });
 }
 
 } // namespace talmo

@@ -1,14 +1,17 @@
 #include "Platform/Linux/SpeechEngines.h"
 
 #include "Base/Error.h"
-#include "Base/Log.h"
 #include "Base/Task.h"
+#include "Platform/Linux/CatalogueSpeechPlatform.h"
 
 #include <QCoro/QCoroFuture>
 
 #include <QDir>
+#include <QFileSystemWatcher>
+#include <QPointer>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <utility>
 
 namespace talmo {
@@ -17,66 +20,139 @@ namespace {
 
 constexpr Duration idleTime = std::chrono::minutes(10);
 
+using Models = std::vector<InstalledModel>;
+
+/// What is not spoken into a microphone teaches nothing about one.
+MicrophoneKnowledge knowledge(std::function<QString()> microphoneName)
+{
+    if (!microphoneName) {
+        return {};
+    }
+    return {std::move(microphoneName), std::make_shared<MicrophoneMemory>(MicrophoneMemory::standardPath())};
+}
+
+QCoro::Task<void> take(QFuture<Models> looking, std::function<void(Models)> takeModels)
+{
+    try {
+        takeModels(co_await looking);
+    } catch (const Cancelled &) {
+        co_return; // Talmo ends.
+    }
+}
+
 } // namespace
 
+const QString SpeechEngines::automaticChoice = QStringLiteral("automatic");
+const QString SpeechEngines::embeddedChoice = QStringLiteral("embedded");
+
 SpeechEngines::SpeechEngines(std::shared_ptr<SerialExecutor> executor, std::shared_ptr<Clock> clock,
-                             std::function<QString()> microphoneName, const Configuration &configuration)
-    : m_executor(std::move(executor)),
+                             std::function<QString()> microphoneName, Configuration configuration)
+    : m_configuration(std::move(configuration)),
+      m_executor(std::move(executor)),
       m_clock(std::move(clock)),
-      m_embedded(std::make_shared<PocketSphinxPlatform>(
-          m_executor, QString(),
-          MicrophoneKnowledge{std::move(microphoneName),
-                              std::make_shared<MicrophoneMemory>(MicrophoneMemory::standardPath())}))
+      m_embedded(std::make_shared<PocketSphinxPlatform>(m_executor, QString(), knowledge(std::move(microphoneName)))),
+      m_checker(SerialExecutor::onNewThread(QStringLiteral("talmo-models"))),
+      m_platform(std::make_shared<ChosenSpeechPlatform>(std::vector<std::shared_ptr<SpeechPlatform>>{m_embedded})),
+      m_watcher(std::make_unique<QFileSystemWatcher>())
 {
-    if (!configuration.isEmbeddedOnly) {
-        findModels(configuration);
+    if (m_configuration.install) {
+        m_missing = std::make_shared<CatalogueSpeechPlatform>(m_configuration.catalogue, m_configuration.install);
     }
-    std::vector<std::shared_ptr<SpeechPlatform>> platforms(m_neural.begin(), m_neural.end());
-    platforms.push_back(m_embedded);
-    m_platform = std::make_shared<ChosenSpeechPlatform>(std::move(platforms));
+    arrange();
+    watchFolder();
+    m_lookedFor = lookForModels();
 }
 
-void SpeechEngines::findModels(const Configuration &configuration)
+SpeechEngines::~SpeechEngines()
 {
-    if (configuration.modelsFolder.isEmpty()) {
-        return; // An empty path would stand for wherever the program happens to run.
+    m_idle.request_stop();
+}
+
+/// Another process may install or remove models, and so may hands.
+void SpeechEngines::watchFolder()
+{
+    const QString folder = m_configuration.models.folder;
+    if (folder.isEmpty()) {
+        return;
     }
-    const QDir folder(configuration.modelsFolder);
-    for (const auto &name : folder.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name)) {
-        try {
-            m_neural.push_back(std::make_shared<SherpaPlatform>(m_executor, configuration.neuralLibrary,
-                                                                folder.filePath(name), configuration.checkModel));
-        } catch (const Error &error) {
-            generalLog().error("a speech model is not used: %@", {error.localizedDescription()});
+    QDir().mkpath(folder);
+    m_watcher->addPath(folder);
+    connect(m_watcher.get(), &QFileSystemWatcher::directoryChanged, this, [this] { lookForModels(); });
+}
+
+QFuture<void> SpeechEngines::lookForModels()
+{
+    const auto looking =
+        m_checker->call([configuration = m_configuration.models, known = m_models, executor = m_executor] {
+            return InstalledModels::look(configuration, known, executor);
+        });
+    const auto taken = [self = QPointer(this)](Models models) {
+        if (self) {
+            self->m_models = std::move(models);
+            for (const auto &platform : self->neural()) {
+                platform->setWords(self->m_words);
+            }
+            self->arrange();
         }
-    }
-    if (!m_neural.empty()) {
-        m_checker = SerialExecutor::onNewThread(QStringLiteral("talmo-models"));
-    }
-    for (const auto &platform : m_neural) {
-        platform->check(*m_checker);
-    }
+    };
+    auto completion = Completion<void>::make();
+    m_lookedFor = completion->future();
+    logEscapes(take(looking, [taken, completion](Models models) {
+        taken(std::move(models));
+        completion->finish();
+    }));
+    return m_lookedFor;
 }
 
-QFuture<void> SpeechEngines::modelsChecked()
+std::vector<std::shared_ptr<SherpaPlatform>> SpeechEngines::neural() const
 {
-    return m_checker ? m_checker->call([] {}) : ready();
+    Models usable;
+    std::copy_if(m_models.begin(), m_models.end(), std::back_inserter(usable),
+                 [](const InstalledModel &model) { return model.platform != nullptr; });
+    std::stable_sort(usable.begin(), usable.end(), [this](const InstalledModel &left, const InstalledModel &right) {
+        const auto order = [this](const InstalledModel &model) {
+            return std::pair(model.name != m_configuration.choice, m_configuration.catalogue.rank(model.name));
+        };
+        return order(left) < order(right);
+    });
+    std::vector<std::shared_ptr<SherpaPlatform>> platforms;
+    for (const auto &model : usable) {
+        platforms.push_back(model.platform);
+    }
+    return platforms;
 }
 
-QString SpeechEngines::standardModelsFolder()
+/// Who goes before whom. The embedded recogniser knows one language, so the others stay for theirs in any case.
+void SpeechEngines::arrange()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/talmo/models");
+    const auto neuralOnes = neural();
+    std::vector<std::shared_ptr<SpeechPlatform>> platforms(neuralOnes.begin(), neuralOnes.end());
+    const auto place = m_configuration.choice == embeddedChoice ? platforms.begin() : platforms.end();
+    platforms.insert(place, m_embedded);
+    if (m_missing) {
+        platforms.push_back(m_missing);
+    }
+    Q_EMIT objectWillChange();
+    m_platform->setPlatforms(std::move(platforms));
+}
+
+void SpeechEngines::choose(const QString &choice)
+{
+    m_configuration.choice = choice;
+    arrange();
 }
 
 void SpeechEngines::warmUp(const QString &locale)
 {
-    for (const auto &platform : m_neural) {
-        if (platform->speaks(locale) && platform->isUsable()) {
-            platform->warmUp();
-            return;
-        }
+    const bool isEmbeddedFirst = m_configuration.choice == embeddedChoice && englishModelLocale(locale);
+    const auto platforms = neural();
+    const auto speaking =
+        std::find_if(platforms.begin(), platforms.end(), [&locale](const auto &each) { return each->speaks(locale); });
+    if (isEmbeddedFirst || speaking == platforms.end()) {
+        m_embedded->warmUp();
+    } else {
+        (*speaking)->warmUp();
     }
-    m_embedded->warmUp();
 }
 
 QString SpeechEngines::pronunciationsPath()
@@ -87,23 +163,34 @@ QString SpeechEngines::pronunciationsPath()
 
 void SpeechEngines::setWords(const QStringList &words)
 {
+    m_words = words;
     // Off the main thread, for the disk's sake, and before the recording that comes next, since that is decoded there.
     m_executor->post([platform = m_embedded, words] {
         platform->setVocabulary({words, Pronunciation::readSoundsLike(pronunciationsPath())});
     });
+    for (const auto &platform : neural()) {
+        platform->setWords(words);
+    }
 }
 
 void SpeechEngines::noteUse()
 {
     m_idle.request_stop();
     m_idle = std::stop_source();
-    const auto unload = [embedded = m_embedded, neural = m_neural] {
-        embedded->unload();
-        for (const auto &platform : neural) {
-            platform->unload();
+    const auto unloadIfAlive = [self = QPointer(this)] {
+        if (self) {
+            self->unload();
         }
     };
-    logEscapes(unloadLater(unload, m_clock, m_idle.get_token()));
+    logEscapes(unloadLater(unloadIfAlive, m_clock, m_idle.get_token()));
+}
+
+void SpeechEngines::unload()
+{
+    m_embedded->unload();
+    for (const auto &platform : neural()) {
+        platform->unload();
+    }
 }
 
 QCoro::Task<void> SpeechEngines::unloadLater(std::function<void()> unload, std::shared_ptr<Clock> clock,

@@ -20,9 +20,8 @@
 #include "Platform/Linux/FloatingCard.h"
 #include "Platform/Linux/JsonUserDefaults.h"
 #include "Platform/Linux/LinuxAuthorizationSource.h"
-#include "Platform/Linux/ModelCheck.h"
+#include "Platform/Linux/LinuxRecogniserSettings.h"
 #include "Platform/Linux/PulseAudioEngine.h"
-#include "Platform/Linux/SpeechEngines.h"
 #include "Platform/Linux/SpeexAudioConverter.h"
 #include "Platform/Linux/StandInKeys.h"
 #include "Platform/Linux/SystemLocaleSource.h"
@@ -60,12 +59,6 @@ QFuture<void> oneTurn(const std::shared_ptr<SerialExecutor> &executor)
     return executor->call([] {});
 }
 
-SpeechEngines::Configuration speechConfiguration(const LinuxSettings &settings)
-{
-    return {SpeechEngines::standardModelsFolder(), settings.neuralLibrary, settings.isEmbeddedEngineOnly,
-            &checkModelApart};
-}
-
 bool isApplicationActive()
 {
     return QGuiApplication::focusWindow() != nullptr;
@@ -90,9 +83,8 @@ TalmoApp::TalmoApp()
           std::make_shared<XInput2EventMonitor>(m_xSession->postedKeys(), m_standInKeys, &isApplicationActive)),
       m_pasteboard(std::make_shared<XcbPasteboard>(m_xSession)),
       m_audioEngine(std::make_shared<PulseAudioEngine>()),
-      m_speech(std::make_unique<SpeechEngines>(
-          m_recogniserExecutor, m_clock, [engine = m_audioEngine] { return engine->sourceName(); },
-          speechConfiguration(m_linuxSettings))),
+      m_recognisers(LinuxRecognisers::make(
+          m_recogniserExecutor, m_clock, [engine = m_audioEngine] { return engine->sourceName(); }, m_linuxSettings)),
       m_locale(std::make_shared<SystemLocaleSource>(m_linuxSettings.dictationLanguage)),
       m_shell(std::make_shared<DesktopShell>([this] { Q_EMIT quitRequested(); })),
       m_screens(std::make_shared<DesktopScreens>())
@@ -120,8 +112,9 @@ std::unique_ptr<TalmoCoordinator> TalmoApp::makeCoordinator()
     m_permissions = makePermissions();
     m_insertion = makeInsertion();
     m_recorder = std::make_shared<AudioRecorder>(m_audioEngine);
-    m_transcription = std::make_shared<SpeechTranscriptionService>(
-        m_speech->platform(), std::make_shared<SpeexAudioConverterFactory>(), m_speechExecutor, m_mainExecutor);
+    m_transcription = std::make_shared<SpeechTranscriptionService>(m_recognisers.engines->platform(),
+                                                                   std::make_shared<SpeexAudioConverterFactory>(),
+                                                                   m_speechExecutor, m_mainExecutor);
     m_cleanup = std::make_shared<TextCleanupService>(m_cleanupExecutor, m_languageModel);
 
     CoordinatorParts parts;
@@ -185,6 +178,8 @@ void TalmoApp::start()
 
 void TalmoApp::showInterface(TalmoCoordinator &coordinator)
 {
+    m_recogniserSettings = std::make_shared<LinuxRecogniserSettings>(m_recognisers.engines, m_recognisers.models,
+                                                                     m_defaults, m_linuxSettings.neuralLibrary);
     m_trayIcon = std::make_shared<TrayIcon>();
     m_appearance =
         std::make_unique<DesktopAppearance>(m_linuxSettings.colourScheme, [weak = std::weak_ptr(m_trayIcon)] {
@@ -198,6 +193,7 @@ void TalmoApp::showInterface(TalmoCoordinator &coordinator)
     context.permissions = m_permissions;
     context.unavailabilityMessage = [cleanup = m_cleanup] { return cleanup->unavailabilityMessage(); };
     context.refreshAvailability = [model = m_languageModel] { return model->refresh(); };
+    context.recogniser = m_recogniserSettings;
     UserInterfaceParts parts;
     parts.statusItem = m_trayIcon;
     parts.makePanelWindow = &FloatingCard::make;
@@ -209,9 +205,11 @@ void TalmoApp::showInterface(TalmoCoordinator &coordinator)
 
 void TalmoApp::listenForOthers()
 {
-    m_control = std::make_unique<ControlServer>(
-        [insertion = m_insertion](const QString &text) { return insertion->insert(text); },
-        [this] { m_interface->openSettings(); });
+    ControlServer::Actions actions;
+    actions.insert = [insertion = m_insertion](const QString &text) { return insertion->insert(text); };
+    actions.openSettings = [this] { m_interface->openSettings(); };
+    actions.chooseRecogniser = [recogniser = m_recogniserSettings](const QString &id) { recogniser->choose(id); };
+    m_control = std::make_unique<ControlServer>(std::move(actions));
     m_control->listen(ControlSocket::path());
 }
 
@@ -235,7 +233,7 @@ void TalmoApp::followState(TalmoCoordinator &coordinator)
                 return;
             }
             *lastState = coordinator.state();
-            m_speech->noteUse();
+            m_recognisers.engines->noteUse();
             generalLog().info("state: %s", {name(coordinator.state())});
         },
         Qt::QueuedConnection);
@@ -245,7 +243,7 @@ void TalmoApp::followState(TalmoCoordinator &coordinator)
 void TalmoApp::followDictionary()
 {
     const auto settings = TalmoSettings::shared();
-    const auto tell = [this, settings] { m_speech->setWords(settings->dictionaryWords()); };
+    const auto tell = [this, settings] { m_recognisers.engines->setWords(settings->dictionaryWords()); };
     connect(settings.get(), &Observable::objectWillChange, this, tell, Qt::QueuedConnection);
     tell();
 }
@@ -254,8 +252,9 @@ void TalmoApp::warmUpOnPress()
 {
     m_warmUpMonitor = m_eventMonitor->addGlobalMonitor(
         GlobalHotkeyManager::flagsChangedMask,
-        [engine = m_audioEngine, speech = m_speech.get(), locale = m_locale, clock = std::shared_ptr<Clock>(m_clock),
-         executor = m_speechExecutor, model = m_languageModel](const FlagsChangedEvent &event) {
+        [engine = m_audioEngine, speech = m_recognisers.engines, locale = m_locale,
+         clock = std::shared_ptr<Clock>(m_clock), executor = m_speechExecutor,
+         model = m_languageModel](const FlagsChangedEvent &event) {
             if ((event.modifierFlags & GlobalHotkeyManager::functionFlag) == 0) {
                 return;
             }
@@ -288,6 +287,7 @@ QCoro::Task<void> TalmoApp::shutDown()
     if (const auto transcription = m_transcription) {
         co_await transcription->cancelTranscription();
     }
+    m_recognisers.models->cancel();
     co_await m_pasteboard->shutDown();
     co_await m_languageModel->shutDown();
     co_await m_defaults->written();

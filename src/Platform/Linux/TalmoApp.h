@@ -2,6 +2,7 @@
 
 #include "App/TalmoCoordinator.h"
 #include "Base/SerialExecutor.h"
+#include "Platform/Linux/LinuxRecognisers.h"
 #include "Platform/Linux/LinuxSettings.h"
 #include "UI/ViewContext.h"
 
@@ -18,7 +19,7 @@ class DesktopScreens;
 class DesktopShell;
 class JsonUserDefaults;
 class PulseAudioEngine;
-class SpeechEngines;
+class LinuxRecogniserSettings;
 class SystemLocaleSource;
 class TextCleanupService;
 class TimerFdClock;
@@ -75,7 +76,8 @@ private:
     std::shared_ptr<XInput2EventMonitor> m_eventMonitor;
     std::shared_ptr<XcbPasteboard> m_pasteboard;
     std::shared_ptr<PulseAudioEngine> m_audioEngine;
-    std::unique_ptr<SpeechEngines> m_speech;
+    LinuxRecognisers m_recognisers;
+    std::shared_ptr<LinuxRecogniserSettings> m_recogniserSettings;
     std::shared_ptr<SystemLocaleSource> m_locale;
     std::shared_ptr<RecorderService> m_recorder;
     std::shared_ptr<TranscriptionService> m_transcription;

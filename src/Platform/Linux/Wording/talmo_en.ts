@@ -287,5 +287,53 @@
         <source>Talmo Settings</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Automatic (the best there is)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Built in (PocketSphinx, English)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This model is not installed; another one is used.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>These models need the library of sherpa-onnx, which is not installed. The command scripts/neural-library --user in Talmo&apos;s source folder installs it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Recogniser</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Model</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Talmo&apos;s own addition on Linux. What you say is recognised on this computer whichever you choose; only the download of a model uses the network.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Installation</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Licence: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

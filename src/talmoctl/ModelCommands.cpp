@@ -1,0 +1,202 @@
+#include "Base/Error.h"
+#include "Platform/Linux/ControlSocket.h"
+#include "Platform/Linux/LinuxRecognisers.h"
+#include "Platform/Linux/LinuxSettings.h"
+#include "Platform/Linux/SherpaLibrary.h"
+#include "Platform/Linux/TimerFdClock.h"
+#include "talmoctl/Command.h"
+#include "talmoctl/Terminal.h"
+#include "talmoctl/UserSettings.h"
+
+#include <QCoro/QCoroFuture>
+
+#include <unistd.h>
+
+namespace talmo::ctl {
+
+namespace {
+
+ModelCatalogue catalogue()
+{
+    return ModelCatalogue::withUsersFile(ModelCatalogue::usersPath());
+}
+
+QString sizeOf(const ModelEntry &entry)
+{
+    constexpr double megabyte = 1e6;
+    if (entry.size) {
+        return QStringLiteral("%1 MB").arg(static_cast<double>(*entry.size) / megabyte, 0, 'f', 1);
+    }
+    return entry.roughMegabytes ? QStringLiteral("about %1 MB").arg(*entry.roughMegabytes)
+                                : QStringLiteral("size not known");
+}
+
+void describe(const ModelEntry &entry, const QString &state)
+{
+    writeLine(QStringLiteral("%1  %2  %3").arg(entry.id, -20).arg(state, -11).arg(entry.title));
+    writeLine(QStringLiteral("    %1; %2; %3; licence %4")
+                  .arg(entry.engine, entry.languages.join(QStringLiteral(", ")), sizeOf(entry), entry.licence));
+    if (!entry.gives.isEmpty()) {
+        writeLine(QStringLiteral("    ") + entry.gives);
+    }
+}
+
+QCoro::Task<int> runList(Invocation /*invocation*/)
+{
+    const UserSettings settings;
+    const ModelStore store(ModelStore::standardFolder());
+    const QString choice = LinuxSettings::read(*settings.defaults).speechEngine;
+    const auto stateOf = [&store, &choice](const QString &name) {
+        if (!store.isInstalled(name)) {
+            return QStringLiteral("-");
+        }
+        return name == choice ? QStringLiteral("chosen") : QStringLiteral("installed");
+    };
+    const ModelCatalogue known = catalogue();
+    for (const auto &entry : known.entries()) {
+        describe(entry, stateOf(entry.id));
+    }
+    for (const auto &name : store.installed()) {
+        if (known.find(name) == nullptr) {
+            writeLine(QStringLiteral("%1  %2  (in no catalogue)").arg(name, -20).arg(stateOf(name), -11));
+        }
+    }
+    co_return EXIT_SUCCESS;
+}
+
+/// On a terminal a bar that grows in one line; elsewhere a line for each step.
+class ProgressBar {
+public:
+    void show(const ModelProgress &progress)
+    {
+        if (::isatty(STDERR_FILENO) == 0) {
+            if (!m_last || m_last->phase != progress.phase) {
+                complain(progress.description());
+            }
+            m_last = progress;
+            return;
+        }
+        m_last = progress;
+        constexpr int width = 30;
+        const int filled = static_cast<int>(progress.share().value_or(0) * width);
+        const QString bar = QStringLiteral("#").repeated(filled) + QStringLiteral(".").repeated(width - filled);
+        writeRaw(QStringLiteral("\r[%1] %2\x1b[K").arg(bar, progress.description()));
+        m_isOpen = true;
+    }
+    ~ProgressBar()
+    {
+        if (m_isOpen) {
+            writeRaw(QStringLiteral("\n"));
+        }
+    }
+    ProgressBar() = default;
+    ProgressBar(const ProgressBar &) = delete;
+    ProgressBar &operator=(const ProgressBar &) = delete;
+
+private:
+    static void writeRaw(const QString &text)
+    {
+        const QByteArray bytes = text.toUtf8();
+        std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr);
+    }
+
+    std::optional<ModelProgress> m_last;
+    bool m_isOpen = false;
+};
+
+/// The user may come to regret what is not said before.
+void tellBefore(const ModelEntry &entry, const QString &neuralLibrary)
+{
+    writeLine(QStringLiteral("%1: %2, from %3").arg(entry.id, entry.title, entry.address.toString()));
+    writeLine(QStringLiteral("Licence: %1 %2").arg(entry.licence, entry.licenceAddress.toString()));
+    if (entry.sha256.isEmpty()) {
+        writeLine(QStringLiteral("Nobody has noted this model's checksum: it is as trustworthy as the server."));
+    }
+    if (!SherpaLibrary::isInstalled(neuralLibrary)) {
+        writeLine(QStringLiteral("The neural recogniser's library is not installed: until it is, the model is not "
+                                 "tried, nor used."));
+    }
+}
+
+QCoro::Task<int> runInstall(Invocation invocation)
+{
+    const QString id = invocation.arguments->positionalArguments().first();
+    const ModelCatalogue known = catalogue();
+    const ModelEntry *found = known.find(id);
+    if (found == nullptr) {
+        throw Error(QStringLiteral("there is no model “%1”; talmoctl model list says which there are").arg(id));
+    }
+    const ModelEntry entry = *found;
+    const UserSettings settings;
+    const QString library = LinuxSettings::read(*settings.defaults).neuralLibrary;
+    tellBefore(entry, library);
+    {
+        const auto bar = std::make_shared<ProgressBar>();
+        const ModelInstaller installer = LinuxRecognisers::installer(std::make_shared<TimerFdClock>(), library);
+        const ModelInstaller::OnProgress show = [bar](const ModelProgress &progress) { bar->show(progress); };
+        co_await installer.install(entry, show, {});
+    }
+    writeLine(QStringLiteral("%1 is installed.").arg(id));
+    co_return EXIT_SUCCESS;
+}
+
+QCoro::Task<int> runRemove(Invocation invocation)
+{
+    const QString id = invocation.arguments->positionalArguments().first();
+    const ModelStore store(ModelStore::standardFolder());
+    const auto lock = store.lock();
+    store.remove(id);
+    writeLine(QStringLiteral("%1 is removed.").arg(id));
+    co_return EXIT_SUCCESS;
+}
+
+/// Through the Talmo that runs, which would not notice a change of the file; else into the file.
+QCoro::Task<int> runUse(Invocation invocation)
+{
+    const QString choice = invocation.arguments->positionalArguments().first();
+    const bool isModel = choice != SpeechEngines::automaticChoice && choice != SpeechEngines::embeddedChoice;
+    if (isModel && !ModelStore(ModelStore::standardFolder()).isInstalled(choice)) {
+        throw Error(QStringLiteral("the model “%1” is not installed; else there is “%2” and “%3”")
+                        .arg(choice, SpeechEngines::automaticChoice, SpeechEngines::embeddedChoice));
+    }
+    constexpr int patience = 2000;
+    const auto answer = ControlSocket::exchange(ControlSocket::recogniserRequest(choice), patience, patience);
+    if (answer) {
+        ControlSocket::checkAnswer(*answer);
+    } else {
+        const UserSettings settings;
+        settings.defaults->set(LinuxSettings::speechEngineKey(), choice);
+        co_await settings.defaults->written();
+        const UserSettings again;
+        if (LinuxSettings::read(*again.defaults).speechEngine != choice) {
+            throw Error(QStringLiteral("the settings could not be written"));
+        }
+    }
+    writeLine(QStringLiteral("From the next recording on: %1.").arg(choice));
+    co_return EXIT_SUCCESS;
+}
+
+} // namespace
+
+QList<Command> modelCommands()
+{
+    const QString name = QStringLiteral("NAME");
+    return {{QStringLiteral("model list"),
+             QStringLiteral("Say which speech models there are, here and to be had."),
+             QString(),
+             {},
+             &runList},
+            {QStringLiteral("model install"),
+             QStringLiteral("Download a speech model and install it."),
+             name,
+             {},
+             &runInstall},
+            {QStringLiteral("model remove"), QStringLiteral("Remove an installed speech model."), name, {}, &runRemove},
+            {QStringLiteral("model use"),
+             QStringLiteral("Choose the recogniser: an installed model, “embedded”, or “automatic”."),
+             name,
+             {},
+             &runUse}};
+}
+
+} // namespace talmo::ctl
