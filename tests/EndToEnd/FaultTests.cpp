@@ -86,11 +86,21 @@ TEST_F(FaultRun, aWindowThatClosesBeforeThePasteCostsNothingElse)
 
 TEST_F(FaultRun, anotherLanguageIsRefusedInWords)
 {
+    environment.insert(u"LC_ALL"_s, u"fi_FI.UTF-8"_s);
+    environment.insert(u"LANG"_s, u"fi_FI.UTF-8"_s);
+    startTalmo();
+    keyboard.press(key);
+    EXPECT_TRUE(talmoSays(u"error: The current language isn't supported for on-device transcription."_s));
+    keyboard.release(key);
+}
+
+TEST_F(FaultRun, aLanguageThatNeedsTheNeuralRecogniserIsRefusedInWordsWhereItIsMissing)
+{
     environment.insert(u"LC_ALL"_s, u"fr_FR.UTF-8"_s);
     environment.insert(u"LANG"_s, u"fr_FR.UTF-8"_s);
     startTalmo();
     keyboard.press(key);
-    EXPECT_TRUE(talmoSays(u"error: The current language isn't supported for on-device transcription."_s));
+    EXPECT_TRUE(talmoSays(u"error: The neural recogniser's library is not installed; it was looked for in "_s));
     keyboard.release(key);
 }
 

@@ -11,6 +11,7 @@
 #include "Support/Printing.h"
 #include "Support/RecordingLog.h"
 #include "Support/TestLoop.h"
+#include "Support/Tones.h"
 
 #include <QDir>
 #include <QFile>
@@ -18,11 +19,8 @@
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
-#include <sndfile.h>
 
 #include <algorithm>
-#include <cmath>
-#include <numbers>
 
 namespace talmo::test {
 
@@ -91,35 +89,33 @@ protected:
         const SpeechEngines &speech, const QString &file,
         TranscriptionService::UpdateHandler onUpdate = [](const QString &) {})
     {
-        const auto service = std::make_shared<SpeechTranscriptionService>(
+        return QCoro::waitFor(transcribeFile(serviceOf(speech), executor, file, u"en_US"_s, std::move(onUpdate))).text;
+    }
+    static std::shared_ptr<SpeechTranscriptionService> serviceOf(const SpeechEngines &speech)
+    {
+        return std::make_shared<SpeechTranscriptionService>(
             speech.platform(), std::make_shared<SpeexAudioConverterFactory>(), SerialExecutor::onNewThread(u"speech"_s),
             SerialExecutor::onCurrentThread());
-        return QCoro::waitFor(transcribeFile(service, executor, file, u"en_US"_s, std::move(onUpdate))).text;
     }
-    /// Many tones at once around these frequencies, a second each, with a pause behind each.
+    /// What goes wrong with a recording; empty where nothing does.
+    QString problemWith(const SpeechEngines &speech, const QString &file)
+    {
+        return QCoro::waitFor(
+            problemOf(transcribeFile(serviceOf(speech), executor, file, u"en_US"_s, [](const QString &) {})));
+    }
+    static QCoro::Task<QString> problemOf(QCoro::Task<FileTranscript> task)
+    {
+        try {
+            co_await task;
+        } catch (const Error &error) {
+            co_return error.localizedDescription();
+        }
+        co_return QString();
+    }
     QString tones(std::initializer_list<double> frequencies)
     {
-        constexpr int rate = 16000;
-        constexpr int count = 24;
-        std::vector<float> samples;
-        for (const double frequency : frequencies) {
-            for (int index = 0; index < rate * 5 / 2; ++index) {
-                double sum = 0;
-                for (int tone = 0; tone < count && index < rate; ++tone) {
-                    const double each = frequency * (0.35 + 1.3 * tone / count);
-                    sum += std::sin(2 * std::numbers::pi * each * index / rate + tone * tone);
-                }
-                samples.push_back(static_cast<float>(sum) / count);
-            }
-        }
-        SF_INFO info{};
-        info.samplerate = rate;
-        info.channels = 1;
-        info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
-        const QString file = models.filePath(u"../tones-%1.wav"_s.arg(frequencies.size()));
-        SNDFILE *out = sf_open(file.toLocal8Bit().constData(), SFM_WRITE, &info);
-        sf_writef_float(out, samples.data(), static_cast<sf_count_t>(samples.size()));
-        sf_close(out);
+        const QString file = home.filePath(u"tones-%1.wav"_s.arg(frequencies.size()));
+        writeTones(file, frequencies);
         return file;
     }
 
@@ -237,6 +233,16 @@ TEST_F(NeuralEngineTest, theEmbeddedRecogniserGoesOnWhereTheTokensAreNotTheModel
     RecordingLog log;
     write(models.filePath(u"toy/tokens.txt"_s), "a 0\n<blk> 1\n"); // The library ends the process over such things.
     const auto speech = engines(configuration());
+    EXPECT_EQ(hear(*speech, rig::speak(u"thank you very much"_s, home.path())), u"thank you very much"_s);
+}
+
+TEST_F(NeuralEngineTest, whereTheModelFailsInTheMiddleTheNextRecordingIsAnotherRecognisers)
+{
+    write(models.filePath(u"toy/tokens.txt"_s), "\u2581lo 0\n<blk> 3\n"); // "hi" is nothing it can write down.
+    auto configured = configuration();
+    configured.models.check = [](const QString &, const QString &) {};
+    const auto speech = engines(configured);
+    EXPECT_EQ(problemWith(*speech, tones({5000})), u"The neural recogniser failed."_s);
     EXPECT_EQ(hear(*speech, rig::speak(u"thank you very much"_s, home.path())), u"thank you very much"_s);
 }
 

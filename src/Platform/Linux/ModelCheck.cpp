@@ -29,18 +29,22 @@ namespace {
 constexpr std::size_t sampleRate = 16000;
 constexpr std::size_t blockSize = 2048;
 
-/// Ten seconds of murmur: loud enough that there is something to recognise.
+/// Ten seconds in which there is something to recognise for any model: murmur, hiss, and pauses between them.
 std::vector<float> someSound()
 {
     constexpr std::size_t seconds = 10;
-    constexpr float loudness = 0.1F;
+    constexpr float loudness = 0.2F;
     std::minstd_rand generator;
     std::normal_distribution<float> noise(0, loudness);
     std::vector<float> sound(seconds * sampleRate);
     float last = 0;
-    for (float &sample : sound) {
-        last = (last + noise(generator)) / 2; // More low than high sound, as in voices.
-        sample = std::clamp(last, -1.0F, 1.0F);
+    for (std::size_t index = 0; index < sound.size(); ++index) {
+        enum { Murmur, Hiss, Pause, Count };
+        const auto kind = index * 2 / sampleRate % Count;
+        const float sample = noise(generator);
+        const float difference = sample - last;
+        last = kind == Murmur ? (sample + 3 * last) / 4 : sample;
+        sound[index] = kind == Pause ? 0 : std::clamp(kind == Murmur ? last : difference, -1.0F, 1.0F);
     }
     return sound;
 }

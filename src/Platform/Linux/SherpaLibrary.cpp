@@ -260,6 +260,21 @@ SherpaLibrary::Recogniser::~Recogniser()
     m_library->m_functions->destroyRecogniser(m_handle);
 }
 
+namespace {
+
+/// The library throws what is unknown here, over models that do not fit their tokens for example.
+template <typename Call>
+auto guarded(Call call)
+{
+    try {
+        return call();
+    } catch (...) {
+        throw Error(QStringLiteral("The neural recogniser failed."));
+    }
+}
+
+} // namespace
+
 const void *SherpaLibrary::Stream::create(const Recogniser &recogniser, const QStringList &hotWords)
 {
     const auto &functions = *recogniser.m_library->m_functions;
@@ -275,7 +290,7 @@ const void *SherpaLibrary::Stream::create(const Recogniser &recogniser, const QS
 
 SherpaLibrary::Stream::Stream(std::shared_ptr<Recogniser> recogniser, const QStringList &hotWords)
     : m_recogniser(std::move(recogniser)),
-      m_handle(create(*m_recogniser, hotWords))
+      m_handle(guarded([&] { return create(*m_recogniser, hotWords); }))
 {
     if (m_handle == nullptr) {
         throw Error(QStringLiteral("The neural recogniser could not begin a recording."));
@@ -290,29 +305,33 @@ SherpaLibrary::Stream::~Stream()
 void SherpaLibrary::Stream::accept(std::span<const float> samples)
 {
     constexpr std::int32_t sampleRate = 16000;
-    m_recogniser->m_library->m_functions->accept(m_handle, sampleRate, samples.data(),
-                                                 static_cast<std::int32_t>(samples.size()));
+    guarded([&] {
+        m_recogniser->m_library->m_functions->accept(m_handle, sampleRate, samples.data(),
+                                                     static_cast<std::int32_t>(samples.size()));
+    });
     decode();
 }
 
 void SherpaLibrary::Stream::inputFinished()
 {
-    m_recogniser->m_library->m_functions->inputFinished(m_handle);
+    guarded([this] { m_recogniser->m_library->m_functions->inputFinished(m_handle); });
     decode();
 }
 
 void SherpaLibrary::Stream::decode()
 {
     const auto &functions = *m_recogniser->m_library->m_functions;
-    while (functions.isReady(m_recogniser->m_handle, m_handle) != 0) {
-        functions.decode(m_recogniser->m_handle, m_handle);
-    }
+    guarded([&] {
+        while (functions.isReady(m_recogniser->m_handle, m_handle) != 0) {
+            functions.decode(m_recogniser->m_handle, m_handle);
+        }
+    });
 }
 
 QString SherpaLibrary::Stream::text() const
 {
     const auto &functions = *m_recogniser->m_library->m_functions;
-    const char *json = functions.resultAsJson(m_recogniser->m_handle, m_handle);
+    const char *json = guarded([&] { return functions.resultAsJson(m_recogniser->m_handle, m_handle); });
     if (json == nullptr) {
         return {};
     }
@@ -323,12 +342,13 @@ QString SherpaLibrary::Stream::text() const
 
 bool SherpaLibrary::Stream::isEndpoint() const
 {
-    return m_recogniser->m_library->m_functions->isEndpoint(m_recogniser->m_handle, m_handle) != 0;
+    return guarded(
+        [this] { return m_recogniser->m_library->m_functions->isEndpoint(m_recogniser->m_handle, m_handle) != 0; });
 }
 
 void SherpaLibrary::Stream::reset()
 {
-    m_recogniser->m_library->m_functions->reset(m_recogniser->m_handle, m_handle);
+    guarded([this] { m_recogniser->m_library->m_functions->reset(m_recogniser->m_handle, m_handle); });
 }
 
 } // namespace talmo

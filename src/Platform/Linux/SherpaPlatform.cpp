@@ -6,6 +6,7 @@
 #include "Platform/Models/ModelCatalogue.h"
 
 #include <atomic>
+#include <functional>
 #include <mutex>
 #include <utility>
 #include <vector>
@@ -16,14 +17,45 @@ namespace {
 
 class SherpaRecording final : public RecordingDecoder {
 public:
-    SherpaRecording(std::shared_ptr<SherpaLibrary::Recogniser> recogniser, PersonalSpelling spelling, Publish publish)
+    /// `giveUp`: called when the recogniser fails.
+    SherpaRecording(std::shared_ptr<SherpaLibrary::Recogniser> recogniser, PersonalSpelling spelling, Publish publish,
+                    std::function<void()> giveUp)
         : m_spelling(std::move(spelling)),
           m_stream(std::move(recogniser), m_spelling.spokenForms()),
-          m_publish(std::move(publish))
+          m_publish(std::move(publish)),
+          m_giveUp(std::move(giveUp))
     {
     }
 
     void process(std::span<const std::int16_t> samples) override
+    {
+        guarded([this, samples] { listen(samples); });
+    }
+
+    void finish() override
+    {
+        guarded([this] {
+            // The last sound is held back until enough comes behind it.
+            constexpr std::size_t tail = std::size_t(sampleRate) * 6 / 10;
+            m_stream.accept(std::vector<float>(tail));
+            m_stream.inputFinished();
+            publishFinal(readable());
+        });
+    }
+
+private:
+    template <typename Work>
+    void guarded(Work work)
+    {
+        try {
+            work();
+        } catch (const Error &) {
+            m_giveUp();
+            throw;
+        }
+    }
+
+    void listen(std::span<const std::int16_t> samples)
     {
         constexpr float loudest = 32768;
         std::vector<float> scaled(samples.begin(), samples.end());
@@ -41,16 +73,6 @@ public:
         }
     }
 
-    void finish() override
-    {
-        // The last sound is held back until enough comes behind it.
-        constexpr std::size_t tail = std::size_t(sampleRate) * 6 / 10;
-        m_stream.accept(std::vector<float>(tail));
-        m_stream.inputFinished();
-        publishFinal(readable());
-    }
-
-private:
     QString readable()
     {
         if (const QString raw = m_stream.text(); raw != m_rawText) {
@@ -73,6 +95,7 @@ private:
     PersonalSpelling m_spelling;
     SherpaLibrary::Stream m_stream;
     Publish m_publish;
+    std::function<void()> m_giveUp;
     QString m_rawText;
     QString m_readableText;
     QString m_volatileText;
@@ -103,6 +126,14 @@ public:
         return m_recogniser;
     }
     void unload() { m_recogniser.reset(); }
+    /// It failed in the middle of a recording, and may do so again.
+    void giveUp()
+    {
+        m_isUsable = false;
+        unload();
+        generalLog().error("the neural recogniser with the model in %@ failed; it is not used any more",
+                           {m_model.folder});
+    }
 
     /// Any thread.
     bool isUsable() const { return m_isUsable; }
@@ -178,7 +209,8 @@ SherpaPlatform::assetInstallationRequest(const std::shared_ptr<SpeechTranscriber
 MakeRecordingDecoder SherpaPlatform::decoderMaker()
 {
     return [loaded = m_loaded](RecordingDecoder::Publish publish) {
-        return std::make_unique<SherpaRecording>(loaded->get(), PersonalSpelling(loaded->words()), std::move(publish));
+        return std::make_unique<SherpaRecording>(loaded->get(), PersonalSpelling(loaded->words()), std::move(publish),
+                                                 [loaded] { loaded->giveUp(); });
     };
 }
 

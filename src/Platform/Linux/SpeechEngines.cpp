@@ -16,11 +16,11 @@
 
 namespace talmo {
 
+using Models = std::vector<InstalledModel>;
+
 namespace {
 
 constexpr Duration idleTime = std::chrono::minutes(10);
-
-using Models = std::vector<InstalledModel>;
 
 /// What is not spoken into a microphone teaches nothing about one.
 MicrophoneKnowledge knowledge(std::function<QString()> microphoneName)
@@ -60,7 +60,7 @@ SpeechEngines::SpeechEngines(std::shared_ptr<SerialExecutor> executor, std::shar
     }
     arrange();
     watchFolder();
-    m_lookedFor = lookForModels();
+    lookForModels();
 }
 
 SpeechEngines::~SpeechEngines()
@@ -80,28 +80,45 @@ void SpeechEngines::watchFolder()
     connect(m_watcher.get(), &QFileSystemWatcher::directoryChanged, this, [this] { lookForModels(); });
 }
 
+/// Asked again while it looks, it looks once more before anybody is told.
 QFuture<void> SpeechEngines::lookForModels()
 {
+    if (m_looking) {
+        m_looksAgain = true;
+        return m_looking->future();
+    }
+    m_looking = Completion<void>::make();
+    m_lookedFor = m_looking->future();
+    look();
+    return m_lookedFor;
+}
+
+void SpeechEngines::look()
+{
+    m_looksAgain = false;
     const auto looking =
         m_checker->call([configuration = m_configuration.models, known = m_models, executor = m_executor] {
             return InstalledModels::look(configuration, known, executor);
         });
-    const auto taken = [self = QPointer(this)](Models models) {
+    logEscapes(take(looking, [self = QPointer(this)](Models models) {
         if (self) {
-            self->m_models = std::move(models);
-            for (const auto &platform : self->neural()) {
-                platform->setWords(self->m_words);
-            }
-            self->arrange();
+            self->takeModels(std::move(models));
         }
-    };
-    auto completion = Completion<void>::make();
-    m_lookedFor = completion->future();
-    logEscapes(take(looking, [taken, completion](Models models) {
-        taken(std::move(models));
-        completion->finish();
     }));
-    return m_lookedFor;
+}
+
+void SpeechEngines::takeModels(Models models)
+{
+    m_models = std::move(models);
+    for (const auto &platform : neural()) {
+        platform->setWords(m_words);
+    }
+    arrange();
+    if (m_looksAgain) {
+        look();
+    } else {
+        std::exchange(m_looking, nullptr)->finish();
+    }
 }
 
 std::vector<std::shared_ptr<SherpaPlatform>> SpeechEngines::neural() const

@@ -76,6 +76,8 @@ public:
 
 private:
     void watchFolder();
+    void look();
+    void takeModels(std::vector<InstalledModel> models);
     void arrange();
     void unload();
     static QCoro::Task<void> unloadLater(std::function<void()> unload, std::shared_ptr<Clock> clock,
@@ -93,6 +95,9 @@ private:
     std::unique_ptr<QFileSystemWatcher> m_watcher;
     QStringList m_words;
     QFuture<void> m_lookedFor;
+    /// While it looks.
+    std::shared_ptr<Completion<void>> m_looking;
+    bool m_looksAgain = false;
     std::stop_source m_idle;
 };
 

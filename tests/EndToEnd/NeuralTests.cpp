@@ -1,0 +1,169 @@
+// The neural recogniser in the whole of Talmo, with a made model that tells low sound from high. Skipped, and said so,
+// where TALMO_NEURAL_LIBRARY does not name its library.
+
+#include "EndToEnd/TalmoRun.h"
+
+#include "Support/Printing.h"
+#include "Support/TestFileServer.h"
+#include "Support/Tones.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace talmo::test {
+
+namespace {
+
+class NeuralRun : public TalmoRun {
+protected:
+    void SetUp() override
+    {
+        const QString library = qEnvironmentVariable("TALMO_NEURAL_LIBRARY");
+        if (library.isEmpty()) {
+            GTEST_SKIP() << "NOT TESTED: TALMO_NEURAL_LIBRARY does not name the neural recogniser's library.";
+        }
+        desktop.storeSettings({{u"linux.neuralLibrary"_s, library},
+                               {u"linux.languageModelAddress"_s, u"off"_s},
+                               {u"linux.dictationLanguage"_s, language}});
+        makeModel(models + u"/toy"_s);
+        writeTones(tone, {400});
+    }
+    void makeModel(const QString &folder) const
+    {
+        ASSERT_EQ(QProcess::execute(u"/usr/bin/python3"_s,
+                                    {QStringLiteral(TALMO_TESTS_FOLDER "/Support/make_toy_model.py"), folder}),
+                  0);
+    }
+    /// Hold, a low tone, let go.
+    void dictateTone()
+    {
+        keyboard.press(key);
+        ASSERT_TRUE(talmoSays(u"state: recording"_s));
+        sound->play(tone);
+        keyboard.release(key);
+    }
+    int talmoctl(const QStringList &arguments)
+    {
+        QProcess process;
+        process.setProcessEnvironment(environment);
+        process.start(QStringLiteral(TALMO_BIN "/talmoctl"), arguments);
+        EXPECT_TRUE(rig::waitUntil([&process] { return process.state() == QProcess::NotRunning; }, patience));
+        return process.exitCode();
+    }
+
+    QString language = u"en_US"_s;
+    const QString models = desktop.folder() + u"/data/talmo/models"_s;
+    const QString tone = desktop.folder() + u"/tone.wav"_s;
+};
+
+/// Somebody who speaks a language of which no model is here yet.
+class FrenchRun : public NeuralRun {
+protected:
+    FrenchRun() { language = u"fr_FR"_s; }
+    void SetUp() override
+    {
+        NeuralRun::SetUp();
+        if (IsSkipped() || HasFatalFailure()) {
+            return;
+        }
+        ASSERT_TRUE(QDir(models).rename(u"toy"_s, u"../french"_s));
+        ASSERT_EQ(QProcess::execute(u"tar"_s, {u"-C"_s, models + u"/.."_s, u"-czf"_s,
+                                               files.filePath(u"french.tar.gz"_s), u"french"_s}),
+                  0);
+        server = std::make_unique<TestFileServer>(files.path());
+    }
+    void storeCatalogue(const QString &path) const
+    {
+        QFile catalogue(desktop.folder() + u"/config/talmo/models.json"_s);
+        ASSERT_TRUE(catalogue.open(QFile::WriteOnly));
+        const QJsonObject entry{
+            {u"id"_s, u"toy-fr"_s}, {u"languages"_s, QJsonArray{u"fr"_s}}, {u"address"_s, server->address(path)}};
+        catalogue.write(QJsonDocument(QJsonObject{{u"models"_s, QJsonArray{entry}}}).toJson());
+    }
+
+    QTemporaryDir files;
+    std::unique_ptr<TestFileServer> server;
+};
+
+} // namespace
+
+TEST_F(NeuralRun, dictatesIntoAWindow)
+{
+    openQtWindow();
+    startTalmo();
+    ASSERT_TRUE(talmoSays(u"neural recogniser: "_s));
+    dictateTone();
+    EXPECT_TRUE(windowShows(u"Lo"_s));
+    EXPECT_TRUE(talmoSays(u"state: idle"_s));
+    EXPECT_EQ(quitTalmo(), 0);
+}
+
+TEST_F(NeuralRun, aDamagedModelIsSaidAndTheEmbeddedRecogniserGoesOn)
+{
+    ASSERT_TRUE(QFile(models + u"/toy/model.onnx"_s).resize(1500));
+    openQtWindow();
+    startTalmo();
+    ASSERT_TRUE(talmoSays(u"a speech model is not used"_s));
+    dictate(u"hello world"_s);
+    EXPECT_TRUE(windowShows(u"Hello world."_s));
+}
+
+TEST_F(NeuralRun, theRecogniserIsChosenWhileTalmoRuns)
+{
+    openQtWindow();
+    startTalmo();
+    ASSERT_TRUE(talmoSays(u"neural recogniser: "_s));
+    EXPECT_EQ(talmoctl({u"model"_s, u"use"_s, u"embedded"_s}), 0);
+    ASSERT_TRUE(talmoSays(u"recogniser: embedded"_s));
+    dictate(u"hello world"_s);
+    EXPECT_TRUE(windowShows(u"Hello world."_s));
+    ASSERT_TRUE(talmoSays(u"state: idle"_s));
+    EXPECT_EQ(quitTalmo(), 0);
+    startTalmo(); // It is remembered.
+    dictate(u"thank you very much"_s);
+    EXPECT_TRUE(windowShows(u"Hello world.Thank you very much."_s));
+}
+
+TEST_F(FrenchRun, aModelThatIsMissingComesAtTheFirstPressAndALaterOneIsToldThatItIsGone)
+{
+    storeCatalogue(u"/french.tar.gz?break=300"_s);
+    openQtWindow();
+    startTalmo();
+    dictateTone();
+    EXPECT_TRUE(windowShows(u"Lo"_s));
+    EXPECT_EQ(server->requests().size(), 2);
+    ASSERT_TRUE(talmoSays(u"state: idle"_s));
+
+    ASSERT_TRUE(QDir(models + u"/toy-fr"_s).removeRecursively());
+    keyboard.press(key);
+    EXPECT_TRUE(talmoSays(u"error: The on-device speech model for this language isn't installed yet. Installing it "
+                          u"once requires an internet connection; after that, transcription works fully offline."_s));
+    keyboard.release(key);
+}
+
+TEST_F(FrenchRun, aModelThatCannotBeHadIsAnError)
+{
+    storeCatalogue(u"/french.tar.gz?status=404"_s);
+    openQtWindow();
+    startTalmo();
+    keyboard.press(key);
+    EXPECT_TRUE(talmoSays(u"error: The server answers: 404"_s));
+    keyboard.release(key);
+    EXPECT_EQ(quitTalmo(), 0);
+}
+
+TEST_F(FrenchRun, quittingBreaksADownloadOff)
+{
+    storeCatalogue(u"/french.tar.gz?stall=300"_s);
+    openQtWindow();
+    startTalmo();
+    keyboard.press(key);
+    ASSERT_TRUE(server->waitForRequests(1));
+    EXPECT_EQ(quitTalmo(), 0);
+    keyboard.release(key);
+}
+
+} // namespace talmo::test

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QString>
+
+#include <cmath>
+#include <initializer_list>
+#include <numbers>
+#include <sndfile.h>
+#include <vector>
+
+namespace talmo::test {
+
+/// Writes a sound file of many tones at once around each of these frequencies (Hz), a second each, with a pause of one
+/// and a half behind each.
+inline void writeTones(const QString &file, std::initializer_list<double> frequencies)
+{
+    constexpr int rate = 16000;
+    constexpr int count = 24;
+    std::vector<float> samples;
+    for (const double frequency : frequencies) {
+        for (int index = 0; index < rate * 5 / 2; ++index) {
+            double sum = 0;
+            for (int tone = 0; tone < count && index < rate; ++tone) {
+                const double each = frequency * (0.35 + 1.3 * tone / count);
+                sum += std::sin(2 * std::numbers::pi * each * index / rate + tone * tone);
+            }
+            samples.push_back(static_cast<float>(sum) / count);
+        }
+    }
+    SF_INFO info{};
+    info.samplerate = rate;
+    info.channels = 1;
+    info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
+    SNDFILE *out = sf_open(file.toLocal8Bit().constData(), SFM_WRITE, &info);
+    sf_writef_float(out, samples.data(), static_cast<sf_count_t>(samples.size()));
+    sf_close(out);
+}
+
+} // namespace talmo::test
