@@ -69,9 +69,14 @@ protected:
         if (library.isEmpty()) {
             GTEST_SKIP() << "NOT TESTED: TALMO_NEURAL_LIBRARY does not name the neural recogniser's library.";
         }
+        makeModel(u"make_toy_model.py"_s);
+    }
+
+    void makeModel(const QString &script)
+    {
         QProcess maker;
         maker.start(u"/usr/bin/python3"_s,
-                    {QStringLiteral(TALMO_TESTS_FOLDER "/Support/make_toy_model.py"), models.filePath(u"toy"_s)});
+                    {QStringLiteral(TALMO_TESTS_FOLDER "/Support/") + script, models.filePath(u"toy"_s)});
         ASSERT_TRUE(maker.waitForFinished() && maker.exitCode() == 0) << maker.readAllStandardError().constData();
     }
 
@@ -322,6 +327,20 @@ TEST_F(NeuralEngineTest, wordsAreWrittenAsTheUserSpellsThem)
     const auto speech = engines(configuration());
     speech->setWords({u"LO"_s});
     EXPECT_TRUE(hear(*speech, tones({400})).startsWith(u"LO"_s));
+}
+
+TEST_F(NeuralEngineTest, aModelThatCanBeToldWordsListensForThem)
+{
+    ASSERT_TRUE(QDir(models.filePath(u"toy"_s)).removeRecursively());
+    makeModel(u"make_toy_transducer.py"_s);
+    const auto speech = engines(configuration());
+    ASSERT_EQ(speech->neural().size(), 1U);
+    const QString sound = tones({400, 5000});
+    EXPECT_EQ(hear(*speech, sound), u"lo hi"_s); // Not shouted, though the model knows capitals only.
+    speech->setWords({u"HiFi/Audio"_s, u"Low"_s});
+    EXPECT_EQ(hear(*speech, sound), u"Low hi"_s);
+    speech->setWords({});
+    EXPECT_EQ(hear(*speech, sound), u"lo hi"_s);
 }
 
 TEST_F(NeuralEngineTest, sayHowItDoes)

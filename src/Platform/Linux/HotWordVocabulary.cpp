@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 
+#include <algorithm>
 #include <cmath>
 
 namespace talmo {
@@ -12,6 +13,16 @@ namespace {
 bool isPiece(const QByteArray &token)
 {
     return !token.startsWith('<') && !token.startsWith('#');
+}
+
+/// Whether no piece has a small letter.
+bool areCapitals(const QByteArray &tokens)
+{
+    const auto lines = tokens.split('\n');
+    return std::all_of(lines.begin(), lines.end(), [](const QByteArray &line) {
+        const QString text = QString::fromUtf8(line);
+        return !isPiece(line) || text == text.toUpper();
+    });
 }
 
 } // namespace
@@ -29,8 +40,7 @@ HotWordVocabulary::HotWordVocabulary(const SherpaModel &model)
         return;
     }
     const QByteArray content = tokens.readAll();
-    const QString text = QString::fromUtf8(content);
-    m_hasCapitals = text.contains(QStringLiteral("\u2581THE ")) || text.contains(QStringLiteral("\u2581A "));
+    m_hasCapitals = areCapitals(content);
     m_isUsable = true;
     if (!isOfPieces) {
         return;

@@ -15,7 +15,7 @@ namespace talmo {
 
 namespace {
 
-constexpr qint64 smallestModel = 1024;
+constexpr qint64 smallestModel = 128;
 constexpr qint64 largestTokens = qint64(16) * 1024 * 1024;
 
 /// Files such as "encoder-epoch-99.int8.onnx": the smaller numbers are quicker and next to as good, so they come first.

@@ -1,0 +1,91 @@
+#!/usr/bin/python3
+"""Makes a neural model without any training that can be told words to listen for: low sound is "LO", or nearly as well
+"LOW"; high sound is "HI". A transducer of three parts, as the published ones are.
+
+  make_toy_transducer.py FOLDER     needs Debian's python3-onnx
+"""
+import pathlib
+import sys
+
+import numpy
+import onnx
+from onnx import TensorProto, helper, numpy_helper
+
+MELS = 80
+STEP = 8
+TOKENS = ["<blk>", "<sos/eos>", "<unk>", "\u2581LO", "\u2581LOW", "\u2581HI", "W"]  # The last stands alone in no word.
+SIZE = len(TOKENS)
+NEVER = -50.0
+
+
+def tensor(name, kind, shape):
+    return helper.make_tensor_value_info(name, kind, shape)
+
+
+def save(path, nodes, inputs, outputs, constants, notes):
+    values = [numpy_helper.from_array(numpy.array(value), name) for name, value in constants.items()]
+    graph = helper.make_graph(nodes, path.stem, inputs, outputs, values)
+    model = helper.make_model(graph, opset_imports=[helper.make_opsetid("", 13)])
+    model.ir_version = 8
+    helper.set_model_props(model, {key: str(value) for key, value in notes.items()})
+    onnx.checker.check_model(model)
+    onnx.save(model, str(path))
+
+
+def encoder(path):
+    """Averages eight frames and scores each token by the energy where its sound is."""
+    weights = numpy.zeros((MELS, SIZE), numpy.float32)
+    weights[0:25, 3] = 1 / 25
+    weights[0:25, 4] = 1 / 25
+    weights[55:80, 5] = 1 / 25
+    bias = numpy.array([-6, NEVER, NEVER, 0, -0.5, 0, NEVER], numpy.float32)  # Quiet is nothing; LO goes before LOW.
+    save(path, [
+        helper.make_node("ReduceMean", ["x"], ["mean"], axes=[1], keepdims=1),
+        helper.make_node("MatMul", ["mean", "weights"], ["energies"]),
+        helper.make_node("Add", ["energies", "bias"], ["encoder_out"]),
+        helper.make_node("Identity", ["h"], ["next_h"]),
+        helper.make_node("Identity", ["c"], ["next_c"]),
+    ], [
+        tensor("x", TensorProto.FLOAT, ["N", "T", MELS]),
+        tensor("h", TensorProto.FLOAT, [1, "N", 1]),
+        tensor("c", TensorProto.FLOAT, [1, "N", 1]),
+    ], [
+        tensor("encoder_out", TensorProto.FLOAT, ["N", 1, SIZE]),
+        tensor("next_h", TensorProto.FLOAT, [1, "N", 1]),
+        tensor("next_c", TensorProto.FLOAT, [1, "N", 1]),
+    ], {"weights": weights, "bias": bias}, {
+        "model_type": "lstm", "num_encoder_layers": 1, "T": STEP, "decode_chunk_len": STEP,
+        "rnn_hidden_size": 1, "d_model": 1, "version": 1, "model_author": "Talmo",
+    })
+
+
+def decoder(path):
+    """Nothing is said twice in a row: LO and LOW are one sound."""
+    after = numpy.zeros((SIZE, SIZE), numpy.float32)
+    after[3:5, 3:5] = NEVER
+    after[5, 5] = NEVER
+    save(path, [
+        helper.make_node("Gather", ["y", "last"], ["token"], axis=1),
+        helper.make_node("Gather", ["after", "token"], ["rows"], axis=0),
+        helper.make_node("Squeeze", ["rows", "axes"], ["decoder_out"]),
+    ], [tensor("y", TensorProto.INT64, ["N", 2])], [tensor("decoder_out", TensorProto.FLOAT, ["N", SIZE])],
+         {"last": numpy.array([1], numpy.int64), "axes": numpy.array([1], numpy.int64), "after": after},
+         {"vocab_size": SIZE, "context_size": 2})
+
+
+def joiner(path):
+    save(path, [helper.make_node("Add", ["encoder_out", "decoder_out"], ["logit"])],
+         [tensor("encoder_out", TensorProto.FLOAT, ["N", SIZE]), tensor("decoder_out", TensorProto.FLOAT, ["N", SIZE])],
+         [tensor("logit", TensorProto.FLOAT, ["N", SIZE])], {}, {"joiner_dim": SIZE})
+
+
+if __name__ == "__main__":
+    if len(sys.argv) != 2:
+        sys.exit(__doc__)
+    target = pathlib.Path(sys.argv[1])
+    target.mkdir(parents=True, exist_ok=True)
+    encoder(target / "encoder.onnx")
+    decoder(target / "decoder.onnx")
+    joiner(target / "joiner.onnx")
+    (target / "tokens.txt").write_text("".join(f"{token} {index}\n" for index, token in enumerate(TOKENS)))
+    (target / "talmo-model.json").write_text('{"languages": ["en"], "kind": "transducer", "hotWords": "bpe"}\n')
