@@ -1,18 +1,17 @@
-// How many words come out right, through the service that dictations go through, from sound files.
+// How many words come out right: sentences played into a sound server, or read from files, through the service that
+// dictations go through.
 
 #include "accuracy/Corpus.h"
+#include "accuracy/Listener.h"
 #include "accuracy/Scoring.h"
 #include "accuracy/SoundFiles.h"
 
 #include "Base/Error.h"
-#include "Platform/Linux/FileTranscription.h"
-#include "Platform/Linux/PocketSphinxPlatform.h"
-#include "Platform/Linux/SpeexAudioConverter.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QCoro/QCoroTask>
 #include <QFile>
+#include <QTemporaryDir>
 
 #include <algorithm>
 #include <chrono>
@@ -38,8 +37,9 @@ struct Options {
     QStringList sets;
     Half half = Half::Report;
     QString folder;
+    QString engine;
+    std::shared_ptr<rig::SoundRig> sound;
     bool showsErrors = false;
-    QStringList words;
 };
 
 struct Score {
@@ -57,12 +57,6 @@ int commandsIn(const QString &text)
 {
     const auto words = comparableWords(text);
     return occurrences(words, commands[0]) + occurrences(words, commands[1]);
-}
-
-QCoro::Task<FileTranscript> hear(std::shared_ptr<SpeechTranscriptionService> service,
-                                 std::shared_ptr<SerialExecutor> recogniser, QString file)
-{
-    return transcribeFile(service, recogniser, file, QStringLiteral("en_US"), [](const QString &) {});
 }
 
 void count(Score &score, const Utterance &utterance, const QString &heard)
@@ -86,21 +80,15 @@ Score run(const std::vector<Session> &sessions, const Options &options)
 {
     Score score;
     for (const auto &session : sessions) {
-        const auto recogniser = SerialExecutor::onNewThread(QStringLiteral("decoder"));
-        const auto platform = std::make_shared<PocketSphinxPlatform>(recogniser);
-        PersonalVocabulary vocabulary;
+        ListenerOptions listening{options.engine, {}, options.sound};
         for (const auto &utterance : session.utterances) {
-            if (!utterance.keyword.isEmpty() && !vocabulary.words.contains(utterance.keyword)) {
-                vocabulary.words.append(utterance.keyword);
+            if (!utterance.keyword.isEmpty() && !listening.words.contains(utterance.keyword)) {
+                listening.words.append(utterance.keyword);
             }
         }
-        vocabulary.soundsLike = Pronunciation::readSoundsLike(QStringLiteral(TALMO_ACCURACY_TEXTS "/sounds-like.txt"));
-        platform->setVocabulary(vocabulary);
-        const auto service = std::make_shared<SpeechTranscriptionService>(
-            platform, std::make_shared<SpeexAudioConverterFactory>(),
-            SerialExecutor::onNewThread(QStringLiteral("speech")), SerialExecutor::onCurrentThread());
+        Listener listener(listening);
         for (const auto &utterance : session.utterances) {
-            const FileTranscript transcript = QCoro::waitFor(hear(service, recogniser, utterance.file));
+            const FileTranscript transcript = listener.hear(utterance.file);
             const QString heard = transcript.text;
             const Score before = score;
             score.finishing.push_back(std::chrono::duration<double, std::milli>(transcript.finishing).count());
@@ -169,6 +157,32 @@ void reportWordless(const Options &options)
     }
 }
 
+/// How long the end takes after a recording of so many seconds, in the middle of speech: nothing was settled by a
+/// pause. What was said counts for nothing here.
+void reportLengths(const Options &options)
+{
+    for (const int seconds : {3, 10, 30}) {
+        std::vector<Session> sessions;
+        for (const auto &session : spoken(QStringLiteral("sentences"), options.voices, Half::Both, options.folder)) {
+            constexpr std::size_t rounds = 4;
+            Session joinedSession{session.speaker, {}};
+            for (std::size_t round = 0; round < rounds; ++round) {
+                QStringList files;
+                for (std::size_t index = round * 10; index < session.utterances.size(); ++index) {
+                    files.append(session.utterances[index].file);
+                }
+                const QString name = QStringLiteral("joined-%1-%2").arg(session.speaker).arg(round);
+                joinedSession.utterances.push_back({joined(files, seconds, name, options.folder), {}, {}});
+            }
+            sessions.push_back(joinedSession);
+        }
+        const Score score = run(sessions, options);
+        std::printf("%-28s end %.0f ms, p95 %.0f ms\n", qUtf8Printable(QStringLiteral("%1 s of speech").arg(seconds)),
+                    percentile(score.finishing, 0.5), percentile(score.finishing, 0.95));
+        std::fflush(stdout);
+    }
+}
+
 void runSets(const Options &options)
 {
     const auto has = [&options](const char *set) { return options.sets.contains(QLatin1String(set)); };
@@ -199,9 +213,19 @@ void runSets(const Options &options)
         report(QStringLiteral("recorded, noise 15 dB"), noisy(people(), 15), options);
         report(QStringLiteral("recorded, 20 dB softer"), softer(people()), options);
     }
+    if (has("lengths")) {
+        reportLengths(options);
+    }
     if (has("wordless")) {
         reportWordless(options);
     }
+}
+
+std::shared_ptr<rig::SoundRig> soundRig()
+{
+    static const QTemporaryDir folder;
+    auto environment = QProcessEnvironment::systemEnvironment();
+    return std::make_shared<rig::SoundRig>(folder.path(), environment);
 }
 
 Options parse(const QCoreApplication &application)
@@ -210,14 +234,20 @@ Options parse(const QCoreApplication &application)
     parser.addHelpOption();
     const QCommandLineOption voices(QStringLiteral("voices"), QStringLiteral("Of these voices only."),
                                     QStringLiteral("LIST"), allVoices.join(QLatin1Char(',')));
-    const QCommandLineOption sets(QStringLiteral("sets"), QStringLiteral("Only these sets."), QStringLiteral("LIST"),
-                                  QStringLiteral("sentences,recorded,changed,commands,plain,personal,wordless"));
+    const QCommandLineOption sets(
+        QStringLiteral("sets"), QStringLiteral("Only these sets."), QStringLiteral("LIST"),
+        QStringLiteral("sentences,recorded,changed,commands,plain,personal,lengths,wordless"));
     const QCommandLineOption half(QStringLiteral("half"), QStringLiteral("Which half: tuning, report or both."),
                                   QStringLiteral("HALF"), QStringLiteral("report"));
     const QCommandLineOption folder(QStringLiteral("folder"), QStringLiteral("Keep the sound files here."),
                                     QStringLiteral("FOLDER"), QStringLiteral("build/accuracy"));
     const QCommandLineOption errors(QStringLiteral("errors"), QStringLiteral("Show what was heard wrongly."));
-    parser.addOptions({voices, sets, half, folder, errors});
+    const QCommandLineOption engine(QStringLiteral("engine"),
+                                    QStringLiteral("The recogniser: embedded, or the name of an installed model."),
+                                    QStringLiteral("NAME"), SpeechEngines::embeddedChoice);
+    const QCommandLineOption fromFile(QStringLiteral("file"),
+                                      QStringLiteral("Read the sound files instead of playing them, which is faster."));
+    parser.addOptions({voices, sets, half, folder, errors, engine, fromFile});
     parser.process(application);
     Options options;
     options.voices = parser.value(voices).split(QLatin1Char(','));
@@ -228,6 +258,8 @@ Options parse(const QCoreApplication &application)
                                                     : Half::Report;
     options.folder = parser.value(folder);
     options.showsErrors = parser.isSet(errors);
+    options.engine = parser.value(engine);
+    options.sound = parser.isSet(fromFile) ? nullptr : soundRig();
     return options;
 }
 

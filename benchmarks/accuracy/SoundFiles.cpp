@@ -138,6 +138,27 @@ QString withGain(const QString &file, int decibels, const QString &folder)
     });
 }
 
+QString joined(const QStringList &files, int seconds, const QString &name, const QString &folder)
+{
+    return once(folder, QStringLiteral("%1-%2s").arg(name).arg(seconds), [&] {
+        Sound all;
+        for (const auto &file : files) {
+            const Sound sound = read(file, {});
+            all.rate = sound.rate;
+            constexpr double audible = 0.01;
+            const auto isAudible = [](double sample) { return std::abs(sample) > audible; };
+            const auto begin = std::find_if(sound.samples.begin(), sound.samples.end(), isAudible);
+            const auto end = std::find_if(sound.samples.rbegin(), sound.samples.rend(), isAudible).base();
+            if (begin < end) {
+                all.samples.insert(all.samples.end(), begin, end);
+            }
+        }
+        const auto length = static_cast<std::size_t>(seconds) * static_cast<std::size_t>(all.rate);
+        all.samples.resize(std::min(all.samples.size(), length));
+        return all;
+    });
+}
+
 QString wordless(Wordless kind, const QString &folder)
 {
     constexpr std::size_t seconds = 60;

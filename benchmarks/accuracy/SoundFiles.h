@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace talmo::accuracy {
 
@@ -12,6 +13,8 @@ QString fromRaw(const QString &file, const QString &folder);
 QString withNoise(const QString &file, int decibels, const QString &folder);
 /// Louder or softer by so many decibels.
 QString withGain(const QString &file, int decibels, const QString &folder);
+/// Speech without a pause, cut off after so many seconds.
+QString joined(const QStringList &files, int seconds, const QString &name, const QString &folder);
 /// A minute in which nobody speaks.
 enum class Wordless { Silence, Noise, Music };
 QString wordless(Wordless kind, const QString &folder);

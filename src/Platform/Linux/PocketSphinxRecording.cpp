@@ -87,6 +87,7 @@ void PocketSphinxRecording::endLearning()
 void PocketSphinxRecording::listen(std::span<const std::int16_t> samples)
 {
     m_decoder->process(samples);
+    m_steadySound.add(samples);
     const bool isInSpeech = m_decoder->isInSpeech();
     if (std::exchange(m_wasInSpeech, isInSpeech) && !isInSpeech) {
         publishFinal(); // A pause: settle what was said.
@@ -102,9 +103,17 @@ void PocketSphinxRecording::beginUtterance()
     m_isInUtterance = true;
 }
 
+/// What the recogniser made of the sound since the last pause; nothing where that was music: it has no way to hear no
+/// words in it.
+QString PocketSphinxRecording::heard() const
+{
+    constexpr double onlyMusic = 0.65;
+    return m_steadySound.share() > onlyMusic ? QString() : m_decoder->hypothesis();
+}
+
 void PocketSphinxRecording::publishVolatile()
 {
-    const QString text = m_decoder->hypothesis();
+    const QString text = heard();
     if (!text.isEmpty() && text != m_volatileText) {
         m_volatileText = text;
         m_publish({text, false});
@@ -115,7 +124,8 @@ void PocketSphinxRecording::publishFinal()
 {
     m_decoder->endUtterance();
     m_isInUtterance = false;
-    const QString text = m_decoder->hypothesis();
+    const QString text = heard();
+    m_steadySound.reset();
     if (!text.isEmpty()) {
         m_publish({text, true});
     } else if (!m_volatileText.isEmpty()) {

@@ -3,6 +3,7 @@
 #include "Platform/Linux/MicrophoneMemory.h"
 #include "Platform/Linux/PocketSphinxDecoder.h"
 #include "Platform/Linux/RecordingDecoder.h"
+#include "Platform/Linux/SteadySound.h"
 
 #include <QString>
 
@@ -35,6 +36,7 @@ private:
     void endLearning();
     void listen(std::span<const std::int16_t> samples);
     void beginUtterance();
+    QString heard() const;
     void publishVolatile();
     void publishFinal();
 
@@ -49,6 +51,7 @@ private:
     bool m_wasInSpeech = false;
     QString m_volatileText;
     /// What was said to a microphone that is not known yet, kept until there is enough to know it by.
+    SteadySound m_steadySound;
     bool m_isLearning;
     std::vector<std::int16_t> m_held;
     std::size_t m_enough;

@@ -1,0 +1,112 @@
+#include "accuracy/Listener.h"
+
+#include "Base/Error.h"
+#include "Input/AudioRecorder.h"
+#include "Platform/Linux/JsonUserDefaults.h"
+#include "Platform/Linux/PulseAudioEngine.h"
+#include "Platform/Linux/SoundFileEngine.h"
+#include "Platform/Linux/SpeexAudioConverter.h"
+#include "Platform/Linux/TimerFdClock.h"
+#include "Waiting.h"
+
+#include <QCoro/QCoroFuture>
+
+#include <sndfile.h>
+
+#include <algorithm>
+#include <chrono>
+
+namespace talmo::accuracy {
+
+namespace {
+
+/// What a task ended with, since waiting for one that throws never ends.
+struct Outcome {
+    FileTranscript transcript;
+    std::exception_ptr error;
+};
+
+QCoro::Task<Outcome> outcomeOf(QCoro::Task<FileTranscript> task)
+{
+    Outcome outcome;
+    try {
+        outcome.transcript = co_await task;
+    } catch (...) {
+        outcome.error = std::current_exception();
+    }
+    co_return outcome;
+}
+
+LinuxSettings settingsFor(const QString &engine)
+{
+    LinuxSettings settings =
+        LinuxSettings::read(JsonUserDefaults(JsonUserDefaults::standardPath(), SerialExecutor::onCurrentThread()));
+    settings.speechEngine = engine;
+    return settings;
+}
+
+void requireEngine(const SpeechEngines &engines, const QString &name)
+{
+    const auto &models = engines.models();
+    const auto found =
+        std::find_if(models.begin(), models.end(), [&name](const InstalledModel &model) { return model.name == name; });
+    if (name != SpeechEngines::embeddedChoice && found == models.end()) {
+        throw Error(QStringLiteral("There is no model “%1”; talmoctl model list says which there are.").arg(name));
+    }
+    if (found != models.end() && !found->problem.isEmpty()) {
+        throw Error(found->problem);
+    }
+}
+
+} // namespace
+
+Listener::Listener(const ListenerOptions &options)
+    : m_sound(options.sound),
+      m_recogniser(SerialExecutor::onNewThread(QStringLiteral("decoder"))),
+      m_recognisers(
+          LinuxRecognisers::make(m_recogniser, std::make_shared<TimerFdClock>(), {}, settingsFor(options.engine))),
+      m_service(std::make_shared<SpeechTranscriptionService>(
+          m_recognisers.engines->platform(), std::make_shared<SpeexAudioConverterFactory>(),
+          SerialExecutor::onNewThread(QStringLiteral("speech")), SerialExecutor::onCurrentThread()))
+{
+    QCoro::waitFor(await(m_recognisers.engines->modelsChecked()));
+    requireEngine(*m_recognisers.engines, options.engine);
+    m_recognisers.engines->setWords(options.words);
+    const auto soundsLike = Pronunciation::readSoundsLike(QStringLiteral(TALMO_ACCURACY_TEXTS "/sounds-like.txt"));
+    m_recogniser->post([embedded = m_recognisers.engines->embedded(), words = options.words, soundsLike] {
+        embedded->setVocabulary({words, soundsLike});
+    });
+}
+
+FileTranscript Listener::hear(const QString &file)
+{
+    auto task = m_sound
+                    ? hearPlayed(file)
+                    : transcribeFile(m_service, m_recogniser, file, QStringLiteral("en_US"), [](const QString &) {});
+    const Outcome outcome = QCoro::waitFor(outcomeOf(std::move(task)));
+    if (outcome.error) {
+        std::rethrow_exception(outcome.error);
+    }
+    return outcome.transcript;
+}
+
+/// As a dictation goes: the microphone is on before the first word, and the key is let go with the last one.
+QCoro::Task<FileTranscript> Listener::hearPlayed(QString file)
+{
+    const auto engine = std::make_shared<PulseAudioEngine>();
+    const auto recorder = std::make_shared<AudioRecorder>(engine);
+    const auto ignoreUpdate = [](const QString &) {};
+    const auto ignoreError = [](const std::exception_ptr &) {};
+    co_await m_service->startTranscription(recorder, QStringLiteral("en_US"), ignoreUpdate, ignoreError);
+    const auto begin = std::chrono::steady_clock::now();
+    m_sound->play(file);
+    const auto lastSound = std::chrono::steady_clock::now();
+    recorder->stop();
+    FileTranscript transcript;
+    transcript.text = co_await m_service->stopTranscription();
+    transcript.finishing = std::chrono::steady_clock::now() - lastSound;
+    transcript.length = lastSound - begin;
+    co_return transcript;
+}
+
+} // namespace talmo::accuracy
