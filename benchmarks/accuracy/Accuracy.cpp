@@ -38,6 +38,7 @@ struct Options {
     Half half = Half::Report;
     QString folder;
     QString engine;
+    bool isThorough = false;
     std::shared_ptr<rig::SoundRig> sound;
     bool showsErrors = false;
 };
@@ -80,7 +81,7 @@ Score run(const std::vector<Session> &sessions, const Options &options)
 {
     Score score;
     for (const auto &session : sessions) {
-        ListenerOptions listening{options.engine, {}, options.sound};
+        ListenerOptions listening{options.engine, {}, options.isThorough, options.sound};
         for (const auto &utterance : session.utterances) {
             if (!utterance.keyword.isEmpty() && !listening.words.contains(utterance.keyword)) {
                 listening.words.append(utterance.keyword);
@@ -247,7 +248,9 @@ Options parse(const QCoreApplication &application)
                                     QStringLiteral("NAME"), SpeechEngines::embeddedChoice);
     const QCommandLineOption fromFile(QStringLiteral("file"),
                                       QStringLiteral("Read the sound files instead of playing them, which is faster."));
-    parser.addOptions({voices, sets, half, folder, errors, engine, fromFile});
+    const QCommandLineOption thorough(QStringLiteral("thorough"),
+                                      QStringLiteral("The embedded recogniser goes over everything twice."));
+    parser.addOptions({voices, sets, half, folder, errors, engine, fromFile, thorough});
     parser.process(application);
     Options options;
     options.voices = parser.value(voices).split(QLatin1Char(','));
@@ -259,6 +262,7 @@ Options parse(const QCoreApplication &application)
     options.folder = parser.value(folder);
     options.showsErrors = parser.isSet(errors);
     options.engine = parser.value(engine);
+    options.isThorough = parser.isSet(thorough);
     options.sound = parser.isSet(fromFile) ? nullptr : soundRig();
     return options;
 }

@@ -6,6 +6,7 @@
 #include "Support/ManualClock.h"
 #include "Support/Printing.h"
 #include "Support/TestLoop.h"
+#include "Support/Tones.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -33,9 +34,11 @@ public:
 
     void setVocabulary(const PersonalVocabulary &vocabulary) { m_platform->setVocabulary(vocabulary); }
 
-    QString hears(const QString &text)
+    void setThorough(bool isThorough) { m_platform->setThorough(isThorough); }
+
+    QString hears(const QString &text) { return hearsFile(rig::speak(text, m_folder.path())); }
+    QString hearsFile(const QString &file)
     {
-        const QString file = rig::speak(text, m_folder.path());
         return QCoro::waitFor(transcribeFile(m_service, m_executor, file, u"en_US"_s, [](const QString &) {})).text;
     }
 
@@ -171,6 +174,27 @@ TEST(EmbeddedRecogniser, knowsAMicrophoneAgain)
     EXPECT_FALSE(memory->recall(u"desk"_s).isEmpty());
     Listener next({}, {[] { return u"desk"_s; }, memory});
     EXPECT_EQ(next.hears(u"thank you very much"_s), u"thank you very much"_s);
+}
+
+TEST(EmbeddedRecogniser, goesOverEverythingTwiceWhereItIsToldTo)
+{
+    Listener listener;
+    EXPECT_EQ(listener.hears(u"we will meet again on monday"_s), u"we will meet again on monday"_s);
+    listener.setThorough(true);
+    EXPECT_EQ(listener.hears(u"we will meet again on monday"_s), u"we will meet again on monday"_s);
+    EXPECT_EQ(listener.hears(u"thank you very much"_s), u"thank you very much"_s);
+    listener.setThorough(false);
+    EXPECT_EQ(listener.hears(u"thank you very much"_s), u"thank you very much"_s);
+}
+
+TEST(EmbeddedRecogniser, hearsNoWordsInChords)
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(u"chords.wav"_s);
+    writeTones(file, {400, 600, 400, 600}, 4);
+    Listener listener;
+    EXPECT_EQ(listener.hearsFile(file), QString());
+    EXPECT_EQ(listener.hears(u"thank you very much"_s), u"thank you very much"_s);
 }
 
 TEST(SpeechEngines, givesItsMemoryBackAfterTenIdleMinutes)

@@ -82,7 +82,7 @@ protected:
 
     SpeechEngines::Configuration configuration(const QString &choice = SpeechEngines::automaticChoice) const
     {
-        return {{models.path(), library, &checkModelOnce}, ModelCatalogue::withUsersFile({}), choice, {}};
+        return {{models.path(), library, &checkModelOnce}, ModelCatalogue::withUsersFile({}), choice, false, {}};
     }
     std::unique_ptr<SpeechEngines> engines(const SpeechEngines::Configuration &configured)
     {

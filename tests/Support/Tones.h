@@ -10,12 +10,11 @@
 
 namespace talmo::test {
 
-/// Writes a sound file of many tones at once around each of these frequencies (Hz), a second each, with a pause of one
-/// and a half behind each.
-inline void writeTones(const QString &file, std::initializer_list<double> frequencies)
+/// Writes a sound file of so many tones at once around each of these frequencies (Hz), a second each, with a pause of
+/// one and a half behind each: many are a kind of noise, few are a chord.
+inline void writeTones(const QString &file, std::initializer_list<double> frequencies, int count = 24)
 {
     constexpr int rate = 16000;
-    constexpr int count = 24;
     std::vector<float> samples;
     for (const double frequency : frequencies) {
         for (int index = 0; index < rate * 5 / 2; ++index) {

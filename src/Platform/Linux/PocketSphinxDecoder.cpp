@@ -184,6 +184,15 @@ void PocketSphinxDecoder::endUtterance()
     require(ps_end_utt(m_decoder), "an utterance could not end.");
 }
 
+void PocketSphinxDecoder::processWhole(std::span<const std::int16_t> samples)
+{
+    const CepstralMean mean = cepstralMean();
+    beginUtterance();
+    require(ps_process_raw(m_decoder, samples.data(), samples.size(), FALSE, TRUE), "audio was refused.");
+    endUtterance();
+    setCepstralMean(mean);
+}
+
 bool PocketSphinxDecoder::isInSpeech() const
 {
     return ps_get_in_speech(m_decoder) != 0;
@@ -203,6 +212,12 @@ std::vector<PocketSphinxDecoder::HeardWord> PocketSphinxDecoder::heardWords() co
         words.push_back({token, last - first + 1});
     }
     return words;
+}
+
+int PocketSphinxDecoder::trailingSilence() const
+{
+    const auto words = heardWords();
+    return !words.empty() && words.back().isFiller() ? words.back().frames : 0;
 }
 
 QString PocketSphinxDecoder::hypothesis() const

@@ -47,9 +47,14 @@ public:
     void beginUtterance();
     void process(std::span<const std::int16_t> samples);
     void endUtterance();
+    /// A whole utterance at once, with the sound of the microphone taken from all of it: slower and, with people rather
+    /// than machines speaking, better. What was learnt about the microphone before stays. Between utterances.
+    void processWhole(std::span<const std::int16_t> samples);
 
     /// Whether somebody was speaking at the end of what was processed; turns false half a second after the last word.
     bool isInSpeech() const;
+    /// How long nothing has been said at the end of the words so far, in frames of a hundredth of a second.
+    int trailingSilence() const;
     /// The words so far, or at the end, spelled as the user spells them; empty when there are none.
     QString hypothesis() const;
 

@@ -20,13 +20,15 @@ constexpr std::size_t heldBlock = 2048;
 } // namespace
 
 PocketSphinxRecording::PocketSphinxRecording(std::shared_ptr<PocketSphinxDecoderPool> pool,
-                                             const MicrophoneKnowledge &microphone, Publish publish)
+                                             const MicrophoneKnowledge &microphone, bool isThorough, Publish publish)
     : m_pool(std::move(pool)),
       m_memory(microphone.memory),
       m_publish(std::move(publish)),
       m_microphoneName(microphone.currentName ? microphone.currentName() : QString()),
       m_decoder(m_pool->take()),
+      m_isThorough(isThorough),
       m_isLearning(!m_decoder->setCepstralMean(m_memory->recall(m_microphoneName))),
+      m_isFirst(m_isLearning),
       m_enough(firstLearning)
 {
     if (!m_isLearning) {
@@ -88,13 +90,29 @@ void PocketSphinxRecording::listen(std::span<const std::int16_t> samples)
 {
     m_decoder->process(samples);
     m_steadySound.add(samples);
+    m_utterance.insert(m_utterance.end(), samples.begin(), samples.end());
     const bool isInSpeech = m_decoder->isInSpeech();
-    if (std::exchange(m_wasInSpeech, isInSpeech) && !isInSpeech) {
-        publishFinal(); // A pause: settle what was said.
+    const bool isPause = std::exchange(m_wasInSpeech, isInSpeech) && !isInSpeech;
+    if (isPause || isTimeToCut()) {
+        publishFinal(); // Settle what was said.
         beginUtterance();
     } else {
         publishVolatile();
     }
+}
+
+/// The longer an utterance, the longer takes its end. Who speaks on and on takes breath at times, if only a little.
+bool PocketSphinxRecording::isTimeToCut() const
+{
+    struct Length {
+        std::size_t samples;
+        int silence; ///< In hundredths of a second.
+    };
+    constexpr auto second = std::size_t(sampleRate);
+    constexpr Length lengths[] = {{8 * second, 8}, {14 * second, 3}};
+    return std::any_of(std::begin(lengths), std::end(lengths), [this](const Length &length) {
+        return m_utterance.size() > length.samples && m_decoder->trailingSilence() >= length.silence;
+    });
 }
 
 void PocketSphinxRecording::beginUtterance()
@@ -124,8 +142,13 @@ void PocketSphinxRecording::publishFinal()
 {
     m_decoder->endUtterance();
     m_isInUtterance = false;
+    // Of a microphone that has just been learnt too little is known yet for what came first.
+    if ((m_isThorough || std::exchange(m_isFirst, false)) && !heard().isEmpty()) {
+        m_decoder->processWhole(m_utterance);
+    }
     const QString text = heard();
     m_steadySound.reset();
+    m_utterance.clear();
     if (!text.isEmpty()) {
         m_publish({text, true});
     } else if (!m_volatileText.isEmpty()) {

@@ -23,9 +23,10 @@ struct MicrophoneKnowledge {
 /// One recording, cut at its pauses, so that the end of it has little left to do.
 class PocketSphinxRecording final : public RecordingDecoder {
 public:
-    /// Takes a decoder from the pool, and gives it back in the end unless it refused something. Throws Error.
+    /// Takes a decoder from the pool, and gives it back in the end unless it refused something. `isThorough`: goes over
+    /// each utterance a second time, as a whole. Throws Error.
     PocketSphinxRecording(std::shared_ptr<PocketSphinxDecoderPool> pool, const MicrophoneKnowledge &microphone,
-                          Publish publish);
+                          bool isThorough, Publish publish);
     ~PocketSphinxRecording() override;
 
     void process(std::span<const std::int16_t> samples) override;
@@ -38,6 +39,7 @@ private:
     void beginUtterance();
     QString heard() const;
     void publishVolatile();
+    bool isTimeToCut() const;
     void publishFinal();
 
     std::shared_ptr<PocketSphinxDecoderPool> m_pool;
@@ -50,9 +52,14 @@ private:
     bool m_isInUtterance = false;
     bool m_wasInSpeech = false;
     QString m_volatileText;
-    /// What was said to a microphone that is not known yet, kept until there is enough to know it by.
     SteadySound m_steadySound;
+    bool m_isThorough;
+    /// The current utterance.
+    std::vector<std::int16_t> m_utterance;
+    /// What was said to a microphone that is not known yet, kept until there is enough to know it by.
     bool m_isLearning;
+    /// The microphone was not known, and the first utterance has not been settled.
+    bool m_isFirst;
     std::vector<std::int16_t> m_held;
     std::size_t m_enough;
 };

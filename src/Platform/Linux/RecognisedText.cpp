@@ -1,6 +1,7 @@
 #include "Platform/Linux/RecognisedText.h"
 
 #include "Cleanup/LocalFormatting.h"
+#include "Platform/Linux/Pronunciation.h"
 
 #include <QRegularExpression>
 
@@ -30,12 +31,15 @@ QStringList listRequests()
     return all;
 }
 
-/// Words of a name that is written in one: "CloudFormation" is "cloud formation".
+/// How a word is said: "cloud formation" for "CloudFormation". Where more than letters would be lost on the way, as of
+/// "C++", it is what is written.
 QString spokenForm(const QString &word)
 {
-    static const QRegularExpression seam(QStringLiteral("(?<=\\p{Ll})(?=\\p{Lu})"));
-    QString spoken = word;
-    return spoken.replace(seam, QStringLiteral(" ")).toLower().simplified();
+    const QStringList parts = spokenParts(word);
+    const QString written = word.toLower().simplified();
+    return parts.join(QString()).toLower() == QString(written).remove(QLatin1Char(' '))
+               ? parts.join(QLatin1Char(' ')).toLower()
+               : written;
 }
 
 } // namespace
