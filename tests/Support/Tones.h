@@ -23,7 +23,7 @@ inline void writeTones(const QString &file, std::initializer_list<double> freque
                 const double each = frequency * (0.35 + 1.3 * tone / count);
                 sum += std::sin(2 * std::numbers::pi * each * index / rate + tone * tone);
             }
-            samples.push_back(static_cast<float>(sum) / count);
+            samples.push_back(static_cast<float>(sum / count));
         }
     }
     SF_INFO info{};

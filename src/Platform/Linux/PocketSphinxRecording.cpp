@@ -150,6 +150,7 @@ void PocketSphinxRecording::publishFinal()
     m_steadySound.reset();
     m_utterance.clear();
     if (!text.isEmpty()) {
+        m_hasHeardWords = true;
         m_publish({text, true});
     } else if (!m_volatileText.isEmpty()) {
         m_publish({QString(), false}); // What was shown turned out to be no word.
@@ -165,8 +166,13 @@ void PocketSphinxRecording::finish()
         endLearning();
     }
     publishFinal();
+    if (m_hasHeardWords) {
+        m_memory->remember(m_microphoneName, m_decoder->cepstralMean());
+    } else {
+        // What was no speech tells nothing of how speech sounds here.
+        m_decoder->setCepstralMean(m_memory->recall(m_microphoneName));
+    }
     m_isBroken = false;
-    m_memory->remember(m_microphoneName, m_decoder->cepstralMean());
 }
 
 } // namespace talmo

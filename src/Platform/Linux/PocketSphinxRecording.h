@@ -51,6 +51,7 @@ private:
     bool m_isBroken = false;
     bool m_isInUtterance = false;
     bool m_wasInSpeech = false;
+    bool m_hasHeardWords = false;
     QString m_volatileText;
     SteadySound m_steadySound;
     bool m_isThorough;
