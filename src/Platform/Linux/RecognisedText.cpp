@@ -6,6 +6,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <utility>
 
 namespace talmo {
 
@@ -66,8 +67,9 @@ PersonalSpelling::PersonalSpelling(const QStringList &words)
         }
     }
     // The longer first, or "Rust" would be found within "Rust Belt".
-    std::stable_sort(m_words.begin(), m_words.end(),
-                     [](const Word &left, const Word &right) { return left.spoken.size() > right.spoken.size(); });
+    std::sort(m_words.begin(), m_words.end(), [](const Word &left, const Word &right) {
+        return std::pair(-left.spoken.size(), left.spoken) < std::pair(-right.spoken.size(), right.spoken);
+    });
 }
 
 QString PersonalSpelling::applied(QString text) const

@@ -12,6 +12,7 @@
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 namespace talmo {
@@ -127,9 +128,10 @@ std::vector<std::shared_ptr<SherpaPlatform>> SpeechEngines::neural() const
     Models usable;
     std::copy_if(m_models.begin(), m_models.end(), std::back_inserter(usable),
                  [](const InstalledModel &model) { return model.platform != nullptr; });
-    std::stable_sort(usable.begin(), usable.end(), [this](const InstalledModel &left, const InstalledModel &right) {
+    std::sort(usable.begin(), usable.end(), [this](const InstalledModel &left, const InstalledModel &right) {
         const auto order = [this](const InstalledModel &model) {
-            return std::pair(model.name != m_configuration.choice, m_configuration.catalogue.rank(model.name));
+            return std::tuple(model.name != m_configuration.choice, m_configuration.catalogue.rank(model.name),
+                              model.name);
         };
         return order(left) < order(right);
     });
