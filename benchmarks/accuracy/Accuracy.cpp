@@ -7,6 +7,7 @@
 #include "accuracy/SoundFiles.h"
 
 #include "Base/Error.h"
+#include "Cleanup/LocalFormatting.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -29,8 +30,16 @@ const QStringList allVoices{QStringLiteral("slt"),
                             QStringLiteral("festival:cmu_us_slt_arctic_hts"),
                             QStringLiteral("festival:kal_diphone")};
 
-const QStringList commands[] = {{QStringLiteral("new"), QStringLiteral("line")},
-                                {QStringLiteral("new"), QStringLiteral("paragraph")}};
+/// What acts wherever it is written.
+QList<QStringList> commandPhrases()
+{
+    QList<QStringList> phrases{{QStringLiteral("new"), QStringLiteral("line")},
+                               {QStringLiteral("new"), QStringLiteral("paragraph")}};
+    for (const auto phrase : bulletTriggerPhrases) {
+        phrases.append(phrase.toString().split(QLatin1Char(' ')));
+    }
+    return phrases;
+}
 
 struct Options {
     QStringList voices;
@@ -56,8 +65,13 @@ struct Score {
 
 int commandsIn(const QString &text)
 {
+    static const auto phrases = commandPhrases();
     const auto words = comparableWords(text);
-    return occurrences(words, commands[0]) + occurrences(words, commands[1]);
+    int count = 0;
+    for (const auto &phrase : phrases) {
+        count += occurrences(words, phrase);
+    }
+    return count;
 }
 
 void count(Score &score, const Utterance &utterance, const QString &heard)
@@ -196,7 +210,7 @@ void runSets(const Options &options)
         constexpr int gain = -20;
         return changed(std::move(sessions), [&](const QString &file) { return withGain(file, gain, options.folder); });
     };
-    for (const char *list : {"sentences", "commands", "plain", "personal"}) {
+    for (const char *list : {"sentences", "commands", "lists", "plain", "personal"}) {
         if (has(list)) {
             report(QString::fromLatin1(list),
                    spoken(QString::fromLatin1(list), options.voices, options.half, options.folder), options);
@@ -237,7 +251,7 @@ Options parse(const QCoreApplication &application)
                                     QStringLiteral("LIST"), allVoices.join(QLatin1Char(',')));
     const QCommandLineOption sets(
         QStringLiteral("sets"), QStringLiteral("Only these sets."), QStringLiteral("LIST"),
-        QStringLiteral("sentences,recorded,changed,commands,plain,personal,lengths,wordless"));
+        QStringLiteral("sentences,recorded,changed,commands,lists,plain,personal,lengths,wordless"));
     const QCommandLineOption half(QStringLiteral("half"), QStringLiteral("Which half: tuning, report or both."),
                                   QStringLiteral("HALF"), QStringLiteral("report"));
     const QCommandLineOption folder(QStringLiteral("folder"), QStringLiteral("Keep the sound files here."),

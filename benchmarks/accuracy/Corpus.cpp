@@ -29,7 +29,10 @@ QStringList lines(const QString &path)
 /// People pause around a command.
 QString withPauses(QString text)
 {
-    static const QRegularExpression command(QStringLiteral(" ?\\b(new line|new paragraph)\\b ?"));
+    static const QRegularExpression command(QStringLiteral(
+        " ?\\b(new line|new paragraph|as a bulleted list|as bullet points|as a bullet list|in bullet points|"
+        "as bullets|in a list|format this as a list|as a list|make this a "
+        "list|bullet point this)\\b ?"));
     text.replace(command, QStringLiteral(", \\1, "));
     static const QRegularExpression outside(QStringLiteral("^[, ]+|[, ]+$"));
     return text.remove(outside);

@@ -187,6 +187,14 @@ TEST(EmbeddedRecogniser, goesOverEverythingTwiceWhereItIsToldTo)
     EXPECT_EQ(listener.hears(u"thank you very much"_s), u"thank you very much"_s);
 }
 
+TEST(EmbeddedRecogniser, hearsRequestsForAListAtTheEndOnly)
+{
+    Listener listener;
+    EXPECT_EQ(listener.hears(u"call the bank and pay the rent as bullet points"_s),
+              u"call the bank and pay the rent as bullet points"_s);
+    EXPECT_EQ(listener.hears(u"as the list shows we are late"_s), u"as the list shows we are late"_s);
+}
+
 TEST(EmbeddedRecogniser, hearsNoWordsInChords)
 {
     const QTemporaryDir folder;

@@ -14,6 +14,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace talmo {
@@ -42,7 +43,7 @@ void require(int result, const char *what)
     }
 }
 
-/// The commands as words of their own: heard as two, “new” and “line” lose against what is more usual. Weights are
+/// The commands as words of their own: heard as several, “new” and “line” lose against what is more usual. Weights are
 /// relative to an average word's.
 struct CommandWord {
     const char *token;
@@ -54,29 +55,72 @@ struct CommandWord {
 constexpr CommandWord commandWords[] = {{"new_line", "N UW L AY N", "new line", "newline"},
                                         {"new_paragraph", "N UW P EH R AH G R AE F", "new paragraph", "paragraph"}};
 constexpr float commandWeight = 300;
+/// The requests for a list.
+constexpr CommandWord listRequests[] = {
+    {"bulleted_list:own", "AE Z AH B UH L AH T AH D L IH S T", "as a bulleted list", "as bulleted list"},
+    {"bullet_points:own", "AE Z B UH L AH T P OY N T S", "as bullet points", "as the bullet points"},
+    {"bullet_list:own", "AE Z AH B UH L AH T L IH S T", "as a bullet list", "as bullet list"},
+    {"in_bullet_points:own", "IH N B UH L AH T P OY N T S", "in bullet points", "in the bullet points"},
+    {"bullets:own", "AE Z B UH L AH T S", "as bullets", "as the bullets"},
+    {"in_a_list:own", "IH N AH L IH S T", "in a list", "in the list"},
+    {"as_a_list:own", "AE Z AH L IH S T", "as a list", "as the list"},
+    {"make_list:own", "M EY K DH IH S AH L IH S T", "make this a list", "make this the list"},
+    {"format_list:own", "F AO R M AE T DH IH S AE Z AH L IH S T", "format this as a list", "format this as the list"},
+    {"bullet_point:own", "B UH L AH T P OY N T DH IH S", "bullet point this", "bullet point that"}};
+constexpr float requestWeight = 300;
+
+/// Such a request is the end of what was said, or a pause follows it; “as the list shows” begins all too much like one.
+bool isListRequest(const CommandWord &command)
+{
+    return std::any_of(std::begin(listRequests), std::end(listRequests),
+                       [&command](const CommandWord &each) { return &each == &command; });
+}
+
+const CommandWord *findCommand(const QByteArray &token)
+{
+    const auto isIt = [&token](const CommandWord &each) { return token == each.token; };
+    const auto *command = std::find_if(std::begin(commandWords), std::end(commandWords), isIt);
+    if (command != std::end(commandWords)) {
+        return command;
+    }
+    const auto *request = std::find_if(std::begin(listRequests), std::end(listRequests), isIt);
+    return request != std::end(listRequests) ? request : nullptr;
+}
+
 /// Names are rare in general and frequent with the one who has entered them.
 constexpr float personalWeight = 3000;
 
 constexpr char searchName[] = "talmo";
 
-/// Personal words go into the language model as one class: it stands a handful of single words more, and then reads
-/// beyond its own memory.
-void addClass(ngram_model_t &model, QByteArrayList &tokens)
-{
-    if (tokens.isEmpty()) {
-        return;
+/// What goes into the language model as one class: it stands a handful of single words more, or a second class, and
+/// then reads beyond its own memory.
+struct OwnWords {
+    QByteArrayList tokens;
+    std::vector<float> weights;
+
+    void add(const QByteArray &token, float weight)
+    {
+        tokens.append(token);
+        weights.push_back(weight);
     }
-    std::vector<char *> words;
-    words.reserve(static_cast<std::size_t>(tokens.size()));
-    for (auto &token : tokens) {
-        words.push_back(token.data());
+
+    void addTo(ngram_model_t &model)
+    {
+        if (tokens.isEmpty()) {
+            return;
+        }
+        const float sum = std::accumulate(weights.begin(), weights.end(), 0.0F);
+        std::vector<char *> words;
+        std::vector<float> shares;
+        for (qsizetype index = 0; index < tokens.size(); ++index) {
+            words.push_back(tokens[index].data());
+            shares.push_back(weights[static_cast<std::size_t>(index)] / sum);
+        }
+        require(
+            ngram_model_add_class(&model, "[own]", sum, words.data(), shares.data(), static_cast<int32>(words.size())),
+            "the words of its own were refused.");
     }
-    const auto count = static_cast<float>(tokens.size());
-    const std::vector<float> weights(words.size(), 1 / count);
-    require(ngram_model_add_class(&model, "[personal]", personalWeight * count, words.data(), weights.data(),
-                                  static_cast<int32>(words.size())),
-            "the personal words were refused.");
-}
+};
 
 } // namespace
 
@@ -102,7 +146,9 @@ std::unique_ptr<PocketSphinxDecoder> PocketSphinxDecoder::load(const QString &mo
     // One pass with narrow beams: measured to lose next to nothing, and the end of an utterance then costs a few
     // milliseconds instead of a tenth of a second and more.
     cmd_ln_t *config = cmd_ln_init(nullptr, ps_args(), TRUE, "-hmm", hmm.constData(), "-dict", dict.constData(),
-                                   "-fwdflat", "no", "-beam", "1e-60", "-pbeam", "1e-60", "-wbeam", "1e-40", nullptr);
+                                   "-fwdflat", "no", "-beam", "1e-60", "-pbeam", "1e-60", "-wbeam", "1e-40",
+                                   // Noise would have it follow every reading there is, and take longer than the sound.
+                                   "-maxhmmpf", "10000", nullptr);
     ps_decoder_t *decoder = config != nullptr ? ps_init(config) : nullptr;
     if (config != nullptr) {
         cmd_ln_free_r(config);
@@ -138,6 +184,12 @@ void PocketSphinxDecoder::addVocabulary(const QString &modelFolder, const Person
             ngram_model_add_word(model.get(), command.token, commandWeight);
         }
     }
+    OwnWords own;
+    for (const auto &request : listRequests) {
+        if (addToDictionary(request.token, request.phones, QString::fromLatin1(request.inPassing))) {
+            own.add(request.token, requestWeight);
+        }
+    }
     const Pronunciation pronunciation(
         [this](const QString &word) {
             char *phones = ps_lookup_word(m_decoder, word.toUtf8().constData());
@@ -146,15 +198,14 @@ void PocketSphinxDecoder::addVocabulary(const QString &modelFolder, const Person
             return result;
         },
         vocabulary.soundsLike);
-    QByteArrayList tokens;
     for (qsizetype index = 0; index < vocabulary.words.size(); ++index) {
         const QByteArray phones = pronunciation.of(vocabulary.words.at(index));
-        const QByteArray token = "word" + QByteArray::number(index) + ":personal";
+        const QByteArray token = "word" + QByteArray::number(index) + ":own";
         if (!phones.isEmpty() && addToDictionary(token, phones, vocabulary.words.at(index))) {
-            tokens.append(token);
+            own.add(token, personalWeight);
         }
     }
-    addClass(*model, tokens);
+    own.addTo(*model);
     require(ps_set_lm(m_decoder, searchName, model.get()), "the language model was refused.");
     require(ps_set_search(m_decoder, searchName), "the search could not be made.");
 }
@@ -235,10 +286,9 @@ QString PocketSphinxDecoder::hypothesis() const
         if (word.isFiller()) {
             continue;
         }
-        const auto command = std::find_if(std::begin(commandWords), std::end(commandWords),
-                                          [&word](const auto &each) { return word.token == each.token; });
+        const CommandWord *command = findCommand(word.token);
         // Before the first there is the edge as well: an index below it is beyond the last.
-        if (command != std::end(commandWords) && (isPause(index - 1) || isPause(index + 1))) {
+        if (command != nullptr && (isPause(index + 1) || (!isListRequest(*command) && isPause(index - 1)))) {
             text.append(QString::fromLatin1(command->words));
         } else {
             text.append(m_spellings.value(word.token, QString::fromUtf8(word.token)));
