@@ -30,7 +30,7 @@ const char *const choiceCaption = QT_TRANSLATE_NOOP(
 const char *const thoroughTitle = QT_TRANSLATE_NOOP("Talmo", "Thorough");
 const char *const thoroughCaption = QT_TRANSLATE_NOOP(
     "Talmo", "The built-in recogniser goes over each sentence a second time. More words come out right, and the text "
-             "comes up to a second later.");
+             "comes a second or two later.");
 
 constexpr int progressSteps = 1000;
 constexpr int progressHeight = 9;
