@@ -13,6 +13,8 @@
 
 #include <gmock/gmock.h>
 
+#include <unistd.h>
+
 namespace talmo::test {
 
 namespace {
@@ -48,6 +50,14 @@ private:
     std::shared_ptr<PocketSphinxPlatform> m_platform;
     std::shared_ptr<SpeechTranscriptionService> m_service;
 };
+
+double residentMegabytes()
+{
+    QFile file(u"/proc/self/statm"_s);
+    EXPECT_TRUE(file.open(QFile::ReadOnly));
+    const double pages = file.readAll().split(' ').value(1).toDouble();
+    return pages * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1'000'000;
+}
 
 Pronunciation pronunciation(Pronunciation::SoundsLike soundsLike = {})
 {
@@ -219,6 +229,24 @@ TEST(SpeechEngines, givesItsMemoryBackAfterTenIdleMinutes)
     EXPECT_TRUE(speech.embedded()->isLoaded());
     clock->advance(1min);
     EXPECT_FALSE(speech.embedded()->isLoaded());
+}
+
+TEST(SpeechEngines, leavesTheSystemNearlyTheMemoryThatItFound)
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "the sanitizers keep memory of their own";
+#endif
+    const auto clock = std::make_shared<ManualClock>();
+    SpeechEngines speech(SerialExecutor::onCurrentThread(), clock, [] { return u"desk"_s; }, {});
+    const auto before = residentMegabytes();
+    speech.warmUp(u"en_US"_s);
+    speech.noteUse();
+    settle();
+    const auto loaded = residentMegabytes() - before;
+    EXPECT_GT(loaded, 60);
+    clock->advance(10min);
+    settle();
+    EXPECT_LT(residentMegabytes() - before, loaded / 5);
 }
 
 TEST(SpeechEngines, otherWordsMeanAnotherModelNextTime)

@@ -11,6 +11,8 @@
 #include <QPointer>
 #include <QStandardPaths>
 
+#include <malloc.h>
+
 #include <algorithm>
 #include <tuple>
 #include <utility>
@@ -217,6 +219,8 @@ void SpeechEngines::unload()
     for (const auto &platform : neural()) {
         platform->unload();
     }
+    // What was freed in small pieces stays with the process otherwise: 40 MB of 90.
+    m_executor->post([] { malloc_trim(0); });
 }
 
 QCoro::Task<void> SpeechEngines::unloadLater(std::function<void()> unload, std::shared_ptr<Clock> clock,
