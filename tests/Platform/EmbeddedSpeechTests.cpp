@@ -39,6 +39,12 @@ public:
     void setThorough(bool isThorough) { m_platform->setThorough(isThorough); }
 
     QString hears(const QString &text) { return hearsFile(rig::speak(text, m_folder.path())); }
+    QString hearsNoisy(const QString &text, double noiseAmplitude)
+    {
+        const QString file = m_folder.filePath(u"noisy.wav"_s);
+        writeWithNoise(rig::speak(text, m_folder.path()), file, noiseAmplitude);
+        return hearsFile(file);
+    }
     QString hearsFile(const QString &file)
     {
         return QCoro::waitFor(transcribeFile(m_service, m_executor, file, u"en_US"_s, [](const QString &) {})).text;
@@ -203,6 +209,23 @@ TEST(EmbeddedRecogniser, hearsRequestsForAListAtTheEndOnly)
     EXPECT_EQ(listener.hears(u"call the bank and pay the rent as bullet points"_s),
               u"call the bank and pay the rent as bullet points"_s);
     EXPECT_EQ(listener.hears(u"as the list shows we are late"_s), u"as the list shows we are late"_s);
+}
+
+TEST(EmbeddedRecogniser, hearsThroughNoise)
+{
+    Listener listener;
+    constexpr double loudNoise = 0.02;
+    listener.hearsNoisy(u"thank you very much"_s, loudNoise); // By which it learns what it sounds like here.
+    for (const auto &text :
+         {u"see you tomorrow"_s, u"hello world"_s, u"it takes about an hour to drive to the airport"_s}) {
+        EXPECT_EQ(listener.hearsNoisy(text, loudNoise), text);
+    }
+}
+
+TEST(EmbeddedRecogniser, takesNoMonotonousVoiceForMusic)
+{
+    Listener listener;
+    EXPECT_EQ(listener.hearsNoisy(u"we will meet again on monday"_s, 0.002), u"we will meet again on monday"_s);
 }
 
 TEST(EmbeddedRecogniser, hearsNoWordsInChords)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Support/MadeSounds.h"
+
 #include <QString>
 
 #include <cmath>
@@ -14,7 +16,6 @@ namespace talmo::test {
 /// one and a half behind each: many are a kind of noise, few are a chord.
 inline void writeTones(const QString &file, std::initializer_list<double> frequencies, int count = 24)
 {
-    constexpr int rate = 16000;
     std::vector<float> samples;
     for (const double frequency : frequencies) {
         for (int index = 0; index < rate * 5 / 2; ++index) {
@@ -32,6 +33,21 @@ inline void writeTones(const QString &file, std::initializer_list<double> freque
     info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
     SNDFILE *out = sf_open(file.toLocal8Bit().constData(), SFM_WRITE, &info);
     sf_writef_float(out, samples.data(), static_cast<sf_count_t>(samples.size()));
+    sf_close(out);
+}
+
+/// Writes the sound of one file into another, with noise of that amplitude.
+inline void writeWithNoise(const QString &from, const QString &to, double amplitude)
+{
+    SF_INFO info{};
+    SNDFILE *in = sf_open(from.toLocal8Bit().constData(), SFM_READ, &info);
+    Sound sound(static_cast<std::size_t>(info.frames));
+    sf_read_double(in, sound.data(), info.frames);
+    sf_close(in);
+    const double secondsAndMore = 1 + static_cast<double>(sound.size()) / rate;
+    sound = sound + noise(secondsAndMore, amplitude);
+    SNDFILE *out = sf_open(to.toLocal8Bit().constData(), SFM_WRITE, &info);
+    sf_write_double(out, sound.data(), static_cast<sf_count_t>(sound.size()));
     sf_close(out);
 }
 

@@ -17,7 +17,21 @@ constexpr std::size_t learningStep = RecordingDecoder::sampleRate / 2;
 constexpr std::size_t longestLearning = std::size_t(RecordingDecoder::sampleRate) * 6;
 constexpr std::size_t heldBlock = 2048;
 
+void append(std::vector<std::int16_t> &sound, std::span<const std::int16_t> samples)
+{
+    sound.insert(sound.end(), samples.begin(), samples.end());
+}
+
 } // namespace
+
+std::shared_ptr<NoiseReduction> MicrophoneKnowledge::noiseAround(const QString &name) const
+{
+    auto &reduction = (*noise)[name];
+    if (!reduction) {
+        reduction = std::make_shared<NoiseReduction>();
+    }
+    return reduction;
+}
 
 PocketSphinxRecording::PocketSphinxRecording(std::shared_ptr<PocketSphinxDecoderPool> pool,
                                              const MicrophoneKnowledge &microphone, bool isThorough, Publish publish)
@@ -25,9 +39,11 @@ PocketSphinxRecording::PocketSphinxRecording(std::shared_ptr<PocketSphinxDecoder
       m_memory(microphone.memory),
       m_publish(std::move(publish)),
       m_microphoneName(microphone.currentName ? microphone.currentName() : QString()),
+      m_noise(microphone.noiseAround(m_microphoneName)),
+      m_reducesNoise(m_noise->isWorthwhile()),
       m_decoder(m_pool->take()),
       m_isThorough(isThorough),
-      m_isLearning(!m_decoder->setCepstralMean(m_memory->recall(m_microphoneName))),
+      m_isLearning(!m_decoder->setCepstralMean(m_memory->recall(soundName()))),
       m_isFirst(m_isLearning),
       m_enough(firstLearning)
 {
@@ -54,26 +70,40 @@ PocketSphinxRecording::~PocketSphinxRecording()
 void PocketSphinxRecording::process(std::span<const std::int16_t> samples)
 {
     m_isBroken = true; // Until this has ended well.
+    m_noise->measure(samples);
+    const auto withoutNoise = m_noise->reduce(samples);
     if (m_isLearning) {
         learn(samples);
     } else {
-        listen(samples);
+        listen(samples, withoutNoise);
     }
     m_isBroken = false;
+}
+
+/// Without its noise a microphone sounds like another one.
+QString PocketSphinxRecording::soundName() const
+{
+    return m_reducesNoise ? m_microphoneName + QStringLiteral(" without noise") : m_microphoneName;
 }
 
 /// With a microphone that it does not know, the recogniser would need many seconds to adjust, and get the words until
 /// then wrong. So the first words are kept until they tell what it sounds like, and only then recognised.
 void PocketSphinxRecording::learn(std::span<const std::int16_t> samples)
 {
-    m_held.insert(m_held.end(), samples.begin(), samples.end());
+    append(m_held, samples);
     if (m_held.size() < m_enough) {
         return;
     }
     m_enough += learningStep;
-    if (m_decoder->learnFrom(m_held) || m_held.size() >= longestLearning) {
+    if (learnFromHeld() || m_held.size() >= longestLearning) {
         endLearning();
     }
+}
+
+bool PocketSphinxRecording::learnFromHeld()
+{
+    m_reducesNoise = m_noise->isWorthwhile();
+    return m_decoder->learnFrom(m_reducesNoise ? m_noise->reduce(m_held) : m_held);
 }
 
 void PocketSphinxRecording::endLearning()
@@ -82,15 +112,18 @@ void PocketSphinxRecording::endLearning()
     beginUtterance();
     const auto held = std::exchange(m_held, {});
     for (std::size_t start = 0; start < held.size(); start += heldBlock) {
-        listen(std::span(held).subspan(start, std::min(heldBlock, held.size() - start)));
+        const auto block = std::span(held).subspan(start, std::min(heldBlock, held.size() - start));
+        listen(block, m_noise->reduce(block)); // Once more, now that the noise is known.
     }
 }
 
-void PocketSphinxRecording::listen(std::span<const std::int16_t> samples)
+void PocketSphinxRecording::listen(std::span<const std::int16_t> samples, std::span<const std::int16_t> withoutNoise)
 {
-    m_decoder->process(samples);
+    const auto chosen = m_reducesNoise ? withoutNoise : samples;
+    m_decoder->process(chosen);
     m_steadySound.add(samples);
-    m_utterance.insert(m_utterance.end(), samples.begin(), samples.end());
+    append(m_utterance, chosen);
+    append(m_withoutNoise, withoutNoise);
     const bool isInSpeech = m_decoder->isInSpeech();
     const bool isPause = std::exchange(m_wasInSpeech, isInSpeech) && !isInSpeech;
     if (isPause || isTimeToCut()) {
@@ -125,7 +158,7 @@ void PocketSphinxRecording::beginUtterance()
 /// words in it.
 QString PocketSphinxRecording::heard() const
 {
-    constexpr double onlyMusic = 0.65;
+    constexpr double onlyMusic = 0.75;
     return m_steadySound.share() > onlyMusic ? QString() : m_decoder->hypothesis();
 }
 
@@ -142,13 +175,21 @@ void PocketSphinxRecording::publishFinal()
 {
     m_decoder->endUtterance();
     m_isInUtterance = false;
-    // Of a microphone that has just been learnt too little is known yet for what came first.
-    if ((m_isThorough || std::exchange(m_isFirst, false)) && !heard().isEmpty()) {
+    const bool isFirst = std::exchange(m_isFirst, false);
+    if (!m_reducesNoise && m_noise->isWorthwhile()) {
+        m_reducesNoise = true; // It has become noisy here.
+        m_decoder->learnFrom(m_withoutNoise);
+        if (!heard().isEmpty()) {
+            m_decoder->processWhole(m_withoutNoise);
+        }
+    } else if ((m_isThorough || isFirst) && !heard().isEmpty()) {
+        // Of a microphone that has just been learnt too little is known yet for what came first.
         m_decoder->processWhole(m_utterance);
     }
     const QString text = heard();
     m_steadySound.reset();
     m_utterance.clear();
+    m_withoutNoise.clear();
     if (!text.isEmpty()) {
         m_hasHeardWords = true;
         m_publish({text, true});
@@ -162,15 +203,18 @@ void PocketSphinxRecording::finish()
 {
     m_isBroken = true;
     if (m_isLearning) {
-        m_decoder->learnFrom(m_held);
+        learnFromHeld();
         endLearning();
+    }
+    if (const auto rest = m_noise->flush(); m_reducesNoise) {
+        listen({}, rest);
     }
     publishFinal();
     if (m_hasHeardWords) {
-        m_memory->remember(m_microphoneName, m_decoder->cepstralMean());
+        m_memory->remember(soundName(), m_decoder->cepstralMean());
     } else {
         // What was no speech tells nothing of how speech sounds here.
-        m_decoder->setCepstralMean(m_memory->recall(m_microphoneName));
+        m_decoder->setCepstralMean(m_memory->recall(soundName()));
     }
     m_isBroken = false;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/MicrophoneMemory.h"
+#include "Platform/Linux/NoiseReduction.h"
 #include "Platform/Linux/PocketSphinxDecoder.h"
 #include "Platform/Linux/RecordingDecoder.h"
 #include "Platform/Linux/SteadySound.h"
@@ -18,6 +19,11 @@ struct MicrophoneKnowledge {
     /// The name of the one that is recorded with; asked on the recogniser's thread. Empty when unknown.
     std::function<QString()> currentName;
     std::shared_ptr<MicrophoneMemory> memory;
+    /// The noise around each, by its name. On the recogniser's thread.
+    std::shared_ptr<QHash<QString, std::shared_ptr<NoiseReduction>>> noise = nullptr;
+
+    /// Made when it is not there yet.
+    std::shared_ptr<NoiseReduction> noiseAround(const QString &name) const;
 };
 
 /// One recording, cut at its pauses, so that the end of it has little left to do.
@@ -33,9 +39,11 @@ public:
     void finish() override;
 
 private:
+    QString soundName() const;
     void learn(std::span<const std::int16_t> samples);
+    bool learnFromHeld();
     void endLearning();
-    void listen(std::span<const std::int16_t> samples);
+    void listen(std::span<const std::int16_t> samples, std::span<const std::int16_t> withoutNoise);
     void beginUtterance();
     QString heard() const;
     void publishVolatile();
@@ -46,6 +54,9 @@ private:
     std::shared_ptr<MicrophoneMemory> m_memory;
     Publish m_publish;
     QString m_microphoneName;
+    std::shared_ptr<NoiseReduction> m_noise;
+    /// What is recognised is what is left when the noise is gone.
+    bool m_reducesNoise;
     std::unique_ptr<PocketSphinxDecoder> m_decoder;
     /// Something was refused, so nothing is known of the decoder's state.
     bool m_isBroken = false;
@@ -55,8 +66,9 @@ private:
     QString m_volatileText;
     SteadySound m_steadySound;
     bool m_isThorough;
-    /// The current utterance.
+    /// The current utterance, as it is recognised, and without noise.
     std::vector<std::int16_t> m_utterance;
+    std::vector<std::int16_t> m_withoutNoise;
     /// What was said to a microphone that is not known yet, kept until there is enough to know it by.
     bool m_isLearning;
     /// The microphone was not known, and the first utterance has not been settled.

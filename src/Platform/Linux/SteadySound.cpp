@@ -15,8 +15,8 @@ namespace {
 constexpr std::size_t frameLength = 2048; // An eighth of a second, so that tones eight hertz apart are two.
 constexpr std::size_t step = 512;
 constexpr std::size_t places = frameLength / 2 + 1;
-/// In frames: 0.45 seconds.
-constexpr int steadyLength = 14;
+/// In frames: 0.7 seconds.
+constexpr int steadyLength = 22;
 /// What is weaker than this beside the strongest is no tone of its own.
 constexpr double weakest = 1e-3;
 

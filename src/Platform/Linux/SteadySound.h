@@ -8,9 +8,9 @@
 namespace talmo {
 
 /// Tells chords from speech. A voice never holds a tone quite still; instruments do. What counts is the share of the
-/// sound's strength in tones that keep their pitch for almost half a second: a few hundredths where people speak, up to
-/// four tenths with the most monotonous of synthetic voices, eight tenths where nothing but chords are heard. Speech
-/// over music has little of it, so that nothing spoken is taken for music.
+/// sound's strength in tones that keep their pitch for more than two thirds of a second: next to nothing where people
+/// speak, six tenths at most with the most monotonous of synthetic voices, nine tenths where nothing but chords are
+/// heard. Speech over music has little of it, so that nothing spoken is taken for music.
 class SteadySound {
 public:
     SteadySound();
