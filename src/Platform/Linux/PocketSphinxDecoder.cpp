@@ -148,7 +148,7 @@ std::unique_ptr<PocketSphinxDecoder> PocketSphinxDecoder::load(const QString &mo
     cmd_ln_t *config = cmd_ln_init(nullptr, ps_args(), TRUE, "-hmm", hmm.constData(), "-dict", dict.constData(),
                                    "-fwdflat", "no", "-beam", "1e-60", "-pbeam", "1e-60", "-wbeam", "1e-40",
                                    // Noise would have it follow every reading there is, and take longer than the sound.
-                                   "-maxhmmpf", "10000", nullptr);
+                                   "-maxhmmpf", "5000", nullptr);
     ps_decoder_t *decoder = config != nullptr ? ps_init(config) : nullptr;
     if (config != nullptr) {
         cmd_ln_free_r(config);

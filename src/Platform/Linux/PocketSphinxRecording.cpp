@@ -44,7 +44,6 @@ PocketSphinxRecording::PocketSphinxRecording(std::shared_ptr<PocketSphinxDecoder
       m_decoder(m_pool->take()),
       m_isThorough(isThorough),
       m_isLearning(!m_decoder->setCepstralMean(m_memory->recall(soundName()))),
-      m_isFirst(m_isLearning),
       m_enough(firstLearning)
 {
     if (!m_isLearning) {
@@ -111,6 +110,7 @@ void PocketSphinxRecording::endLearning()
     m_isLearning = false;
     beginUtterance();
     const auto held = std::exchange(m_held, {});
+    m_learntFrom = held.size();
     for (std::size_t start = 0; start < held.size(); start += heldBlock) {
         const auto block = std::span(held).subspan(start, std::min(heldBlock, held.size() - start));
         listen(block, m_noise->reduce(block)); // Once more, now that the noise is known.
@@ -175,15 +175,15 @@ void PocketSphinxRecording::publishFinal()
 {
     m_decoder->endUtterance();
     m_isInUtterance = false;
-    const bool isFirst = std::exchange(m_isFirst, false);
+    const auto learntFrom = std::exchange(m_learntFrom, 0);
+    const bool knowsMoreNow = learntFrom > 0 && m_utterance.size() > 2 * learntFrom;
     if (!m_reducesNoise && m_noise->isWorthwhile()) {
         m_reducesNoise = true; // It has become noisy here.
         m_decoder->learnFrom(m_withoutNoise);
         if (!heard().isEmpty()) {
             m_decoder->processWhole(m_withoutNoise);
         }
-    } else if ((m_isThorough || isFirst) && !heard().isEmpty()) {
-        // Of a microphone that has just been learnt too little is known yet for what came first.
+    } else if ((m_isThorough || knowsMoreNow) && !heard().isEmpty()) {
         m_decoder->processWhole(m_utterance);
     }
     const QString text = heard();

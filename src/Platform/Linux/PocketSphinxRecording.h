@@ -71,9 +71,9 @@ private:
     std::vector<std::int16_t> m_withoutNoise;
     /// What was said to a microphone that is not known yet, kept until there is enough to know it by.
     bool m_isLearning;
-    /// The microphone was not known, and the first utterance has not been settled.
-    bool m_isFirst;
     std::vector<std::int16_t> m_held;
+    /// In samples, of the utterance that goes on; nothing where the microphone was known.
+    std::size_t m_learntFrom = 0;
     std::size_t m_enough;
 };
 
