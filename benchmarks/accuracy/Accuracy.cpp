@@ -47,7 +47,6 @@ struct Options {
     Half half = Half::Report;
     QString folder;
     QString engine;
-    bool isThorough = false;
     std::shared_ptr<rig::SoundRig> sound;
     bool showsErrors = false;
 };
@@ -95,7 +94,7 @@ Score run(const std::vector<Session> &sessions, const Options &options)
 {
     Score score;
     for (const auto &session : sessions) {
-        ListenerOptions listening{options.engine, {}, options.isThorough, options.sound};
+        ListenerOptions listening{options.engine, {}, options.sound};
         for (const auto &utterance : session.utterances) {
             if (!utterance.keyword.isEmpty() && !listening.words.contains(utterance.keyword)) {
                 listening.words.append(utterance.keyword);
@@ -262,9 +261,7 @@ Options parse(const QCoreApplication &application)
                                     QStringLiteral("NAME"), SpeechEngines::embeddedChoice);
     const QCommandLineOption fromFile(QStringLiteral("file"),
                                       QStringLiteral("Read the sound files instead of playing them, which is faster."));
-    const QCommandLineOption thorough(QStringLiteral("thorough"),
-                                      QStringLiteral("The embedded recogniser goes over everything twice."));
-    parser.addOptions({voices, sets, half, folder, errors, engine, fromFile, thorough});
+    parser.addOptions({voices, sets, half, folder, errors, engine, fromFile});
     parser.process(application);
     Options options;
     options.voices = parser.value(voices).split(QLatin1Char(','));
@@ -276,7 +273,6 @@ Options parse(const QCoreApplication &application)
     options.folder = parser.value(folder);
     options.showsErrors = parser.isSet(errors);
     options.engine = parser.value(engine);
-    options.isThorough = parser.isSet(thorough);
     options.sound = parser.isSet(fromFile) ? nullptr : soundRig();
     return options;
 }

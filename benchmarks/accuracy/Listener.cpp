@@ -71,7 +71,6 @@ Listener::Listener(const ListenerOptions &options)
 {
     QCoro::waitFor(await(m_recognisers.engines->modelsChecked()));
     requireEngine(*m_recognisers.engines, options.engine);
-    m_recognisers.engines->embedded()->setThorough(options.isThorough);
     m_recognisers.engines->setWords(options.words);
     const auto soundsLike = Pronunciation::readSoundsLike(QStringLiteral(TALMO_ACCURACY_TEXTS "/sounds-like.txt"));
     m_recogniser->post([embedded = m_recognisers.engines->embedded(), words = options.words, soundsLike] {

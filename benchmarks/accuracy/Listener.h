@@ -16,8 +16,6 @@ struct ListenerOptions {
     QString engine;
     /// Personal words, as they are spelled.
     QStringList words;
-    /// The embedded recogniser goes over everything twice.
-    bool isThorough = false;
     /// Into whose microphone the files are played; null to read them instead, which is faster than speaking.
     std::shared_ptr<rig::SoundRig> sound;
 };

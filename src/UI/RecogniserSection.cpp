@@ -6,7 +6,6 @@
 #include "UI/WarningRow.h"
 #include "UI/Wording.h"
 
-#include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QProgressBar>
@@ -26,11 +25,6 @@ const char *const modelTitle = QT_TRANSLATE_NOOP("Talmo", "Model");
 const char *const choiceCaption = QT_TRANSLATE_NOOP(
     "Talmo", "Talmo's own addition on Linux. What you say is recognised on this computer whichever you choose; only "
              "the download of a model uses the network.");
-
-const char *const thoroughTitle = QT_TRANSLATE_NOOP("Talmo", "Thorough");
-const char *const thoroughCaption = QT_TRANSLATE_NOOP(
-    "Talmo", "The built-in recogniser goes over each sentence a second time. More words come out right, and the text "
-             "comes a second or two later.");
 
 constexpr int progressSteps = 1000;
 constexpr int progressHeight = 9;
@@ -86,9 +80,6 @@ void RecogniserSection::buildChoice(SettingsSection &section)
     m_choiceProblem = new WarningRow;
     section.addWidget(m_choiceProblem);
     section.addCaption(Wording::text(choiceCaption));
-    section.addSeparator();
-    m_thorough = section.addToggle(Wording::text(thoroughTitle), Wording::text(thoroughCaption));
-    connect(m_thorough, &QCheckBox::toggled, this, [this](bool isOn) { m_settings->setThorough(isOn); });
     connect(m_choice, &QComboBox::activated, this, [this] { m_settings->choose(m_choice->currentData().toString()); });
 }
 
@@ -157,8 +148,6 @@ void RecogniserSection::rereadChoice()
 {
     fill(*m_choice, m_settings->choices(), m_settings->choice());
     m_choiceProblem->setText(m_settings->choiceProblem());
-    const QSignalBlocker blocker(m_thorough);
-    m_thorough->setChecked(m_settings->isThorough());
 }
 
 void RecogniserSection::rereadModel()

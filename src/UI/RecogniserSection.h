@@ -7,7 +7,6 @@
 
 #include <memory>
 
-class QCheckBox;
 class QComboBox;
 class QLabel;
 class QProgressBar;
@@ -37,7 +36,6 @@ private:
 
     std::shared_ptr<RecogniserSettings> m_settings;
     QComboBox *m_choice = nullptr;
-    QCheckBox *m_thorough = nullptr;
     WarningRow *m_choiceProblem = nullptr;
     QComboBox *m_models = nullptr;
     QPushButton *m_action = nullptr;

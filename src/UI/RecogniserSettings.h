@@ -45,9 +45,6 @@ public:
     virtual QString choice() const = 0;
     /// From the next recording on.
     virtual void choose(const QString &id) = 0;
-    /// Whether the built-in recogniser goes over each sentence twice: more words come out right, and later.
-    virtual bool isThorough() const = 0;
-    virtual void setThorough(bool isThorough) = 0;
     /// A sentence on what is wrong with the choice or what there is; empty for nothing.
     virtual QString choiceProblem() const = 0;
 

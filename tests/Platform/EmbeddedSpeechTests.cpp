@@ -36,8 +36,6 @@ public:
 
     void setVocabulary(const PersonalVocabulary &vocabulary) { m_platform->setVocabulary(vocabulary); }
 
-    void setThorough(bool isThorough) { m_platform->setThorough(isThorough); }
-
     QString hears(const QString &text) { return hearsFile(rig::speak(text, m_folder.path())); }
     QString hearsNoisy(const QString &text, double noiseAmplitude)
     {
@@ -190,17 +188,6 @@ TEST(EmbeddedRecogniser, knowsAMicrophoneAgain)
     EXPECT_FALSE(memory->recall(u"desk"_s).isEmpty());
     Listener next({}, {[] { return u"desk"_s; }, memory});
     EXPECT_EQ(next.hears(u"thank you very much"_s), u"thank you very much"_s);
-}
-
-TEST(EmbeddedRecogniser, goesOverEverythingTwiceWhereItIsToldTo)
-{
-    Listener listener;
-    EXPECT_EQ(listener.hears(u"we will meet again on monday"_s), u"we will meet again on monday"_s);
-    listener.setThorough(true);
-    EXPECT_EQ(listener.hears(u"we will meet again on monday"_s), u"we will meet again on monday"_s);
-    EXPECT_EQ(listener.hears(u"thank you very much"_s), u"thank you very much"_s);
-    listener.setThorough(false);
-    EXPECT_EQ(listener.hears(u"thank you very much"_s), u"thank you very much"_s);
 }
 
 TEST(EmbeddedRecogniser, hearsRequestsForAListAtTheEndOnly)

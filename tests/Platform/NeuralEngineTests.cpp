@@ -82,7 +82,7 @@ protected:
 
     SpeechEngines::Configuration configuration(const QString &choice = SpeechEngines::automaticChoice) const
     {
-        return {{models.path(), library, &checkModelOnce}, ModelCatalogue::withUsersFile({}), choice, false, {}};
+        return {{models.path(), library, &checkModelOnce}, ModelCatalogue::withUsersFile({}), choice, {}};
     }
     std::unique_ptr<SpeechEngines> engines(const SpeechEngines::Configuration &configured)
     {

@@ -13,7 +13,6 @@ public:
     QList<Choice> allChoices{{QStringLiteral("automatic"), QStringLiteral("Automatic (the best there is)")},
                              {QStringLiteral("embedded"), QStringLiteral("Built in (PocketSphinx, English)")}};
     QString chosen = QStringLiteral("automatic");
-    bool thorough = false;
     QString wrongChoice;
     QList<Model> allModels{{QStringLiteral("zipformer-en"), QStringLiteral("English: Zipformer 2023-06-26"),
                             QStringLiteral("Your own words as hot words. No punctuation. About 310 MB."),
@@ -37,12 +36,6 @@ public:
     {
         calls.push_back("choose " + id.toStdString());
         publish(chosen, id);
-    }
-    bool isThorough() const override { return thorough; }
-    void setThorough(bool isThorough) override
-    {
-        calls.emplace_back(isThorough ? "thorough" : "quick");
-        publish(thorough, isThorough);
     }
     QString choiceProblem() const override { return wrongChoice; }
     QList<Model> models() const override { return allModels; }

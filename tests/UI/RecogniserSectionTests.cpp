@@ -7,7 +7,6 @@
 
 #include <gmock/gmock.h>
 
-#include <QCheckBox>
 #include <QComboBox>
 #include <QProgressBar>
 #include <QPushButton>
@@ -58,18 +57,6 @@ TEST_F(RecogniserSectionTest, theRecogniserIsChosen)
     settle();
     EXPECT_THAT(settings->calls, ElementsAre("choose embedded"));
     EXPECT_EQ(choice.currentData().toString(), u"embedded"_s);
-}
-
-TEST_F(RecogniserSectionTest, thoroughnessIsAToggle)
-{
-    auto &toggle = *section.findChild<QCheckBox *>();
-    EXPECT_FALSE(toggle.isChecked());
-    toggle.click();
-    EXPECT_THAT(settings->calls, ElementsAre("thorough"));
-    settings->thorough = false;
-    changed();
-    EXPECT_FALSE(toggle.isChecked());
-    EXPECT_EQ(settings->calls.size(), 1U); // What was set elsewhere is only shown.
 }
 
 TEST_F(RecogniserSectionTest, aChoiceMadeElsewhereIsShown)

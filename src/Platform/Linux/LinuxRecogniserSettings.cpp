@@ -82,12 +82,6 @@ void LinuxRecogniserSettings::choose(const QString &id)
     m_engines->choose(id);
 }
 
-void LinuxRecogniserSettings::setThorough(bool isThorough)
-{
-    m_defaults->set(LinuxSettings::thoroughKey(), isThorough);
-    m_engines->setThorough(isThorough);
-}
-
 QString LinuxRecogniserSettings::choiceProblem() const
 {
     const QString chosen = choice();

@@ -19,8 +19,6 @@ public:
     QList<Choice> choices() const override;
     QString choice() const override;
     void choose(const QString &id) override;
-    bool isThorough() const override { return m_engines->isThorough(); }
-    void setThorough(bool isThorough) override;
     QString choiceProblem() const override;
 
     QList<Model> models() const override;

@@ -90,7 +90,6 @@ LinuxRecognisers LinuxRecognisers::make(const std::shared_ptr<SerialExecutor> &e
         {ModelStore::standardFolder(), settings.neuralLibrary, &checkModelOnce},
         catalogue,
         settings.speechEngine,
-        settings.isThorough,
         install};
     parts.engines = std::make_shared<SpeechEngines>(executor, clock, std::move(microphoneName), configuration);
     *enginesLater = parts.engines;

@@ -2,11 +2,6 @@
 
 namespace talmo {
 
-QString LinuxSettings::thoroughKey()
-{
-    return QStringLiteral("linux.thoroughRecognition");
-}
-
 QString LinuxSettings::speechEngineKey()
 {
     return QStringLiteral("linux.speechEngine");
@@ -21,7 +16,6 @@ LinuxSettings LinuxSettings::read(const UserDefaults &defaults)
     settings.dictationLanguage = defaults.string(QStringLiteral("linux.dictationLanguage")).value_or(QString());
     settings.colourScheme = defaults.string(QStringLiteral("linux.colorScheme")).value_or(QString());
     settings.neuralLibrary = defaults.string(QStringLiteral("linux.neuralLibrary")).value_or(QString());
-    settings.isThorough = defaults.boolean(thoroughKey()).value_or(false);
     settings.speechEngine = defaults.string(speechEngineKey()).value_or(QStringLiteral("automatic"));
     return settings;
 }

@@ -24,10 +24,6 @@ struct LinuxSettings {
     /// "linux.speechEngine": "automatic", "embedded", or the name of an installed model, which goes before the others.
     QString speechEngine;
 
-    /// "linux.thoroughRecognition": the embedded recogniser goes over each utterance twice.
-    bool isThorough = false;
-
-    static QString thoroughKey();
     static QString speechEngineKey();
     static LinuxSettings read(const UserDefaults &defaults);
 };

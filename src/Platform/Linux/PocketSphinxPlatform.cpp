@@ -75,8 +75,8 @@ PocketSphinxPlatform::assetInstallationRequest(const std::shared_ptr<SpeechTrans
 
 MakeRecordingDecoder PocketSphinxPlatform::decoderMaker()
 {
-    return [pool = m_pool, microphone = m_microphone, isThorough = m_isThorough](RecordingDecoder::Publish publish) {
-        return std::make_unique<PocketSphinxRecording>(pool, microphone, *isThorough, std::move(publish));
+    return [pool = m_pool, microphone = m_microphone](RecordingDecoder::Publish publish) {
+        return std::make_unique<PocketSphinxRecording>(pool, microphone, std::move(publish));
     };
 }
 

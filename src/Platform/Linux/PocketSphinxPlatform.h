@@ -4,7 +4,6 @@
 #include "Platform/Linux/PocketSphinxDecoder.h"
 #include "Platform/Linux/PocketSphinxRecording.h"
 
-#include <atomic>
 #include <memory>
 #include <optional>
 
@@ -27,10 +26,6 @@ public:
     /// The user's own words, from the next recording on. Any thread.
     void setVocabulary(const PersonalVocabulary &vocabulary) { m_pool->setVocabulary(vocabulary); }
 
-    /// Goes over each utterance a second time, as a whole: more words come out right, and the end takes longer. From
-    /// the next recording on; any thread.
-    void setThorough(bool isThorough) { *m_isThorough = isThorough; }
-
     /// Gives the memory of a model that is not in use back. Any thread.
     void unload();
 
@@ -47,7 +42,6 @@ protected:
 private:
     std::shared_ptr<PocketSphinxDecoderPool> m_pool;
     MicrophoneKnowledge m_microphone;
-    std::shared_ptr<std::atomic<bool>> m_isThorough = std::make_shared<std::atomic<bool>>(false);
 };
 
 /// The model's locale for any kind of English, and for a system that names no language at all ("C", "POSIX").

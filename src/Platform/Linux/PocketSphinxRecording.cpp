@@ -34,7 +34,7 @@ std::shared_ptr<NoiseReduction> MicrophoneKnowledge::noiseAround(const QString &
 }
 
 PocketSphinxRecording::PocketSphinxRecording(std::shared_ptr<PocketSphinxDecoderPool> pool,
-                                             const MicrophoneKnowledge &microphone, bool isThorough, Publish publish)
+                                             const MicrophoneKnowledge &microphone, Publish publish)
     : m_pool(std::move(pool)),
       m_memory(microphone.memory),
       m_publish(std::move(publish)),
@@ -42,7 +42,6 @@ PocketSphinxRecording::PocketSphinxRecording(std::shared_ptr<PocketSphinxDecoder
       m_noise(microphone.noiseAround(m_microphoneName)),
       m_reducesNoise(m_noise->isWorthwhile()),
       m_decoder(m_pool->take()),
-      m_isThorough(isThorough),
       m_isLearning(!m_decoder->setCepstralMean(m_memory->recall(soundName()))),
       m_enough(firstLearning)
 {
@@ -183,7 +182,7 @@ void PocketSphinxRecording::publishFinal()
         if (!heard().isEmpty()) {
             m_decoder->processWhole(m_withoutNoise);
         }
-    } else if ((m_isThorough || knowsMoreNow) && !heard().isEmpty()) {
+    } else if (knowsMoreNow && !heard().isEmpty()) {
         m_decoder->processWhole(m_utterance);
     }
     const QString text = heard();

@@ -29,10 +29,9 @@ struct MicrophoneKnowledge {
 /// One recording, cut at its pauses, so that the end of it has little left to do.
 class PocketSphinxRecording final : public RecordingDecoder {
 public:
-    /// Takes a decoder from the pool, and gives it back in the end unless it refused something. `isThorough`: goes over
-    /// each utterance a second time, as a whole. Throws Error.
+    /// Takes a decoder from the pool, and gives it back in the end unless it refused something. Throws Error.
     PocketSphinxRecording(std::shared_ptr<PocketSphinxDecoderPool> pool, const MicrophoneKnowledge &microphone,
-                          bool isThorough, Publish publish);
+                          Publish publish);
     ~PocketSphinxRecording() override;
 
     void process(std::span<const std::int16_t> samples) override;
@@ -65,7 +64,6 @@ private:
     bool m_hasHeardWords = false;
     QString m_volatileText;
     SteadySound m_steadySound;
-    bool m_isThorough;
     /// The current utterance, as it is recognised, and without noise.
     std::vector<std::int16_t> m_utterance;
     std::vector<std::int16_t> m_withoutNoise;

@@ -61,7 +61,6 @@ SpeechEngines::SpeechEngines(std::shared_ptr<SerialExecutor> executor, std::shar
     if (m_configuration.install) {
         m_missing = std::make_shared<CatalogueSpeechPlatform>(m_configuration.catalogue, m_configuration.install);
     }
-    m_embedded->setThorough(m_configuration.isThorough);
     arrange();
     watchFolder();
     lookForModels();
@@ -162,12 +161,6 @@ void SpeechEngines::choose(const QString &choice)
 {
     m_configuration.choice = choice;
     arrange();
-}
-
-void SpeechEngines::setThorough(bool isThorough)
-{
-    publish(m_configuration.isThorough, isThorough);
-    m_embedded->setThorough(isThorough);
 }
 
 void SpeechEngines::warmUp(const QString &locale)

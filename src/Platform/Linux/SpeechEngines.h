@@ -37,8 +37,6 @@ public:
         ModelCatalogue catalogue;
         /// The name of a model that goes before all others of its language, or one of the two above.
         QString choice;
-        /// The embedded recogniser goes over each utterance twice.
-        bool isThorough = false;
         /// Called where a language has no recogniser here, on any thread; none to leave such languages alone.
         std::function<QFuture<void>(const QString &locale)> install;
     };
@@ -65,10 +63,6 @@ public:
     QString choice() const { return m_configuration.choice; }
     /// From the next recording on.
     void choose(const QString &choice);
-
-    bool isThorough() const { return m_configuration.isThorough; }
-    /// From the next recording on.
-    void setThorough(bool isThorough);
 
     /// Loads what a recording in that language would need. Returns at once.
     void warmUp(const QString &locale);

@@ -335,13 +335,5 @@
         <source>Licence: %1</source>
         <translation type="unfinished"></translation>
     </message>
-    <message>
-        <source>Thorough</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The built-in recogniser goes over each sentence a second time. More words come out right, and the text comes a second or two later.</source>
-        <translation type="unfinished"></translation>
-    </message>
 </context>
 </TS>
