@@ -210,7 +210,7 @@ int main(int argc, char **argv)
     parser.setApplicationDescription(QStringLiteral("Dictates a sentence on a desktop of its own."));
     parser.addHelpOption();
     const QCommandLineOption sayOption(QStringLiteral("say"), QStringLiteral("Speak this."), QStringLiteral("TEXT"),
-                                       QStringLiteral("thank you very much we will meet again on monday"));
+                                       QStringLiteral("the computer does not start after the last update"));
     const QCommandLineOption pictureOption(QStringLiteral("pictures"), QStringLiteral("Save pictures here."),
                                            QStringLiteral("FOLDER"), QStringLiteral("talmo-demo"));
     parser.addOptions({sayOption, pictureOption});
