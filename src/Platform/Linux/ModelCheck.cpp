@@ -1,7 +1,7 @@
 #include "Platform/Linux/ModelCheck.h"
 
 #include "Base/Error.h"
-#include "Platform/Linux/PocketSphinxDecoder.h"
+#include "Platform/Linux/PocketSphinxDecoderPool.h"
 #include "Platform/Linux/SherpaLibrary.h"
 
 #include <QCoreApplication>

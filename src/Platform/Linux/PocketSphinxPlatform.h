@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/EnginePlatform.h"
-#include "Platform/Linux/PocketSphinxDecoder.h"
+#include "Platform/Linux/PocketSphinxDecoderPool.h"
 #include "Platform/Linux/PocketSphinxRecording.h"
 
 #include <memory>

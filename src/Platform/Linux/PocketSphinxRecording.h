@@ -2,7 +2,7 @@
 
 #include "Platform/Linux/MicrophoneMemory.h"
 #include "Platform/Linux/NoiseReduction.h"
-#include "Platform/Linux/PocketSphinxDecoder.h"
+#include "Platform/Linux/PocketSphinxDecoderPool.h"
 #include "Platform/Linux/RecordingDecoder.h"
 #include "Platform/Linux/SteadySound.h"
 

@@ -1,0 +1,56 @@
+#include "Platform/Linux/PocketSphinxDecoderPool.h"
+
+#include <utility>
+
+namespace talmo {
+
+PocketSphinxDecoderPool::PocketSphinxDecoderPool(QString modelFolder)
+    : m_modelFolder(std::move(modelFolder))
+{
+}
+
+std::unique_ptr<PocketSphinxDecoder> PocketSphinxDecoderPool::take()
+{
+    PersonalVocabulary vocabulary;
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_kept) {
+            return std::move(m_kept);
+        }
+        vocabulary = m_vocabulary;
+    }
+    return PocketSphinxDecoder::load(m_modelFolder, vocabulary);
+}
+
+void PocketSphinxDecoderPool::giveBack(std::unique_ptr<PocketSphinxDecoder> decoder)
+{
+    const std::lock_guard lock(m_mutex);
+    if (!m_kept && decoder->vocabulary() == m_vocabulary) {
+        m_kept = std::move(decoder);
+    }
+}
+
+void PocketSphinxDecoderPool::setVocabulary(const PersonalVocabulary &vocabulary)
+{
+    std::unique_ptr<PocketSphinxDecoder> outdated; // Let go of without the lock: it takes a while.
+    const std::lock_guard lock(m_mutex);
+    m_vocabulary = vocabulary;
+    if (m_kept && m_kept->vocabulary() != vocabulary) {
+        outdated = std::move(m_kept);
+    }
+}
+
+void PocketSphinxDecoderPool::unload()
+{
+    std::unique_ptr<PocketSphinxDecoder> unused;
+    const std::lock_guard lock(m_mutex);
+    unused = std::move(m_kept);
+}
+
+bool PocketSphinxDecoderPool::keepsOne() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_kept != nullptr;
+}
+
+} // namespace talmo
