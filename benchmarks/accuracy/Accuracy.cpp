@@ -7,7 +7,6 @@
 #include "accuracy/SoundFiles.h"
 
 #include "Base/Error.h"
-#include "Cleanup/LocalFormatting.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -29,17 +28,6 @@ const QStringList allVoices{QStringLiteral("slt"),
                             QStringLiteral("kal16"),
                             QStringLiteral("festival:cmu_us_slt_arctic_hts"),
                             QStringLiteral("festival:kal_diphone")};
-
-/// What acts wherever it is written.
-QList<QStringList> commandPhrases()
-{
-    QList<QStringList> phrases{{QStringLiteral("new"), QStringLiteral("line")},
-                               {QStringLiteral("new"), QStringLiteral("paragraph")}};
-    for (const auto phrase : bulletTriggerPhrases) {
-        phrases.append(phrase.toString().split(QLatin1Char(' ')));
-    }
-    return phrases;
-}
 
 struct Options {
     QStringList voices;
@@ -68,7 +56,7 @@ int commandsIn(const QString &text)
     const auto words = comparableWords(text);
     int count = 0;
     for (const auto &phrase : phrases) {
-        count += occurrences(words, phrase);
+        count += occurrences(words, phrase.split(QLatin1Char(' ')));
     }
     return count;
 }

@@ -1,6 +1,7 @@
 #include "accuracy/Corpus.h"
 
 #include "Base/Error.h"
+#include "Cleanup/LocalFormatting.h"
 #include "SpokenText.h"
 #include "accuracy/SoundFiles.h"
 
@@ -29,10 +30,8 @@ QStringList lines(const QString &path)
 /// People pause around a command.
 QString withPauses(QString text)
 {
-    static const QRegularExpression command(QStringLiteral(
-        " ?\\b(new line|new paragraph|as a bulleted list|as bullet points|as a bullet list|in bullet points|"
-        "as bullets|in a list|format this as a list|as a list|make this a "
-        "list|bullet point this)\\b ?"));
+    static const QRegularExpression command(
+        QStringLiteral(" ?\\b(%1)\\b ?").arg(commandPhrases().join(QLatin1Char('|'))));
     text.replace(command, QStringLiteral(", \\1, "));
     static const QRegularExpression outside(QStringLiteral("^[, ]+|[, ]+$"));
     return text.remove(outside);
@@ -77,6 +76,15 @@ Session channelNames(Half half)
 }
 
 } // namespace
+
+QStringList commandPhrases()
+{
+    QStringList phrases{QStringLiteral("new line"), QStringLiteral("new paragraph")};
+    for (const auto phrase : bulletTriggerPhrases) {
+        phrases.append(phrase.toString());
+    }
+    return phrases;
+}
 
 std::vector<Session> spoken(const QString &list, const QStringList &voices, Half half, const QString &folder)
 {

@@ -24,6 +24,9 @@ struct Session {
 /// Tuning looks at the one half, reports are about the other: every second sentence.
 enum class Half { Tuning, Report, Both };
 
+/// What acts wherever it is written.
+QStringList commandPhrases();
+
 /// A list of sentences, spoken by each voice. Speaking takes a while the first time; `folder` keeps it.
 std::vector<Session> spoken(const QString &list, const QStringList &voices, Half half, const QString &folder);
 

@@ -24,15 +24,13 @@ std::span<const std::int16_t> lastSecondOf(const std::vector<std::int16_t> &samp
     return std::span(samples).last(rate);
 }
 
-/// In pieces of no particular length, as they come.
 std::vector<std::int16_t> reduced(NoiseReduction &reduction, const std::vector<std::int16_t> &samples)
 {
     std::vector<std::int16_t> all;
-    constexpr std::size_t piece = 777;
-    for (std::size_t at = 0; at < samples.size(); at += piece) {
-        const auto some = reduction.reduce(std::span(samples).subspan(at, std::min(piece, samples.size() - at)));
+    inPieces(samples, [&](std::span<const std::int16_t> piece) {
+        const auto some = reduction.reduce(piece);
         all.insert(all.end(), some.begin(), some.end());
-    }
+    });
     return all;
 }
 

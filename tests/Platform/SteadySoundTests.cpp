@@ -4,21 +4,13 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <span>
-
 namespace talmo::test {
 
 namespace {
 
-/// In pieces of no particular length, as they come.
 double shareOf(SteadySound &steady, const Sound &sound)
 {
-    const auto samples = samplesOf(sound);
-    constexpr std::size_t piece = 777;
-    for (std::size_t at = 0; at < samples.size(); at += piece) {
-        steady.add(std::span(samples).subspan(at, std::min(piece, samples.size() - at)));
-    }
+    inPieces(samplesOf(sound), [&steady](std::span<const std::int16_t> piece) { steady.add(piece); });
     return steady.share();
 }
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <numbers>
 #include <random>
+#include <span>
 #include <vector>
 
 namespace talmo::test {
@@ -74,6 +75,16 @@ inline std::vector<std::int16_t> samplesOf(const Sound &sound)
         samples.push_back(static_cast<std::int16_t>(std::clamp(sample, -1.0, 1.0) * 32767));
     }
     return samples;
+}
+
+/// Hands them over in pieces of no particular length, as they come.
+template <typename Take>
+void inPieces(const std::vector<std::int16_t> &samples, Take take)
+{
+    constexpr std::size_t piece = 777;
+    for (std::size_t at = 0; at < samples.size(); at += piece) {
+        take(std::span(samples).subspan(at, std::min(piece, samples.size() - at)));
+    }
 }
 
 } // namespace talmo::test

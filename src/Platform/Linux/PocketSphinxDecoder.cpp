@@ -51,40 +51,31 @@ struct CommandWord {
     const char *words;
     /// What takes its place in the middle of a sentence: nobody means a command there, and it must not act.
     const char *inPassing;
+    /// A request for a list: it is the end of what was said, or a pause follows it; “as the list shows” begins all too
+    /// much like one.
+    bool isListRequest;
 };
-constexpr CommandWord commandWords[] = {{"new_line", "N UW L AY N", "new line", "newline"},
-                                        {"new_paragraph", "N UW P EH R AH G R AE F", "new paragraph", "paragraph"}};
+constexpr CommandWord commandWords[] = {
+    {"new_line", "N UW L AY N", "new line", "newline", false},
+    {"new_paragraph", "N UW P EH R AH G R AE F", "new paragraph", "paragraph", false},
+    {"bulleted_list:own", "AE Z AH B UH L AH T AH D L IH S T", "as a bulleted list", "as bulleted list", true},
+    {"bullet_points:own", "AE Z B UH L AH T P OY N T S", "as bullet points", "as the bullet points", true},
+    {"bullet_list:own", "AE Z AH B UH L AH T L IH S T", "as a bullet list", "as bullet list", true},
+    {"in_bullet_points:own", "IH N B UH L AH T P OY N T S", "in bullet points", "in the bullet points", true},
+    {"bullets:own", "AE Z B UH L AH T S", "as bullets", "as the bullets", true},
+    {"in_a_list:own", "IH N AH L IH S T", "in a list", "in the list", true},
+    {"as_a_list:own", "AE Z AH L IH S T", "as a list", "as the list", true},
+    {"make_list:own", "M EY K DH IH S AH L IH S T", "make this a list", "make this the list", true},
+    {"format_list:own", "F AO R M AE T DH IH S AE Z AH L IH S T", "format this as a list", "format this as the list",
+     true},
+    {"bullet_point:own", "B UH L AH T P OY N T DH IH S", "bullet point this", "bullet point that", true}};
 constexpr float commandWeight = 300;
-/// The requests for a list.
-constexpr CommandWord listRequests[] = {
-    {"bulleted_list:own", "AE Z AH B UH L AH T AH D L IH S T", "as a bulleted list", "as bulleted list"},
-    {"bullet_points:own", "AE Z B UH L AH T P OY N T S", "as bullet points", "as the bullet points"},
-    {"bullet_list:own", "AE Z AH B UH L AH T L IH S T", "as a bullet list", "as bullet list"},
-    {"in_bullet_points:own", "IH N B UH L AH T P OY N T S", "in bullet points", "in the bullet points"},
-    {"bullets:own", "AE Z B UH L AH T S", "as bullets", "as the bullets"},
-    {"in_a_list:own", "IH N AH L IH S T", "in a list", "in the list"},
-    {"as_a_list:own", "AE Z AH L IH S T", "as a list", "as the list"},
-    {"make_list:own", "M EY K DH IH S AH L IH S T", "make this a list", "make this the list"},
-    {"format_list:own", "F AO R M AE T DH IH S AE Z AH L IH S T", "format this as a list", "format this as the list"},
-    {"bullet_point:own", "B UH L AH T P OY N T DH IH S", "bullet point this", "bullet point that"}};
-constexpr float requestWeight = 300;
-
-/// Such a request is the end of what was said, or a pause follows it; “as the list shows” begins all too much like one.
-bool isListRequest(const CommandWord &command)
-{
-    return std::any_of(std::begin(listRequests), std::end(listRequests),
-                       [&command](const CommandWord &each) { return &each == &command; });
-}
 
 const CommandWord *findCommand(const QByteArray &token)
 {
-    const auto isIt = [&token](const CommandWord &each) { return token == each.token; };
-    const auto *command = std::find_if(std::begin(commandWords), std::end(commandWords), isIt);
-    if (command != std::end(commandWords)) {
-        return command;
-    }
-    const auto *request = std::find_if(std::begin(listRequests), std::end(listRequests), isIt);
-    return request != std::end(listRequests) ? request : nullptr;
+    const auto *command = std::find_if(std::begin(commandWords), std::end(commandWords),
+                                       [&token](const CommandWord &each) { return token == each.token; });
+    return command != std::end(commandWords) ? command : nullptr;
 }
 
 /// Names are rare in general and frequent with the one who has entered them.
@@ -179,15 +170,15 @@ void PocketSphinxDecoder::addVocabulary(const QString &modelFolder, const Person
         }
         return isAdded;
     };
-    for (const auto &command : commandWords) {
-        if (addToDictionary(command.token, command.phones, QString::fromLatin1(command.inPassing))) {
-            ngram_model_add_word(model.get(), command.token, commandWeight);
-        }
-    }
     OwnWords own;
-    for (const auto &request : listRequests) {
-        if (addToDictionary(request.token, request.phones, QString::fromLatin1(request.inPassing))) {
-            own.add(request.token, requestWeight);
+    for (const auto &command : commandWords) {
+        if (!addToDictionary(command.token, command.phones, QString::fromLatin1(command.inPassing))) {
+            continue;
+        }
+        if (command.isListRequest) {
+            own.add(command.token, commandWeight);
+        } else {
+            ngram_model_add_word(model.get(), command.token, commandWeight);
         }
     }
     const Pronunciation pronunciation(
@@ -288,7 +279,7 @@ QString PocketSphinxDecoder::hypothesis() const
         }
         const CommandWord *command = findCommand(word.token);
         // Before the first there is the edge as well: an index below it is beyond the last.
-        if (command != nullptr && (isPause(index + 1) || (!isListRequest(*command) && isPause(index - 1)))) {
+        if (command != nullptr && (isPause(index + 1) || (!command->isListRequest && isPause(index - 1)))) {
             text.append(QString::fromLatin1(command->words));
         } else {
             text.append(m_spellings.value(word.token, QString::fromUtf8(word.token)));

@@ -50,7 +50,6 @@ PocketSphinxPlatform::PocketSphinxPlatform(std::shared_ptr<SerialExecutor> execu
     if (!m_microphone.memory) {
         m_microphone.memory = std::make_shared<MicrophoneMemory>();
     }
-    m_microphone.noise = std::make_shared<QHash<QString, std::shared_ptr<NoiseReduction>>>();
 }
 
 QFuture<std::optional<QString>> PocketSphinxPlatform::supportedLocale(const QString &locale)

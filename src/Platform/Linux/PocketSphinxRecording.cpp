@@ -122,7 +122,9 @@ void PocketSphinxRecording::listen(std::span<const std::int16_t> samples, std::s
     m_decoder->process(chosen);
     m_steadySound.add(samples);
     append(m_utterance, chosen);
-    append(m_withoutNoise, withoutNoise);
+    if (!m_reducesNoise) {
+        append(m_withoutNoise, withoutNoise);
+    }
     const bool isInSpeech = m_decoder->isInSpeech();
     const bool isPause = std::exchange(m_wasInSpeech, isInSpeech) && !isInSpeech;
     if (isPause || isTimeToCut()) {

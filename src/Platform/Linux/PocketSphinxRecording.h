@@ -20,7 +20,8 @@ struct MicrophoneKnowledge {
     std::function<QString()> currentName;
     std::shared_ptr<MicrophoneMemory> memory;
     /// The noise around each, by its name. On the recogniser's thread.
-    std::shared_ptr<QHash<QString, std::shared_ptr<NoiseReduction>>> noise = nullptr;
+    std::shared_ptr<QHash<QString, std::shared_ptr<NoiseReduction>>> noise =
+        std::make_shared<QHash<QString, std::shared_ptr<NoiseReduction>>>();
 
     /// Made when it is not there yet.
     std::shared_ptr<NoiseReduction> noiseAround(const QString &name) const;
@@ -64,8 +65,9 @@ private:
     bool m_hasHeardWords = false;
     QString m_volatileText;
     SteadySound m_steadySound;
-    /// The current utterance, as it is recognised, and without noise.
+    /// The current utterance, as it is recognised.
     std::vector<std::int16_t> m_utterance;
+    /// The same without noise, as long as it is recognised with it.
     std::vector<std::int16_t> m_withoutNoise;
     /// What was said to a microphone that is not known yet, kept until there is enough to know it by.
     bool m_isLearning;
