@@ -1,4 +1,5 @@
-// A text window to dictate into. Says on its standard output what it holds, a line per change, and can be made slow.
+// A text window to dictate into. Says on its standard output what it holds, a line per change. It can be made slow, and
+// such that it takes no paste.
 
 #include <QApplication>
 #include <QPlainTextEdit>
@@ -52,6 +53,7 @@ int main(int argc, char **argv)
         std::printf("text: %s\n", escaped(editor.toPlainText()).toUtf8().constData());
         std::fflush(stdout);
     });
+    editor.setReadOnly(arguments.value(3) == QLatin1String("readonly"));
     if (arguments.value(3) == QLatin1String("fullscreen")) {
         editor.showFullScreen();
     } else {

@@ -32,6 +32,21 @@ QStringList missingPermissions(SimpleStatus microphone, SimpleStatus speechRecog
     return warnings;
 }
 
+QList<MenuEntry> recoveryRows(const DictationRecovery &recovery)
+{
+    QList<MenuEntry> rows = {{{},
+                              Wording::text(QT_TRANSLATE_NOOP("Talmo", "Copy Last Dictation")),
+                              {},
+                              recovery.lastText() ? MenuAction::CopyLastDictation : MenuAction::None}};
+    if (recovery.holdsEarlierClipboard()) {
+        rows.append({{},
+                     Wording::text(QT_TRANSLATE_NOOP("Talmo", "Restore Earlier Clipboard")),
+                     {},
+                     MenuAction::PutEarlierClipboardBack});
+    }
+    return rows;
+}
+
 /// Title, subtitle and main row.
 void describeState(MenuContents &contents, const TalmoState &state, const QString &hotkeyDisplayName)
 {
@@ -87,9 +102,13 @@ MenuContents MenuContents::make(const TalmoState &state, SimpleStatus microphone
 
 MenuContents MenuContents::make(const ViewContext &context)
 {
-    return make(context.coordinator->state(), context.permissions->microphoneStatus(),
-                context.permissions->speechRecognitionStatus(), context.permissions->accessibilityGranted(),
-                context.settings->hotkeyDisplayName());
+    auto contents = make(context.coordinator->state(), context.permissions->microphoneStatus(),
+                         context.permissions->speechRecognitionStatus(), context.permissions->accessibilityGranted(),
+                         context.settings->hotkeyDisplayName());
+    if (context.recovery) {
+        contents.recovery = recoveryRows(*context.recovery);
+    }
+    return contents;
 }
 
 QString menuBarSymbol(const TalmoState &state)

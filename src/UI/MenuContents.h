@@ -3,6 +3,7 @@
 #include "App/PipelineServices.h"
 #include "App/TalmoState.h"
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -10,7 +11,16 @@ namespace talmo {
 
 struct ViewContext;
 
-enum class MenuAction { None, BeginDictation, EndDictation, GrantPermissions, OpenSettings, Quit };
+enum class MenuAction {
+    None,
+    BeginDictation,
+    EndDictation,
+    GrantPermissions,
+    CopyLastDictation,
+    PutEarlierClipboardBack,
+    OpenSettings,
+    Quit
+};
 
 struct MenuEntry {
     QString symbol;
@@ -22,7 +32,7 @@ struct MenuEntry {
     bool operator==(const MenuEntry &) const = default;
 };
 
-/// What the menu says, worded for people: the panel and the plain menu show the same.
+/// What the menu says, worded for people: the panel and the plain menu say the same about the state.
 struct MenuContents {
     QString title;
     QString subtitle;
@@ -30,6 +40,8 @@ struct MenuContents {
     QStringList warnings;
     MenuEntry grant;
     MenuEntry mainRow;
+    /// What can be got back; in the plain menu alone.
+    QList<MenuEntry> recovery;
     MenuEntry settings;
     MenuEntry quit;
 

@@ -40,6 +40,12 @@ void UserInterface::perform(MenuAction action)
     case MenuAction::GrantPermissions:
         logEscapes(m_context.coordinator->requestPermissions());
         return;
+    case MenuAction::CopyLastDictation:
+        m_context.recovery->copyLastText();
+        return;
+    case MenuAction::PutEarlierClipboardBack:
+        m_context.recovery->putEarlierClipboardBack();
+        return;
     case MenuAction::OpenSettings:
         openSettings();
         return;

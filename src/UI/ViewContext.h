@@ -1,5 +1,6 @@
 #pragma once
 
+#include "App/DictationRecovery.h"
 #include "App/TalmoCoordinator.h"
 #include "Input/PermissionsManager.h"
 #include "Settings/TalmoSettings.h"
@@ -25,6 +26,8 @@ struct ViewContext {
     std::function<QFuture<void>()> refreshAvailability;
     /// Null on a system that has one recogniser and nothing to choose.
     std::shared_ptr<RecogniserSettings> recogniser;
+    /// Null where nothing can be got back.
+    std::shared_ptr<DictationRecovery> recovery;
 };
 
 } // namespace talmo

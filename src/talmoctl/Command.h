@@ -51,6 +51,7 @@ Command insertCommand();
 Command enginesCommand();
 Command checkModelCommand();
 QList<Command> modelCommands();
+QList<Command> recoveryCommands();
 
 QCommandLineOption flag(const char *name, const char *description);
 QCommandLineOption option(const char *name, const char *value, const char *description);

@@ -1,4 +1,5 @@
 #include "Insertion/ClipboardPasteInsertionService.h"
+#include "Insertion/VerifiedInsertionService.h"
 #include "Platform/Linux/ControlSocket.h"
 #include "Platform/Linux/TimerFdClock.h"
 #include "Platform/Linux/XInputTrust.h"
@@ -36,12 +37,20 @@ QCoro::Task<int> insertAlone(QString text, std::shared_ptr<Background> backgroun
     const auto pasteboard = std::make_shared<XcbPasteboard>(session);
     const auto trust = std::make_shared<XInputTrust>(session, nullptr);
     const auto poster = std::make_shared<XTestKeyEventPoster>(session, pasteboard->transaction());
-    ClipboardPasteInsertionService service(pasteboard, poster, trust, std::make_shared<TimerFdClock>());
-    co_await service.insert(text);
-    background->release(EXIT_SUCCESS);
+    const auto clock = std::make_shared<TimerFdClock>();
+    const auto pasting = std::make_shared<ClipboardPasteInsertionService>(pasteboard, poster, trust, clock);
+    VerifiedInsertionService service(pasting, pasteboard);
+    int status = EXIT_SUCCESS;
+    try {
+        co_await service.insert(text);
+    } catch (const TextNotTakenError &error) {
+        complain(error.localizedDescription());
+        status = EXIT_FAILURE; // And stays: the text is on the clipboard.
+    }
+    background->release(status);
     co_await pasteboard->shutDown();
     co_await pasteboard->relieved();
-    co_return EXIT_SUCCESS;
+    co_return status;
 }
 
 QCoro::Task<int> runInsert(Invocation invocation)

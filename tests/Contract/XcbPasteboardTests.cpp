@@ -1,75 +1,15 @@
 // What only a real clipboard must stand: other programs, honest and not.
 
-#include "ChildProcess.h"
-#include "Insertion/ClipboardPasteInsertionService.h"
-#include "Platform/Linux/XTestKeyEventPoster.h"
-#include "Platform/Linux/XcbPasteboard.h"
-#include "Support/Printing.h"
+#include "Contract/PasteFixture.h"
 #include "Support/RawSelectionOwner.h"
-#include "Support/TestLoop.h"
-#include "VirtualDesktop.h"
-
-#include <QFile>
 
 #include <gmock/gmock.h>
 
 #include <csignal>
-#include <memory>
 
 namespace talmo::test {
 
-namespace {
-
 using namespace std::chrono_literals;
-
-class XcbPasteboardTest : public testing::Test {
-protected:
-    QList<PasteboardRepresentation> read()
-    {
-        const auto future = pasteboard->items();
-        EXPECT_TRUE(waitFor(future));
-        const auto items = future.result();
-        return items.isEmpty() ? QList<PasteboardRepresentation>() : items.front().representations;
-    }
-    static QByteArray dataOf(const QList<PasteboardRepresentation> &all, const QString &type)
-    {
-        for (const auto &each : all) {
-            if (each.type == type) {
-                return each.data;
-            }
-        }
-        return "(none)";
-    }
-    /// What an independent reader gets.
-    QByteArray xclip(const QString &target, const QString &selection = u"clipboard"_s)
-    {
-        QProcess process;
-        process.setProcessEnvironment(desktop.environment());
-        process.start(u"xclip"_s, {u"-selection"_s, selection, u"-o"_s, u"-t"_s, target});
-        EXPECT_TRUE(waitFor([&process] { return process.state() == QProcess::NotRunning; }));
-        return process.readAllStandardOutput();
-    }
-    std::unique_ptr<rig::ChildProcess> otherOwner()
-    {
-        auto owner = std::make_unique<rig::ChildProcess>(QStringLiteral(TALMO_BIN "/talmo-clipboard-owner"),
-                                                         QStringList{imageFile()}, desktop.environment());
-        EXPECT_TRUE(owner->waitForLine(u"owned"_s, 20s));
-        return owner;
-    }
-    QString imageFile() const { return desktop.folder() + u"/image"_s; }
-    QByteArray image() const
-    {
-        QFile file(imageFile());
-        EXPECT_TRUE(file.open(QFile::ReadOnly));
-        return file.readAll();
-    }
-
-    rig::VirtualDesktop desktop;
-    std::shared_ptr<XSession> session = XSession::open();
-    std::shared_ptr<XcbPasteboard> pasteboard = std::make_shared<XcbPasteboard>(session);
-};
-
-} // namespace
 
 TEST_F(XcbPasteboardTest, readsEverythingThatAnotherProgramOffersPieceByPieceWhereItIsLarge)
 {
@@ -198,40 +138,6 @@ TEST_F(XcbPasteboardTest, losesTheClipboardToWhoeverTakesIt)
     EXPECT_EQ(dataOf(read(), u"UTF8_STRING"_s), "theirs");
 }
 
-namespace {
-
-/// A paste into a window that has the keyboard, with all but the logic's waits.
-class XcbPasteTest : public XcbPasteboardTest {
-protected:
-    void openWindow(const QString &delay = u"0"_s)
-    {
-        window = std::make_unique<rig::ChildProcess>(QStringLiteral(TALMO_BIN "/talmo-demo-window"),
-                                                     QStringList{u"Target"_s, delay}, desktop.environment());
-        ASSERT_TRUE(desktop.waitForActiveWindow(u"Target"_s, 20s));
-    }
-    void paste(const QString &text)
-    {
-        pasteboard->beginPaste();
-        const auto snapshot = pasteboard->items();
-        ASSERT_TRUE(waitFor(snapshot));
-        pasteboard->clearContents();
-        pasteboard->setString(text);
-        poster.post({ClipboardPasteInsertionService::pasteKeyCode, true, ClipboardPasteInsertionService::commandFlag});
-        poster.post({ClipboardPasteInsertionService::pasteKeyCode, false, ClipboardPasteInsertionService::commandFlag});
-        pasteboard->clearContents();
-        if (!snapshot.result().isEmpty()) {
-            pasteboard->writeItems(snapshot.result());
-        }
-        pasteboard->endPaste();
-        // What the session's thread was asked to do is done; only the restore may still be pending.
-        ASSERT_TRUE(waitFor(session->executor().call([] {})));
-    }
-    XTestKeyEventPoster poster{session, pasteboard->transaction()};
-    std::unique_ptr<rig::ChildProcess> window;
-};
-
-} // namespace
-
 TEST_F(XcbPasteTest, aSlowProgramStillGetsTheNewTextAndTheClipboardComesBack)
 {
     openWindow(u"300"_s);
@@ -249,15 +155,6 @@ TEST_F(XcbPasteTest, anEmptyClipboardIsEmptyAgain)
     EXPECT_TRUE(window->waitForLine(u"text: new"_s, 10s));
     ASSERT_TRUE(waitFor(pasteboard->settled()));
     EXPECT_TRUE(read().isEmpty());
-}
-
-TEST_F(XcbPasteTest, withNobodyToReadItTheClipboardComesBackAllTheSame)
-{
-    const RawSelectionOwner owner("CLIPBOARD", {{"UTF8_STRING", {"old", "UTF8_STRING"}}});
-    paste(u"new"_s);
-    EXPECT_EQ(xclip(u"UTF8_STRING"_s), "new");
-    ASSERT_TRUE(waitFor(pasteboard->settled()));
-    EXPECT_EQ(xclip(u"UTF8_STRING"_s), "old");
 }
 
 TEST_F(XcbPasteTest, whatTheUserCopiesAfterTheRestoreWasCalledForIsKept)
@@ -282,6 +179,7 @@ TEST_F(XcbPasteTest, aSecondPasteWaitsForTheFirstOnesRestore)
 
 TEST_F(XcbPasteTest, shuttingDownCompletesAPendingRestore)
 {
+    openWindow(u"300"_s);
     const RawSelectionOwner owner("CLIPBOARD", {{"UTF8_STRING", {"old", "UTF8_STRING"}}});
     paste(u"new"_s);
     ASSERT_TRUE(waitFor(pasteboard->shutDown()));

@@ -5,6 +5,8 @@
 #include "Base/Task.h"
 #include "Platform/Linux/ControlSocket.h"
 
+#include <QCoro/QCoroFuture>
+
 #include <memory>
 #include <utility>
 
@@ -12,11 +14,22 @@ namespace talmo {
 
 namespace {
 
-void answerAndClose(QLocalSocket &socket, const std::optional<QString> &error)
+void writeAndClose(QLocalSocket &socket, const QByteArray &answer)
 {
-    socket.write(ControlSocket::answer(error));
+    socket.write(answer);
     socket.flush();
     socket.disconnectFromServer();
+}
+
+void answerAndClose(QLocalSocket &socket, const std::optional<QString> &error)
+{
+    writeAndClose(socket, ControlSocket::answer(error));
+}
+
+QByteArray answerWithDictation(const std::optional<QString> &text)
+{
+    return text ? ControlSocket::textAnswer(*text)
+                : ControlSocket::answer(QStringLiteral("Nothing has been dictated yet."));
 }
 
 } // namespace
@@ -72,12 +85,29 @@ void ControlServer::serve(QLocalSocket &socket, const QByteArray &request)
         answerAndClose(socket, std::nullopt);
         return;
     }
+    if (const auto isRaw = ControlSocket::asksForLastDictation(request)) {
+        writeAndClose(socket, answerWithDictation(m_actions.lastDictation(*isRaw)));
+        return;
+    }
+    if (ControlSocket::asksForEarlierClipboard(request)) {
+        logEscapes(serveClipboard(&socket, m_actions.putEarlierClipboardBack()));
+        return;
+    }
     const auto text = ControlSocket::textToInsert(request);
     if (!text) {
         answerAndClose(socket, QStringLiteral("Talmo does not know this request."));
         return;
     }
     logEscapes(serveInsertion(&socket, *text, m_actions.insert));
+}
+
+QCoro::Task<void> ControlServer::serveClipboard(QPointer<QLocalSocket> socket, QFuture<bool> done)
+{
+    const bool isBack = co_await done;
+    if (socket) {
+        answerAndClose(*socket, isBack ? std::nullopt
+                                       : std::optional(QStringLiteral("There is no earlier clipboard to restore.")));
+    }
 }
 
 QCoro::Task<void> ControlServer::serveInsertion(QPointer<QLocalSocket> socket, QString text, Insert insert)

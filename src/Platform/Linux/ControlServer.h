@@ -2,6 +2,7 @@
 
 #include <QCoro/QCoroTask>
 
+#include <QFuture>
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QObject>
@@ -9,6 +10,7 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 
 namespace talmo {
 
@@ -22,6 +24,10 @@ public:
         Insert insert;
         std::function<void()> openSettings;
         std::function<void(const QString &)> chooseRecogniser;
+        /// The last dictation, or the words as they were heard; none when there is none.
+        std::function<std::optional<QString>(bool isRaw)> lastDictation;
+        /// False when there is no earlier clipboard.
+        std::function<QFuture<bool>()> putEarlierClipboardBack;
     };
 
     explicit ControlServer(Actions actions);
@@ -32,6 +38,7 @@ public:
 private:
     void accept();
     void serve(QLocalSocket &socket, const QByteArray &request);
+    static QCoro::Task<void> serveClipboard(QPointer<QLocalSocket> socket, QFuture<bool> done);
     static QCoro::Task<void> serveInsertion(QPointer<QLocalSocket> socket, QString text, Insert insert);
 
     Actions m_actions;

@@ -19,6 +19,9 @@ const QString errorKey = QStringLiteral("error");
 const QString insertCommand = QStringLiteral("insert");
 const QString settingsCommand = QStringLiteral("settings");
 const QString recogniserCommand = QStringLiteral("recogniser");
+const QString lastCommand = QStringLiteral("last");
+const QString rawKey = QStringLiteral("raw");
+const QString earlierClipboardCommand = QStringLiteral("restore-clipboard");
 
 QByteArray line(const QJsonObject &object)
 {
@@ -82,6 +85,27 @@ std::optional<QString> recogniserToUse(const QByteArray &request)
                                                                               : std::nullopt;
 }
 
+QByteArray lastDictationRequest(bool isRaw)
+{
+    return line({{commandKey, lastCommand}, {rawKey, isRaw}});
+}
+
+std::optional<bool> asksForLastDictation(const QByteArray &request)
+{
+    const auto object = QJsonDocument::fromJson(request).object();
+    return object.value(commandKey) == lastCommand ? std::optional(object.value(rawKey).toBool()) : std::nullopt;
+}
+
+QByteArray earlierClipboardRequest()
+{
+    return line({{commandKey, earlierClipboardCommand}});
+}
+
+bool asksForEarlierClipboard(const QByteArray &request)
+{
+    return QJsonDocument::fromJson(request).object().value(commandKey) == earlierClipboardCommand;
+}
+
 std::optional<QByteArray> exchange(const QByteArray &request, int connectPatience, int answerPatience)
 {
     QLocalSocket socket;
@@ -100,6 +124,16 @@ std::optional<QByteArray> exchange(const QByteArray &request, int connectPatienc
 QByteArray answer(const std::optional<QString> &error)
 {
     return line(error ? QJsonObject{{errorKey, *error}} : QJsonObject());
+}
+
+QByteArray textAnswer(const QString &text)
+{
+    return line({{textKey, text}});
+}
+
+QString answeredText(const QByteArray &answer)
+{
+    return QJsonDocument::fromJson(answer).object().value(textKey).toString();
 }
 
 void checkAnswer(const QByteArray &answer)

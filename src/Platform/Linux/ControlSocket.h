@@ -33,11 +33,23 @@ QByteArray recogniserRequest(const QString &choice);
 /// None when it is no request of that kind.
 std::optional<QString> recogniserToUse(const QByteArray &request);
 
+/// Asks for the last dictation; the answer is a textAnswer().
+QByteArray lastDictationRequest(bool isRaw);
+/// Whether it is to be raw; none when it is no request of that kind.
+std::optional<bool> asksForLastDictation(const QByteArray &request);
+
+/// Asks for what a text that nobody took has displaced on the clipboard.
+QByteArray earlierClipboardRequest();
+bool asksForEarlierClipboard(const QByteArray &request);
+
 /// Sends a request to the Talmo that runs here and waits for the answer, as many milliseconds as it is told to; none
 /// when nobody listens. An answer that does not come is an empty one.
 std::optional<QByteArray> exchange(const QByteArray &request, int connectPatience, int answerPatience);
 
 QByteArray answer(const std::optional<QString> &error);
+QByteArray textAnswer(const QString &text);
+/// The text of an answer that checkAnswer() accepts.
+QString answeredText(const QByteArray &answer);
 /// Throws the error that the answer tells of, as Error; also when it is no answer at all.
 void checkAnswer(const QByteArray &answer);
 

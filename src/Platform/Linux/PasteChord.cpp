@@ -71,6 +71,22 @@ constexpr std::array oldTerminals = {"xterm",        "uxterm", "koi8rxterm", "lx
 
 constexpr std::array shiftInsertPrograms = {"emacs"};
 
+constexpr std::array importers = {"virtualbox machine",
+                                  "virtualboxvm",
+                                  "virt-viewer",
+                                  "remote-viewer",
+                                  "virt-manager",
+                                  "spicy",
+                                  "vmware",
+                                  "vncviewer",
+                                  "remmina",
+                                  "org.remmina.remmina",
+                                  "xfreerdp",
+                                  "krdc",
+                                  "vinagre",
+                                  "x2goclient",
+                                  "nxplayer.bin"};
+
 std::optional<std::uint8_t> keyCodeInColumn(const KeyboardLayout &layout, xcb_keysym_t keySym, int column)
 {
     const auto width = static_cast<std::size_t>(layout.keySymsPerKeyCode);
@@ -118,6 +134,26 @@ PasteStyle pasteStyleFor(const QString &instanceName, const QString &className)
         }
     }
     return PasteStyle::ControlV;
+}
+
+QString shortcutName(PasteStyle style)
+{
+    switch (style) {
+    case PasteStyle::ControlShiftV:
+        return QStringLiteral("Ctrl+Shift+V");
+    case PasteStyle::ShiftInsertPrimary:
+    case PasteStyle::ShiftInsert:
+        return QStringLiteral("Shift+Insert");
+    case PasteStyle::ControlV:
+        break;
+    }
+    return QStringLiteral("Ctrl+V");
+}
+
+bool importsClipboard(const QString &instanceName, const QString &className)
+{
+    return isOneOf(importers, className) || isOneOf(importers, instanceName) ||
+           className.endsWith(QLatin1String(".exe"), Qt::CaseInsensitive);
 }
 
 std::optional<std::uint8_t> keyCodeFor(const KeyboardLayout &layout, xcb_keysym_t keySym)

@@ -25,6 +25,13 @@ enum class PasteStyle {
 /// The style for a window by the two halves of its WM_CLASS; case does not matter.
 PasteStyle pasteStyleFor(const QString &instanceName, const QString &className);
 
+/// What a person presses to paste in this style, such as "Ctrl+V".
+QString shortcutName(PasteStyle style);
+
+/// Programs that copy the clipboard by themselves when it changes, into a machine or system of their own, and paste
+/// that copy. By the two halves of WM_CLASS; case does not matter.
+bool importsClipboard(const QString &instanceName, const QString &className);
+
 /// What the chord needs to know of the keyboard.
 struct KeyboardLayout {
     std::uint8_t firstKeyCode = 8;

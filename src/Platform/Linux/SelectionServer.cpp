@@ -1,5 +1,8 @@
 #include "Platform/Linux/SelectionServer.h"
 
+#include "Platform/Linux/ClipboardHints.h"
+#include "Platform/Linux/SelectionTargets.h"
+
 #include <algorithm>
 #include <chrono>
 #include <cstring>
@@ -42,9 +45,8 @@ QList<PasteboardRepresentation> textRepresentations(const QString &text)
         {QStringLiteral("text/plain;charset=utf-8"), utf8, QStringLiteral("text/plain;charset=utf-8"), 8},
         {QStringLiteral("text/plain"), utf8, QStringLiteral("text/plain"), 8},
         {QStringLiteral("TEXT"), utf8, utf8String, 8},
-        // Clipboard managers that honour this keep what was dictated out of their history.
-        {QStringLiteral("x-kde-passwordManagerHint"), "secret", QStringLiteral("x-kde-passwordManagerHint"), 8},
     };
+    all += historyHints();
     const bool isLatin1 =
         std::all_of(text.cbegin(), text.cend(), [](QChar character) { return character.unicode() < 0x100; });
     if (isLatin1) {
@@ -64,13 +66,19 @@ SelectionServer::SelectionServer(XSession &session, const QByteArray &selectionN
 
 SelectionServer::~SelectionServer() = default;
 
-void SelectionServer::own(QList<PasteboardRepresentation> content)
+bool SelectionServer::own(QList<PasteboardRepresentation> content)
 {
     m_content = std::move(content);
-    m_ownedSince = m_session.serverTime();
-    xcb_set_selection_owner(m_session.connection().get(), m_session.window(), m_selection, m_ownedSince);
-    m_isOwner = true;
+    auto *connection = m_session.connection().get();
+    constexpr int tries = 2; // A claim can lose against another one with the same timestamp.
+    m_isOwner = false;
+    for (int count = 0; count < tries && !m_isOwner; ++count) {
+        m_ownedSince = m_session.serverTime();
+        xcb_set_selection_owner(connection, m_session.window(), m_selection, m_ownedSince);
+        m_isOwner = m_session.selectionOwner(m_selection) == m_session.window();
+    }
     m_session.flush();
+    return m_isOwner;
 }
 
 void SelectionServer::disown()
@@ -103,12 +111,10 @@ void SelectionServer::handleEvent(const xcb_generic_event_t &event)
 void SelectionServer::handleClear(const xcb_selection_clear_event_t &event)
 {
     // One that our own taking or leaving caused names an older time.
-    if (event.selection != m_selection || !m_isOwner || event.time < m_ownedSince) {
+    if (event.selection != m_selection || !m_isOwner || isBefore(event.time, m_ownedSince)) {
         return;
     }
-    const XcbPtr<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
-        m_session.connection().get(), xcb_get_selection_owner(m_session.connection().get(), m_selection), nullptr));
-    if (owner && owner->owner == m_session.window()) {
+    if (m_session.selectionOwner(m_selection) == m_session.window()) {
         return;
     }
     m_isOwner = false;
@@ -126,10 +132,9 @@ void SelectionServer::handleRequest(const xcb_selection_request_event_t &request
     auto &connection = m_session.connection();
     // Programs of the old school leave the property to the owner.
     const xcb_atom_t property = request.property != XCB_ATOM_NONE ? request.property : request.target;
-    const bool isInTime = request.time == XCB_CURRENT_TIME || request.time >= m_ownedSince;
     const bool isMultiple = request.target == connection.atom("MULTIPLE");
     bool wasServed = false;
-    if (m_isOwner && isInTime) {
+    if (m_isOwner && isInTime(request)) {
         wasServed = isMultiple ? answerMultiple(request.requestor, property)
                                : answer(request.requestor, request.target, property);
     }
@@ -153,6 +158,18 @@ void SelectionServer::handleRequest(const xcb_selection_request_event_t &request
     }
 }
 
+bool SelectionServer::isInTime(const xcb_selection_request_event_t &request) const
+{
+    return request.time == XCB_CURRENT_TIME || !isBefore(request.time, m_ownedSince) ||
+           m_owed.contains(m_session.connection().clientOf(request.requestor));
+}
+
+const QList<PasteboardRepresentation> &SelectionServer::contentFor(quint32 client) const
+{
+    const auto owed = m_owed.find(client);
+    return owed != m_owed.end() ? owed->second : m_content;
+}
+
 bool SelectionServer::answer(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property)
 {
     auto &connection = m_session.connection();
@@ -170,7 +187,7 @@ bool SelectionServer::answer(xcb_window_t requestor, xcb_atom_t target, xcb_atom
                             0, nullptr);
         return true;
     }
-    const auto *value = find(target);
+    const auto *value = find(connection.clientOf(requestor), target);
     if (value == nullptr) {
         return false;
     }
@@ -190,7 +207,7 @@ void SelectionServer::answerTargets(xcb_window_t requestor, xcb_atom_t property)
     auto &connection = m_session.connection();
     std::vector<xcb_atom_t> targets = {connection.atom("TARGETS"), connection.atom("MULTIPLE"),
                                        connection.atom("TIMESTAMP"), connection.atom("SAVE_TARGETS")};
-    for (const auto &representation : std::as_const(m_content)) {
+    for (const auto &representation : contentFor(connection.clientOf(requestor))) {
         targets.push_back(connection.atom(representation.type.toLatin1()));
     }
     xcb_change_property(connection.get(), XCB_PROP_MODE_REPLACE, requestor, property, XCB_ATOM_ATOM, 32,
@@ -209,24 +226,21 @@ bool SelectionServer::answerMultiple(xcb_window_t requestor, xcb_atom_t property
         return false;
     }
     const auto *atoms = static_cast<const xcb_atom_t *>(xcb_get_property_value(reply.get()));
-    std::vector<xcb_atom_t> pairs(atoms, atoms + reply->value_len);
-    for (std::size_t index = 0; index + 1 < pairs.size(); index += 2) {
-        const bool isNested = pairs[index] == connection.atom("MULTIPLE");
-        if (isNested || pairs[index + 1] == XCB_ATOM_NONE || !answer(requestor, pairs[index], pairs[index + 1])) {
-            pairs[index + 1] = XCB_ATOM_NONE;
-        }
-    }
+    const auto pairs = serveMultiple(
+        std::vector<xcb_atom_t>(atoms, atoms + reply->value_len), connection.atom("MULTIPLE"),
+        [&](xcb_atom_t target, xcb_atom_t pairProperty) { return answer(requestor, target, pairProperty); });
     xcb_change_property(connection.get(), XCB_PROP_MODE_REPLACE, requestor, property, connection.atom("ATOM_PAIR"), 32,
                         static_cast<quint32>(pairs.size()), pairs.data());
     return true;
 }
 
-const PasteboardRepresentation *SelectionServer::find(xcb_atom_t target)
+const PasteboardRepresentation *SelectionServer::find(quint32 client, xcb_atom_t target)
 {
     const QString name = QString::fromLatin1(m_session.connection().atomName(target));
-    const auto found = std::find_if(m_content.cbegin(), m_content.cend(),
+    const auto &content = contentFor(client);
+    const auto found = std::find_if(content.cbegin(), content.cend(),
                                     [&name](const auto &representation) { return representation.type == name; });
-    return found != m_content.cend() ? &*found : nullptr;
+    return found != content.cend() ? &*found : nullptr;
 }
 
 void SelectionServer::beginTransfer(xcb_window_t requestor, xcb_atom_t property, const PasteboardRepresentation &value)

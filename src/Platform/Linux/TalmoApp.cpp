@@ -1,6 +1,7 @@
 #include "Platform/Linux/TalmoApp.h"
 
 #include "App/AppDelegate.h"
+#include "App/DictationRecovery.h"
 #include "Base/Completion.h"
 #include "Base/Log.h"
 #include "Base/Task.h"
@@ -11,9 +12,11 @@
 #include "Insertion/ClipboardPasteInsertionService.h"
 #include "Insertion/QueuedInsertionService.h"
 #include "Insertion/UnobstructedInsertionService.h"
+#include "Insertion/VerifiedInsertionService.h"
 #include "Platform/Linux/ControlServer.h"
 #include "Platform/Linux/ControlSocket.h"
 #include "Platform/Linux/DesktopAppearance.h"
+#include "Platform/Linux/DesktopNotice.h"
 #include "Platform/Linux/DesktopScreens.h"
 #include "Platform/Linux/DesktopSettingsOpener.h"
 #include "Platform/Linux/DesktopShell.h"
@@ -39,6 +42,7 @@
 #include "Speech/SpeechTranscriptionService.h"
 #include "UI/RecordingOverlayController.h"
 #include "UI/UserInterface.h"
+#include "UI/Wording.h"
 
 #include <QGuiApplication>
 
@@ -57,6 +61,14 @@ constexpr Duration longestLastDictation = std::chrono::seconds(3);
 QFuture<void> oneTurn(const std::shared_ptr<SerialExecutor> &executor)
 {
     return executor->call([] {});
+}
+
+const char *lossNotice(SelectionReading::Loss loss)
+{
+    if (loss == SelectionReading::Loss::TooLarge) {
+        return QT_TRANSLATE_NOOP("Talmo", "The clipboard held more than Talmo can keep, so part of it is gone.");
+    }
+    return QT_TRANSLATE_NOOP("Talmo", "Part of the clipboard is gone: its program did not hand it over in time.");
 }
 
 bool isApplicationActive()
@@ -86,6 +98,8 @@ TalmoApp::TalmoApp()
       m_recognisers(LinuxRecognisers::make(
           m_recogniserExecutor, m_clock, [engine = m_audioEngine] { return engine->sourceName(); }, m_linuxSettings)),
       m_locale(std::make_shared<SystemLocaleSource>(m_linuxSettings.dictationLanguage)),
+      m_lastDictation(std::make_shared<LastDictation>()),
+      m_recovery(std::make_shared<DictationRecovery>(m_lastDictation, m_pasteboard, m_pasteboard)),
       m_shell(std::make_shared<DesktopShell>([this] { Q_EMIT quitRequested(); })),
       m_screens(std::make_shared<DesktopScreens>())
 {
@@ -121,9 +135,9 @@ std::unique_ptr<TalmoCoordinator> TalmoApp::makeCoordinator()
     parts.permissions = m_permissions;
     parts.settings = TalmoSettings::shared();
     parts.audioRecorder = m_recorder;
-    parts.transcriptionService = m_transcription;
+    parts.transcriptionService = std::make_shared<RememberedTranscriptionService>(m_transcription, m_lastDictation);
     parts.hotkeyManager = std::make_shared<GlobalHotkeyManager>(m_eventMonitor, m_inputTrust, m_clock, m_mainExecutor);
-    parts.textCleanupService = m_cleanup;
+    parts.textCleanupService = std::make_shared<RememberedCleanupService>(m_cleanup, m_lastDictation);
     parts.insertionService = m_insertion;
     parts.locale = m_locale;
     parts.clock = m_clock;
@@ -156,8 +170,10 @@ std::shared_ptr<TextInsertionService> TalmoApp::makeInsertion()
 {
     const auto poster = std::make_shared<XTestKeyEventPoster>(m_xSession, m_pasteboard->transaction());
     const auto pasting = std::make_shared<ClipboardPasteInsertionService>(m_pasteboard, poster, m_inputTrust, m_clock);
+    m_pasteboard->setOnLoss([](SelectionReading::Loss loss) { showDesktopNotice(Wording::text(lossNotice(loss))); });
+    const auto verified = std::make_shared<VerifiedInsertionService>(pasting, m_pasteboard);
     const auto unobstructed = std::make_shared<UnobstructedInsertionService>(
-        pasting, [this] { return m_interface ? m_interface->clearTheWay() : ready(); });
+        verified, [this] { return m_interface ? m_interface->clearTheWay() : ready(); });
     return std::make_shared<QueuedInsertionService>(unobstructed);
 }
 
@@ -194,6 +210,7 @@ void TalmoApp::showInterface(TalmoCoordinator &coordinator)
     context.unavailabilityMessage = [cleanup = m_cleanup] { return cleanup->unavailabilityMessage(); };
     context.refreshAvailability = [model = m_languageModel] { return model->refresh(); };
     context.recogniser = m_recogniserSettings;
+    context.recovery = m_recovery;
     UserInterfaceParts parts;
     parts.statusItem = m_trayIcon;
     parts.makePanelWindow = &FloatingCard::make;
@@ -209,6 +226,10 @@ void TalmoApp::listenForOthers()
     actions.insert = [insertion = m_insertion](const QString &text) { return insertion->insert(text); };
     actions.openSettings = [this] { m_interface->openSettings(); };
     actions.chooseRecogniser = [recogniser = m_recogniserSettings](const QString &id) { recogniser->choose(id); };
+    actions.lastDictation = [recovery = m_recovery](bool isRaw) {
+        return isRaw ? recovery->lastRawText() : recovery->lastText();
+    };
+    actions.putEarlierClipboardBack = [recovery = m_recovery] { return recovery->putEarlierClipboardBack(); };
     m_control = std::make_unique<ControlServer>(std::move(actions));
     m_control->listen(ControlSocket::path());
 }

@@ -15,6 +15,8 @@ namespace talmo {
 class AppDelegate;
 class ControlServer;
 class DesktopAppearance;
+class DictationRecovery;
+class LastDictation;
 class DesktopScreens;
 class DesktopShell;
 class JsonUserDefaults;
@@ -81,6 +83,8 @@ private:
     std::shared_ptr<SystemLocaleSource> m_locale;
     std::shared_ptr<RecorderService> m_recorder;
     std::shared_ptr<TranscriptionService> m_transcription;
+    std::shared_ptr<LastDictation> m_lastDictation;
+    std::shared_ptr<DictationRecovery> m_recovery;
     std::shared_ptr<TextInsertionService> m_insertion;
     std::shared_ptr<InputTrust> m_inputTrust;
     std::shared_ptr<PermissionsManager> m_permissions;

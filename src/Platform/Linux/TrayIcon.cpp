@@ -217,6 +217,9 @@ void TrayIcon::setMenu(const MenuContents &contents)
         m_menu.addSeparator();
     }
     addEntry(contents.mainRow);
+    for (const auto &row : contents.recovery) {
+        addEntry(row);
+    }
     m_menu.addSeparator();
     addEntry(contents.settings);
     addEntry(contents.quit);

@@ -84,6 +84,13 @@ void XSession::synchronise()
     flush();
 }
 
+xcb_window_t XSession::selectionOwner(xcb_atom_t selection)
+{
+    const XcbPtr<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
+        m_connection->get(), xcb_get_selection_owner(m_connection->get(), selection), nullptr));
+    return reply ? reply->owner : static_cast<xcb_window_t>(XCB_NONE);
+}
+
 xcb_timestamp_t XSession::serverTime()
 {
     auto *connection = m_connection->get();
@@ -108,15 +115,6 @@ xcb_timestamp_t XSession::serverTime()
         m_putBack.push_back(std::move(event));
     }
     return XCB_CURRENT_TIME;
-}
-
-xcb_window_t XSession::focusWindow()
-{
-    auto *connection = m_connection->get();
-    const XcbPtr<xcb_get_input_focus_reply_t> reply(
-        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
-    const bool isWindow = reply && reply->focus != XCB_INPUT_FOCUS_NONE && reply->focus != XCB_INPUT_FOCUS_POINTER_ROOT;
-    return isWindow && reply->focus != m_connection->root() ? reply->focus : XCB_NONE;
 }
 
 } // namespace talmo

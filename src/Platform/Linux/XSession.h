@@ -46,10 +46,10 @@ public:
     void flush();
     /// Has seen and handled everything that happened before this call, the loss of a selection included.
     void synchronise();
+    /// None when nobody owns it.
+    xcb_window_t selectionOwner(xcb_atom_t selection);
     /// The server's time now, as selections want it.
     xcb_timestamp_t serverTime();
-    /// The window that has the keyboard; none when no window has it.
-    xcb_window_t focusWindow();
 
 private:
     XSession();

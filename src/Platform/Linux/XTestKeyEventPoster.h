@@ -18,6 +18,7 @@ public:
     void post(const KeyEvent &event) override;
 
 private:
+    static void postOnceFree(XSession *session, std::shared_ptr<PasteTransaction> transaction, int tries);
     static void postChord(XSession &session, PasteTransaction &transaction);
 
     std::shared_ptr<XSession> m_session;

@@ -4,11 +4,11 @@
 
 namespace talmo {
 
-XcbPasteboard::XcbPasteboard(std::shared_ptr<XSession> session)
+XcbPasteboard::XcbPasteboard(std::shared_ptr<XSession> session, std::chrono::milliseconds secretTime)
     : m_session(std::move(session))
 {
-    auto made =
-        m_session->executor().call([raw = m_session.get()] { return std::make_shared<PasteTransaction>(*raw); });
+    auto made = m_session->executor().call(
+        [raw = m_session.get(), secretTime] { return std::make_shared<PasteTransaction>(*raw, secretTime); });
     m_transaction = made.result();
 }
 
@@ -69,6 +69,26 @@ QFuture<void> XcbPasteboard::when(QFuture<void> (PasteTransaction::*event)())
 QFuture<void> XcbPasteboard::settled()
 {
     return when(&PasteTransaction::settled);
+}
+
+QFuture<PasteReceipt> XcbPasteboard::receipt()
+{
+    auto completion = Completion<PasteReceipt>::make();
+    auto future = completion->future();
+    post([completion](PasteTransaction &transaction) {
+        transaction.receipt().then([completion](const PasteReceipt &receipt) { completion->finish(receipt); });
+    });
+    return future;
+}
+
+QFuture<bool> XcbPasteboard::putEarlierClipboardBack()
+{
+    return m_session->executor().call([transaction = m_transaction] { return transaction->putEarlierBack(); });
+}
+
+void XcbPasteboard::setOnLoss(PasteTransaction::OnLoss callback)
+{
+    post([callback = std::move(callback)](PasteTransaction &transaction) { transaction.setOnLoss(callback); });
 }
 
 QFuture<void> XcbPasteboard::relieved()

@@ -10,9 +10,11 @@
 namespace talmo {
 
 /// The clipboard of the X session. The calls are carried out on the session's thread in their order.
-class XcbPasteboard final : public Pasteboard {
+class XcbPasteboard final : public Pasteboard, public PasteWitness {
 public:
-    explicit XcbPasteboard(std::shared_ptr<XSession> session);
+    /// `secretTime`: see SecretLifetime.
+    explicit XcbPasteboard(std::shared_ptr<XSession> session,
+                           std::chrono::milliseconds secretTime = SecretLifetime::longestTime);
     ~XcbPasteboard() override;
 
     void beginPaste() override;
@@ -22,6 +24,13 @@ public:
     void setString(const QString &text) override;
     void writeItems(const QList<PasteboardItem> &items) override;
     QFuture<void> settled() override;
+
+    QFuture<PasteReceipt> receipt() override;
+    bool holdsEarlierClipboard() const override { return m_transaction->holdsEarlier(); }
+    QFuture<bool> putEarlierClipboardBack() override;
+
+    /// Called on the session's thread when something that stood on the clipboard could not be saved.
+    void setOnLoss(PasteTransaction::OnLoss callback);
 
     /// Finishes once nothing of Talmo's stands on the clipboard: another program has taken it, or the server is gone.
     QFuture<void> relieved();

@@ -1,0 +1,50 @@
+#include "Platform/Linux/ControlSocket.h"
+#include "talmoctl/Command.h"
+#include "talmoctl/Terminal.h"
+
+namespace talmo::ctl {
+
+namespace {
+
+/// What the Talmo that runs on this display answers. Throws Error when there is none, and what it throws.
+QByteArray ask(const QByteArray &request)
+{
+    constexpr int connectPatience = 500;
+    constexpr int answerPatience = 3000;
+    const auto answer = ControlSocket::exchange(request, connectPatience, answerPatience);
+    if (!answer) {
+        throw Error(QStringLiteral("Talmo is not running."));
+    }
+    ControlSocket::checkAnswer(*answer);
+    return *answer;
+}
+
+QCoro::Task<int> runLast(Invocation invocation)
+{
+    writeLine(ControlSocket::answeredText(ask(ControlSocket::lastDictationRequest(invocation.has("raw")))));
+    co_return EXIT_SUCCESS;
+}
+
+QCoro::Task<int> runRestoreClipboard(Invocation /*invocation*/)
+{
+    ask(ControlSocket::earlierClipboardRequest());
+    co_return EXIT_SUCCESS;
+}
+
+} // namespace
+
+QList<Command> recoveryCommands()
+{
+    return {{QStringLiteral("last"),
+             QStringLiteral("Print the last dictation."),
+             {},
+             {flag("raw", "Print the words as they were recognised.")},
+             &runLast},
+            {QStringLiteral("restore-clipboard"),
+             QStringLiteral("Put back the clipboard that a text nobody took has displaced."),
+             {},
+             {},
+             &runRestoreClipboard}};
+}
+
+} // namespace talmo::ctl

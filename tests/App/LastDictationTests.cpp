@@ -1,0 +1,50 @@
+#include "App/DictationRecovery.h"
+
+#include "Support/FakePasteboard.h"
+#include "Support/Printing.h"
+
+#include <gtest/gtest.h>
+
+namespace talmo::test {
+
+TEST(LastDictation, hasNothingBeforeTheFirstDictation)
+{
+    const LastDictation last;
+    EXPECT_EQ(last.text(), std::nullopt);
+    EXPECT_EQ(last.rawText(), std::nullopt);
+}
+
+TEST(LastDictation, keepsTheCleanedTextAndTheRawWords)
+{
+    LastDictation last;
+    last.begin();
+    last.noteHeard(u"hello world"_s);
+    last.noteCleaned(u"Hello world."_s);
+    EXPECT_EQ(last.text(), u"Hello world."_s);
+    EXPECT_EQ(last.rawText(), u"hello world"_s);
+}
+
+TEST(LastDictation, keepsWhatWasHeardOfOneThatFailed)
+{
+    LastDictation last;
+    last.begin();
+    last.noteHeard(u"one"_s);
+    last.noteCleaned(u"One."_s);
+    last.begin();
+    last.noteHeard(u"two thr"_s);
+    EXPECT_EQ(last.text(), u"two thr"_s);
+}
+
+TEST(LastDictation, aRecordingThatHearsNothingReplacesNothing)
+{
+    LastDictation last;
+    last.begin();
+    last.noteHeard(u"one"_s);
+    last.noteCleaned(u"One."_s);
+    last.begin();
+    last.noteHeard(u" "_s);
+    last.noteHeard(QString());
+    EXPECT_EQ(last.text(), u"One."_s);
+}
+
+} // namespace talmo::test
