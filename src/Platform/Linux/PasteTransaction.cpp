@@ -167,10 +167,11 @@ void PasteTransaction::writeItems(const QList<PasteboardItem> &items)
 
 std::optional<FrontWindow> PasteTransaction::chooseTarget()
 {
-    const auto front = frontWindow(m_session);
-    if (m_refusal) {
+    const bool belongsToPaste = m_isPasting || m_restore;
+    if (belongsToPaste && m_refusal) {
         return std::nullopt;
     }
+    const auto front = frontWindow(m_session);
     if (front.window == XCB_NONE) {
         refuse(Outcome::NoWindow);
         return std::nullopt;
