@@ -68,10 +68,12 @@ QString SoundRig::control(const QStringList &arguments)
                                                : QString();
 }
 
-void SoundRig::addMicrophone()
+void SoundRig::addMicrophone(const QStringList &options)
 {
-    m_microphoneModule = control({QStringLiteral("load-module"), QStringLiteral("module-remap-source"),
-                                  QStringLiteral("master=speech.monitor"), QStringLiteral("source_name=mic")});
+    m_microphoneModule =
+        control(QStringList{QStringLiteral("load-module"), QStringLiteral("module-remap-source"),
+                            QStringLiteral("master=speech.monitor"), QStringLiteral("source_name=mic")} +
+                options);
     control({QStringLiteral("set-default-source"), QStringLiteral("mic")});
     if (m_microphoneModule.isEmpty()) {
         throw Error(QStringLiteral("The sound server made no microphone: ") + m_server->output());
@@ -81,6 +83,18 @@ void SoundRig::addMicrophone()
 void SoundRig::removeMicrophone()
 {
     control({QStringLiteral("unload-module"), m_microphoneModule});
+}
+
+void SoundRig::muteMicrophone(bool isMuted)
+{
+    control({QStringLiteral("set-source-mute"), QStringLiteral("mic"), QString::number(isMuted ? 1 : 0)});
+}
+
+void SoundRig::switchMicrophone()
+{
+    control({QStringLiteral("load-module"), QStringLiteral("module-remap-source"),
+             QStringLiteral("master=speech.monitor"), QStringLiteral("source_name=other")});
+    control({QStringLiteral("set-default-source"), QStringLiteral("other")});
 }
 
 std::unique_ptr<ChildProcess> SoundRig::startPlaying(const QString &wavFile)

@@ -25,7 +25,11 @@ public:
     std::unique_ptr<ChildProcess> startPlaying(const QString &wavFile);
     /// Takes the microphone away: the server then has none.
     void removeMicrophone();
-    void addMicrophone();
+    /// `options` are those of module-remap-source, such as "rate=8000".
+    void addMicrophone(const QStringList &options = {});
+    void muteMicrophone(bool isMuted);
+    /// Makes another source the default one, as the desktop's mixer would; it hears the same.
+    void switchMicrophone();
     void killServer();
     /// After killServer().
     void restartServer();

@@ -6,10 +6,12 @@
 
 namespace talmo::test {
 
-RawSelectionOwner::RawSelectionOwner(const QByteArray &selection, std::vector<std::pair<QByteArray, Value>> values)
+RawSelectionOwner::RawSelectionOwner(const QByteArray &selection, std::vector<std::pair<QByteArray, Value>> values,
+                                     std::uint32_t unknownTargets)
     : m_window(xcb_generate_id(m_connection.get())),
       m_selection(m_connection.atom(selection)),
-      m_values(std::move(values))
+      m_values(std::move(values)),
+      m_unknownTargets(unknownTargets)
 {
     auto *connection = m_connection.get();
     xcb_create_window(connection, XCB_COPY_FROM_PARENT, m_window, m_connection.root(), 0, 0, 1, 1, 0,
@@ -48,8 +50,30 @@ void RawSelectionOwner::serve()
         }
         if ((event->response_type & 0x7f) == XCB_SELECTION_REQUEST) {
             answer(reinterpret_cast<const xcb_selection_request_event_t &>(*event));
+        } else if ((event->response_type & 0x7f) == XCB_PROPERTY_NOTIFY) {
+            sendPiece(reinterpret_cast<const xcb_property_notify_event_t &>(*event));
         }
     }
+}
+
+void RawSelectionOwner::sendPiece(const xcb_property_notify_event_t &event)
+{
+    if (event.state != XCB_PROPERTY_DELETE || m_sending == nullptr ||
+        !m_connection.atomName(event.atom).contains("VALUE")) {
+        return;
+    }
+    if (m_sent == m_sending->pieces) {
+        if (m_sending->endsThen) {
+            xcb_destroy_window(m_connection.get(), m_window);
+            m_connection.flush();
+        }
+        return;
+    }
+    ++m_sent;
+    xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, event.window, event.atom,
+                        m_connection.atom(m_sending->type), 8, static_cast<quint32>(m_sending->data.size()),
+                        m_sending->data.constData());
+    m_connection.flush();
 }
 
 void RawSelectionOwner::answer(const xcb_selection_request_event_t &request)
@@ -67,12 +91,23 @@ void RawSelectionOwner::answer(const xcb_selection_request_event_t &request)
         for (const auto &value : m_values) {
             atoms.push_back(m_connection.atom(value.first));
         }
+        for (std::uint32_t count = 0; count < m_unknownTargets; ++count) {
+            atoms.push_back(firstUnknownAtom + count);
+        }
         xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, request.requestor, property, XCB_ATOM_ATOM, 32,
                             static_cast<quint32>(atoms.size()), atoms.data());
     } else if (found == m_values.end() || found->second.isRefused) {
         property = XCB_ATOM_NONE;
     } else if (found->second.isIgnored) {
         return;
+    } else if (found->second.pieces > 0) {
+        m_sending = &found->second;
+        m_sent = 0;
+        constexpr std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+        xcb_change_window_attributes(m_connection.get(), request.requestor, XCB_CW_EVENT_MASK, &events);
+        const std::uint32_t announced = 10;
+        xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, request.requestor, property,
+                            m_connection.atom("INCR"), 32, 1, &announced);
     } else {
         const auto &value = found->second;
         xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, request.requestor, property,

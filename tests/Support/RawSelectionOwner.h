@@ -6,6 +6,7 @@
 #include <QList>
 
 #include <atomic>
+#include <cstdint>
 #include <map>
 #include <mutex>
 #include <thread>
@@ -24,9 +25,16 @@ public:
         /// What a lying owner does when the target is really asked for.
         bool isRefused = false;
         bool isIgnored = false;
+        /// Announces that it sends piece by piece, sends this many pieces of the data, and then nothing more.
+        int pieces = 0;
+        /// Ends after the last piece, as a program that crashes.
+        bool endsThen = false;
     };
+    /// Types listed in TARGETS besides those of the values, which nobody has heard of.
+    static constexpr std::uint32_t firstUnknownAtom = 0x100000;
 
-    RawSelectionOwner(const QByteArray &selection, std::vector<std::pair<QByteArray, Value>> values);
+    RawSelectionOwner(const QByteArray &selection, std::vector<std::pair<QByteArray, Value>> values,
+                      std::uint32_t unknownTargets = 0);
     ~RawSelectionOwner();
     RawSelectionOwner(const RawSelectionOwner &) = delete;
     RawSelectionOwner &operator=(const RawSelectionOwner &) = delete;
@@ -36,11 +44,15 @@ public:
 private:
     void serve();
     void answer(const xcb_selection_request_event_t &request);
+    void sendPiece(const xcb_property_notify_event_t &event);
 
     XConnection m_connection;
     xcb_window_t m_window;
     xcb_atom_t m_selection;
     std::vector<std::pair<QByteArray, Value>> m_values;
+    std::uint32_t m_unknownTargets;
+    const Value *m_sending = nullptr;
+    int m_sent = 0;
     mutable std::mutex m_mutex;
     std::vector<QByteArray> m_requested;
     std::atomic<bool> m_isEnding = false;

@@ -1,0 +1,80 @@
+#include "Faults/FaultFixture.h"
+#include "Support/TestModelServer.h"
+
+#include <QJsonArray>
+
+namespace talmo::test {
+
+namespace {
+
+class ModelServerFault : public FaultRun {
+protected:
+    void dictateWith(const QJsonObject &rule)
+    {
+        server.answerWith(rule);
+        desktop.storeSettings({{u"linux.languageModelAddress"_s, server.address()}});
+        openQtWindow();
+        startTalmo();
+        ASSERT_TRUE(talmo->waitForLine(u"language model: test-model"_s, patience));
+        dictate(u"hello world"_s);
+        EXPECT_TRUE(windowShows(u"Hello world."_s));
+        EXPECT_TRUE(talmoSays(u"state: idle"_s));
+        server.answerWith({{u"fault"_s, u"close"_s}});
+        nextDictationWorks();
+    }
+    TestModelServer server;
+};
+
+} // namespace
+
+static const FaultRegistration hangingServerRow("Language", "The model server does not answer",
+                                                "The text arrives after ten seconds, formatted by simple rules");
+TEST_F(ModelServerFault, thatHangs)
+{
+    dictateWith({{u"fault"_s, u"hang"_s}});
+}
+
+static const FaultRegistration cutServerRow("Language", "The model server breaks off in mid-answer",
+                                            "The text arrives at once, formatted by simple rules");
+TEST_F(ModelServerFault, thatBreaksOff)
+{
+    dictateWith({{u"fault"_s, u"reset"_s}});
+}
+
+static const FaultRegistration lyingServerRow("Language", "The model server announces more than it sends",
+                                              "The text arrives, formatted by simple rules");
+TEST_F(ModelServerFault, thatLiesAboutItsLength)
+{
+    dictateWith({{u"fault"_s, u"truncate"_s}, {u"answer"_s, u"Half an ans"_s}});
+}
+
+static const FaultRegistration hugeServerRow("Language", "The model server sends 50 MB",
+                                             "The text arrives, formatted by simple rules");
+TEST_F(ModelServerFault, thatSendsTooMuch)
+{
+    dictateWith({{u"fault"_s, u"huge"_s}});
+}
+
+FAULT(Language, languageUnsupported, "The desktop's language has no recogniser",
+      "“The current language isn't supported for on-device transcription.”")
+{
+    environment.insert(u"LC_ALL"_s, u"fi_FI.UTF-8"_s);
+    environment.insert(u"LANG"_s, u"fi_FI.UTF-8"_s);
+    startTalmo();
+    keyboard.press(key);
+    EXPECT_TRUE(talmoSays(u"error: The current language isn't supported for on-device transcription."_s));
+    keyboard.release(key);
+}
+
+FAULT(Language, neuralLibraryMissing, "The language's recogniser needs a library that is missing",
+      "An error that names it")
+{
+    environment.insert(u"LC_ALL"_s, u"fr_FR.UTF-8"_s);
+    environment.insert(u"LANG"_s, u"fr_FR.UTF-8"_s);
+    startTalmo();
+    keyboard.press(key);
+    EXPECT_TRUE(talmoSays(u"error: The neural recogniser's library is not installed; it was looked for in "_s));
+    keyboard.release(key);
+}
+
+} // namespace talmo::test

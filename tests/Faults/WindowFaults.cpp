@@ -1,0 +1,136 @@
+#include "Faults/FaultFixture.h"
+
+#include "Platform/Linux/XConnection.h"
+
+#include <csignal>
+
+namespace talmo::test {
+
+FAULT(Window, closedBeforeThePaste, "The window is closed while somebody speaks",
+      "“No window has the keyboard. The text is on the clipboard: paste it with Ctrl+V.”")
+{
+    openQtWindow();
+    startTalmo();
+    copy(u"clipboard before"_s);
+    holdAndSpeak();
+    window.reset();
+    ASSERT_TRUE(rig::pollUntil([this] { return desktop.activeWindowTitle().isEmpty(); }, patience));
+    keyboard.release(key);
+    EXPECT_TRUE(talmoSays(u"error: No window has the keyboard. The text is on the clipboard: paste it with Ctrl+V."_s));
+    EXPECT_EQ(clipboard(), "Hello world.");
+    nextDictationWorks();
+    EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+}
+
+FAULT(Window, frozen, "The window hangs",
+      "“The window does not respond. The text is on the clipboard, and goes in when the window wakes up.” It does, and "
+      "then the earlier clipboard comes back")
+{
+    openQtWindow();
+    startTalmo();
+    copy(u"clipboard before"_s);
+    holdAndSpeak();
+    signalWindow(SIGSTOP);
+    keyboard.release(key);
+    EXPECT_TRUE(talmoSays(u"error: The window does not respond."_s));
+    EXPECT_EQ(clipboard(), "Hello world.");
+    signalWindow(SIGCONT);
+    EXPECT_TRUE(windowShows(u"Hello world."_s));
+    EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+    nextDictationWorks();
+}
+
+FAULT(Window, takesNoPaste, "The window takes no paste",
+      "“Nothing took the text. It is on the clipboard: paste it with Ctrl+V.” The icon's menu and `talmoctl "
+      "restore-clipboard` put the earlier clipboard back")
+{
+    openWindow(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Target"_s, u"0"_s, u"readonly"_s});
+    startTalmo();
+    copy(u"clipboard before"_s);
+    dictate(u"hello world"_s);
+    EXPECT_TRUE(talmoSays(u"error: Nothing took the text. It is on the clipboard: paste it with Ctrl+V."_s));
+    EXPECT_EQ(clipboard(), "Hello world.");
+    rig::ChildProcess last(QStringLiteral(TALMO_BIN "/talmoctl"), {u"last"_s}, environment);
+    EXPECT_TRUE(last.waitForLine(u"Hello world."_s, patience));
+    rig::ChildProcess raw(QStringLiteral(TALMO_BIN "/talmoctl"), {u"last"_s, u"--raw"_s}, environment);
+    EXPECT_TRUE(raw.waitForLine(u"hello world"_s, patience));
+    rig::ChildProcess restore(QStringLiteral(TALMO_BIN "/talmoctl"), {u"restore-clipboard"_s}, environment);
+    EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+    nextDictationWorks();
+}
+
+FAULT(Window, anotherComesToTheFront, "Another window comes to the front while somebody speaks",
+      "The text goes into the window that is in front at the end")
+{
+    openQtWindow();
+    startTalmo();
+    holdAndSpeak();
+    rig::ChildProcess other(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Another"_s}, environment);
+    ASSERT_TRUE(desktop.waitForActiveWindow(u"Another"_s, patience));
+    keyboard.release(key);
+    EXPECT_TRUE(other.waitForLine(u"text: Hello world."_s, patience));
+    other.terminate();
+    nextDictationWorks();
+}
+
+FAULT(Window, keyboardGrabbed, "Another program holds the keyboard, such as a screen locker",
+      "“Another program is holding the keyboard. The text is on the clipboard: paste it with Ctrl+V.”")
+{
+    openQtWindow();
+    startTalmo();
+    holdAndSpeak();
+    {
+        XConnection locker;
+        const xcb_window_t shown = xcb_generate_id(locker.get());
+        constexpr quint32 overrideRedirect = 1;
+        xcb_create_window(locker.get(), XCB_COPY_FROM_PARENT, shown, locker.root(), 0, 0, 50, 50, 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT,
+                          &overrideRedirect);
+        xcb_map_window(locker.get(), shown);
+        const XcbPtr<xcb_grab_keyboard_reply_t> grab(xcb_grab_keyboard_reply(
+            locker.get(),
+            xcb_grab_keyboard(locker.get(), 1, shown, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
+            nullptr));
+        ASSERT_TRUE(grab && grab->status == XCB_GRAB_STATUS_SUCCESS);
+        keyboard.release(key);
+        EXPECT_TRUE(talmoSays(u"error: Another program is holding the keyboard."_s));
+    }
+    EXPECT_EQ(clipboard(), "Hello world.");
+    nextDictationWorks();
+}
+
+FAULT(Window, layoutWithoutPasteKeys, "The keyboard layout has neither V nor Insert",
+      "“This keyboard layout has no key to paste with. The text is on the clipboard: paste it by menu.”")
+{
+    openQtWindow();
+    startTalmo();
+    const auto set = [this](const QStringList &expressions) {
+        rig::ChildProcess xmodmap(u"xmodmap"_s, expressions, environment);
+        EXPECT_TRUE(rig::waitUntil([&xmodmap] { return !xmodmap.isRunning(); }, patience));
+    };
+    set({u"-e"_s, u"keycode 55 = NoSymbol"_s, u"-e"_s, u"keycode 118 = NoSymbol"_s, u"-e"_s,
+         u"keycode 90 = NoSymbol"_s});
+    dictate(u"hello world"_s);
+    EXPECT_TRUE(talmoSays(u"error: This keyboard layout has no key to paste with."_s));
+    EXPECT_EQ(clipboard(), "Hello world.");
+    set({u"-e"_s, u"keycode 55 = v V"_s});
+    nextDictationWorks();
+}
+
+FAULT(Window, xServerEnds, "The X server ends", "Talmo ends")
+{
+    startTalmo();
+    desktop.killServer();
+    EXPECT_TRUE(rig::waitUntil([this] { return !talmo->isRunning(); }, patience));
+}
+
+FAULT(Window, noDisplay, "There is no display", "Talmo says so and ends")
+{
+    environment.insert(u"DISPLAY"_s, u":4711"_s);
+    rig::ChildProcess blind(QStringLiteral(TALMO_BIN "/talmo"), {}, environment);
+    EXPECT_TRUE(blind.waitForLine(u"talmo: No X display could be opened. Is DISPLAY set?"_s, patience));
+    EXPECT_TRUE(rig::waitUntil([&blind] { return !blind.isRunning(); }, patience));
+    EXPECT_EQ(blind.terminate(), 1);
+}
+
+} // namespace talmo::test
