@@ -19,7 +19,7 @@ std::vector<xcb_atom_t> atomsOf(const QByteArray &property, int unitBits)
 }
 
 SelectionTargets SelectionTargets::parse(const QByteArray &property, int unitBits, std::span<const xcb_atom_t> excluded,
-                                         std::size_t maximumCount)
+                                         std::size_t limit)
 {
     SelectionTargets targets;
     std::unordered_set<xcb_atom_t> seen(excluded.begin(), excluded.end());
@@ -28,7 +28,7 @@ SelectionTargets SelectionTargets::parse(const QByteArray &property, int unitBit
         if (seen.contains(atom)) {
             continue;
         }
-        if (targets.atoms.size() == maximumCount) {
+        if (targets.atoms.size() == limit) {
             targets.isTruncated = true;
             break;
         }

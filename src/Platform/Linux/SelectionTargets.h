@@ -24,7 +24,7 @@ struct SelectionTargets {
     /// `property`: the raw answer to TARGETS; not a list of 32-bit units is an empty list. `excluded`: targets that
     /// only steer the protocol or make the owner do something. Linear in the property's size.
     static SelectionTargets parse(const QByteArray &property, int unitBits, std::span<const xcb_atom_t> excluded,
-                                  std::size_t maximumCount = SelectionTargets::maximumCount);
+                                  std::size_t limit = maximumCount);
 };
 
 /// The whole atoms in a property of 32-bit units; none for other units.
