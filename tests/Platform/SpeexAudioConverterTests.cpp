@@ -113,6 +113,27 @@ TEST(SpeexAudioConverter, turnsWhatIsNoNumberIntoSilence)
     }
 }
 
+TEST(SpeexAudioConverter, sumsOfHugeSamplesStayFinite)
+{
+    const AudioFormat from{16000, 2, SampleType::Float32};
+    const AudioFormat heard{16000, 1, SampleType::Float32};
+    const auto converter = SpeexAudioConverterFactory().make(from, heard);
+    auto input = AudioBuffer::make(from, 400);
+    input->setFrameLength(400);
+    const float huge = std::numeric_limits<float>::max();
+    for (int index = 0; index < 800; ++index) {
+        std::memcpy(input->data() + index * 4, &huge, sizeof(huge));
+    }
+    const auto output = convertBuffer(input, *converter, heard);
+    ASSERT_TRUE(output);
+    ASSERT_GT(output->frameLength(), 0U);
+    for (quint32 frame = 0; frame < output->frameLength(); ++frame) {
+        float sample = 0;
+        std::memcpy(&sample, output->data() + frame * sizeof(sample), sizeof(sample));
+        ASSERT_TRUE(std::isfinite(sample)) << frame;
+    }
+}
+
 TEST(SpeexAudioConverter, reportsAFormatThatChanged)
 {
     const auto converter = SpeexAudioConverterFactory().make({48000, 1, SampleType::Float32}, target);

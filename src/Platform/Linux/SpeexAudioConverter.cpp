@@ -16,6 +16,9 @@ constexpr double highestRate = 768000;
 /// Beyond this ratio the resampler's filter grows to megabytes.
 constexpr double largestRatio = 64;
 
+/// Beyond any recording, and far from where sums of channels overflow.
+constexpr float largestSample = 1024;
+
 struct ResamplerDeleter {
     void operator()(SpeexResamplerState *state) const { speex_resampler_destroy(state); }
 };
@@ -27,7 +30,7 @@ float sampleAt(const char *bytes, std::size_t index)
     Sample sample;
     std::memcpy(&sample, bytes + index * sizeof(Sample), sizeof(Sample));
     if constexpr (std::is_floating_point_v<Sample>) {
-        return std::isfinite(sample) ? sample : 0.0F;
+        return std::isfinite(sample) ? std::clamp(sample, -largestSample, largestSample) : 0.0F;
     } else {
         return static_cast<float>(sample) / 32768.0F;
     }
