@@ -10,6 +10,7 @@
 #include <QJsonDocument>
 #include <QSaveFile>
 
+#include <algorithm>
 #include <chrono>
 #include <thread>
 #include <utility>
@@ -95,7 +96,7 @@ std::optional<QJsonObject> SettingsFile::load()
     if (!info.isFile() || !file.open(QFile::ReadOnly)) {
         throw Error(QStringLiteral("%1 cannot be opened.").arg(m_path));
     }
-    const QByteArray bytes = file.read(largestFile + 1);
+    const QByteArray bytes = file.read(std::min(file.size(), largestFile) + 1); // Reserves that much.
     const auto document = bytes.size() > largestFile ? QJsonDocument() : QJsonDocument::fromJson(bytes);
     if (!document.isObject()) {
         setAside();
