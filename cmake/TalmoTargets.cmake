@@ -23,11 +23,29 @@ if(TALMO_FUZZERS)
   target_compile_options(TalmoOptions INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
+# talmo_precompile(NAME): reads the large headers from the one precompiled header, where that is switched on. It cuts
+# the time of a build by more than half, but ccache does not work with it: for presets that are built once.
+function(talmo_precompile name)
+  if(NOT TALMO_PRECOMPILE)
+    return()
+  endif()
+  if(NOT TARGET TalmoPrecompiled)
+    file(WRITE ${CMAKE_BINARY_DIR}/precompiled.cpp "")
+    add_library(TalmoPrecompiled OBJECT ${CMAKE_BINARY_DIR}/precompiled.cpp)
+    target_link_libraries(TalmoPrecompiled PRIVATE TalmoOptions Qt6::Core QCoro6::Core Threads::Threads)
+    target_precompile_headers(TalmoPrecompiled PRIVATE
+      <QtCore/QtCore> <QCoro/QCoroFuture> <QCoro/QCoroTask>
+      <algorithm> <chrono> <functional> <memory> <optional> <stop_token> <vector>)
+  endif()
+  target_precompile_headers(${name} REUSE_FROM TalmoPrecompiled)
+endfunction()
+
 # talmo_library(NAME SOURCES … LINKS … [MOC]): a folder's library.
 function(talmo_library name)
   cmake_parse_arguments(ARG "MOC" "" "SOURCES;LINKS" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
   target_link_libraries(${name} PUBLIC TalmoOptions ${ARG_LINKS})
+  talmo_precompile(${name})
   if(ARG_MOC)
     set_target_properties(${name} PROPERTIES AUTOMOC ON)
   endif()

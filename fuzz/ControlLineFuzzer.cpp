@@ -1,0 +1,76 @@
+// Requests over the control socket, and the answers to them.
+
+#include "Base/Error.h"
+#include "Fuzzing.h"
+#include "Platform/Linux/ControlSocket.h"
+
+#include <algorithm>
+#include <initializer_list>
+
+using namespace talmo;
+using fuzz::require;
+
+namespace {
+
+bool isOneLine(const QByteArray &bytes)
+{
+    return bytes.endsWith('\n') && bytes.count('\n') == 1;
+}
+
+/// At most one thing is asked for, and the same request can be made again from what was understood.
+void checkRequest(const QByteArray &request)
+{
+    const auto text = ControlSocket::textToInsert(request);
+    const auto choice = ControlSocket::recogniserToUse(request);
+    const auto meanings = {text.has_value(), choice.has_value(), ControlSocket::asksForSettings(request)};
+    require(std::count(meanings.begin(), meanings.end(), true) <= 1);
+    if (text && text->isValidUtf16()) {
+        require(ControlSocket::textToInsert(ControlSocket::insertRequest(*text)) == text);
+    }
+    if (choice && choice->isValidUtf16()) {
+        require(ControlSocket::recogniserToUse(ControlSocket::recogniserRequest(*choice)) == choice);
+    }
+}
+
+void checkText(const QString &text)
+{
+    const QByteArray request = ControlSocket::insertRequest(text);
+    require(isOneLine(request));
+    require(!ControlSocket::asksForSettings(request) && !ControlSocket::recogniserToUse(request));
+    const auto arrived = ControlSocket::textToInsert(request);
+    require(arrived.has_value() && (!text.isValidUtf16() || *arrived == text));
+    const QByteArray answer = ControlSocket::answer(text);
+    require(isOneLine(answer));
+    bool isError = false;
+    try {
+        ControlSocket::checkAnswer(answer);
+    } catch (const Error &error) {
+        isError = true;
+        require(!text.isValidUtf16() || error.localizedDescription() == text);
+    }
+    require(isError);
+}
+
+void checkAnswer(const QByteArray &answer)
+{
+    try {
+        ControlSocket::checkAnswer(answer);
+        require(answer.trimmed().startsWith('{'));
+    } catch (const Error &) { // NOLINT(bugprone-empty-catch): what is no answer is an error.
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)
+{
+    FuzzedDataProvider data(bytes, size);
+    if (data.ConsumeBool()) {
+        checkText(fuzz::textUpTo(data, data.remaining_bytes()));
+    } else {
+        const QByteArray line = fuzz::rest(data);
+        checkRequest(line);
+        checkAnswer(line);
+    }
+    return 0;
+}

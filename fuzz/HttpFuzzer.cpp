@@ -1,0 +1,98 @@
+// Any bytes at all from a server on loopback, in one piece or two.
+
+#include "Base/Error.h"
+#include "Fuzzing.h"
+#include "Platform/ModelServer/LoopbackHttp.h"
+#include "Support/ManualClock.h"
+#include "Support/TestLoop.h"
+
+#include <QCoreApplication>
+#include <QHostAddress>
+#include <QTcpServer>
+#include <QTcpSocket>
+
+#include <memory>
+
+using namespace talmo;
+using fuzz::require;
+
+namespace {
+
+/// Answers every request with the same bytes and closes the connection.
+class Server final : public QTcpServer {
+public:
+    Server()
+    {
+        require(listen(QHostAddress::LocalHost));
+        connect(this, &QTcpServer::newConnection, this, [this] {
+            while (auto *socket = nextPendingConnection()) {
+                connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+                connect(socket, &QTcpSocket::readyRead, socket, [this, socket] { answer(*socket); });
+            }
+        });
+    }
+
+    QByteArray first;
+    QByteArray second;
+    int requests = 0;
+
+private:
+    void answer(QTcpSocket &socket)
+    {
+        const QByteArray request = socket.readAll();
+        require(request.startsWith("GET /v1/models HTTP/1.1\r\n") || request.startsWith("POST /v1/chat HTTP/1.1\r\n"));
+        ++requests;
+        socket.write(first);
+        socket.flush();
+        socket.write(second);
+        socket.disconnectFromHost();
+    }
+};
+
+struct World {
+    std::shared_ptr<test::ManualClock> clock = std::make_shared<test::ManualClock>();
+    LoopbackHttp http{clock};
+    Server server;
+};
+
+World *world = nullptr;
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
+{
+    // Kept for the life of the process.
+    static QCoreApplication application(*argc, *argv);
+    fuzz::SilentLog::install();
+    static World theWorld;
+    world = &theWorld;
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)
+{
+    FuzzedDataProvider data(bytes, size);
+    const bool isPost = data.ConsumeBool();
+    const auto split = data.ConsumeIntegral<std::uint16_t>();
+    const QByteArray answer = fuzz::rest(data);
+    world->server.first = answer.left(split);
+    world->server.second = answer.mid(split);
+    world->server.requests = 0;
+    QUrl url(QStringLiteral("http://127.0.0.1:%1").arg(world->server.serverPort()));
+    url.setPath(isPost ? QStringLiteral("/v1/chat") : QStringLiteral("/v1/models"));
+    constexpr auto deadline = std::chrono::seconds(5);
+    auto reply = isPost ? world->http.postJson(url, "{}", deadline) : world->http.get(url, deadline);
+    require(test::waitFor(reply)); // Without the deadline's help, since virtual time stands still.
+    require(world->server.requests >= 1);
+    try {
+        const HttpReply got = reply.result();
+        require(got.status > 0);
+        require(got.body.size() <= answer.size()); // Nothing is decompressed.
+    } catch (const Error &error) {
+        require(!error.localizedDescription().isEmpty());
+    }
+    test::settle();
+    world->clock->advance({}); // Drops the deadlines of what has been answered.
+    require(world->clock->sleeperCount() == 0);
+    return 0;
+}

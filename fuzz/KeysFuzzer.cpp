@@ -1,0 +1,198 @@
+// Keys in any order and at any time, from the raw event to the start and the end of a recording.
+
+#include "Fuzzing.h"
+#include "Input/GlobalHotkeyManager.h"
+#include "Platform/Linux/RepeatPairFilter.h"
+#include "Platform/Linux/StandInKeyFilter.h"
+#include "Support/FakeEventMonitor.h"
+#include "Support/ManualClock.h"
+#include "Support/TestLoop.h"
+
+#include <QCoreApplication>
+
+#include <array>
+#include <chrono>
+#include <memory>
+#include <set>
+
+using namespace talmo;
+using namespace std::chrono_literals;
+using fuzz::require;
+
+namespace {
+
+constexpr std::uint8_t firstStandIn = 105;
+constexpr std::uint8_t secondStandIn = 108;
+constexpr std::array<std::uint8_t, 4> keyCodes = {firstStandIn, secondStandIn, 38, 50};
+constexpr std::uint16_t keyboard = 3;
+
+/// What stands between the X server and the coordinator, in virtual time.
+class Keyboard {
+public:
+    Keyboard()
+    {
+        m_standIns.setKeyCodes({firstStandIn, secondStandIn});
+        m_manager.setOnHotkeyDown([this] {
+            require(!m_isRecording);
+            m_isRecording = true;
+            ++m_starts;
+        });
+        m_manager.setOnHotkeyUp([this] {
+            require(m_isRecording);
+            m_isRecording = false;
+        });
+        m_manager.start();
+    }
+
+    void key(std::uint8_t keyCode, bool isDown, std::uint16_t device)
+    {
+        if (isDown) {
+            m_down.insert(keyCode);
+        } else {
+            m_down.erase(keyCode);
+        }
+        const auto serverTime = std::chrono::duration_cast<std::chrono::milliseconds>(m_now.time_since_epoch());
+        m_raw.push({keyCode, device, isDown, static_cast<std::uint32_t>(serverTime.count())});
+        handleRaw(false);
+    }
+
+    void pass(std::chrono::milliseconds time)
+    {
+        const Time end = m_now + time;
+        while (m_now < end) {
+            const Time next = std::min({end, m_patienceEnds.value_or(end), m_standIns.withheldUntil().value_or(end)});
+            const auto step = std::max<Time::duration>(next - m_now, 0ms);
+            m_now += step;
+            m_clock->advance(step);
+            if (m_patienceEnds && m_now >= *m_patienceEnds) {
+                m_patienceEnds.reset();
+                handleRaw(true);
+            }
+            if (const auto due = m_standIns.withheldUntil(); due && m_now >= *due) {
+                report(m_standIns.timePassed(m_now));
+            }
+            check();
+        }
+    }
+
+    void releaseAll()
+    {
+        for (const auto keyCode : std::set(m_down)) {
+            key(keyCode, false, keyboard);
+        }
+    }
+
+    bool isRecording() const { return m_isRecording; }
+    int starts() const { return m_starts; }
+
+    /// Holds whenever nothing is on its way any more.
+    void checkAtRest() const
+    {
+        require(!m_raw.isHoldingBack());
+        const bool isDown = m_down.contains(firstStandIn) || m_down.contains(secondStandIn);
+        require(isDown || !m_isReportedDown);
+        require(isDown || !m_isRecording || m_manager.recognizer().activeMode() == ActiveMode::Toggle);
+    }
+
+private:
+    void handleRaw(bool isPatienceOver)
+    {
+        while (const auto next = m_raw.take(isPatienceOver)) {
+            report(next->isDown ? m_standIns.keyDown(next->keyCode, m_now) : m_standIns.keyUp(next->keyCode));
+            check();
+        }
+        if (m_raw.isHoldingBack() && !m_patienceEnds) {
+            m_patienceEnds = m_now + 5ms;
+        }
+    }
+
+    void report(std::optional<bool> change)
+    {
+        if (!change) {
+            return;
+        }
+        require(*change != m_isReportedDown); // Downs and ups alternate.
+        m_isReportedDown = *change;
+        m_monitor->send(*change ? GlobalHotkeyManager::functionFlag : 0);
+        test::settle();
+    }
+
+    void check() const
+    {
+        const auto mode = m_manager.recognizer().activeMode();
+        require(m_isRecording == mode.has_value());
+        require(mode != ActiveMode::Hold || m_isReportedDown);
+        require(m_standIns.isReportedDown() == m_isReportedDown);
+    }
+
+    using Time = StandInKeyFilter::Time;
+
+    Time m_now{std::chrono::hours(1)};
+    std::set<std::uint8_t> m_down;
+    StandInKeyFilter m_standIns;
+    RepeatPairFilter m_raw{[this](std::uint8_t keyCode) { return m_standIns.isStandIn(keyCode); }};
+    std::optional<Time> m_patienceEnds;
+    bool m_isReportedDown = false;
+    bool m_isRecording = false;
+    int m_starts = 0;
+    std::shared_ptr<test::ManualClock> m_clock = std::make_shared<test::ManualClock>();
+    std::shared_ptr<test::FakeEventMonitor> m_monitor = std::make_shared<test::FakeEventMonitor>();
+    GlobalHotkeyManager m_manager{m_monitor, std::make_shared<test::FakeInputTrust>(), m_clock,
+                                  SerialExecutor::onCurrentThread()};
+};
+
+/// Long enough for every timer there is.
+constexpr auto rest = 700ms;
+
+/// Whatever came before, the next dictation works.
+void checkNextDictation(Keyboard &keys)
+{
+    keys.releaseAll();
+    keys.pass(rest);
+    keys.checkAtRest();
+    if (keys.isRecording()) {
+        keys.key(firstStandIn, true, keyboard);
+        require(!keys.isRecording());
+        keys.key(firstStandIn, false, keyboard);
+        keys.pass(rest);
+    }
+    require(!keys.isRecording());
+    const int before = keys.starts();
+    keys.key(firstStandIn, true, keyboard);
+    keys.pass(FnGestureRecognizer::holdThreshold / 1ms * 1ms);
+    require(keys.isRecording() && keys.starts() == before + 1);
+    keys.key(firstStandIn, false, keyboard);
+    keys.pass(10ms); // A device that repeats keys has its releases held back.
+    require(!keys.isRecording());
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
+{
+    static QCoreApplication application(*argc, *argv);
+    fuzz::SilentLog::install();
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)
+{
+    constexpr std::size_t longest = 200;
+    FuzzedDataProvider data(bytes, std::min(size, longest));
+    Keyboard keys;
+    while (data.remaining_bytes() > 0) {
+        // Three bits choose the key and the way, the others the time that passes before it.
+        const auto step = data.ConsumeIntegral<std::uint8_t>();
+        constexpr std::array<int, 8> times = {0, 0, 1, 4, 60, 149, 150, 300};
+        keys.pass(std::chrono::milliseconds(times[step >> 5]));
+        const std::uint16_t device = (step & 8) == 0 ? keyboard : keyboard + 1;
+        const auto keyCode = keyCodes[step & 3];
+        keys.key(keyCode, (step & 4) != 0, device);
+        if ((step & 16) != 0) {
+            keys.pass(rest);
+            keys.checkAtRest();
+        }
+    }
+    checkNextDictation(keys);
+    return 0;
+}

@@ -1,0 +1,94 @@
+// What a language-model server answers, and the addresses that users type for one.
+
+#include "Base/Error.h"
+#include "Fuzzing.h"
+#include "Platform/ModelServer/ModelServerAddress.h"
+#include "Platform/ModelServer/ModelServerProtocol.h"
+
+#include <QHostAddress>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+using namespace talmo;
+using fuzz::require;
+
+namespace {
+
+void checkAnswer(const QByteArray &body)
+{
+    try {
+        const QString text = chatAnswer(body);
+        const auto content = QJsonDocument::fromJson(body)[u"choices"][0][u"message"][u"content"];
+        require(content.isString());
+        require(text.size() <= content.toString().size()); // Things are only taken out.
+    } catch (const Error &error) {
+        require(!error.localizedDescription().isEmpty());
+    }
+}
+
+void checkModels(const QByteArray &body)
+{
+    try {
+        const auto names = modelNames(body);
+        require(!names.contains(QString()));
+        const QString preferred = preferredModel(names);
+        require(preferred.isEmpty() || names.contains(preferred));
+    } catch (const Error &error) {
+        require(!error.localizedDescription().isEmpty());
+    }
+}
+
+void checkRequest(FuzzedDataProvider &data)
+{
+    constexpr std::size_t longest = 200;
+    const QString model = QString::fromUtf8(fuzz::bytesUpTo(data, longest));
+    const QString instructions = QString::fromUtf8(fuzz::bytesUpTo(data, longest));
+    const QString prompt = QString::fromUtf8(fuzz::rest(data));
+    const QByteArray request = chatRequest(model, instructions, prompt, {});
+    require(request == chatRequest(model, instructions, prompt, {}));
+    const auto document = QJsonDocument::fromJson(request);
+    require(document[u"model"].toString() == model);
+    require(document[u"messages"][0][u"content"].toString() == instructions);
+    require(document[u"messages"][1][u"content"].toString() == prompt);
+    require(document[u"messages"].toArray().size() == 2);
+}
+
+/// Whatever was typed, what is dictated goes nowhere but to this machine.
+void checkAddress(const QString &setting)
+{
+    try {
+        for (const QUrl &address : modelServerAddresses(setting)) {
+            const QHostAddress host(address.host());
+            require(!host.isNull() && host.isLoopback());
+            require(address.scheme() == QStringLiteral("http"));
+            require(address.userInfo().isEmpty() && !address.hasQuery() && !address.hasFragment());
+            require(address.isValid());
+        }
+    } catch (const Error &error) {
+        require(!error.localizedDescription().isEmpty());
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)
+{
+    FuzzedDataProvider data(bytes, size);
+    // The choice is taken from the end, so that seeds are bodies as they are.
+    switch (data.ConsumeIntegralInRange(0, 3)) {
+    case 0:
+        checkRequest(data);
+        break;
+    case 1:
+        checkAddress(fuzz::textUpTo(data, data.remaining_bytes()));
+        break;
+    default: {
+        const QByteArray body = fuzz::rest(data);
+        checkAnswer(body);
+        checkModels(body);
+        break;
+    }
+    }
+    return 0;
+}
