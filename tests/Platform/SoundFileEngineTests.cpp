@@ -19,6 +19,20 @@ namespace {
 
 constexpr int rate = 44100;
 
+/// Silence of eight frames.
+QString writeSilence(const QString &path, int sampleRate, int channels)
+{
+    SF_INFO info{};
+    info.samplerate = sampleRate;
+    info.channels = channels;
+    info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
+    auto *file = sf_open(QFile::encodeName(path).constData(), SFM_WRITE, &info);
+    const std::vector<short> samples(std::size_t(8) * static_cast<std::size_t>(channels));
+    sf_writef_short(file, samples.data(), 8);
+    sf_close(file);
+    return path;
+}
+
 /// Left rises, right falls, frame by frame.
 QString writeStereoFile(const QString &path, int frames)
 {
@@ -38,6 +52,17 @@ QString writeStereoFile(const QString &path, int frames)
 }
 
 } // namespace
+
+TEST(SoundFileEngine, refusesAbsurdRatesAndChannelCounts)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"a.wav"_s);
+    EXPECT_NO_THROW(SoundFileEngine(writeSilence(path, 768000, 1)));
+    EXPECT_THROW(SoundFileEngine(writeSilence(path, 768001, 1)), Error);
+    EXPECT_THROW(SoundFileEngine(writeSilence(path, 1'447'051'607, 1)), Error);
+    EXPECT_NO_THROW(SoundFileEngine(writeSilence(path, 8000, 64)));
+    EXPECT_THROW(SoundFileEngine(writeSilence(path, 8000, 65)), Error);
+}
 
 TEST(SoundFileEngine, handsOutTheWholeFileAndSilenceBehindIt)
 {

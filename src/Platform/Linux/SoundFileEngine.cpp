@@ -11,6 +11,14 @@
 
 namespace talmo {
 
+namespace {
+
+// Headers may say anything, and a recording of a gigahertz would keep the machine busy with its silence alone.
+constexpr int highestRate = 768000;
+constexpr int mostChannels = 64;
+
+} // namespace
+
 struct SoundFileEngine::File {
     SF_INFO info{};
     SNDFILE *handle;
@@ -20,6 +28,13 @@ struct SoundFileEngine::File {
     {
         if (handle == nullptr) {
             throw Error(QStringLiteral("%1: %2").arg(path, QString::fromUtf8(sf_strerror(nullptr))));
+        }
+        if (info.samplerate < 1 || info.samplerate > highestRate || info.channels < 1 || info.channels > mostChannels) {
+            sf_close(handle);
+            throw Error(QStringLiteral("%1: %2 channels at %3 Hz are not supported.")
+                            .arg(path)
+                            .arg(info.channels)
+                            .arg(info.samplerate));
         }
     }
     ~File() { sf_close(handle); }
