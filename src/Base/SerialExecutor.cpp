@@ -1,10 +1,14 @@
 #include "Base/SerialExecutor.h"
 
 #include "Base/Log.h"
+#include "Base/ThreadSanitizer.h"
 
-#include <QMetaObject>
+#include <QCoreApplication>
+#include <QEvent>
 #include <QObject>
 #include <QThread>
+
+#include <utility>
 
 namespace talmo {
 
@@ -18,6 +22,58 @@ void runLogged(const std::function<void()> &work)
         generalLog().error("unexpected error: %s", {localizedDescription(std::current_exception())});
     }
 }
+
+/// A piece of work on its way to the executor's thread.
+class WorkEvent final : public QEvent {
+public:
+    WorkEvent(std::function<void()> work, const QObject *context)
+        : QEvent(kind()),
+          m_work(std::move(work)),
+          m_context(context)
+    {
+        ThreadSanitizer::release(this);
+    }
+    ~WorkEvent() override
+    {
+        ThreadSanitizer::acquire(this); // One that was never run is destroyed by the executor's owner.
+        m_work = nullptr;
+        ThreadSanitizer::release(m_context);
+    }
+    WorkEvent(const WorkEvent &) = delete;
+    WorkEvent &operator=(const WorkEvent &) = delete;
+
+    static Type kind()
+    {
+        static const Type type = static_cast<Type>(registerEventType());
+        return type;
+    }
+
+    void run() const
+    {
+        ThreadSanitizer::acquire(this);
+        // Set when the executor is going: what it has not got to is dropped.
+        if (!QThread::currentThread()->isInterruptionRequested()) {
+            runLogged(m_work);
+        }
+    }
+
+private:
+    std::function<void()> m_work;
+    const QObject *m_context;
+};
+
+/// Lives in the executor's thread and runs the work that is posted to it.
+class Context final : public QObject {
+public:
+    bool event(QEvent *event) override
+    {
+        if (event->type() != WorkEvent::kind()) {
+            return QObject::event(event);
+        }
+        static_cast<const WorkEvent *>(event)->run();
+        return true;
+    }
+};
 
 } // namespace
 
@@ -35,7 +91,7 @@ std::shared_ptr<SerialExecutor> SerialExecutor::onCurrentThread()
 
 SerialExecutor::SerialExecutor(QThread *thread)
     : m_thread(thread),
-      m_context(new QObject)
+      m_context(new Context)
 {
     if (m_thread != nullptr) {
         m_context->moveToThread(m_thread);
@@ -64,6 +120,7 @@ SerialExecutor::~SerialExecutor()
     m_thread->requestInterruption();
     m_thread->quit();
     m_thread->wait();
+    ThreadSanitizer::acquire(m_context);
     delete m_context;
     delete m_thread;
 }
@@ -75,15 +132,7 @@ bool SerialExecutor::isCurrentThread() const
 
 void SerialExecutor::post(std::function<void()> work)
 {
-    QMetaObject::invokeMethod(
-        m_context,
-        [work = std::move(work)] {
-            // Set when the executor is going: what it has not got to is dropped.
-            if (!QThread::currentThread()->isInterruptionRequested()) {
-                runLogged(work);
-            }
-        },
-        Qt::QueuedConnection);
+    QCoreApplication::postEvent(m_context, new WorkEvent(std::move(work), m_context));
 }
 
 } // namespace talmo

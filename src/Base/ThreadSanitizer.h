@@ -1,0 +1,34 @@
+#pragma once
+
+#if defined(__SANITIZE_THREAD__)
+#define TALMO_THREAD_SANITIZER
+#elif defined(__has_feature)
+#if __has_feature(thread_sanitizer)
+#define TALMO_THREAD_SANITIZER
+#endif
+#endif
+
+#ifdef TALMO_THREAD_SANITIZER
+#include <sanitizer/tsan_interface.h>
+#endif
+
+/// Tells the thread sanitizer of an order between threads that only Qt keeps: distributions build Qt without the
+/// sanitizer, so it sees neither Qt's event queue nor its mutexes. Without the sanitizer these do nothing.
+namespace talmo::ThreadSanitizer {
+
+/// What this thread did before happens before whatever follows an acquire() of the same address.
+inline void release([[maybe_unused]] const void *address)
+{
+#ifdef TALMO_THREAD_SANITIZER
+    __tsan_release(const_cast<void *>(address));
+#endif
+}
+
+inline void acquire([[maybe_unused]] const void *address)
+{
+#ifdef TALMO_THREAD_SANITIZER
+    __tsan_acquire(const_cast<void *>(address));
+#endif
+}
+
+} // namespace talmo::ThreadSanitizer
