@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Base/Text.h"
+
 #include <QString>
 
 #include <utility>
@@ -23,7 +25,10 @@ public:
     /// Empty unless this is an error.
     QString message() const { return m_message; }
 
-    bool operator==(const TalmoState &) const = default;
+    bool operator==(const TalmoState &other) const
+    {
+        return m_case == other.m_case && Text::equal(m_message, other.m_message);
+    }
 
 private:
     explicit TalmoState(Case which, QString message = {})

@@ -10,9 +10,13 @@ TEST(AppDelegate, aFinishedLaunchMakesAnAccessoryAndThenListensForTheKey)
 {
     ViewWorld world;
     const auto shell = std::make_shared<FakeShell>();
-    TalmoCoordinator::setSharedFactory([&] { return std::move(world.world.coordinator); });
+    TalmoCoordinator::setSharedFactory([&] {
+        EXPECT_THAT(shell->calls, testing::ElementsAre("accessory"));
+        EXPECT_THAT(world.world.takeCalls(), testing::IsEmpty());
+        return std::move(world.world.coordinator);
+    });
     AppDelegate delegate(shell, world.permissions);
-    world.world.takeCalls();
+    EXPECT_THAT(shell->calls, testing::IsEmpty());
     delegate.applicationDidFinishLaunching();
     EXPECT_THAT(shell->calls, testing::ElementsAre("accessory"));
     EXPECT_THAT(world.world.takeCalls(), testing::ElementsAre("hotkeys.start"));

@@ -14,6 +14,13 @@ TEST(TalmoState, isEqualForTheSameCaseWithTheSameMessage)
     EXPECT_NE(TalmoState::error(u"a"_s), TalmoState::error(u"b"_s));
 }
 
+TEST(TalmoState, equalMessagesMayBeComposedDifferently)
+{
+    EXPECT_EQ(TalmoState::error(u"Caf\u00E9"_s), TalmoState::error(u"Cafe\u0301"_s));
+    EXPECT_NE(TalmoState::error(u"Cafe"_s), TalmoState::error(u"cafe"_s));
+    EXPECT_NE(TalmoState::error({}), TalmoState::idle()) << "an error without a message is one all the same";
+}
+
 TEST(TalmoState, hasItsNames)
 {
     EXPECT_EQ(name(TalmoState::idle()), u"idle"_s);
