@@ -171,8 +171,7 @@ protected:
 TEST_F(DictationOrderTest, everyStepSeesTheValuesOfItsOwnTime)
 {
     begin();
-    EXPECT_THAT(takeTrace(),
-                ElementsAre("locale: idle||-", "status: idle||-", "start: idle||-", "show: recording||-"));
+    EXPECT_THAT(takeTrace(), ElementsAre("locale: idle||-", "status: idle||-", "start: idle||-", "show: recording||-"));
     world.onUpdate(u"hel"_s);
     end();
     EXPECT_THAT(takeTrace(),
@@ -309,8 +308,7 @@ TEST_F(DictationOrderTest, oneDictationKeepsTheLocaleItBeganWith)
     world.locale = u"de_DE"_s;
     gate->finish();
     settle();
-    EXPECT_THAT(world.takeCalls(),
-                ElementsAre("modelStatus en_US", "installModel en_US", "startTranscription en_US"));
+    EXPECT_THAT(world.takeCalls(), ElementsAre("modelStatus en_US", "installModel en_US", "startTranscription en_US"));
     end();
     world.takeCalls();
     begin();

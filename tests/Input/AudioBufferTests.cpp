@@ -22,6 +22,17 @@ TEST(AudioBuffer, refusesAbsurdSizes)
 {
     EXPECT_FALSE(AudioBuffer::make({48000, 8, SampleType::Float32}, std::numeric_limits<quint32>::max()));
     EXPECT_FALSE(AudioBuffer::make({48000, 0, SampleType::Float32}, 10));
+    // A gigabyte is the limit, whatever the frames are made of.
+    EXPECT_FALSE(AudioBuffer::make({48000, 1, SampleType::Int16}, (1U << 29) + 1));
+    EXPECT_FALSE(AudioBuffer::make({48000, 1U << 20, SampleType::Float32}, (1U << 8) + 1));
+}
+
+TEST(AudioBuffer, isSilentUntilItIsFilled)
+{
+    const auto buffer = AudioBuffer::make({48000, 2, SampleType::Int16}, 3);
+    ASSERT_TRUE(buffer);
+    EXPECT_EQ(QByteArray(buffer->data(), 12), QByteArray(12, '\0'));
+    EXPECT_EQ(AudioBuffer::make({48000, 1, SampleType::Int16}, 0)->byteLength(), 0);
 }
 
 } // namespace talmo::test

@@ -57,13 +57,53 @@ TEST_F(AudioRecorderTest, aSecondStartKeepsTheFirstHandler)
     engine->capture(silence(engine->format, 10));
     EXPECT_EQ(first, 1);
     EXPECT_EQ(second, 0);
-    EXPECT_EQ(std::count(engine->calls.begin(), engine->calls.end(), "start"), 1);
+    EXPECT_THAT(engine->calls, ElementsAre("inputFormat", "removeTap", tap, "prepare", "start"));
 }
 
 TEST_F(AudioRecorderTest, stopWhenIdleDoesNothing)
 {
     recorder.stop();
     EXPECT_TRUE(engine->calls.empty());
+    recorder.start([](const auto &, const auto &) {});
+    recorder.stop();
+    engine->calls.clear();
+    recorder.stop();
+    EXPECT_TRUE(engine->calls.empty());
+}
+
+TEST_F(AudioRecorderTest, canRecordAgainAfterAStop)
+{
+    recorder.start([](const auto &, const auto &) {});
+    recorder.stop();
+    int buffers = 0;
+    recorder.start([&buffers](const auto &, const auto &) { ++buffers; });
+    engine->capture(silence(engine->format, 10));
+    EXPECT_EQ(buffers, 1);
+    EXPECT_TRUE(recorder.isRecording());
+}
+
+TEST_F(AudioRecorderTest, anyRateAboveZeroAndOneChannelWillDo)
+{
+    engine->format = {0.5, 1, SampleType::Int16};
+    EXPECT_EQ(startError(), u"no error"_s);
+}
+
+TEST_F(AudioRecorderTest, aFailureSaysWhichKindItIs)
+{
+    const auto kind = [this] {
+        try {
+            recorder.start([](const auto &, const auto &) {});
+        } catch (const RecorderError &error) {
+            return std::optional(error.which());
+        }
+        return std::optional<RecorderError::Case>();
+    };
+    engine->startFailure = std::make_exception_ptr(PlatformException(u"Fault"_s, u"raised"_s));
+    EXPECT_EQ(kind(), RecorderError::Case::EngineStartFailed);
+    engine->tapFailure = std::make_exception_ptr(Error(u"no tap"_s));
+    EXPECT_EQ(kind(), RecorderError::Case::TapInstallationFailed);
+    engine->format.sampleRate = 0;
+    EXPECT_EQ(kind(), RecorderError::Case::NoInputAvailable);
 }
 
 TEST_F(AudioRecorderTest, aDeviceOf0HzOr0ChannelsFailsBeforeAnyTapIsTouched)
@@ -90,14 +130,19 @@ TEST_F(AudioRecorderTest, ATapThatRaisesGivesItsReason)
     engine->tapFailure = std::make_exception_ptr(Error(u"nothing to tap"_s));
     EXPECT_EQ(startError(), u"Couldn't set up microphone capture: nothing to tap"_s);
     EXPECT_FALSE(recorder.isRecording());
+    const auto neverStarted = testing::Not(testing::Contains(testing::AnyOf("prepare", "start")));
+    EXPECT_THAT(engine->calls, neverStarted);
 }
 
 TEST_F(AudioRecorderTest, afterAFailedEngineStartNoTapIsLeftAndTheNextStartCanSucceed)
 {
     engine->startFailure = std::make_exception_ptr(Error(u"busy"_s));
     EXPECT_EQ(startError(), u"Couldn't start audio capture: busy"_s);
-    EXPECT_FALSE(engine->hasTap());
-    EXPECT_EQ(engine->calls.back(), "removeTap");
+    EXPECT_FALSE(recorder.isRecording());
+    EXPECT_THAT(engine->calls, ElementsAre("inputFormat", "removeTap", tap, "prepare", "start", "removeTap"));
+    engine->calls.clear();
+    recorder.stop();
+    EXPECT_TRUE(engine->calls.empty()) << "nothing runs, so nothing is stopped";
     engine->startFailure = nullptr;
     EXPECT_EQ(startError(), u"no error"_s);
     EXPECT_TRUE(recorder.isRecording());

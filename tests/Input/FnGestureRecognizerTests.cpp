@@ -114,6 +114,27 @@ TEST(FnGestureRecognizer, confirmHoldWhileAModeIsActiveChangesNothing)
     EXPECT_EQ(recognizer.activeMode(), ActiveMode::Hold);
 }
 
+TEST(FnGestureRecognizer, aDoubleTapEndsAnUndecidedPress)
+{
+    FnGestureRecognizer recognizer;
+    recognizer.fnUp(start);
+    EXPECT_EQ(recognizer.fnDown(start + 400ms), undecided);
+    EXPECT_EQ(recognizer.fnDown(start + 300ms), handsFree);
+    EXPECT_FALSE(recognizer.awaitingHoldConfirmation());
+}
+
+TEST(FnGestureRecognizer, aFreshPressKeepsTheLastReleaseUntilTheNext)
+{
+    FnGestureRecognizer recognizer;
+    EXPECT_FALSE(recognizer.lastReleaseTime());
+    recognizer.fnUp(start);
+    recognizer.fnDown(start + 1s);
+    EXPECT_EQ(recognizer.lastReleaseTime(), start);
+    EXPECT_EQ(recognizer.fnUp(start + 1s + 149ms), std::nullopt);
+    EXPECT_EQ(recognizer.lastReleaseTime(), start + 1s + 149ms);
+    EXPECT_FALSE(recognizer.awaitingHoldConfirmation());
+}
+
 TEST(FnGestureRecognizer, hasItsConstants)
 {
     EXPECT_EQ(FnGestureRecognizer::holdThreshold, 150ms);

@@ -351,16 +351,6 @@ TEST_F(SpeechTranscriptionServiceTest, aSecondStartKeepsTheFirstHandlerAndTheOve
     EXPECT_EQ(platform->livingAnalyzers, 0);
 }
 
-TEST_F(SpeechTranscriptionServiceTest, theNextResultWaitsUntilTheUpdateHasReturned)
-{
-    start();
-    const auto analyzer = platform->lastAnalyzer.lock();
-    analyzer->yield(u"a"_s, false);
-    analyzer->yield(u"a b"_s, false);
-    settle();
-    EXPECT_THAT(updates, ElementsAre(u"a"_s, u"a b"_s));
-}
-
 TEST_F(SpeechTranscriptionServiceTest, canEndWhileItRecords)
 {
     start();

@@ -37,9 +37,13 @@ public:
             --m_platform.livingAnalyzers;
             m_transcriber->stream.second.finish();
         }
-        QFuture<void> start(AsyncStream<AnalyzerInput> input, std::stop_token) override
+        QFuture<void> start(AsyncStream<AnalyzerInput> input, std::stop_token stop) override
         {
             m_platform.calls.emplace_back("analyzer.start");
+            m_platform.lastStop = stop;
+            if (m_platform.onStart) {
+                return m_platform.onStart();
+            }
             if (m_platform.startFailure) {
                 return failed<void>(m_platform.startFailure);
             }
@@ -59,6 +63,9 @@ public:
         QFuture<void> cancelAndFinishNow() override
         {
             m_platform.calls.emplace_back("cancelAndFinishNow");
+            if (m_platform.onCancel) {
+                return m_platform.onCancel();
+            }
             m_transcriber->stream.second.finish();
             return ready();
         }
@@ -93,7 +100,11 @@ public:
     AssetStatus status = AssetStatus::Installed;
     std::optional<AudioFormat> format = AudioFormat{16000, 1, SampleType::Int16};
     std::function<QFuture<std::shared_ptr<AssetInstallationRequest>>()> onRequest;
+    std::function<QFuture<void>()> onStart;
     std::function<QFuture<void>()> onFinalize;
+    std::function<QFuture<void>()> onCancel;
+    /// What the last analyzer was told to stop by.
+    std::stop_token lastStop;
     /// Null: the end brings no result.
     QString finalResult;
     std::exception_ptr resultsFailure;
