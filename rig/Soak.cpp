@@ -93,8 +93,8 @@ public:
     void report()
     {
         const auto after = usage();
-        std::printf("%d rounds: %d wrong texts, %d wrong clipboards, %d stuck states\n", roundsDone,
-                    failures.wrongTexts, failures.wrongClipboards, failures.stuck);
+        std::printf("%d rounds: %d wrong texts, %d wrong clipboards, %d stuck states; %d misheard\n", roundsDone,
+                    failures.wrongTexts, failures.wrongClipboards, failures.stuck, failures.misheard);
         const int counted = std::max(1, roundsDone - roundsBefore);
         std::printf("%-22s %10s %10s %12s\n", "", "warm", "end", "per round");
         const auto line = [counted](const char *name, qint64 from, qint64 to) {
