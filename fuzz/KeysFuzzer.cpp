@@ -98,7 +98,16 @@ private:
     void handleRaw(bool isPatienceOver)
     {
         while (const auto next = m_raw.take(isPatienceOver)) {
-            report(next->isDown ? m_standIns.keyDown(next->keyCode, m_now) : m_standIns.keyUp(next->keyCode));
+            if (next->isDown) {
+                m_real.insert(next->keyCode);
+                report(m_standIns.keyDown(next->keyCode, m_now));
+            } else {
+                m_real.erase(next->keyCode);
+                const auto change = m_standIns.keyUp(next->keyCode);
+                // All of them together count as one key.
+                require(change != false || (!m_real.contains(firstStandIn) && !m_real.contains(secondStandIn)));
+                report(change);
+            }
             check();
         }
         if (m_raw.isHoldingBack() && !m_patienceEnds) {
@@ -129,6 +138,8 @@ private:
 
     Time m_now{std::chrono::hours(1)};
     std::set<std::uint8_t> m_down;
+    /// Without the repeats.
+    std::set<std::uint8_t> m_real;
     StandInKeyFilter m_standIns;
     RepeatPairFilter m_raw{[this](std::uint8_t keyCode) { return m_standIns.isStandIn(keyCode); }};
     std::optional<Time> m_patienceEnds;

@@ -34,6 +34,20 @@ def archives():
                 info.linkname = "../outside" if kind == tarfile.SYMTYPE else ""
                 archive.addfile(info, io.BytesIO(content))
         seed("archive", suffix, out.getvalue())
+    # One for everything that is refused; what is near them is found from there.
+    file, hard, long = tarfile.REGTYPE, tarfile.LNKTYPE, b"x" * 1990
+    for name, members in {"upwards": [("m/../../outside", file, b"x")], "absolute": [("/dev/shm/outside", file, b"x")],
+                          "hardlink": [("a", file, b"x"), ("b", hard, b"")], "device": [("a", tarfile.CHRTYPE, b"")],
+                          "large": [("a", file, long), ("b", file, b"x" * 9)], "deep": [("a/" * 7 + "b", file, b"x")],
+                          "many": [(f"m{number}", file, b"") for number in range(5)],
+                          "twice": [("a", file, b"x"), ("a", file, b"y")]}.items():
+        out = io.BytesIO()
+        with tarfile.open(fileobj=out, mode="w", format=tarfile.USTAR_FORMAT) as archive:
+            for member, kind, content in members:
+                info = tarfile.TarInfo(member)
+                info.type, info.size, info.linkname = kind, len(content), "a" if kind == hard else ""
+                archive.addfile(info, io.BytesIO(content))
+        seed("archive", name + ".tar", out.getvalue()[:512 * (2 * len(members) + 3)])
     out = io.BytesIO()
     with tarfile.open(fileobj=out, mode="w", format=tarfile.PAX_FORMAT) as archive:
         info = tarfile.TarInfo("m/a")
