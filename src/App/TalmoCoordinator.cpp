@@ -205,10 +205,21 @@ QCoro::Task<void> TalmoCoordinator::processTranscript(WeakSelf self, QString raw
     const auto cleaner = self->m_parts.textCleanupService;
     const QString trimmed = Text::trimWhitespaceAndNewlines(rawTranscript);
     QString cleaned;
-    if (!trimmed.isEmpty()) {
-        cleaned = co_await cleaner->cleanup(trimmed, aiCleanupEnabled, conciseTextEnabled, textTone, dictionaryWords);
+    std::exception_ptr failure;
+    try {
+        if (!trimmed.isEmpty()) {
+            cleaned =
+                co_await cleaner->cleanup(trimmed, aiCleanupEnabled, conciseTextEnabled, textTone, dictionaryWords);
+        }
+    } catch (...) {
+        failure = std::current_exception(); // Against its contract; the text must stay to be seen all the same.
     }
     if (!self) {
+        co_return;
+    }
+    if (failure) {
+        self->publish(self->m_liveTranscript, trimmed);
+        self->handleFailure(failure);
         co_return;
     }
     generalLog().debug("cleaned transcript: %s", {cleaned});
@@ -266,7 +277,7 @@ QCoro::Task<void> TalmoCoordinator::hideOverlayLater(WeakSelf self, TalmoState s
     const auto clock = self->m_parts.clock;
     try {
         co_await clock->sleep(errorDisplayTime);
-    } catch (const Cancelled &) { // NOLINT(bugprone-empty-catch): a wait cut short counts as waited.
+    } catch (...) { // NOLINT(bugprone-empty-catch): a wait cut short, or impossible, counts as waited.
     }
     if (self && self->m_state == shownError) {
         self->overlay().hide();

@@ -69,8 +69,8 @@ void AudioRecorder::installTap(const AudioBufferHandler &onBuffer)
         if (TLExceptionCatcher::run([&] { m_engine->installTap(bufferSize, onBuffer); }, &caught)) {
             return;
         }
-    } catch (const Error &error) {
-        throw RecorderError(RecorderError::Case::TapInstallationFailed, error.localizedDescription());
+    } catch (...) {
+        throw RecorderError(RecorderError::Case::TapInstallationFailed, localizedDescription(std::current_exception()));
     }
     throw RecorderError(RecorderError::Case::TapInstallationFailed,
                         caught ? caught->localizedDescription() : QString());

@@ -93,7 +93,7 @@ QCoro::Task<void> GlobalHotkeyManager::confirmHoldLater(QPointer<GlobalHotkeyMan
     }
     try {
         co_await clock->sleep(FnGestureRecognizer::holdThreshold, stop);
-    } catch (const Cancelled &) { // NOLINT(bugprone-empty-catch): the checks below decide.
+    } catch (...) { // NOLINT(bugprone-empty-catch): the checks below decide, without a timer too.
     }
     if (stop.stop_requested() || !self) {
         co_return;

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "Base/Clock.h"
+#include "Base/Completion.h"
+
+namespace talmo::test {
+
+/// Time stands still, and no wait can be made: the process is out of descriptors.
+class FailingClock final : public Clock {
+public:
+    Instant now() const override { return Instant(std::chrono::hours(1)); }
+    QFuture<void> sleep(Duration, std::stop_token) override
+    {
+        return failed<void>(std::make_exception_ptr(Error(QStringLiteral("No timer could be made."))));
+    }
+};
+
+} // namespace talmo::test
