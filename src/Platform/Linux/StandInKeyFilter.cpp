@@ -7,11 +7,13 @@ namespace talmo {
 void StandInKeyFilter::setKeyCodes(std::set<std::uint8_t> standIns)
 {
     m_standIns = std::move(standIns);
-    std::erase_if(m_held, [this](std::uint8_t keyCode) { return !isStandIn(keyCode); });
 }
 
 std::optional<bool> StandInKeyFilter::keyDown(std::uint8_t keyCode, Time now)
 {
+    if (m_held.contains(keyCode)) {
+        return std::nullopt;
+    }
     if (!isStandIn(keyCode)) {
         if (m_isReportedDown && now - m_pressed < gestureBegins) {
             m_isReportedDown = false;

@@ -22,9 +22,12 @@ public:
     /// Held for this long, the key has begun a dictation, and other keys no longer take it back.
     static constexpr auto gestureBegins = std::chrono::milliseconds(150);
 
-    /// All of them together count as one key.
+    /// All of them together count as one key. Held keys stay held, whatever they have become: their release is
+    /// reported.
     void setKeyCodes(std::set<std::uint8_t> standIns);
     bool isStandIn(std::uint8_t keyCode) const { return m_standIns.contains(keyCode); }
+    /// Its presses and releases count: it stands in, or it did when it was pressed.
+    bool isWatched(std::uint8_t keyCode) const { return isStandIn(keyCode) || m_held.contains(keyCode); }
 
     /// The change to report for this press or release: the key went down, up, or nothing changed.
     std::optional<bool> keyDown(std::uint8_t keyCode, Time now);
@@ -36,6 +39,7 @@ public:
     std::optional<bool> timePassed(Time now);
 
     bool isReportedDown() const { return m_isReportedDown; }
+    const std::set<std::uint8_t> &held() const { return m_held; }
 
 private:
     std::optional<bool> reportDown(Time now);

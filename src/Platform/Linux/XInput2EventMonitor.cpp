@@ -6,6 +6,7 @@
 
 #include <xcb/xinput.h>
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -29,7 +30,7 @@ XInput2EventMonitor::XInput2EventMonitor(std::shared_ptr<PostedKeys> postedKeys,
       m_standIns(std::move(standIns)),
       m_isApplicationActive(std::move(isApplicationActive)),
       m_notifier(m_connection.fileDescriptor(), QSocketNotifier::Read),
-      m_collected([this](std::uint8_t keyCode) { return m_filter.isStandIn(keyCode); })
+      m_collected([this](std::uint8_t keyCode) { return m_filter.isWatched(keyCode); })
 {
     m_patience.setSingleShot(true);
     m_patience.setTimerType(Qt::PreciseTimer);
@@ -88,6 +89,19 @@ void XInput2EventMonitor::readStandIns()
         }
     }
     m_filter.setKeyCodes(std::move(keyCodes));
+    releaseLostKeys(layout);
+}
+
+/// A keyboard that is exchanged or reconfigured may take a key's release with it.
+void XInput2EventMonitor::releaseLostKeys(const KeyboardLayout &layout)
+{
+    const auto held = m_filter.held(); // Changes below.
+    for (const auto keyCode : held) {
+        const auto end = layout.heldKeys.end();
+        if (std::find(layout.heldKeys.begin(), end, keyCode) == end && m_filter.keyUp(keyCode)) {
+            report(false);
+        }
+    }
 }
 
 std::shared_ptr<EventMonitorToken>

@@ -18,6 +18,8 @@
 
 namespace talmo {
 
+struct KeyboardLayout;
+
 /// Sees the keys of the whole X session as raw events of XInput 2.2, under another program's grab too, and takes none
 /// from anybody. Main thread.
 class XInput2EventMonitor final : public EventMonitor {
@@ -42,6 +44,7 @@ private:
 
     bool selectRawKeys();
     void readStandIns();
+    void releaseLostKeys(const KeyboardLayout &layout);
     void readEvents();
     void collect(const xcb_generic_event_t &event);
     void handleCollected(bool isPatienceOver);
