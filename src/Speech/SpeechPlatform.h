@@ -49,7 +49,8 @@ public:
     /// and everything before was processed.
     virtual QFuture<void> start(AsyncStream<AnalyzerInput> input, std::stop_token stop) = 0;
 
-    /// To be called once the input is ended: finishes when the last result is out, within five seconds.
+    /// To be called once the input is ended: finishes when the last result is out. Fails when the recogniser gets no
+    /// further; the results end then as well. Without a start() there is nothing to finish.
     virtual QFuture<void> finalizeAndFinishThroughEndOfInput() = 0;
 
     /// Gives up at once: the results end without another one.

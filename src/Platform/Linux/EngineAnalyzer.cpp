@@ -1,9 +1,9 @@
 #include "Platform/Linux/EngineAnalyzer.h"
 
 #include "Base/Log.h"
+#include "Base/Task.h"
 
 #include <atomic>
-#include <chrono>
 #include <functional>
 #include <optional>
 #include <utility>
@@ -11,9 +11,6 @@
 namespace talmo {
 
 namespace {
-
-/// A machine too slow to keep up gets this long after the end; then what was decoded until there is the text.
-constexpr auto longestFinalisation = std::chrono::seconds(5);
 
 const AudioFormat decoderFormat{RecordingDecoder::sampleRate, 1, SampleType::Int16};
 
@@ -35,10 +32,11 @@ EngineTranscriber::EngineTranscriber(
 class EngineAnalyzer::Recognition : public std::enable_shared_from_this<EngineAnalyzer::Recognition> {
 public:
     Recognition(std::shared_ptr<EngineTranscriber> transcriber, MakeRecordingDecoder makeDecoder,
-                std::shared_ptr<SerialExecutor> executor)
+                std::shared_ptr<SerialExecutor> executor, std::shared_ptr<Clock> clock)
         : m_transcriber(std::move(transcriber)),
           m_makeDecoder(std::move(makeDecoder)),
-          m_executor(std::move(executor))
+          m_executor(std::move(executor)),
+          m_clock(std::move(clock))
     {
     }
 
@@ -54,19 +52,25 @@ private:
     void publish(SpeechResult result);
     void inputEnded();
     void finish(std::exception_ptr error = nullptr);
-    bool isOverdue() const;
+    void noteProgress() { m_progress = m_clock->now(); }
+    void giveUp();
+    static QCoro::Task<void> watch(std::weak_ptr<Recognition> weakSelf, std::shared_ptr<Clock> clock,
+                                   std::shared_ptr<Completion<void>> finalised, std::stop_token stop);
 
     std::shared_ptr<EngineTranscriber> m_transcriber;
     MakeRecordingDecoder m_makeDecoder;
     std::shared_ptr<SerialExecutor> m_executor;
+    std::shared_ptr<Clock> m_clock;
     std::atomic<bool> m_isAbandoned = false;
+    /// When the recogniser's thread got on with this recording, or it was asked to finish it, whichever came last.
+    std::atomic<Instant> m_progress;
+    std::stop_source m_watchEnd;
 
     // From here on: the recogniser's thread only.
     std::optional<AsyncStream<AnalyzerInput>> m_input;
     std::optional<std::stop_callback<std::function<void()>>> m_onStop;
     std::shared_ptr<Completion<void>> m_started;
     std::shared_ptr<Completion<void>> m_finalised;
-    std::optional<std::chrono::steady_clock::time_point> m_finaliseDeadline;
     std::unique_ptr<RecordingDecoder> m_decoder;
     bool m_isInputEnded = false;
     bool m_isFinished = false;
@@ -123,13 +127,9 @@ void EngineAnalyzer::Recognition::consume(const AnalyzerInput &input)
         finish();
         return;
     }
-    if (isOverdue()) {
-        generalLog().error("speech recognition is too slow for this machine; the end of the recording is missing");
-        inputEnded();
-        return;
-    }
     try {
         decode(input);
+        noteProgress();
     } catch (...) {
         finish(std::current_exception());
         return;
@@ -151,6 +151,7 @@ void EngineAnalyzer::Recognition::decode(const AnalyzerInput &input)
                 self->publish(std::move(result));
             }
         });
+        noteProgress();
     }
     const auto *samples = reinterpret_cast<const std::int16_t *>(input.buffer->data()); // NOLINT: aligned by contract
     m_decoder->process({samples, input.buffer->frameLength()});
@@ -185,19 +186,62 @@ QFuture<void> EngineAnalyzer::Recognition::finalise()
 {
     auto completion = Completion<void>::make();
     auto future = completion->future();
-    const auto deadline = std::chrono::steady_clock::now() + longestFinalisation;
-    onThread([completion, deadline](Recognition &self) {
+    onThread([completion](Recognition &self) {
+        if (!self.m_input) {
+            self.finish(); // Never started: no end of the input will come.
+        }
         if (self.m_isFinished) {
             completion->finish();
             return;
         }
         self.m_finalised = completion;
-        self.m_finaliseDeadline = deadline;
         if (self.m_isInputEnded) {
             self.inputEnded();
         }
     });
+    noteProgress();
+    logEscapes(watch(weak_from_this(), m_clock, completion, m_watchEnd.get_token()));
     return future;
+}
+
+/// On the thread that finalises, since the recogniser's own may be the one that is stuck.
+QCoro::Task<void> EngineAnalyzer::Recognition::watch(std::weak_ptr<Recognition> weakSelf, std::shared_ptr<Clock> clock,
+                                                     std::shared_ptr<Completion<void>> finalised, std::stop_token stop)
+{
+    while (!finalised->isDone()) {
+        Instant progress;
+        if (const auto self = weakSelf.lock()) {
+            progress = self->m_progress;
+        } else {
+            co_return;
+        }
+        const Duration left = progress + longestStandstill - clock->now();
+        if (left <= Duration::zero()) {
+            break;
+        }
+        const auto waiting = clock->sleep(left, stop);
+        try {
+            co_await waiting;
+        } catch (const Cancelled &) {
+            co_return;
+        }
+    }
+    const auto self = weakSelf.lock();
+    if (!self || finalised->isDone()) {
+        co_return;
+    }
+    generalLog().error("the recogniser does not get on; the end of the recording is given up");
+    self->giveUp();
+    finalised->fail(std::make_exception_ptr(Error(QStringLiteral(
+        QT_TRANSLATE_NOOP("Talmo", "Speech recognition stopped responding. Copy Last Dictation in the menu has what "
+                                   "was heard until then.")))));
+}
+
+/// What the recogniser says from here on comes too late.
+void EngineAnalyzer::Recognition::giveUp()
+{
+    m_isAbandoned = true;
+    m_transcriber->continuation().finish();
 }
 
 /// Only flags; what is being decoded ends by itself. Any thread.
@@ -213,6 +257,7 @@ void EngineAnalyzer::Recognition::finish(std::exception_ptr error)
     if (std::exchange(m_isFinished, true)) {
         return;
     }
+    m_watchEnd.request_stop();
     m_onStop.reset();
     m_decoder.reset();
     m_transcriber->continuation().finish(std::move(error));
@@ -224,14 +269,10 @@ void EngineAnalyzer::Recognition::finish(std::exception_ptr error)
     }
 }
 
-bool EngineAnalyzer::Recognition::isOverdue() const
-{
-    return m_finaliseDeadline && std::chrono::steady_clock::now() > *m_finaliseDeadline;
-}
-
 EngineAnalyzer::EngineAnalyzer(std::shared_ptr<EngineTranscriber> transcriber, MakeRecordingDecoder makeDecoder,
-                               std::shared_ptr<SerialExecutor> executor)
-    : m_recognition(std::make_shared<Recognition>(std::move(transcriber), std::move(makeDecoder), std::move(executor)))
+                               std::shared_ptr<SerialExecutor> executor, std::shared_ptr<Clock> clock)
+    : m_recognition(std::make_shared<Recognition>(std::move(transcriber), std::move(makeDecoder), std::move(executor),
+                                                  std::move(clock)))
 {
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Base/Clock.h"
 #include "Base/SerialExecutor.h"
 #include "Platform/Linux/RecordingDecoder.h"
 
@@ -24,10 +25,17 @@ private:
 };
 
 /// Has an engine recognise one recording, on the recogniser's thread, while it is spoken.
+///
+/// However far the engine has fallen behind, its end is waited for as long as it gets on. One that stands still makes
+/// the finalisation fail; what was recognised until then is in the results.
 class EngineAnalyzer final : public SpeechAnalyzer {
 public:
+    /// No model takes longer to load, and no engine longer over a buffer, unless something is wrong.
+    static constexpr Duration longestStandstill = std::chrono::seconds(30);
+
+    /// `clock`: for the thread that finalises.
     EngineAnalyzer(std::shared_ptr<EngineTranscriber> transcriber, MakeRecordingDecoder makeDecoder,
-                   std::shared_ptr<SerialExecutor> executor);
+                   std::shared_ptr<SerialExecutor> executor, std::shared_ptr<Clock> clock);
     ~EngineAnalyzer() override;
 
     QFuture<void> start(AsyncStream<AnalyzerInput> input, std::stop_token stop) override;

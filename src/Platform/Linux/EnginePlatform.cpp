@@ -1,13 +1,15 @@
 #include "Platform/Linux/EnginePlatform.h"
 
 #include "Platform/Linux/EngineAnalyzer.h"
+#include "Platform/Linux/TimerFdClock.h"
 
 #include <utility>
 
 namespace talmo {
 
 EnginePlatform::EnginePlatform(std::shared_ptr<SerialExecutor> executor)
-    : m_executor(std::move(executor))
+    : m_executor(std::move(executor)),
+      m_clock(std::make_shared<TimerFdClock>())
 {
 }
 
@@ -31,7 +33,7 @@ EnginePlatform::bestAvailableAudioFormat(const std::shared_ptr<SpeechTranscriber
 std::shared_ptr<SpeechAnalyzer> EnginePlatform::makeAnalyzer(const std::shared_ptr<SpeechTranscriber> &transcriber)
 {
     return std::make_shared<EngineAnalyzer>(std::dynamic_pointer_cast<EngineTranscriber>(transcriber), decoderMaker(),
-                                            m_executor);
+                                            m_executor, m_clock);
 }
 
 } // namespace talmo

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Base/Clock.h"
 #include "Base/SerialExecutor.h"
 #include "Platform/Linux/RecordingDecoder.h"
 #include "Speech/SpeechPlatform.h"
@@ -31,6 +32,7 @@ protected:
 
 private:
     std::shared_ptr<SerialExecutor> m_executor;
+    std::shared_ptr<Clock> m_clock;
 };
 
 } // namespace talmo
