@@ -15,19 +15,43 @@ std::unique_ptr<PocketSphinxDecoder> PocketSphinxDecoderPool::take()
     {
         const std::lock_guard lock(m_mutex);
         if (m_kept) {
+            ++m_takenCount;
             return std::move(m_kept);
         }
         vocabulary = m_vocabulary;
     }
-    return PocketSphinxDecoder::load(m_modelFolder, vocabulary);
+    auto decoder = PocketSphinxDecoder::load(m_modelFolder, vocabulary);
+    const std::lock_guard lock(m_mutex);
+    ++m_loadCount;
+    ++m_takenCount;
+    return decoder;
+}
+
+void PocketSphinxDecoderPool::warmUp()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_kept || m_takenCount > 0) {
+            return;
+        }
+    }
+    giveBack(take());
 }
 
 void PocketSphinxDecoderPool::giveBack(std::unique_ptr<PocketSphinxDecoder> decoder)
 {
     const std::lock_guard lock(m_mutex);
+    --m_takenCount;
     if (!m_kept && decoder->vocabulary() == m_vocabulary) {
         m_kept = std::move(decoder);
     }
+}
+
+void PocketSphinxDecoderPool::discard(std::unique_ptr<PocketSphinxDecoder> decoder)
+{
+    decoder.reset();
+    const std::lock_guard lock(m_mutex);
+    --m_takenCount;
 }
 
 void PocketSphinxDecoderPool::setVocabulary(const PersonalVocabulary &vocabulary)

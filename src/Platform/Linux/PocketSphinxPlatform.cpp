@@ -88,7 +88,7 @@ void PocketSphinxPlatform::warmUp()
 {
     executor().post([pool = m_pool] {
         try {
-            pool->giveBack(pool->take());
+            pool->warmUp();
         } catch (const Error &) { // NOLINT(bugprone-empty-catch): the recording meets the same and tells the user.
         }
     });

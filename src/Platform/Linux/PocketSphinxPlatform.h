@@ -32,7 +32,11 @@ public:
     /// Whether a model waits in memory for the next recording. Any thread.
     bool isLoaded() const { return m_pool->keepsOne(); }
 
-    /// Loads the model ahead of a recording that may come. Any thread, returns at once, fails silently.
+    /// How many times the model has been loaded. Any thread.
+    int loadCount() const { return m_pool->loadCount(); }
+
+    /// Loads the model ahead of a recording that may come, unless one is in use. Any thread, returns at once, fails
+    /// silently.
     void warmUp();
 
 protected:

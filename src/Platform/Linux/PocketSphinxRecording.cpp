@@ -52,16 +52,18 @@ PocketSphinxRecording::PocketSphinxRecording(std::shared_ptr<PocketSphinxDecoder
 
 PocketSphinxRecording::~PocketSphinxRecording()
 {
-    if (m_isBroken) {
-        return; // It is loaded anew for the next recording.
-    }
     try {
-        if (m_isInUtterance) {
+        if (!m_isBroken && m_isInUtterance) {
             m_decoder->endUtterance();
         }
-        m_pool->giveBack(std::move(m_decoder));
     } catch (const Error &) {
         generalLog().error("the recogniser did not recover and is loaded anew");
+        m_isBroken = true;
+    }
+    if (m_isBroken) {
+        m_pool->discard(std::move(m_decoder)); // It is loaded anew for the next recording.
+    } else {
+        m_pool->giveBack(std::move(m_decoder));
     }
 }
 
