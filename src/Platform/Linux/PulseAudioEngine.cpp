@@ -48,6 +48,15 @@ void PulseAudioEngine::noteAccess(bool isRefused)
     }
 }
 
+bool PulseAudioEngine::askForAccess()
+{
+    try {
+        ensureConnection(soon());
+    } catch (const Error &) { // NOLINT(bugprone-empty-catch): no server refuses nothing, and a refusal is noted.
+    }
+    return !isAccessRefused();
+}
+
 AudioFormat PulseAudioEngine::inputFormat()
 {
     const auto deadline = soon();
@@ -140,22 +149,59 @@ void PulseAudioEngine::stop()
     m_capture.reset();
 }
 
+/// True when there is a stream already, which keeps from now on or records.
+bool PulseAudioEngine::keepAnew()
+{
+    const std::lock_guard lock(m_mutex);
+    if (!m_capture) {
+        return false;
+    }
+    if (m_capture->isRunning()) {
+        return true;
+    }
+    if (!m_capture->isAlive()) {
+        return false;
+    }
+    m_capture->discardKept();
+    m_capture->keep();
+    return true;
+}
+
 void PulseAudioEngine::warmUp()
 {
-    {
-        const std::lock_guard lock(m_mutex);
-        if (m_capture) {
-            return;
-        }
-    }
-    if (inputFormat().channelCount == 0) {
+    if (keepAnew() || inputFormat().channelCount == 0) {
         return;
     }
     try {
         auto capture = openCapture(soon());
+        capture->keep();
         const std::lock_guard lock(m_mutex);
         m_capture = std::move(capture);
     } catch (const Error &) { // NOLINT(bugprone-empty-catch): the start meets the same and tells the user.
+    }
+}
+
+void PulseAudioEngine::pauseKeeping()
+{
+    const std::lock_guard lock(m_mutex);
+    if (m_capture) {
+        m_capture->pauseKeeping();
+    }
+}
+
+void PulseAudioEngine::resumeKeeping()
+{
+    const std::lock_guard lock(m_mutex);
+    if (m_capture) {
+        m_capture->keep();
+    }
+}
+
+void PulseAudioEngine::discardKept()
+{
+    const std::lock_guard lock(m_mutex);
+    if (m_capture) {
+        m_capture->discardKept();
     }
 }
 

@@ -28,7 +28,8 @@ quint32 framesIn(const AudioFormat &format, std::chrono::microseconds time)
 
 PulseCapture::PulseCapture(std::shared_ptr<PulseConnection> connection, const PulseSource &source)
     : m_connection(std::move(connection)),
-      m_format(source.format)
+      m_format(source.format),
+      m_kept(qsizetype(framesIn(source.format, longestKept)) * source.format.bytesPerFrame())
 {
 }
 
@@ -93,10 +94,48 @@ PulseCapture::~PulseCapture()
 void PulseCapture::begin(std::unique_ptr<FrameBlocks> blocks)
 {
     const PulseConnection::Lock lock(m_connection->loop());
+    for (const auto &piece : m_kept.take()) {
+        blocks->append(piece.constData(), piece.size());
+    }
+    m_isKeeping = false;
     m_blocks = std::move(blocks);
     m_lastData = std::chrono::steady_clock::now();
-    if (auto *operation = pa_stream_cork(m_stream, 0, nullptr, nullptr)) {
+    cork(false);
+}
+
+void PulseCapture::cork(bool isCorked)
+{
+    if (auto *operation = pa_stream_cork(m_stream, isCorked ? 1 : 0, nullptr, nullptr)) {
         pa_operation_unref(operation);
+    }
+}
+
+void PulseCapture::keep()
+{
+    const PulseConnection::Lock lock(m_connection->loop());
+    if (!m_blocks) {
+        m_isKeeping = true;
+        cork(false);
+    }
+}
+
+void PulseCapture::pauseKeeping()
+{
+    const PulseConnection::Lock lock(m_connection->loop());
+    if (!m_blocks && std::exchange(m_isKeeping, false)) {
+        cork(true);
+    }
+}
+
+void PulseCapture::discardKept()
+{
+    const PulseConnection::Lock lock(m_connection->loop());
+    m_kept.clear();
+    if (!m_blocks && std::exchange(m_isKeeping, false)) {
+        cork(true);
+        if (auto *operation = pa_stream_flush(m_stream, nullptr, nullptr)) {
+            pa_operation_unref(operation);
+        }
     }
 }
 
@@ -153,6 +192,8 @@ void PulseCapture::takeData()
             // No data with a length is a hole in the recording: silence.
             m_blocks->append(static_cast<const char *>(data), static_cast<qsizetype>(byteCount));
             m_lastData = std::chrono::steady_clock::now();
+        } else if (m_isKeeping) {
+            m_kept.append(static_cast<const char *>(data), static_cast<qsizetype>(byteCount));
         }
         pa_stream_drop(m_stream);
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/FrameBlocks.h"
+#include "Platform/Linux/KeptAudio.h"
 #include "Platform/Linux/PulseConnection.h"
 
 #include <chrono>
@@ -18,7 +19,18 @@ public:
     PulseCapture(const PulseCapture &) = delete;
     PulseCapture &operator=(const PulseCapture &) = delete;
 
-    /// Begins to hand captured audio on, block by block.
+    /// The most that is kept ahead of a recording.
+    static constexpr std::chrono::seconds longestKept{30};
+
+    /// Keeps what is captured, for begin(); goes on after pauseKeeping(). Nothing of this touches a recording that
+    /// runs.
+    void keep();
+    /// Captures no more until keep() or begin(); what is kept stays.
+    void pauseKeeping();
+    /// The same, and what is kept is thrown away.
+    void discardKept();
+
+    /// Begins to hand captured audio on, block by block: first what was kept, within this call.
     void begin(std::unique_ptr<FrameBlocks> blocks);
 
     /// Hands on what was captured until this call, with a little silence behind it. Waits 30 ms at most for what is
@@ -36,13 +48,16 @@ private:
     bool isReady() const;
     void connectStream(const PulseSource &source);
     void takeData();
+    void cork(bool isCorked);
     quint64 framesUnderway() const;
 
     std::shared_ptr<PulseConnection> m_connection;
     AudioFormat m_format;
     // Guarded by the connection's lock.
+    KeptAudio m_kept;
     pa_stream *m_stream = nullptr;
     std::unique_ptr<FrameBlocks> m_blocks;
+    bool m_isKeeping = false;
     std::chrono::steady_clock::time_point m_lastData;
 };
 
