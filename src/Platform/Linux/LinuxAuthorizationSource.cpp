@@ -13,8 +13,10 @@ constexpr int authorized = 3;
 
 } // namespace
 
-LinuxAuthorizationSource::LinuxAuthorizationSource(std::function<bool()> isMicrophoneRefused)
-    : m_isMicrophoneRefused(std::move(isMicrophoneRefused))
+LinuxAuthorizationSource::LinuxAuthorizationSource(std::function<bool()> isMicrophoneRefused,
+                                                   std::function<QFuture<bool>()> askAgain)
+    : m_isMicrophoneRefused(std::move(isMicrophoneRefused)),
+      m_askAgain(std::move(askAgain))
 {
 }
 
@@ -30,7 +32,8 @@ int LinuxAuthorizationSource::speechRecognitionStatus() const
 
 QFuture<bool> LinuxAuthorizationSource::requestMicrophoneAccess()
 {
-    return ready(microphoneStatus() == authorized); // There is nobody who could be asked.
+    const bool isAuthorized = microphoneStatus() == authorized;
+    return isAuthorized || !m_askAgain ? ready(bool(isAuthorized)) : m_askAgain();
 }
 
 QFuture<int> LinuxAuthorizationSource::requestSpeechRecognitionAuthorization()

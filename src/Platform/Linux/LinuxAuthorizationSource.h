@@ -10,8 +10,11 @@ namespace talmo {
 /// the sound server has refused; one that is not there says so when capture starts.
 class LinuxAuthorizationSource final : public AuthorizationSource {
 public:
-    /// Whether the sound server let Talmo in the last time it was asked. Must not wait.
-    explicit LinuxAuthorizationSource(std::function<bool()> isMicrophoneRefused);
+    /// `isMicrophoneRefused`: whether the sound server kept Talmo out the last time it was asked; must not wait.
+    /// `askAgain`: asks the server once more whether it lets Talmo in; finishes on any thread. None where nobody can be
+    /// asked.
+    explicit LinuxAuthorizationSource(std::function<bool()> isMicrophoneRefused,
+                                      std::function<QFuture<bool>()> askAgain = {});
 
     int microphoneStatus() const override;
     int speechRecognitionStatus() const override;
@@ -20,6 +23,7 @@ public:
 
 private:
     std::function<bool()> m_isMicrophoneRefused;
+    std::function<QFuture<bool>()> m_askAgain;
 };
 
 } // namespace talmo
