@@ -9,6 +9,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <utility>
 
 namespace talmo {
 
@@ -31,17 +32,18 @@ QFont detailFont()
 
 } // namespace
 
-OverlayContents OverlayContents::make(const TalmoState &state, const QString &liveTranscript)
+OverlayContents OverlayContents::make(const TalmoState &state, const QString &liveTranscript, const QString &notice)
 {
+    const QString remark = notice.isEmpty() ? QString() : Wording::text(notice);
     switch (state.which()) {
     case TalmoState::Case::Idle:
         break;
     case TalmoState::Case::Recording:
         return {QColor(0xff, 0x3b, 0x30), Wording::text(QT_TRANSLATE_NOOP("Talmo", "Listening")), liveTranscript};
     case TalmoState::Case::Processing:
-        return {QColor(0x0a, 0x84, 0xff), Wording::text(QT_TRANSLATE_NOOP("Talmo", "Cleaning up…")), {}};
+        return {QColor(0x0a, 0x84, 0xff), Wording::text(QT_TRANSLATE_NOOP("Talmo", "Cleaning up…")), remark};
     case TalmoState::Case::Inserting:
-        return {QColor(0x30, 0xb1, 0x4e), Wording::text(QT_TRANSLATE_NOOP("Talmo", "Inserting…")), {}};
+        return {QColor(0x30, 0xb1, 0x4e), Wording::text(QT_TRANSLATE_NOOP("Talmo", "Inserting…")), remark};
     case TalmoState::Case::Error:
         return {QColor(0xff, 0x95, 0x00), Wording::text(QT_TRANSLATE_NOOP("Talmo", "Talmo")),
                 Wording::errorText(state.message())};
@@ -49,17 +51,22 @@ OverlayContents OverlayContents::make(const TalmoState &state, const QString &li
     return {Qt::transparent, {}, {}};
 }
 
-RecordingOverlay::RecordingOverlay(const TalmoCoordinator &coordinator)
+RecordingOverlay::RecordingOverlay(const TalmoCoordinator &coordinator, std::shared_ptr<DictationNotice> notice)
     : m_coordinator(coordinator),
+      m_notice(std::move(notice)),
       m_watcher(coordinator, [this] { reread(); })
 {
+    if (m_notice) {
+        m_noticeWatcher = std::make_unique<ChangeWatcher>(*m_notice, [this] { reread(); });
+    }
     setFocusPolicy(Qt::NoFocus);
     reread();
 }
 
 void RecordingOverlay::reread()
 {
-    const auto contents = OverlayContents::make(m_coordinator.state(), m_coordinator.liveTranscript());
+    const auto contents = OverlayContents::make(m_coordinator.state(), m_coordinator.liveTranscript(),
+                                                m_notice ? m_notice->text() : QString());
     if (contents == m_contents) {
         return;
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "App/DictationNotice.h"
 #include "App/TalmoState.h"
 #include "UI/ChangeWatcher.h"
 #include "UI/DetailText.h"
@@ -8,6 +9,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <memory>
 
 namespace talmo {
 
@@ -20,8 +22,9 @@ struct OverlayContents {
     QString detail;
     bool operator==(const OverlayContents &) const = default;
 
-    /// The transcript is the user's own and shown as it is; everything else is worded for this platform.
-    static OverlayContents make(const TalmoState &state, const QString &liveTranscript);
+    /// The transcript is the user's own and shown as it is; everything else is worded for this platform. The notice, if
+    /// there is one, stands where a state that works on a sentence has nothing to say.
+    static OverlayContents make(const TalmoState &state, const QString &liveTranscript, const QString &notice = {});
 };
 
 /// The content of the overlay: a coloured dot and a title, and below it what is being heard or what went wrong.
@@ -30,7 +33,8 @@ public:
     static constexpr int smallestWidth = 220;
     static constexpr int largestWidth = 360;
 
-    explicit RecordingOverlay(const TalmoCoordinator &coordinator);
+    /// Without a notice, only the coordinator's state is shown.
+    explicit RecordingOverlay(const TalmoCoordinator &coordinator, std::shared_ptr<DictationNotice> notice = nullptr);
 
     /// Reads the coordinator at once; otherwise that happens after every change.
     void reread();
@@ -54,10 +58,12 @@ private:
     int titleHeight() const;
 
     const TalmoCoordinator &m_coordinator;
+    std::shared_ptr<DictationNotice> m_notice;
     OverlayContents m_contents;
     DetailText m_detail;
     std::function<void()> m_onIdealSizeChanged;
     ChangeWatcher m_watcher;
+    std::unique_ptr<ChangeWatcher> m_noticeWatcher;
 };
 
 } // namespace talmo

@@ -7,10 +7,12 @@
 namespace talmo {
 
 RecordingOverlayController::RecordingOverlayController(TalmoCoordinator &coordinator, PanelWindowFactory makeWindow,
-                                                       std::shared_ptr<ScreenSource> screens)
+                                                       std::shared_ptr<ScreenSource> screens,
+                                                       std::shared_ptr<DictationNotice> notice)
     : m_coordinator(coordinator),
       m_makeWindow(std::move(makeWindow)),
-      m_screens(std::move(screens))
+      m_screens(std::move(screens)),
+      m_notice(std::move(notice))
 {
 }
 
@@ -19,7 +21,7 @@ RecordingOverlayController::~RecordingOverlayController() = default;
 void RecordingOverlayController::show()
 {
     if (!m_panel) {
-        m_content = new RecordingOverlay(m_coordinator);
+        m_content = new RecordingOverlay(m_coordinator, m_notice);
         m_panel = std::make_unique<OverlayPanel>(m_makeWindow,
                                                  OverlayPanel::options(m_content->largestSize().expandedTo(
                                                      {RecordingOverlay::smallestWidth, smallestHeight})),

@@ -10,6 +10,7 @@
 
 namespace talmo {
 
+class DictationNotice;
 class RecordingOverlay;
 class TalmoCoordinator;
 
@@ -21,7 +22,8 @@ public:
     static constexpr int distanceFromBottom = 90;
 
     RecordingOverlayController(TalmoCoordinator &coordinator, PanelWindowFactory makeWindow,
-                               std::shared_ptr<ScreenSource> screens);
+                               std::shared_ptr<ScreenSource> screens,
+                               std::shared_ptr<DictationNotice> notice = nullptr);
     ~RecordingOverlayController() override;
 
     /// Sizes and places the card for what it shows now, on the screen under the pointer.
@@ -38,6 +40,7 @@ private:
     TalmoCoordinator &m_coordinator;
     PanelWindowFactory m_makeWindow;
     std::shared_ptr<ScreenSource> m_screens;
+    std::shared_ptr<DictationNotice> m_notice;
     std::unique_ptr<OverlayPanel> m_panel;
     RecordingOverlay *m_content = nullptr; ///< Belongs to the panel.
     int m_doubledMiddle = 0;

@@ -13,12 +13,14 @@
 #include "Settings/TalmoSettings.h"
 
 #include <QApplication>
+#include <QEventLoop>
+#include <QFutureWatcher>
 #include <QIcon>
 #include <QSessionManager>
 
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
+#include <unistd.h>
 #include <utility>
 
 namespace talmo {
@@ -27,22 +29,71 @@ namespace {
 
 constexpr int usageStatus = 2;
 
-QCoro::Task<void> quit(TalmoApp *app)
-{
-    co_await app->shutDown();
-    QCoreApplication::quit();
-}
+/// A shutdown that hangs, in a library or over a lock, is ended by the kernel after this many seconds: longer than a
+/// sentence may take to be finished.
+constexpr unsigned longestShutdown = 15;
+/// The same once the end has been asked for again.
+constexpr unsigned longestRepeatedShutdown = 5;
 
-/// However many ask for the end, there is one.
-void quitWhenAsked(TalmoApp &app, QuitSignals &signalsToQuit)
-{
-    const auto begin = [&app, isQuitting = std::make_shared<bool>(false)] {
-        if (!std::exchange(*isQuitting, true)) {
-            logEscapes(quit(&app));
+/// The one end of the program, however many ask for it.
+class Ending final {
+public:
+    explicit Ending(TalmoApp &app)
+        : m_app(app)
+    {
+    }
+
+    void begin()
+    {
+        if (std::exchange(m_hasBegun, true)) {
+            alarm(longestRepeatedShutdown);
+            return;
         }
-    };
+        alarm(longestShutdown);
+        logEscapes(quit(&m_app));
+    }
+
+    /// When the loop was ended by somebody else, as a session manager does.
+    void completeAfterLoop()
+    {
+        if (!m_hasBegun) {
+            begin();
+            QCoreApplication::exec();
+        }
+    }
+
+private:
+    static QCoro::Task<void> quit(TalmoApp *app)
+    {
+        co_await app->shutDown();
+        QCoreApplication::quit();
+    }
+
+    TalmoApp &m_app;
+    bool m_hasBegun = false;
+};
+
+void quitWhenAsked(Ending &ending, TalmoApp &app, QuitSignals &signalsToQuit)
+{
+    const auto begin = [&ending] { ending.begin(); };
     QObject::connect(&signalsToQuit, &QuitSignals::quitRequested, &app, begin);
     QObject::connect(&app, &TalmoApp::quitRequested, &app, begin, Qt::QueuedConnection);
+}
+
+/// The session waits for its programs to save what they have; for Talmo that is the sentence under way.
+void finishBeforeLogout(QGuiApplication &application, TalmoApp &app)
+{
+    const auto finish = [&app] {
+        const QFuture<bool> finishing = app.finishDictation();
+        QEventLoop loop;
+        QFutureWatcher<bool> watcher;
+        QObject::connect(&watcher, &QFutureWatcher<bool>::finished, &loop, &QEventLoop::quit);
+        watcher.setFuture(finishing);
+        if (!finishing.isFinished()) {
+            loop.exec();
+        }
+    };
+    QObject::connect(&application, &QGuiApplication::commitDataRequest, &app, finish, Qt::DirectConnection);
 }
 
 int letTheFirstShowItsSettings()
@@ -111,9 +162,13 @@ int runTalmo(int argc, char **argv)
         QuitSignals signalsToQuit;
         TalmoApp app;
         app.start();
-        quitWhenAsked(app, signalsToQuit);
+        Ending ending(app);
+        quitWhenAsked(ending, app, signalsToQuit);
+        finishBeforeLogout(application, app);
         generalLog().info("ready: hold %s and speak", {TalmoSettings::shared()->hotkeyDisplayName()});
-        return QApplication::exec();
+        const int status = QApplication::exec();
+        ending.completeAfterLoop();
+        return status;
     } catch (const Error &error) {
         return fail(error);
     }

@@ -1,7 +1,9 @@
 #include "Platform/Linux/TalmoApp.h"
 
 #include "App/AppDelegate.h"
+#include "App/DeferringHotkeyService.h"
 #include "App/DictationRecovery.h"
+#include "App/PressPreparation.h"
 #include "Base/Completion.h"
 #include "Base/Log.h"
 #include "Base/Task.h"
@@ -25,6 +27,7 @@
 #include "Platform/Linux/LinuxAuthorizationSource.h"
 #include "Platform/Linux/LinuxRecogniserSettings.h"
 #include "Platform/Linux/PulseAudioEngine.h"
+#include "Platform/Linux/PulsePreroll.h"
 #include "Platform/Linux/SpeexAudioConverter.h"
 #include "Platform/Linux/StandInKeys.h"
 #include "Platform/Linux/SystemLocaleSource.h"
@@ -52,11 +55,8 @@ namespace talmo {
 
 namespace {
 
-/// A stream made ahead of a dictation that does not come is let go after this time.
-constexpr Duration warmStreamTime = std::chrono::milliseconds(500);
-
-/// How long a dictation that is being finished may hold up the end of the program.
-constexpr Duration longestLastDictation = std::chrono::seconds(3);
+/// How long a dictation that is being finished may hold up the end of the program, or of the session.
+constexpr Duration longestLastDictation = std::chrono::seconds(5);
 
 QFuture<void> oneTurn(const std::shared_ptr<SerialExecutor> &executor)
 {
@@ -130,28 +130,39 @@ std::unique_ptr<TalmoCoordinator> TalmoApp::makeCoordinator()
                                                                    std::make_shared<SpeexAudioConverterFactory>(),
                                                                    m_speechExecutor, m_mainExecutor);
     m_cleanup = std::make_shared<TextCleanupService>(m_cleanupExecutor, m_languageModel);
+    m_interruptibleCleanup = std::make_shared<InterruptibleCleanupService>(m_cleanup);
+    m_preroll = std::make_shared<PulsePreroll>(m_audioEngine, m_speechExecutor);
+    const auto notice = std::make_shared<DictationNotice>();
+    m_gestures = std::make_shared<DeferringHotkeyService>(DeferringHotkeyService::Parts{
+        std::make_shared<GlobalHotkeyManager>(m_eventMonitor, m_inputTrust, m_clock, m_mainExecutor), m_preroll,
+        m_interruptibleCleanup, notice, m_clock});
 
     CoordinatorParts parts;
     parts.permissions = m_permissions;
     parts.settings = TalmoSettings::shared();
     parts.audioRecorder = m_recorder;
     parts.transcriptionService = std::make_shared<RememberedTranscriptionService>(m_transcription, m_lastDictation);
-    parts.hotkeyManager = std::make_shared<GlobalHotkeyManager>(m_eventMonitor, m_inputTrust, m_clock, m_mainExecutor);
-    parts.textCleanupService = std::make_shared<RememberedCleanupService>(m_cleanup, m_lastDictation);
+    parts.hotkeyManager = m_gestures;
+    parts.textCleanupService = std::make_shared<RememberedCleanupService>(m_interruptibleCleanup, m_lastDictation);
     parts.insertionService = m_insertion;
     parts.locale = m_locale;
     parts.clock = m_clock;
     parts.mainExecutor = m_mainExecutor;
-    parts.makeOverlay = [screens = m_screens](TalmoCoordinator &coordinator) {
-        return std::make_unique<RecordingOverlayController>(coordinator, &FloatingCard::make, screens);
+    parts.makeOverlay = [screens = m_screens, notice](TalmoCoordinator &coordinator) {
+        return std::make_unique<RecordingOverlayController>(coordinator, &FloatingCard::make, screens, notice);
     };
-    return std::make_unique<TalmoCoordinator>(std::move(parts));
+    auto coordinator = std::make_unique<TalmoCoordinator>(std::move(parts));
+    m_gestures->follow(*coordinator);
+    return coordinator;
 }
 
 std::shared_ptr<PermissionsManager> TalmoApp::makePermissions()
 {
-    const auto authorization =
-        std::make_shared<LinuxAuthorizationSource>([engine = m_audioEngine] { return engine->isAccessRefused(); });
+    const auto authorization = std::make_shared<LinuxAuthorizationSource>(
+        [engine = m_audioEngine] { return engine->isAccessRefused(); },
+        [engine = m_audioEngine, executor = m_speechExecutor] {
+            return executor->call([engine] { return engine->askForAccess(); });
+        });
     const auto permissions =
         std::make_shared<PermissionsManager>(authorization, m_inputTrust, std::make_shared<DesktopSettingsOpener>());
     // Let in again, Talmo must know before the next press is judged: nobody activates a program that has no window.
@@ -182,8 +193,7 @@ void TalmoApp::start()
     auto &coordinator = TalmoCoordinator::shared();
     followState(coordinator);
     followDictionary();
-    // Before the coordinator's own monitors, so that everything is being made ready while the hold is still undecided.
-    warmUpOnPress();
+    prepareOnPress();
     m_languageModel->refresh();
     m_delegate = std::make_unique<AppDelegate>(m_shell, m_permissions);
     m_delegate->applicationDidFinishLaunching();
@@ -239,8 +249,17 @@ void TalmoApp::followActivation()
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
         if (state == Qt::ApplicationActive) {
             m_delegate->applicationDidBecomeActive();
+            logEscapes(askAgainIfDenied(m_permissions));
         }
     });
+}
+
+/// What the sound server refused once it may allow by now, and nothing but asking tells.
+QCoro::Task<void> TalmoApp::askAgainIfDenied(std::shared_ptr<PermissionsManager> permissions)
+{
+    if (permissions->microphoneStatus() == SimpleStatus::Denied) {
+        co_await permissions->requestMicrophonePermission();
+    }
 }
 
 /// One line per state: it is what a person who reports a problem can say.
@@ -269,39 +288,33 @@ void TalmoApp::followDictionary()
     tell();
 }
 
-void TalmoApp::warmUpOnPress()
+/// Begins before the coordinator's own monitors, so that everything is being made ready while a hold is undecided.
+void TalmoApp::prepareOnPress()
 {
-    m_warmUpMonitor = m_eventMonitor->addGlobalMonitor(
-        GlobalHotkeyManager::flagsChangedMask,
-        [engine = m_audioEngine, speech = m_recognisers.engines, locale = m_locale,
-         clock = std::shared_ptr<Clock>(m_clock), executor = m_speechExecutor,
-         model = m_languageModel](const FlagsChangedEvent &event) {
-            if ((event.modifierFlags & GlobalHotkeyManager::functionFlag) == 0) {
-                return;
-            }
-            speech->warmUp(locale->currentIdentifier());
-            model->refresh(); // The answer is there by the time that somebody has spoken.
-            executor->post([engine, clock] {
-                engine->warmUp();
-                logEscapes(coolDownLater(engine, clock));
-            });
-        });
-}
-
-QCoro::Task<void> TalmoApp::coolDownLater(std::shared_ptr<PulseAudioEngine> engine, std::shared_ptr<Clock> clock)
-{
-    co_await clock->sleep(warmStreamTime);
-    engine->coolDown();
+    m_preparation = std::make_unique<PressPreparation>(
+        PressPreparation::Parts{m_eventMonitor, m_gestures, m_preroll, m_clock,
+                                [speech = m_recognisers.engines, locale = m_locale, model = m_languageModel] {
+                                    speech->warmUp(locale->currentIdentifier());
+                                    model->refresh(); // The answer is there by the time that somebody has spoken.
+                                }});
+    m_preparation->start();
 }
 
 QCoro::Task<void> TalmoApp::shutDown()
 {
-    m_warmUpMonitor.reset();
+    m_preparation.reset();
     m_control.reset();
     m_interface.reset();
     m_trayIcon.reset();
-    // What was spoken already still arrives.
-    co_await dictationEnd();
+    if (m_gestures) {
+        m_gestures->close();
+    }
+    // What has been spoken still arrives.
+    const auto finishing = finishDictation();
+    const bool isFinished = co_await finishing;
+    if (const QString text = TalmoCoordinator::shared().liveTranscript(); !isFinished && !text.isEmpty()) {
+        co_await keepOnClipboard(m_cleanup, m_pasteboard, text);
+    }
     if (m_recorder) {
         m_recorder->stop();
     }
@@ -323,22 +336,19 @@ QCoro::Task<void> TalmoApp::shutDown()
     }
 }
 
-/// Finishes once no dictation is being processed or inserted, in bounded time.
-QFuture<void> TalmoApp::dictationEnd()
+QFuture<bool> TalmoApp::finishDictation()
 {
-    auto completion = Completion<void>::make();
-    auto future = completion->future();
-    auto &coordinator = TalmoCoordinator::shared();
-    const auto finishIfDone = [completion, &coordinator] {
-        if (!coordinator.state().is(TalmoState::Case::Processing) &&
-            !coordinator.state().is(TalmoState::Case::Inserting)) {
-            completion->finish();
-        }
-    };
-    connect(&coordinator, &Observable::objectWillChange, this, finishIfDone, Qt::QueuedConnection);
-    m_clock->sleep(longestLastDictation, {}).then([completion] { completion->finish(); }).onFailed([] {});
-    finishIfDone();
-    return future;
+    return m_gestures ? m_gestures->finishDictation(longestLastDictation) : ready(true);
+}
+
+/// There was no time to insert it: what is known of the sentence goes where the user can find it.
+QCoro::Task<void> TalmoApp::keepOnClipboard(std::shared_ptr<CleanupService> cleanup,
+                                            std::shared_ptr<Pasteboard> pasteboard, QString text)
+{
+    const QString formatted = co_await cleanup->cleanup(text, false, false, TextTone::Standard, {});
+    generalLog().info("no time was left to insert the last sentence; it is on the clipboard");
+    pasteboard->clearContents();
+    pasteboard->setString(formatted);
 }
 
 } // namespace talmo

@@ -14,13 +14,18 @@ namespace talmo {
 
 class AppDelegate;
 class ControlServer;
+class DeferringHotkeyService;
 class DesktopAppearance;
 class DictationRecovery;
 class LastDictation;
 class DesktopScreens;
 class DesktopShell;
+class InterruptibleCleanupService;
 class JsonUserDefaults;
+class Pasteboard;
+class PressPreparation;
 class PulseAudioEngine;
+class SpeechPreroll;
 class LinuxRecogniserSettings;
 class SystemLocaleSource;
 class TextCleanupService;
@@ -43,8 +48,12 @@ public:
     /// Builds the coordinator, starts listening for the key, and shows the icon.
     void start();
 
-    /// Ends in any state: what is being processed is still inserted; then capture and recognition stop, and a pending
-    /// restore of the clipboard is completed. Call it once, before the event loop ends.
+    /// Ends the recording, if there is one, and inserts its sentence, or the one that is being processed, without the
+    /// language model. False when five seconds were not enough.
+    QFuture<bool> finishDictation();
+
+    /// Ends in any state: the sentence under way is finished, or left on the clipboard; then capture and recognition
+    /// stop, and a pending restore of the clipboard is completed. Call it once, with an event loop that runs.
     QCoro::Task<void> shutDown();
 
 Q_SIGNALS:
@@ -60,9 +69,10 @@ private:
     void followActivation();
     void followDictionary();
     void followState(TalmoCoordinator &coordinator);
-    void warmUpOnPress();
-    QFuture<void> dictationEnd();
-    static QCoro::Task<void> coolDownLater(std::shared_ptr<PulseAudioEngine> engine, std::shared_ptr<Clock> clock);
+    void prepareOnPress();
+    static QCoro::Task<void> askAgainIfDenied(std::shared_ptr<PermissionsManager> permissions);
+    static QCoro::Task<void> keepOnClipboard(std::shared_ptr<CleanupService> cleanup,
+                                             std::shared_ptr<Pasteboard> pasteboard, QString text);
 
     std::shared_ptr<SerialExecutor> m_mainExecutor;
     std::shared_ptr<SerialExecutor> m_speechExecutor;
@@ -89,6 +99,9 @@ private:
     std::shared_ptr<InputTrust> m_inputTrust;
     std::shared_ptr<PermissionsManager> m_permissions;
     std::shared_ptr<TextCleanupService> m_cleanup;
+    std::shared_ptr<InterruptibleCleanupService> m_interruptibleCleanup;
+    std::shared_ptr<SpeechPreroll> m_preroll;
+    std::shared_ptr<DeferringHotkeyService> m_gestures;
     std::shared_ptr<DesktopShell> m_shell;
     std::shared_ptr<DesktopScreens> m_screens;
     std::shared_ptr<TrayIcon> m_trayIcon;
@@ -96,7 +109,7 @@ private:
     std::unique_ptr<DesktopAppearance> m_appearance;
     std::unique_ptr<UserInterface> m_interface;
     std::unique_ptr<ControlServer> m_control;
-    std::shared_ptr<void> m_warmUpMonitor;
+    std::unique_ptr<PressPreparation> m_preparation;
 };
 
 } // namespace talmo

@@ -335,5 +335,13 @@
         <source>Licence: %1</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Still working on the last sentence</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Speech recognition stopped responding. Copy Last Dictation in the menu has what was heard until then.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "App/DeferringHotkeyService.h"
+#include "Base/Clock.h"
+#include "Input/EventMonitor.h"
+#include "Input/SpeechPreroll.h"
+
+#include <QCoro/QCoroTask>
+#include <QObject>
+#include <QPointer>
+
+#include <functional>
+#include <memory>
+#include <stop_token>
+#include <vector>
+
+namespace talmo {
+
+/// Makes the microphone and the models ready at a press of the key that may lead to a recording, while the gesture is
+/// still undecided. A press that ends a recording, or adds to one that waits, prepares nothing. Main thread.
+class PressPreparation final : public QObject {
+    Q_OBJECT
+
+public:
+    /// After a mere tap the microphone stays ready for this long.
+    static constexpr Duration readyTime = std::chrono::milliseconds(500);
+
+    struct Parts {
+        std::shared_ptr<EventMonitor> keys;
+        std::shared_ptr<DeferringHotkeyService> gestures;
+        std::shared_ptr<SpeechPreroll> preroll;
+        std::shared_ptr<Clock> clock;
+        /// Loads what a recording will need; returns at once.
+        std::function<void()> warmUp;
+    };
+
+    explicit PressPreparation(Parts parts);
+
+    /// Before the gestures' own start: a press is to be known here first.
+    void start();
+
+private:
+    void handleFlagsChanged(const FlagsChangedEvent &event);
+    void pressed();
+    void released();
+    static QCoro::Task<void> closeLater(QPointer<PressPreparation> self, std::shared_ptr<Clock> clock,
+                                        std::stop_token stop);
+
+    Parts m_parts;
+    std::vector<std::shared_ptr<EventMonitorToken>> m_monitors;
+    bool m_isDown = false;
+    bool m_isPreparing = false;
+    std::stop_source m_closing;
+};
+
+} // namespace talmo

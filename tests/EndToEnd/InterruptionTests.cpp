@@ -1,0 +1,128 @@
+// Somebody speaks on, quits or logs out while a sentence is not in its window yet: it arrives all the same.
+
+#include "EndToEnd/TalmoRun.h"
+
+#include "SpokenText.h"
+#include "Support/Printing.h"
+#include "Support/TestModelServer.h"
+
+#include <csignal>
+
+namespace talmo::test {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+/// The model server takes the request and never answers.
+class InterruptionRun : public TalmoRun {
+protected:
+    void beEditing()
+    {
+        server.answerWith({{u"fault"_s, u"hang"_s}});
+        desktop.storeSettings({{u"linux.languageModelAddress"_s, server.address()}});
+        openQtWindow();
+        startTalmo();
+        ASSERT_TRUE(talmo->waitForLine(u"language model: test-model"_s, patience));
+        dictate(u"hello world"_s);
+        ASSERT_TRUE(server.waitForChats(1));
+        rig::passTime(350ms); // A press before that would be a second tap.
+    }
+    int count(const QString &text) const
+    {
+        int found = 0;
+        for (const auto &line : talmo->lines()) {
+            found += line.text.contains(text) ? 1 : 0;
+        }
+        return found;
+    }
+    TestModelServer server;
+};
+
+} // namespace
+
+TEST_F(InterruptionRun, aPressDuringTheEditInsertsTheSentenceAndHearsTheNextFromThePressOn)
+{
+    beEditing();
+    keyboard.press(key);
+    speak(u"thank you very much"_s); // At once: the recording has not begun yet.
+    EXPECT_EQ(server.chats().size(), 1U);
+    server.answerWith({{u"answer"_s, u"Edited thanks."_s}});
+    keyboard.release(key);
+    EXPECT_TRUE(windowShows(u"Hello world.Edited thanks."_s));
+    EXPECT_EQ(quitTalmo(), 0);
+}
+
+TEST_F(InterruptionRun, aDoubleTapDuringTheEditHearsTheNextHandsFree)
+{
+    beEditing();
+    doubleTap();
+    speak(u"thank you very much"_s);
+    server.answerWith({{u"answer"_s, u"Edited thanks."_s}});
+    keyboard.press(key);
+    keyboard.release(key);
+    EXPECT_TRUE(windowShows(u"Hello world.Edited thanks."_s));
+}
+
+TEST_F(InterruptionRun, quittingWhileTheModelThinksInsertsTheSentence)
+{
+    beEditing();
+    EXPECT_EQ(quitTalmo(), 0);
+    EXPECT_TRUE(windowShows(u"Hello world."_s));
+}
+
+TEST_F(InterruptionRun, quittingWhileRecordingInsertsTheSentence)
+{
+    openQtWindow();
+    startTalmo();
+    keyboard.press(key);
+    ASSERT_TRUE(talmoSays(u"state: recording"_s));
+    speak(u"hello world"_s);
+    EXPECT_EQ(quitTalmo(), 0);
+    EXPECT_TRUE(windowShows(u"Hello world."_s));
+    keyboard.release(key);
+}
+
+TEST_F(InterruptionRun, theSessionEndsOnlyOnceTheSentenceIsInserted)
+{
+    rig::ChildProcess manager(QStringLiteral(TALMO_BIN "/talmo-session-manager"), {}, environment);
+    const auto address = manager.waitForLine(u"address "_s, patience);
+    ASSERT_TRUE(address);
+    environment.insert(u"SESSION_MANAGER"_s, address->text.mid(8));
+    beEditing();
+    ASSERT_TRUE(manager.waitForLine(u"registered"_s, patience));
+    manager.writeLine(u"logout"_s);
+    const auto saved = manager.waitForLine(u"saved"_s, patience);
+    ASSERT_TRUE(saved);
+    EXPECT_TRUE(windowShows(u"Hello world."_s));
+    const auto idle = talmo->waitForLine(u"state: idle"_s, patience);
+    ASSERT_TRUE(idle);
+    EXPECT_LE(idle->time, saved->time + 50ms) << "the two pipes are read in any order";
+    manager.writeLine(u"die"_s);
+    EXPECT_TRUE(rig::waitUntil([this] { return !talmo->isRunning(); }, patience));
+}
+
+TEST_F(InterruptionRun, aSecondRequestToQuitNeitherHangsNorCostsTheSentence)
+{
+    beEditing();
+    ::kill(static_cast<pid_t>(talmo->processId()), SIGTERM);
+    ::kill(static_cast<pid_t>(talmo->processId()), SIGHUP);
+    EXPECT_EQ(quitTalmo(), 0);
+    EXPECT_TRUE(windowShows(u"Hello world."_s));
+}
+
+TEST_F(InterruptionRun, aHoldReleasedBeforeTheRecordingBeganLeavesNoMicrophoneOn)
+{
+    openQtWindow();
+    startTalmo();
+    sound->freeze(); // The microphone takes its time to open.
+    keyboard.press(key);
+    rig::passTime(250ms);
+    keyboard.release(key);
+    sound->thaw();
+    EXPECT_TRUE(rig::pollUntil(
+        [this] { return count(u"state: recording"_s) == count(u"state: processing"_s) && count(u"state: "_s) > 0; },
+        patience));
+}
+
+} // namespace talmo::test
