@@ -7,8 +7,10 @@
 #include "UI/TintedLabel.h"
 #include "UI/Wording.h"
 
+#include <QCheckBox>
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -23,6 +25,9 @@ const char *const privacyCaption = QT_TRANSLATE_NOOP(
     "Talmo", "Talmo has no backend, no account, and no network functionality. Recording, transcription, and text "
              "cleanup all run using Apple's on-device Speech and Foundation Models frameworks. Nothing you say or type "
              "is sent anywhere.");
+const char *const passwordFieldsCaption = QT_TRANSLATE_NOOP(
+    "Talmo", "Talmo pastes nothing where the application in front says that the cursor is in a password field. Only "
+             "works while the desktop's accessibility service is running.");
 
 } // namespace
 
@@ -51,8 +56,22 @@ PrivacySettingsTab::PrivacySettingsTab(ViewContext context)
         [permissions] { return permissions->accessibilityGranted(); },
         [permissions] { permissions->openAccessibilitySettings(); });
     layout->addWidget(section);
+    if (m_context.passwordFields) {
+        layout->addWidget(makePasswordFields());
+    }
     layout->addStretch(1);
     reread();
+}
+
+QWidget *PrivacySettingsTab::makePasswordFields()
+{
+    auto *section = new SettingsSection;
+    m_guardPasswordFields = section->addToggle(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Protect password fields")),
+                                               Wording::text(passwordFieldsCaption));
+    connect(m_guardPasswordFields, &QCheckBox::toggled, this,
+            [settings = m_context.passwordFields](bool on) { settings->setGuarded(on); });
+    m_passwordFieldsWatcher = std::make_unique<ChangeWatcher>(*m_context.passwordFields, [this] { reread(); });
+    return section;
 }
 
 QWidget *PrivacySettingsTab::makeStatement()
@@ -98,6 +117,10 @@ void PrivacySettingsTab::reread()
                           granted ? &Appearance::green : &Appearance::orange);
         status->setAccessibleName(granted ? Wording::text(QT_TRANSLATE_NOOP("Talmo", "Granted"))
                                           : Wording::text(QT_TRANSLATE_NOOP("Talmo", "Not granted")));
+    }
+    if (m_guardPasswordFields != nullptr) {
+        const QSignalBlocker blocker(m_guardPasswordFields);
+        m_guardPasswordFields->setChecked(m_context.passwordFields->isGuarded());
     }
 }
 

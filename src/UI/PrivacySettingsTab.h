@@ -6,7 +6,10 @@
 #include <QWidget>
 
 #include <functional>
+#include <memory>
 #include <vector>
+
+class QCheckBox;
 
 namespace talmo {
 
@@ -26,12 +29,15 @@ private:
         std::function<bool()> isGranted;
     };
     QWidget *makeStatement();
+    QWidget *makePasswordFields();
     void addPermission(SettingsSection &section, const QString &name, std::function<bool()> isGranted,
                        std::function<void()> openSettings);
 
     ViewContext m_context;
     std::vector<PermissionRow> m_permissions;
+    QCheckBox *m_guardPasswordFields = nullptr; ///< Null where password fields are not known.
     ChangeWatcher m_watcher;
+    std::unique_ptr<ChangeWatcher> m_passwordFieldsWatcher;
 };
 
 } // namespace talmo

@@ -4,6 +4,7 @@
 #include "App/TalmoCoordinator.h"
 #include "Input/PermissionsManager.h"
 #include "Settings/TalmoSettings.h"
+#include "UI/PasswordFieldSettings.h"
 #include "UI/RecogniserSettings.h"
 
 #include <QFuture>
@@ -26,6 +27,8 @@ struct ViewContext {
     std::function<QFuture<void>()> refreshAvailability;
     /// Null on a system that has one recogniser and nothing to choose.
     std::shared_ptr<RecogniserSettings> recogniser;
+    /// Null on a system that cannot tell password fields from others.
+    std::shared_ptr<PasswordFieldSettings> passwordFields;
     /// Null where nothing can be got back.
     std::shared_ptr<DictationRecovery> recovery;
 };

@@ -1,5 +1,6 @@
 #include "UI/SettingsView.h"
 
+#include "Support/FakePasswordFieldSettings.h"
 #include "UI/AccessibleView.h"
 #include "UI/DictionarySettingsTab.h"
 #include "UI/GeneralSettingsTab.h"
@@ -313,6 +314,24 @@ TEST_F(PrivacyTabTest, eachButtonOpensItsPane)
     }
     EXPECT_THAT(world.panes->opened,
                 testing::ElementsAre(SettingsPane::Microphone, SettingsPane::Microphone, SettingsPane::Accessibility));
+}
+
+TEST(PrivacyTab, togglesTheGuardOfPasswordFields)
+{
+    ViewWorld world;
+    const auto fields = std::make_shared<FakePasswordFieldSettings>();
+    world.passwordFields = fields;
+    PrivacySettingsTab tab(world.context());
+    tab.show();
+    auto *toggle = tab.findChild<QCheckBox *>();
+    ASSERT_NE(toggle, nullptr);
+    EXPECT_EQ(toggle->text(), u"Protect password fields"_s);
+    EXPECT_TRUE(toggle->isChecked());
+    toggle->click();
+    EXPECT_FALSE(fields->guarded);
+    fields->setGuarded(true);
+    settle();
+    EXPECT_TRUE(toggle->isChecked());
 }
 
 TEST(SettingsWindow, opensWithWhatHoldsNowInTheMiddleOfTheScreen)

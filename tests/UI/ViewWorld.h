@@ -52,7 +52,8 @@ public:
                     ++availabilityRefreshes;
                     return ready();
                 },
-                recogniser};
+                recogniser,
+                passwordFields};
     }
 
     TalmoCoordinator &coordinator() { return *world.coordinator; }
@@ -121,6 +122,7 @@ public:
     std::shared_ptr<Completion<QString>> stopped;
     std::shared_ptr<Completion<void>> inserted;
     std::shared_ptr<RecogniserSettings> recogniser;
+    std::shared_ptr<PasswordFieldSettings> passwordFields;
     RecordingWorld world;
 };
 

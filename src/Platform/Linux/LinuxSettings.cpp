@@ -7,6 +7,11 @@ QString LinuxSettings::speechEngineKey()
     return QStringLiteral("linux.speechEngine");
 }
 
+QString LinuxSettings::guardPasswordFieldsKey()
+{
+    return QStringLiteral("linux.guardPasswordFields");
+}
+
 LinuxSettings LinuxSettings::read(const UserDefaults &defaults)
 {
     LinuxSettings settings;

@@ -25,6 +25,9 @@ struct LinuxSettings {
     QString speechEngine;
 
     static QString speechEngineKey();
+    /// "linux.guardPasswordFields": whether nothing is pasted into password fields, which is so unless it is false.
+    /// Read before each insertion.
+    static QString guardPasswordFieldsKey();
     static LinuxSettings read(const UserDefaults &defaults);
 };
 

@@ -12,9 +12,11 @@
 #include "Input/GlobalHotkeyManager.h"
 #include "Input/PermissionsManager.h"
 #include "Insertion/ClipboardPasteInsertionService.h"
+#include "Insertion/PasswordFieldGuard.h"
 #include "Insertion/QueuedInsertionService.h"
 #include "Insertion/UnobstructedInsertionService.h"
 #include "Insertion/VerifiedInsertionService.h"
+#include "Platform/Linux/AtSpiFocusedField.h"
 #include "Platform/Linux/ControlServer.h"
 #include "Platform/Linux/ControlSocket.h"
 #include "Platform/Linux/DesktopAppearance.h"
@@ -25,6 +27,7 @@
 #include "Platform/Linux/FloatingCard.h"
 #include "Platform/Linux/JsonUserDefaults.h"
 #include "Platform/Linux/LinuxAuthorizationSource.h"
+#include "Platform/Linux/LinuxPasswordFieldSettings.h"
 #include "Platform/Linux/LinuxRecogniserSettings.h"
 #include "Platform/Linux/PulseAudioEngine.h"
 #include "Platform/Linux/PulsePreroll.h"
@@ -97,6 +100,7 @@ TalmoApp::TalmoApp()
       m_audioEngine(std::make_shared<PulseAudioEngine>()),
       m_recognisers(LinuxRecognisers::make(
           m_recogniserExecutor, m_clock, [engine = m_audioEngine] { return engine->sourceName(); }, m_linuxSettings)),
+      m_passwordFields(std::make_shared<LinuxPasswordFieldSettings>(m_defaults)),
       m_locale(std::make_shared<SystemLocaleSource>(m_linuxSettings.dictationLanguage)),
       m_lastDictation(std::make_shared<LastDictation>()),
       m_recovery(std::make_shared<DictationRecovery>(m_lastDictation, m_pasteboard, m_pasteboard)),
@@ -183,8 +187,11 @@ std::shared_ptr<TextInsertionService> TalmoApp::makeInsertion()
     const auto pasting = std::make_shared<ClipboardPasteInsertionService>(m_pasteboard, poster, m_inputTrust, m_clock);
     m_pasteboard->setOnLoss([](SelectionReading::Loss loss) { showDesktopNotice(Wording::text(lossNotice(loss))); });
     const auto verified = std::make_shared<VerifiedInsertionService>(pasting, m_pasteboard);
+    const auto guarded =
+        std::make_shared<PasswordFieldGuard>(verified, std::make_shared<AtSpiFocusedField>(m_xSession), m_clock,
+                                             [fields = m_passwordFields] { return fields->isGuarded(); });
     const auto unobstructed = std::make_shared<UnobstructedInsertionService>(
-        verified, [this] { return m_interface ? m_interface->clearTheWay() : ready(); });
+        guarded, [this] { return m_interface ? m_interface->clearTheWay() : ready(); });
     return std::make_shared<QueuedInsertionService>(unobstructed);
 }
 
@@ -221,6 +228,7 @@ void TalmoApp::showInterface(TalmoCoordinator &coordinator)
     context.refreshAvailability = [model = m_languageModel] { return model->refresh(); };
     context.recogniser = m_recogniserSettings;
     context.recovery = m_recovery;
+    context.passwordFields = m_passwordFields;
     UserInterfaceParts parts;
     parts.statusItem = m_trayIcon;
     parts.makePanelWindow = &FloatingCard::make;

@@ -25,6 +25,7 @@ class JsonUserDefaults;
 class Pasteboard;
 class PressPreparation;
 class PulseAudioEngine;
+class LinuxPasswordFieldSettings;
 class SpeechPreroll;
 class LinuxRecogniserSettings;
 class SystemLocaleSource;
@@ -90,6 +91,7 @@ private:
     std::shared_ptr<PulseAudioEngine> m_audioEngine;
     LinuxRecognisers m_recognisers;
     std::shared_ptr<LinuxRecogniserSettings> m_recogniserSettings;
+    std::shared_ptr<LinuxPasswordFieldSettings> m_passwordFields;
     std::shared_ptr<SystemLocaleSource> m_locale;
     std::shared_ptr<RecorderService> m_recorder;
     std::shared_ptr<TranscriptionService> m_transcription;

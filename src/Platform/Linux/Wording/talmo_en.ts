@@ -343,5 +343,17 @@
         <source>Speech recognition stopped responding. Copy Last Dictation in the menu has what was heard until then.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>The cursor is in a password field, so nothing was pasted. Choose “Copy Last Dictation” from the icon&apos;s menu.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Talmo pastes nothing where the application in front says that the cursor is in a password field. Only works while the desktop&apos;s accessibility service is running.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Protect password fields</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

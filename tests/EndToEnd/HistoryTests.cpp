@@ -1,0 +1,50 @@
+// A real clipboard history beside Talmo: it records what people copy, and not what they dictate.
+
+#include "EndToEnd/TalmoRun.h"
+
+#include "Support/Printing.h"
+
+namespace talmo::test {
+
+namespace {
+
+class HistoryRun : public TalmoRun {
+protected:
+    /// What a program says on its standard output; `input` is what it reads.
+    QByteArray run(const QString &program, const QStringList &arguments, const QByteArray &input = {})
+    {
+        QProcess process;
+        process.setProcessEnvironment(environment);
+        process.start(program, arguments);
+        process.write(input);
+        process.closeWriteChannel();
+        EXPECT_TRUE(rig::waitUntil([&process] { return process.state() == QProcess::NotRunning; }, patience));
+        return process.readAllStandardOutput();
+    }
+
+    /// The history, the latest first.
+    QByteArray history()
+    {
+        return run(u"copyq"_s, {u"eval"_s, u"--"_s, u"for (i = 0; i < size(); ++i) print(str(read(i)) + ';')"_s});
+    }
+};
+
+} // namespace
+
+TEST_F(HistoryRun, copyQRecordsCopiesButNoDictation)
+{
+    rig::ChildProcess copyQ(u"copyq"_s, {}, environment);
+    copy(u"copied before"_s);
+    ASSERT_TRUE(rig::pollUntil([this] { return history() == "copied before\n;"; }, patience))
+        << history().toStdString();
+    openQtWindow();
+    startTalmo();
+    run(QStringLiteral(TALMO_BIN "/talmoctl"), {u"insert"_s}, "dictated");
+    EXPECT_TRUE(windowShows(u"dictated"_s));
+    EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "copied before\n"; }, patience));
+    copy(u"copied later"_s);
+    EXPECT_TRUE(rig::pollUntil([this] { return history().startsWith("copied later\n;"); }, patience));
+    EXPECT_EQ(history(), "copied later\n;copied before\n;");
+}
+
+} // namespace talmo::test

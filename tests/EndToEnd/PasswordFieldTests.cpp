@@ -1,0 +1,89 @@
+// Fields for passwords in real windows, over a real accessibility bus.
+
+#include "EndToEnd/TalmoRun.h"
+
+#include "DesktopParts.h"
+#include "Support/Printing.h"
+
+#include <QJsonObject>
+
+namespace talmo::test {
+
+namespace {
+
+const QString gtk = QStringLiteral(TALMO_BIN "/talmo-entry-window");
+const QString qt = QStringLiteral(TALMO_BIN "/talmo-qt-entry-window");
+
+class PasswordFieldRun : public TalmoRun {
+protected:
+    PasswordFieldRun()
+    {
+        environment.remove(u"NO_AT_BRIDGE"_s);
+        environment.insert(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s, u"1"_s);
+    }
+
+    /// Its exit status.
+    int insert(const QByteArray &text)
+    {
+        rig::ChildProcess process(QStringLiteral(TALMO_BIN "/talmoctl"), {u"insert"_s}, environment);
+        process.writeLine(QString::fromUtf8(text));
+        process.closeInput();
+        EXPECT_TRUE(rig::waitUntil([&process] { return !process.isRunning(); }, patience));
+        output = process.output();
+        return process.terminate();
+    }
+
+    std::unique_ptr<rig::ChildProcess> bus = rig::startBus(environment);
+    QString output;
+};
+
+/// The program that makes the window.
+class PasswordFieldRunOf : public PasswordFieldRun, public testing::WithParamInterface<QString> {};
+
+} // namespace
+
+TEST_P(PasswordFieldRunOf, passwordFieldGetsNothingAndTheReasonIsSaid)
+{
+    openWindow(GetParam(), {u"password"_s});
+    startTalmo();
+    copy(u"clipboard before"_s);
+    EXPECT_EQ(insert("hello"), 1);
+    EXPECT_TRUE(output.contains(u"The cursor is in a password field, so nothing was pasted."_s))
+        << output.toStdString();
+    EXPECT_EQ(clipboard(), "clipboard before\n");
+    EXPECT_FALSE(window->output().contains(u"text:"_s)) << window->output().toStdString();
+    EXPECT_TRUE(bus->output().contains(u"org.a11y"_s)) << "the window starts accessibility";
+}
+
+TEST_P(PasswordFieldRunOf, ordinaryFieldBesideItGetsTheText)
+{
+    openWindow(GetParam(), {u"ordinary"_s});
+    startTalmo();
+    EXPECT_EQ(insert("hello"), 0) << output.toStdString();
+    EXPECT_TRUE(windowShows(u"hello"_s));
+}
+
+TEST_P(PasswordFieldRunOf, guardThatIsSwitchedOffLetsTheTextIn)
+{
+    desktop.storeSettings({{u"linux.guardPasswordFields"_s, false}, {u"linux.languageModelAddress"_s, u"off"_s}});
+    openWindow(GetParam(), {u"password"_s});
+    startTalmo();
+    EXPECT_EQ(insert("hello"), 0) << output.toStdString();
+    EXPECT_TRUE(windowShows(u"hello"_s));
+}
+
+INSTANTIATE_TEST_SUITE_P(Toolkits, PasswordFieldRunOf, testing::Values(gtk, qt),
+                         [](const auto &info) { return info.param == gtk ? "Gtk" : "Qt"; });
+
+TEST_F(PasswordFieldRun, accessibilityIsNotStartedForTheQuestion)
+{
+    environment.insert(u"NO_AT_BRIDGE"_s, u"1"_s);
+    environment.remove(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s);
+    openWindow(gtk, {u"password"_s});
+    startTalmo();
+    EXPECT_EQ(insert("hello"), 0) << output.toStdString();
+    EXPECT_TRUE(windowShows(u"hello"_s));
+    EXPECT_FALSE(bus->output().contains(u"org.a11y"_s)) << bus->output().toStdString();
+}
+
+} // namespace talmo::test

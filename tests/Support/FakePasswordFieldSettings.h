@@ -1,0 +1,15 @@
+#pragma once
+
+#include "UI/PasswordFieldSettings.h"
+
+namespace talmo::test {
+
+class FakePasswordFieldSettings final : public PasswordFieldSettings {
+public:
+    bool guarded = true;
+
+    bool isGuarded() const override { return guarded; }
+    void setGuarded(bool isGuarded) override { publish(guarded, isGuarded); }
+};
+
+} // namespace talmo::test
