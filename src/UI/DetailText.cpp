@@ -1,5 +1,7 @@
 #include "UI/DetailText.h"
 
+#include "Base/Text.h"
+
 #include <QFontMetricsF>
 #include <QList>
 #include <QPainter>
@@ -93,13 +95,23 @@ QString lastPart(const QString &text)
     return text.mid(position);
 }
 
+/// The layout would begin a line at each of them, and a tab has no place to go to.
+QString withoutLineBreaks(QString text)
+{
+    const auto isBreak = [](QChar character) {
+        return character == QLatin1Char('\t') ||
+               (Text::isWhitespaceOrNewline(character.unicode()) && !Text::isSpace(character.unicode()));
+    };
+    std::replace_if(text.begin(), text.end(), isBreak, QLatin1Char(' '));
+    return text;
+}
+
 } // namespace
 
 DetailText::DetailText(const QString &text, const QFont &font, int width, int mostLines)
     : m_font(font)
 {
-    QString line = lastPart(text);
-    line.replace(QLatin1Char('\n'), QLatin1Char(' '));
+    const QString line = withoutLineBreaks(lastPart(text));
     Lines lines = measure(line, font, width, mostLines);
     m_shownText = line;
     if (lines.count > mostLines || line.size() < text.size()) {

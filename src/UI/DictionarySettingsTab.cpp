@@ -50,6 +50,25 @@ private:
     QString m_symbol;
 };
 
+QStringList shownWords(const QListWidget &list)
+{
+    QStringList words;
+    for (int row = 0; row < list.count(); ++row) {
+        words.append(list.item(row)->text());
+    }
+    return words;
+}
+
+/// Where the word stands that has so many equal ones before it; -1 when there is none.
+qsizetype placeOf(const QStringList &words, const QString &word, qsizetype equalOnesBefore)
+{
+    auto place = words.indexOf(word);
+    for (; place >= 0 && equalOnesBefore > 0; --equalOnesBefore) {
+        place = words.indexOf(word, place + 1);
+    }
+    return place;
+}
+
 } // namespace
 
 DictionarySettingsTab::DictionarySettingsTab(ViewContext context)
@@ -112,22 +131,29 @@ QWidget *DictionarySettingsTab::makeList()
 void DictionarySettingsTab::reread()
 {
     const QStringList words = m_context.settings->dictionaryWords();
-    QStringList shown;
-    int firstSelected = -1;
-    for (int row = 0; row < m_list->count(); ++row) {
-        shown.append(m_list->item(row)->text());
-        if (firstSelected < 0 && m_list->item(row)->isSelected()) {
-            firstSelected = row;
-        }
-    }
-    if (words == shown) {
+    if (words == shownWords(*m_list)) {
         return; // What is selected stays selected.
     }
+    const auto selected = selectedWords();
     m_list->clear();
     m_list->addItems(words);
-    if (firstSelected >= 0 && !words.isEmpty()) { // So that several can go one after the other.
-        m_list->setCurrentRow(std::min(firstSelected, m_list->count() - 1));
+    for (const auto &[word, equalOnesBefore] : selected) {
+        if (const auto row = placeOf(words, word, equalOnesBefore); row >= 0) {
+            m_list->item(static_cast<int>(row))->setSelected(true);
+        }
     }
+}
+
+QList<DictionarySettingsTab::ShownWord> DictionarySettingsTab::selectedWords() const
+{
+    const QStringList shown = shownWords(*m_list);
+    QList<ShownWord> selected;
+    for (int row = 0; row < m_list->count(); ++row) {
+        if (m_list->item(row)->isSelected()) {
+            selected.append({shown.at(row), shown.first(row).count(shown.at(row))});
+        }
+    }
+    return selected;
 }
 
 void DictionarySettingsTab::add()
@@ -141,17 +167,26 @@ void DictionarySettingsTab::add()
     }
 }
 
+/// From the list as it is now: it may have changed since it was shown.
 void DictionarySettingsTab::removeSelected()
 {
-    QStringList words;
-    for (int row = 0; row < m_list->count(); ++row) {
-        if (!m_list->item(row)->isSelected()) {
-            words.append(m_list->item(row)->text());
+    const auto selected = selectedWords();
+    const QStringList before = m_context.settings->dictionaryWords();
+    QStringList words = before;
+    int firstRemoved = -1;
+    // From the end, so that the places of those still to be removed hold.
+    for (auto each = selected.crbegin(); each != selected.crend(); ++each) {
+        if (const auto place = placeOf(words, each->word, each->equalOnesBefore); place >= 0) {
+            words.removeAt(place);
+            firstRemoved = static_cast<int>(place);
         }
     }
-    if (words.size() < m_list->count()) {
+    if (words.size() < before.size()) {
         m_context.settings->setDictionaryWords(words);
-        reread();
+    }
+    reread();
+    if (firstRemoved >= 0 && !words.isEmpty()) { // So that several can go one after the other.
+        m_list->setCurrentRow(std::min(firstRemoved, m_list->count() - 1));
     }
 }
 

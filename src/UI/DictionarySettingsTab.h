@@ -3,6 +3,8 @@
 #include "UI/ChangeWatcher.h"
 #include "UI/ViewContext.h"
 
+#include <QList>
+#include <QString>
 #include <QWidget>
 
 class QLineEdit;
@@ -22,10 +24,18 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    /// A word of the list, and how many equal ones stand before it.
+    struct ShownWord {
+        QString word;
+        qsizetype equalOnesBefore;
+        bool operator==(const ShownWord &) const = default;
+    };
+
     QWidget *makeEntry();
     QWidget *makeList();
     void add();
     void removeSelected();
+    QList<ShownWord> selectedWords() const;
 
     ViewContext m_context;
     QLineEdit *m_field = nullptr;

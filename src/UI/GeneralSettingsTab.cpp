@@ -3,6 +3,7 @@
 #include "Settings/TextTone.h"
 #include "UI/Appearance.h"
 #include "UI/KeyCap.h"
+#include "UI/Picker.h"
 #include "UI/RecogniserSection.h"
 #include "UI/SettingsSection.h"
 #include "UI/TintedLabel.h"
@@ -10,7 +11,6 @@
 #include "UI/Wording.h"
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -87,7 +87,7 @@ void GeneralSettingsTab::buildCleanup(QVBoxLayout &layout)
     m_conciseText = section->addToggle(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Concise text")),
                                        Wording::text(conciseTextCaption));
     section->addSeparator();
-    m_tone = new QComboBox;
+    m_tone = new Picker;
     m_tone->setFont(Appearance::font(Appearance::titleSize));
     m_tone->setAccessibleName(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Tone")));
     for (const char *title : toneTitles) {

@@ -3,6 +3,8 @@
 #include "UI/ViewContext.h"
 #include "UI/Wording.h"
 
+#include <QTextDocument>
+
 #include <utility>
 
 namespace talmo {
@@ -109,6 +111,11 @@ MenuContents MenuContents::make(const ViewContext &context)
         contents.recovery = recoveryRows(*context.recovery);
     }
     return contents;
+}
+
+QString MenuContents::toolTip() const
+{
+    return Qt::mightBeRichText(title) ? title.toHtmlEscaped() : title;
 }
 
 QString menuBarSymbol(const TalmoState &state)

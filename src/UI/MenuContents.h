@@ -47,6 +47,9 @@ struct MenuContents {
 
     bool operator==(const MenuContents &) const = default;
 
+    /// The title for a tool tip, which would take markup in it for formatting.
+    QString toolTip() const;
+
     static MenuContents make(const TalmoState &state, SimpleStatus microphone, SimpleStatus speechRecognition,
                              bool isAccessibilityGranted, const QString &hotkeyDisplayName);
     static MenuContents make(const ViewContext &context);

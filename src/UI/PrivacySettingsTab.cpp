@@ -84,6 +84,7 @@ QWidget *PrivacySettingsTab::makeStatement()
     auto *statement =
         new QLabel(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Audio and transcripts are processed locally on this "
                                                             "Mac.")));
+    statement->setTextFormat(Qt::PlainText);
     statement->setFont(Appearance::font(Appearance::titleSize, QFont::Medium));
     row->addWidget(statement, 1);
     section->addWidget(line);

@@ -1,12 +1,12 @@
 #include "UI/RecogniserSection.h"
 
 #include "UI/Appearance.h"
+#include "UI/Picker.h"
 #include "UI/SettingsSection.h"
 #include "UI/TintedLabel.h"
 #include "UI/WarningRow.h"
 #include "UI/Wording.h"
 
-#include <QComboBox>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -31,7 +31,7 @@ constexpr int progressHeight = 9;
 
 QComboBox *makePicker(const QString &name)
 {
-    auto *picker = new QComboBox;
+    auto *picker = new Picker;
     picker->setFont(Appearance::font(Appearance::titleSize));
     picker->setAccessibleName(name);
     picker->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -93,6 +93,7 @@ void RecogniserSection::buildModels(SettingsSection &section)
     section.addWidget(m_detail);
     m_licence = new QLabel;
     m_licence->setFont(Appearance::font(Appearance::captionSize));
+    m_licence->setTextFormat(Qt::RichText); // For the link; names are escaped.
     m_licence->setOpenExternalLinks(true);
     m_licence->setTextInteractionFlags(Qt::TextBrowserInteraction);
     section.addWidget(m_licence);

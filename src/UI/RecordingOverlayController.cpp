@@ -14,6 +14,7 @@ RecordingOverlayController::RecordingOverlayController(TalmoCoordinator &coordin
       m_screens(std::move(screens)),
       m_notice(std::move(notice))
 {
+    QObject::connect(m_screens.get(), &ScreenSource::screenAdded, &m_receiver, [this] { placeIfStillUnplaced(); });
 }
 
 RecordingOverlayController::~RecordingOverlayController() = default;
@@ -49,6 +50,7 @@ QSize RecordingOverlayController::clampedContentSize() const
 void RecordingOverlayController::position(PanelWindow &panel)
 {
     const auto screen = screenUnderPointer(*m_screens);
+    m_isPlaced = screen.has_value();
     if (!screen) {
         return;
     }
@@ -67,8 +69,16 @@ QRect RecordingOverlayController::frameFor(QSize size) const
 /// The card grows and shrinks with what is said; its bottom edge and its middle stay where they are.
 void RecordingOverlayController::followContent()
 {
-    if (m_panel->window().isVisible()) {
+    if (m_isPlaced && m_panel->window().isVisible()) {
         m_panel->window().setFrame(frameFor(clampedContentSize()));
+    }
+}
+
+void RecordingOverlayController::placeIfStillUnplaced()
+{
+    if (!m_isPlaced && m_panel && m_panel->window().isVisible()) {
+        position(m_panel->window());
+        m_panel->window().orderFrontRegardless();
     }
 }
 

@@ -4,6 +4,7 @@
 #include "UI/OverlayPanel.h"
 #include "UI/ScreenSource.h"
 
+#include <QObject>
 #include <QRect>
 
 #include <memory>
@@ -29,13 +30,14 @@ public:
     /// Sizes and places the card for what it shows now, on the screen under the pointer.
     void show() override;
     void hide() override;
-    /// Does nothing when there is no screen.
+    /// Does nothing when there is no screen; a card shown without one is placed when a screen is added.
     void position(PanelWindow &panel);
 
 private:
     QSize clampedContentSize() const;
     QRect frameFor(QSize size) const;
     void followContent();
+    void placeIfStillUnplaced();
 
     TalmoCoordinator &m_coordinator;
     PanelWindowFactory m_makeWindow;
@@ -43,8 +45,10 @@ private:
     std::shared_ptr<DictationNotice> m_notice;
     std::unique_ptr<OverlayPanel> m_panel;
     RecordingOverlay *m_content = nullptr; ///< Belongs to the panel.
+    bool m_isPlaced = false;
     int m_doubledMiddle = 0;
     int m_bottom = 0;
+    QObject m_receiver; ///< Ends the connection to the screens along with the controller.
 };
 
 } // namespace talmo

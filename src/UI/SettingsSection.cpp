@@ -45,6 +45,7 @@ SettingsSection::SettingsSection(const QString &heading)
     outer->setSpacing(rowSpacing);
     if (!heading.isEmpty()) {
         auto *label = new QLabel(heading);
+        label->setTextFormat(Qt::PlainText);
         label->setFont(Appearance::font(Appearance::titleSize, QFont::DemiBold));
         label->setContentsMargins(2, 0, 0, 0);
         outer->addWidget(label);
@@ -78,6 +79,7 @@ QHBoxLayout *SettingsSection::addRow(const QString &name, QWidget *control)
 {
     auto *row = new QHBoxLayout;
     auto *label = new QLabel(name);
+    label->setTextFormat(Qt::PlainText);
     label->setFont(Appearance::font(Appearance::titleSize));
     label->setBuddy(control);
     row->addWidget(label);

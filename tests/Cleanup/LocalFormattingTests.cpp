@@ -71,6 +71,48 @@ TEST(SplitIntoSegments, aCommandAtTheEndHasNoEffect)
     EXPECT_EQ(joined(u"hello new line"_s), u"hello"_s);
 }
 
+TEST(SplitIntoSegments, aCommandAtTheStartHasNoEffect)
+{
+    EXPECT_THAT(splitIntoSegments(u"new paragraph hello"_s), ElementsAre(segment(u"hello"_s)));
+    EXPECT_THAT(splitIntoSegments(u"New line hello"_s), ElementsAre(segment(u"hello"_s)));
+    EXPECT_THAT(splitIntoSegments(u" new paragraph a new line b"_s),
+                ElementsAre(segment(u"a"_s, u"\n"_s), segment(u"b"_s)));
+}
+
+TEST(SplitIntoSegments, aDroppedSegmentTakesItsSeparatorAlong)
+{
+    EXPECT_THAT(splitIntoSegments(u"a new paragraph new line b new line"_s),
+                ElementsAre(segment(u"a"_s, u"\n\n"_s), segment(u"b"_s, u"\n"_s)));
+    EXPECT_THAT(splitIntoSegments(u"a new line \t new paragraph b"_s),
+                ElementsAre(segment(u"a"_s, u"\n"_s), segment(u"b"_s)));
+    // A line break is no space, so what holds one is kept.
+    EXPECT_THAT(splitIntoSegments(u"a new line \n new line b"_s),
+                ElementsAre(segment(u"a"_s, u"\n"_s), segment(u"\n"_s, u"\n"_s), segment(u"b"_s)));
+}
+
+TEST(SplitIntoSegments, spacesOfEveryKindAreTrimmedAndLineBreaksOfEveryKindAreNot)
+{
+    for (const QString &space : {u" "_s, u"\t"_s, u"\u00A0"_s, u"\u2003"_s, u"\u3000"_s, u"\u202F"_s}) {
+        EXPECT_THAT(splitIntoSegments(space + u"a"_s + space + u"new line"_s + space + u"b"_s + space),
+                    ElementsAre(segment(u"a"_s, u"\n"_s), segment(u"b"_s)))
+            << int(space.at(0).unicode());
+    }
+    for (const QString &lineBreak : {u"\n"_s, u"\r"_s, u"\u0085"_s, u"\u2028"_s, u"\u2029"_s, u"\v"_s, u"\f"_s}) {
+        EXPECT_THAT(splitIntoSegments(u"a"_s + lineBreak + u" new line "_s + lineBreak + u"b"_s),
+                    ElementsAre(segment(u"a"_s + lineBreak, u"\n"_s), segment(lineBreak + u"b"_s)))
+            << int(lineBreak.at(0).unicode());
+    }
+}
+
+TEST(JoinSegments, separatesAllButTheLast)
+{
+    EXPECT_EQ(joinSegments({}, {}), QString());
+    EXPECT_EQ(joinSegments({u"A"_s}, {segment(u"a"_s, u"\n"_s)}), u"A"_s);
+    EXPECT_EQ(joinSegments({u"A"_s, {}, u"C"_s},
+                           {segment(u"a"_s, u"\n\n"_s), segment(u"b"_s, u"\n"_s), segment(u"c"_s, u"\n"_s)}),
+              u"A\n\n\nC"_s);
+}
+
 TEST(SplitIntoSegments, onlyCommandsGiveNoSegment)
 {
     EXPECT_THAT(splitIntoSegments(u"new line"_s), IsEmpty());
@@ -170,6 +212,8 @@ TEST(DetectBulletRequest, collapsesDoubleSpacesOnlyWhenItTookAPhraseOut)
     EXPECT_EQ(detectBulletRequest(u" a  b \n"_s), (BulletRequest{u"a  b"_s, false}));
     EXPECT_EQ(detectBulletRequest(u" \n "_s), (BulletRequest{QString(), false}));
     EXPECT_EQ(detectBulletRequest(u"as a list"_s), (BulletRequest{QString(), true}));
+    EXPECT_EQ(detectBulletRequest(u"a\t\t b as a list \n c"_s).text, u"a\t\t b \n c"_s) << "only blanks collapse";
+    EXPECT_EQ(detectBulletRequest(u"a as a list\n"_s).text, u"a"_s);
 }
 
 TEST(FormatLocally, capitalisesTheFirstCharacterAndEndsTheSentence)
@@ -180,6 +224,19 @@ TEST(FormatLocally, capitalisesTheFirstCharacterAndEndsTheSentence)
     EXPECT_EQ(formatLocally(u"ok,"_s), u"Ok,."_s);
     EXPECT_EQ(formatLocally(u"  "_s), QString());
     EXPECT_EQ(formatLocally(u" a\n"_s), u"A."_s);
+}
+
+TEST(FormatLocally, onlyThreeCharactersEndASentence)
+{
+    for (const QString &end : {u"."_s, u"!"_s, u"?"_s}) {
+        EXPECT_EQ(formatLocally(u"so"_s + end), u"So"_s + end);
+    }
+    for (const QString &end : {u","_s, u":"_s, u"…"_s, u"~"_s, u"\""_s, u")"_s, u"。"_s}) {
+        EXPECT_EQ(formatLocally(u"so"_s + end), u"So"_s + end + u"."_s);
+    }
+    EXPECT_EQ(formatLocally(u"\u2028so\u2029"_s), u"So."_s);
+    EXPECT_EQ(formatLocally(u"one\u2028two"_s), u"One\u2028two."_s) << "what is within stays";
+    EXPECT_EQ(formatLocally(u"."_s), u"."_s);
 }
 
 TEST(FormatLocally, upperCasesOneWholeCharacter)

@@ -95,6 +95,16 @@ TEST(OutputSanitizer, dropsAPairOfQuotationMarks)
            {u"\"\"Hello.\"\""_s, u"\"Hello.\""_s},
            {u"\u201CHello.\u201D"_s, u"\u201CHello.\u201D"_s},
            {u"'Hello.'"_s, u"'Hello.'"_s},
+           {u"She said \"no\""_s, u"She said \"no\""_s},   // One at the end alone.
+           {u"\"No\" she said"_s, u"\"No\" she said"_s},   // One at the start alone.
+           {u"\"Yes\" and \"no\""_s, u"Yes\" and \"no"_s}, // Any two, matching or not.
+           {u"\u00ABHello.\u00BB"_s, u"\u00ABHello.\u00BB"_s},
+           {u"\u201EHello.\u201C"_s, u"\u201EHello.\u201C"_s},
+           {u"\u2018Hello.\u2019"_s, u"\u2018Hello.\u2019"_s},
+           {u"\uFF02Hello.\uFF02"_s, u"\uFF02Hello.\uFF02"_s},
+           {u"\"Hello.\u201D"_s, u"\"Hello.\u201D"_s},
+           {u"\"\"\""_s, u"\""_s},
+           {u"\"\u2028Hello.\u2029\""_s, u"Hello."_s},
            {u"\" Hello. \""_s, u"Hello."_s}});
 }
 

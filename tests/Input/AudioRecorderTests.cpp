@@ -82,6 +82,17 @@ TEST_F(AudioRecorderTest, canRecordAgainAfterAStop)
     EXPECT_TRUE(recorder.isRecording());
 }
 
+TEST_F(AudioRecorderTest, isRecordingFromTheEndOfAStartToTheEndOfAStop)
+{
+    std::vector<bool> seen;
+    engine->onStart = [&] { seen.push_back(recorder.isRecording()); };
+    engine->onStop = engine->onStart;
+    recorder.start([](const auto &, const auto &) {});
+    recorder.stop();
+    EXPECT_THAT(seen, ElementsAre(false, true));
+    EXPECT_FALSE(recorder.isRecording());
+}
+
 TEST_F(AudioRecorderTest, anyRateAboveZeroAndOneChannelWillDo)
 {
     engine->format = {0.5, 1, SampleType::Int16};

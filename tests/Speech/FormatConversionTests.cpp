@@ -102,6 +102,23 @@ TEST(ConversionCapacity, countsRatesUpTo1HzAs1)
     EXPECT_EQ(conversionCapacity(std::numeric_limits<double>::quiet_NaN(), 16000, 2), 33024U);
 }
 
+TEST(ConversionCapacity, countsRatesUpToOneAsOne)
+{
+    EXPECT_EQ(conversionCapacity(1.25, 12.5, 10), 1124U);
+    EXPECT_EQ(conversionCapacity(0.5, 10, 10), 1124U);
+    EXPECT_EQ(conversionCapacity(1, -0.5, 1), 1024U) << "above -1 it is cut to nothing";
+}
+
+TEST(ConversionCapacity, takesTheLastCountThatLeavesRoom)
+{
+    constexpr quint32 largest = std::numeric_limits<quint32>::max();
+    EXPECT_EQ(conversionCapacity(1, 1, largest - 1024), largest);
+    EXPECT_DEATH(conversionCapacity(1, 1, largest - 1023), "4294966272 frames leave no room for the margin\n");
+    EXPECT_DEATH(conversionCapacity(1, 1, largest), "no room for the margin");
+    EXPECT_DEATH(conversionCapacity(1, 4294967296.0, 1), "4294967296.000000 frames fit no buffer\n");
+    EXPECT_DEATH(conversionCapacity(1, -1, 1), "fit no buffer");
+}
+
 TEST(ConversionCapacityDeathTest, endsTheProcessWhenNoBufferCanHoldIt)
 {
     EXPECT_DEATH(conversionCapacity(0, 16000, 300000), "fit no buffer");

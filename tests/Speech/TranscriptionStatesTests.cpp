@@ -69,7 +69,12 @@ protected:
                     onUpdate();
                 }
             },
-            [this](const std::exception_ptr &error) { errors.push_back(localizedDescription(error)); }));
+            [this](const std::exception_ptr &error) {
+                errors.push_back(localizedDescription(error));
+                if (onError) {
+                    onError();
+                }
+            }));
     }
     std::shared_ptr<QString> stop() { return run(service->stopTranscription()); }
     std::shared_ptr<QString> cancel() { return run(service->cancelTranscription()); }
@@ -91,6 +96,7 @@ protected:
     std::shared_ptr<SpeechTranscriptionService> service = std::make_shared<SpeechTranscriptionService>(
         platform, converters, SerialExecutor::onCurrentThread(), SerialExecutor::onCurrentThread());
     std::function<void()> onUpdate;
+    std::function<void()> onError;
     std::vector<QString> updates;
     std::vector<QString> errors;
 };
@@ -287,6 +293,40 @@ TEST_F(TranscriptionStatesTest, buffersAreConvertedFromTheMicrophonesToTheAnalyz
     const std::pair formats(engine->format, *platform->format);
     EXPECT_THAT(converters->asked, ElementsAre(formats, formats)) << "none could be made, so each buffer tries again";
     EXPECT_EQ(*platform->receivedBuffers, 2);
+}
+
+TEST_F(TranscriptionStatesTest, whatIsCapturedWhileTheRecorderStartsIsConvertedAndKept)
+{
+    engine->onStart = [this] { engine->capture(silence(engine->format, 10)); };
+    EXPECT_EQ(start(), u"done"_s);
+    ASSERT_EQ(converters->asked.size(), 1U);
+    EXPECT_EQ(converters->asked.front().second, *platform->format);
+    EXPECT_EQ(*platform->receivedBuffers, 1);
+}
+
+TEST_F(TranscriptionStatesTest, stopWaitsUntilAnErrorOfTheResultsWasReported)
+{
+    start();
+    auto outcome = std::make_shared<QString>();
+    bool wasReported = false;
+    onError = [&] {
+        settle(); // Whatever could run now, runs.
+        EXPECT_EQ(*outcome, QString());
+        wasReported = true;
+    };
+    platform->resultsFailure = std::make_exception_ptr(Error(u"decoder"_s));
+    tasks.push_back(noteOutcome(service->stopTranscription(), outcome));
+    settle();
+    EXPECT_TRUE(wasReported);
+    EXPECT_EQ(*outcome, u"text: "_s);
+}
+
+TEST_F(TranscriptionStatesTest, aStoppedRecordingKeepsNothingOfThePlatforms)
+{
+    start();
+    stop();
+    EXPECT_TRUE(platform->lastAnalyzer.expired());
+    EXPECT_TRUE(platform->lastTranscriber.expired());
 }
 
 TEST_F(TranscriptionStatesTest, aServiceThatEndsFreesItsAnalyzer)

@@ -4,6 +4,7 @@
 #include "Input/AudioEngine.h"
 
 #include <exception>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,6 +17,9 @@ public:
     AudioFormat format{48000, 1, SampleType::Float32};
     std::exception_ptr tapFailure;
     std::exception_ptr startFailure;
+    /// Called within start() and stop().
+    std::function<void()> onStart;
+    std::function<void()> onStop;
     std::vector<std::string> calls;
 
     AudioFormat inputFormat() override
@@ -40,11 +44,20 @@ public:
     void start() override
     {
         calls.emplace_back("start");
+        if (onStart) {
+            onStart();
+        }
         if (startFailure) {
             std::rethrow_exception(startFailure);
         }
     }
-    void stop() override { calls.emplace_back("stop"); }
+    void stop() override
+    {
+        calls.emplace_back("stop");
+        if (onStop) {
+            onStop();
+        }
+    }
 
     bool hasTap() const { return m_handler != nullptr; }
     void capture(const std::shared_ptr<const AudioBuffer> &buffer)

@@ -47,12 +47,12 @@ const std::map<QString, QString> &reworded()
         {u"Hold fn to record and release to insert, or double-tap fn for hands-free recording (press fn again to stop). Works even when Talmo isn't the frontmost app. Requires \"Press 🌐 key to: Do Nothing\" in System Settings > Keyboard, so macOS's own Globe-key action doesn't also fire. Not yet configurable in this MVP."_s,
          u"Hold %1 to record and release to insert, or double-tap %1 for hands-free recording (press %1 again to stop). Works even when Talmo isn't the frontmost app. Other keys can be named in ~/.config/talmo/settings.json, as \"linux.standInKeys\"."_s},
         {u"Uses Apple's on-device Foundation Models to remove filler words and fix punctuation. When off, only basic local formatting is applied."_s,
-         u"Uses a language model that runs on this computer to remove filler words and fix punctuation. When off, only basic local formatting is applied."_s},
+         u"Uses a language-model server on this computer to remove filler words and fix punctuation. When off, only basic local formatting is applied."_s},
         {u"⌘,"_s, u"Ctrl+,"_s},
         {u"Audio and transcripts are processed locally on this Mac."_s,
          u"Audio and transcripts are processed locally on this computer."_s},
         {u"Talmo has no backend, no account, and no network functionality. Recording, transcription, and text cleanup all run using Apple's on-device Speech and Foundation Models frameworks. Nothing you say or type is sent anywhere."_s,
-         u"Talmo has no backend, no account, and no network functionality. Recording, transcription, and text cleanup all run on this computer, with a recognizer and, where there is one, a language model of its own. Nothing you say or type is sent anywhere."_s},
+         u"Talmo has no backend and no account. Recording and transcription run on this computer. With AI cleanup on, the text is handed to a language-model server on this computer, if one is running, and to nothing else. Talmo itself uses the internet only for the one-time download of a speech model."_s},
     };
     return texts;
 }

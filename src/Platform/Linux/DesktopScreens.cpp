@@ -65,6 +65,13 @@ Screen describe(const QScreen &screen, const QList<Strut> &struts)
 
 } // namespace
 
+DesktopScreens::DesktopScreens()
+{
+    if (qGuiApp != nullptr) {
+        connect(qGuiApp, &QGuiApplication::screenAdded, this, [this] { Q_EMIT screenAdded(); });
+    }
+}
+
 QList<Screen> DesktopScreens::screens() const
 {
     const auto struts = readStruts();

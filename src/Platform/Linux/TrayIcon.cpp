@@ -201,7 +201,7 @@ void TrayIcon::setSymbol(const QString &symbol)
 
 void TrayIcon::setMenu(const MenuContents &contents)
 {
-    m_toolTip = contents.title;
+    m_toolTip = contents.toolTip();
     if (m_icon) {
         m_icon->setToolTip(m_toolTip);
     }

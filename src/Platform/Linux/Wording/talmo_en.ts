@@ -97,7 +97,7 @@
     </message>
     <message>
         <source>Uses Apple&apos;s on-device Foundation Models to remove filler words and fix punctuation. When off, only basic local formatting is applied.</source>
-        <translation>Uses a language model that runs on this computer to remove filler words and fix punctuation. When off, only basic local formatting is applied.</translation>
+        <translation>Uses a language-model server on this computer to remove filler words and fix punctuation. When off, only basic local formatting is applied.</translation>
     </message>
     <message>
         <source>Actively trims filler, redundancy, and hedging instead of just lightly cleaning up your wording. Off by default since it rewrites more than Talmo normally does.</source>
@@ -241,7 +241,7 @@
     </message>
     <message>
         <source>Talmo has no backend, no account, and no network functionality. Recording, transcription, and text cleanup all run using Apple&apos;s on-device Speech and Foundation Models frameworks. Nothing you say or type is sent anywhere.</source>
-        <translation>Talmo has no backend, no account, and no network functionality. Recording, transcription, and text cleanup all run on this computer, with a recognizer and, where there is one, a language model of its own. Nothing you say or type is sent anywhere.</translation>
+        <translation>Talmo has no backend and no account. Recording and transcription run on this computer. With AI cleanup on, the text is handed to a language-model server on this computer, if one is running, and to nothing else. Talmo itself uses the internet only for the one-time download of a speech model.</translation>
     </message>
     <message>
         <source>Microphone</source>
