@@ -84,7 +84,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
     constexpr auto deadline = std::chrono::seconds(5);
     auto reply = isPost ? world->http.postJson(url, "{}", deadline) : world->http.get(url, deadline);
     // Qt waits on for some damaged answers after their end; those the deadline ends, which comes in virtual time.
-    if (!rig::waitUntil([&reply] { return reply.isFinished(); }, std::chrono::milliseconds(200))) {
+    if (!rig::waitUntil([&reply] { return reply.isFinished(); }, std::chrono::milliseconds(20))) {
         world->clock->advance(deadline);
     }
     require(reply.isFinished());
