@@ -8,7 +8,7 @@ endif()
 add_library(TalmoOptions INTERFACE)
 target_compile_options(TalmoOptions INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor -Woverloaded-virtual
-  -Wold-style-cast -Wcast-align -Wimplicit-fallthrough -Werror)
+  -Wold-style-cast -Wcast-align -Wimplicit-fallthrough -Werror -pthread)
 target_compile_definitions(TalmoOptions INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS QT_STRICT_ITERATORS)
 target_include_directories(TalmoOptions INTERFACE ${CMAKE_SOURCE_DIR}/src)
