@@ -166,11 +166,7 @@ QCoro::Task<int> runUse(Invocation invocation)
     } else {
         const UserSettings settings;
         settings.defaults->set(LinuxSettings::speechEngineKey(), choice);
-        co_await settings.defaults->written();
-        const UserSettings again;
-        if (LinuxSettings::read(*again.defaults).speechEngine != choice) {
-            throw Error(QStringLiteral("the settings could not be written"));
-        }
+        co_await settings.defaults->saved();
     }
     writeLine(QStringLiteral("From the next recording on: %1.").arg(choice));
     co_return EXIT_SUCCESS;

@@ -8,11 +8,16 @@
 #include <QCoro/QCoroFuture>
 
 #include <memory>
+#include <stop_token>
 #include <utility>
 
 namespace talmo {
 
 namespace {
+
+constexpr qsizetype mostClients = 32;
+/// From the connection to the end of the request. Local programs need milliseconds, even for the longest text.
+constexpr Duration longestRequestTime = std::chrono::seconds(5);
 
 void writeAndClose(QLocalSocket &socket, const QByteArray &answer)
 {
@@ -34,8 +39,9 @@ QByteArray answerWithDictation(const std::optional<QString> &text)
 
 } // namespace
 
-ControlServer::ControlServer(Actions actions)
-    : m_actions(std::move(actions))
+ControlServer::ControlServer(Actions actions, std::shared_ptr<Clock> clock)
+    : m_actions(std::move(actions)),
+      m_clock(std::move(clock))
 {
     m_server.setSocketOptions(QLocalServer::UserAccessOption);
     connect(&m_server, &QLocalServer::newConnection, this, &ControlServer::accept);
@@ -55,21 +61,56 @@ void ControlServer::accept()
 {
     while (auto *socket = m_server.nextPendingConnection()) {
         socket->setParent(this);
-        socket->setReadBufferSize(ControlSocket::largestRequest);
         connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
-        const auto request = std::make_shared<QByteArray>();
-        connect(socket, &QLocalSocket::readyRead, this, [this, socket, request] {
-            const bool isComplete = request->endsWith('\n');
-            request->append(socket->readAll());
-            if (isComplete) {
-                return; // One request a connection; what follows is nothing.
-            }
-            if (request->endsWith('\n')) {
-                serve(*socket, *request);
-            } else if (request->size() > ControlSocket::largestRequest) {
-                answerAndClose(*socket, QStringLiteral("The text is too long."));
-            }
-        });
+        if (!ControlSocket::isOwnUser(*socket)) {
+            generalLog().error("A program of another user was turned away from the control socket.");
+            socket->abort();
+        } else if (findChildren<QLocalSocket *>(Qt::FindDirectChildrenOnly).size() > mostClients) {
+            generalLog().error("There are too many clients at the control socket; one was turned away.");
+            socket->abort(); // Its request is not read, so no answer would reach it either.
+        } else {
+            listenTo(*socket);
+        }
+    }
+}
+
+/// One request a connection; whatever follows it is read and dropped.
+void ControlServer::listenTo(QLocalSocket &socket)
+{
+    socket.setReadBufferSize(ControlSocket::largestRequest);
+    const auto request = std::make_shared<QByteArray>();
+    const std::stop_source over;
+    connect(&socket, &QLocalSocket::readyRead, this, [this, &socket, request, over]() mutable {
+        const QByteArray bytes = socket.readAll();
+        if (over.stop_requested()) {
+            return;
+        }
+        request->append(bytes);
+        const bool isTooLong = request->size() > ControlSocket::largestRequest;
+        if (!isTooLong && !request->endsWith('\n')) {
+            return;
+        }
+        over.request_stop();
+        const QByteArray whole = std::exchange(*request, {});
+        if (isTooLong) {
+            answerAndClose(socket, QStringLiteral("The text is too long."));
+        } else {
+            serve(socket, whole);
+        }
+    });
+    connect(&socket, &QObject::destroyed, [over]() mutable { over.request_stop(); });
+    logEscapes(hangUpAt(&socket, m_clock->sleep(longestRequestTime, over.get_token())));
+}
+
+QCoro::Task<void> ControlServer::hangUpAt(QPointer<QLocalSocket> socket, QFuture<void> deadline)
+{
+    try {
+        co_await deadline;
+    } catch (const Cancelled &) {
+        co_return; // The request came, or the client went.
+    }
+    if (socket) {
+        answerAndClose(*socket, QStringLiteral("The request took too long to arrive."));
     }
 }
 
@@ -81,8 +122,7 @@ void ControlServer::serve(QLocalSocket &socket, const QByteArray &request)
         return;
     }
     if (const auto choice = ControlSocket::recogniserToUse(request)) {
-        m_actions.chooseRecogniser(*choice);
-        answerAndClose(socket, std::nullopt);
+        logEscapes(serveAction(&socket, *choice, m_actions.chooseRecogniser));
         return;
     }
     if (const auto isRaw = ControlSocket::asksForLastDictation(request)) {
@@ -98,7 +138,7 @@ void ControlServer::serve(QLocalSocket &socket, const QByteArray &request)
         answerAndClose(socket, QStringLiteral("Talmo does not know this request."));
         return;
     }
-    logEscapes(serveInsertion(&socket, *text, m_actions.insert));
+    logEscapes(serveAction(&socket, *text, m_actions.insert));
 }
 
 QCoro::Task<void> ControlServer::serveClipboard(QPointer<QLocalSocket> socket, QFuture<bool> done)
@@ -110,11 +150,11 @@ QCoro::Task<void> ControlServer::serveClipboard(QPointer<QLocalSocket> socket, Q
     }
 }
 
-QCoro::Task<void> ControlServer::serveInsertion(QPointer<QLocalSocket> socket, QString text, Insert insert)
+QCoro::Task<void> ControlServer::serveAction(QPointer<QLocalSocket> socket, QString text, Insert action)
 {
     std::optional<QString> problem;
     try {
-        co_await insert(text);
+        co_await action(text);
     } catch (const Error &error) {
         problem = error.localizedDescription();
     }

@@ -1,12 +1,17 @@
 #include "Platform/Linux/ControlSocket.h"
 
 #include "Base/Error.h"
+#include "Base/Log.h"
 
+#include <QDeadlineTimer>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLocalSocket>
 #include <QStandardPaths>
 #include <QUrl>
+
+#include <sys/socket.h>
+#include <unistd.h>
 
 namespace talmo::ControlSocket {
 
@@ -106,6 +111,14 @@ bool asksForEarlierClipboard(const QByteArray &request)
     return QJsonDocument::fromJson(request).object().value(commandKey) == earlierClipboardCommand;
 }
 
+bool isOwnUser(const QLocalSocket &socket)
+{
+    ucred peer{};
+    socklen_t size = sizeof(peer);
+    return ::getsockopt(static_cast<int>(socket.socketDescriptor()), SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 &&
+           peer.uid == ::geteuid();
+}
+
 std::optional<QByteArray> exchange(const QByteArray &request, int connectPatience, int answerPatience)
 {
     QLocalSocket socket;
@@ -113,10 +126,19 @@ std::optional<QByteArray> exchange(const QByteArray &request, int connectPatienc
     if (!socket.waitForConnected(connectPatience)) {
         return std::nullopt;
     }
+    if (!isOwnUser(socket)) {
+        generalLog().error("A program of another user listens at %@; nothing was sent to it.", {path()});
+        return std::nullopt;
+    }
     socket.write(request);
+    const QDeadlineTimer deadline(answerPatience);
     QByteArray received;
-    while (!received.endsWith('\n') && (socket.bytesAvailable() > 0 || socket.waitForReadyRead(answerPatience))) {
+    while (!received.endsWith('\n') && !deadline.hasExpired() &&
+           (socket.bytesAvailable() > 0 || socket.waitForReadyRead(static_cast<int>(deadline.remainingTime())))) {
         received += socket.readAll();
+        if (received.size() > largestRequest) {
+            return QByteArray();
+        }
     }
     return received;
 }

@@ -5,13 +5,15 @@
 
 #include <optional>
 
+class QLocalSocket;
+
 namespace talmo {
 
 /// How other programs of this user talk to the Talmo that runs on this display: a socket, one request and one answer a
 /// connection, each a line of JSON.
 namespace ControlSocket {
 
-/// Larger requests are refused.
+/// Larger requests and answers are refused.
 inline constexpr qint64 largestRequest = qint64(16) * 1024 * 1024;
 
 /// The socket's file, in the user's private folder for such things. One for each display, since a window of another
@@ -42,8 +44,11 @@ std::optional<bool> asksForLastDictation(const QByteArray &request);
 QByteArray earlierClipboardRequest();
 bool asksForEarlierClipboard(const QByteArray &request);
 
-/// Sends a request to the Talmo that runs here and waits for the answer, as many milliseconds as it is told to; none
-/// when nobody listens. An answer that does not come is an empty one.
+/// Whether this very user runs the program at the other end of a connected socket, as the kernel vouches for it.
+bool isOwnUser(const QLocalSocket &socket);
+
+/// Sends a request to the Talmo that runs here and waits for the whole answer, as many milliseconds as it is told to;
+/// none when nobody listens, or somebody else does. An answer that does not come in that time is an empty one.
 std::optional<QByteArray> exchange(const QByteArray &request, int connectPatience, int answerPatience);
 
 QByteArray answer(const std::optional<QString> &error);

@@ -1,5 +1,6 @@
 #include "Platform/Linux/JsonUserDefaults.h"
 
+#include "Base/Error.h"
 #include "Platform/Linux/SettingsFile.h"
 
 #include <QJsonArray>
@@ -101,6 +102,15 @@ void JsonUserDefaults::registerDefault(const QString &key, const DefaultsValue &
 QFuture<void> JsonUserDefaults::written() const
 {
     return m_writer->call([] {});
+}
+
+QFuture<void> JsonUserDefaults::saved() const
+{
+    return m_writer->call([file = m_file] {
+        if (!file->isAllWritten()) {
+            throw Error(QStringLiteral("The settings could not be saved. Is the disk full?"));
+        }
+    });
 }
 
 } // namespace talmo

@@ -31,6 +31,9 @@ public:
     /// Finishes once everything set so far has been written, or has failed to be.
     QFuture<void> written() const;
 
+    /// The same, but fails with Error, fit for the user, while anything set so far is not on the disk.
+    QFuture<void> saved() const;
+
 private:
     QJsonValue find(const QString &key, bool (*isOfType)(const QJsonValue &)) const;
 

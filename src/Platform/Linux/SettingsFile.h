@@ -23,6 +23,9 @@ public:
     /// the next call. What stands in the file is at all times either the old or the new content.
     void write(const QJsonObject &changes, const QJsonObject &all);
 
+    /// False from a write that failed until one that did not.
+    bool isAllWritten() const { return m_unwritten.isEmpty(); }
+
 private:
     std::optional<QJsonObject> load();
     void setAside();

@@ -74,6 +74,15 @@ const char *lossNotice(SelectionReading::Loss loss)
     return QT_TRANSLATE_NOOP("Talmo", "Part of the clipboard is gone: its program did not hand it over in time.");
 }
 
+/// The recogniser is another one even where the choice cannot be saved; then whoever asked hears of that.
+QCoro::Task<void> chooseRecogniser(std::shared_ptr<LinuxRecogniserSettings> recogniser,
+                                   std::shared_ptr<JsonUserDefaults> defaults, QString id)
+{
+    recogniser->choose(id);
+    const auto saving = defaults->saved();
+    co_await saving;
+}
+
 bool isApplicationActive()
 {
     return QGuiApplication::focusWindow() != nullptr;
@@ -243,12 +252,14 @@ void TalmoApp::listenForOthers()
     ControlServer::Actions actions;
     actions.insert = [insertion = m_insertion](const QString &text) { return insertion->insert(text); };
     actions.openSettings = [this] { m_interface->openSettings(); };
-    actions.chooseRecogniser = [recogniser = m_recogniserSettings](const QString &id) { recogniser->choose(id); };
+    actions.chooseRecogniser = [recogniser = m_recogniserSettings, defaults = m_defaults](const QString &id) {
+        return chooseRecogniser(recogniser, defaults, id);
+    };
     actions.lastDictation = [recovery = m_recovery](bool isRaw) {
         return isRaw ? recovery->lastRawText() : recovery->lastText();
     };
     actions.putEarlierClipboardBack = [recovery = m_recovery] { return recovery->putEarlierClipboardBack(); };
-    m_control = std::make_unique<ControlServer>(std::move(actions));
+    m_control = std::make_unique<ControlServer>(std::move(actions), m_clock);
     m_control->listen(ControlSocket::path());
 }
 

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include <unistd.h>
+
+namespace talmo::test {
+
+/// Lets this process act as an ordinary user other than itself while it lives. Only root may do so.
+class AnotherUser {
+public:
+    static constexpr uid_t id = 12345;
+
+    static bool isPossible() { return geteuid() == 0; }
+
+    AnotherUser()
+    {
+        if (seteuid(id) != 0) {
+            ADD_FAILURE() << "cannot be somebody else";
+        }
+    }
+    ~AnotherUser()
+    {
+        if (seteuid(0) != 0) {
+            std::abort();
+        }
+    }
+    AnotherUser(const AnotherUser &) = delete;
+    AnotherUser &operator=(const AnotherUser &) = delete;
+};
+
+} // namespace talmo::test
