@@ -2,6 +2,7 @@
 
 #include "Settings/TextTone.h"
 #include "UI/Appearance.h"
+#include "UI/EditingServerRow.h"
 #include "UI/KeyCap.h"
 #include "UI/Picker.h"
 #include "UI/RecogniserSection.h"
@@ -83,6 +84,8 @@ void GeneralSettingsTab::buildCleanup(QVBoxLayout &layout)
                                      Wording::text(aiCleanupCaption));
     m_warning = new WarningRow;
     section->addWidget(m_warning, SettingsSection::toggleIndent());
+    m_server = new EditingServerRow;
+    section->addWidget(m_server, SettingsSection::toggleIndent());
     section->addSeparator();
     m_conciseText = section->addToggle(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Concise text")),
                                        Wording::text(conciseTextCaption));
@@ -139,6 +142,8 @@ void GeneralSettingsTab::reread()
     }
     const auto message = m_context.unavailabilityMessage();
     m_warning->setText(message ? Wording::text(*message) : QString());
+    m_server->setServer(m_context.editingServer ? m_context.editingServer() : EditingServer(),
+                        settings.aiCleanupEnabled());
 }
 
 } // namespace talmo

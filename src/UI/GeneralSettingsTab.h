@@ -11,6 +11,7 @@ class QVBoxLayout;
 
 namespace talmo {
 
+class EditingServerRow;
 class KeyCap;
 class TintedLabel;
 class WarningRow;
@@ -33,6 +34,7 @@ private:
     TintedLabel *m_shortcutCaption = nullptr;
     QCheckBox *m_aiCleanup = nullptr;
     WarningRow *m_warning = nullptr;
+    EditingServerRow *m_server = nullptr;
     QCheckBox *m_conciseText = nullptr;
     QComboBox *m_tone = nullptr;
     QCheckBox *m_launchAtLogin = nullptr;

@@ -4,6 +4,7 @@
 #include "App/TalmoCoordinator.h"
 #include "Input/PermissionsManager.h"
 #include "Settings/TalmoSettings.h"
+#include "UI/EditingServer.h"
 #include "UI/PasswordFieldSettings.h"
 #include "UI/RecogniserSettings.h"
 
@@ -25,6 +26,8 @@ struct ViewContext {
     std::function<std::optional<QString>()> unavailabilityMessage;
     /// Has that looked up anew; finishes when it has been. Never fails.
     std::function<QFuture<void>()> refreshAvailability;
+    /// Who gets the text. Never waits. Empty on a system that has no servers for that.
+    std::function<EditingServer()> editingServer;
     /// Null on a system that has one recogniser and nothing to choose.
     std::shared_ptr<RecogniserSettings> recogniser;
     /// Null on a system that cannot tell password fields from others.

@@ -2,6 +2,7 @@
 #include "Base/Text.h"
 #include "Cleanup/CleanupInstructions.h"
 #include "Cleanup/TextCleanupService.h"
+#include "Platform/Linux/LinuxServerTrust.h"
 #include "Platform/Linux/LinuxSettings.h"
 #include "Platform/Linux/TimerFdClock.h"
 #include "Platform/ModelServer/LoopbackLanguageModel.h"
@@ -35,8 +36,8 @@ QCoro::Task<QString> cleanedText(QString transcript, bool usesModel, UserSetting
     if (!usesModel) {
         configuration.address = QStringLiteral("off");
     }
-    const auto model =
-        std::make_shared<LoopbackLanguageModel>(configuration, executor, std::make_shared<TimerFdClock>());
+    const auto model = std::make_shared<LoopbackLanguageModel>(
+        configuration, executor, std::make_shared<TimerFdClock>(), std::make_shared<LinuxServerTrust>());
     TextCleanupService service(executor, model);
     if (usesModel) {
         co_await model->refresh();

@@ -19,6 +19,18 @@ namespace {
 using testing::IsEmpty;
 using testing::SizeIs;
 
+class FakeTrust final : public ServerTrust {
+public:
+    bool answer = true;
+    mutable std::vector<Endpoint> asked;
+
+    bool isTrusted(const Endpoint &at, const Endpoint & /*client*/) const override
+    {
+        asked.push_back(at);
+        return answer;
+    }
+};
+
 /// A real server in a process of its own; only time is virtual, so that nobody waits ten seconds for a server that
 /// hangs. Everything runs on the test's thread.
 class LoopbackLanguageModelTest : public testing::Test {
@@ -27,14 +39,15 @@ protected:
     TestModelServer server;
     std::shared_ptr<ManualClock> clock = std::make_shared<ManualClock>();
     std::shared_ptr<SerialExecutor> executor = SerialExecutor::onCurrentThread();
+    std::shared_ptr<FakeTrust> trust = std::make_shared<FakeTrust>();
     std::shared_ptr<LoopbackLanguageModel> model = makeModel(server.address());
 
     ~LoopbackLanguageModelTest() override { EXPECT_TRUE(waitFor(model->shutDown())); }
 
     std::shared_ptr<LoopbackLanguageModel> makeModel(const QString &address, const QString &name = {})
     {
-        return std::make_shared<LoopbackLanguageModel>(LoopbackLanguageModel::Configuration{address, name}, executor,
-                                                       clock);
+        return std::make_shared<LoopbackLanguageModel>(
+            LoopbackLanguageModel::Configuration{address, name, {server.port()}}, executor, clock, trust);
     }
     std::optional<UnavailableReason> refreshed()
     {
@@ -57,14 +70,34 @@ protected:
     }
     QString cleaned(const QString &transcript)
     {
+        const auto result = cleaning(transcript);
+        EXPECT_TRUE(waitFor([&result] { return result->has_value(); }));
+        return result->value_or(QString());
+    }
+    /// The text, once there is one.
+    std::shared_ptr<std::optional<QString>> cleaning(const QString &transcript)
+    {
+        auto result = std::make_shared<std::optional<QString>>();
         TextCleanupService service(executor, model);
-        std::optional<QString> result;
-        auto task =
-            service.cleanup(transcript, true, false, TextTone::Standard, {}).then([&result](const QString &text) {
-                result = text;
-            });
-        EXPECT_TRUE(waitFor([&result] { return result.has_value(); }));
-        return result.value_or(QString());
+        service.cleanup(transcript, true, false, TextTone::Standard, {}).then([result](const QString &text) {
+            *result = text;
+        });
+        return result;
+    }
+    /// One request at a time, each held until it is let go by its name.
+    void beSlow(bool isAlone, const QStringList &names)
+    {
+        QJsonArray rules;
+        for (const auto &name : names) {
+            rules.append(QJsonObject{{u"when"_s, name}, {u"answer"_s, u"Edited %1."_s.arg(name)}, {u"held"_s, name}});
+        }
+        server.behave({{u"slots"_s, 1}, {u"alone"_s, isAlone}, {u"chat"_s, rules}});
+    }
+    void letGo(const QStringList &names) { server.behave({{u"free"_s, QJsonArray::fromStringList(names)}}); }
+    bool logSays(const QString &text) const
+    {
+        const auto lines = log.lines();
+        return std::any_of(lines.begin(), lines.end(), [&text](const QString &line) { return line.contains(text); });
     }
 };
 
@@ -229,16 +262,17 @@ TEST_F(LoopbackLanguageModelTest, everyFaultEndsInLocalFormatting)
         {{u"fault"_s, u"reset"_s}},
         {{u"fault"_s, u"close"_s}},
         {{u"fault"_s, u"huge"_s}},
+        {{u"fault"_s, u"header"_s}},
+        {{u"fault"_s, u"headers"_s}},
+        {{u"fault"_s, u"chunks"_s}},
+        {{u"answer"_s, u"Hello. "_s.repeated(500)}},
     };
     for (const auto &rule : rules) {
         ASSERT_EQ(refreshed(), std::nullopt);
         server.answerWith(rule);
         const auto before = server.chats().size();
         EXPECT_EQ(cleaned(u"hello world"_s), u"Hello world."_s) << QJsonDocument(rule).toJson().toStdString();
-        // A connection that was kept and is closed without a word is tried anew, as HTTP has it.
-        if (rule.value(u"fault"_s) != u"close"_s) {
-            EXPECT_EQ(server.chats().size(), before + 1) << "asked once, and not again";
-        }
+        EXPECT_EQ(server.chats().size(), before + 1) << "asked once, and not again";
     }
 }
 
@@ -289,13 +323,137 @@ TEST_F(LoopbackLanguageModelTest, textWithTagsFencesAndPreamblesIsSanitised)
     }
 }
 
-TEST_F(LoopbackLanguageModelTest, theSecondAnswerMayComeFirst)
+TEST_F(LoopbackLanguageModelTest, controlCharactersAreStrippedFromAnswers)
 {
     ASSERT_EQ(refreshed(), std::nullopt);
-    server.behave(
-        {{u"chat"_s, QJsonArray{QJsonObject{{u"when"_s, u"one"_s}, {u"answer"_s, u"First."_s}, {u"after"_s, u"two"_s}},
-                                QJsonObject{{u"when"_s, u"two"_s}, {u"answer"_s, u"Second."_s}}}}});
-    EXPECT_EQ(cleaned(u"one new paragraph two"_s), u"First.\n\nSecond."_s);
+    server.answerWith({{u"answer"_s, u"Hello\u001b[31m,\r\nwor\u202eld\u0007."_s}});
+    EXPECT_EQ(cleaned(u"hello"_s), u"Hello[31m,\nworld."_s);
+}
+
+TEST_F(LoopbackLanguageModelTest, paragraphsAreEditedOneAfterAnotherWithTenSecondsEach)
+{
+    ASSERT_EQ(refreshed(), std::nullopt);
+    beSlow(false, {u"one"_s, u"two"_s, u"three"_s});
+    const auto text = cleaning(u"one new paragraph two new paragraph three"_s);
+    for (const auto &name : {u"one"_s, u"two"_s, u"three"_s}) {
+        const auto count = name == u"one"_s ? 1U : name == u"two"_s ? 2U : 3U;
+        ASSERT_TRUE(server.waitForChats(count));
+        clock->advance(std::chrono::seconds(9));
+        EXPECT_EQ(server.chats().size(), count) << "the next one is not sent before";
+        letGo({u"one"_s, count > 1 ? u"two"_s : QString(), count > 2 ? u"three"_s : QString()});
+        ASSERT_TRUE(waitFor([&] { return text->has_value() || server.chats().size() > count; }));
+    }
+    EXPECT_EQ(text->value_or(QString()), u"Edited one.\n\nEdited two.\n\nEdited three."_s);
+}
+
+TEST_F(LoopbackLanguageModelTest, slowParagraphCostsNoOtherItsEditing)
+{
+    ASSERT_EQ(refreshed(), std::nullopt);
+    beSlow(true, {u"one"_s, u"two"_s});
+    const auto text = cleaning(u"one new paragraph two"_s);
+    ASSERT_TRUE(server.waitForChats(1));
+    const auto looks = server.requests().size();
+    clock->advance(std::chrono::seconds(10));
+    // The server still edits what nobody waits for any more, and says nothing.
+    ASSERT_TRUE(waitFor([&] { return server.requests().size() > looks; }));
+    clock->advance(std::chrono::seconds(1));
+    ASSERT_TRUE(waitFor([&] { return server.requests().size() > looks + 1; }));
+    EXPECT_EQ(server.chats().size(), 1U);
+    letGo({u"one"_s, u"two"_s});
+    ASSERT_TRUE(waitFor([&] { return text->has_value(); }));
+    EXPECT_EQ(text->value_or(QString()), u"One.\n\nEdited two."_s);
+}
+
+TEST_F(LoopbackLanguageModelTest, hungServerCostsTwentySecondsHoweverManyParagraphsWait)
+{
+    ASSERT_EQ(refreshed(), std::nullopt);
+    beSlow(true, {u"one"_s});
+    const auto text = cleaning(u"one new line one new line one new line one"_s);
+    ASSERT_TRUE(server.waitForChats(1));
+    const Instant begin = clock->now();
+    while (!text->has_value() && clock->now() - begin < std::chrono::minutes(1)) {
+        ASSERT_TRUE(waitFor([&] { return text->has_value() || clock->sleeperCount() > 0; }));
+        clock->advance(std::chrono::seconds(1));
+    }
+    EXPECT_EQ(text->value_or(QString()), u"One.\nOne.\nOne.\nOne."_s);
+    EXPECT_LE(clock->now() - begin, std::chrono::seconds(21));
+    EXPECT_EQ(server.chats().size(), 1U);
+}
+
+TEST_F(LoopbackLanguageModelTest, lookWhileTheServerEditsDoesNotTakeItForGone)
+{
+    ASSERT_EQ(refreshed(), std::nullopt);
+    beSlow(true, {u"one"_s});
+    const auto text = cleaning(u"one"_s);
+    ASSERT_TRUE(server.waitForChats(1));
+    const auto looks = server.requests().size();
+    const auto looking = model->refresh();
+    ASSERT_TRUE(waitFor([&] { return server.requests().size() > looks; }));
+    clock->advance(std::chrono::seconds(1));
+    ASSERT_TRUE(waitFor(looking));
+    EXPECT_EQ(model->unavailableReason(), std::nullopt);
+    letGo({u"one"_s});
+    ASSERT_TRUE(waitFor([&] { return text->has_value(); }));
+    EXPECT_EQ(text->value_or(QString()), u"Edited one."_s);
+}
+
+TEST_F(LoopbackLanguageModelTest, cancellingEndsEveryRequestAtOnce)
+{
+    ASSERT_EQ(refreshed(), std::nullopt);
+    beSlow(false, {u"one"_s});
+    const auto text = cleaning(u"one new line one new line one"_s);
+    ASSERT_TRUE(server.waitForChats(1));
+    EXPECT_TRUE(waitFor(model->cancelRequests()));
+    ASSERT_TRUE(waitFor([&] { return text->has_value(); }));
+    EXPECT_EQ(text->value_or(QString()), u"One.\nOne.\nOne."_s);
+    EXPECT_EQ(server.chats().size(), 1U);
+    server.behave({{u"slots"_s, 0}, {u"chat"_s, QJsonArray{QJsonObject{{u"answer"_s, u"Hello."_s}}}}});
+    EXPECT_EQ(cleaned(u"hello"_s), u"Hello."_s) << "the next dictation is edited again";
+    EXPECT_EQ(server.chats().size(), 2U);
+}
+
+TEST_F(LoopbackLanguageModelTest, foundServerIsSentNothingUnlessItIsTrusted)
+{
+    trust->answer = false;
+    model = makeModel({});
+    EXPECT_EQ(refreshed(), UnavailableReason::Other);
+    EXPECT_TRUE(model->description().contains(u"another user"_s)) << model->description().toStdString();
+    EXPECT_EQ(model->server().refused, QStringList{u"127.0.0.1:%1"_s.arg(server.port())});
+    EXPECT_EQ(model->server().model, QString());
+    EXPECT_TRUE(logSays(u"general error: language model: another user's program answers"_s));
+    EXPECT_EQ(cleaned(u"hello"_s), u"Hello."_s);
+    EXPECT_THAT(server.requests(), IsEmpty());
+    ASSERT_FALSE(trust->asked.empty());
+    EXPECT_EQ(trust->asked.front().port, server.port());
+}
+
+TEST_F(LoopbackLanguageModelTest, trustIsAskedForAgainBeforeEachTextIsSent)
+{
+    model = makeModel({});
+    ASSERT_EQ(refreshed(), std::nullopt);
+    trust->answer = false;
+    EXPECT_TRUE(outcome(ask()).contains(u"another user"_s));
+    EXPECT_THAT(server.chats(), IsEmpty());
+    EXPECT_TRUE(waitFor([this] { return model->unavailableReason() == UnavailableReason::Other; }));
+    EXPECT_EQ(model->server().model, QString());
+}
+
+TEST_F(LoopbackLanguageModelTest, serverNamedInTheSettingsIsTrusted)
+{
+    trust->answer = false;
+    EXPECT_EQ(refreshed(), std::nullopt);
+    EXPECT_TRUE(trust->asked.empty());
+}
+
+TEST_F(LoopbackLanguageModelTest, tellsWhichServerAndModelGetTheText)
+{
+    server.behave({{u"models"_s, QJsonArray{u"qwen\u001b\u202e2.5"_s}}});
+    EXPECT_EQ(refreshed(), std::nullopt);
+    EXPECT_EQ(model->server().model, u"qwen2.5"_s);
+    EXPECT_EQ(model->server().place, u"127.0.0.1:%1"_s.arg(server.port()));
+    server.kill();
+    refreshed();
+    EXPECT_EQ(model->server().place, QString());
 }
 
 TEST_F(LoopbackLanguageModelTest, manySegmentsAreMoreThanTheConnections)

@@ -9,10 +9,16 @@ it has sent to the end. Each line on its standard input is a JSON object whose m
   chat     what POST /v1/chat/completions gives: a list of rules; the first whose "when" the user's message contains
            counts. A rule is an answer {"answer": TEXT, "finish_reason": …} or a fault
 
+  slots  0 for as many at a time as come, 1 to answer one chat request at a time, in whatever order
+  alone  with one slot: nothing else is answered meanwhile either
+  free   the names for which rules need not wait any longer
+
 A fault: {"status": N, "body": TEXT, "type": …, "headers": {…}}, or {"fault": "hang" | "drip" | "close" | "reset" |
-"huge" | "truncate"}. A rule with "after": TEXT waits until a request with that text in it has been answered.
+"huge" | "truncate" | "header" | "headers" | "chunks"}: the last three never end. A rule with "held": NAME waits until
+"free" has that name, whether its client is still there or not.
 """
 
+import contextlib
 import http.server
 import json
 import socket
@@ -20,8 +26,9 @@ import struct
 import sys
 import threading
 
-behaviour = {"models": ["test-model"], "health": 404, "chat": [{"answer": "Hello from the model."}]}
-answered = []
+behaviour = {"models": ["test-model"], "health": 404, "chat": [{"answer": "Hello from the model."}], "slots": 0,
+             "alone": False, "free": []}
+slot = threading.Lock()
 changed = threading.Condition()
 
 
@@ -70,6 +77,11 @@ class Handler(http.server.BaseHTTPRequestHandler):
             self.wfile.write(b"HTTP/1.1 200 OK\r\nContent-Length: 52428800\r\n\r\n")
             for _ in range(50):
                 self.wfile.write(b" " * 1048576)
+        elif fault in ("header", "headers", "chunks"):
+            self.wfile.write(b"HTTP/1.1 200 OK\r\n" + (b"Transfer-Encoding: chunked\r\n\r\n" if fault == "chunks" else b""))
+            piece = {"header": b"x" * 65536, "headers": b"X-More: and more\r\n" * 4096, "chunks": b"1;y\r\n \r\n" * 8192}
+            while True:
+                self.wfile.write(piece[fault])
         elif fault == "close":
             pass
         else:
@@ -77,6 +89,10 @@ class Handler(http.server.BaseHTTPRequestHandler):
 
     def do_GET(self):
         say("request", {"path": self.path, "headers": dict(self.headers)})
+        with slot if behaviour["alone"] else contextlib.nullcontext():
+            self.get()
+
+    def get(self):
         wanted = behaviour["models" if self.path.endswith("/models") else "health"]
         if self.path.endswith("/models") and isinstance(wanted, list):
             self.send(200, json.dumps({"object": "list", "data": [{"id": name, "object": "model"} for name in wanted]}))
@@ -90,15 +106,16 @@ class Handler(http.server.BaseHTTPRequestHandler):
         say("request", {"path": self.path, "headers": dict(self.headers), "body": body})
         message = json.loads(body)["messages"][-1]["content"]
         rule = next(rule for rule in behaviour["chat"] if rule.get("when", "") in message)
+        with slot if behaviour["slots"] == 1 else contextlib.nullcontext():
+            self.chat(rule, message)
+
+    def chat(self, rule, message):
         with changed:
-            changed.wait_for(lambda: "after" not in rule or any(rule["after"] in text for text in answered))
+            changed.wait_for(lambda: rule.get("held") in [None, *behaviour["free"]])
         if "answer" in rule and "fault" not in rule:
             self.send(200, completion(rule))
         else:
             self.misbehave(rule)
-        with changed:
-            answered.append(message)
-            changed.notify_all()
         say("answered", {"message": message})
 
 
@@ -125,7 +142,9 @@ def main():
     threading.Thread(target=server.serve_forever, daemon=True).start()
     print("listening", server.server_address[1], flush=True)
     for line in sys.stdin:
-        behaviour.update(json.loads(line))
+        with changed:
+            behaviour.update(json.loads(line))
+            changed.notify_all()
         print("behaving", flush=True)
 
 

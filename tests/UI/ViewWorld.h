@@ -52,8 +52,10 @@ public:
                     ++availabilityRefreshes;
                     return ready();
                 },
+                [this] { return server; },
                 recogniser,
-                passwordFields};
+                passwordFields,
+                nullptr};
     }
 
     TalmoCoordinator &coordinator() { return *world.coordinator; }
@@ -121,6 +123,7 @@ public:
     int availabilityRefreshes = 0;
     std::shared_ptr<Completion<QString>> stopped;
     std::shared_ptr<Completion<void>> inserted;
+    EditingServer server;
     std::shared_ptr<RecogniserSettings> recogniser;
     std::shared_ptr<PasswordFieldSettings> passwordFields;
     RecordingWorld world;

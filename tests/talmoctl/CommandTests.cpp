@@ -142,8 +142,7 @@ TEST_F(TalmoctlTest, cleanUsesTheSettingsAndTheModel)
 {
     TestModelServer server;
     server.behave({{u"chat"_s, QJsonArray{QJsonObject{{u"when"_s, u"milk"_s},
-                                                      {u"answer"_s, u"- Buy milk\n- Buy eggs"_s},
-                                                      {u"after"_s, u"thanks"_s}},
+                                                      {u"answer"_s, u"- Buy milk\n- Buy eggs"_s}},
                                           QJsonObject{{u"answer"_s, u"Thanks!"_s}}}}});
     storeSettings({{u"linux.languageModelAddress"_s, server.address()}, {u"talmo.textTone"_s, u"polite"_s}});
     expectOutput(talmoctl({u"clean"_s}, "um so buy milk and eggs as a list new paragraph thanks"),

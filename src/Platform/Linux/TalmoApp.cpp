@@ -29,6 +29,7 @@
 #include "Platform/Linux/LinuxAuthorizationSource.h"
 #include "Platform/Linux/LinuxPasswordFieldSettings.h"
 #include "Platform/Linux/LinuxRecogniserSettings.h"
+#include "Platform/Linux/LinuxServerTrust.h"
 #include "Platform/Linux/PulseAudioEngine.h"
 #include "Platform/Linux/PulsePreroll.h"
 #include "Platform/Linux/SpeexAudioConverter.h"
@@ -100,8 +101,8 @@ TalmoApp::TalmoApp()
       m_defaults(std::make_shared<JsonUserDefaults>(JsonUserDefaults::standardPath(), m_settingsExecutor)),
       m_linuxSettings(LinuxSettings::read(*m_defaults)),
       m_standInKeys(standInKeySymbols(m_linuxSettings.standInKeys)),
-      m_languageModel(
-          std::make_shared<LoopbackLanguageModel>(m_linuxSettings.languageModel, m_cleanupExecutor, m_clock)),
+      m_languageModel(std::make_shared<LoopbackLanguageModel>(m_linuxSettings.languageModel, m_cleanupExecutor, m_clock,
+                                                              std::make_shared<LinuxServerTrust>())),
       m_xSession(XSession::open()),
       m_eventMonitor(
           std::make_shared<XInput2EventMonitor>(m_xSession->postedKeys(), m_standInKeys, &isApplicationActive)),
@@ -235,6 +236,10 @@ void TalmoApp::showInterface(TalmoCoordinator &coordinator)
     context.permissions = m_permissions;
     context.unavailabilityMessage = [cleanup = m_cleanup] { return cleanup->unavailabilityMessage(); };
     context.refreshAvailability = [model = m_languageModel] { return model->refresh(); };
+    context.editingServer = [model = m_languageModel] {
+        const auto server = model->server();
+        return EditingServer{server.model, server.place, server.refused};
+    };
     context.recogniser = m_recogniserSettings;
     context.recovery = m_recovery;
     context.passwordFields = m_passwordFields;

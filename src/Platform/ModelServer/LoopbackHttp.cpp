@@ -3,11 +3,9 @@
 #include "Base/Completion.h"
 #include "Base/Task.h"
 
-#include <QNetworkAccessManager>
 #include <QNetworkProxy>
-#include <QNetworkReply>
-#include <QNetworkRequest>
 #include <QPointer>
+#include <QTcpSocket>
 
 #include <stop_token>
 #include <utility>
@@ -16,39 +14,49 @@ namespace talmo {
 
 namespace {
 
-/// An answer is a few sentences; a list of models a few kilobytes.
-constexpr qsizetype largestBody = qsizetype(1024) * 1024;
+constexpr qint64 readBlock = qint64(64) * 1024;
+constexpr int usualPort = 80;
 
-QNetworkRequest plainRequest(const QUrl &url)
+QByteArray hostOf(const QUrl &url)
 {
-    QNetworkRequest request(url);
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
-    request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
-    request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
-    request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
-    request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
-    // Set by ourselves, so that nothing is decompressed behind our back: a small body can hold a huge one.
-    request.setRawHeader("Accept-Encoding", "identity");
-    request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("Talmo"));
-    return request;
+    const QByteArray host = url.host().toLatin1();
+    const QByteArray name = host.contains(':') ? '[' + host + ']' : host;
+    return name + ':' + QByteArray::number(url.port(usualPort));
+}
+
+/// What every request begins with. An encoded answer could hide a huge one in a small one.
+QByteArray head(const QByteArray &method, const QUrl &url)
+{
+    return method + ' ' + url.path(QUrl::FullyEncoded).toLatin1() + " HTTP/1.1\r\nHost: " + hostOf(url) +
+           "\r\nUser-Agent: Talmo\r\nAccept-Encoding: identity\r\nConnection: close\r\n";
 }
 
 } // namespace
 
-/// One request and what has come of its answer. Owned by the reply, and goes with it.
+/// One request and what has come of its answer. Deletes itself once it is over.
 class LoopbackHttp::Exchange final : public QObject {
 public:
-    Exchange(QNetworkReply *reply, std::shared_ptr<Completion<HttpReply>> completion)
-        : QObject(reply),
-          m_reply(reply),
-          m_completion(std::move(completion))
+    Exchange(QByteArray request, std::shared_ptr<const ServerTrust> trust,
+             std::shared_ptr<Completion<HttpReply>> completion, QObject *parent)
+        : QObject(parent),
+          m_request(std::move(request)),
+          m_trust(std::move(trust)),
+          m_completion(std::move(completion)),
+          m_socket(new QTcpSocket(this))
     {
-        reply->setReadBufferSize(largestBody);
-        connect(reply, &QNetworkReply::readyRead, this, &Exchange::read);
-        connect(reply, &QNetworkReply::finished, this, &Exchange::finish);
+        m_socket->setProxy(QNetworkProxy::NoProxy);
+        m_socket->setReadBufferSize(readBlock);
+        connect(m_socket, &QTcpSocket::connected, this, [this] { send(); });
+        connect(m_socket, &QTcpSocket::readyRead, this, [this] { read(); });
+        connect(m_socket, &QTcpSocket::errorOccurred, this,
+                [this](QAbstractSocket::SocketError error) { takeError(error); });
     }
+    ~Exchange() override { m_over.request_stop(); }
 
-    ~Exchange() override { m_answered.request_stop(); }
+    void begin(const QUrl &url)
+    {
+        m_socket->connectToHost(QHostAddress(url.host()), static_cast<quint16>(url.port(usualPort)));
+    }
 
     static QCoro::Task<void> endAt(QPointer<Exchange> exchange, QFuture<void> deadline)
     {
@@ -58,81 +66,121 @@ public:
             co_return; // The answer came first.
         }
         if (exchange) {
-            exchange->giveUp(QStringLiteral("The model server took too long."));
+            exchange->fail<TookTooLong>(QStringLiteral("The model server took too long."));
         }
     }
 
-    std::stop_token answered() const { return m_answered.get_token(); }
+    std::stop_token over() const { return m_over.get_token(); }
 
 private:
+    void send()
+    {
+        const Endpoint server{m_socket->peerAddress(), m_socket->peerPort()};
+        const Endpoint client{m_socket->localAddress(), m_socket->localPort()};
+        if (m_trust && !m_trust->isTrusted(server, client)) {
+            fail<UntrustedServer>(QStringLiteral("The program there belongs to another user."));
+            return;
+        }
+        m_socket->write(m_request);
+    }
+
     void read()
     {
-        m_body += m_reply->readAll();
-        if (m_body.size() > largestBody) {
-            giveUp(QStringLiteral("The model server's answer is too large."));
+        try {
+            while (!isOver() && m_socket->bytesAvailable() > 0) {
+                m_response.take(m_socket->read(readBlock));
+                finishIfWhole();
+            }
+        } catch (const Error &error) {
+            fail<Error>(error.localizedDescription());
         }
     }
 
-    void giveUp(const QString &why)
+    void takeError(QAbstractSocket::SocketError error)
     {
-        m_completion->fail(std::make_exception_ptr(Error(why)));
-        m_reply->abort();
+        if (isOver()) {
+            return;
+        }
+        if (error == QAbstractSocket::ConnectionRefusedError) {
+            fail<NobodyListens>(m_socket->errorString());
+            return;
+        }
+        read(); // What arrived before the connection ended still counts.
+        if (isOver()) {
+            return;
+        }
+        try {
+            if (error != QAbstractSocket::RemoteHostClosedError) {
+                throw Error(m_socket->errorString());
+            }
+            m_response.takeEnd();
+            finishIfWhole();
+        } catch (const Error &problem) {
+            fail<Error>(problem.localizedDescription());
+        }
     }
 
-    void finish()
+    void finishIfWhole()
     {
-        m_answered.request_stop();
-        m_reply->deleteLater();
-        if (m_completion->isDone()) {
-            return; // Given up on, and closed.
-        }
-        m_body += m_reply->readAll();
-        const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-        const auto error = m_reply->error();
-        // Of Qt's errors those from 200 on are an answer that says no; the others are no answer, or half of one.
-        constexpr int firstAnswer = 200;
-        if (status > 0 && (error == QNetworkReply::NoError || int(error) >= firstAnswer)) {
-            m_completion->finish(HttpReply{status, m_body});
-        } else if (error == QNetworkReply::ConnectionRefusedError) {
-            m_completion->fail(std::make_exception_ptr(NobodyListens(m_reply->errorString())));
-        } else {
-            m_completion->fail(std::make_exception_ptr(Error(m_reply->errorString())));
+        if (m_response.isWhole()) {
+            m_completion->finish(m_response.reply());
+            end();
         }
     }
 
-    QNetworkReply *m_reply;
+    template <typename Problem>
+    void fail(const QString &why)
+    {
+        m_completion->fail(std::make_exception_ptr(Problem(why)));
+        end();
+    }
+
+    bool isOver() const { return m_completion->isDone(); }
+
+    void end()
+    {
+        m_over.request_stop();
+        m_socket->disconnect(this);
+        m_socket->abort();
+        deleteLater();
+    }
+
+    QByteArray m_request;
+    std::shared_ptr<const ServerTrust> m_trust;
     std::shared_ptr<Completion<HttpReply>> m_completion;
-    std::stop_source m_answered;
-    QByteArray m_body;
+    QTcpSocket *m_socket;
+    HttpResponse m_response;
+    std::stop_source m_over;
 };
 
-LoopbackHttp::LoopbackHttp(std::shared_ptr<Clock> clock)
+LoopbackHttp::LoopbackHttp(std::shared_ptr<Clock> clock, std::shared_ptr<const ServerTrust> trust)
     : m_clock(std::move(clock)),
-      m_manager(std::make_unique<QNetworkAccessManager>())
+      m_trust(std::move(trust))
 {
-    m_manager->setProxy(QNetworkProxy::NoProxy);
 }
 
 LoopbackHttp::~LoopbackHttp() = default;
 
 QFuture<HttpReply> LoopbackHttp::get(const QUrl &url, Duration deadline)
 {
-    return follow(m_manager->get(plainRequest(url)), deadline);
+    return send(url, head("GET", url) + "\r\n", deadline);
 }
 
 QFuture<HttpReply> LoopbackHttp::postJson(const QUrl &url, const QByteArray &json, Duration deadline)
 {
-    auto request = plainRequest(url);
-    request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/json"));
-    return follow(m_manager->post(request, json), deadline);
+    return send(url,
+                head("POST", url) + "Content-Type: application/json\r\nContent-Length: " +
+                    QByteArray::number(json.size()) + "\r\n\r\n" + json,
+                deadline);
 }
 
-QFuture<HttpReply> LoopbackHttp::follow(QNetworkReply *reply, Duration deadline)
+QFuture<HttpReply> LoopbackHttp::send(const QUrl &url, const QByteArray &request, Duration deadline)
 {
     auto completion = Completion<HttpReply>::make();
     auto future = completion->future();
-    auto *exchange = new Exchange(reply, std::move(completion));
-    logEscapes(Exchange::endAt(exchange, m_clock->sleep(deadline, exchange->answered())));
+    auto *exchange = new Exchange(request, m_trust, std::move(completion), &m_exchanges);
+    logEscapes(Exchange::endAt(exchange, m_clock->sleep(deadline, exchange->over())));
+    exchange->begin(url);
     return future;
 }
 

@@ -5,14 +5,9 @@
 #include <QHostAddress>
 #include <QStringList>
 
-#include <array>
-
 namespace talmo {
 
 namespace {
-
-/// llama.cpp's server, Ollama, LM Studio.
-constexpr std::array<int, 3> usualPorts = {8080, 11434, 1234};
 
 QUrl onThisMachine(int port)
 {
@@ -44,7 +39,12 @@ QStringList loopbackNumbers(const QString &host)
 
 } // namespace
 
-QList<QUrl> modelServerAddresses(const QString &setting)
+QList<int> usualModelServerPorts()
+{
+    return {8080, 11434, 1234};
+}
+
+QList<QUrl> modelServerAddresses(const QString &setting, const QList<int> &usualPorts)
 {
     const QString trimmed = setting.trimmed();
     QList<QUrl> addresses;

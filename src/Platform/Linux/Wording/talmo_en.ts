@@ -355,5 +355,17 @@
         <source>Protect password fields</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Your text is edited by %1 at %2, on this computer.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 at %2 would edit your text. It gets none while this is off.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Another user&apos;s program answers at %1. It gets none of your text.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>
