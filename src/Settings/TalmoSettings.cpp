@@ -13,7 +13,6 @@ namespace talmo {
 
 namespace {
 
-const QString aiCleanupEnabledKey = QStringLiteral("talmo.aiCleanupEnabled");
 const QString conciseTextEnabledKey = QStringLiteral("talmo.conciseTextEnabled");
 const QString textToneKey = QStringLiteral("talmo.textTone");
 const QString launchAtLoginKey = QStringLiteral("talmo.launchAtLogin");
@@ -34,6 +33,11 @@ SharedInstance<TalmoSettings> &sharedSettings()
 
 } // namespace
 
+QString aiCleanupEnabledKey()
+{
+    return QStringLiteral("talmo.aiCleanupEnabled");
+}
+
 QString hotkeyDisplayNameKey()
 {
     return QStringLiteral("talmo.hotkeyDisplayName");
@@ -42,7 +46,7 @@ QString hotkeyDisplayNameKey()
 TalmoSettings::TalmoSettings(std::shared_ptr<UserDefaults> defaults, std::shared_ptr<LoginItem> loginItem)
     : m_defaults(std::move(defaults)),
       m_loginItem(std::move(loginItem)),
-      m_aiCleanupEnabled(m_defaults->boolean(aiCleanupEnabledKey).value_or(true)),
+      m_aiCleanupEnabled(m_defaults->boolean(aiCleanupEnabledKey()).value_or(true)),
       m_conciseTextEnabled(m_defaults->boolean(conciseTextEnabledKey).value_or(false)),
       m_textTone(
           textToneFromRawValue(m_defaults->string(textToneKey).value_or(QString())).value_or(TextTone::Standard)),
@@ -70,7 +74,7 @@ void TalmoSettings::releaseShared()
 void TalmoSettings::setAiCleanupEnabled(bool enabled)
 {
     publish(m_aiCleanupEnabled, enabled);
-    m_defaults->set(aiCleanupEnabledKey, enabled);
+    m_defaults->set(aiCleanupEnabledKey(), enabled);
 }
 
 void TalmoSettings::setConciseTextEnabled(bool enabled)

@@ -59,6 +59,9 @@ private:
     QString m_hotkeyDisplayName;
 };
 
+/// The key of the preference that decides whether text is given to a language model, for a store that has lost it.
+QString aiCleanupEnabledKey();
+
 /// The key of the name under which the shortcut is shown, for the platform that registers another default for it.
 QString hotkeyDisplayNameKey();
 

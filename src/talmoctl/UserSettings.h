@@ -13,8 +13,7 @@ namespace talmo::ctl {
 
 /// The user's settings as the running program would read them. Only read here, never written.
 struct UserSettings {
-    std::shared_ptr<JsonUserDefaults> defaults =
-        std::make_shared<JsonUserDefaults>(JsonUserDefaults::standardPath(), SerialExecutor::onCurrentThread());
+    std::shared_ptr<JsonUserDefaults> defaults = JsonUserDefaults::ofThisUser(SerialExecutor::onCurrentThread());
     std::shared_ptr<TalmoSettings> values = std::make_shared<TalmoSettings>(
         defaults,
         std::make_shared<XdgAutostart>(XdgAutostart::forThisSession(QCoreApplication::applicationFilePath())));

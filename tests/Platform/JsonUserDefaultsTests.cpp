@@ -1,6 +1,7 @@
 #include "Platform/Linux/JsonUserDefaults.h"
 
 #include "ChildProcess.h"
+#include "Support/FileSizeLimit.h"
 #include "Support/Printing.h"
 #include "Support/RecordingLog.h"
 #include "Support/TestLoop.h"
@@ -14,9 +15,6 @@
 
 #include <gmock/gmock.h>
 
-#include <csignal>
-
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -29,6 +27,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 const QString key = u"talmo.textTone"_s;
+const QString aiCleanup = u"talmo.aiCleanupEnabled"_s;
 
 class JsonUserDefaultsTest : public testing::Test {
 protected:
@@ -39,6 +38,21 @@ protected:
     std::shared_ptr<JsonUserDefaults> open() const
     {
         return std::make_shared<JsonUserDefaults>(path, SerialExecutor::onNewThread(u"settings"_s));
+    }
+    /// As the program opens the user's own.
+    std::shared_ptr<JsonUserDefaults> openAsUser() const
+    {
+        const QByteArray before = qgetenv("XDG_CONFIG_HOME");
+        qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
+        auto defaults = JsonUserDefaults::ofThisUser(SerialExecutor::onNewThread(u"settings"_s));
+        before.isNull() ? qunsetenv("XDG_CONFIG_HOME") : qputenv("XDG_CONFIG_HOME", before);
+        return defaults;
+    }
+    static unsigned modeOf(const QString &name)
+    {
+        struct stat status{};
+        EXPECT_EQ(stat(QFile::encodeName(name).constData(), &status), 0);
+        return status.st_mode & 0777U;
     }
     static void set(JsonUserDefaults &defaults, const QString &name, const DefaultsValue &value)
     {
@@ -97,29 +111,6 @@ public:
 private:
     static constexpr uid_t nobody = 65534;
     bool m_isRoot = geteuid() == 0;
-};
-
-/// Stands in for a full disk: no file may grow beyond this while it lives.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes)
-    {
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        m_handler = std::signal(SIGXFSZ, SIG_IGN); // NOLINT(bugprone-signal-handler,cert-sig34-c)
-        const rlimit limit{bytes, m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-    FileSizeLimit(const FileSizeLimit &) = delete;
-    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
-
-private:
-    rlimit m_before{};
-    void (*m_handler)(int) = nullptr;
 };
 
 } // namespace
@@ -202,6 +193,7 @@ TEST_F(JsonUserDefaultsTest, aDamagedFileIsSetAsideAndNeverOverwritten)
         }
         ASSERT_EQ(added.size(), 1);
         EXPECT_EQ(contentOf(QFileInfo(path).dir().filePath(added.first())), damaged);
+        EXPECT_EQ(modeOf(QFileInfo(path).dir().filePath(added.first())), 0600U);
         EXPECT_TRUE(logSays(added.first()));
         set(*defaults, key, u"polite"_s);
         EXPECT_EQ(object(), (QJsonObject{{key, u"polite"_s}}));
@@ -209,6 +201,99 @@ TEST_F(JsonUserDefaultsTest, aDamagedFileIsSetAsideAndNeverOverwritten)
     EXPECT_THAT(filesInFolder(),
                 ElementsAre(u"settings.json"_s, u"settings.json.corrupt"_s, u"settings.json.corrupt-2"_s,
                             u"settings.json.corrupt-3"_s, u"settings.json.corrupt-4"_s));
+}
+
+TEST_F(JsonUserDefaultsTest, damagedFileLeavesAiCleanupOffForGood)
+{
+    for (const QByteArray &damaged : {QByteArray("{\"talmo.aiCleanupEnabled\": fal"), QByteArray()}) {
+        put(damaged);
+        for (const auto *start : {"first", "next"}) {
+            EXPECT_EQ(openAsUser()->boolean(aiCleanup), false) << start;
+        }
+        EXPECT_TRUE(logSays(u"talmo.aiCleanupEnabled"_s));
+    }
+    set(*openAsUser(), aiCleanup, true);
+    EXPECT_EQ(openAsUser()->boolean(aiCleanup), true) << "switched on again";
+}
+
+TEST_F(JsonUserDefaultsTest, missingFileLeavesEveryDefault)
+{
+    EXPECT_EQ(openAsUser()->boolean(aiCleanup), std::nullopt);
+    EXPECT_FALSE(QFileInfo::exists(path));
+}
+
+TEST_F(JsonUserDefaultsTest, damagedFileThatCannotBeReplacedStaysDamaged)
+{
+    put("{\"talmo");
+    {
+        const FileSizeLimit full(0);
+        EXPECT_EQ(openAsUser()->boolean(aiCleanup), false);
+    }
+    EXPECT_EQ(content(), "{\"talmo") << "no file at all would mean the defaults";
+    EXPECT_EQ(openAsUser()->boolean(aiCleanup), false);
+}
+
+TEST_F(JsonUserDefaultsTest, unreadableFileLeavesAiCleanupOff)
+{
+    QDir().mkpath(path); // Nobody can read a folder as a file, not even root.
+    EXPECT_EQ(openAsUser()->boolean(aiCleanup), false);
+    QDir().rmdir(path);
+    ASSERT_EQ(symlink("/nonexistent/settings.json", QFile::encodeName(path).constData()), 0);
+    EXPECT_EQ(openAsUser()->boolean(aiCleanup), false) << "the file may be on a disk that is not there";
+}
+
+TEST_F(JsonUserDefaultsTest, unreachableFolderLeavesAiCleanupOff)
+{
+    put("{}");
+    QFile::setPermissions(folder.path(), QFile::Permissions());
+    {
+        const WithoutRoot somebody;
+        EXPECT_EQ(openAsUser()->boolean(aiCleanup), false);
+    }
+    QFile::setPermissions(folder.path(), QFile::Permissions::fromInt(0x7700));
+}
+
+TEST_F(JsonUserDefaultsTest, fileDamagedWhileRunningDoesNotSwitchAiCleanupOn)
+{
+    const auto defaults = openAsUser();
+    put("{\"talmo");
+    set(*defaults, key, u"polite"_s);
+    EXPECT_EQ(object(), (QJsonObject{{key, u"polite"_s}, {aiCleanup, false}}));
+}
+
+TEST_F(JsonUserDefaultsTest, savedFailsUntilEverythingIsOnTheDisk)
+{
+    const auto defaults = open();
+    const auto isSaved = [&defaults] {
+        const auto saving = defaults->saved();
+        EXPECT_TRUE(waitFor(saving));
+        try {
+            QFuture<void>(saving).waitForFinished();
+            return true;
+        } catch (const Error &) {
+            return false;
+        }
+    };
+    EXPECT_TRUE(isSaved()) << "nothing was set";
+    {
+        const FileSizeLimit full(0);
+        set(*defaults, key, u"polite"_s);
+    }
+    EXPECT_FALSE(isSaved());
+    set(*defaults, u"talmo.other"_s, true);
+    EXPECT_TRUE(isSaved());
+}
+
+TEST_F(JsonUserDefaultsTest, looserFolderAndLockBecomePrivate)
+{
+    put("{}");
+    QFile lock(path + u".lock"_s);
+    ASSERT_TRUE(lock.open(QFile::WriteOnly));
+    ASSERT_EQ(chmod(QFile::encodeName(lock.fileName()).constData(), 0644), 0);
+    ASSERT_EQ(chmod(QFile::encodeName(QFileInfo(path).absolutePath()).constData(), 0755), 0);
+    set(*open(), key, u"polite"_s);
+    EXPECT_EQ(modeOf(lock.fileName()), 0600U);
+    EXPECT_EQ(modeOf(QFileInfo(path).absolutePath()), 0700U);
 }
 
 TEST_F(JsonUserDefaultsTest, aFileDamagedWhileRunningIsSetAsideAndTheRunningValuesAreWritten)

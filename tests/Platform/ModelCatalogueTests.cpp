@@ -118,4 +118,16 @@ TEST(ModelCatalogue, plainHttpIsForThisVeryMachineOnly)
     EXPECT_FALSE(isPermittedAddress(QUrl(u"http://127.0.0.1@example.org/x"_s)));
 }
 
+TEST(ModelCatalogue, noRedirectLeadsFromHttpsToHttp)
+{
+    const QUrl secure(u"https://example.org/x"_s);
+    const QUrl local(u"http://127.0.0.1/x"_s);
+    EXPECT_TRUE(isPermittedRedirect(secure, QUrl(u"https://example.com/y"_s)));
+    EXPECT_TRUE(isPermittedRedirect(local, secure));
+    EXPECT_TRUE(isPermittedRedirect(local, local));
+    EXPECT_FALSE(isPermittedRedirect(secure, local));
+    EXPECT_FALSE(isPermittedRedirect(secure, QUrl(u"http://example.org/x"_s)));
+    EXPECT_FALSE(isPermittedRedirect(local, QUrl(u"http://example.org/x"_s)));
+}
+
 } // namespace talmo::test

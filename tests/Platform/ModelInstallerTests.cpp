@@ -11,6 +11,7 @@
 
 #include <QCryptographicHash>
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -21,6 +22,7 @@
 
 #include <csignal>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 namespace talmo::test {
 
@@ -359,6 +361,61 @@ TEST_F(ModelInstallerTest, whatIsRemovedIsGone)
     EXPECT_THROW(installer.store().remove(u"toy"_s), Error);
     EXPECT_THROW(installer.store().remove(u".."_s), Error);
     EXPECT_THROW(installer.store().remove(u"../models"_s), Error);
+}
+
+TEST_F(ModelInstallerTest, removeRefusesLinksAndWhateverLiesElsewhere)
+{
+    const QString outside = home.filePath(u"outside/precious"_s);
+    QDir().mkpath(outside);
+    const auto lock = installer.store().lock();
+    ASSERT_TRUE(QFile::link(home.filePath(u"outside"_s), home.filePath(u"models/linked"_s)));
+    for (const auto &name :
+         {u"linked"_s, u"../outside"_s, u"linked/precious"_s, outside, u"."_s, u".lock"_s, QString()}) {
+        EXPECT_THROW(installer.store().remove(name), Error) << name.toStdString();
+    }
+    EXPECT_TRUE(QFileInfo(outside).isDir());
+    EXPECT_TRUE(QFileInfo(home.filePath(u"models/linked"_s)).isSymLink());
+}
+
+TEST_F(ModelInstallerTest, clearingAwayFollowsNoLink)
+{
+    QDir().mkpath(home.filePath(u"outside/precious"_s));
+    QDir().mkpath(home.filePath(u"models"_s));
+    ASSERT_TRUE(QFile::link(home.filePath(u"outside"_s), home.filePath(u"models/.removed-toy"_s)));
+    installer.store().lock();
+    EXPECT_TRUE(QFileInfo(home.filePath(u"outside/precious"_s)).isDir());
+}
+
+TEST_F(ModelInstallerTest, installingOverALinkReplacesTheLinkAlone)
+{
+    QDir().mkpath(home.filePath(u"outside/precious"_s));
+    QDir().mkpath(home.filePath(u"models"_s));
+    ASSERT_TRUE(QFile::link(home.filePath(u"outside"_s), home.filePath(u"models/toy"_s)));
+    EXPECT_EQ(install(entry(u"/good.zip"_s)), QString());
+    expectInstalled();
+    EXPECT_TRUE(QFileInfo(home.filePath(u"outside/precious"_s)).isDir());
+}
+
+TEST_F(ModelInstallerTest, everythingIsPrivateWhateverTheUmask)
+{
+    const mode_t before = umask(0);
+    EXPECT_EQ(install(entry(u"/good-model.tar.gz"_s)), QString());
+    auto future = begin(measured(u"/good.zip?stall=2000"_s));
+    EXPECT_TRUE(waitFor([this] { return progress.back().done == 2000; }));
+    stop.request_stop();
+    outcome(future); // A part and its notes are left.
+    umask(before);
+    QDirIterator each(home.filePath(u"models"_s), QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
+                      QDirIterator::Subdirectories);
+    int count = 0;
+    while (each.hasNext()) {
+        struct stat status{};
+        ASSERT_EQ(stat(QFile::encodeName(each.next()).constData(), &status), 0);
+        EXPECT_EQ(status.st_mode & 0077U, 0U) << each.filePath().toStdString();
+        ++count;
+    }
+    EXPECT_GT(count, 4);
+    EXPECT_EQ(QFile::permissions(home.filePath(u"models"_s)) & QFile::Permissions::fromInt(0x77), QFile::Permissions());
 }
 
 TEST_P(HostileModels, areNotInstalledAndLeaveNothingBehind)

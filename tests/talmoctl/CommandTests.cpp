@@ -141,9 +141,9 @@ TEST_F(TalmoctlTest, inputThatIsNoTextIsAnError)
 TEST_F(TalmoctlTest, cleanUsesTheSettingsAndTheModel)
 {
     TestModelServer server;
-    server.behave({{u"chat"_s, QJsonArray{QJsonObject{{u"when"_s, u"milk"_s},
-                                                      {u"answer"_s, u"- Buy milk\n- Buy eggs"_s}},
-                                          QJsonObject{{u"answer"_s, u"Thanks!"_s}}}}});
+    server.behave(
+        {{u"chat"_s, QJsonArray{QJsonObject{{u"when"_s, u"milk"_s}, {u"answer"_s, u"- Buy milk\n- Buy eggs"_s}},
+                                QJsonObject{{u"answer"_s, u"Thanks!"_s}}}}});
     storeSettings({{u"linux.languageModelAddress"_s, server.address()}, {u"talmo.textTone"_s, u"polite"_s}});
     expectOutput(talmoctl({u"clean"_s}, "um so buy milk and eggs as a list new paragraph thanks"),
                  "- Buy milk\n- Buy eggs\n\nThanks!\n");
@@ -363,6 +363,41 @@ TEST_F(TalmoctlTest, listsModelsAndInstallsOneFromALoopbackServer)
     EXPECT_EQ(talmoctl({u"model"_s, u"install"_s, u"none"_s}).status, 1);
     expectUsageError(talmoctl({u"model"_s}), "no command");
     expectUsageError(talmoctl({u"model"_s, u"paint"_s}), "no command “model paint”");
+}
+
+TEST_F(TalmoctlTest, modelUseSaysThatTheDiskIsFull)
+{
+    // A file that may not grow is refused as by a full disk; what is ignored stays so in the program.
+    const auto full = shell(u"trap '' XFSZ; ulimit -f 0; talmoctl model use embedded"_s);
+    EXPECT_EQ(full.status, 1);
+    EXPECT_EQ(full.output, "");
+    EXPECT_THAT(full.errors, HasSubstr("could not be saved"));
+    expectOutput(talmoctl({u"model"_s, u"use"_s, u"embedded"_s}), "From the next recording on: embedded.\n");
+}
+
+TEST_F(TalmoctlTest, modelRemoveRefusesLinksAndPaths)
+{
+    const QString models = folder.filePath(u"data/talmo/models"_s);
+    QDir().mkpath(models);
+    QDir().mkpath(folder.filePath(u"outside/precious"_s));
+    ASSERT_TRUE(QFile::link(folder.filePath(u"outside"_s), models + u"/linked"_s));
+    for (const auto &name : {u"linked"_s, u"../../../outside"_s, folder.filePath(u"outside"_s)}) {
+        EXPECT_EQ(talmoctl({u"model"_s, u"remove"_s, name}).status, 1) << name.toStdString();
+    }
+    EXPECT_TRUE(QFile::exists(folder.filePath(u"outside/precious"_s)));
+}
+
+TEST_F(TalmoctlTest, cleanSendsNothingAfterTheSettingsWereDamaged)
+{
+    const TestModelServer server;
+    QFile file(folder.filePath(u"talmo/settings.json"_s));
+    ASSERT_TRUE(file.open(QFile::WriteOnly));
+    file.write("{\"talmo.aiCleanupEnabled\": false, \"linux.lang");
+    file.close();
+    EXPECT_EQ(talmoctl({u"clean"_s}, "hello").output, "Hello.\n");
+    const auto next = talmoctl({u"clean"_s}, "hello");
+    EXPECT_EQ(next.output, "Hello.\n");
+    EXPECT_EQ(next.errors, "") << "nor is a server looked for at the next call";
 }
 
 TEST_F(TalmoctlTest, theManualIsWellFormed)

@@ -63,7 +63,7 @@ void HotWordVocabulary::guess(const QByteArray &tokens)
             m_guessed->write(token + '\t' + QByteArray::number(-std::log(++rank), 'f', 4) + '\n');
         }
     }
-    m_isUsable = m_isUsable && m_guessed->flush();
+    m_isUsable = m_isUsable && m_guessed->flush() && m_guessed->error() == QFile::NoError;
     m_path = m_guessed->fileName();
 }
 

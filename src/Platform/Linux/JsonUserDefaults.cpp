@@ -2,6 +2,7 @@
 
 #include "Base/Error.h"
 #include "Platform/Linux/SettingsFile.h"
+#include "Settings/TalmoSettings.h"
 
 #include <QJsonArray>
 #include <QStandardPaths>
@@ -37,11 +38,18 @@ struct ToJson {
 
 } // namespace
 
-JsonUserDefaults::JsonUserDefaults(const QString &path, std::shared_ptr<SerialExecutor> writer)
-    : m_file(std::make_shared<SettingsFile>(path)),
+JsonUserDefaults::JsonUserDefaults(const QString &path, std::shared_ptr<SerialExecutor> writer,
+                                   const QJsonObject &inPlaceOfDamaged)
+    : m_file(std::make_shared<SettingsFile>(path, inPlaceOfDamaged)),
       m_writer(std::move(writer)),
       m_stored(m_file->read())
 {
+}
+
+std::shared_ptr<JsonUserDefaults> JsonUserDefaults::ofThisUser(std::shared_ptr<SerialExecutor> writer)
+{
+    return std::make_shared<JsonUserDefaults>(standardPath(), std::move(writer),
+                                              QJsonObject{{aiCleanupEnabledKey(), false}});
 }
 
 QString JsonUserDefaults::standardPath()

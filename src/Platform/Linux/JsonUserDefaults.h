@@ -17,7 +17,13 @@ class SettingsFile;
 class JsonUserDefaults final : public UserDefaults {
 public:
     /// `writer`: the thread that may wait for the disk.
-    JsonUserDefaults(const QString &path, std::shared_ptr<SerialExecutor> writer);
+    /// `inPlaceOfDamaged`: the values to begin with where there is a file that cannot be used.
+    JsonUserDefaults(const QString &path, std::shared_ptr<SerialExecutor> writer,
+                     const QJsonObject &inPlaceOfDamaged = {});
+
+    /// The settings of this user. A file that cannot be used leaves AI cleanup off until it is switched on again: the
+    /// user may have chosen that nothing is sent to a server.
+    static std::shared_ptr<JsonUserDefaults> ofThisUser(std::shared_ptr<SerialExecutor> writer);
 
     /// The file among the user's configuration, whether it is there or not.
     static QString standardPath();

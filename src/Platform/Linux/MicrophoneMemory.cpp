@@ -1,6 +1,8 @@
 #include "Platform/Linux/MicrophoneMemory.h"
 
+#include "Base/Error.h"
 #include "Base/Log.h"
+#include "Platform/Files/PrivateFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -8,7 +10,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSaveFile>
 
 #include <cmath>
 
@@ -91,23 +92,24 @@ void MicrophoneMemory::remember(const QString &microphone, const Mean &mean)
     const std::lock_guard lock(m_mutex);
     m_means.insert(microphone, mean);
     if (!m_path.isEmpty() && isAudiblyDifferent(m_written.value(microphone), mean)) {
-        m_written = m_means;
         write();
     }
 }
 
-/// A failure costs the next run a second of learning, and is no more than a line in the log.
-void MicrophoneMemory::write() const
+/// A failure costs the next run a second of learning, unless a later try succeeds.
+void MicrophoneMemory::write()
 {
     QJsonObject object;
     for (auto entry = m_means.begin(); entry != m_means.end(); ++entry) {
         object.insert(entry.key(), meanToJson(entry.value()));
     }
-    QDir().mkpath(QFileInfo(m_path).path());
-    QSaveFile file(m_path);
-    const auto bytes = QJsonDocument(object).toJson();
-    if (!file.open(QFile::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
-        generalLog().info("what was learnt about the microphone could not be written: %@", {file.errorString()});
+    try {
+        PrivateFile::makeFolder(QFileInfo(m_path).absolutePath());
+        PrivateFile::write(m_path, QJsonDocument(object).toJson());
+        m_written = m_means;
+    } catch (const Error &error) {
+        generalLog().error("what was learnt about the microphone could not be written: %@",
+                           {error.localizedDescription()});
     }
 }
 

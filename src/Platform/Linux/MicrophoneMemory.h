@@ -27,7 +27,7 @@ public:
     void remember(const QString &microphone, const Mean &mean);
 
 private:
-    void write() const;
+    void write();
 
     const QString m_path;
     mutable std::mutex m_mutex;

@@ -1,6 +1,8 @@
 #include "Platform/Linux/ModelCheck.h"
 
 #include "Base/Error.h"
+#include "Base/Log.h"
+#include "Platform/Files/PrivateFile.h"
 #include "Platform/Linux/PocketSphinxDecoderPool.h"
 #include "Platform/Linux/SherpaLibrary.h"
 
@@ -149,8 +151,10 @@ void checkModelOnce(const QString &libraryPath, const QString &modelFolder)
     }
     note.close();
     checkModelApart(libraryPath, modelFolder);
-    if (note.open(QFile::WriteOnly)) {
-        note.write(identity); // Where it cannot be noted, it is checked again next time.
+    try {
+        PrivateFile::write(note.fileName(), identity);
+    } catch (const Error &error) { // It is checked again next time.
+        generalLog().info("a checked model could not be noted: %@", {error.localizedDescription()});
     }
 }
 

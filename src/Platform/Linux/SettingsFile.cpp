@@ -2,22 +2,21 @@
 
 #include "Base/Error.h"
 #include "Base/Log.h"
+#include "Platform/Files/PrivateFile.h"
 #include "Platform/Linux/FileDescriptor.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <chrono>
 #include <thread>
 #include <utility>
 
-#include <fcntl.h>
+#include <cerrno>
 #include <sys/file.h>
-#include <unistd.h>
+#include <sys/stat.h>
 
 namespace talmo {
 
@@ -28,35 +27,17 @@ constexpr qint64 largestFile = qint64(16) * 1024 * 1024;
 /// Another process that writes needs milliseconds.
 constexpr auto lockPatience = std::chrono::seconds(2);
 
-constexpr auto privateFile = QFile::ReadOwner | QFile::WriteOwner;
-constexpr auto privateFolder = privateFile | QFile::ExeOwner;
-
-/// A rename is only safe from a power failure once the folder is on the disk as well.
-void synchroniseFolder(const QString &folder)
-{
-    const FileDescriptor descriptor(::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (descriptor) {
-        ::fsync(descriptor.get());
-    }
-}
-
-void makeFolder(const QString &folder)
-{
-    const QFileInfo info(folder);
-    if (info.isDir()) {
-        return;
-    }
-    if (!QDir().mkpath(info.absolutePath()) || !QDir().mkdir(folder, privateFolder)) {
-        throw Error(QStringLiteral("The folder %1 cannot be made.").arg(folder));
-    }
-}
+class Damaged : public Error {
+public:
+    using Error::Error;
+};
 
 /// Keeps other processes from writing at the same time, for as long as the descriptor lives. The kernel lets go of the
 /// lock of a process that dies; a lock that is a file by itself would stay. One that hangs is waited for in vain: what
 /// is written is whole even so, only a change of theirs may be lost.
 FileDescriptor lockedFile(const QString &path)
 {
-    FileDescriptor descriptor(::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+    FileDescriptor descriptor(PrivateFile::openLock(path));
     if (!descriptor) {
         throw Error(QStringLiteral("%1 cannot be opened.").arg(path));
     }
@@ -69,8 +50,9 @@ FileDescriptor lockedFile(const QString &path)
 
 } // namespace
 
-SettingsFile::SettingsFile(QString path)
-    : m_path(std::move(path))
+SettingsFile::SettingsFile(QString path, QJsonObject inPlaceOfDamaged)
+    : m_path(std::move(path)),
+      m_inPlaceOfDamaged(std::move(inPlaceOfDamaged))
 {
 }
 
@@ -78,42 +60,72 @@ QJsonObject SettingsFile::read()
 {
     try {
         return load().value_or(QJsonObject());
+    } catch (const Damaged &) {
+        replaceDamaged();
     } catch (const Error &error) {
-        generalLog().error("The settings cannot be read, and the defaults hold: %@", {error.localizedDescription()});
-        return {};
+        generalLog().error("The settings cannot be read: %@", {error.localizedDescription()});
     }
+    if (!m_inPlaceOfDamaged.isEmpty()) {
+        generalLog().error("The default settings hold, but for these: %s",
+                           {QString::fromUtf8(QJsonDocument(m_inPlaceOfDamaged).toJson(QJsonDocument::Compact))});
+    }
+    return m_inPlaceOfDamaged;
 }
 
-/// None when there is no file, or none any more because it could not be understood. Throws when it cannot be read.
-std::optional<QJsonObject> SettingsFile::load()
+/// None when there is no file. Throws Damaged when it cannot be understood, and Error when it cannot be read.
+std::optional<QJsonObject> SettingsFile::load() const
 {
-    const QFileInfo info(m_path);
-    if (!info.exists()) {
+    struct stat status{};
+    // Everything but its absence, such as a folder that may not be entered, means that there may be one.
+    if (::lstat(QFile::encodeName(m_path).constData(), &status) != 0 && (errno == ENOENT || errno == ENOTDIR)) {
         return std::nullopt;
     }
     QFile file(m_path);
     // Opening a pipe would wait for somebody to write into it.
-    if (!info.isFile() || !file.open(QFile::ReadOnly)) {
+    if (!QFileInfo(m_path).isFile() || !file.open(QFile::ReadOnly)) {
         throw Error(QStringLiteral("%1 cannot be opened.").arg(m_path));
     }
     const QByteArray bytes = file.read(std::min(file.size(), largestFile) + 1); // Reserves that much.
+    if (file.error() != QFile::NoError) {
+        throw Error(QStringLiteral("%1 cannot be read.").arg(m_path));
+    }
     const auto document = bytes.size() > largestFile ? QJsonDocument() : QJsonDocument::fromJson(bytes);
     if (!document.isObject()) {
-        setAside();
-        return std::nullopt;
+        throw Damaged(QStringLiteral("%1 is damaged.").arg(m_path));
     }
     return document.object();
 }
 
-void SettingsFile::setAside()
+/// What holds in place of a damaged file has to hold at the next start too, when there would be no file.
+void SettingsFile::replaceDamaged()
+{
+    try {
+        const QString name = setAside();
+        if (m_inPlaceOfDamaged.isEmpty()) {
+            return;
+        }
+        try {
+            save(m_inPlaceOfDamaged);
+        } catch (const Error &) {
+            QFile::rename(name, m_path); // A damaged one says as much.
+            throw;
+        }
+    } catch (const Error &error) {
+        generalLog().error("The damaged settings cannot be replaced: %@", {error.localizedDescription()});
+    }
+}
+
+/// The new name.
+QString SettingsFile::setAside()
 {
     constexpr int mostKept = 100;
     for (int number = 1; number <= mostKept; ++number) {
         const QString suffix = number == 1 ? QString() : QStringLiteral("-%1").arg(number);
         const QString name = m_path + QStringLiteral(".corrupt") + suffix;
         if (QFile::rename(m_path, name)) { // Replaces nothing.
+            QFile::setPermissions(name, PrivateFile::permissions);
             generalLog().error("The settings file is damaged. It was set aside as %@", {name});
-            return;
+            return name;
         }
     }
     throw Error(QStringLiteral("%1 is damaged and cannot be set aside.").arg(m_path));
@@ -125,9 +137,9 @@ void SettingsFile::write(const QJsonObject &changes, const QJsonObject &all)
         m_unwritten.insert(change.key(), change.value());
     }
     try {
-        makeFolder(QFileInfo(m_path).absolutePath());
+        PrivateFile::makeFolder(QFileInfo(m_path).absolutePath());
         const FileDescriptor lock = lockedFile(m_path + QStringLiteral(".lock"));
-        QJsonObject content = load().value_or(all);
+        QJsonObject content = contentToChange(all);
         for (auto change = m_unwritten.begin(); change != m_unwritten.end(); ++change) {
             content.insert(change.key(), change.value());
         }
@@ -138,17 +150,23 @@ void SettingsFile::write(const QJsonObject &changes, const QJsonObject &all)
     }
 }
 
-void SettingsFile::save(const QJsonObject &content)
+QJsonObject SettingsFile::contentToChange(const QJsonObject &all)
 {
-    QSaveFile file(m_path); // Writes beside it, has that synced, and renames.
-    const auto bytes = QJsonDocument(content).toJson();
-    // A disk that is full by then is noticed here: what goes wrong with what is still buffered, the commit may miss.
-    const bool isWritten = file.open(QFile::WriteOnly) && file.setPermissions(privateFile) &&
-                           file.write(bytes) == bytes.size() && file.flush() && file.size() == bytes.size();
-    if (!isWritten || !file.commit()) {
-        throw Error(QStringLiteral("%1: %2").arg(m_path, file.errorString()));
+    try {
+        return load().value_or(all);
+    } catch (const Damaged &) {
+        setAside();
     }
-    synchroniseFolder(QFileInfo(m_path).absolutePath());
+    QJsonObject content = m_inPlaceOfDamaged;
+    for (auto value = all.begin(); value != all.end(); ++value) {
+        content.insert(value.key(), value.value());
+    }
+    return content;
+}
+
+void SettingsFile::save(const QJsonObject &content) const
+{
+    PrivateFile::write(m_path, QJsonDocument(content).toJson());
 }
 
 } // namespace talmo

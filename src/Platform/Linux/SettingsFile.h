@@ -13,9 +13,11 @@ namespace talmo {
 /// left alone. Both are said in the log.
 class SettingsFile {
 public:
-    explicit SettingsFile(QString path);
+    /// `inPlaceOfDamaged`: what is read where there is a file that cannot be used, and stored where it was set aside.
+    /// The defaults would undo what the user has chosen, and some of that must not be undone.
+    explicit SettingsFile(QString path, QJsonObject inPlaceOfDamaged = {});
 
-    /// Empty when there is no file, or none that could be used.
+    /// Empty when there is no file.
     QJsonObject read();
 
     /// Puts these values into the file, and leaves what else stands in it: another process may have written there.
@@ -27,11 +29,14 @@ public:
     bool isAllWritten() const { return m_unwritten.isEmpty(); }
 
 private:
-    std::optional<QJsonObject> load();
-    void setAside();
-    void save(const QJsonObject &content);
+    std::optional<QJsonObject> load() const;
+    void replaceDamaged();
+    QString setAside();
+    QJsonObject contentToChange(const QJsonObject &all);
+    void save(const QJsonObject &content) const;
 
     QString m_path;
+    QJsonObject m_inPlaceOfDamaged;
     QJsonObject m_unwritten;
 };
 

@@ -1,14 +1,13 @@
 #include "Platform/Linux/SingleInstance.h"
 
 #include "Base/Error.h"
+#include "Platform/Files/PrivateFile.h"
 #include "Platform/Linux/ControlSocket.h"
 
 #include <QDeadlineTimer>
-#include <QFile>
 #include <QThread>
 
 #include <cerrno>
-#include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
 
@@ -38,7 +37,7 @@ bool ask(QDeadlineTimer deadline)
 } // namespace
 
 SingleInstance::SingleInstance(const QString &path)
-    : m_file(::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR)),
+    : m_file(PrivateFile::openLock(path)),
       m_isFirst(m_file < 0 || ::flock(m_file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)
 {
 }

@@ -1,12 +1,13 @@
 #include "Platform/Linux/SpeechEngines.h"
 
 #include "Base/Error.h"
+#include "Base/Log.h"
 #include "Base/Task.h"
 #include "Platform/Linux/CatalogueSpeechPlatform.h"
+#include "Platform/Models/ModelStore.h"
 
 #include <QCoro/QCoroFuture>
 
-#include <QDir>
 #include <QFileSystemWatcher>
 #include <QPointer>
 #include <QStandardPaths>
@@ -78,7 +79,11 @@ void SpeechEngines::watchFolder()
     if (folder.isEmpty()) {
         return;
     }
-    QDir().mkpath(folder);
+    try {
+        ModelStore(folder).makeFolder();
+    } catch (const Error &error) {
+        generalLog().error("no models can be installed: %@", {error.localizedDescription()});
+    }
     m_watcher->addPath(folder);
     connect(m_watcher.get(), &QFileSystemWatcher::directoryChanged, this, [this] { lookForModels(); });
 }

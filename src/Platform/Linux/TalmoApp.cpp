@@ -98,7 +98,7 @@ TalmoApp::TalmoApp()
       m_cleanupExecutor(SerialExecutor::onNewThread(QStringLiteral("talmo-cleanup"))),
       m_settingsExecutor(SerialExecutor::onNewThread(QStringLiteral("talmo-settings"))),
       m_clock(std::make_shared<TimerFdClock>()),
-      m_defaults(std::make_shared<JsonUserDefaults>(JsonUserDefaults::standardPath(), m_settingsExecutor)),
+      m_defaults(JsonUserDefaults::ofThisUser(m_settingsExecutor)),
       m_linuxSettings(LinuxSettings::read(*m_defaults)),
       m_standInKeys(standInKeySymbols(m_linuxSettings.standInKeys)),
       m_languageModel(std::make_shared<LoopbackLanguageModel>(m_linuxSettings.languageModel, m_cleanupExecutor, m_clock,

@@ -2,6 +2,7 @@
 
 #include "Base/Application.h"
 #include "Base/Error.h"
+#include "Platform/Files/PrivateFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -60,12 +61,9 @@ public:
 
     void save(const QString &path) const
     {
-        GError *error = nullptr;
-        if (g_key_file_save_to_file(get(), QFile::encodeName(path).constData(), &error) == 0) {
-            const Error failure(QString::fromUtf8(error->message));
-            g_error_free(error);
-            throw Error(failure);
-        }
+        gsize size = 0;
+        const std::unique_ptr<char, decltype(&g_free)> text(g_key_file_to_data(get(), &size, nullptr), &g_free);
+        PrivateFile::write(path, QByteArray(text.get(), static_cast<qsizetype>(size)));
     }
 
 private:

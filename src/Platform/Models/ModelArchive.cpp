@@ -1,6 +1,7 @@
 #include "Platform/Models/ModelArchive.h"
 
 #include "Base/Error.h"
+#include "Platform/Files/PrivateFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -112,7 +113,9 @@ public:
 private:
     void makeFolder(const QString &place) const
     {
-        if (!m_folder.mkpath(place)) {
+        try {
+            PrivateFile::makeFolder(m_folder.filePath(place));
+        } catch (const Error &) {
             refuse(QStringLiteral("the folder “%1” cannot be made").arg(place));
         }
     }
@@ -120,7 +123,7 @@ private:
     void unpackFile(const QString &place)
     {
         QFile file(m_folder.filePath(place));
-        if (!file.open(QFile::WriteOnly | QFile::NewOnly | QFile::Unbuffered)) {
+        if (!file.open(QFile::WriteOnly | QFile::NewOnly | QFile::Unbuffered, PrivateFile::permissions)) {
             refuse(QStringLiteral("“%1” cannot be written (%2)").arg(place, file.errorString()));
         }
         const void *block = nullptr;

@@ -101,6 +101,12 @@ bool isPermittedAddress(const QUrl &address)
            (address.scheme() == QStringLiteral("https") || (isHere && address.scheme() == QStringLiteral("http")));
 }
 
+bool isPermittedRedirect(const QUrl &from, const QUrl &to)
+{
+    const bool isDowngrade = from.scheme() == QStringLiteral("https") && to.scheme() != QStringLiteral("https");
+    return isPermittedAddress(to) && !isDowngrade;
+}
+
 QString languageOf(const QString &locale)
 {
     static const QRegularExpression end(QStringLiteral("[_.@-]"));

@@ -46,6 +46,8 @@ QString languageOf(const QString &locale);
 
 /// Whether models may be fetched from there: HTTPS, or plain HTTP from this very machine.
 bool isPermittedAddress(const QUrl &address);
+/// Whether a server may lead from one address to another: never from HTTPS to HTTP, not even on this machine.
+bool isPermittedRedirect(const QUrl &from, const QUrl &to);
 
 /// The models that can be had, the better ones of a language first.
 class ModelCatalogue {

@@ -1,6 +1,7 @@
 #include "Platform/Models/ModelStore.h"
 
 #include "Base/Error.h"
+#include "Platform/Files/PrivateFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -8,7 +9,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSaveFile>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
@@ -17,7 +17,6 @@
 #include <cstring>
 #include <utility>
 
-#include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
 
@@ -41,7 +40,7 @@ void clearAway(const QString &folder)
 {
     const QDir models(folder);
     const auto leftovers = models.entryList({QLatin1String(workshopPattern), QLatin1String(discardedPattern)},
-                                            QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
+                                            QDir::Dirs | QDir::Hidden | QDir::NoSymLinks | QDir::NoDotAndDotDot);
     for (const auto &name : leftovers) {
         QDir(models.filePath(name)).removeRecursively();
     }
@@ -56,7 +55,7 @@ public:
         : m_folder(std::move(folder))
     {
         const QString path = m_folder + QStringLiteral("/.lock");
-        m_descriptor = ::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+        m_descriptor = PrivateFile::openLock(path);
         if (m_descriptor < 0) {
             throw Error(QStringLiteral("%1 cannot be written.").arg(path));
         }
@@ -105,11 +104,17 @@ bool ModelStore::isInstalled(const QString &name) const
     return installed().contains(name);
 }
 
+void ModelStore::makeFolder() const
+{
+    if (m_folder == standardFolder()) {
+        PrivateFile::makeFolder(QFileInfo(m_folder).path()); // All of it is Talmo's.
+    }
+    PrivateFile::makeFolder(m_folder);
+}
+
 std::shared_ptr<ModelStore::Lock> ModelStore::lock() const
 {
-    if (!QDir().mkpath(m_folder)) {
-        throw Error(QStringLiteral("The folder %1 cannot be made.").arg(m_folder));
-    }
+    makeFolder();
     return std::make_shared<Lock>(m_folder);
 }
 
@@ -131,7 +136,9 @@ QString ModelStore::makeWorkshop() const
 void ModelStore::takeIn(const QString &unpacked, const QString &name) const
 {
     const QString place = path(name);
-    if (QFileInfo::exists(place)) {
+    if (QFileInfo(place).isSymLink()) {
+        QFile::remove(place); // The link alone: what it leads to is not Talmo's.
+    } else if (QFileInfo::exists(place)) {
         rename(place, path(QStringLiteral(".removed-") + name));
     }
     rename(unpacked, place);
@@ -139,8 +146,13 @@ void ModelStore::takeIn(const QString &unpacked, const QString &name) const
 
 void ModelStore::remove(const QString &name) const
 {
+    // What is installed has a plain name, so nothing outside the folder is meant; but a link may lead there.
     if (!isInstalled(name)) {
         throw Error(QStringLiteral("There is no model “%1” in %2.").arg(name, m_folder));
+    }
+    if (QFileInfo(path(name)).isSymLink()) {
+        throw Error(
+            QStringLiteral("“%1” is a link to a model elsewhere. Remove the link by hand: %2").arg(name, path(name)));
     }
     const QString discarded = path(QStringLiteral(".removed-") + name);
     rename(path(name), discarded);
@@ -157,12 +169,7 @@ void describeModel(const QString &folder, const ModelEntry &entry)
                             {QStringLiteral("title"), entry.title},
                             {QStringLiteral("licence"), entry.licence},
                             {QStringLiteral("source"), entry.address.toString()}};
-    QFile::remove(folder + QStringLiteral("/talmo-model.json"));
-    QSaveFile file(folder + QStringLiteral("/talmo-model.json"));
-    const QByteArray json = QJsonDocument(notes).toJson();
-    if (!file.open(QFile::WriteOnly) || file.write(json) != json.size() || !file.flush() || !file.commit()) {
-        throw Error(QStringLiteral("%1 cannot be written: %2").arg(file.fileName(), file.errorString()));
-    }
+    PrivateFile::write(folder + QStringLiteral("/talmo-model.json"), QJsonDocument(notes).toJson());
 }
 
 QString innermostFolder(const QString &unpacked)

@@ -18,6 +18,8 @@ public:
     static QString standardFolder();
 
     QString folder() const { return m_folder; }
+    /// Makes it, or an existing one private. Throws Error.
+    void makeFolder() const;
     /// By name.
     QStringList installed() const;
     QString path(const QString &name) const;

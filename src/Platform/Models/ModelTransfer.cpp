@@ -1,5 +1,6 @@
 #include "Platform/Models/ModelTransfer.h"
 
+#include "Platform/Files/PrivateFile.h"
 #include "Platform/Models/ModelCatalogue.h"
 
 #include <QFileInfo>
@@ -10,7 +11,6 @@
 #include <QNetworkProxyFactory>
 #include <QNetworkRequest>
 #include <QRegularExpression>
-#include <QSaveFile>
 #include <QStorageInfo>
 
 #include <utility>
@@ -63,6 +63,7 @@ QString notesPath(const QString &partPath)
 ModelTransfer::ModelTransfer(QNetworkAccessManager &manager, DownloadRequest request, ModelDownload::Progress progress)
     : m_request(std::move(request)),
       m_progress(std::move(progress)),
+      m_place(m_request.address),
       m_file(m_request.path)
 {
     guarded([this, &manager] { begin(manager); });
@@ -91,7 +92,7 @@ void ModelTransfer::guarded(Step step)
 void ModelTransfer::begin(QNetworkAccessManager &manager)
 {
     // Unbuffered, so that a full disk is noticed where it happens.
-    if (!m_file.open(QFile::ReadWrite | QFile::Unbuffered)) {
+    if (!m_file.open(QFile::ReadWrite | QFile::Unbuffered, PrivateFile::permissions)) {
         throw Error(QStringLiteral("%1 cannot be written: %2").arg(m_request.path, m_file.errorString()));
     }
     const QJsonObject notes = readNotes(m_request.path);
@@ -119,7 +120,8 @@ void ModelTransfer::begin(QNetworkAccessManager &manager)
     manager.setProxy(proxyFor(m_request.address));
     m_reply = manager.get(request);
     connect(m_reply, &QNetworkReply::redirected, this, [this](const QUrl &target) {
-        if (isPermittedAddress(target)) {
+        if (isPermittedRedirect(m_place, target)) {
+            m_place = target;
             Q_EMIT m_reply->redirectAllowed();
         } else {
             fail(std::make_exception_ptr(
@@ -220,12 +222,9 @@ void ModelTransfer::writeNotes() const
         const bool isWeak = mark.startsWith(QStringLiteral("W/")); // Not the same byte for byte.
         validator = validator.isEmpty() && !isWeak ? mark : validator;
     }
-    QSaveFile file(notesPath(m_request.path));
-    file.open(QFile::WriteOnly);
-    file.write(QJsonDocument(QJsonObject{{QStringLiteral("address"), m_request.address.toString()},
-                                         {QStringLiteral("validator"), validator}})
-                   .toJson());
-    file.commit(); // Without it the next try begins anew, that is all.
+    const QJsonObject notes{{QStringLiteral("address"), m_request.address.toString()},
+                            {QStringLiteral("validator"), validator}};
+    PrivateFile::write(notesPath(m_request.path), QJsonDocument(notes).toJson());
 }
 
 void ModelTransfer::read()

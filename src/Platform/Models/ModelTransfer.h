@@ -56,6 +56,7 @@ private:
     DownloadRequest m_request;
     ModelDownload::Progress m_progress;
     std::shared_ptr<Completion<void>> m_completion = Completion<void>::make();
+    QUrl m_place; ///< The address, or where the server has led since.
     QFile m_file;
     QNetworkReply *m_reply = nullptr;
     std::optional<qint64> m_total;
