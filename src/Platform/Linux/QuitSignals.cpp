@@ -1,38 +1,54 @@
 #include "Platform/Linux/QuitSignals.h"
 
+#include <atomic>
+#include <cerrno>
 #include <csignal>
-#include <sys/signalfd.h>
+#include <cstdint>
+#include <sys/eventfd.h>
+#include <unistd.h>
 
 namespace talmo {
 
 namespace {
 
-sigset_t quitSignals()
+/// What the handler may touch: written once, before the handler is installed.
+std::atomic<int> noted = -1;
+std::atomic<pid_t> owner = 0;
+
+/// Async-signal-safe. A child that has not called exec yet has this handler too, and shares the descriptor.
+void note(int /*number*/)
 {
-    sigset_t signals;
-    sigemptyset(&signals);
-    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
-        sigaddset(&signals, number);
+    const int before = errno;
+    const std::uint64_t one = 1;
+    if (::getpid() == owner.load() && ::write(noted.load(), &one, sizeof(one)) < 0) {
+        // Full of requests already.
     }
-    return signals;
+    errno = before;
 }
 
 } // namespace
 
-void QuitSignals::holdBack()
+void QuitSignals::install()
 {
-    const sigset_t signals = quitSignals();
-    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    if (noted.load() < 0) {
+        noted = ::eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
+        owner = ::getpid();
+    }
+    struct sigaction action{};
+    action.sa_handler = &note;
+    action.sa_flags = SA_RESTART;
+    sigemptyset(&action.sa_mask);
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        ::sigaction(number, &action, nullptr);
+    }
 }
 
 QuitSignals::QuitSignals()
+    : m_notifier(std::make_unique<QSocketNotifier>(noted.load(), QSocketNotifier::Read))
 {
-    const sigset_t signals = quitSignals();
-    m_descriptor = FileDescriptor(signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC));
-    m_notifier = std::make_unique<QSocketNotifier>(m_descriptor.get(), QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, [this] {
-        signalfd_siginfo information{};
-        if (read(m_descriptor.get(), &information, sizeof(information)) == sizeof(information)) {
+        std::uint64_t count = 0;
+        if (::read(noted.load(), &count, sizeof(count)) == sizeof(count)) {
             Q_EMIT quitRequested();
         }
     });

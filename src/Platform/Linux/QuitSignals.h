@@ -1,7 +1,5 @@
 #pragma once
 
-#include "Platform/Linux/FileDescriptor.h"
-
 #include <QObject>
 #include <QSocketNotifier>
 
@@ -10,21 +8,22 @@
 namespace talmo {
 
 /// Turns the signals that ask a program to end (interrupt, terminate, hang-up) into a Qt signal on the main thread.
-/// One per process.
+/// They are caught, not blocked: a program that Talmo starts would begin with the same signals blocked, and nobody
+/// could end it. One per process.
 class QuitSignals final : public QObject {
     Q_OBJECT
 
 public:
-    /// To be called before any other thread is made, Qt's own included: threads inherit what is held back.
-    static void holdBack();
+    /// From here on the signals no longer end the process. What comes before there is an object is not lost.
+    static void install();
 
+    /// install() comes first.
     QuitSignals();
 
 Q_SIGNALS:
     void quitRequested();
 
 private:
-    FileDescriptor m_descriptor;
     std::unique_ptr<QSocketNotifier> m_notifier;
 };
 

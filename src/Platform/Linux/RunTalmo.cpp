@@ -138,7 +138,7 @@ int runTalmo(int argc, char **argv)
         std::fprintf(stderr, "talmo: there are no options; talmoctl is for the command line\n");
         return usageStatus;
     }
-    QuitSignals::holdBack();
+    QuitSignals::install();
     try {
         const XConnection probe; // Qt ends the process without a display; a sentence is better.
     } catch (const Error &error) {

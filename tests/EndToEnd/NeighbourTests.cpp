@@ -1,0 +1,65 @@
+// What others on the machine get of Talmo: nothing.
+
+#include "EndToEnd/TalmoRun.h"
+
+#include "Support/Printing.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace talmo::test {
+
+namespace {
+
+class NeighbourRun : public TalmoRun {
+protected:
+    /// Descriptors of the running Talmo that a program it starts would get.
+    QStringList inheritable() const
+    {
+        QStringList found;
+        const QDir folder(u"/proc/%1/fdinfo"_s.arg(talmo->processId()));
+        for (const auto &name : folder.entryList(QDir::Files)) {
+            QFile file(folder.filePath(name));
+            if (!file.open(QFile::ReadOnly)) {
+                continue; // Closed meanwhile.
+            }
+            const QString text = QString::fromLatin1(file.readAll());
+            const auto flags = text.section(u"flags:\t"_s, 1).section(u'\n', 0, 0).toUInt(nullptr, 8);
+            if (name.toInt() > 2 && (flags & O_CLOEXEC) == 0) {
+                found.append(name + u" "_s +
+                             QFile::symLinkTarget(u"/proc/%1/fd/%2"_s.arg(talmo->processId()).arg(name)));
+            }
+        }
+        return found;
+    }
+    static unsigned modeOf(const QString &path)
+    {
+        struct stat status{};
+        EXPECT_EQ(stat(QFile::encodeName(path).constData(), &status), 0) << path.toStdString();
+        return status.st_mode & 0777U;
+    }
+};
+
+} // namespace
+
+TEST_F(NeighbourRun, programsThatTalmoStartsInheritNoDescriptors)
+{
+    openQtWindow();
+    startTalmo();
+    dictate(u"hello world"_s);
+    EXPECT_TRUE(talmoSays(u"state: idle"_s));
+    EXPECT_EQ(inheritable(), QStringList());
+}
+
+TEST_F(NeighbourRun, socketAndLockArePrivate)
+{
+    startTalmo();
+    const QString socket = environment.value(u"XDG_RUNTIME_DIR"_s) + u"/talmo"_s + environment.value(u"DISPLAY"_s);
+    EXPECT_EQ(modeOf(socket) & 0077U, 0U);
+    EXPECT_EQ(modeOf(socket + u".lock"_s), 0600U);
+}
+
+} // namespace talmo::test
