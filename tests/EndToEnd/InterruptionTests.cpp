@@ -97,7 +97,7 @@ TEST_F(InterruptionRun, theSessionEndsOnlyOnceTheSentenceIsInserted)
     EXPECT_TRUE(windowShows(u"Hello world."_s));
     const auto idle = talmo->waitForLine(u"state: idle"_s, patience);
     ASSERT_TRUE(idle);
-    EXPECT_LE(idle->time, saved->time + 50ms) << "the two pipes are read in any order";
+    EXPECT_LE(idle->time, saved->time + 2s); // The model would have been waited for ten; pipes are read in any order.
     manager.writeLine(u"die"_s);
     EXPECT_TRUE(rig::waitUntil([this] { return !talmo->isRunning(); }, patience));
 }
@@ -120,9 +120,9 @@ TEST_F(InterruptionRun, aHoldReleasedBeforeTheRecordingBeganLeavesNoMicrophoneOn
     rig::passTime(250ms);
     keyboard.release(key);
     sound->thaw();
-    EXPECT_TRUE(rig::pollUntil(
-        [this] { return count(u"state: recording"_s) == count(u"state: processing"_s) && count(u"state: "_s) > 0; },
-        patience));
+    ASSERT_TRUE(talmo->waitForLine(u"state: processing"_s, patience));
+    EXPECT_LE(count(u"state: recording"_s), 1);
+    EXPECT_TRUE(talmo->waitForLine(u"error: No speech detected."_s, patience));
 }
 
 } // namespace talmo::test
