@@ -1,6 +1,7 @@
 #include "Platform/Linux/AtSpiFocusedField.h"
 
 #include "Base/Completion.h"
+#include "Platform/Linux/FrontWindow.h"
 #include "Platform/Linux/PasswordFieldSearch.h"
 #include "Platform/Linux/XProperty.h"
 
@@ -16,7 +17,7 @@ qint64 focusedProcess(XSession &session)
 {
     constexpr int deepest = 8;
     auto &connection = session.connection();
-    auto window = session.focusWindow();
+    auto window = frontWindow(session).window;
     for (int depth = 0; window != XCB_NONE && window != connection.root() && depth < deepest; ++depth) {
         const auto numbers = xNumbers(xProperty(connection.get(), window, connection.atom("_NET_WM_PID")));
         if (!numbers.isEmpty()) {
