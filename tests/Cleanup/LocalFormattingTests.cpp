@@ -75,7 +75,7 @@ TEST(SplitIntoSegments, aCommandAtTheStartHasNoEffect)
 {
     EXPECT_THAT(splitIntoSegments(u"new paragraph hello"_s), ElementsAre(segment(u"hello"_s)));
     EXPECT_THAT(splitIntoSegments(u"New line hello"_s), ElementsAre(segment(u"hello"_s)));
-    EXPECT_THAT(splitIntoSegments(u" new paragraph a new line b"_s),
+    EXPECT_THAT(splitIntoSegments(u"new paragraph a new line b"_s),
                 ElementsAre(segment(u"a"_s, u"\n"_s), segment(u"b"_s)));
 }
 

@@ -16,14 +16,22 @@
 
 #include <QGuiApplication>
 
+#include <algorithm>
 #include <cmath>
 
 namespace talmo::test {
 
 namespace {
 
-const QPalette light = Appearance::palette(ColourScheme::Light);
-const QPalette dark = Appearance::palette(ColourScheme::Dark);
+QPalette light()
+{
+    return Appearance::palette(ColourScheme::Light);
+}
+
+QPalette dark()
+{
+    return Appearance::palette(ColourScheme::Dark);
+}
 
 QColor faded(QColor colour, float alpha)
 {
@@ -65,11 +73,11 @@ TEST(Appearance, hasItsSizes)
 
 TEST(Appearance, judgesAPaletteByItsWindows)
 {
-    EXPECT_TRUE(Appearance::isDark(dark));
-    EXPECT_FALSE(Appearance::isDark(light));
-    EXPECT_EQ(Appearance::scheme(dark), ColourScheme::Dark);
-    EXPECT_EQ(Appearance::scheme(light), ColourScheme::Light);
-    QPalette grey = light;
+    EXPECT_TRUE(Appearance::isDark(dark()));
+    EXPECT_FALSE(Appearance::isDark(light()));
+    EXPECT_EQ(Appearance::scheme(dark()), ColourScheme::Dark);
+    EXPECT_EQ(Appearance::scheme(light()), ColourScheme::Light);
+    QPalette grey = light();
     grey.setColor(QPalette::Window, Qt::gray);
     grey.setColor(QPalette::WindowText, Qt::gray);
     EXPECT_FALSE(Appearance::isDark(grey));
@@ -77,7 +85,7 @@ TEST(Appearance, judgesAPaletteByItsWindows)
 
 TEST(Appearance, dimsTheTextsColour)
 {
-    for (const auto &palette : {light, dark}) {
+    for (const auto &palette : {light(), dark()}) {
         const QColor ink = palette.color(QPalette::WindowText);
         EXPECT_EQ(Appearance::secondary(palette), faded(ink, 0.66F));
         EXPECT_EQ(Appearance::hairline(palette), faded(ink, 0.12F));
@@ -87,10 +95,10 @@ TEST(Appearance, dimsTheTextsColour)
 
 TEST(Appearance, warnsAndApprovesInLegibleColours)
 {
-    EXPECT_EQ(Appearance::orange(dark), QColor(255, 163, 58));
-    EXPECT_EQ(Appearance::orange(light), QColor(179, 84, 0));
-    EXPECT_EQ(Appearance::green(dark), QColor(76, 217, 100));
-    EXPECT_EQ(Appearance::green(light), QColor(27, 127, 55));
+    EXPECT_EQ(Appearance::orange(dark()), QColor(255, 163, 58));
+    EXPECT_EQ(Appearance::orange(light()), QColor(179, 84, 0));
+    EXPECT_EQ(Appearance::green(dark()), QColor(76, 217, 100));
+    EXPECT_EQ(Appearance::green(light()), QColor(27, 127, 55));
 }
 
 TEST(Appearance, hasAPaletteForEachScheme)
@@ -105,13 +113,13 @@ TEST(Appearance, hasAPaletteForEachScheme)
         }
         return colours.join(QLatin1Char(' '));
     };
-    EXPECT_EQ(names(light),
+    EXPECT_EQ(names(light()),
               u"f4f4f6 1c1c1e ffffff f4f4f6 1c1c1e fafafb 1c1c1e 4b5bdc ffffff 4b5bdc f4f4f6 1c1c1e ffffff "
               u"d6d6da b4b4ba ffffff"_s);
-    EXPECT_EQ(names(dark),
+    EXPECT_EQ(names(dark()),
               u"242528 f0f0f2 1b1c1f 242528 f0f0f2 3a3b40 f0f0f2 5b6df0 ffffff 5b6df0 242528 f0f0f2 4a4b50 "
               u"1e1e21 121214 ffffff"_s);
-    for (const auto &palette : {light, dark}) {
+    for (const auto &palette : {light(), dark()}) {
         EXPECT_EQ(palette.color(QPalette::PlaceholderText), Appearance::secondary(palette));
         for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
             EXPECT_EQ(palette.color(QPalette::Disabled, role), faded(palette.color(QPalette::WindowText), 0.4F));
@@ -124,7 +132,7 @@ protected:
     /// A card of 200 by 100 with 40 pixels around it.
     QImage painted(bool isTranslucent)
     {
-        return drawn({280, 180}, [&](QPainter &painter) { Card::paint(painter, card, light, isTranslucent); });
+        return drawn({280, 180}, [&](QPainter &painter) { Card::paint(painter, card, light(), isTranslucent); });
     }
     const QRect card{40, 40, 200, 100};
 };
@@ -132,7 +140,7 @@ protected:
 TEST_F(CardTest, isSolidWithoutTranslucency)
 {
     const QImage image = painted(false);
-    EXPECT_EQ(image.pixelColor(140, 90), light.color(QPalette::Window));
+    EXPECT_EQ(image.pixelColor(140, 90), light().color(QPalette::Window));
     EXPECT_EQ(alphaAt(image, 39, 90), 0) << "no shadow";
     EXPECT_EQ(alphaAt(image, 40, 90), 255);
     EXPECT_EQ(alphaAt(image, 239, 139), 0) << "the corner is round";
@@ -140,7 +148,7 @@ TEST_F(CardTest, isSolidWithoutTranslucency)
     EXPECT_EQ(image.pixelColor(140, 139), image.pixelColor(239, 90));
     // The text's colour at 8 % on the surface's.
     EXPECT_NEAR(image.pixelColor(140, 40).red(), 0.92 * 0xf4 + 0.08 * 0x1c, 2);
-    EXPECT_EQ(image.pixelColor(140, 41), light.color(QPalette::Window)) << "the border is one pixel wide";
+    EXPECT_EQ(image.pixelColor(140, 41), light().color(QPalette::Window)) << "the border is one pixel wide";
 }
 
 TEST_F(CardTest, shinesThroughAndThrowsASoftShadow)
@@ -162,6 +170,60 @@ TEST_F(CardTest, shinesThroughAndThrowsASoftShadow)
         EXPECT_LE(alphaAt(image, 140, y), before);
         before = alphaAt(image, 140, y);
     }
+}
+
+TEST_F(CardTest, theShadowIsThatOfTheCardAtEveryPixel)
+{
+    for (const qreal ratio : {1.0, 2.0}) {
+        QImage image((QSizeF(280, 180) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+        image.setDevicePixelRatio(ratio);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        Card::paint(painter, card, light(), true);
+        painter.end();
+        int wrong = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                const QPointF point((x + 0.5) / ratio, (y + 0.5) / ratio);
+                if (QRectF(card).adjusted(-1, -1, 1, 1).contains(point)) {
+                    continue;
+                }
+                // From the rounded rectangle, four pixels lower, to the point.
+                const double beyondX = std::max(std::abs(point.x() - 140) - (100 - 14), 0.0);
+                const double beyondY = std::max(std::abs(point.y() - 94) - (50 - 14), 0.0);
+                const double distance = std::hypot(beyondX, beyondY) - 14;
+                const double expected = 255 * 0.34 * 0.5 * std::erfc(distance / 8);
+                wrong += std::abs(alphaAt(image, x, y) - expected) > 4 ? 1 : 0;
+            }
+        }
+        EXPECT_EQ(wrong, 0) << ratio;
+    }
+}
+
+TEST_F(CardTest, leavesThePainterAsItWas)
+{
+    for (const bool isTranslucent : {true, false}) {
+        QImage image(280, 180, QImage::Format_ARGB32_Premultiplied);
+        QPainter painter(&image);
+        Card::paint(painter, card, light(), isTranslucent);
+        EXPECT_FALSE(painter.hasClipping());
+        EXPECT_FALSE(painter.testRenderHint(QPainter::Antialiasing));
+    }
+}
+
+TEST_F(CardTest, itsShapeIsTheSameOnAllSides)
+{
+    const QRegion shape = Card::shape(card);
+    int different = 0;
+    for (int y = 0; y < card.height(); ++y) {
+        for (int x = 0; x < card.width(); ++x) {
+            const bool isInside = shape.contains(card.topLeft() + QPoint(x, y));
+            const QPoint opposite = card.bottomRight() - QPoint(x, y);
+            different += shape.contains(opposite) != isInside ? 1 : 0;
+            different += shape.contains(QPoint(opposite.x(), card.top() + y)) != isInside ? 1 : 0;
+        }
+    }
+    EXPECT_LE(different, 8) << "a pixel at each corner may be rounded to the other side";
 }
 
 TEST_F(CardTest, itsShapeHasRoundCorners)

@@ -105,9 +105,25 @@ TEST_F(OverlayDetailsTest, aLongerTitleThanTheCardIsElided)
 {
     RecordingOverlay overlay(world.coordinator());
     world.beProcessing();
-    overlay.resize(60, 50);
-    const auto withTitle = drawn(overlay);
-    EXPECT_EQ(withTitle.pixelColor(59, 25).alpha(), 0) << "nothing is painted into the padding";
+    overlay.resize(80, titleHeight + 20);
+    const auto expected = drawn(overlay.size(), [&](QPainter &painter) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(QColor(10, 132, 255));
+        painter.drawEllipse(QRectF(14, 10 + titleHeight / 2 - 4, 8, 8));
+        painter.setPen(overlay.palette().color(QPalette::WindowText));
+        painter.setFont(titleFont);
+        const QString title = QFontMetrics(titleFont).elidedText(u"Cleaning up…"_s, Qt::ElideRight, 80 - 28 - 14);
+        painter.drawText(QRect(28, 10, 80 - 28 - 14, titleHeight), Qt::AlignLeft | Qt::AlignVCenter, title);
+    });
+    EXPECT_TRUE(drawn(overlay) == expected);
+}
+
+TEST_F(OverlayDetailsTest, showsTheStateFromTheStart)
+{
+    world.beRecording();
+    const RecordingOverlay overlay(world.coordinator());
+    EXPECT_EQ(overlay.contents().title, u"Listening"_s);
+    EXPECT_EQ(overlay.accessibleName(), u"Listening"_s);
 }
 
 TEST_F(OverlayDetailsTest, saysWhenItsSizeChangesAndOnlyThen)
