@@ -1,7 +1,6 @@
 #include "UI/EditingServerRow.h"
 
 #include "UI/Appearance.h"
-#include "UI/Symbol.h"
 #include "UI/SymbolLabel.h"
 #include "UI/TintedLabel.h"
 #include "UI/WarningRow.h"
@@ -14,9 +13,10 @@ namespace talmo {
 
 namespace {
 
-const char *const usedText = QT_TRANSLATE_NOOP("Talmo", "Your text is edited by %1 at %2, on this computer.");
-const char *const unusedText =
-    QT_TRANSLATE_NOOP("Talmo", "%1 at %2 would edit your text. It gets none while this is off.");
+constexpr int symbolSpacing = 6;
+
+const char *const usedText = QT_TRANSLATE_NOOP("Talmo", "Your text goes to %1 at %2.");
+const char *const unusedText = QT_TRANSLATE_NOOP("Talmo", "%1 at %2 gets no text while this is off.");
 const char *const refusedText =
     QT_TRANSLATE_NOOP("Talmo", "Another user's program answers at %1. It gets none of your text.");
 
@@ -30,7 +30,7 @@ QString shortened(const QString &name)
 } // namespace
 
 EditingServerRow::EditingServerRow()
-    : m_symbol(new SymbolLabel(QStringLiteral("sparkles"), &Appearance::secondary, Symbol::rowSize - 2)),
+    : m_symbol(new SymbolLabel(QStringLiteral("sparkles"), &Appearance::secondary)),
       m_text(TintedLabel::caption({})),
       m_refusal(new WarningRow)
 {
@@ -39,6 +39,7 @@ EditingServerRow::EditingServerRow()
     layout->setSpacing(0);
     auto *row = new QHBoxLayout;
     row->setContentsMargins(0, 2, 0, 0);
+    row->setSpacing(symbolSpacing);
     row->addWidget(m_symbol, 0, Qt::AlignTop);
     row->addWidget(m_text, 1);
     layout->addLayout(row);

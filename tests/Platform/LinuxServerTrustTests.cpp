@@ -74,7 +74,7 @@ TEST(ServerOwner, isNobodyWithoutTheConnection)
 
 TEST(ServerOwner, isTheListenersUserUntilTheConnectionIsAccepted)
 {
-    // The kernel shows root for the user of a connection that nobody has accepted.
+    // Older kernels show root for the user of a connection that nobody has accepted.
     EXPECT_EQ(owner(listener(here, 1001) + connection(0, 0)), 1001U);
     EXPECT_EQ(owner(connection(0, 0)), std::nullopt) << "without a listener";
     constexpr int deferred = 3;

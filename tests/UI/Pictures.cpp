@@ -161,6 +161,27 @@ void addRecogniser(Gallery &gallery, FakeRecogniserSettings &recogniser, Setting
     show(u"without-library"_s);
 }
 
+/// The first page with a server that edits, with editing switched off, and with one that is refused.
+void addServers(Gallery &gallery)
+{
+    ViewWorld world;
+    world.settings->setHotkeyDisplayName(u"Right Ctrl"_s);
+    SettingsView settings(world.context());
+    const auto show = [&](const QString &name) {
+        settings.reread();
+        settle();
+        gallery.addWindow(settings, u"settings-server-"_s + name);
+    };
+    world.server = {u"qwen2.5:7b-instruct-q4_K_M"_s, u"127.0.0.1:11434"_s, {}};
+    show(u"used"_s);
+    world.settings->setAiCleanupEnabled(false);
+    show(u"off"_s);
+    world.settings->setAiCleanupEnabled(true);
+    world.server = {{}, {}, {u"127.0.0.1:8080"_s}};
+    world.unavailability = u"The on-device language model isn't available right now."_s;
+    show(u"refused"_s);
+}
+
 void takePictures(const QDir &folder, const Look &look)
 {
     Gallery gallery(folder, look);
@@ -221,27 +242,6 @@ void takePictures(const QDir &folder, const Look &look)
     }
     addRecogniser(gallery, *recogniser, settings);
     addServers(gallery);
-}
-
-/// The first page with a server that edits, with editing switched off, and with one that is refused.
-void addServers(Gallery &gallery)
-{
-    ViewWorld world;
-    world.settings->setHotkeyDisplayName(u"Right Ctrl"_s);
-    SettingsView settings(world.context());
-    const auto show = [&](const QString &name) {
-        settings.reread();
-        settle();
-        gallery.addWindow(settings, u"settings-server-"_s + name);
-    };
-    world.server = {u"qwen2.5:7b-instruct-q4_K_M"_s, u"127.0.0.1:11434"_s, {}};
-    show(u"used"_s);
-    world.settings->setAiCleanupEnabled(false);
-    show(u"off"_s);
-    world.settings->setAiCleanupEnabled(true);
-    world.server = {{}, {}, {u"127.0.0.1:8080"_s}};
-    world.unavailability = u"The on-device language model isn't available right now."_s;
-    show(u"refused"_s);
 }
 
 void draw(QWidget &view, const QString &file, const QString &title)

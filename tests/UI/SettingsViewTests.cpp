@@ -205,11 +205,10 @@ TEST_F(GeneralTabTest, showsWhichServerAndModelGetTheText)
 {
     world.server = {u"qwen2.5:7b"_s, u"127.0.0.1:11434"_s, {}};
     tab.reread();
-    EXPECT_TRUE(texts().contains(u"Your text is edited by qwen2.5:7b at 127.0.0.1:11434, on this computer."_s));
+    EXPECT_TRUE(texts().contains(u"Your text goes to qwen2.5:7b at 127.0.0.1:11434."_s));
     toggle(u"Enable AI cleanup"_s).click();
     settle();
-    EXPECT_TRUE(
-        texts().contains(u"qwen2.5:7b at 127.0.0.1:11434 would edit your text. It gets none while this is off."_s));
+    EXPECT_TRUE(texts().contains(u"qwen2.5:7b at 127.0.0.1:11434 gets no text while this is off."_s));
     world.server = {};
     tab.reread();
     EXPECT_FALSE(texts().join(u'\n').contains(u"11434"_s));
@@ -231,8 +230,7 @@ TEST_F(GeneralTabTest, modelNameFromAServerIsShortenedAndPlain)
 {
     world.server = {u"<b>%2</b>"_s + QString(200, u'x'), u"127.0.0.1:8080"_s, {}};
     tab.reread();
-    EXPECT_TRUE(texts().contains(u"Your text is edited by <b>%2</b>"_s + QString(38, u'x') +
-                                 u"… at 127.0.0.1:8080, on this computer."_s));
+    EXPECT_TRUE(texts().contains(u"Your text goes to <b>%2</b>"_s + QString(38, u'x') + u"… at 127.0.0.1:8080."_s));
 }
 
 TEST_F(GeneralTabTest, aLoginItemThatCannotBeWrittenLeavesTheWish)

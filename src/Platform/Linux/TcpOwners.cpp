@@ -162,7 +162,7 @@ std::optional<uid_t> serverOwner(const QByteArray &tcp, const QByteArray &tcp6, 
     if (connection == rows.end()) {
         return std::nullopt;
     }
-    // Until a program has accepted it, a connection has no inode, and the kernel shows root for its user.
+    // Until a program has accepted it, a connection has no inode, and older kernels show root for its user.
     return connection->inode != 0 ? std::optional(connection->user) : listenerOwner(rows, serverAddress, server.port);
 }
 

@@ -356,11 +356,11 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Your text is edited by %1 at %2, on this computer.</source>
+        <source>Your text goes to %1 at %2.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>%1 at %2 would edit your text. It gets none while this is off.</source>
+        <source>%1 at %2 gets no text while this is off.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
