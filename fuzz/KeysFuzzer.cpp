@@ -31,7 +31,7 @@ class Keyboard {
 public:
     Keyboard()
     {
-        m_standIns.setKeyCodes({firstStandIn, secondStandIn});
+        setLayout(3);
         m_manager.setOnHotkeyDown([this] {
             require(!m_isRecording);
             m_isRecording = true;
@@ -42,6 +42,19 @@ public:
             m_isRecording = false;
         });
         m_manager.start();
+    }
+
+    /// A bit for each key that stands in from now on.
+    void setLayout(int bits)
+    {
+        std::set<std::uint8_t> standIns;
+        if ((bits & 1) != 0) {
+            standIns.insert(firstStandIn);
+        }
+        if ((bits & 2) != 0) {
+            standIns.insert(secondStandIn);
+        }
+        m_standIns.setKeyCodes(standIns);
     }
 
     void key(std::uint8_t keyCode, bool isDown, std::uint16_t device)
@@ -104,8 +117,11 @@ private:
             } else {
                 m_real.erase(next->keyCode);
                 const auto change = m_standIns.keyUp(next->keyCode);
-                // All of them together count as one key.
-                require(change != false || (!m_real.contains(firstStandIn) && !m_real.contains(secondStandIn)));
+                // All that stood in when they were pressed count as one key.
+                const auto &held = m_standIns.held();
+                const bool isHeld = std::any_of(m_real.begin(), m_real.end(),
+                                                [&held](std::uint8_t keyCode) { return held.contains(keyCode); });
+                require(change != false || !isHeld);
                 report(change);
             }
             check();
@@ -141,7 +157,7 @@ private:
     /// Without the repeats.
     std::set<std::uint8_t> m_real;
     StandInKeyFilter m_standIns;
-    RepeatPairFilter m_raw{[this](std::uint8_t keyCode) { return m_standIns.isStandIn(keyCode); }};
+    RepeatPairFilter m_raw{[this](std::uint8_t keyCode) { return m_standIns.isWatched(keyCode); }};
     std::optional<Time> m_patienceEnds;
     bool m_isReportedDown = false;
     bool m_isRecording = false;
@@ -161,6 +177,7 @@ void checkNextDictation(Keyboard &keys)
     keys.releaseAll();
     keys.pass(rest);
     keys.checkAtRest();
+    keys.setLayout(3);
     if (keys.isRecording()) {
         keys.key(firstStandIn, true, keyboard);
         require(!keys.isRecording());
@@ -196,6 +213,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
         const auto step = data.ConsumeIntegral<std::uint8_t>();
         constexpr std::array<int, 8> times = {0, 0, 1, 4, 60, 149, 150, 300};
         keys.pass(std::chrono::milliseconds(times[step >> 5]));
+        constexpr int layoutChange = 0x18; // In the place of a rest after a release on the second keyboard.
+        if ((step & 0x1C) == layoutChange) {
+            keys.setLayout(step & 3);
+            continue;
+        }
         const std::uint16_t device = (step & 8) == 0 ? keyboard : keyboard + 1;
         const auto keyCode = keyCodes[step & 3];
         keys.key(keyCode, (step & 4) != 0, device);
