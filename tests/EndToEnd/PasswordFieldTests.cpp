@@ -73,7 +73,7 @@ TEST_P(PasswordFieldRunOf, guardThatIsSwitchedOffLetsTheTextIn)
 }
 
 INSTANTIATE_TEST_SUITE_P(Toolkits, PasswordFieldRunOf, testing::Values(gtk, qt),
-                         [](const auto &info) { return info.param == gtk ? "Gtk" : "Qt"; });
+                         [](const auto &toolkit) { return toolkit.param == gtk ? "Gtk" : "Qt"; });
 
 TEST_F(PasswordFieldRun, accessibilityIsNotStartedForTheQuestion)
 {
