@@ -51,7 +51,8 @@ protected:
     std::vector<QString> inserted;
     std::shared_ptr<Completion<void>> insertion;
     ControlServer server{{[this](const QString &text) { return insert(text); }, [] {},
-                          [](const QString &) { return refuse(u"The settings could not be saved."_s); }},
+                          [](const QString &) { return refuse(u"The settings could not be saved."_s); },
+                          [](bool) { return std::optional<QString>(); }, [] { return ready(false); }},
                          clock};
 
     void SetUp() override { ASSERT_TRUE(server.listen(path)); }
