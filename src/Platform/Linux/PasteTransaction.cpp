@@ -96,32 +96,32 @@ QCoro::Task<QList<PasteboardItem>> PasteTransaction::snapshot(std::shared_ptr<Pa
     self->m_session.synchronise(); // Another program may have just taken the clipboard.
     Content all;
     if (self->m_earlier && self->m_clipboard.isOwner()) {
-        all = *self->m_earlier; // The text that nobody took is not the user's clipboard.
+        all = self->m_earlier.value(); // The text that nobody took is not the user's clipboard.
     } else {
-        all = co_await readOrOwn(self, self->m_clipboard);
+        all = co_await readOrOwn(self, &self->m_clipboard);
     }
     self->m_wasReadLate = false;
     self->m_lateTimer.stop();
     const bool takesPrimary = self->m_isPasting && !self->m_ownsPrimaryForPaste &&
                               frontWindow(self->m_session).style == PasteStyle::ShiftInsertPrimary;
     if (takesPrimary) {
-        self->m_primarySnapshot = co_await readOrOwn(self, self->m_primary);
+        self->m_primarySnapshot = co_await readOrOwn(self, &self->m_primary);
     }
     co_return all.isEmpty() ? QList<PasteboardItem>() : QList<PasteboardItem>{PasteboardItem{all}};
 }
 
 QCoro::Task<PasteTransaction::Content> PasteTransaction::readOrOwn(std::shared_ptr<PasteTransaction> self,
-                                                                   SelectionServer &server)
+                                                                   SelectionServer *server)
 {
-    if (server.isOwner()) {
-        co_return server.content();
+    if (server->isOwner()) {
+        co_return server->content();
     }
-    const auto owner = self->m_session.selectionOwner(server.selection());
-    const auto reading = co_await self->m_reader.read(server.selection(), snapshotPatience);
+    const auto owner = self->m_session.selectionOwner(server->selection());
+    const auto reading = co_await self->m_reader.read(server->selection(), snapshotPatience);
     if (reading.loss != SelectionReading::Loss::None && self->m_onLoss) {
         self->m_onLoss(reading.loss);
     }
-    if (server.selection() == self->clipboard()) {
+    if (server->selection() == self->clipboard()) {
         if (isSecret(reading.representations)) {
             self->m_secret.begin(owner);
         } else {

@@ -66,7 +66,7 @@ public:
 private:
     using Content = QList<PasteboardRepresentation>;
 
-    static QCoro::Task<Content> readOrOwn(std::shared_ptr<PasteTransaction> self, SelectionServer &server);
+    static QCoro::Task<Content> readOrOwn(std::shared_ptr<PasteTransaction> self, SelectionServer *server);
     void handleRequest(const SelectionServer::Request &request);
     void noteLateRead(const SelectionServer::Request &request);
     quint32 readerOf(const SelectionServer::Request &request);

@@ -125,6 +125,7 @@ SelectionTargets SelectionReader::readableTargets(const SelectionValue &targets)
     static constexpr std::array names = {"TARGETS", "MULTIPLE",         "TIMESTAMP",      "SAVE_TARGETS",
                                          "DELETE",  "INSERT_SELECTION", "INSERT_PROPERTY"};
     std::vector<xcb_atom_t> excluded;
+    excluded.reserve(names.size());
     for (const char *name : names) {
         excluded.push_back(m_session.connection().atom(name));
     }

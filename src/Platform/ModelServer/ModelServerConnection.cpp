@@ -165,7 +165,6 @@ void ModelServerConnection::take(const std::vector<Probe> &probes)
     for (const auto &found : probes) {
         switch (found.outcome) {
         case Probe::Outcome::Nobody:
-            continue;
         case Probe::Outcome::Untrusted:
             continue;
         case Probe::Outcome::Silent:
