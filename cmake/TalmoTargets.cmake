@@ -12,6 +12,22 @@ target_compile_options(TalmoOptions INTERFACE
 target_compile_definitions(TalmoOptions INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS QT_STRICT_ITERATORS)
 target_include_directories(TalmoOptions INTERFACE ${CMAKE_SOURCE_DIR}/src)
+
+# Hardening, which a test reads off the installed programs. The sanitizers have checks of their own in place of fortified
+# calls, and those need an optimised build.
+include(CheckPIESupported)
+check_pie_supported()
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+target_compile_options(TalmoOptions INTERFACE -fstack-protector-strong)
+target_link_options(TalmoOptions INTERFACE LINKER:-z,relro,-z,now,-z,noexecstack)
+if(CMAKE_SYSTEM_PROCESSOR STREQUAL "x86_64")
+  target_compile_options(TalmoOptions INTERFACE -fcf-protection)
+endif()
+if(CMAKE_BUILD_TYPE MATCHES "^(Release|RelWithDebInfo|MinSizeRel)$" AND NOT TALMO_SANITIZE)
+  set(TALMO_IS_HARDENED ON)
+  target_compile_options(TalmoOptions INTERFACE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+endif()
+
 if(TALMO_SANITIZE)
   target_compile_options(TalmoOptions INTERFACE
     -fsanitize=${TALMO_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
