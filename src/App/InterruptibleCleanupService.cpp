@@ -7,8 +7,10 @@
 
 namespace talmo {
 
-InterruptibleCleanupService::InterruptibleCleanupService(std::shared_ptr<CleanupService> service)
-    : m_service(std::move(service))
+InterruptibleCleanupService::InterruptibleCleanupService(std::shared_ptr<CleanupService> service,
+                                                         std::function<void()> onGivenUp)
+    : m_service(std::move(service)),
+      m_onGivenUp(std::move(onGivenUp))
 {
 }
 
@@ -20,6 +22,9 @@ void InterruptibleCleanupService::setHurried(bool isHurried)
     if (const auto request = m_underway.lock(); request && request->aiCleanupEnabled && !request->text->isDone()) {
         generalLog().info("the language model's edit is given up: the sentence is formatted locally");
         logEscapes(formatLocally(request));
+        if (m_onGivenUp) {
+            m_onGivenUp();
+        }
     }
 }
 

@@ -3,6 +3,7 @@
 #include "App/PipelineServices.h"
 #include "Base/Completion.h"
 
+#include <functional>
 #include <memory>
 
 namespace talmo {
@@ -11,7 +12,8 @@ namespace talmo {
 /// falls back to the local text as well. Main thread.
 class InterruptibleCleanupService final : public CleanupService {
 public:
-    explicit InterruptibleCleanupService(std::shared_ptr<CleanupService> service);
+    /// `onGivenUp`: called when nobody waits for the edit under way any more.
+    explicit InterruptibleCleanupService(std::shared_ptr<CleanupService> service, std::function<void()> onGivenUp = {});
 
     /// While hurried, nobody waits for the language model: neither for the edit under way nor for a later one.
     void setHurried(bool isHurried);
@@ -35,6 +37,7 @@ private:
     static QCoro::Task<void> formatLocally(std::shared_ptr<Request> request);
 
     std::shared_ptr<CleanupService> m_service;
+    std::function<void()> m_onGivenUp;
     std::weak_ptr<Request> m_underway;
     bool m_isHurried = false;
 };

@@ -46,7 +46,8 @@ protected:
         settle();
     }
     std::shared_ptr<Service> service = std::make_shared<Service>();
-    InterruptibleCleanupService cleanup{service};
+    int givenUp = 0;
+    InterruptibleCleanupService cleanup{service, [this] { ++givenUp; }};
     QStringList outcomes;
 };
 
@@ -68,9 +69,19 @@ TEST_F(InterruptibleCleanupServiceTest, hurriedInTheMiddleItGivesTheLocalText)
     cleanup.setHurried(true);
     settle();
     EXPECT_THAT(outcomes, ElementsAre(u"Local."_s));
+    EXPECT_EQ(givenUp, 1);
     service->edit->finish(u"Edited."_s);
     settle();
     EXPECT_THAT(outcomes, ElementsAre(u"Local."_s));
+}
+
+TEST_F(InterruptibleCleanupServiceTest, hurryingAfterTheEditGivesNothingUp)
+{
+    clean(true);
+    service->edit->finish(u"Edited."_s);
+    settle();
+    cleanup.setHurried(true);
+    EXPECT_EQ(givenUp, 0);
 }
 
 TEST_F(InterruptibleCleanupServiceTest, hurriedAheadItNeverAsksTheModel)

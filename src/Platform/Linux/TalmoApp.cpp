@@ -144,7 +144,8 @@ std::unique_ptr<TalmoCoordinator> TalmoApp::makeCoordinator()
                                                                    std::make_shared<SpeexAudioConverterFactory>(),
                                                                    m_speechExecutor, m_mainExecutor);
     m_cleanup = std::make_shared<TextCleanupService>(m_cleanupExecutor, m_languageModel);
-    m_interruptibleCleanup = std::make_shared<InterruptibleCleanupService>(m_cleanup);
+    m_interruptibleCleanup = std::make_shared<InterruptibleCleanupService>(
+        m_cleanup, [model = m_languageModel] { model->cancelRequests(); }); // Else it would think on, for nobody.
     m_preroll = std::make_shared<PulsePreroll>(m_audioEngine, m_speechExecutor);
     const auto notice = std::make_shared<DictationNotice>();
     m_gestures = std::make_shared<DeferringHotkeyService>(DeferringHotkeyService::Parts{
