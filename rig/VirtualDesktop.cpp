@@ -147,7 +147,7 @@ void VirtualDesktop::startWindowManager()
     }
 }
 
-QString VirtualDesktop::activeWindowTitle()
+xcb_window_t VirtualDesktop::activeWindow()
 {
     const QByteArray active =
         xProperty(m_connection->get(), m_connection->root(), m_connection->atom("_NET_ACTIVE_WINDOW"));
@@ -155,6 +155,27 @@ QString VirtualDesktop::activeWindowTitle()
     if (active.size() == sizeof(window)) {
         std::memcpy(&window, active.constData(), sizeof(window));
     }
+    return window;
+}
+
+void VirtualDesktop::minimiseActiveWindow()
+{
+    constexpr quint32 iconic = 3;
+    xcb_client_message_event_t request = {};
+    request.response_type = XCB_CLIENT_MESSAGE;
+    request.format = 32;
+    request.window = activeWindow();
+    request.type = m_connection->atom("WM_CHANGE_STATE");
+    request.data.data32[0] = iconic;
+    xcb_send_event(m_connection->get(), 0, m_connection->root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                   reinterpret_cast<const char *>(&request));
+    xcb_flush(m_connection->get());
+}
+
+QString VirtualDesktop::activeWindowTitle()
+{
+    const auto window = activeWindow();
     const XcbPtr<xcb_get_input_focus_reply_t> focus(
         xcb_get_input_focus_reply(m_connection->get(), xcb_get_input_focus(m_connection->get()), nullptr));
     const bool hasFocus = focus && focus->focus > XCB_INPUT_FOCUS_POINTER_ROOT && focus->focus != m_connection->root();

@@ -36,6 +36,7 @@ public:
     /// Waits until the window whose title contains this text is there and has the keyboard.
     bool waitForActiveWindow(const QString &title, Patience patience);
     QString activeWindowTitle();
+    void minimiseActiveWindow();
     /// How often the window manager gave another window the keyboard since the last time this was asked.
     int takeActiveWindowChanges();
     /// A window on the screen, not its frame. The later in the list, the further in front.
@@ -50,6 +51,7 @@ public:
     QImage screenshot();
 
 private:
+    xcb_window_t activeWindow();
     void startServer();
     void startWindowManager();
 

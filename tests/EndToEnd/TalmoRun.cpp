@@ -25,6 +25,14 @@ void TalmoRun::startTalmo()
     ASSERT_TRUE(talmoSays(u"ready:"_s));
 }
 
+void TalmoRun::startTalmoAfter(const QString &shellCommands)
+{
+    talmo = std::make_unique<rig::ChildProcess>(
+        u"sh"_s, QStringList{u"-ec"_s, shellCommands + u"\nexec " TALMO_BIN "/talmo"_s}, environment);
+    m_talmoLines = 0;
+    ASSERT_TRUE(talmoSays(u"ready:"_s));
+}
+
 void TalmoRun::openWindow(const QString &program, const QStringList &arguments)
 {
     window = std::make_unique<rig::ChildProcess>(program, arguments, environment);

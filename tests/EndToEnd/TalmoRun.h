@@ -21,6 +21,8 @@ protected:
     ~TalmoRun() override;
 
     void startTalmo();
+    /// Starts it through a shell, which runs these commands first.
+    void startTalmoAfter(const QString &shellCommands);
     /// A window whose title is "Target" and which says its text in lines "text: …".
     void openWindow(const QString &program, const QStringList &arguments = {});
     void openQtWindow(const QString &delay = QStringLiteral("0"));

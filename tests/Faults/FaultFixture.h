@@ -52,6 +52,7 @@ protected:
         EXPECT_TRUE(line);
         return line ? line->text.mid(line->text.indexOf(prefix) + prefix.size()) : QString();
     }
+    std::size_t seenLines() const { return m_linesSeen; }
     void expectLinesFromHere() { m_linesSeen = talmo ? talmo->lines().size() : 0; }
     /// Begins to dictate and says the sentence; the key is still down.
     void holdAndSpeak(const QString &text = u"hello world"_s)

@@ -2,6 +2,8 @@
 
 #include <QFile>
 
+#include <gmock/gmock.h>
+
 namespace talmo::test {
 
 namespace {
@@ -57,6 +59,26 @@ static const FaultRegistration hugeRow("Settings", "The settings file has 100 MB
 TEST_F(SettingsFault, huge)
 {
     dictateWithSettings(QByteArray(qsizetype(100) << 20, ' '));
+}
+
+FAULT(Settings, folderCannotBeMade, "The settings cannot be read or written", "The defaults")
+{
+    environment.insert(u"XDG_CONFIG_HOME"_s, u"/proc"_s); // Where not even root can make a file.
+    startTalmo();
+    nextDictationWorks();
+    EXPECT_EQ(quitTalmo(), 0);
+}
+
+FAULT(Settings, diskFull, "The disk is full", "Dictating works; what cannot be saved says so")
+{
+    startTalmoAfter(u"trap '' XFSZ; ulimit -f 0"_s); // No file may grow.
+    nextDictationWorks();
+    rig::ChildProcess choice(QStringLiteral(TALMO_BIN "/talmoctl"), {u"model"_s, u"use"_s, u"embedded"_s}, environment);
+    EXPECT_TRUE(rig::waitUntil([&choice] { return !choice.isRunning(); }, patience));
+    EXPECT_NE(choice.terminate(), 0);
+    EXPECT_THAT(choice.output().toStdString(), testing::HasSubstr("could not be saved"));
+    nextDictationWorks();
+    EXPECT_EQ(quitTalmo(), 0);
 }
 
 } // namespace talmo::test

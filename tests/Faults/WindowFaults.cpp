@@ -7,7 +7,7 @@
 namespace talmo::test {
 
 FAULT(Window, closedBeforeThePaste, "The window is closed while somebody speaks",
-      "An error that says that the text is on the clipboard and how to paste it")
+      "“No window has the keyboard. The text is on the clipboard: paste it with Ctrl+V.”")
 {
     openQtWindow();
     startTalmo();
@@ -16,7 +16,7 @@ FAULT(Window, closedBeforeThePaste, "The window is closed while somebody speaks"
     window.reset();
     ASSERT_TRUE(rig::pollUntil([this] { return desktop.activeWindowTitle().isEmpty(); }, patience));
     keyboard.release(key);
-    EXPECT_TRUE(talmoSays(u"on the clipboard: paste it with Ctrl+V."_s));
+    EXPECT_TRUE(talmoSays(u"error: No window has the keyboard."_s));
     EXPECT_EQ(clipboard(), nextMeant().toUtf8());
     nextDictationWorks();
     EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
@@ -116,6 +116,32 @@ FAULT(Window, layoutWithoutPasteKeys, "The keyboard layout has neither V nor Ins
     EXPECT_TRUE(talmoSays(u"error: This keyboard layout has no key to paste with."_s));
     EXPECT_EQ(clipboard(), nextMeant().toUtf8());
     set({u"-e"_s, u"keycode 55 = v V"_s});
+    nextDictationWorks();
+}
+
+FAULT(Window, layoutChangedInMidSentence, "The keyboard layout is changed while somebody speaks", "Nothing")
+{
+    openQtWindow();
+    startTalmo();
+    holdAndSpeak();
+    rig::ChildProcess layout(u"setxkbmap"_s, {u"fr"_s}, environment);
+    EXPECT_TRUE(rig::waitUntil([&layout] { return !layout.isRunning(); }, patience));
+    keyboard.release(key);
+    EXPECT_TRUE(windowShows(nextMeant()));
+    nextDictationWorks();
+}
+
+FAULT(Window, minimised, "The window is minimised while somebody speaks",
+      "“No window has the keyboard. The text is on the clipboard: paste it with Ctrl+V.”")
+{
+    openQtWindow();
+    startTalmo();
+    holdAndSpeak();
+    desktop.minimiseActiveWindow();
+    ASSERT_TRUE(rig::pollUntil([this] { return !desktop.activeWindowTitle().contains(u"Target"); }, patience));
+    keyboard.release(key);
+    EXPECT_TRUE(talmoSays(u"error: No window has the keyboard."_s));
+    EXPECT_EQ(clipboard(), nextMeant().toUtf8());
     nextDictationWorks();
 }
 

@@ -54,6 +54,9 @@ quint32 numberAt(XConnection &connection, xcb_window_t window, const QByteArray 
 bool isPlaceholder(XConnection &connection, xcb_window_t window)
 {
     const auto manager = numberAt(connection, connection.root(), "_NET_SUPPORTING_WM_CHECK");
+    if (manager == window) {
+        return true; // Whatever it says is active: Openbox goes on naming a window that is gone.
+    }
     return manager != XCB_NONE && connection.clientOf(manager) == connection.clientOf(window) &&
            numberAt(connection, connection.root(), "_NET_ACTIVE_WINDOW") == XCB_NONE;
 }

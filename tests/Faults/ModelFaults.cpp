@@ -1,0 +1,65 @@
+#include "Faults/FaultFixture.h"
+
+#include <gmock/gmock.h>
+
+#include <cstdlib>
+
+namespace talmo::test {
+
+namespace {
+
+/// Talmo sees another folder of the embedded model than the rest of the machine does.
+class ModelFault : public FaultRun {
+protected:
+    /// `damage`: shell commands on a copy of the model, which lies in "$model".
+    void errorAfter(const QString &damage)
+    {
+        if (std::system("unshare --mount true 2>/dev/null") != 0) { // NOLINT(cert-env33-c,concurrency-mt-unsafe)
+            GTEST_SKIP() << "no mount namespaces may be made here";
+        }
+        environment.insert(u"TALMO_DAMAGE"_s, damage);
+        talmo = std::make_unique<rig::ChildProcess>(
+            u"unshare"_s,
+            QStringList{u"--mount"_s, u"sh"_s, u"-ec"_s,
+                        u"installed=/usr/share/pocketsphinx/model/en-us; model=$0; cp -r $installed $model;"
+                        "eval \"$TALMO_DAMAGE\"; mount --bind $model $installed; exec " TALMO_BIN "/talmo"_s,
+                        desktop.folder() + u"/model"_s},
+            environment);
+        ASSERT_TRUE(talmo->waitForLine(u"ready:"_s, patience));
+        openQtWindow();
+        for (int round = 0; round < 2; ++round) { // It does not matter whether it was tried before.
+            expectLinesFromHere();
+            keyboard.press(key);
+            EXPECT_TRUE(talmo->waitForLine(u"error: "_s, patience, seenLines()));
+            keyboard.release(key);
+            rig::passTime(std::chrono::milliseconds(350)); // Longer than a double tap's window.
+        }
+        EXPECT_THAT(talmo->output().toStdString(), testing::Not(testing::HasSubstr("inserting")));
+        EXPECT_EQ(quitTalmo(), 0);
+        startTalmo();
+        nextDictationWorks();
+    }
+};
+
+} // namespace
+
+static const FaultRegistration missingRow("Model", "The embedded model is missing",
+                                          "An error at the press; Talmo works again once it is installed");
+TEST_F(ModelFault, missing)
+{
+    errorAfter(u"rm -r $model/*"_s);
+}
+
+static const FaultRegistration halfRow("Model", "Half of the embedded model is missing", "As above");
+TEST_F(ModelFault, halfThere)
+{
+    errorAfter(u"rm $model/en-us/mdef $model/en-us.lm.bin"_s);
+}
+
+static const FaultRegistration truncatedRow("Model", "The embedded model is cut short", "As above");
+TEST_F(ModelFault, truncated)
+{
+    errorAfter(u"truncate -s 100000 $model/en-us/mdef $model/en-us.lm.bin"_s);
+}
+
+} // namespace talmo::test
