@@ -39,29 +39,52 @@ if(TALMO_FUZZERS)
   target_compile_options(TalmoOptions INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# talmo_precompile(NAME): reads the large headers from the one precompiled header, where that is switched on. It cuts
-# the time of a build by more than half, but ccache does not work with it: for presets that are built once.
+# talmo_precompile(NAME [WIDGETS] [TESTS]): reads the large headers precompiled, which more than halves the time of a
+# build: Qt's core and coroutines, and those of widgets or of the test framework where the target has many such files.
+# The two options let ccache see what is in it.
 function(talmo_precompile name)
   if(NOT TALMO_PRECOMPILE)
     return()
   endif()
-  if(NOT TARGET TalmoPrecompiled)
-    file(WRITE ${CMAKE_BINARY_DIR}/precompiled.cpp "")
-    add_library(TalmoPrecompiled OBJECT ${CMAKE_BINARY_DIR}/precompiled.cpp)
-    target_link_libraries(TalmoPrecompiled PRIVATE TalmoOptions Qt6::Core QCoro6::Core Threads::Threads)
-    target_precompile_headers(TalmoPrecompiled PRIVATE
-      <QtCore/QtCore> <QCoro/QCoroFuture> <QCoro/QCoroTask>
-      <algorithm> <chrono> <functional> <memory> <optional> <stop_token> <vector>)
+  cmake_parse_arguments(ARG "WIDGETS;TESTS" "" "" ${ARGN})
+  set(headers
+    <QtCore/QtCore> <QCoro/QCoroFuture> <QCoro/QCoroTask>
+    <algorithm> <chrono> <functional> <memory> <optional> <stop_token> <vector>)
+  set(links TalmoOptions Qt6::Core QCoro6::Core Threads::Threads)
+  set(precompiled TalmoPrecompiled)
+  if(ARG_WIDGETS)
+    list(APPEND headers <QtWidgets/QtWidgets>)
+    list(APPEND links Qt6::Widgets)
+    string(APPEND precompiled Widgets)
   endif()
-  target_precompile_headers(${name} REUSE_FROM TalmoPrecompiled)
+  if(ARG_TESTS)
+    list(APPEND headers <gmock/gmock.h> <gtest/gtest.h>)
+    list(APPEND links GTest::gmock GTest::gtest)
+    string(APPEND precompiled Tests)
+  endif()
+  if(NOT TARGET ${precompiled})
+    file(WRITE ${CMAKE_BINARY_DIR}/${precompiled}.cpp "")
+    add_library(${precompiled} OBJECT ${CMAKE_BINARY_DIR}/${precompiled}.cpp)
+    target_link_libraries(${precompiled} PRIVATE ${links})
+    target_precompile_headers(${precompiled} PRIVATE ${headers})
+    target_compile_options(${precompiled} PRIVATE
+      $<IF:$<CXX_COMPILER_ID:Clang>,SHELL:-Xclang -fno-pch-timestamp,-fpch-preprocess>)
+  endif()
+  target_compile_options(${name} PRIVATE
+    $<IF:$<CXX_COMPILER_ID:Clang>,SHELL:-Xclang -fno-pch-timestamp,-fpch-preprocess>)
+  target_precompile_headers(${name} REUSE_FROM ${precompiled})
 endfunction()
 
-# talmo_library(NAME SOURCES … LINKS … [MOC]): a folder's library.
+# talmo_library(NAME SOURCES … LINKS … [MOC] [WIDGETS]): a folder's library.
 function(talmo_library name)
-  cmake_parse_arguments(ARG "MOC" "" "SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(ARG "MOC;WIDGETS" "" "SOURCES;LINKS" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
   target_link_libraries(${name} PUBLIC TalmoOptions ${ARG_LINKS})
-  talmo_precompile(${name})
+  if(ARG_WIDGETS)
+    talmo_precompile(${name} WIDGETS)
+  else()
+    talmo_precompile(${name})
+  endif()
   if(ARG_MOC)
     set_target_properties(${name} PROPERTIES AUTOMOC ON)
   endif()
