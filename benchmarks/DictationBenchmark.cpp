@@ -3,15 +3,15 @@
 // that the figures can be read as multiples of what no dictation program can do without.
 
 #include "ChildProcess.h"
-#include "SoundRig.h"
+#include "SoundServer.h"
 #include "SpokenText.h"
 #include "VirtualDesktop.h"
 #include "VirtualKeyboard.h"
 
 #include "Base/Error.h"
 #include "Insertion/ClipboardPasteInsertionService.h"
-#include "Platform/Linux/XTestKeyEventPoster.h"
-#include "Platform/Linux/XcbPasteboard.h"
+#include "Platform/Linux/X11/Clipboard/XcbPasteboard.h"
+#include "Platform/Linux/X11/Keys/XTestKeyEventPoster.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -21,7 +21,7 @@
 #include <cstdio>
 #include <vector>
 
-namespace talmo::rig {
+namespace talmo::testbed {
 
 namespace {
 
@@ -107,7 +107,7 @@ private:
 
     VirtualDesktop desktop;
     QProcessEnvironment environment = desktop.environment();
-    SoundRig sound{desktop.folder() + QStringLiteral("/sound"), environment};
+    SoundServer sound{desktop.folder() + QStringLiteral("/sound"), environment};
     VirtualKeyboard keyboard;
     std::unique_ptr<ChildProcess> window;
     std::unique_ptr<ChildProcess> talmo;
@@ -136,7 +136,7 @@ int run(int rounds)
 
 } // namespace
 
-} // namespace talmo::rig
+} // namespace talmo::testbed
 
 int main(int argc, char **argv)
 {
@@ -144,7 +144,7 @@ int main(int argc, char **argv)
     try {
         constexpr int defaultRounds = 20;
         const int rounds = argc > 1 ? QCoreApplication::arguments().at(1).toInt() : defaultRounds;
-        return talmo::rig::run(std::max(rounds, 1));
+        return talmo::testbed::run(std::max(rounds, 1));
     } catch (const talmo::Error &error) {
         std::fprintf(stderr, "bench: %s\n", qUtf8Printable(error.localizedDescription()));
         return EXIT_FAILURE;

@@ -2,8 +2,8 @@
 
 #include "Base/Error.h"
 #include "Fuzzing.h"
-#include "Platform/Models/ModelArchive.h"
-#include "Platform/Models/ModelStore.h"
+#include "Recognition/Models/ModelArchive.h"
+#include "Recognition/Models/ModelStore.h"
 
 #include <QDirIterator>
 #include <QFileInfo>

@@ -2,9 +2,9 @@
 
 #include "Base/Error.h"
 #include "Fuzzing.h"
-#include "Platform/Linux/SherpaLibrary.h"
-#include "Platform/Models/ModelCatalogue.h"
-#include "Platform/Models/ModelStore.h"
+#include "Recognition/Models/ModelCatalogue.h"
+#include "Recognition/Models/ModelStore.h"
+#include "Recognition/Sherpa/SherpaLibrary.h"
 
 #include <QRegularExpression>
 

@@ -1,8 +1,8 @@
 // Requests over the control socket, and the answers to them.
 
 #include "Base/Error.h"
+#include "Control/ControlSocket.h"
 #include "Fuzzing.h"
-#include "Platform/Linux/ControlSocket.h"
 
 #include <algorithm>
 #include <initializer_list>

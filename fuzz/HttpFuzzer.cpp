@@ -2,7 +2,7 @@
 
 #include "Base/Error.h"
 #include "Fuzzing.h"
-#include "Platform/ModelServer/LoopbackHttp.h"
+#include "LanguageModel/LoopbackHttp.h"
 #include "Support/ManualClock.h"
 #include "Support/TestLoop.h"
 #include "Waiting.h"
@@ -84,7 +84,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
     constexpr auto deadline = std::chrono::seconds(5);
     auto reply = isPost ? world->http.postJson(url, "{}", deadline) : world->http.get(url, deadline);
     // Qt waits on for some damaged answers after their end; those the deadline ends, which comes in virtual time.
-    if (!rig::waitUntil([&reply] { return reply.isFinished(); }, std::chrono::milliseconds(20))) {
+    if (!testbed::waitUntil([&reply] { return reply.isFinished(); }, std::chrono::milliseconds(20))) {
         world->clock->advance(deadline);
     }
     require(reply.isFinished());

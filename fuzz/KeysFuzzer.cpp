@@ -1,9 +1,9 @@
 // Keys in any order and at any time, from the raw event to the start and the end of a recording.
 
 #include "Fuzzing.h"
-#include "Input/GlobalHotkeyManager.h"
-#include "Platform/Linux/RepeatPairFilter.h"
-#include "Platform/Linux/StandInKeyFilter.h"
+#include "Input/Hotkey/GlobalHotkeyManager.h"
+#include "Platform/Linux/Keys/StandInKeyFilter.h"
+#include "Platform/Linux/X11/Keys/RepeatPairFilter.h"
 #include "Support/FakeEventMonitor.h"
 #include "Support/ManualClock.h"
 #include "Support/TestLoop.h"

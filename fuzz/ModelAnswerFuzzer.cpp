@@ -2,8 +2,8 @@
 
 #include "Base/Error.h"
 #include "Fuzzing.h"
-#include "Platform/ModelServer/ModelServerAddress.h"
-#include "Platform/ModelServer/ModelServerProtocol.h"
+#include "LanguageModel/ModelServerAddress.h"
+#include "LanguageModel/ModelServerProtocol.h"
 
 #include <QHostAddress>
 #include <QJsonArray>

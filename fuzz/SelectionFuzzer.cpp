@@ -1,9 +1,9 @@
 // What other X clients put into selection properties: lists of targets, requests for many, values piece by piece.
 
 #include "Fuzzing.h"
-#include "Platform/Linux/IncrementalValue.h"
-#include "Platform/Linux/SelectionServer.h"
-#include "Platform/Linux/SelectionTargets.h"
+#include "Platform/Linux/X11/Clipboard/IncrementalValue.h"
+#include "Platform/Linux/X11/Clipboard/SelectionServer.h"
+#include "Platform/Linux/X11/Clipboard/SelectionTargets.h"
 
 #include <algorithm>
 #include <array>

@@ -1,9 +1,9 @@
 // Settings files that hands, other programs and broken disks have left.
 
 #include "Fuzzing.h"
-#include "Platform/Linux/JsonUserDefaults.h"
-#include "Platform/Linux/LinuxSettings.h"
-#include "Platform/Linux/SettingsFile.h"
+#include "Platform/Linux/System/JsonUserDefaults.h"
+#include "Platform/Linux/System/LinuxSettings.h"
+#include "Platform/Linux/System/SettingsFile.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>

@@ -2,8 +2,8 @@
 
 #include "Base/Error.h"
 #include "Fuzzing.h"
-#include "Platform/Linux/SoundFileEngine.h"
-#include "Platform/Linux/SpeexAudioConverter.h"
+#include "Input/Audio/SoundFileEngine.h"
+#include "Input/Audio/SpeexAudioConverter.h"
 #include "Speech/FormatConversion.h"
 
 #include <cmath>

@@ -35,7 +35,7 @@ struct Options {
     Half half = Half::Report;
     QString folder;
     QString engine;
-    std::shared_ptr<rig::SoundRig> sound;
+    std::shared_ptr<testbed::SoundServer> sound;
     bool showsErrors = false;
 };
 
@@ -223,11 +223,11 @@ void runSets(const Options &options)
     }
 }
 
-std::shared_ptr<rig::SoundRig> soundRig()
+std::shared_ptr<testbed::SoundServer> soundRig()
 {
     static const QTemporaryDir folder;
     auto environment = QProcessEnvironment::systemEnvironment();
-    return std::make_shared<rig::SoundRig>(folder.path(), environment);
+    return std::make_shared<testbed::SoundServer>(folder.path(), environment);
 }
 
 Options parse(const QCoreApplication &application)

@@ -97,8 +97,8 @@ std::vector<Session> spoken(const QString &list, const QStringList &voices, Half
             if (isIn(half, index)) {
                 const QStringList parts = texts.at(index).split(QLatin1Char('|'));
                 const QString text = parts.last();
-                session.utterances.push_back(
-                    {rig::speak(withPauses(text), folder, voice), text, parts.size() > 1 ? parts.first() : QString()});
+                session.utterances.push_back({testbed::speak(withPauses(text), folder, voice), text,
+                                              parts.size() > 1 ? parts.first() : QString()});
             }
         }
         sessions.push_back(std::move(session));

@@ -1,12 +1,12 @@
 #include "accuracy/Listener.h"
 
 #include "Base/Error.h"
-#include "Input/AudioRecorder.h"
-#include "Platform/Linux/JsonUserDefaults.h"
-#include "Platform/Linux/PulseAudioEngine.h"
-#include "Platform/Linux/SoundFileEngine.h"
-#include "Platform/Linux/SpeexAudioConverter.h"
-#include "Platform/Linux/TimerFdClock.h"
+#include "Input/Audio/AudioRecorder.h"
+#include "Input/Audio/SoundFileEngine.h"
+#include "Input/Audio/SpeexAudioConverter.h"
+#include "Platform/Linux/Sound/PulseAudioEngine.h"
+#include "Platform/Linux/System/JsonUserDefaults.h"
+#include "Platform/Linux/System/TimerFdClock.h"
 #include "Waiting.h"
 
 #include <QCoro/QCoroFuture>
@@ -63,8 +63,7 @@ void requireEngine(const SpeechEngines &engines, const QString &name)
 Listener::Listener(const ListenerOptions &options)
     : m_sound(options.sound),
       m_recogniser(SerialExecutor::onNewThread(QStringLiteral("decoder"))),
-      m_recognisers(
-          LinuxRecognisers::make(m_recogniser, std::make_shared<TimerFdClock>(), {}, settingsFor(options.engine))),
+      m_recognisers(Recognisers::make(m_recogniser, std::make_shared<TimerFdClock>(), {}, settingsFor(options.engine))),
       m_service(std::make_shared<SpeechTranscriptionService>(
           m_recognisers.engines->platform(), std::make_shared<SpeexAudioConverterFactory>(),
           SerialExecutor::onNewThread(QStringLiteral("speech")), SerialExecutor::onCurrentThread()))

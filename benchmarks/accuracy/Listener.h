@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Platform/Linux/FileTranscription.h"
-#include "Platform/Linux/LinuxRecognisers.h"
-#include "SoundRig.h"
+#include "Recognition/FileTranscription.h"
+#include "Recognition/Recognisers.h"
+#include "SoundServer.h"
 
 #include <QString>
 #include <QStringList>
@@ -17,7 +17,7 @@ struct ListenerOptions {
     /// Personal words, as they are spelled.
     QStringList words;
     /// Into whose microphone the files are played; null to read them instead, which is faster than speaking.
-    std::shared_ptr<rig::SoundRig> sound;
+    std::shared_ptr<testbed::SoundServer> sound;
 };
 
 /// A Talmo that has just been started and knows no microphone, as far as recognising goes.
@@ -32,9 +32,9 @@ public:
 private:
     QCoro::Task<FileTranscript> hearPlayed(QString file);
 
-    std::shared_ptr<rig::SoundRig> m_sound;
+    std::shared_ptr<testbed::SoundServer> m_sound;
     std::shared_ptr<SerialExecutor> m_recogniser;
-    LinuxRecognisers m_recognisers;
+    Recognisers m_recognisers;
     std::shared_ptr<SpeechTranscriptionService> m_service;
 };
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "App/ApplicationShell.h"
-#include "Input/PermissionsManager.h"
+#include "Input/Permissions/PermissionsManager.h"
 
 #include <memory>
 

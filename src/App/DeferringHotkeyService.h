@@ -4,7 +4,7 @@
 #include "App/InterruptibleCleanupService.h"
 #include "App/TalmoCoordinator.h"
 #include "Base/Clock.h"
-#include "Input/SpeechPreroll.h"
+#include "Input/Audio/SpeechPreroll.h"
 
 #include <QFuture>
 #include <QObject>

@@ -1,7 +1,7 @@
 #include "App/PressPreparation.h"
 
 #include "Base/Task.h"
-#include "Input/GlobalHotkeyManager.h"
+#include "Input/Hotkey/GlobalHotkeyManager.h"
 
 #include <utility>
 

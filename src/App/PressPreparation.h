@@ -2,8 +2,8 @@
 
 #include "App/DeferringHotkeyService.h"
 #include "Base/Clock.h"
-#include "Input/EventMonitor.h"
-#include "Input/SpeechPreroll.h"
+#include "Input/Audio/SpeechPreroll.h"
+#include "Input/Hotkey/EventMonitor.h"
 
 #include <QCoro/QCoroTask>
 #include <QObject>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "App/PipelineServices.h"
+#include "App/Services/PipelineServices.h"
 #include "Base/Clock.h"
 #include "Base/Error.h"
-#include "Input/InputTrust.h"
+#include "Input/Permissions/InputTrust.h"
 #include "Insertion/KeyEventPoster.h"
 #include "Insertion/Pasteboard.h"
 

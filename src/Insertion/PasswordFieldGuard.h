@@ -1,6 +1,6 @@
 #pragma once
 
-#include "App/PipelineServices.h"
+#include "App/Services/PipelineServices.h"
 #include "Base/Clock.h"
 #include "Base/Completion.h"
 #include "Base/Error.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "App/PipelineServices.h"
+#include "App/Services/PipelineServices.h"
 #include "Base/SharedInstance.h"
 #include "Settings/LoginItem.h"
 #include "Settings/UserDefaults.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "App/PipelineServices.h"
+#include "App/Services/PipelineServices.h"
 
 #include <QString>
 

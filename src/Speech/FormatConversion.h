@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Base/AsyncStream.h"
-#include "Input/AudioBuffer.h"
-#include "Speech/AudioConverter.h"
+#include "Input/Audio/AudioBuffer.h"
+#include "Input/Audio/AudioConverter.h"
 #include "Speech/SpeechPlatform.h"
 
 #include <memory>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Base/AsyncStream.h"
-#include "Input/AudioBuffer.h"
+#include "Input/Audio/AudioBuffer.h"
 
 #include <QFuture>
 #include <QString>

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "App/PipelineServices.h"
+#include "App/Services/PipelineServices.h"
 #include "Base/AsyncStream.h"
 #include "Base/SerialExecutor.h"
 #include "Base/Task.h"
-#include "Speech/AudioConverter.h"
+#include "Input/Audio/AudioConverter.h"
 #include "Speech/SpeechPlatform.h"
 #include "Speech/TranscriptAccumulator.h"
 

@@ -1,9 +1,9 @@
 #include "UI/UserInterface.h"
 
 #include "Base/Task.h"
-#include "UI/MenuPanel.h"
-#include "UI/SettingsWindow.h"
-#include "UI/StatusItemController.h"
+#include "UI/Menu/MenuPanel.h"
+#include "UI/Menu/StatusItemController.h"
+#include "UI/Settings/SettingsWindow.h"
 
 #include <utility>
 

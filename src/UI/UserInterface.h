@@ -1,10 +1,10 @@
 #pragma once
 
 #include "App/ApplicationShell.h"
-#include "UI/FrontmostFocus.h"
-#include "UI/PanelWindow.h"
-#include "UI/ScreenSource.h"
-#include "UI/StatusItem.h"
+#include "UI/Menu/FrontmostFocus.h"
+#include "UI/Menu/StatusItem.h"
+#include "UI/Overlay/PanelWindow.h"
+#include "UI/Overlay/ScreenSource.h"
 #include "UI/ViewContext.h"
 
 #include <QFuture>

@@ -2,11 +2,11 @@
 
 #include "App/DictationRecovery.h"
 #include "App/TalmoCoordinator.h"
-#include "Input/PermissionsManager.h"
+#include "Input/Permissions/PermissionsManager.h"
+#include "Settings/PasswordFieldSettings.h"
+#include "Settings/RecogniserSettings.h"
 #include "Settings/TalmoSettings.h"
 #include "UI/EditingServer.h"
-#include "UI/PasswordFieldSettings.h"
-#include "UI/RecogniserSettings.h"
 
 #include <QFuture>
 

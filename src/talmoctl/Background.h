@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/FileDescriptor.h"
+#include "Platform/Linux/System/FileDescriptor.h"
 
 #include <functional>
 #include <memory>

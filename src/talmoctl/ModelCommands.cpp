@@ -1,9 +1,9 @@
 #include "Base/Error.h"
-#include "Platform/Linux/ControlSocket.h"
-#include "Platform/Linux/LinuxRecognisers.h"
-#include "Platform/Linux/LinuxSettings.h"
-#include "Platform/Linux/SherpaLibrary.h"
-#include "Platform/Linux/TimerFdClock.h"
+#include "Control/ControlSocket.h"
+#include "Platform/Linux/System/LinuxSettings.h"
+#include "Platform/Linux/System/TimerFdClock.h"
+#include "Recognition/Recognisers.h"
+#include "Recognition/Sherpa/SherpaLibrary.h"
 #include "talmoctl/Command.h"
 #include "talmoctl/Terminal.h"
 #include "talmoctl/UserSettings.h"
@@ -132,7 +132,7 @@ QCoro::Task<int> runInstall(Invocation invocation)
     tellBefore(entry, library);
     {
         const auto bar = std::make_shared<ProgressBar>();
-        const ModelInstaller installer = LinuxRecognisers::installer(std::make_shared<TimerFdClock>(), library);
+        const ModelInstaller installer = Recognisers::installer(std::make_shared<TimerFdClock>(), library);
         const ModelInstaller::OnProgress show = [bar](const ModelProgress &progress) { bar->show(progress); };
         co_await installer.install(entry, show, {});
     }

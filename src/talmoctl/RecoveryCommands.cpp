@@ -1,4 +1,4 @@
-#include "Platform/Linux/ControlSocket.h"
+#include "Control/ControlSocket.h"
 #include "talmoctl/Command.h"
 #include "talmoctl/Terminal.h"
 

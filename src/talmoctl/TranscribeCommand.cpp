@@ -1,11 +1,11 @@
 #include "Base/SerialExecutor.h"
-#include "Platform/Linux/FileTranscription.h"
-#include "Platform/Linux/LinuxRecognisers.h"
-#include "Platform/Linux/LinuxSettings.h"
-#include "Platform/Linux/SoundFileEngine.h"
-#include "Platform/Linux/SpeexAudioConverter.h"
-#include "Platform/Linux/SystemLocaleSource.h"
-#include "Platform/Linux/TimerFdClock.h"
+#include "Input/Audio/SoundFileEngine.h"
+#include "Input/Audio/SpeexAudioConverter.h"
+#include "Platform/Linux/System/LinuxSettings.h"
+#include "Platform/Linux/System/SystemLocaleSource.h"
+#include "Platform/Linux/System/TimerFdClock.h"
+#include "Recognition/FileTranscription.h"
+#include "Recognition/Recognisers.h"
 #include "Speech/SpeechTranscriptionService.h"
 #include "Speech/TranscriptionError.h"
 #include "talmoctl/Command.h"
@@ -40,7 +40,7 @@ QCoro::Task<int> runTranscribe(Invocation invocation)
     }
     const auto recogniser = SerialExecutor::onNewThread(QStringLiteral("decoder"));
     // As it is when the user dictates, and it hears the same words.
-    const auto recognisers = LinuxRecognisers::make(recogniser, std::make_shared<TimerFdClock>(), {}, linuxSettings);
+    const auto recognisers = Recognisers::make(recogniser, std::make_shared<TimerFdClock>(), {}, linuxSettings);
     co_await recognisers.engines->modelsChecked();
     recognisers.engines->setWords(settings.values->dictionaryWords());
     const auto service = std::make_shared<SpeechTranscriptionService>(

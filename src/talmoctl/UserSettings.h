@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Base/SerialExecutor.h"
-#include "Platform/Linux/JsonUserDefaults.h"
-#include "Platform/Linux/XdgAutostart.h"
+#include "Platform/Linux/Session/XdgAutostart.h"
+#include "Platform/Linux/System/JsonUserDefaults.h"
 #include "Settings/TalmoSettings.h"
 
 #include <QCoreApplication>

@@ -1,7 +1,7 @@
 // What services may not do, and what the platform seldom does: each ends in the error state, or goes on.
 
-#include "Input/AudioRecorder.h"
-#include "Input/GlobalHotkeyManager.h"
+#include "Input/Audio/AudioRecorder.h"
+#include "Input/Hotkey/GlobalHotkeyManager.h"
 #include "Support/FailingClock.h"
 #include "Support/FakeAudioEngine.h"
 #include "Support/FakeEventMonitor.h"

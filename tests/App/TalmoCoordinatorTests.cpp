@@ -1,6 +1,6 @@
 #include "App/TalmoCoordinator.h"
 
-#include "Input/GlobalHotkeyManager.h"
+#include "Input/Hotkey/GlobalHotkeyManager.h"
 #include "Speech/TranscriptionError.h"
 #include "Support/FakeEventMonitor.h"
 #include "Support/Printing.h"

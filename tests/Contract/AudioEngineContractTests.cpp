@@ -1,7 +1,7 @@
-#include "Input/AudioRecorder.h"
-#include "Platform/Linux/LinuxAuthorizationSource.h"
-#include "Platform/Linux/PulseAudioEngine.h"
-#include "SoundRig.h"
+#include "Input/Audio/AudioRecorder.h"
+#include "Platform/Linux/Sound/PulseAudioEngine.h"
+#include "Platform/Linux/System/LinuxAuthorizationSource.h"
+#include "SoundServer.h"
 #include "Support/FakeAudioEngine.h"
 #include "Support/Printing.h"
 #include "Support/TestLoop.h"
@@ -31,7 +31,7 @@ struct FakeSubject {
 struct PulseSubject {
     QTemporaryDir folder;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    rig::SoundRig sound{folder.path() + u"/sound"_s, environment};
+    testbed::SoundServer sound{folder.path() + u"/sound"_s, environment};
     PulseAudioEngine engine;
     void captureSome() {}
 };
@@ -60,7 +60,7 @@ protected:
         // Frames come on the capture thread, which wakes no loop of ours: look again after a while.
         for (int look = 0; look < 1000 && frames < count; ++look) {
             subject.captureSome();
-            rig::passTime(10ms);
+            testbed::passTime(10ms);
         }
         return frames >= count;
     }
@@ -96,7 +96,7 @@ TYPED_TEST(AudioEngineContract, noHandlerRunsOnceTheTapIsRemoved)
     this->subject.engine.removeTap();
     const quint32 then = this->frames;
     this->subject.captureSome();
-    rig::passTime(100ms);
+    testbed::passTime(100ms);
     EXPECT_EQ(this->frames, then);
     this->subject.engine.stop();
 }
@@ -146,7 +146,7 @@ TEST_F(PulseAudioEngineTest, stopIsShortAndDeliversTheLastWordWithSilenceBehindI
     });
     subject->engine.start();
     for (int look = 0; look < 1000 && buffers < 2; ++look) {
-        rig::passTime(5ms);
+        testbed::passTime(5ms);
     }
     const auto before = std::chrono::steady_clock::now();
     subject->engine.removeTap();

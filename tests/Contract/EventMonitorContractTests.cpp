@@ -1,6 +1,6 @@
-#include "Platform/Linux/XInput2EventMonitor.h"
+#include "Platform/Linux/X11/Keys/XInput2EventMonitor.h"
 
-#include "Platform/Linux/StandInKeys.h"
+#include "Platform/Linux/Keys/StandInKeys.h"
 #include "Support/FakeEventMonitor.h"
 #include "Support/Printing.h"
 #include "Support/TestLoop.h"
@@ -26,13 +26,13 @@ struct FakeSubject {
 };
 
 struct XInput2Subject {
-    rig::VirtualDesktop desktop;
+    testbed::VirtualDesktop desktop;
     bool isActive = false;
     std::shared_ptr<PostedKeys> postedKeys = std::make_shared<PostedKeys>();
     XInput2EventMonitor monitor{postedKeys, standInKeySymbols({}), [this] { return isActive; }};
-    rig::VirtualKeyboard keyboard;
-    void press() { keyboard.press(rig::VirtualKeyboard::controlRight); }
-    void release() { keyboard.release(rig::VirtualKeyboard::controlRight); }
+    testbed::VirtualKeyboard keyboard;
+    void press() { keyboard.press(testbed::VirtualKeyboard::controlRight); }
+    void release() { keyboard.release(testbed::VirtualKeyboard::controlRight); }
     void setActive(bool active) { isActive = active; }
 };
 
@@ -199,7 +199,7 @@ TEST_F(XInput2EventMonitorTest, ignoresTheKeysThatTalmoItselfPosts)
     subject.postedKeys->expect(layoutKey, false);
     subject.press();
     subject.release();
-    rig::passTime(std::chrono::milliseconds(20)); // A release and a press at once would be taken for auto-repeat.
+    testbed::passTime(std::chrono::milliseconds(20)); // A release and a press at once would be taken for auto-repeat.
     flush();
     EXPECT_THAT(events, ElementsAre(fn, 0U));
 }

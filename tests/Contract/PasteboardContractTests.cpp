@@ -1,4 +1,4 @@
-#include "Platform/Linux/XcbPasteboard.h"
+#include "Platform/Linux/X11/Clipboard/XcbPasteboard.h"
 #include "Support/FakePasteboard.h"
 #include "Support/Printing.h"
 #include "Support/TestLoop.h"
@@ -17,7 +17,7 @@ struct FakeSubject {
 };
 
 struct XcbSubject {
-    rig::VirtualDesktop desktop;
+    testbed::VirtualDesktop desktop;
     XcbPasteboard pasteboard{XSession::open()};
 };
 

@@ -1,4 +1,4 @@
-#include "Platform/Linux/PocketSphinxPlatform.h"
+#include "Recognition/PocketSphinx/PocketSphinxPlatform.h"
 #include "SpokenText.h"
 #include "Support/Printing.h"
 #include "Support/ScriptedSpeechPlatform.h"
@@ -28,7 +28,7 @@ struct PocketSphinxSubject {
 QByteArray spokenSamples(const QString &text)
 {
     const QTemporaryDir folder;
-    QFile file(rig::speak(text, folder.path()));
+    QFile file(testbed::speak(text, folder.path()));
     EXPECT_TRUE(file.open(QFile::ReadOnly));
     constexpr qsizetype headerSize = 44;
     return QByteArray(16000, '\0') + file.readAll().mid(headerSize) + QByteArray(6400, '\0');

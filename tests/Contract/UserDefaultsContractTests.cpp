@@ -1,4 +1,4 @@
-#include "Platform/Linux/JsonUserDefaults.h"
+#include "Platform/Linux/System/JsonUserDefaults.h"
 #include "Support/MemoryUserDefaults.h"
 #include "Support/Printing.h"
 #include "Support/TestLoop.h"

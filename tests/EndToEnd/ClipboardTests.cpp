@@ -11,14 +11,14 @@ using ClipboardRun = TalmoRun;
 TEST_F(ClipboardRun, textAndHtmlAndALargeImageAreByteIdenticalAfterwards)
 {
     const QString image = desktop.folder() + u"/image"_s;
-    rig::ChildProcess owner(QStringLiteral(TALMO_BIN "/talmo-clipboard-owner"), {image}, environment);
+    testbed::ChildProcess owner(QStringLiteral(TALMO_BIN "/talmo-clipboard-owner"), {image}, environment);
     ASSERT_TRUE(owner.waitForLine(u"owned"_s, patience));
     const auto targetsBefore = clipboard(u"TARGETS"_s);
     openQtWindow();
     startTalmo();
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(u"Hello world."_s));
-    EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == u"plain – text"_s.toUtf8(); }, patience));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == u"plain – text"_s.toUtf8(); }, patience));
     EXPECT_EQ(clipboard(u"text/html"_s), "<b>rich</b> text");
     QFile file(image);
     ASSERT_TRUE(file.open(QFile::ReadOnly));
@@ -37,7 +37,7 @@ TEST_F(ClipboardRun, anEmptyClipboardIsEmptyAfterwards)
     ASSERT_TRUE(isClipboardEmpty());
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(u"Hello world."_s));
-    EXPECT_TRUE(rig::pollUntil([this] { return isClipboardEmpty(); }, patience));
+    EXPECT_TRUE(testbed::pollUntil([this] { return isClipboardEmpty(); }, patience));
 }
 
 TEST_F(ClipboardRun, aProgramThatIs300msSlowStillGetsTheNewText)
@@ -47,7 +47,7 @@ TEST_F(ClipboardRun, aProgramThatIs300msSlowStillGetsTheNewText)
     copy(u"clipboard before"_s);
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(u"Hello world."_s));
-    EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
 }
 
 TEST_F(ClipboardRun, quittingRightAfterAPasteGivesTheClipboardBackFirst)

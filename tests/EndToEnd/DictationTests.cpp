@@ -44,9 +44,9 @@ TEST_F(TalmoRun, holdingTheKeyDictatesIntoXterm)
         QFile reader(file);
         return reader.open(QFile::ReadOnly) ? reader.readAll() : QByteArray();
     };
-    EXPECT_TRUE(rig::pollUntil([&typed] { return typed() == "Hello world."; }, patience)) << typed().constData();
-    EXPECT_TRUE(rig::pollUntil([this] { return selection(u"primary"_s) == "selected before\n"; }, patience));
-    EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([&typed] { return typed() == "Hello world."; }, patience)) << typed().constData();
+    EXPECT_TRUE(testbed::pollUntil([this] { return selection(u"primary"_s) == "selected before\n"; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
 }
 
 TEST_F(TalmoRun, aDoubleTapDictatesHandsFreeUntilTheNextPress)
@@ -82,18 +82,18 @@ TEST_F(TalmoRun, heldShiftAndSuperDoNotSpoilThePaste)
     keyboard.press(key);
     ASSERT_TRUE(talmoSays(u"state: recording"_s));
     speak(u"hello world"_s);
-    keyboard.press(rig::VirtualKeyboard::shiftLeft);
-    keyboard.press(rig::VirtualKeyboard::superLeft);
+    keyboard.press(testbed::VirtualKeyboard::shiftLeft);
+    keyboard.press(testbed::VirtualKeyboard::superLeft);
     keyboard.release(key);
     EXPECT_TRUE(windowShows(u"Hello world."_s));
-    keyboard.release(rig::VirtualKeyboard::superLeft);
-    keyboard.release(rig::VirtualKeyboard::shiftLeft);
+    keyboard.release(testbed::VirtualKeyboard::superLeft);
+    keyboard.release(testbed::VirtualKeyboard::shiftLeft);
 }
 
 TEST_F(TalmoRun, aKeyboardWithoutALatinLetterPastesToo)
 {
-    rig::ChildProcess layout(u"setxkbmap"_s, {u"ru"_s}, environment);
-    ASSERT_TRUE(rig::waitUntil([&layout] { return !layout.isRunning(); }, patience));
+    testbed::ChildProcess layout(u"setxkbmap"_s, {u"ru"_s}, environment);
+    ASSERT_TRUE(testbed::waitUntil([&layout] { return !layout.isRunning(); }, patience));
     openQtWindow();
     startTalmo();
     dictate(u"hello world"_s);
@@ -107,10 +107,10 @@ TEST_F(TalmoRun, twoDictationsWithinASecondBothArriveAndTheClipboardIsAsItWas)
     copy(u"clipboard before"_s);
     dictate(u"hello world"_s);
     ASSERT_TRUE(talmoSays(u"state: idle"_s));
-    rig::passTime(310ms); // Just long enough to be no second tap.
+    testbed::passTime(310ms); // Just long enough to be no second tap.
     dictate(u"thank you very much"_s);
     EXPECT_TRUE(windowShows(u"Hello world.Thank you very much."_s));
-    EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
 }
 
 TEST_F(TalmoRun, rightCtrlAsAModifierRecordsNothing)
@@ -121,7 +121,7 @@ TEST_F(TalmoRun, rightCtrlAsAModifierRecordsNothing)
         keyboard.press(key);
         keyboard.tap('a');
         keyboard.release(key);
-        rig::passTime(50ms);
+        testbed::passTime(50ms);
     }
     // At once: the press is held back for the moment, and then counts.
     dictate(u"hello world"_s);
@@ -142,7 +142,7 @@ TEST_F(TalmoRun, nothingSpokenIsNoSpeechAndTheNextDictationWorks)
     keyboard.release(key);
     EXPECT_TRUE(talmoSays(u"error: No speech detected."_s));
     EXPECT_TRUE(talmoSays(u"state: error"_s));
-    rig::passTime(350ms); // The gap that keeps the next press from being a double-tap.
+    testbed::passTime(350ms); // The gap that keeps the next press from being a double-tap.
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(u"Hello world."_s));
 }

@@ -29,9 +29,9 @@ constexpr quint32 endKey = 0xff57;
 class FaceRun : public TalmoRun {
 protected:
     /// Talmo's own windows that no window manager handles and that are larger than an icon.
-    QList<rig::VirtualDesktop::Window> cards()
+    QList<testbed::VirtualDesktop::Window> cards()
     {
-        QList<rig::VirtualDesktop::Window> found;
+        QList<testbed::VirtualDesktop::Window> found;
         for (const auto &shown : desktop.visibleWindows()) {
             if (shown.program == "talmo" && !shown.isManaged && shown.geometry.width() > 100) {
                 found.append(shown);
@@ -41,11 +41,11 @@ protected:
     }
     bool cardComes()
     {
-        return rig::pollUntil([this] { return !cards().isEmpty(); }, patience);
+        return testbed::pollUntil([this] { return !cards().isEmpty(); }, patience);
     }
     bool cardGoes()
     {
-        return rig::pollUntil([this] { return cards().isEmpty(); }, patience);
+        return testbed::pollUntil([this] { return cards().isEmpty(); }, patience);
     }
     bool isSomethingFullScreen()
     {
@@ -59,16 +59,16 @@ protected:
     QImage corner() { return desktop.screenshot().copy(screen.width() - 30, 0, 30, 26); }
     QPoint icon{screen.width() - 12, 12};
 
-    void startTray() { tray = rig::startTray(environment); }
+    void startTray() { tray = testbed::startTray(environment); }
     /// Waits until the icon is drawn.
     void startTalmoWithIcon()
     {
         const QImage before = corner();
         startTalmo();
-        ASSERT_TRUE(rig::pollUntil([&] { return corner() != before; }, patience));
+        ASSERT_TRUE(testbed::pollUntil([&] { return corner() != before; }, patience));
         // Two pictures of it that are the same: it is done.
         QImage last;
-        ASSERT_TRUE(rig::pollUntil([&] { return std::exchange(last, corner()) == last; }, patience));
+        ASSERT_TRUE(testbed::pollUntil([&] { return std::exchange(last, corner()) == last; }, patience));
     }
     bool openPanel()
     {
@@ -76,16 +76,16 @@ protected:
         return cardComes();
     }
 
-    rig::VirtualPointer pointer;
-    std::unique_ptr<rig::ChildProcess> tray;
-    std::unique_ptr<rig::ChildProcess> compositor;
+    testbed::VirtualPointer pointer;
+    std::unique_ptr<testbed::ChildProcess> tray;
+    std::unique_ptr<testbed::ChildProcess> compositor;
 };
 
 } // namespace
 
 TEST_F(FaceRun, theFocusNeverMovesWhileTheOverlayComesGrowsAndGoes)
 {
-    compositor = rig::startCompositor(environment);
+    compositor = testbed::startCompositor(environment);
     openQtWindow();
     startTalmo();
     desktop.takeActiveWindowChanges();
@@ -108,7 +108,7 @@ TEST_F(FaceRun, theFocusNeverMovesWhileTheOverlayComesGrowsAndGoes)
 TEST_F(FaceRun, theOverlayIsAboveAFullScreenWindowAndAboveOneThatComesLater)
 {
     openWindow(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Target"_s, u"0"_s, u"fullscreen"_s});
-    ASSERT_TRUE(rig::pollUntil([this] { return isSomethingFullScreen(); }, patience));
+    ASSERT_TRUE(testbed::pollUntil([this] { return isSomethingFullScreen(); }, patience));
     startTalmo();
     desktop.takeActiveWindowChanges();
     doubleTap();
@@ -116,10 +116,10 @@ TEST_F(FaceRun, theOverlayIsAboveAFullScreenWindowAndAboveOneThatComesLater)
     ASSERT_TRUE(cardComes());
     EXPECT_TRUE(cardIsInFront());
     EXPECT_EQ(desktop.takeActiveWindowChanges(), 0);
-    rig::ChildProcess other(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Other"_s, u"0"_s, u"fullscreen"_s},
-                            environment);
+    testbed::ChildProcess other(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Other"_s, u"0"_s, u"fullscreen"_s},
+                                environment);
     ASSERT_TRUE(desktop.waitForActiveWindow(u"Other"_s, patience));
-    EXPECT_TRUE(rig::pollUntil([this] { return cardIsInFront(); }, patience));
+    EXPECT_TRUE(testbed::pollUntil([this] { return cardIsInFront(); }, patience));
     keyboard.tap(key);
     EXPECT_TRUE(talmoSays(u"state: error"_s)); // Nothing was said.
 }
@@ -127,13 +127,13 @@ TEST_F(FaceRun, theOverlayIsAboveAFullScreenWindowAndAboveOneThatComesLater)
 TEST_F(FaceRun, theOverlayIsOnThePointersScreenAboveItsBar)
 {
     const auto addScreen = [this](const QString &name, const QString &place, const QString &output) {
-        rig::ChildProcess xrandr(u"xrandr"_s, {u"--setmonitor"_s, name, place, output}, environment);
-        rig::waitUntil([&xrandr] { return !xrandr.isRunning(); }, patience);
+        testbed::ChildProcess xrandr(u"xrandr"_s, {u"--setmonitor"_s, name, place, output}, environment);
+        testbed::waitUntil([&xrandr] { return !xrandr.isRunning(); }, patience);
     };
     addScreen(u"left"_s, u"600/160x640/170+0+0"_s, u"screen"_s);
     addScreen(u"right"_s, u"424/110x500/130+600+0"_s, u"none"_s);
     // The bar is at the lower edge of the desktop, which the left screen alone reaches.
-    tray = rig::startTray(environment, {u"--edge"_s, u"bottom"_s, u"--align"_s, u"left"_s, u"--height"_s, u"30"_s});
+    tray = testbed::startTray(environment, {u"--edge"_s, u"bottom"_s, u"--align"_s, u"left"_s, u"--height"_s, u"30"_s});
     openQtWindow();
     startTalmo();
     const auto footUnder = [this](QPoint place) {
@@ -144,7 +144,7 @@ TEST_F(FaceRun, theOverlayIsOnThePointersScreenAboveItsBar)
         const QRect room = cards().isEmpty() ? QRect() : cards().first().geometry;
         keyboard.tap(key);
         EXPECT_TRUE(talmoSays(u"state: error"_s));
-        rig::passTime(400ms);
+        testbed::passTime(400ms);
         EXPECT_TRUE(cardGoes());
         return QPoint(room.center().x(), room.y() + room.height() - shadow);
     };
@@ -178,8 +178,8 @@ TEST_F(FaceRun, withoutACompositorTheCardHasItsShape)
     const int bottom = screen.height() - 90;
     const QRect card(QPoint(screen.width() / 2 - 110, bottom - 50), QPoint(screen.width() / 2 + 109, bottom - 1));
     // The window behind is white: the card's own corner shows it, and its middle does not.
-    EXPECT_TRUE(
-        rig::pollUntil([&] { return desktop.screenshot().pixelColor(card.center()) != QColor(Qt::white); }, patience));
+    EXPECT_TRUE(testbed::pollUntil([&] { return desktop.screenshot().pixelColor(card.center()) != QColor(Qt::white); },
+                                   patience));
     const QImage picture = desktop.screenshot();
     EXPECT_EQ(picture.pixelColor(card.bottomLeft()), QColor(Qt::white));
     EXPECT_EQ(picture.pixelColor(card.bottomRight()), QColor(Qt::white));
@@ -195,11 +195,11 @@ TEST_F(FaceRun, theIconInTheTrayChangesItsShape)
     const QImage idle = corner();
     keyboard.press(key);
     ASSERT_TRUE(talmoSays(u"state: recording"_s));
-    EXPECT_TRUE(rig::pollUntil([&] { return corner() != idle; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([&] { return corner() != idle; }, patience));
     const QImage recording = corner();
     keyboard.release(key);
     ASSERT_TRUE(talmoSays(u"state: error"_s));
-    EXPECT_TRUE(rig::pollUntil([&] { return corner() != recording && corner() != idle; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([&] { return corner() != recording && corner() != idle; }, patience));
 }
 
 TEST_F(FaceRun, theIconIsLegibleOnALightTrayThoughWindowsAreDark)
@@ -218,7 +218,7 @@ TEST_F(FaceRun, theIconIsLegibleOnALightTrayThoughWindowsAreDark)
         return least;
     };
     constexpr int dark = 90;
-    EXPECT_TRUE(rig::pollUntil([&] { return darkest() < dark; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([&] { return darkest() < dark; }, patience));
 }
 
 TEST_F(FaceRun, aTrayThatComesLaterGetsTheIconAndItsAbsenceIsSaidOnce)
@@ -227,26 +227,26 @@ TEST_F(FaceRun, aTrayThatComesLaterGetsTheIconAndItsAbsenceIsSaidOnce)
     ASSERT_TRUE(talmo->waitForLine(u"there is no tray for the icon yet"_s, patience));
     const QImage before = corner();
     startTray();
-    EXPECT_TRUE(rig::pollUntil([&] { return corner() != before; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([&] { return corner() != before; }, patience));
     tray.reset();
-    EXPECT_TRUE(rig::pollUntil([&] { return corner() == before; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([&] { return corner() == before; }, patience));
     startTray();
-    EXPECT_TRUE(rig::pollUntil([&] { return corner() != before; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([&] { return corner() != before; }, patience));
     EXPECT_EQ(talmo->output().count(u"there is no tray"_s), 1);
 }
 
 TEST_F(FaceRun, anItemHostGetsTheIconAndItsChanges)
 {
-    const auto bus = rig::startBus(environment);
+    const auto bus = testbed::startBus(environment);
     NotifierHost host;
     startTalmo();
-    ASSERT_TRUE(rig::waitUntil([&host] { return !host.item().isEmpty(); }, patience));
+    ASSERT_TRUE(testbed::waitUntil([&host] { return !host.item().isEmpty(); }, patience));
     const QByteArray idle = host.iconPixels();
     EXPECT_FALSE(idle.isEmpty());
     const int before = host.iconChanges();
     keyboard.press(key);
     ASSERT_TRUE(talmoSays(u"state: recording"_s));
-    EXPECT_TRUE(rig::waitUntil([&] { return host.iconChanges() > before; }, patience));
+    EXPECT_TRUE(testbed::waitUntil([&] { return host.iconChanges() > before; }, patience));
     EXPECT_NE(host.iconPixels(), idle);
     EXPECT_FALSE(host.itemProperty(u"Menu"_s).isNull());
     keyboard.release(key);
@@ -255,23 +255,23 @@ TEST_F(FaceRun, anItemHostGetsTheIconAndItsChanges)
 
 TEST_F(FaceRun, anItemHostThatComesLaterOrAgainGetsTheIcon)
 {
-    const auto bus = rig::startBus(environment);
+    const auto bus = testbed::startBus(environment);
     startTalmo();
     ASSERT_TRUE(talmo->waitForLine(u"there is no tray for the icon yet"_s, patience));
     auto host = std::make_unique<NotifierHost>();
-    EXPECT_TRUE(rig::waitUntil([&host] { return host->registrations() > 0; }, patience));
+    EXPECT_TRUE(testbed::waitUntil([&host] { return host->registrations() > 0; }, patience));
     host.reset();
     host = std::make_unique<NotifierHost>();
-    EXPECT_TRUE(rig::waitUntil([&host] { return host->registrations() > 0; }, patience));
+    EXPECT_TRUE(testbed::waitUntil([&host] { return host->registrations() > 0; }, patience));
 }
 
 TEST_F(FaceRun, anItemHostSaysNothingOfThePlaceSoThePanelIsInThePointersCorner)
 {
-    const auto bus = rig::startBus(environment);
+    const auto bus = testbed::startBus(environment);
     NotifierHost host;
     openQtWindow();
     startTalmo();
-    ASSERT_TRUE(rig::waitUntil([&host] { return !host.item().isEmpty(); }, patience));
+    ASSERT_TRUE(testbed::waitUntil([&host] { return !host.item().isEmpty(); }, patience));
     pointer.moveTo({screen.width() - 20, screen.height() - 20});
     host.activate(screen.width() - 20, screen.height() - 20);
     ASSERT_TRUE(cardComes());
@@ -293,7 +293,7 @@ TEST_F(FaceRun, thePanelDropsFromTheIconAndClosesOnEscapeAndOnAClickElsewhere)
     EXPECT_GE(cards().first().geometry.y() + shadow, 24);
     EXPECT_LT(cards().first().geometry.y() + shadow, 60);
     // On a busy machine a first tap may come before the panel has the keyboard; a person taps again.
-    EXPECT_TRUE(rig::pollUntil(
+    EXPECT_TRUE(testbed::pollUntil(
         [this] {
             keyboard.tap(escapeKey);
             return cards().isEmpty();
@@ -318,8 +318,8 @@ TEST_F(FaceRun, aDictationStartedInThePanelLandsInTheWindowInFront)
     ASSERT_TRUE(talmoSays(u"state: recording"_s));
     speak(u"hello world"_s);
     pointer.clickAt(icon);
-    ASSERT_TRUE(rig::pollUntil([this] { return cards().size() == 2; }, patience)); // The overlay is the other.
-    keyboard.tap(returnKey);                                                       // The first row: stop.
+    ASSERT_TRUE(testbed::pollUntil([this] { return cards().size() == 2; }, patience)); // The overlay is the other.
+    keyboard.tap(returnKey);                                                           // The first row: stop.
     EXPECT_TRUE(windowShows(u"Hello world."_s));
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
     EXPECT_EQ(desktop.activeWindowTitle(), u"Target"_s);
@@ -331,7 +331,7 @@ TEST_F(FaceRun, anInsertionClosesThePanelFirst)
     openQtWindow();
     startTalmoWithIcon();
     ASSERT_TRUE(openPanel());
-    rig::ChildProcess insert(QStringLiteral(TALMO_BIN "/talmoctl"), {u"insert"_s}, environment);
+    testbed::ChildProcess insert(QStringLiteral(TALMO_BIN "/talmoctl"), {u"insert"_s}, environment);
     insert.writeLine(u"Not into the panel."_s);
     insert.closeInput();
     EXPECT_TRUE(windowShows(u"Not into the panel."_s));
@@ -346,7 +346,7 @@ TEST_F(FaceRun, thePlainMenuIsClosedByAnInsertionToo)
     pointer.moveTo(icon);
     pointer.click(3);
     ASSERT_TRUE(cardComes());
-    rig::ChildProcess insert(QStringLiteral(TALMO_BIN "/talmoctl"), {u"insert"_s}, environment);
+    testbed::ChildProcess insert(QStringLiteral(TALMO_BIN "/talmoctl"), {u"insert"_s}, environment);
     insert.writeLine(u"Not into the menu."_s);
     insert.closeInput();
     EXPECT_TRUE(windowShows(u"Not into the menu."_s));
@@ -360,7 +360,7 @@ TEST_F(FaceRun, quitInThePanelEndsTalmo)
     ASSERT_TRUE(openPanel());
     keyboard.tap(endKey);
     keyboard.tap(returnKey);
-    EXPECT_TRUE(rig::waitUntil([this] { return !talmo->isRunning(); }, patience));
+    EXPECT_TRUE(testbed::waitUntil([this] { return !talmo->isRunning(); }, patience));
 }
 
 TEST_F(FaceRun, aSecondStartOpensTheSettingsOfTheFirstAndEnds)
@@ -368,7 +368,7 @@ TEST_F(FaceRun, aSecondStartOpensTheSettingsOfTheFirstAndEnds)
     openQtWindow();
     startTalmo();
     for (int round = 0; round < 2; ++round) {
-        rig::ChildProcess second(QStringLiteral(TALMO_BIN "/talmo"), {}, environment);
+        testbed::ChildProcess second(QStringLiteral(TALMO_BIN "/talmo"), {}, environment);
         EXPECT_TRUE(second.waitForLine(u"Talmo runs already; its settings are open now"_s, patience));
         EXPECT_EQ(second.terminate(), 0);
         EXPECT_TRUE(desktop.waitForActiveWindow(u"Talmo Settings"_s, patience));
@@ -385,7 +385,7 @@ TEST_F(FaceRun, afterACrashTheNextTalmoIsTheFirst)
 {
     startTalmo();
     talmo->kill();
-    ASSERT_TRUE(rig::waitUntil([this] { return !talmo->isRunning(); }, patience));
+    ASSERT_TRUE(testbed::waitUntil([this] { return !talmo->isRunning(); }, patience));
     startTalmo();
     EXPECT_EQ(quitTalmo(), 0);
 }
@@ -393,18 +393,18 @@ TEST_F(FaceRun, afterACrashTheNextTalmoIsTheFirst)
 TEST_F(FaceRun, aDictationIntoTalmosOwnSettingsLandsThere)
 {
     startTalmo();
-    rig::ChildProcess second(QStringLiteral(TALMO_BIN "/talmo"), {}, environment);
+    testbed::ChildProcess second(QStringLiteral(TALMO_BIN "/talmo"), {}, environment);
     ASSERT_TRUE(desktop.waitForActiveWindow(u"Talmo Settings"_s, patience));
     // To the dictionary, and into its field.
-    keyboard.press(rig::VirtualKeyboard::controlLeft);
-    keyboard.tap(rig::VirtualKeyboard::tab);
-    keyboard.release(rig::VirtualKeyboard::controlLeft);
-    keyboard.tap(rig::VirtualKeyboard::tab);
-    keyboard.tap(rig::VirtualKeyboard::tab);
+    keyboard.press(testbed::VirtualKeyboard::controlLeft);
+    keyboard.tap(testbed::VirtualKeyboard::tab);
+    keyboard.release(testbed::VirtualKeyboard::controlLeft);
+    keyboard.tap(testbed::VirtualKeyboard::tab);
+    keyboard.tap(testbed::VirtualKeyboard::tab);
     dictate(u"hello world"_s);
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
     keyboard.tap(returnKey);
-    EXPECT_TRUE(rig::pollUntil(
+    EXPECT_TRUE(testbed::pollUntil(
         [this] {
             QFile file(desktop.folder() + u"/config/talmo/settings.json"_s);
             return file.open(QFile::ReadOnly) && file.readAll().contains("Hello world.");

@@ -18,7 +18,7 @@ protected:
         process.start(program, arguments);
         process.write(input);
         process.closeWriteChannel();
-        EXPECT_TRUE(rig::waitUntil([&process] { return process.state() == QProcess::NotRunning; }, patience));
+        EXPECT_TRUE(testbed::waitUntil([&process] { return process.state() == QProcess::NotRunning; }, patience));
         return process.readAllStandardOutput();
     }
 
@@ -33,7 +33,7 @@ protected:
 
 TEST_F(HistoryRun, copyQRecordsCopiesButNoDictation)
 {
-    rig::ChildProcess copyQ(u"copyq"_s, {}, environment);
+    testbed::ChildProcess copyQ(u"copyq"_s, {}, environment);
     // What is copied before it listens is not recorded.
     int number = 0;
     const auto isRecorded = [this, &number] {
@@ -42,16 +42,16 @@ TEST_F(HistoryRun, copyQRecordsCopiesButNoDictation)
         }
         return history().startsWith("copied " + QByteArray::number(number) + '\n');
     };
-    ASSERT_TRUE(rig::pollUntil(isRecorded, patience)) << copyQ.output().toStdString();
+    ASSERT_TRUE(testbed::pollUntil(isRecorded, patience)) << copyQ.output().toStdString();
     const QByteArray before = history();
     const QByteArray content = clipboard();
     openQtWindow();
     startTalmo();
     run(QStringLiteral(TALMO_BIN "/talmoctl"), {u"insert"_s}, "dictated");
     EXPECT_TRUE(windowShows(u"dictated"_s));
-    EXPECT_TRUE(rig::pollUntil([&] { return clipboard() == content; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([&] { return clipboard() == content; }, patience));
     copy(u"copied later"_s);
-    EXPECT_TRUE(rig::pollUntil([this] { return history().startsWith("copied later\n;"); }, patience));
+    EXPECT_TRUE(testbed::pollUntil([this] { return history().startsWith("copied later\n;"); }, patience));
     EXPECT_EQ(history(), "copied later\n;" + before);
 }
 

@@ -43,35 +43,35 @@ QStringList callsMade(const QString &file)
 
 TEST_F(TalmoRun, nothingWakesUpWhileNothingIsDictated)
 {
-    const auto tray = rig::startTray(environment);
+    const auto tray = testbed::startTray(environment);
     openQtWindow();
     startTalmo();
     dictate(u"hello world"_s);
     ASSERT_TRUE(windowShows(u"Hello world."_s));
-    rig::VirtualPointer pointer;
+    testbed::VirtualPointer pointer;
     pointer.clickAt({1024 - 12, 12}); // The panel was open once, too.
-    rig::passTime(500ms);
+    testbed::passTime(500ms);
     pointer.clickAt({500, 600});
-    rig::passTime(aftermath);
+    testbed::passTime(aftermath);
 
     const QString file = desktop.folder() + u"/trace"_s;
-    rig::ChildProcess tracer(
+    testbed::ChildProcess tracer(
         u"strace"_s, {u"-f"_s, u"-tt"_s, u"-o"_s, file, u"-p"_s, QString::number(talmo->processId())}, environment);
-    rig::passTime(1s);
+    testbed::passTime(1s);
     if (!tracer.isRunning()) {
         GTEST_SKIP() << "No process may be traced here, so wake-ups were NOT counted:\n" << qPrintable(tracer.output());
     }
-    rig::passTime(watched);
+    testbed::passTime(watched);
     tracer.terminate();
     const auto calls = callsMade(file);
     EXPECT_TRUE(calls.isEmpty()) << calls.size() << " calls:\n" << qPrintable(calls.mid(0, 40).join(QLatin1Char('\n')));
 
     // The tracer does see what happens when something does.
-    rig::ChildProcess second(u"strace"_s, {u"-f"_s, u"-o"_s, file, u"-p"_s, QString::number(talmo->processId())},
-                             environment);
+    testbed::ChildProcess second(u"strace"_s, {u"-f"_s, u"-o"_s, file, u"-p"_s, QString::number(talmo->processId())},
+                                 environment);
     ASSERT_TRUE(second.waitForLine(u"attached"_s, patience));
     pointer.clickAt({1024 - 12, 12});
-    rig::passTime(500ms);
+    testbed::passTime(500ms);
     second.terminate();
     EXPECT_FALSE(callsMade(file).isEmpty());
 }

@@ -25,7 +25,7 @@ protected:
         process.start(QStringLiteral(TALMO_BIN "/talmoctl"), QStringList{u"insert"_s} + options);
         process.write(text);
         process.closeWriteChannel();
-        EXPECT_TRUE(rig::waitUntil([&process] { return process.state() == QProcess::NotRunning; }, patience));
+        EXPECT_TRUE(testbed::waitUntil([&process] { return process.state() == QProcess::NotRunning; }, patience));
         output = process.readAll();
         return process.exitCode();
     }
@@ -49,7 +49,7 @@ protected:
     }
     bool isAlone()
     {
-        return rig::pollUntil([] { return talmoctlProcesses().isEmpty(); }, patience);
+        return testbed::pollUntil([] { return talmoctlProcesses().isEmpty(); }, patience);
     }
 };
 
@@ -63,7 +63,7 @@ TEST_F(InsertCommandRun, insertsThroughTheTalmoThatRuns)
     EXPECT_EQ(insert("typed by a script\n"), 0) << output.toStdString();
     EXPECT_TRUE(windowShows(u"typed by a script"_s));
     EXPECT_EQ(talmoctlProcesses(), QStringList()) << "Talmo is the one that stays";
-    EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
     EXPECT_EQ(quitTalmo(), 0);
     EXPECT_FALSE(QFileInfo::exists(socketPath()));
 }
@@ -73,11 +73,11 @@ TEST_F(InsertCommandRun, manyAtOnceTakeTurns)
     openQtWindow();
     startTalmo();
     copy(u"clipboard before"_s);
-    std::vector<std::unique_ptr<rig::ChildProcess>> callers;
+    std::vector<std::unique_ptr<testbed::ChildProcess>> callers;
     constexpr int count = 8;
     for (int number = 0; number < count; ++number) {
-        callers.push_back(std::make_unique<rig::ChildProcess>(QStringLiteral(TALMO_BIN "/talmoctl"),
-                                                              QStringList{u"insert"_s}, environment));
+        callers.push_back(std::make_unique<testbed::ChildProcess>(QStringLiteral(TALMO_BIN "/talmoctl"),
+                                                                  QStringList{u"insert"_s}, environment));
         callers.back()->writeLine(u"(%1)"_s.arg(number));
         callers.back()->closeInput();
     }
@@ -85,8 +85,8 @@ TEST_F(InsertCommandRun, manyAtOnceTakeTurns)
         const auto &lines = window->lines();
         return !lines.empty() && lines.back().text.count(u'(') == count && lines.back().text.count(u')') == count;
     };
-    EXPECT_TRUE(rig::waitUntil(isWhole, patience)) << window->output().toStdString();
-    EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+    EXPECT_TRUE(testbed::waitUntil(isWhole, patience)) << window->output().toStdString();
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
 }
 
 TEST_F(InsertCommandRun, withoutTalmoItStaysUntilAnotherProgramTakesTheClipboard)
@@ -95,7 +95,7 @@ TEST_F(InsertCommandRun, withoutTalmoItStaysUntilAnotherProgramTakesTheClipboard
     copy(u"clipboard before"_s);
     EXPECT_EQ(insert("typed by a script\n"), 0) << output.toStdString();
     EXPECT_TRUE(windowShows(u"typed by a script"_s));
-    EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
     EXPECT_EQ(talmoctlProcesses().size(), 1) << "somebody has to own what was there";
     copy(u"copied later"_s);
     EXPECT_TRUE(isAlone());
@@ -161,7 +161,7 @@ TEST_F(InsertCommandRun, whatIsNoRequestIsRefusedAndTheNextOneServed)
         QLocalSocket socket;
         socket.connectToServer(socketPath());
         socket.write(request);
-        ASSERT_TRUE(rig::waitUntil([&socket] { return socket.canReadLine(); }, patience)) << request.toStdString();
+        ASSERT_TRUE(testbed::waitUntil([&socket] { return socket.canReadLine(); }, patience)) << request.toStdString();
         EXPECT_TRUE(socket.readLine().contains("does not know")) << request.toStdString();
     }
     QLocalSocket silent; // Says nothing, and is nobody's problem.

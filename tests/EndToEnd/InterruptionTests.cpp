@@ -26,7 +26,7 @@ protected:
         ASSERT_TRUE(talmo->waitForLine(u"language model: test-model"_s, patience));
         dictate(u"hello world"_s);
         ASSERT_TRUE(server.waitForChats(1));
-        rig::passTime(350ms); // A press before that would be a second tap.
+        testbed::passTime(350ms); // A press before that would be a second tap.
     }
     int count(const QString &text) const
     {
@@ -85,7 +85,7 @@ TEST_F(InterruptionRun, quittingWhileRecordingInsertsTheSentence)
 
 TEST_F(InterruptionRun, theSessionEndsOnlyOnceTheSentenceIsInserted)
 {
-    rig::ChildProcess manager(QStringLiteral(TALMO_BIN "/talmo-session-manager"), {}, environment);
+    testbed::ChildProcess manager(QStringLiteral(TALMO_BIN "/talmo-session-manager"), {}, environment);
     const auto address = manager.waitForLine(u"address "_s, patience);
     ASSERT_TRUE(address);
     environment.insert(u"SESSION_MANAGER"_s, address->text.mid(8));
@@ -99,7 +99,7 @@ TEST_F(InterruptionRun, theSessionEndsOnlyOnceTheSentenceIsInserted)
     ASSERT_TRUE(idle);
     EXPECT_LE(idle->time, saved->time + 2s); // The model would have been waited for ten; pipes are read in any order.
     manager.writeLine(u"die"_s);
-    EXPECT_TRUE(rig::waitUntil([this] { return !talmo->isRunning(); }, patience));
+    EXPECT_TRUE(testbed::waitUntil([this] { return !talmo->isRunning(); }, patience));
 }
 
 TEST_F(InterruptionRun, aSecondRequestToQuitNeitherHangsNorCostsTheSentence)
@@ -117,7 +117,7 @@ TEST_F(InterruptionRun, aHoldReleasedBeforeTheRecordingBeganLeavesNoMicrophoneOn
     startTalmo();
     sound->freeze(); // The microphone takes its time to open.
     keyboard.press(key);
-    rig::passTime(250ms);
+    testbed::passTime(250ms);
     keyboard.release(key);
     sound->thaw();
     ASSERT_TRUE(talmo->waitForLine(u"state: processing"_s, patience));

@@ -72,7 +72,7 @@ TEST_F(LanguageModelRun, aServerThatIsKilledInTheMiddleCostsNoSentence)
     EXPECT_TRUE(windowShows(u"Hello world."_s));
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
     // The next one is not even tried with it. A press right after a release would be a double-tap.
-    rig::passTime(std::chrono::milliseconds(400));
+    testbed::passTime(std::chrono::milliseconds(400));
     dictate(u"hello world"_s);
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
     EXPECT_TRUE(windowShows(u"Hello world.Hello world."_s));

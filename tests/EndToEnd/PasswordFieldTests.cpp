@@ -37,15 +37,15 @@ protected:
     /// Its exit status.
     int insert(const QByteArray &text)
     {
-        rig::ChildProcess process(QStringLiteral(TALMO_BIN "/talmoctl"), {u"insert"_s}, environment);
+        testbed::ChildProcess process(QStringLiteral(TALMO_BIN "/talmoctl"), {u"insert"_s}, environment);
         process.writeLine(QString::fromUtf8(text));
         process.closeInput();
-        EXPECT_TRUE(rig::waitUntil([&process] { return !process.isRunning(); }, patience));
+        EXPECT_TRUE(testbed::waitUntil([&process] { return !process.isRunning(); }, patience));
         output = process.output();
         return process.terminate();
     }
 
-    std::unique_ptr<rig::ChildProcess> bus = rig::startBus(environment);
+    std::unique_ptr<testbed::ChildProcess> bus = testbed::startBus(environment);
     QString output;
 };
 

@@ -6,7 +6,7 @@
 namespace talmo::test {
 
 TalmoRun::TalmoRun()
-    : sound(std::make_unique<rig::SoundRig>(desktop.folder() + u"/sound"_s, environment))
+    : sound(std::make_unique<testbed::SoundServer>(desktop.folder() + u"/sound"_s, environment))
 {
     environment.insert(u"QT_LOGGING_RULES"_s, u"talmo.general.debug=true"_s);
 }
@@ -20,14 +20,14 @@ TalmoRun::~TalmoRun()
 
 void TalmoRun::startTalmo()
 {
-    talmo = std::make_unique<rig::ChildProcess>(QStringLiteral(TALMO_BIN "/talmo"), QStringList{}, environment);
+    talmo = std::make_unique<testbed::ChildProcess>(QStringLiteral(TALMO_BIN "/talmo"), QStringList{}, environment);
     m_talmoLines = 0;
     ASSERT_TRUE(talmoSays(u"ready:"_s));
 }
 
 void TalmoRun::startTalmoAfter(const QString &shellCommands)
 {
-    talmo = std::make_unique<rig::ChildProcess>(
+    talmo = std::make_unique<testbed::ChildProcess>(
         u"sh"_s, QStringList{u"-ec"_s, shellCommands + u"\nexec " TALMO_BIN "/talmo"_s}, environment);
     m_talmoLines = 0;
     ASSERT_TRUE(talmoSays(u"ready:"_s));
@@ -35,7 +35,7 @@ void TalmoRun::startTalmoAfter(const QString &shellCommands)
 
 void TalmoRun::openWindow(const QString &program, const QStringList &arguments)
 {
-    window = std::make_unique<rig::ChildProcess>(program, arguments, environment);
+    window = std::make_unique<testbed::ChildProcess>(program, arguments, environment);
     ASSERT_TRUE(desktop.waitForActiveWindow(u"Target"_s, patience));
 }
 
@@ -61,7 +61,7 @@ bool TalmoRun::windowShows(const QString &text)
 
 void TalmoRun::speak(const QString &text)
 {
-    sound->play(rig::speak(text, desktop.folder()));
+    sound->play(testbed::speak(text, desktop.folder()));
 }
 
 void TalmoRun::dictate(const QString &text)
@@ -74,13 +74,13 @@ void TalmoRun::dictate(const QString &text)
 
 void TalmoRun::doubleTap()
 {
-    constexpr rig::Patience step = std::chrono::milliseconds(40);
+    constexpr testbed::Patience step = std::chrono::milliseconds(40);
     keyboard.press(key);
-    rig::passTime(step);
+    testbed::passTime(step);
     keyboard.release(key);
-    rig::passTime(step);
+    testbed::passTime(step);
     keyboard.press(key);
-    rig::passTime(step);
+    testbed::passTime(step);
     keyboard.release(key);
 }
 
@@ -94,7 +94,7 @@ QByteArray TalmoRun::selection(const QString &name, const QString &target)
     QProcess process;
     process.setProcessEnvironment(environment);
     process.start(u"xclip"_s, {u"-selection"_s, name, u"-o"_s, u"-t"_s, target});
-    EXPECT_TRUE(rig::waitUntil([&process] { return process.state() == QProcess::NotRunning; }, patience));
+    EXPECT_TRUE(testbed::waitUntil([&process] { return process.state() == QProcess::NotRunning; }, patience));
     return process.exitCode() == 0 ? process.readAllStandardOutput() : QByteArray();
 }
 
@@ -106,12 +106,12 @@ bool TalmoRun::isClipboardEmpty()
 void TalmoRun::copy(const QString &text, const QString &selectionName)
 {
     // In the foreground, so that it ends with the test.
-    auto copier = std::make_unique<rig::ChildProcess>(
+    auto copier = std::make_unique<testbed::ChildProcess>(
         u"xclip"_s, QStringList{u"-selection"_s, selectionName, u"-quiet"_s, u"-i"_s}, environment);
     copier->writeLine(text);
     copier->closeInput();
     m_copiers.push_back(std::move(copier));
-    ASSERT_TRUE(rig::pollUntil([&] { return selection(selectionName) == text.toUtf8() + '\n'; }, patience));
+    ASSERT_TRUE(testbed::pollUntil([&] { return selection(selectionName) == text.toUtf8() + '\n'; }, patience));
 }
 
 int TalmoRun::quitTalmo()

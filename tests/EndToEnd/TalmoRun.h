@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ChildProcess.h"
-#include "SoundRig.h"
+#include "SoundServer.h"
 #include "VirtualDesktop.h"
 #include "VirtualKeyboard.h"
 
@@ -14,8 +14,8 @@ namespace talmo::test {
 /// Talmo itself, running on a desktop of its own, with a window in front that can be dictated into.
 class TalmoRun : public testing::Test {
 protected:
-    static constexpr rig::Patience patience = std::chrono::seconds(15);
-    static constexpr quint32 key = rig::VirtualKeyboard::controlRight;
+    static constexpr testbed::Patience patience = std::chrono::seconds(15);
+    static constexpr quint32 key = testbed::VirtualKeyboard::controlRight;
 
     TalmoRun();
     ~TalmoRun() override;
@@ -49,16 +49,16 @@ protected:
     /// Ends Talmo as the desktop would; gives back its exit status.
     int quitTalmo();
 
-    rig::VirtualDesktop desktop;
+    testbed::VirtualDesktop desktop;
     QProcessEnvironment environment = desktop.environment();
-    std::unique_ptr<rig::SoundRig> sound;
-    rig::VirtualKeyboard keyboard;
-    std::unique_ptr<rig::ChildProcess> talmo;
-    std::unique_ptr<rig::ChildProcess> window;
+    std::unique_ptr<testbed::SoundServer> sound;
+    testbed::VirtualKeyboard keyboard;
+    std::unique_ptr<testbed::ChildProcess> talmo;
+    std::unique_ptr<testbed::ChildProcess> window;
 
 private:
     std::size_t m_talmoLines = 0;
-    std::vector<std::unique_ptr<rig::ChildProcess>> m_copiers;
+    std::vector<std::unique_ptr<testbed::ChildProcess>> m_copiers;
 };
 
 } // namespace talmo::test

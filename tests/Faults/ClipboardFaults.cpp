@@ -18,7 +18,7 @@ FAULT(Clipboard, ownerHangs, "The program that owns the clipboard hangs",
       "The text arrives half a second later; a notification says that part of the clipboard is gone")
 {
     const QString image = desktop.folder() + u"/image"_s;
-    rig::ChildProcess owner(QStringLiteral(TALMO_BIN "/talmo-clipboard-owner"), {image}, environment);
+    testbed::ChildProcess owner(QStringLiteral(TALMO_BIN "/talmo-clipboard-owner"), {image}, environment);
     ASSERT_TRUE(owner.waitForLine(u"owned"_s, patience));
     openQtWindow();
     startTalmo();
@@ -42,7 +42,7 @@ FAULT(Clipboard, ownerEndsInMidValue, "The program that owns the clipboard ends 
     EXPECT_TRUE(windowShows(nextMeant()));
     EXPECT_TRUE(talmo->waitForLine(u"the clipboard's image/png was not kept (200000 bytes had come): its owner ended"_s,
                                    patience));
-    EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "kept"; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "kept"; }, patience));
     nextDictationWorks();
 }
 
@@ -58,7 +58,7 @@ FAULT(Clipboard, ownerAnnouncesAndSendsNothing,
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(nextMeant()));
     EXPECT_TRUE(talmo->waitForLine(u"its owner took too long"_s, patience));
-    EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "kept"; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "kept"; }, patience));
     nextDictationWorks();
 }
 
@@ -71,7 +71,7 @@ FAULT(Clipboard, ownerOffersSixHundredThousandTypes, "A program offers 600,000 c
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(nextMeant()));
     EXPECT_TRUE(talmo->waitForLine(u"the clipboard's further types was not kept"_s, patience));
-    EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "kept"; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "kept"; }, patience));
     nextDictationWorks();
 }
 
@@ -86,7 +86,7 @@ FAULT(Clipboard, ownerSendsWithoutEnd, "A program offers more than 256 MB",
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(nextMeant()));
     EXPECT_TRUE(talmo->waitForLine(u"the clipboard's image/png was not kept"_s, patience));
-    EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "kept"; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "kept"; }, patience));
     nextDictationWorks();
 }
 

@@ -35,7 +35,7 @@ protected:
     /// A new window, since the fault may have cost the old one.
     void nextDictationWorks()
     {
-        rig::passTime(std::chrono::milliseconds(350)); // Longer than a double tap's window.
+        testbed::passTime(std::chrono::milliseconds(350)); // Longer than a double tap's window.
         window.reset();
         expectLinesFromHere();
         openWindow(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Target again"_s});

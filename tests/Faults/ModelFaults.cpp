@@ -18,7 +18,7 @@ protected:
             GTEST_SKIP() << "no mount namespaces may be made here";
         }
         environment.insert(u"TALMO_DAMAGE"_s, damage);
-        talmo = std::make_unique<rig::ChildProcess>(
+        talmo = std::make_unique<testbed::ChildProcess>(
             u"unshare"_s,
             QStringList{u"--mount"_s, u"sh"_s, u"-ec"_s,
                         u"installed=/usr/share/pocketsphinx/model/en-us; model=$0; cp -r $installed $model;"
@@ -32,7 +32,7 @@ protected:
             keyboard.press(key);
             EXPECT_TRUE(talmo->waitForLine(u"error: "_s, patience, seenLines()));
             keyboard.release(key);
-            rig::passTime(std::chrono::milliseconds(350)); // Longer than a double tap's window.
+            testbed::passTime(std::chrono::milliseconds(350)); // Longer than a double tap's window.
         }
         EXPECT_THAT(talmo->output().toStdString(), testing::Not(testing::HasSubstr("inserting")));
         EXPECT_EQ(quitTalmo(), 0);

@@ -14,7 +14,7 @@ FAULT(Process, stoppedAndContinued, "The machine sleeps for a while between two 
     EXPECT_TRUE(windowShows(nextMeant()));
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
     signalTalmo(SIGSTOP);
-    rig::passTime(std::chrono::seconds(2));
+    testbed::passTime(std::chrono::seconds(2));
     signalTalmo(SIGCONT);
     nextDictationWorks();
 }
@@ -107,15 +107,15 @@ TEST_F(KillFault, whileInserting)
 FAULT(Process, secondStart, "Talmo is started twice", "The second start opens the settings of the first")
 {
     startTalmo();
-    rig::ChildProcess second(QStringLiteral(TALMO_BIN "/talmo"), {}, environment);
-    EXPECT_TRUE(rig::waitUntil([&second] { return !second.isRunning(); }, patience));
+    testbed::ChildProcess second(QStringLiteral(TALMO_BIN "/talmo"), {}, environment);
+    EXPECT_TRUE(testbed::waitUntil([&second] { return !second.isRunning(); }, patience));
     EXPECT_EQ(second.terminate(), 0);
     nextDictationWorks();
 }
 
 FAULT(Process, sessionBusEnds, "The session bus ends", "The icon goes; dictating works")
 {
-    auto bus = rig::startBus(environment);
+    auto bus = testbed::startBus(environment);
     openQtWindow();
     startTalmo();
     bus->kill();
@@ -124,11 +124,11 @@ FAULT(Process, sessionBusEnds, "The session bus ends", "The icon goes; dictating
 
 FAULT(Process, trayRestarted, "The tray is restarted", "The icon comes back; dictating works")
 {
-    auto tray = rig::startTray(environment);
+    auto tray = testbed::startTray(environment);
     openQtWindow();
     startTalmo();
     tray->kill();
-    tray = rig::startTray(environment);
+    tray = testbed::startTray(environment);
     nextDictationWorks();
 }
 

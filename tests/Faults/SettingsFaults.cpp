@@ -73,8 +73,9 @@ FAULT(Settings, diskFull, "The disk is full", "Dictating works; what cannot be s
 {
     startTalmoAfter(u"trap '' XFSZ; ulimit -f 0"_s); // No file may grow.
     nextDictationWorks();
-    rig::ChildProcess choice(QStringLiteral(TALMO_BIN "/talmoctl"), {u"model"_s, u"use"_s, u"embedded"_s}, environment);
-    EXPECT_TRUE(rig::waitUntil([&choice] { return !choice.isRunning(); }, patience));
+    testbed::ChildProcess choice(QStringLiteral(TALMO_BIN "/talmoctl"), {u"model"_s, u"use"_s, u"embedded"_s},
+                                 environment);
+    EXPECT_TRUE(testbed::waitUntil([&choice] { return !choice.isRunning(); }, patience));
     EXPECT_NE(choice.terminate(), 0);
     EXPECT_THAT(choice.output().toStdString(), testing::HasSubstr("could not be saved"));
     nextDictationWorks();

@@ -1,6 +1,6 @@
 #include "Faults/FaultFixture.h"
 
-#include "Platform/Linux/XConnection.h"
+#include "Platform/Linux/X11/XConnection.h"
 
 #include <csignal>
 
@@ -14,12 +14,12 @@ FAULT(Window, closedBeforeThePaste, "The window is closed while somebody speaks"
     copy(u"clipboard before"_s);
     holdAndSpeak();
     window.reset();
-    ASSERT_TRUE(rig::pollUntil([this] { return desktop.activeWindowTitle().isEmpty(); }, patience));
+    ASSERT_TRUE(testbed::pollUntil([this] { return desktop.activeWindowTitle().isEmpty(); }, patience));
     keyboard.release(key);
     EXPECT_TRUE(talmoSays(u"error: No window has the keyboard."_s));
     EXPECT_EQ(clipboard(), nextMeant().toUtf8());
     nextDictationWorks();
-    EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
 }
 
 FAULT(Window, frozen, "The window hangs",
@@ -37,7 +37,7 @@ FAULT(Window, frozen, "The window hangs",
     EXPECT_EQ(clipboard(), meant.toUtf8());
     signalWindow(SIGCONT);
     EXPECT_TRUE(windowShows(meant));
-    EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
     nextDictationWorks();
 }
 
@@ -52,12 +52,12 @@ FAULT(Window, takesNoPaste, "The window takes no paste",
     EXPECT_TRUE(talmoSays(u"error: Nothing took the text. It is on the clipboard: paste it with Ctrl+V."_s));
     const QString meant = nextMeant();
     EXPECT_EQ(clipboard(), meant.toUtf8());
-    rig::ChildProcess last(QStringLiteral(TALMO_BIN "/talmoctl"), {u"last"_s}, environment);
+    testbed::ChildProcess last(QStringLiteral(TALMO_BIN "/talmoctl"), {u"last"_s}, environment);
     EXPECT_TRUE(last.waitForLine(meant, patience));
-    rig::ChildProcess raw(QStringLiteral(TALMO_BIN "/talmoctl"), {u"last"_s, u"--raw"_s}, environment);
+    testbed::ChildProcess raw(QStringLiteral(TALMO_BIN "/talmoctl"), {u"last"_s, u"--raw"_s}, environment);
     EXPECT_TRUE(raw.waitForLine(meant.chopped(1).toLower(), patience));
-    rig::ChildProcess restore(QStringLiteral(TALMO_BIN "/talmoctl"), {u"restore-clipboard"_s}, environment);
-    EXPECT_TRUE(rig::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+    testbed::ChildProcess restore(QStringLiteral(TALMO_BIN "/talmoctl"), {u"restore-clipboard"_s}, environment);
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
     nextDictationWorks();
 }
 
@@ -67,7 +67,7 @@ FAULT(Window, anotherComesToTheFront, "Another window comes to the front while s
     openQtWindow();
     startTalmo();
     holdAndSpeak();
-    rig::ChildProcess other(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Another"_s}, environment);
+    testbed::ChildProcess other(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Another"_s}, environment);
     ASSERT_TRUE(desktop.waitForActiveWindow(u"Another"_s, patience));
     keyboard.release(key);
     EXPECT_TRUE(other.waitForLine(u"text: "_s + nextMeant(), patience));
@@ -107,8 +107,8 @@ FAULT(Window, layoutWithoutPasteKeys, "The keyboard layout has neither V nor Ins
     openQtWindow();
     startTalmo();
     const auto set = [this](const QStringList &expressions) {
-        rig::ChildProcess xmodmap(u"xmodmap"_s, expressions, environment);
-        EXPECT_TRUE(rig::waitUntil([&xmodmap] { return !xmodmap.isRunning(); }, patience));
+        testbed::ChildProcess xmodmap(u"xmodmap"_s, expressions, environment);
+        EXPECT_TRUE(testbed::waitUntil([&xmodmap] { return !xmodmap.isRunning(); }, patience));
     };
     set({u"-e"_s, u"keycode 55 = NoSymbol"_s, u"-e"_s, u"keycode 118 = NoSymbol"_s, u"-e"_s,
          u"keycode 90 = NoSymbol"_s});
@@ -124,8 +124,8 @@ FAULT(Window, layoutChangedInMidSentence, "The keyboard layout is changed while 
     openQtWindow();
     startTalmo();
     holdAndSpeak();
-    rig::ChildProcess layout(u"setxkbmap"_s, {u"fr"_s}, environment);
-    EXPECT_TRUE(rig::waitUntil([&layout] { return !layout.isRunning(); }, patience));
+    testbed::ChildProcess layout(u"setxkbmap"_s, {u"fr"_s}, environment);
+    EXPECT_TRUE(testbed::waitUntil([&layout] { return !layout.isRunning(); }, patience));
     keyboard.release(key);
     EXPECT_TRUE(windowShows(nextMeant()));
     nextDictationWorks();
@@ -138,7 +138,7 @@ FAULT(Window, minimised, "The window is minimised while somebody speaks",
     startTalmo();
     holdAndSpeak();
     desktop.minimiseActiveWindow();
-    ASSERT_TRUE(rig::pollUntil([this] { return !desktop.activeWindowTitle().contains(u"Target"); }, patience));
+    ASSERT_TRUE(testbed::pollUntil([this] { return !desktop.activeWindowTitle().contains(u"Target"); }, patience));
     keyboard.release(key);
     EXPECT_TRUE(talmoSays(u"error: No window has the keyboard."_s));
     EXPECT_EQ(clipboard(), nextMeant().toUtf8());
@@ -149,15 +149,15 @@ FAULT(Window, xServerEnds, "The X server ends", "Talmo ends")
 {
     startTalmo();
     desktop.killServer();
-    EXPECT_TRUE(rig::waitUntil([this] { return !talmo->isRunning(); }, patience));
+    EXPECT_TRUE(testbed::waitUntil([this] { return !talmo->isRunning(); }, patience));
 }
 
 FAULT(Window, noDisplay, "There is no display", "Talmo says so and ends")
 {
     environment.insert(u"DISPLAY"_s, u":4711"_s);
-    rig::ChildProcess blind(QStringLiteral(TALMO_BIN "/talmo"), {}, environment);
+    testbed::ChildProcess blind(QStringLiteral(TALMO_BIN "/talmo"), {}, environment);
     EXPECT_TRUE(blind.waitForLine(u"talmo: No X display could be opened. Is DISPLAY set?"_s, patience));
-    EXPECT_TRUE(rig::waitUntil([&blind] { return !blind.isRunning(); }, patience));
+    EXPECT_TRUE(testbed::waitUntil([&blind] { return !blind.isRunning(); }, patience));
     EXPECT_EQ(blind.terminate(), 1);
 }
 

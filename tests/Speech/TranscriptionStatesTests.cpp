@@ -2,7 +2,7 @@
 
 #include "Speech/SpeechTranscriptionService.h"
 
-#include "Input/AudioRecorder.h"
+#include "Input/Audio/AudioRecorder.h"
 #include "Speech/TranscriptionError.h"
 #include "Support/FakeAudioEngine.h"
 #include "Support/Printing.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Base/Error.h"
-#include "Input/AudioEngine.h"
+#include "Input/Audio/AudioEngine.h"
 
 #include <exception>
 #include <functional>

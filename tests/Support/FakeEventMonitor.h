@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Input/EventMonitor.h"
-#include "Input/GlobalHotkeyManager.h"
-#include "Input/InputTrust.h"
+#include "Input/Hotkey/EventMonitor.h"
+#include "Input/Hotkey/GlobalHotkeyManager.h"
+#include "Input/Permissions/InputTrust.h"
 
 #include <memory>
 #include <utility>

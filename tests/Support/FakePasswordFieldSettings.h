@@ -1,6 +1,6 @@
 #pragma once
 
-#include "UI/PasswordFieldSettings.h"
+#include "Settings/PasswordFieldSettings.h"
 
 namespace talmo::test {
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Base/Completion.h"
-#include "Input/AuthorizationSource.h"
-#include "Input/SettingsPaneOpener.h"
+#include "Input/Permissions/AuthorizationSource.h"
+#include "Input/Permissions/SettingsPaneOpener.h"
 
 #include <memory>
 #include <vector>

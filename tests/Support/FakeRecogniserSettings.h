@@ -1,6 +1,6 @@
 #pragma once
 
-#include "UI/RecogniserSettings.h"
+#include "Settings/RecogniserSettings.h"
 
 #include <string>
 #include <vector>

@@ -2,7 +2,7 @@
 
 #include "App/DeferringHotkeyService.h"
 #include "App/PressPreparation.h"
-#include "Input/GlobalHotkeyManager.h"
+#include "Input/Hotkey/GlobalHotkeyManager.h"
 #include "Support/FakeEventMonitor.h"
 #include "Support/Printing.h"
 #include "Support/RecordingWorld.h"

@@ -81,7 +81,7 @@ QDBusMessage NotifierHost::call(const QString &interface, const QString &method,
     auto message = QDBusMessage::createMethodCall(m_item, itemPath, interface, method);
     message.setArguments(arguments);
     const QDBusPendingCallWatcher watcher(m_bus.asyncCall(message));
-    rig::waitUntil([&watcher] { return watcher.isFinished(); }, std::chrono::seconds(10));
+    testbed::waitUntil([&watcher] { return watcher.isFinished(); }, std::chrono::seconds(10));
     return watcher.reply();
 }
 

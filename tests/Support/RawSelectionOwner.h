@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/XConnection.h"
+#include "Platform/Linux/X11/XConnection.h"
 
 #include <QByteArray>
 #include <QList>

@@ -3,7 +3,7 @@
 //   talmo-settings-writer FILE PREFIX COUNT    sets PREFIX0, PREFIX1 …, says "set" after each; ends after COUNT
 //                                              (never, where that is 0)
 
-#include "Platform/Linux/JsonUserDefaults.h"
+#include "Platform/Linux/System/JsonUserDefaults.h"
 
 #include <QCoreApplication>
 

@@ -6,12 +6,12 @@ namespace talmo::test {
 
 namespace {
 
-constexpr rig::Patience patience = std::chrono::seconds(15);
+constexpr testbed::Patience patience = std::chrono::seconds(15);
 
 } // namespace
 
 TestFileServer::TestFileServer(const QString &folder, const QString &certificate)
-    : m_process(std::make_unique<rig::ChildProcess>(
+    : m_process(std::make_unique<testbed::ChildProcess>(
           QStringLiteral("python3"),
           QStringList{QStringLiteral(TALMO_TESTS_FOLDER "/Support/file_server.py"), folder} +
               (certificate.isEmpty() ? QStringList() : QStringList{certificate}),
@@ -45,7 +45,7 @@ QStringList TestFileServer::requests() const
 
 bool TestFileServer::waitForRequests(qsizetype count) const
 {
-    return rig::waitUntil([this, count] { return requests().size() >= count; }, patience);
+    return testbed::waitUntil([this, count] { return requests().size() >= count; }, patience);
 }
 
 } // namespace talmo::test

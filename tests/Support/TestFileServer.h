@@ -21,7 +21,7 @@ public:
     bool waitForRequests(qsizetype count) const;
 
 private:
-    std::unique_ptr<rig::ChildProcess> m_process;
+    std::unique_ptr<testbed::ChildProcess> m_process;
     QString m_base;
 };
 

@@ -17,7 +17,7 @@ void settle()
 
 bool waitFor(const std::function<bool()> &condition)
 {
-    return rig::waitUntil(condition, std::chrono::seconds(10));
+    return testbed::waitUntil(condition, std::chrono::seconds(10));
 }
 
 } // namespace talmo::test

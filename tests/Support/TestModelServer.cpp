@@ -9,12 +9,12 @@ namespace talmo::test {
 
 namespace {
 
-constexpr rig::Patience patience = std::chrono::seconds(15);
+constexpr testbed::Patience patience = std::chrono::seconds(15);
 
 } // namespace
 
 TestModelServer::TestModelServer(int port, const QProcessEnvironment &environment, const QStringList &options)
-    : m_process(std::make_unique<rig::ChildProcess>(
+    : m_process(std::make_unique<testbed::ChildProcess>(
           QStringLiteral("python3"),
           QStringList{QStringLiteral(TALMO_TESTS_FOLDER "/Support/model_server.py"), QString::number(port)} + options,
           environment))
@@ -37,7 +37,7 @@ void TestModelServer::behave(const QJsonObject &changes)
         }
         return applied >= m_behaviours;
     };
-    if (!rig::waitUntil(isApplied, patience)) {
+    if (!testbed::waitUntil(isApplied, patience)) {
         throw Error(QStringLiteral("The test's model server does not listen: ") + m_process->output());
     }
 }
@@ -73,7 +73,7 @@ std::vector<QJsonObject> TestModelServer::chats() const
 
 bool TestModelServer::waitForChats(std::size_t count) const
 {
-    return rig::waitUntil([this, count] { return chats().size() >= count; }, patience);
+    return testbed::waitUntil([this, count] { return chats().size() >= count; }, patience);
 }
 
 } // namespace talmo::test

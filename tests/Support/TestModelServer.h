@@ -34,7 +34,7 @@ public:
     bool waitForChats(std::size_t count) const;
 
 private:
-    std::unique_ptr<rig::ChildProcess> m_process;
+    std::unique_ptr<testbed::ChildProcess> m_process;
     std::size_t m_behaviours = 0;
     int m_port = 0;
 };

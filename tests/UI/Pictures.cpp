@@ -3,15 +3,15 @@
 //   talmo-pictures FOLDER             as PNG
 //   talmo-pictures --drawings FOLDER  those that the README shows, as SVG
 
-#include "Platform/Linux/LinuxWording.h"
+#include "Platform/Linux/System/LinuxWording.h"
 #include "Support/FakeRecogniserSettings.h"
-#include "UI/Appearance.h"
-#include "UI/Card.h"
-#include "UI/MenuBarView.h"
-#include "UI/RecordingOverlay.h"
-#include "UI/SettingsTabBar.h"
-#include "UI/SettingsView.h"
-#include "UI/Symbol.h"
+#include "UI/Menu/MenuBarView.h"
+#include "UI/Overlay/RecordingOverlay.h"
+#include "UI/Settings/SettingsTabBar.h"
+#include "UI/Settings/SettingsView.h"
+#include "UI/Style/Appearance.h"
+#include "UI/Style/Card.h"
+#include "UI/Style/Symbol.h"
 #include "UI/ViewWorld.h"
 
 #include <QApplication>

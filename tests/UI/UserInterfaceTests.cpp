@@ -1,7 +1,7 @@
 #include "UI/UserInterface.h"
 
 #include "UI/AccessibleView.h"
-#include "UI/StatusItemController.h"
+#include "UI/Menu/StatusItemController.h"
 #include "UI/ViewWorld.h"
 
 #include <gmock/gmock.h>

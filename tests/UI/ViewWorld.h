@@ -9,10 +9,10 @@
 #include "Support/Printing.h"
 #include "Support/RecordingWorld.h"
 #include "Support/TestLoop.h"
-#include "UI/FrontmostFocus.h"
-#include "UI/PanelWindow.h"
-#include "UI/ScreenSource.h"
-#include "UI/StatusItem.h"
+#include "UI/Menu/FrontmostFocus.h"
+#include "UI/Menu/StatusItem.h"
+#include "UI/Overlay/PanelWindow.h"
+#include "UI/Overlay/ScreenSource.h"
 #include "UI/ViewContext.h"
 
 #include <QWidget>

@@ -64,8 +64,8 @@ protected:
         process.start(command, arguments);
         process.write(input);
         process.closeWriteChannel();
-        EXPECT_TRUE(
-            rig::waitUntil([&process] { return process.state() == QProcess::NotRunning; }, std::chrono::seconds(50)));
+        EXPECT_TRUE(testbed::waitUntil([&process] { return process.state() == QProcess::NotRunning; },
+                                       std::chrono::seconds(50)));
         return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
                 process.readAllStandardOutput().toStdString(), process.readAllStandardError().toStdString()};
     }
@@ -265,7 +265,7 @@ TEST_F(TalmoctlTest, damagedSettingsAreNoReasonToFail)
 
 TEST_F(TalmoctlTest, transcribesAFile)
 {
-    const QString wav = rig::speak(u"hello world"_s, folder.path());
+    const QString wav = testbed::speak(u"hello world"_s, folder.path());
     expectOutput(talmoctl({u"transcribe"_s, wav}), "hello world\n");
     const auto live = talmoctl({u"transcribe"_s, u"--live"_s, wav});
     EXPECT_EQ(live.status, 0) << live.errors;
@@ -276,7 +276,7 @@ TEST_F(TalmoctlTest, transcribesAFile)
 
 TEST_F(TalmoctlTest, whatCannotBeTranscribedIsAnError)
 {
-    const QString wav = rig::speak(u"hello world"_s, folder.path());
+    const QString wav = testbed::speak(u"hello world"_s, folder.path());
     EXPECT_THAT(talmoctl({u"transcribe"_s, folder.filePath(u"none.wav"_s)}).errors, HasSubstr("none.wav"));
     QFile text(folder.filePath(u"text.wav"_s));
     ASSERT_TRUE(text.open(QFile::WriteOnly));
@@ -286,7 +286,7 @@ TEST_F(TalmoctlTest, whatCannotBeTranscribedIsAnError)
     const auto language = talmoctl({u"transcribe"_s, u"--language"_s, u"tlh"_s, wav});
     EXPECT_EQ(language.status, 1);
     EXPECT_THAT(language.errors, HasSubstr("isn't supported for on-device transcription"));
-    const QString silence = rig::speak(u"."_s, folder.path());
+    const QString silence = testbed::speak(u"."_s, folder.path());
     EXPECT_THAT(talmoctl({u"transcribe"_s, silence}).errors, HasSubstr("No speech detected."));
 }
 

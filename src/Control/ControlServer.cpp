@@ -1,0 +1,166 @@
+#include "Control/ControlServer.h"
+
+#include "Base/Error.h"
+#include "Base/Log.h"
+#include "Base/Task.h"
+#include "Control/ControlSocket.h"
+
+#include <QCoro/QCoroFuture>
+
+#include <memory>
+#include <stop_token>
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+constexpr qsizetype mostClients = 32;
+/// From the connection to the end of the request. Local programs need milliseconds, even for the longest text.
+constexpr Duration longestRequestTime = std::chrono::seconds(5);
+
+void writeAndClose(QLocalSocket &socket, const QByteArray &answer)
+{
+    socket.write(answer);
+    socket.flush();
+    socket.disconnectFromServer();
+}
+
+void answerAndClose(QLocalSocket &socket, const std::optional<QString> &error)
+{
+    writeAndClose(socket, ControlSocket::answer(error));
+}
+
+QByteArray answerWithDictation(const std::optional<QString> &text)
+{
+    return text ? ControlSocket::textAnswer(*text)
+                : ControlSocket::answer(QStringLiteral("Nothing has been dictated yet."));
+}
+
+} // namespace
+
+ControlServer::ControlServer(Actions actions, std::shared_ptr<Clock> clock)
+    : m_actions(std::move(actions)),
+      m_clock(std::move(clock))
+{
+    m_server.setSocketOptions(QLocalServer::UserAccessOption);
+    connect(&m_server, &QLocalServer::newConnection, this, &ControlServer::accept);
+}
+
+bool ControlServer::listen(const QString &path)
+{
+    QLocalServer::removeServer(path); // Left behind by one that did not end well.
+    if (!m_server.listen(path)) {
+        generalLog().error("talmoctl cannot reach this Talmo: %@", {m_server.errorString()});
+        return false;
+    }
+    return true;
+}
+
+void ControlServer::accept()
+{
+    while (auto *socket = m_server.nextPendingConnection()) {
+        socket->setParent(this);
+        connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
+        if (!ControlSocket::isOwnUser(*socket)) {
+            generalLog().error("A program of another user was turned away from the control socket.");
+            socket->abort();
+        } else if (findChildren<QLocalSocket *>(Qt::FindDirectChildrenOnly).size() > mostClients) {
+            generalLog().error("There are too many clients at the control socket; one was turned away.");
+            socket->abort(); // Its request is not read, so no answer would reach it either.
+        } else {
+            listenTo(*socket);
+        }
+    }
+}
+
+/// One request a connection; whatever follows it is read and dropped.
+void ControlServer::listenTo(QLocalSocket &socket)
+{
+    socket.setReadBufferSize(ControlSocket::largestRequest);
+    const auto request = std::make_shared<QByteArray>();
+    const std::stop_source over;
+    connect(&socket, &QLocalSocket::readyRead, this, [this, &socket, request, over]() mutable {
+        const QByteArray bytes = socket.readAll();
+        if (over.stop_requested()) {
+            return;
+        }
+        request->append(bytes);
+        const bool isTooLong = request->size() > ControlSocket::largestRequest;
+        if (!isTooLong && !request->endsWith('\n')) {
+            return;
+        }
+        over.request_stop();
+        const QByteArray whole = std::exchange(*request, {});
+        if (isTooLong) {
+            answerAndClose(socket, QStringLiteral("The text is too long."));
+        } else {
+            serve(socket, whole);
+        }
+    });
+    connect(&socket, &QObject::destroyed, [over]() mutable { over.request_stop(); });
+    logEscapes(hangUpAt(&socket, m_clock->sleep(longestRequestTime, over.get_token())));
+}
+
+QCoro::Task<void> ControlServer::hangUpAt(QPointer<QLocalSocket> socket, QFuture<void> deadline)
+{
+    try {
+        co_await deadline;
+    } catch (const Cancelled &) {
+        co_return; // The request came, or the client went.
+    }
+    if (socket) {
+        answerAndClose(*socket, QStringLiteral("The request took too long to arrive."));
+    }
+}
+
+void ControlServer::serve(QLocalSocket &socket, const QByteArray &request)
+{
+    if (ControlSocket::asksForSettings(request)) {
+        m_actions.openSettings();
+        answerAndClose(socket, std::nullopt);
+        return;
+    }
+    if (const auto choice = ControlSocket::recogniserToUse(request)) {
+        logEscapes(serveAction(&socket, *choice, m_actions.chooseRecogniser));
+        return;
+    }
+    if (const auto isRaw = ControlSocket::asksForLastDictation(request)) {
+        writeAndClose(socket, answerWithDictation(m_actions.lastDictation(*isRaw)));
+        return;
+    }
+    if (ControlSocket::asksForEarlierClipboard(request)) {
+        logEscapes(serveClipboard(&socket, m_actions.putEarlierClipboardBack()));
+        return;
+    }
+    const auto text = ControlSocket::textToInsert(request);
+    if (!text) {
+        answerAndClose(socket, QStringLiteral("Talmo does not know this request."));
+        return;
+    }
+    logEscapes(serveAction(&socket, *text, m_actions.insert));
+}
+
+QCoro::Task<void> ControlServer::serveClipboard(QPointer<QLocalSocket> socket, QFuture<bool> done)
+{
+    const bool isBack = co_await done;
+    if (socket) {
+        answerAndClose(*socket, isBack ? std::nullopt
+                                       : std::optional(QStringLiteral("There is no earlier clipboard to restore.")));
+    }
+}
+
+QCoro::Task<void> ControlServer::serveAction(QPointer<QLocalSocket> socket, QString text, Insert action)
+{
+    std::optional<QString> problem;
+    try {
+        co_await action(text);
+    } catch (const Error &error) {
+        problem = error.localizedDescription();
+    }
+    if (socket) {
+        answerAndClose(*socket, problem);
+    }
+}
+
+} // namespace talmo

@@ -1,0 +1,173 @@
+#include "Control/ControlSocket.h"
+
+#include "Base/Error.h"
+#include "Base/Log.h"
+
+#include <QDeadlineTimer>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLocalSocket>
+#include <QStandardPaths>
+#include <QUrl>
+
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace talmo::ControlSocket {
+
+namespace {
+
+const QString commandKey = QStringLiteral("command");
+const QString textKey = QStringLiteral("text");
+const QString choiceKey = QStringLiteral("choice");
+const QString errorKey = QStringLiteral("error");
+const QString insertCommand = QStringLiteral("insert");
+const QString settingsCommand = QStringLiteral("settings");
+const QString recogniserCommand = QStringLiteral("recogniser");
+const QString lastCommand = QStringLiteral("last");
+const QString rawKey = QStringLiteral("raw");
+const QString earlierClipboardCommand = QStringLiteral("restore-clipboard");
+
+QByteArray line(const QJsonObject &object)
+{
+    return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
+}
+
+/// ":0" for ":0.0": the screen after the dot is the same display.
+QString displayName()
+{
+    const QString name = qEnvironmentVariable("DISPLAY");
+    const auto colon = name.lastIndexOf(QLatin1Char(':'));
+    const auto dot = name.indexOf(QLatin1Char('.'), colon);
+    return colon >= 0 && dot >= 0 ? name.left(dot) : name;
+}
+
+} // namespace
+
+QString path()
+{
+    const QString file = QString::fromLatin1(QUrl::toPercentEncoding(displayName(), ":"));
+    return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + QStringLiteral("/talmo") + file;
+}
+
+QString lockPath()
+{
+    return path() + QStringLiteral(".lock");
+}
+
+QByteArray insertRequest(const QString &text)
+{
+    return line({{commandKey, insertCommand}, {textKey, text}});
+}
+
+std::optional<QString> textToInsert(const QByteArray &request)
+{
+    const auto object = QJsonDocument::fromJson(request).object();
+    const auto text = object.value(textKey);
+    return object.value(commandKey) == insertCommand && text.isString() ? std::optional(text.toString()) : std::nullopt;
+}
+
+QByteArray settingsRequest()
+{
+    return line({{commandKey, settingsCommand}});
+}
+
+bool asksForSettings(const QByteArray &request)
+{
+    return QJsonDocument::fromJson(request).object().value(commandKey) == settingsCommand;
+}
+
+QByteArray recogniserRequest(const QString &choice)
+{
+    return line({{commandKey, recogniserCommand}, {choiceKey, choice}});
+}
+
+std::optional<QString> recogniserToUse(const QByteArray &request)
+{
+    const auto object = QJsonDocument::fromJson(request).object();
+    const auto choice = object.value(choiceKey);
+    return object.value(commandKey) == recogniserCommand && choice.isString() ? std::optional(choice.toString())
+                                                                              : std::nullopt;
+}
+
+QByteArray lastDictationRequest(bool isRaw)
+{
+    return line({{commandKey, lastCommand}, {rawKey, isRaw}});
+}
+
+std::optional<bool> asksForLastDictation(const QByteArray &request)
+{
+    const auto object = QJsonDocument::fromJson(request).object();
+    return object.value(commandKey) == lastCommand ? std::optional(object.value(rawKey).toBool()) : std::nullopt;
+}
+
+QByteArray earlierClipboardRequest()
+{
+    return line({{commandKey, earlierClipboardCommand}});
+}
+
+bool asksForEarlierClipboard(const QByteArray &request)
+{
+    return QJsonDocument::fromJson(request).object().value(commandKey) == earlierClipboardCommand;
+}
+
+bool isOwnUser(const QLocalSocket &socket)
+{
+    ucred peer{};
+    socklen_t size = sizeof(peer);
+    return ::getsockopt(static_cast<int>(socket.socketDescriptor()), SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 &&
+           peer.uid == ::geteuid();
+}
+
+std::optional<QByteArray> exchange(const QByteArray &request, int connectPatience, int answerPatience)
+{
+    QLocalSocket socket;
+    socket.connectToServer(path());
+    if (!socket.waitForConnected(connectPatience)) {
+        return std::nullopt;
+    }
+    if (!isOwnUser(socket)) {
+        generalLog().error("A program of another user listens at %@; nothing was sent to it.", {path()});
+        return std::nullopt;
+    }
+    socket.write(request);
+    const QDeadlineTimer deadline(answerPatience);
+    QByteArray received;
+    while (!received.endsWith('\n') && !deadline.hasExpired() &&
+           (socket.bytesAvailable() > 0 || socket.waitForReadyRead(static_cast<int>(deadline.remainingTime())))) {
+        received += socket.readAll();
+        if (received.size() > largestRequest) {
+            return QByteArray();
+        }
+    }
+    return received;
+}
+
+QByteArray answer(const std::optional<QString> &error)
+{
+    return line(error ? QJsonObject{{errorKey, *error}} : QJsonObject());
+}
+
+QByteArray textAnswer(const QString &text)
+{
+    return line({{textKey, text}});
+}
+
+QString answeredText(const QByteArray &answer)
+{
+    return QJsonDocument::fromJson(answer).object().value(textKey).toString();
+}
+
+void checkAnswer(const QByteArray &answer)
+{
+    const auto document = QJsonDocument::fromJson(answer);
+    if (!document.isObject()) {
+        throw Error(QStringLiteral("Talmo gave no answer."));
+    }
+    const auto error = document.object().value(errorKey);
+    if (!error.isUndefined()) {
+        throw Error(error.toString());
+    }
+}
+
+} // namespace talmo::ControlSocket

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "Input/Audio/AudioConverter.h"
+
+namespace talmo {
+
+/// Resamples with speexdsp: mixes all channels down to one, then converts the rate and the sample type. It delays by
+/// a few milliseconds, so what matters needs a little silence behind it.
+class SpeexAudioConverterFactory final : public AudioConverterFactory {
+public:
+    std::unique_ptr<AudioConverter> make(const AudioFormat &from, const AudioFormat &to) const override;
+};
+
+} // namespace talmo

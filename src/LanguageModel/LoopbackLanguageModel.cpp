@@ -1,0 +1,132 @@
+#include "LanguageModel/LoopbackLanguageModel.h"
+
+#include "Base/Log.h"
+#include "Base/Task.h"
+#include "LanguageModel/AnswerSafety.h"
+#include "LanguageModel/ModelServerConnection.h"
+#include "LanguageModel/ModelServerProtocol.h"
+
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+constexpr int httpOk = 200;
+
+} // namespace
+
+class LoopbackLanguageModel::Session final : public LanguageModelSession {
+public:
+    Session(std::shared_ptr<ModelServerConnection> connection, std::shared_ptr<SerialExecutor> executor,
+            QString instructions)
+        : m_connection(std::move(connection)),
+          m_executor(std::move(executor)),
+          m_instructions(std::move(instructions))
+    {
+    }
+
+    QFuture<QString> respond(const QString &prompt, const GenerationOptions &options) override
+    {
+        return m_executor->run<QString>([connection = m_connection, instructions = m_instructions, prompt, options] {
+            return answerInTurn(connection, instructions, prompt, options);
+        });
+    }
+
+private:
+    static QCoro::Task<QString> answerInTurn(std::shared_ptr<ModelServerConnection> connection, QString instructions,
+                                             QString prompt, GenerationOptions options)
+    {
+        const auto turn = connection->turn();
+        co_await turn;
+        try {
+            const QString text = co_await answer(connection, instructions, prompt, options);
+            connection->endTurn(false);
+            co_return text;
+        } catch (const TookTooLong &) {
+            connection->endTurn(true);
+            throw;
+        } catch (...) {
+            connection->endTurn(false);
+            throw;
+        }
+    }
+
+    static QCoro::Task<QString> answer(std::shared_ptr<ModelServerConnection> connection, QString instructions,
+                                       QString prompt, GenerationOptions options)
+    {
+        if (connection->reason()) { // It went while this one waited.
+            throw Error(QStringLiteral("The model server is gone."));
+        }
+        int status = 0;
+        try {
+            const auto request = chatRequest(connection->modelName(), instructions, prompt, options);
+            const auto asking = connection->ask(request);
+            const HttpReply reply = co_await asking;
+            status = reply.status;
+            if (status != httpOk) {
+                throw Error(QStringLiteral("The model server answers with status %1.").arg(status));
+            }
+            const QString text = withoutControls(chatAnswer(reply.body));
+            requireProportion(text, prompt);
+            co_return text;
+        } catch (const Cancelled &) {
+            throw;
+        } catch (const Error &error) {
+            generalLog().info("the language model did not help: %s", {error.localizedDescription()});
+            connection->requestFailed(status);
+            throw;
+        }
+    }
+
+    std::shared_ptr<ModelServerConnection> m_connection;
+    std::shared_ptr<SerialExecutor> m_executor;
+    QString m_instructions;
+};
+
+LoopbackLanguageModel::LoopbackLanguageModel(const Configuration &configuration,
+                                             std::shared_ptr<SerialExecutor> executor, std::shared_ptr<Clock> clock,
+                                             std::shared_ptr<const ServerTrust> trust)
+    : m_executor(std::move(executor)),
+      m_connection(std::make_shared<ModelServerConnection>(configuration, std::move(clock), std::move(trust)))
+{
+}
+
+LoopbackLanguageModel::~LoopbackLanguageModel() = default;
+
+std::optional<UnavailableReason> LoopbackLanguageModel::unavailableReason() const
+{
+    return m_connection->reason();
+}
+
+QString LoopbackLanguageModel::description() const
+{
+    return m_connection->description();
+}
+
+std::shared_ptr<LanguageModelSession> LoopbackLanguageModel::makeSession(const QString &instructions)
+{
+    return std::make_shared<Session>(m_connection, m_executor, instructions);
+}
+
+QFuture<void> LoopbackLanguageModel::refresh()
+{
+    return m_executor->run<void>([connection = m_connection] { return await<void>(connection->refresh()); });
+}
+
+LoopbackLanguageModel::Server LoopbackLanguageModel::server() const
+{
+    return m_connection->server();
+}
+
+QFuture<void> LoopbackLanguageModel::cancelRequests()
+{
+    return m_executor->call([connection = m_connection] { connection->cancelRequests(); });
+}
+
+QFuture<void> LoopbackLanguageModel::shutDown()
+{
+    return m_executor->call([connection = m_connection] { connection->shutDown(); });
+}
+
+} // namespace talmo

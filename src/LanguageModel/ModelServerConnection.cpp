@@ -1,0 +1,317 @@
+#include "LanguageModel/ModelServerConnection.h"
+
+#include "Base/Log.h"
+#include "Base/Task.h"
+#include "LanguageModel/AnswerSafety.h"
+#include "LanguageModel/ModelServerAddress.h"
+#include "LanguageModel/ModelServerProtocol.h"
+
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+constexpr Duration longestAnswer = std::chrono::seconds(10);
+constexpr Duration longestLook = std::chrono::seconds(1); // Two of them make a probe.
+
+constexpr int httpOk = 200;
+constexpr int httpServiceUnavailable = 503;
+
+QUrl at(const QUrl &base, const QString &path)
+{
+    QUrl url = base;
+    url.setPath(base.path() + path);
+    return url;
+}
+
+QString placeOf(const QUrl &base)
+{
+    return base.authority() + base.path();
+}
+
+} // namespace
+
+/// What was found at one address.
+struct ModelServerConnection::Probe {
+    enum class Outcome { Nobody, Untrusted, Stranger, Silent, Loading, Ready };
+    Outcome outcome = Outcome::Nobody;
+    QUrl base;
+    QStringList models;
+    /// Why it is not used.
+    QString problem;
+};
+
+ModelServerConnection::ModelServerConnection(LoopbackLanguageModel::Configuration configuration,
+                                             std::shared_ptr<Clock> clock, std::shared_ptr<const ServerTrust> trust)
+    : m_configuration(std::move(configuration)),
+      m_clock(std::move(clock))
+{
+    if (m_configuration.address.trimmed().isEmpty()) {
+        m_trust = std::move(trust);
+    } else if (m_configuration.address.compare(QStringLiteral("off"), Qt::CaseInsensitive) == 0) {
+        settle(UnavailableReason::DeviceNotEligible, QStringLiteral("switched off in the settings"));
+        return;
+    }
+    try {
+        m_addresses = modelServerAddresses(m_configuration.address, m_configuration.usualPorts);
+    } catch (const Error &error) {
+        generalLog().error("%@", {error.localizedDescription()});
+        settle(UnavailableReason::Other, error.localizedDescription());
+    }
+}
+
+std::optional<UnavailableReason> ModelServerConnection::reason() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_reason;
+}
+
+QString ModelServerConnection::description() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_description;
+}
+
+LoopbackLanguageModel::Server ModelServerConnection::server() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_server;
+}
+
+LoopbackHttp &ModelServerConnection::opened(std::unique_ptr<LoopbackHttp> &http) const
+{
+    if (m_isShutDown) {
+        throw Cancelled();
+    }
+    if (!http) {
+        http = std::make_unique<LoopbackHttp>(m_clock, m_trust);
+    }
+    return *http;
+}
+
+QFuture<void> ModelServerConnection::refresh()
+{
+    if (m_addresses.isEmpty() || m_isShutDown) {
+        return ready();
+    }
+    if (!m_looking) {
+        auto completion = Completion<void>::make();
+        m_looking = completion->future();
+        logEscapes(look(shared_from_this(), completion));
+    }
+    return m_looking.value_or(ready()); // Looking may have ended already.
+}
+
+QCoro::Task<void> ModelServerConnection::look(std::shared_ptr<ModelServerConnection> self,
+                                              std::shared_ptr<Completion<void>> completion)
+{
+    std::vector<QCoro::Task<Probe>> tasks;
+    tasks.reserve(static_cast<std::size_t>(self->m_addresses.size()));
+    for (const auto &address : std::as_const(self->m_addresses)) {
+        tasks.push_back(probe(self, address));
+    }
+    std::vector<Probe> probes;
+    probes.reserve(tasks.size());
+    for (auto &task : tasks) {
+        probes.push_back(co_await task);
+    }
+    if (!self->m_isShutDown) {
+        self->take(probes);
+    }
+    self->m_looking.reset();
+    completion->finish();
+}
+
+/// Never throws.
+QCoro::Task<ModelServerConnection::Probe> ModelServerConnection::probe(std::shared_ptr<ModelServerConnection> self,
+                                                                       QUrl base)
+{
+    Probe result{Probe::Outcome::Stranger, base, {}, {}};
+    try {
+        const auto listing = self->opened(self->m_looks).get(at(base, QStringLiteral("/v1/models")), longestLook);
+        const HttpReply models = co_await listing;
+        if (models.status == httpOk) {
+            result.models = modelNames(models.body);
+            // llama.cpp's server lists its model while it still loads it, but says so here. Others know no such page.
+            const auto asking = self->opened(self->m_looks).get(at(base, QStringLiteral("/health")), longestLook);
+            const HttpReply health = co_await asking;
+            result.outcome = health.status == httpServiceUnavailable ? Probe::Outcome::Loading : Probe::Outcome::Ready;
+        } else if (models.status == httpServiceUnavailable) {
+            result.outcome = Probe::Outcome::Loading;
+        } else {
+            result.problem = QStringLiteral("it answers with status %1").arg(models.status);
+        }
+    } catch (const NobodyListens &) {
+        result.outcome = Probe::Outcome::Nobody;
+    } catch (const UntrustedServer &error) {
+        result.outcome = Probe::Outcome::Untrusted;
+        result.problem = error.localizedDescription();
+    } catch (const TookTooLong &error) {
+        result.outcome = Probe::Outcome::Silent;
+        result.problem = error.localizedDescription();
+    } catch (const Error &error) {
+        result.problem = error.localizedDescription();
+    }
+    co_return result;
+}
+
+/// The first that can be used, or will be soon, counts.
+void ModelServerConnection::take(const std::vector<Probe> &probes)
+{
+    takeRefused(probes);
+    const Probe *stranger = nullptr;
+    m_isSilent = false;
+    for (const auto &found : probes) {
+        switch (found.outcome) {
+        case Probe::Outcome::Nobody:
+        case Probe::Outcome::Untrusted:
+            continue;
+        case Probe::Outcome::Silent:
+            if (m_isAsking && !reason() && found.base == m_base) {
+                return; // It edits: one that can do no more at a time is not gone.
+            }
+            m_isSilent = true;
+            [[fallthrough]];
+        case Probe::Outcome::Stranger:
+            stranger = &found;
+            continue;
+        case Probe::Outcome::Loading:
+        case Probe::Outcome::Ready:
+            takeUsable(found);
+            return;
+        }
+    }
+    // At a usual port anything may live; at the address that the user gave it should have been a model server.
+    if (stranger != nullptr && !m_trust) {
+        settle(UnavailableReason::Other,
+               QStringLiteral("%1 is no model server: %2").arg(stranger->base.toString(), stranger->problem));
+    } else if (!m_refused.isEmpty()) {
+        settle(UnavailableReason::Other,
+               QStringLiteral("another user's program answers at %1, and is not used; an address named in the settings "
+                              "is used whoever answers")
+                   .arg(m_refused.join(QStringLiteral(", "))));
+    } else {
+        settle(UnavailableReason::AppleIntelligenceNotEnabled, QStringLiteral("no model server runs on this machine"));
+    }
+}
+
+void ModelServerConnection::takeRefused(const std::vector<Probe> &probes)
+{
+    QStringList refused;
+    for (const auto &found : probes) {
+        if (found.outcome == Probe::Outcome::Untrusted) {
+            refused.append(placeOf(found.base));
+        }
+    }
+    if (refused != m_refused && !refused.isEmpty()) {
+        generalLog().error("language model: another user's program answers at %s, and is not used",
+                           {refused.join(QStringLiteral(", "))});
+    }
+    m_refused = refused;
+}
+
+void ModelServerConnection::takeUsable(const Probe &probe)
+{
+    const QString place = probe.base.toString();
+    if (probe.outcome == Probe::Outcome::Loading) {
+        settle(UnavailableReason::ModelNotReady, QStringLiteral("%1 is still loading its model").arg(place));
+        return;
+    }
+    m_base = probe.base;
+    m_modelName = m_configuration.modelName.isEmpty() ? preferredModel(probe.models) : m_configuration.modelName;
+    if (m_modelName.isEmpty()) {
+        settle(UnavailableReason::Other, QStringLiteral("%1 has no model to write with").arg(place));
+        return;
+    }
+    constexpr qsizetype mostShown = 80;
+    const QString shown = withoutControls(m_modelName).simplified().left(mostShown);
+    settle(std::nullopt, QStringLiteral("%1 at %2").arg(shown, place), shown);
+}
+
+void ModelServerConnection::settle(std::optional<UnavailableReason> reason, const QString &description,
+                                   const QString &model)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_server = {model, model.isEmpty() ? QString() : placeOf(m_base), m_refused};
+        if (m_reason == reason && m_description == description) {
+            return;
+        }
+        m_reason = reason;
+        m_description = description;
+    }
+    generalLog().info("language model: %s", {description});
+}
+
+QFuture<HttpReply> ModelServerConnection::ask(const QByteArray &request)
+{
+    m_isAsking = true;
+    return opened(m_requests).postJson(at(m_base, QStringLiteral("/v1/chat/completions")), request, longestAnswer);
+}
+
+void ModelServerConnection::requestFailed(int status)
+{
+    if (status == httpServiceUnavailable) {
+        settle(UnavailableReason::ModelNotReady,
+               QStringLiteral("%1 is still loading its model").arg(m_base.toString()));
+    }
+    refresh();
+}
+
+QFuture<void> ModelServerConnection::turn()
+{
+    if (!std::exchange(m_isTaken, true)) {
+        return ready();
+    }
+    return m_waiting.emplace_back(Completion<void>::make())->future();
+}
+
+void ModelServerConnection::endTurn(bool isLate)
+{
+    m_isAsking = false;
+    if (isLate && !m_waiting.empty()) {
+        logEscapes(passTurnWhenFree(shared_from_this()));
+    } else {
+        passTurn();
+    }
+}
+
+/// A server that answers nobody while it edits is not to be asked before it is free again: the time of the next request
+/// would run out as well. It gets as long again as any request; after that it counts as hung.
+QCoro::Task<void> ModelServerConnection::passTurnWhenFree(std::shared_ptr<ModelServerConnection> self)
+{
+    const Instant latest = self->m_clock->now() + longestAnswer;
+    do {
+        const auto looking = self->refresh();
+        co_await looking;
+    } while (self->m_isSilent && !self->m_waiting.empty() && self->m_clock->now() < latest);
+    self->passTurn();
+}
+
+void ModelServerConnection::passTurn()
+{
+    m_isTaken = !m_waiting.empty();
+    if (m_isTaken) {
+        const auto next = m_waiting.front();
+        m_waiting.pop_front();
+        next->finish();
+    }
+}
+
+void ModelServerConnection::cancelRequests()
+{
+    for (const auto &waiting : std::exchange(m_waiting, {})) {
+        waiting->fail(std::make_exception_ptr(Cancelled()));
+    }
+    m_requests.reset();
+}
+
+void ModelServerConnection::shutDown()
+{
+    m_isShutDown = true;
+    cancelRequests();
+    m_looks.reset();
+}
+
+} // namespace talmo

@@ -1,0 +1,149 @@
+#include "Main/RecogniserSettingsModel.h"
+
+#include "Base/Error.h"
+#include "Base/Log.h"
+#include "Platform/Linux/System/LinuxSettings.h"
+#include "Recognition/Sherpa/SherpaLibrary.h"
+#include "UI/Style/Wording.h"
+
+#include <QLocale>
+
+#include <algorithm>
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+/// "German", "French, English"
+QString languageNames(const QStringList &languages)
+{
+    QStringList names;
+    for (const auto &language : languages) {
+        const QLocale locale(language);
+        names.append(locale.language() == QLocale::C ? language : QLocale::languageToString(locale.language()));
+    }
+    return names.join(QStringLiteral(", "));
+}
+
+QString sizeOf(const ModelEntry &entry)
+{
+    constexpr qint64 megabyte = 1000000;
+    if (entry.size) {
+        return QStringLiteral("%1 MB.").arg(std::max(*entry.size / megabyte, qint64(1)));
+    }
+    return entry.roughMegabytes ? QStringLiteral("About %1 MB.").arg(*entry.roughMegabytes) : QString();
+}
+
+} // namespace
+
+RecogniserSettingsModel::RecogniserSettingsModel(std::shared_ptr<SpeechEngines> engines,
+                                                 std::shared_ptr<SpeechModels> models,
+                                                 std::shared_ptr<UserDefaults> defaults, QString neuralLibrary)
+    : m_engines(std::move(engines)),
+      m_models(std::move(models)),
+      m_defaults(std::move(defaults)),
+      m_neuralLibrary(std::move(neuralLibrary))
+{
+    connect(m_engines.get(), &Observable::objectWillChange, this, &Observable::objectWillChange);
+    connect(m_models.get(), &Observable::objectWillChange, this, &Observable::objectWillChange);
+}
+
+QString RecogniserSettingsModel::titleOf(const QString &name) const
+{
+    const ModelEntry *entry = m_models->catalogue().find(name);
+    return entry == nullptr ? name : QStringLiteral("%1: %2").arg(languageNames(entry->languages), entry->title);
+}
+
+QList<RecogniserSettings::Choice> RecogniserSettingsModel::choices() const
+{
+    QList<Choice> choices{
+        {SpeechEngines::automaticChoice, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Automatic (the best there is)"))},
+        {SpeechEngines::embeddedChoice, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Built in (PocketSphinx, English)"))}};
+    for (const auto &model : m_engines->models()) {
+        choices.append({model.name, titleOf(model.name)});
+    }
+    const QString chosen = choice();
+    if (std::none_of(choices.begin(), choices.end(), [&chosen](const Choice &each) { return each.id == chosen; })) {
+        choices.append({chosen, titleOf(chosen)});
+    }
+    return choices;
+}
+
+QString RecogniserSettingsModel::choice() const
+{
+    return m_engines->choice();
+}
+
+void RecogniserSettingsModel::choose(const QString &id)
+{
+    m_defaults->set(LinuxSettings::speechEngineKey(), id);
+    generalLog().info("recogniser: %@", {id});
+    m_engines->choose(id);
+}
+
+QString RecogniserSettingsModel::choiceProblem() const
+{
+    const QString chosen = choice();
+    const auto &models = m_engines->models();
+    const auto model = std::find_if(models.begin(), models.end(),
+                                    [&chosen](const InstalledModel &each) { return each.name == chosen; });
+    if (model != models.end()) {
+        return model->problem;
+    }
+    const bool isModel = chosen != SpeechEngines::automaticChoice && chosen != SpeechEngines::embeddedChoice;
+    return isModel ? Wording::text(QT_TRANSLATE_NOOP("Talmo", "This model is not installed; another one is used."))
+                   : QString();
+}
+
+QList<RecogniserSettings::Model> RecogniserSettingsModel::models() const
+{
+    QList<Model> models;
+    const auto &installed = m_engines->models();
+    const auto isInstalled = [&installed](const QString &name) {
+        return std::any_of(installed.begin(), installed.end(),
+                           [&name](const InstalledModel &model) { return model.name == name; });
+    };
+    for (const auto &entry : m_models->catalogue().entries()) {
+        models.append({entry.id, titleOf(entry.id), QStringLiteral("%1 %2").arg(entry.gives, sizeOf(entry)).trimmed(),
+                       entry.licence, entry.licenceAddress, isInstalled(entry.id)});
+    }
+    for (const auto &model : installed) {
+        if (m_models->catalogue().find(model.name) == nullptr) {
+            models.append({model.name, model.name, {}, {}, {}, true});
+        }
+    }
+    return models;
+}
+
+QString RecogniserSettingsModel::obstacle() const
+{
+    return SherpaLibrary::isInstalled(m_neuralLibrary)
+               ? QString()
+               : Wording::text(QT_TRANSLATE_NOOP(
+                     "Talmo", "These models need the library of sherpa-onnx, which is not installed. The command "
+                              "scripts/neural-library --user in Talmo's source folder installs it."));
+}
+
+std::optional<RecogniserSettings::Installation> RecogniserSettingsModel::installation() const
+{
+    const auto underWay = m_models->installation();
+    if (!underWay) {
+        return std::nullopt;
+    }
+    return Installation{underWay->entry.id, underWay->progress.description(), underWay->progress.share()};
+}
+
+void RecogniserSettingsModel::install(const QString &modelId)
+{
+    if (const ModelEntry *entry = m_models->catalogue().find(modelId)) {
+        m_models->install(*entry);
+    }
+}
+
+void RecogniserSettingsModel::remove(const QString &modelId)
+{
+    m_models->remove(modelId);
+}
+
+} // namespace talmo

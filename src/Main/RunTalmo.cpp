@@ -1,0 +1,177 @@
+#include "Main/RunTalmo.h"
+
+#include "Base/Application.h"
+#include "Base/Error.h"
+#include "Base/Log.h"
+#include "Base/Task.h"
+#include "Control/ControlSocket.h"
+#include "Main/TalmoApp.h"
+#include "Platform/Linux/System/LinuxWording.h"
+#include "Platform/Linux/System/QuitSignals.h"
+#include "Platform/Linux/System/SingleInstance.h"
+#include "Platform/Linux/X11/XConnection.h"
+#include "Settings/TalmoSettings.h"
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QFutureWatcher>
+#include <QIcon>
+#include <QSessionManager>
+
+#include <cstdio>
+#include <cstdlib>
+#include <unistd.h>
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+constexpr int usageStatus = 2;
+
+/// A shutdown that hangs, in a library or over a lock, is ended by the kernel after this many seconds: longer than a
+/// sentence may take to be finished.
+constexpr unsigned longestShutdown = 15;
+/// The same once the end has been asked for again.
+constexpr unsigned longestRepeatedShutdown = 5;
+
+/// The one end of the program, however many ask for it.
+class Ending final {
+public:
+    explicit Ending(TalmoApp &app)
+        : m_app(app)
+    {
+    }
+
+    void begin()
+    {
+        if (std::exchange(m_hasBegun, true)) {
+            alarm(longestRepeatedShutdown);
+            return;
+        }
+        alarm(longestShutdown);
+        logEscapes(quit(&m_app));
+    }
+
+    /// When the loop was ended by somebody else, as a session manager does.
+    void completeAfterLoop()
+    {
+        if (!m_hasBegun) {
+            begin();
+            QCoreApplication::exec();
+        }
+    }
+
+private:
+    static QCoro::Task<void> quit(TalmoApp *app)
+    {
+        co_await app->shutDown();
+        QCoreApplication::quit();
+    }
+
+    TalmoApp &m_app;
+    bool m_hasBegun = false;
+};
+
+void quitWhenAsked(Ending &ending, TalmoApp &app, QuitSignals &signalsToQuit)
+{
+    const auto begin = [&ending] { ending.begin(); };
+    QObject::connect(&signalsToQuit, &QuitSignals::quitRequested, &app, begin);
+    QObject::connect(&app, &TalmoApp::quitRequested, &app, begin, Qt::QueuedConnection);
+}
+
+/// The session waits for its programs to save what they have; for Talmo that is the sentence under way.
+void finishBeforeLogout(QGuiApplication &application, TalmoApp &app)
+{
+    const auto finish = [&app] {
+        const QFuture<bool> finishing = app.finishDictation();
+        QEventLoop loop;
+        QFutureWatcher<bool> watcher;
+        QObject::connect(&watcher, &QFutureWatcher<bool>::finished, &loop, &QEventLoop::quit);
+        watcher.setFuture(finishing);
+        if (!finishing.isFinished()) {
+            loop.exec();
+        }
+    };
+    QObject::connect(&application, &QGuiApplication::commitDataRequest, &app, finish, Qt::DirectConnection);
+}
+
+int letTheFirstShowItsSettings()
+{
+    if (!SingleInstance::askForSettings()) {
+        std::fprintf(stderr, "talmo: Talmo runs already on this display, but does not answer\n");
+        return EXIT_FAILURE;
+    }
+    std::fprintf(stderr, "talmo: Talmo runs already; its settings are open now\n");
+    return EXIT_SUCCESS;
+}
+
+/// Where there is no session bus, the D-Bus library would start one of its own, and the main thread would wait for that
+/// while keys go unseen. Told where the bus of this user would be, it finds none and goes on.
+void keepFromStartingABus()
+{
+    if (qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) {
+        const QByteArray folder =
+            qEnvironmentVariableIsSet("XDG_RUNTIME_DIR") ? qgetenv("XDG_RUNTIME_DIR") : "/nonexistent";
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + folder + "/bus");
+    }
+}
+
+/// A session that brings back what ran when it ended would start a second Talmo beside the one started at login.
+void leaveStartingToTheDesktop(QGuiApplication &application)
+{
+    const auto leave = [](QSessionManager &manager) { manager.setRestartHint(QSessionManager::RestartNever); };
+    QObject::connect(&application, &QGuiApplication::saveStateRequest, &application, leave, Qt::DirectConnection);
+}
+
+int fail(const Error &error)
+{
+    std::fprintf(stderr, "talmo: %s\n", qUtf8Printable(error.localizedDescription()));
+    return EXIT_FAILURE;
+}
+
+} // namespace
+
+int runTalmo(int argc, char **argv)
+{
+    if (argc > 1) {
+        std::fprintf(stderr, "talmo: there are no options; talmoctl is for the command line\n");
+        return usageStatus;
+    }
+    QuitSignals::install();
+    try {
+        const XConnection probe; // Qt ends the process without a display; a sentence is better.
+    } catch (const Error &error) {
+        return fail(error);
+    }
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "xcb");
+    }
+    const SingleInstance instance(ControlSocket::lockPath());
+    if (!instance.isFirst()) {
+        return letTheFirstShowItsSettings();
+    }
+    keepFromStartingABus();
+    QApplication application(argc, argv);
+    QApplication::setDesktopFileName(bundleIdentifier());
+    QApplication::setApplicationName(QStringLiteral("Talmo"));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/%1.svg").arg(bundleIdentifier())));
+    leaveStartingToTheDesktop(application);
+    installWording();
+    try {
+        QuitSignals signalsToQuit;
+        TalmoApp app;
+        app.start();
+        Ending ending(app);
+        quitWhenAsked(ending, app, signalsToQuit);
+        finishBeforeLogout(application, app);
+        generalLog().info("ready: hold %s and speak", {TalmoSettings::shared()->hotkeyDisplayName()});
+        const int status = QApplication::exec();
+        ending.completeAfterLoop();
+        return status;
+    } catch (const Error &error) {
+        return fail(error);
+    }
+}
+
+} // namespace talmo

@@ -1,0 +1,70 @@
+#include "Platform/Linux/Keys/StandInKeyFilter.h"
+
+#include <utility>
+
+namespace talmo {
+
+void StandInKeyFilter::setKeyCodes(std::set<std::uint8_t> standIns)
+{
+    m_standIns = std::move(standIns);
+}
+
+std::optional<bool> StandInKeyFilter::keyDown(std::uint8_t keyCode, Time now)
+{
+    if (m_held.contains(keyCode)) {
+        return std::nullopt;
+    }
+    if (!isStandIn(keyCode)) {
+        if (m_isReportedDown && now - m_pressed < gestureBegins) {
+            m_isReportedDown = false;
+            m_usedAsModifier = now;
+            return false;
+        }
+        if (!m_held.empty() && !m_isReportedDown) {
+            m_usedAsModifier = now; // Still typing with it.
+            m_isHeldBack = false;
+        }
+        return std::nullopt;
+    }
+    const bool wasUp = m_held.empty();
+    m_held.insert(keyCode);
+    if (!wasUp || m_isReportedDown) {
+        return std::nullopt;
+    }
+    m_isHeldBack = m_usedAsModifier && now - *m_usedAsModifier <= withheldAfterUse;
+    return m_isHeldBack ? std::nullopt : reportDown(now);
+}
+
+std::optional<bool> StandInKeyFilter::keyUp(std::uint8_t keyCode)
+{
+    if (m_held.erase(keyCode) == 0 || !m_held.empty()) {
+        return std::nullopt;
+    }
+    m_isHeldBack = false;
+    return std::exchange(m_isReportedDown, false) ? std::optional(false) : std::nullopt;
+}
+
+std::optional<StandInKeyFilter::Time> StandInKeyFilter::withheldUntil() const
+{
+    if (!m_isHeldBack || !m_usedAsModifier) {
+        return std::nullopt;
+    }
+    // The smallest step beyond: exactly at its end the window of a double-tap is still open.
+    return *m_usedAsModifier + withheldAfterUse + std::chrono::milliseconds(1);
+}
+
+std::optional<bool> StandInKeyFilter::timePassed(Time now)
+{
+    const auto due = withheldUntil();
+    return due && now >= *due ? reportDown(now) : std::nullopt;
+}
+
+std::optional<bool> StandInKeyFilter::reportDown(Time now)
+{
+    m_isHeldBack = false;
+    m_isReportedDown = true;
+    m_pressed = now;
+    return true;
+}
+
+} // namespace talmo

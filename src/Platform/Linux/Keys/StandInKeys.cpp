@@ -1,0 +1,66 @@
+#include "Platform/Linux/Keys/StandInKeys.h"
+
+#include "Base/Log.h"
+
+#include <array>
+#include <utility>
+
+#include <xkbcommon/xkbcommon-keysyms.h>
+#include <xkbcommon/xkbcommon.h>
+
+namespace talmo {
+
+namespace {
+
+const QList<quint32> usualKeys = {XKB_KEY_Control_R, XKB_KEY_XF86WakeUp, XKB_KEY_F13};
+
+constexpr std::array<std::pair<quint32, const char *>, 15> knownNames = {{
+    {XKB_KEY_Control_L, "Left Ctrl"},
+    {XKB_KEY_Control_R, "Right Ctrl"},
+    {XKB_KEY_Shift_L, "Left Shift"},
+    {XKB_KEY_Shift_R, "Right Shift"},
+    {XKB_KEY_Alt_L, "Left Alt"},
+    {XKB_KEY_Alt_R, "Right Alt"},
+    {XKB_KEY_ISO_Level3_Shift, "AltGr"},
+    {XKB_KEY_Super_L, "Left Super"},
+    {XKB_KEY_Super_R, "Right Super"},
+    {XKB_KEY_Caps_Lock, "Caps Lock"},
+    {XKB_KEY_Scroll_Lock, "Scroll Lock"},
+    {XKB_KEY_Num_Lock, "Num Lock"},
+    {XKB_KEY_Menu, "Menu"},
+    {XKB_KEY_Print, "Print Screen"},
+    {XKB_KEY_XF86WakeUp, "Fn"},
+}};
+
+} // namespace
+
+QList<quint32> standInKeySymbols(const QStringList &names)
+{
+    QList<quint32> symbols;
+    for (const auto &name : names) {
+        const auto symbol = xkb_keysym_from_name(name.toUtf8().constData(), XKB_KEYSYM_CASE_INSENSITIVE);
+        if (symbol == XKB_KEY_NoSymbol) {
+            generalLog().error("there is no key named %@: it cannot stand in for fn", {name});
+        } else if (xkb_keysym_to_utf32(symbol) != 0) {
+            generalLog().error("the key %@ types: it cannot stand in for fn", {name});
+        } else if (!symbols.contains(symbol)) {
+            symbols.append(symbol);
+        }
+    }
+    return symbols.isEmpty() ? usualKeys : symbols;
+}
+
+QString keyDisplayName(quint32 keySymbol)
+{
+    for (const auto &[symbol, name] : knownNames) {
+        if (symbol == keySymbol) {
+            return QString::fromLatin1(name);
+        }
+    }
+    constexpr std::size_t longestName = 64;
+    std::array<char, longestName> name{};
+    xkb_keysym_get_name(keySymbol, name.data(), name.size());
+    return QString::fromLatin1(name.data());
+}
+
+} // namespace talmo

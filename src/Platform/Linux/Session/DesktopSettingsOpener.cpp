@@ -1,0 +1,64 @@
+#include "Platform/Linux/Session/DesktopSettingsOpener.h"
+
+#include "Base/Log.h"
+
+#include <QProcess>
+#include <QStandardPaths>
+
+#include <array>
+
+namespace talmo {
+
+namespace {
+
+struct Command {
+    const char *desktop; ///< Null for any.
+    SettingsPane pane;
+    const char *commandLine;
+};
+
+/// The microphone's pane is the one for sound: desktops have privacy settings for it only for programs in a sandbox,
+/// and there are none of those that Talmo would heed.
+constexpr std::array commands = {
+    Command{"GNOME", SettingsPane::Accessibility, "gnome-control-center universal-access"},
+    Command{"GNOME", SettingsPane::Microphone, "gnome-control-center sound"},
+    Command{"KDE", SettingsPane::Accessibility, "systemsettings kcm_access"},
+    Command{"KDE", SettingsPane::Microphone, "systemsettings kcm_pulseaudio"},
+    Command{"X-Cinnamon", SettingsPane::Accessibility, "cinnamon-settings universal-access"},
+    Command{"X-Cinnamon", SettingsPane::Microphone, "cinnamon-settings sound"},
+    Command{"MATE", SettingsPane::Accessibility, "mate-at-properties"},
+    Command{"MATE", SettingsPane::Microphone, "mate-volume-control"},
+    Command{"XFCE", SettingsPane::Accessibility, "xfce4-accessibility-settings"},
+    Command{nullptr, SettingsPane::Microphone, "pavucontrol"},
+    Command{nullptr, SettingsPane::Microphone, "pavucontrol-qt"},
+};
+
+} // namespace
+
+QStringList settingsCommand(SettingsPane pane, const QStringList &desktops,
+                            const std::function<bool(const QString &)> &isInstalled)
+{
+    for (const auto &command : commands) {
+        const bool isOfDesktop = command.desktop == nullptr || desktops.contains(QLatin1String(command.desktop));
+        const auto words = QString::fromLatin1(command.commandLine).split(QLatin1Char(' '));
+        if (command.pane == pane && isOfDesktop && isInstalled(words.first())) {
+            return words;
+        }
+    }
+    return {};
+}
+
+void DesktopSettingsOpener::open(SettingsPane pane)
+{
+    auto words =
+        settingsCommand(pane, qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':')),
+                        [](const QString &program) { return !QStandardPaths::findExecutable(program).isEmpty(); });
+    if (words.isEmpty()) {
+        generalLog().info("this desktop has no settings pane for that");
+        return;
+    }
+    const QString program = words.takeFirst();
+    QProcess::startDetached(program, words);
+}
+
+} // namespace talmo

@@ -1,0 +1,65 @@
+#include "Platform/Linux/Session/PasswordFieldSearch.h"
+
+#include <algorithm>
+
+namespace talmo {
+
+namespace {
+
+/// A table may have a child for each of a million cells, and a program makes them all when it is asked.
+constexpr int mostChildren = 250;
+/// A page may have more objects than can be looked at in time, each of which costs the program a moment.
+constexpr qsizetype mostObjects = 4000;
+
+/// What to look into next: what has the keyboard, else whatever is shown.
+QList<Accessible> worthLookingInto(const QList<Accessible> &level, const QList<AccessibilityBus::Status> &statuses)
+{
+    QList<Accessible> focused;
+    QList<Accessible> shown;
+    for (qsizetype index = 0; index < level.size(); ++index) {
+        const auto &status = statuses[index];
+        if (status.isFocused) {
+            focused.append(level[index]);
+        }
+        if (status.isShowing && status.childCount > 0 && status.childCount <= mostChildren) {
+            shown.append(level[index]);
+        }
+    }
+    return focused.isEmpty() ? shown : focused;
+}
+
+/// The windows that have the keyboard; all of them where the program does not say.
+QList<Accessible> activeWindows(AccessibilityBus &bus, const QList<Accessible> &applications)
+{
+    auto windows = bus.children(applications);
+    const auto statuses = bus.statuses(windows);
+    QList<Accessible> active;
+    for (qsizetype index = 0; index < windows.size(); ++index) {
+        if (statuses[index].isActive) {
+            active.append(windows[index]);
+        }
+    }
+    return active.isEmpty() ? windows : active;
+}
+
+} // namespace
+
+bool isInPasswordField(AccessibilityBus &bus, qint64 processId)
+{
+    auto level = activeWindows(bus, bus.applications(processId));
+    qsizetype left = mostObjects;
+    while (!level.isEmpty() && !bus.isLate()) {
+        level.resize(std::min(level.size(), left));
+        left -= level.size();
+        const auto statuses = bus.statuses(level);
+        for (qsizetype index = 0; index < level.size(); ++index) {
+            if (statuses[index].isFocused && bus.isPasswordField(level[index])) {
+                return true;
+            }
+        }
+        level = bus.children(worthLookingInto(level, statuses));
+    }
+    return false;
+}
+
+} // namespace talmo

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "UI/Menu/StatusItem.h"
+
+#include <QAbstractNativeEventFilter>
+#include <QColor>
+#include <QMenu>
+#include <QObject>
+#include <QSystemTrayIcon>
+
+#include <memory>
+
+namespace talmo {
+
+/// The icon in the desktop's tray, by StatusNotifierItem where a host for that runs, else by XEmbed. A tray that comes
+/// after Talmo is used as soon as it is there. Nothing here waits for an answer over D-Bus.
+class TrayIcon final : public QObject, public StatusItem, private QAbstractNativeEventFilter {
+public:
+    TrayIcon();
+    ~TrayIcon() override;
+
+    void setSymbol(const QString &symbol) override;
+    void setMenu(const MenuContents &contents) override;
+    void setOnActivated(std::function<void(std::optional<QRect>)> callback) override;
+    void setOnChosen(std::function<void(MenuAction)> callback) override;
+    void closeMenu() override;
+
+    /// Draws the icon again after the desktop's colours have changed.
+    void redraw();
+
+private:
+    bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
+    void watchNotifierHosts();
+    void askForNotifierHost();
+    void askForEmbedder();
+    void create();
+    void lookAtTheGround();
+    QColor ink() const;
+    void addEntry(const MenuEntry &entry);
+    void addNote(const QString &text);
+
+    QString m_symbol;
+    QString m_toolTip;
+    std::function<void(std::optional<QRect>)> m_onActivated;
+    std::function<void(MenuAction)> m_onChosen;
+    QMenu m_menu;
+    std::unique_ptr<QSystemTrayIcon> m_icon;
+    std::optional<QColor> m_ground;
+    bool m_isGroundWanted = false;
+    bool m_saidThatThereIsNone = false;
+};
+
+} // namespace talmo

@@ -1,0 +1,214 @@
+#include "Platform/Linux/Sound/PulseCapture.h"
+
+#include "Base/Error.h"
+#include "Base/Log.h"
+
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// How often the server sends: small, so that little is on its way when the key is let go.
+constexpr auto fragmentTime = 10ms;
+/// The longest wait for what is on its way.
+constexpr auto deliveryTime = 30ms;
+/// Behind the last speech, so that a resampler with a delay of some milliseconds gives it all out.
+constexpr auto trailingSilence = 10ms;
+constexpr auto stallTime = 1500ms;
+
+quint32 framesIn(const AudioFormat &format, std::chrono::microseconds time)
+{
+    return static_cast<quint32>(format.sampleRate * static_cast<double>(time.count()) / 1e6);
+}
+
+} // namespace
+
+PulseCapture::PulseCapture(std::shared_ptr<PulseConnection> connection, const PulseSource &source)
+    : m_connection(std::move(connection)),
+      m_format(source.format),
+      m_kept(qsizetype(framesIn(source.format, longestKept)) * source.format.bytesPerFrame())
+{
+}
+
+std::unique_ptr<PulseCapture> PulseCapture::open(std::shared_ptr<PulseConnection> connection, const PulseSource &source,
+                                                 PulseConnection::Deadline deadline)
+{
+    std::unique_ptr<PulseCapture> capture(new PulseCapture(std::move(connection), source));
+    auto &link = *capture->m_connection;
+    const PulseConnection::Lock lock(link.loop());
+    capture->connectStream(source);
+    const bool answered = link.waitUntil(deadline, [&capture] {
+        const auto state = pa_stream_get_state(capture->m_stream);
+        return state == PA_STREAM_READY || !PA_STREAM_IS_GOOD(state);
+    });
+    if (!answered) {
+        throw Error(QStringLiteral("The sound server does not answer."));
+    }
+    if (!capture->isReady()) {
+        throw Error(link.errorText());
+    }
+    return capture;
+}
+
+void PulseCapture::connectStream(const PulseSource &source)
+{
+    pa_sample_spec spec{};
+    spec.format = PA_SAMPLE_FLOAT32NE;
+    spec.rate = static_cast<quint32>(m_format.sampleRate);
+    spec.channels = static_cast<quint8>(m_format.channelCount);
+    m_stream = pa_stream_new(m_connection->context(), "Dictation", &spec, nullptr);
+    if (m_stream == nullptr) {
+        throw Error(m_connection->errorText());
+    }
+    pa_stream_set_state_callback(
+        m_stream, [](pa_stream *, void *self) { static_cast<PulseCapture *>(self)->m_connection->wake(); }, this);
+    pa_stream_set_read_callback(
+        m_stream, [](pa_stream *, std::size_t, void *self) { static_cast<PulseCapture *>(self)->takeData(); }, this);
+    pa_buffer_attr attributes{};
+    attributes.maxlength = attributes.tlength = attributes.prebuf = attributes.minreq = static_cast<quint32>(-1);
+    attributes.fragsize = framesIn(m_format, fragmentTime) * static_cast<quint32>(m_format.bytesPerFrame());
+    // A source that goes away ends the stream at once instead of moving it to another one's silence.
+    const auto flags =
+        static_cast<pa_stream_flags_t>(PA_STREAM_START_CORKED | PA_STREAM_DONT_MOVE | PA_STREAM_ADJUST_LATENCY |
+                                       PA_STREAM_AUTO_TIMING_UPDATE | PA_STREAM_INTERPOLATE_TIMING);
+    if (pa_stream_connect_record(m_stream, source.name.constData(), &attributes, flags) < 0) {
+        throw Error(m_connection->errorText());
+    }
+}
+
+PulseCapture::~PulseCapture()
+{
+    if (m_stream == nullptr) {
+        return;
+    }
+    const PulseConnection::Lock lock(m_connection->loop());
+    pa_stream_set_state_callback(m_stream, nullptr, nullptr);
+    pa_stream_set_read_callback(m_stream, nullptr, nullptr);
+    pa_stream_disconnect(m_stream);
+    pa_stream_unref(m_stream);
+}
+
+void PulseCapture::begin(std::unique_ptr<FrameBlocks> blocks)
+{
+    const PulseConnection::Lock lock(m_connection->loop());
+    for (const auto &piece : m_kept.take()) {
+        blocks->append(piece.constData(), piece.size());
+    }
+    m_isKeeping = false;
+    m_blocks = std::move(blocks);
+    m_lastData = std::chrono::steady_clock::now();
+    cork(false);
+}
+
+void PulseCapture::cork(bool isCorked)
+{
+    if (auto *operation = pa_stream_cork(m_stream, isCorked ? 1 : 0, nullptr, nullptr)) {
+        pa_operation_unref(operation);
+    }
+}
+
+void PulseCapture::keep()
+{
+    const PulseConnection::Lock lock(m_connection->loop());
+    if (!m_blocks) {
+        m_isKeeping = true;
+        cork(false);
+    }
+}
+
+void PulseCapture::pauseKeeping()
+{
+    const PulseConnection::Lock lock(m_connection->loop());
+    if (!m_blocks && std::exchange(m_isKeeping, false)) {
+        cork(true);
+    }
+}
+
+void PulseCapture::discardKept()
+{
+    const PulseConnection::Lock lock(m_connection->loop());
+    m_kept.clear();
+    if (!m_blocks && std::exchange(m_isKeeping, false)) {
+        cork(true);
+        if (auto *operation = pa_stream_flush(m_stream, nullptr, nullptr)) {
+            pa_operation_unref(operation);
+        }
+    }
+}
+
+void PulseCapture::end()
+{
+    const PulseConnection::Lock lock(m_connection->loop());
+    if (!m_blocks) {
+        return;
+    }
+    const auto wanted = m_blocks->frameCount() + framesUnderway();
+    if (isReady()) {
+        m_connection->waitUntil(std::chrono::steady_clock::now() + deliveryTime,
+                                [this, wanted] { return m_blocks->frameCount() >= wanted || !isReady(); });
+    } else {
+        generalLog().error("the sound server went away during the recording; what was heard is kept");
+    }
+    // Taken out first: nothing that the handler leads to finds it running.
+    const auto blocks = std::exchange(m_blocks, nullptr);
+    blocks->flush(framesIn(m_format, trailingSilence));
+}
+
+bool PulseCapture::isRunning() const
+{
+    const PulseConnection::Lock lock(m_connection->loop());
+    return m_blocks != nullptr;
+}
+
+bool PulseCapture::isAlive() const
+{
+    const PulseConnection::Lock lock(m_connection->loop());
+    return isReady();
+}
+
+bool PulseCapture::isStalled() const
+{
+    const PulseConnection::Lock lock(m_connection->loop());
+    return std::chrono::steady_clock::now() - m_lastData > stallTime;
+}
+
+bool PulseCapture::isReady() const
+{
+    return pa_stream_get_state(m_stream) == PA_STREAM_READY;
+}
+
+void PulseCapture::takeData()
+{
+    while (pa_stream_readable_size(m_stream) > 0) {
+        const void *data = nullptr;
+        std::size_t byteCount = 0;
+        if (pa_stream_peek(m_stream, &data, &byteCount) < 0 || byteCount == 0) {
+            break;
+        }
+        if (m_blocks) {
+            // No data with a length is a hole in the recording: silence.
+            m_blocks->append(static_cast<const char *>(data), static_cast<qsizetype>(byteCount));
+            m_lastData = std::chrono::steady_clock::now();
+        } else if (m_isKeeping) {
+            m_kept.append(static_cast<const char *>(data), static_cast<qsizetype>(byteCount));
+        }
+        pa_stream_drop(m_stream);
+    }
+    m_connection->wake();
+}
+
+/// What has been captured and is not here yet, as far as the server has told how far it lags behind.
+quint64 PulseCapture::framesUnderway() const
+{
+    pa_usec_t latency = 0;
+    int isNegative = 0;
+    if (pa_stream_get_latency(m_stream, &latency, &isNegative) < 0) {
+        return framesIn(m_format, deliveryTime);
+    }
+    return isNegative != 0 ? 0 : framesIn(m_format, std::chrono::microseconds(latency));
+}
+
+} // namespace talmo

@@ -1,0 +1,452 @@
+#include "Platform/Linux/X11/Clipboard/PasteTransaction.h"
+
+#include "Platform/Linux/Session/ClipboardHints.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+using namespace std::chrono_literals;
+using Outcome = PasteReceipt::Outcome;
+
+/// The paste waits for it, so an owner that gives nothing is not waited for long; one that does give is.
+constexpr SelectionReader::Patience snapshotPatience{500ms, 2000ms};
+/// A window that has not read the text by then is asked whether it hangs.
+constexpr auto pingDelay = 1000ms;
+/// How often the text is put back on the clipboard when another program takes that before it was read.
+constexpr int mostClaims = 3;
+
+RestorePolicy::Time now()
+{
+    return std::chrono::steady_clock::now();
+}
+
+QList<PasteboardRepresentation> flattened(const QList<PasteboardItem> &items)
+{
+    QList<PasteboardRepresentation> all;
+    for (const auto &item : items) {
+        all += item.representations;
+    }
+    return all;
+}
+
+} // namespace
+
+PasteTransaction::PasteTransaction(XSession &session, std::chrono::milliseconds secretTime)
+    : m_session(session),
+      m_clipboard(session, "CLIPBOARD"),
+      m_primary(session, "PRIMARY"),
+      m_reader(session),
+      m_overdue(session, m_clipboard, m_primary),
+      m_secret(session, [this] { endSecret(); }, secretTime)
+{
+    m_timer.setSingleShot(true);
+    m_timer.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { evaluate(); });
+    m_lateTimer.setSingleShot(true);
+    QObject::connect(&m_lateTimer, &QTimer::timeout, &m_lateTimer, [this] {
+        if (std::exchange(m_wasReadLate, false)) {
+            putEarlierBack();
+        }
+    });
+    const auto onRequest = [this](const SelectionServer::Request &request) { handleRequest(request); };
+    m_clipboard.setOnRequest(onRequest);
+    m_primary.setOnRequest(onRequest);
+    m_clipboard.setOnLost([this] { handleLost(); });
+    m_overdue.setOnEmpty([this] {
+        if (m_clipboard.isOwner() && m_clipboard.content().isEmpty()) {
+            m_clipboard.disown();
+        }
+    });
+    m_session.setOnConnectionLost([this] { relieve(); });
+}
+
+PasteTransaction::~PasteTransaction()
+{
+    // The parts of this were the session's only listeners; events may still come until it ends.
+    m_session.removeEventHandlers();
+}
+
+void PasteTransaction::begin()
+{
+    m_beginsAfterRestore = m_restore.has_value();
+    if (m_beginsAfterRestore) {
+        return;
+    }
+    m_isPasting = true;
+    m_hasText = false;
+    m_wasLost = false;
+    m_claims = 0;
+    m_refusal.reset();
+    m_target = {};
+    m_policy.begin();
+    m_receipt = Completion<PasteReceipt>::make();
+}
+
+QCoro::Task<QList<PasteboardItem>> PasteTransaction::snapshot(std::shared_ptr<PasteTransaction> self)
+{
+    const auto idle = self->settled();
+    co_await idle;
+    if (std::exchange(self->m_beginsAfterRestore, false)) {
+        self->begin();
+    }
+    self->m_session.synchronise(); // Another program may have just taken the clipboard.
+    Content all;
+    if (self->m_earlier && self->m_clipboard.isOwner()) {
+        all = self->m_earlier.value(); // The text that nobody took is not the user's clipboard.
+    } else {
+        all = co_await readOrOwn(self, &self->m_clipboard);
+    }
+    self->m_wasReadLate = false;
+    self->m_lateTimer.stop();
+    const bool takesPrimary = self->m_isPasting && !self->m_ownsPrimaryForPaste &&
+                              frontWindow(self->m_session).style == PasteStyle::ShiftInsertPrimary;
+    if (takesPrimary) {
+        self->m_primarySnapshot = co_await readOrOwn(self, &self->m_primary);
+    }
+    co_return all.isEmpty() ? QList<PasteboardItem>() : QList<PasteboardItem>{PasteboardItem{all}};
+}
+
+QCoro::Task<PasteTransaction::Content> PasteTransaction::readOrOwn(std::shared_ptr<PasteTransaction> self,
+                                                                   SelectionServer *server)
+{
+    if (server->isOwner()) {
+        co_return server->content();
+    }
+    const auto owner = self->m_session.selectionOwner(server->selection());
+    const auto reading = co_await self->m_reader.read(server->selection(), snapshotPatience);
+    if (reading.loss != SelectionReading::Loss::None && self->m_onLoss) {
+        self->m_onLoss(reading.loss);
+    }
+    if (server->selection() == self->clipboard()) {
+        if (isSecret(reading.representations)) {
+            self->m_secret.begin(owner);
+        } else {
+            self->m_secret.forget();
+        }
+    }
+    co_return reading.representations;
+}
+
+void PasteTransaction::clear()
+{
+    if (m_isPasting && m_hasText) {
+        m_restore = Content();
+    } else if (!m_isPasting) {
+        setEarlier(std::nullopt);
+        m_clipboard.disown();
+    }
+    // In a paste before its text that follows at once. An empty clipboard in between would only call clipboard
+    // managers into action that want to fill it.
+}
+
+void PasteTransaction::setString(const QString &text)
+{
+    m_text = text;
+    m_hasText = m_isPasting;
+    if (!m_isPasting) {
+        m_secret.forget();
+        setEarlier(std::nullopt);
+    }
+    if (!m_clipboard.own(textRepresentations(text)) && m_isPasting) {
+        refuse(Outcome::ClipboardLost);
+    }
+}
+
+void PasteTransaction::writeItems(const QList<PasteboardItem> &items)
+{
+    if (m_isPasting && m_hasText) {
+        m_restore = flattened(items);
+    } else {
+        m_clipboard.own(flattened(items));
+    }
+}
+
+std::optional<FrontWindow> PasteTransaction::chooseTarget()
+{
+    const bool belongsToPaste = m_isPasting || m_restore;
+    if (belongsToPaste && m_refusal) {
+        return std::nullopt;
+    }
+    const auto front = frontWindow(m_session);
+    if (front.window == XCB_NONE) {
+        refuse(Outcome::NoWindow);
+        return std::nullopt;
+    }
+    m_target = front;
+    if (m_overdue.extend(front, m_text)) {
+        refuse(Outcome::WindowHangs);
+        return std::nullopt;
+    }
+    if (front.style == PasteStyle::ShiftInsertPrimary && m_isPasting) {
+        m_primary.own(m_clipboard.content());
+        m_ownsPrimaryForPaste = true;
+    }
+    return front;
+}
+
+void PasteTransaction::notePosted(const FrontWindow &target)
+{
+    if (target.isImporter) {
+        m_policy.postToImporter(now());
+    } else {
+        m_policy.post(now(), target.client);
+    }
+    evaluate();
+}
+
+void PasteTransaction::refuse(Outcome outcome)
+{
+    m_refusal = outcome;
+    evaluate();
+}
+
+void PasteTransaction::end()
+{
+    m_isPasting = false;
+    if (m_restore && m_wasLost) {
+        conclude(Outcome::Taken);
+        applyRestore(); // Somebody wrote after the text was read; the user's own clipboard comes back all the same.
+        return;
+    }
+    evaluate(); // Without anything to restore the paste was cut short: the text stays where it is.
+}
+
+quint32 PasteTransaction::readerOf(const SelectionServer::Request &request)
+{
+    const bool isForeign = m_policy.isPosted() && !m_policy.isRead() && request.client != m_target.client;
+    return isForeign && isEmbeddedIn(m_session, m_target.topLevel, request.client) ? m_target.client : request.client;
+}
+
+void PasteTransaction::handleRequest(const SelectionServer::Request &request)
+{
+    const bool isData = request.wantsData && request.wasServed;
+    if (isData) {
+        m_overdue.noteRead(request.client);
+    }
+    if (m_earlier && !m_restore && !m_isPasting) {
+        noteLateRead(request);
+        return;
+    }
+    m_policy.noteRequest(now(), readerOf(request), isData);
+    if (m_policy.isRead()) {
+        conclude(Outcome::Taken);
+    }
+    evaluate();
+}
+
+/// A window that has woken, or the user's own paste into the window in front.
+void PasteTransaction::noteLateRead(const SelectionServer::Request &request)
+{
+    const bool isTarget = m_target.window != XCB_NONE ? request.client == m_target.client ||
+                                                            isEmbeddedIn(m_session, m_target.topLevel, request.client)
+                                                      : frontWindow(m_session).client == request.client;
+    if (isTarget) {
+        m_wasReadLate = m_wasReadLate || (request.wantsData && request.wasServed);
+        m_lateTimer.start(RestorePolicy::quietTime);
+    }
+}
+
+void PasteTransaction::handleLost()
+{
+    relieve();
+    const bool isUnread = m_hasText && !m_policy.isRead();
+    if (m_isPasting && isUnread && m_claims < mostClaims) {
+        ++m_claims;
+        m_clipboard.own(textRepresentations(m_text)); // The program in front must find the text, not what came between.
+    } else if (m_isPasting) {
+        m_wasLost = m_policy.isRead();
+        m_refusal = isUnread ? std::optional(Outcome::ClipboardLost) : m_refusal;
+    } else if (m_restore) {
+        // Written after the restore was called for: what the user copied meanwhile is the newest.
+        conclude(isUnread ? Outcome::ClipboardLost : Outcome::Taken);
+        m_restore.reset();
+        applyRestore();
+    } else {
+        setEarlier(std::nullopt);
+        m_overdue.clear();
+    }
+}
+
+void PasteTransaction::endSecret()
+{
+    const bool stands = !m_isPasting && !m_restore && !m_earlier;
+    if (stands && m_clipboard.isOwner() && isSecret(m_clipboard.content())) {
+        stand({});
+    }
+}
+
+void PasteTransaction::evaluate()
+{
+    if (!m_restore || m_isPasting) {
+        return;
+    }
+    if (m_refusal) {
+        withhold(*m_refusal);
+        return;
+    }
+    const auto time = now();
+    switch (m_policy.verdict(time, isSending())) {
+    case RestorePolicy::Verdict::Restore:
+        conclude(Outcome::Taken);
+        applyRestore();
+        return;
+    case RestorePolicy::Verdict::GiveUp:
+        withhold(m_overdue.hangs(m_target) ? Outcome::WindowHangs : Outcome::NotTaken);
+        return;
+    case RestorePolicy::Verdict::Wait:
+        break;
+    }
+    auto next = m_policy.nextLook(time);
+    if (m_policy.isPosted() && !m_policy.isRead()) {
+        const auto pingTime = next - RestorePolicy::readTime + pingDelay;
+        if (time >= pingTime) {
+            m_overdue.ask(m_target);
+        } else {
+            next = pingTime;
+        }
+    }
+    // Nothing runs once the restore is done.
+    m_timer.start(std::chrono::ceil<std::chrono::milliseconds>(next - time));
+}
+
+void PasteTransaction::conclude(Outcome outcome)
+{
+    if (m_receipt) {
+        m_receipt->finish(PasteReceipt{outcome, shortcutName(m_target.style)});
+    }
+}
+
+/// The text stays, and so does Talmo's ownership, until somebody takes the text or asks for what was there.
+void PasteTransaction::withhold(Outcome outcome)
+{
+    m_timer.stop();
+    setEarlier(std::exchange(m_restore, std::nullopt));
+    m_wasReadLate = false;
+    if (outcome == Outcome::WindowHangs && !m_refusal) {
+        m_overdue.add(m_target, m_text);
+    } else {
+        m_overdue.stopAsking(m_target);
+    }
+    if (outcome == Outcome::ClipboardLost) {
+        setEarlier(std::nullopt);
+    }
+    conclude(outcome);
+    finishWaiting();
+}
+
+void PasteTransaction::applyRestore()
+{
+    m_timer.stop();
+    m_overdue.stopAsking(m_target);
+    m_policy.begin();
+    setEarlier(std::nullopt);
+    if (const auto restore = std::exchange(m_restore, std::nullopt)) {
+        const bool holdsSecret = m_secret.isSecret() && isSecret(*restore);
+        stand(holdsSecret && m_secret.isOver() ? Content() : *restore);
+        if (holdsSecret && !m_secret.isOver()) {
+            m_secret.putBack();
+        }
+    }
+    standPrimary();
+    finishWaiting();
+}
+
+void PasteTransaction::stand(const Content &content)
+{
+    if (content.isEmpty() && m_overdue.isEmpty()) {
+        m_clipboard.disown();
+    } else {
+        m_clipboard.own(content);
+    }
+}
+
+void PasteTransaction::standPrimary()
+{
+    if (!std::exchange(m_ownsPrimaryForPaste, false) || !m_primary.isOwner()) {
+        return;
+    }
+    if (m_primarySnapshot.isEmpty()) {
+        m_primary.disown();
+    } else {
+        m_primary.own(m_primarySnapshot);
+    }
+}
+
+bool PasteTransaction::putEarlierBack()
+{
+    if (!m_earlier || m_isPasting || m_restore) {
+        return false;
+    }
+    m_restore = *m_earlier;
+    applyRestore();
+    return true;
+}
+
+QFuture<PasteReceipt> PasteTransaction::receipt()
+{
+    return m_receipt ? m_receipt->future() : ready(PasteReceipt());
+}
+
+void PasteTransaction::relieve()
+{
+    for (const auto &waiting : std::exchange(m_waitingForRelief, {})) {
+        waiting->finish();
+    }
+}
+
+QFuture<void> PasteTransaction::relieved()
+{
+    auto completion = Completion<void>::make();
+    auto future = completion->future();
+    m_session.synchronise();
+    if (m_clipboard.isOwner() && !m_session.connection().isBroken()) {
+        m_waitingForRelief.push_back(std::move(completion));
+    } else {
+        completion->finish();
+    }
+    return future;
+}
+
+void PasteTransaction::setEarlier(std::optional<Content> content)
+{
+    m_earlier = std::move(content);
+    m_holdsEarlier = m_earlier.has_value();
+}
+
+void PasteTransaction::finishWaiting()
+{
+    for (const auto &waiting : std::exchange(m_waiting, {})) {
+        waiting->finish();
+    }
+}
+
+QFuture<void> PasteTransaction::settled()
+{
+    auto completion = Completion<void>::make();
+    auto future = completion->future();
+    if (m_restore) {
+        m_waiting.push_back(std::move(completion));
+    } else {
+        completion->finish();
+    }
+    return future;
+}
+
+QCoro::Task<void> PasteTransaction::shutDown(std::shared_ptr<PasteTransaction> self)
+{
+    // A paste that was under way never ends now; what it had saved still comes back.
+    self->end();
+    const auto idle = self->settled();
+    co_await idle;
+    // A secret is nobody's to keep.
+    if (self->m_clipboard.isOwner() && !(self->m_secret.isSecret() && isSecret(self->m_clipboard.content()))) {
+        co_await self->m_reader.ask(self->m_session.connection().atom("CLIPBOARD_MANAGER"), "SAVE_TARGETS",
+                                    snapshotPatience);
+    }
+}
+
+} // namespace talmo

@@ -1,0 +1,121 @@
+#pragma once
+
+#include "Insertion/PasteReceipt.h"
+#include "Insertion/RestorePolicy.h"
+#include "Platform/Linux/X11/Clipboard/OverduePastes.h"
+#include "Platform/Linux/X11/Clipboard/SecretLifetime.h"
+#include "Platform/Linux/X11/Clipboard/SelectionReader.h"
+#include "Platform/Linux/X11/Clipboard/SelectionServer.h"
+#include "Platform/Linux/X11/Windows/FrontWindow.h"
+#include "Platform/Linux/X11/XSession.h"
+
+#include <QCoro/QCoroTask>
+#include <QTimer>
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace talmo {
+
+/// The clipboard's side of a paste: what stands there, what is to stand there again, and when. What stood there before
+/// comes back once the program in front has read the text; while nobody has, the text stays, and a window that hangs
+/// gets it when it wakes. The X session's thread only.
+class PasteTransaction {
+public:
+    using OnLoss = std::function<void(SelectionReading::Loss)>;
+
+    explicit PasteTransaction(XSession &session, std::chrono::milliseconds secretTime = SecretLifetime::longestTime);
+    ~PasteTransaction();
+    PasteTransaction(const PasteTransaction &) = delete;
+    PasteTransaction &operator=(const PasteTransaction &) = delete;
+
+    void begin();
+    void end();
+    /// Waits for a pending restore first.
+    static QCoro::Task<QList<PasteboardItem>> snapshot(std::shared_ptr<PasteTransaction> self);
+    void clear();
+    void setString(const QString &text);
+    void writeItems(const QList<PasteboardItem> &items);
+
+    /// The window to post the shortcut to; none when nothing is to be posted, which settles the paste.
+    std::optional<FrontWindow> chooseTarget();
+    /// The shortcut has gone out to this window: from now on its reads count.
+    void notePosted(const FrontWindow &target);
+    /// The shortcut cannot be posted.
+    void refuse(PasteReceipt::Outcome outcome);
+
+    /// What became of the last paste.
+    QFuture<PasteReceipt> receipt();
+    /// Any thread.
+    bool holdsEarlier() const { return m_holdsEarlier.load(); }
+    /// Puts back what a text that nobody took has displaced; false when there is nothing.
+    bool putEarlierBack();
+    /// Called when something that stood on the clipboard could not be saved.
+    void setOnLoss(OnLoss callback) { m_onLoss = std::move(callback); }
+
+    /// Finishes once no restore is pending; a text that nobody took does not count.
+    QFuture<void> settled();
+    /// Finishes once nothing of ours stands on the clipboard: another program has taken it, or there is no server.
+    QFuture<void> relieved();
+    /// Waits for a pending restore, then hands what Talmo holds to the desktop's clipboard manager, if there is one.
+    static QCoro::Task<void> shutDown(std::shared_ptr<PasteTransaction> self);
+
+private:
+    using Content = QList<PasteboardRepresentation>;
+
+    static QCoro::Task<Content> readOrOwn(std::shared_ptr<PasteTransaction> self, SelectionServer *server);
+    void handleRequest(const SelectionServer::Request &request);
+    void noteLateRead(const SelectionServer::Request &request);
+    quint32 readerOf(const SelectionServer::Request &request);
+    void handleLost();
+    void endSecret();
+    void relieve();
+    void evaluate();
+    void conclude(PasteReceipt::Outcome outcome);
+    void withhold(PasteReceipt::Outcome outcome);
+    void applyRestore();
+    void stand(const Content &content);
+    void standPrimary();
+    void finishWaiting();
+    void setEarlier(std::optional<Content> content);
+    bool isSending() const { return m_clipboard.isSending() || m_primary.isSending(); }
+    xcb_atom_t clipboard() const { return m_clipboard.selection(); }
+
+    XSession &m_session;
+    SelectionServer m_clipboard;
+    SelectionServer m_primary;
+    SelectionReader m_reader;
+    OverduePastes m_overdue;
+    SecretLifetime m_secret;
+    OnLoss m_onLoss;
+
+    bool m_isPasting = false;
+    bool m_beginsAfterRestore = false;
+    /// In this paste the text has been written; what is written now is to stand there again.
+    bool m_hasText = false;
+    QString m_text;
+    int m_claims = 0;
+    bool m_wasLost = false;
+    RestorePolicy m_policy;
+    FrontWindow m_target;
+    std::optional<PasteReceipt::Outcome> m_refusal;
+    std::shared_ptr<Completion<PasteReceipt>> m_receipt;
+
+    Content m_primarySnapshot;
+    bool m_ownsPrimaryForPaste = false;
+
+    std::optional<Content> m_restore;
+    /// What a text that nobody took has displaced.
+    std::optional<Content> m_earlier;
+    std::atomic<bool> m_holdsEarlier = false;
+    bool m_wasReadLate = false;
+    QTimer m_timer;
+    QTimer m_lateTimer;
+    std::vector<std::shared_ptr<Completion<void>>> m_waiting;
+    std::vector<std::shared_ptr<Completion<void>>> m_waitingForRelief;
+};
+
+} // namespace talmo

@@ -1,0 +1,212 @@
+#include "Platform/Linux/X11/Keys/PasteChord.h"
+
+#include <algorithm>
+#include <array>
+
+namespace talmo {
+
+namespace {
+
+constexpr xcb_keysym_t keySymV = 0x76;
+constexpr xcb_keysym_t keySymInsert = 0xff63;
+
+// Rows of the modifier map.
+constexpr int shiftModifier = 0;
+constexpr int controlModifier = 2;
+/// Shift, Mod1, Mod3, Mod4 and Mod5: what hands hold. Not the locks, which stay as they are.
+constexpr std::array heldModifiers = {0, 3, 5, 6, 7};
+
+template <std::size_t Size>
+bool isOneOf(const std::array<const char *, Size> &names, const QString &name)
+{
+    return std::any_of(names.begin(), names.end(), [&name](const char *known) {
+        return name.compare(QLatin1String(known), Qt::CaseInsensitive) == 0;
+    });
+}
+
+constexpr std::array vteLikeTerminals = {"gnome-terminal",
+                                         "gnome-terminal-server",
+                                         "xfce4-terminal",
+                                         "mate-terminal",
+                                         "lxterminal",
+                                         "terminator",
+                                         "tilix",
+                                         "tilda",
+                                         "guake",
+                                         "sakura",
+                                         "roxterm",
+                                         "termit",
+                                         "konsole",
+                                         "yakuake",
+                                         "qterminal",
+                                         "deepin-terminal",
+                                         "kitty",
+                                         "alacritty",
+                                         "org.wezfurlong.wezterm",
+                                         "wezterm",
+                                         "foot",
+                                         "footclient",
+                                         "st",
+                                         "st-256color",
+                                         "stterm",
+                                         "terminology",
+                                         "kgx",
+                                         "org.gnome.console",
+                                         "org.gnome.ptyxis",
+                                         "ptyxis",
+                                         "com.mitchellh.ghostty",
+                                         "ghostty",
+                                         "hyper",
+                                         "tabby",
+                                         "contour",
+                                         "rio",
+                                         "warp",
+                                         "blackbox",
+                                         "com.raggesilver.blackbox",
+                                         "cool-retro-term",
+                                         "io.elementary.terminal"};
+
+constexpr std::array oldTerminals = {"xterm",        "uxterm", "koi8rxterm", "lxterm", "urxvt", "rxvt",
+                                     "rxvt-unicode", "aterm",  "eterm",      "mlterm", "mrxvt"};
+
+constexpr std::array shiftInsertPrograms = {"emacs"};
+
+constexpr std::array importers = {"virtualbox machine",
+                                  "virtualboxvm",
+                                  "virt-viewer",
+                                  "remote-viewer",
+                                  "virt-manager",
+                                  "spicy",
+                                  "vmware",
+                                  "vncviewer",
+                                  "remmina",
+                                  "org.remmina.remmina",
+                                  "xfreerdp",
+                                  "krdc",
+                                  "vinagre",
+                                  "x2goclient",
+                                  "nxplayer.bin"};
+
+std::optional<std::uint8_t> keyCodeInColumn(const KeyboardLayout &layout, xcb_keysym_t keySym, int column)
+{
+    const auto width = static_cast<std::size_t>(layout.keySymsPerKeyCode);
+    for (std::size_t row = 0; (row + 1) * width <= layout.keySyms.size(); ++row) {
+        if (layout.keySyms[row * width + static_cast<std::size_t>(column)] == keySym) {
+            return static_cast<std::uint8_t>(layout.firstKeyCode + row);
+        }
+    }
+    return std::nullopt;
+}
+
+bool isHeld(const KeyboardLayout &layout, std::uint8_t keyCode)
+{
+    return std::find(layout.heldKeys.begin(), layout.heldKeys.end(), keyCode) != layout.heldKeys.end();
+}
+
+std::optional<std::uint8_t> modifierKey(const KeyboardLayout &layout, int modifier)
+{
+    const auto &keys = layout.modifierKeys[modifier];
+    return keys.empty() ? std::nullopt : std::optional(keys.front());
+}
+
+void releaseHeld(const KeyboardLayout &layout, int modifier, std::vector<ChordKey> &chord)
+{
+    for (const auto keyCode : layout.modifierKeys[modifier]) {
+        if (isHeld(layout, keyCode)) {
+            chord.push_back({keyCode, false});
+        }
+    }
+}
+
+} // namespace
+
+PasteStyle pasteStyleFor(const QString &instanceName, const QString &className)
+{
+    for (const QString &name : {className, instanceName}) {
+        if (isOneOf(vteLikeTerminals, name)) {
+            return PasteStyle::ControlShiftV;
+        }
+        if (isOneOf(oldTerminals, name)) {
+            return PasteStyle::ShiftInsertPrimary;
+        }
+        if (isOneOf(shiftInsertPrograms, name)) {
+            return PasteStyle::ShiftInsert;
+        }
+    }
+    return PasteStyle::ControlV;
+}
+
+QString shortcutName(PasteStyle style)
+{
+    switch (style) {
+    case PasteStyle::ControlShiftV:
+        return QStringLiteral("Ctrl+Shift+V");
+    case PasteStyle::ShiftInsertPrimary:
+    case PasteStyle::ShiftInsert:
+        return QStringLiteral("Shift+Insert");
+    case PasteStyle::ControlV:
+        break;
+    }
+    return QStringLiteral("Ctrl+V");
+}
+
+bool importsClipboard(const QString &instanceName, const QString &className)
+{
+    return isOneOf(importers, className) || isOneOf(importers, instanceName) ||
+           className.endsWith(QLatin1String(".exe"), Qt::CaseInsensitive);
+}
+
+std::optional<std::uint8_t> keyCodeFor(const KeyboardLayout &layout, xcb_keysym_t keySym)
+{
+    // Two columns a layout: plain and shifted. The layout in use comes first.
+    const int groups = (layout.keySymsPerKeyCode + 1) / 2;
+    if (layout.group < groups) {
+        if (const auto keyCode = keyCodeInColumn(layout, keySym, layout.group * 2)) {
+            return keyCode;
+        }
+    }
+    for (int group = 0; group < groups; ++group) {
+        if (const auto keyCode = keyCodeInColumn(layout, keySym, group * 2)) {
+            return keyCode;
+        }
+    }
+    return std::nullopt;
+}
+
+std::vector<ChordKey> pasteChord(const KeyboardLayout &layout, PasteStyle style)
+{
+    const auto letter = keyCodeFor(layout, keySymV);
+    const bool takesInsert = style == PasteStyle::ShiftInsert || style == PasteStyle::ShiftInsertPrimary || !letter;
+    const auto key = takesInsert ? keyCodeFor(layout, keySymInsert) : letter;
+    const auto shift = modifierKey(layout, shiftModifier);
+    const auto control = modifierKey(layout, controlModifier);
+    const bool needsShift = takesInsert || style == PasteStyle::ControlShiftV;
+    if (!key || (needsShift && !shift) || (!takesInsert && !control)) {
+        return {};
+    }
+
+    std::vector<ChordKey> chord;
+    for (const int modifier : heldModifiers) {
+        releaseHeld(layout, modifier, chord);
+    }
+    std::vector<std::uint8_t> modifiers;
+    if (takesInsert) {
+        releaseHeld(layout, controlModifier, chord);
+    } else {
+        modifiers.push_back(*control);
+    }
+    if (needsShift) {
+        modifiers.push_back(*shift);
+    }
+    for (const auto modifier : modifiers) {
+        chord.push_back({modifier, true});
+    }
+    chord.push_back({*key, true});
+    chord.push_back({*key, false});
+    for (auto modifier = modifiers.rbegin(); modifier != modifiers.rend(); ++modifier) {
+        chord.push_back({*modifier, false});
+    }
+    return chord;
+}
+
+} // namespace talmo

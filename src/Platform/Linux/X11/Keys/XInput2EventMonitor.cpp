@@ -1,0 +1,221 @@
+#include "Platform/Linux/X11/Keys/XInput2EventMonitor.h"
+
+#include "Base/Log.h"
+#include "Input/Hotkey/GlobalHotkeyManager.h"
+#include "Platform/Linux/X11/Keys/KeyboardLayoutReader.h"
+
+#include <xcb/xinput.h>
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+/// How long a release is held back that may be half of an auto-repeat.
+constexpr auto repeatPairPatience = std::chrono::milliseconds(5);
+
+} // namespace
+
+struct XInput2EventMonitor::Monitor final : public EventMonitorToken {
+    bool isGlobal = false;
+    std::function<void(const FlagsChangedEvent &)> handler;
+};
+
+XInput2EventMonitor::XInput2EventMonitor(std::shared_ptr<PostedKeys> postedKeys, QList<quint32> standIns,
+                                         std::function<bool()> isApplicationActive)
+    : m_postedKeys(std::move(postedKeys)),
+      m_standIns(std::move(standIns)),
+      m_isApplicationActive(std::move(isApplicationActive)),
+      m_notifier(m_connection.fileDescriptor(), QSocketNotifier::Read),
+      m_collected([this](std::uint8_t keyCode) { return m_filter.isWatched(keyCode); })
+{
+    m_patience.setSingleShot(true);
+    m_patience.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&m_patience, &QTimer::timeout, &m_patience, [this] { handleCollected(true); });
+    m_withheld.setSingleShot(true);
+    m_withheld.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&m_withheld, &QTimer::timeout, &m_withheld, [this] { reportWithheld(); });
+    QObject::connect(&m_notifier, &QSocketNotifier::activated, &m_notifier, [this] { readEvents(); });
+    if (selectRawKeys()) {
+        readStandIns();
+    } else {
+        generalLog().error("this X server has no XInput 2.2: keys cannot be seen");
+    }
+}
+
+XInput2EventMonitor::~XInput2EventMonitor() = default;
+
+bool XInput2EventMonitor::selectRawKeys()
+{
+    auto *connection = m_connection.get();
+    const auto *extension = xcb_get_extension_data(connection, &xcb_input_id);
+    if (extension == nullptr || extension->present == 0) {
+        return false;
+    }
+    // Servers hide raw events under another program's grab from clients that know only 2.0.
+    const XcbPtr<xcb_input_xi_query_version_reply_t> version(
+        xcb_input_xi_query_version_reply(connection, xcb_input_xi_query_version(connection, 2, 2), nullptr));
+    if (!version || version->major_version < 2 || (version->major_version == 2 && version->minor_version < 2)) {
+        return false;
+    }
+    // Master devices only: the physical ones would deliver every key once more.
+    struct {
+        xcb_input_event_mask_t head;
+        quint32 mask;
+    } selection{};
+    selection.head.deviceid = XCB_INPUT_DEVICE_ALL_MASTER;
+    selection.head.mask_len = 1;
+    selection.mask = XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
+    const XcbPtr<xcb_generic_error_t> error(xcb_request_check(
+        connection, xcb_input_xi_select_events_checked(connection, m_connection.root(), 1, &selection.head)));
+    if (error) {
+        return false;
+    }
+    m_opcode = extension->major_opcode;
+    return true;
+}
+
+void XInput2EventMonitor::readStandIns()
+{
+    const auto layout = readKeyboardLayout(m_connection);
+    const auto width = static_cast<std::size_t>(layout.keySymsPerKeyCode);
+    std::set<std::uint8_t> keyCodes;
+    for (std::size_t index = 0; index < layout.keySyms.size(); ++index) {
+        if (m_standIns.contains(layout.keySyms[index])) {
+            keyCodes.insert(static_cast<std::uint8_t>(layout.firstKeyCode + index / width));
+        }
+    }
+    m_filter.setKeyCodes(std::move(keyCodes));
+    releaseLostKeys(layout);
+}
+
+/// A keyboard that is exchanged or reconfigured may take a key's release with it.
+void XInput2EventMonitor::releaseLostKeys(const KeyboardLayout &layout)
+{
+    const auto held = m_filter.held(); // Changes below.
+    for (const auto keyCode : held) {
+        const auto end = layout.heldKeys.end();
+        if (std::find(layout.heldKeys.begin(), end, keyCode) == end && m_filter.keyUp(keyCode)) {
+            report(false);
+        }
+    }
+}
+
+std::shared_ptr<EventMonitorToken>
+XInput2EventMonitor::addGlobalMonitor(quint64 eventMask, std::function<void(const FlagsChangedEvent &)> handler)
+{
+    if (!isUsable() || (eventMask & GlobalHotkeyManager::flagsChangedMask) == 0) {
+        return nullptr;
+    }
+    auto monitor = std::make_shared<Monitor>();
+    monitor->isGlobal = true;
+    monitor->handler = std::move(handler);
+    m_monitors.push_back(monitor);
+    return monitor;
+}
+
+std::shared_ptr<EventMonitorToken>
+XInput2EventMonitor::addLocalMonitor(quint64 eventMask,
+                                     std::function<std::optional<FlagsChangedEvent>(const FlagsChangedEvent &)> handler)
+{
+    if (!isUsable() || (eventMask & GlobalHotkeyManager::flagsChangedMask) == 0) {
+        return nullptr;
+    }
+    auto monitor = std::make_shared<Monitor>();
+    // What it gives back is delivered by the server anyway: raw events are copies.
+    monitor->handler = [handler = std::move(handler)](const FlagsChangedEvent &event) { handler(event); };
+    m_monitors.push_back(monitor);
+    return monitor;
+}
+
+void XInput2EventMonitor::readEvents()
+{
+    // Reading the keyboard again waits for the server's answers, and events that come with those are only found by
+    // looking once more: nothing else would wake us for them.
+    bool isMappingChanged = true;
+    while (isMappingChanged) {
+        isMappingChanged = false;
+        while (const XcbPtr<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.get())}) {
+            isMappingChanged = isMappingChanged || (event->response_type & 0x7f) == XCB_MAPPING_NOTIFY;
+            collect(*event);
+        }
+        if (isMappingChanged) {
+            readStandIns();
+        }
+    }
+    if (m_connection.isBroken()) {
+        m_notifier.setEnabled(false); // Its end of file would wake us for ever.
+        generalLog().error("the connection to the X server was lost: keys cannot be seen any more");
+        return;
+    }
+    handleCollected(false);
+}
+
+void XInput2EventMonitor::collect(const xcb_generic_event_t &event)
+{
+    const auto &generic = reinterpret_cast<const xcb_ge_generic_event_t &>(event); // NOLINT
+    if ((event.response_type & 0x7f) != XCB_GE_GENERIC || generic.extension != m_opcode) {
+        return;
+    }
+    if (generic.event_type != XCB_INPUT_RAW_KEY_PRESS && generic.event_type != XCB_INPUT_RAW_KEY_RELEASE) {
+        return;
+    }
+    const auto &raw = reinterpret_cast<const xcb_input_raw_key_press_event_t &>(event); // NOLINT
+    m_collected.push(
+        {static_cast<quint8>(raw.detail), raw.sourceid, generic.event_type == XCB_INPUT_RAW_KEY_PRESS, raw.time});
+}
+
+void XInput2EventMonitor::handleCollected(bool isPatienceOver)
+{
+    while (const auto key = m_collected.take(isPatienceOver)) {
+        handleKey(*key);
+    }
+    if (m_collected.isHoldingBack() && !m_patience.isActive()) {
+        m_patience.start(repeatPairPatience);
+    }
+}
+
+void XInput2EventMonitor::handleKey(const RawKey &key)
+{
+    if (m_postedKeys->take(key.keyCode, key.isDown)) {
+        return;
+    }
+    const auto now = std::chrono::steady_clock::now();
+    const auto change = key.isDown ? m_filter.keyDown(key.keyCode, now) : m_filter.keyUp(key.keyCode);
+    if (change) {
+        report(*change);
+    }
+    if (const auto due = m_filter.withheldUntil()) {
+        m_withheld.start(std::chrono::ceil<std::chrono::milliseconds>(*due - now));
+    } else {
+        m_withheld.stop();
+    }
+}
+
+void XInput2EventMonitor::reportWithheld()
+{
+    const auto now = std::chrono::steady_clock::now();
+    if (m_filter.timePassed(now)) {
+        report(true);
+    } else if (const auto due = m_filter.withheldUntil()) {
+        m_withheld.start(std::chrono::ceil<std::chrono::milliseconds>(*due - now)); // Fired a little early.
+    }
+}
+
+void XInput2EventMonitor::report(bool isDown)
+{
+    const FlagsChangedEvent event{isDown ? GlobalHotkeyManager::functionFlag : 0};
+    const bool isGlobal = !m_isApplicationActive();
+    const auto monitors = m_monitors; // A handler may add or drop one.
+    for (const auto &weak : monitors) {
+        const auto monitor = weak.lock();
+        if (monitor && monitor->isGlobal == isGlobal) {
+            monitor->handler(event);
+        }
+    }
+}
+
+} // namespace talmo

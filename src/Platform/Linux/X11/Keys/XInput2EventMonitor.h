@@ -1,0 +1,68 @@
+#pragma once
+
+#include "Input/Hotkey/EventMonitor.h"
+#include "Platform/Linux/Keys/StandInKeyFilter.h"
+#include "Platform/Linux/X11/Keys/PostedKeys.h"
+#include "Platform/Linux/X11/Keys/RepeatPairFilter.h"
+#include "Platform/Linux/X11/XConnection.h"
+
+#include <QList>
+#include <QObject>
+#include <QSocketNotifier>
+#include <QTimer>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace talmo {
+
+struct KeyboardLayout;
+
+/// Sees the keys of the whole X session as raw events of XInput 2.2, under another program's grab too, and takes none
+/// from anybody. Main thread.
+class XInput2EventMonitor final : public EventMonitor {
+public:
+    /// Opens a connection of its own; throws Error when there is no display. `standIns` are the symbols of the keys
+    /// that stand in for fn. `isApplicationActive` tells whether keys go to one of Talmo's own windows just now.
+    XInput2EventMonitor(std::shared_ptr<PostedKeys> postedKeys, QList<quint32> standIns,
+                        std::function<bool()> isApplicationActive);
+    ~XInput2EventMonitor() override;
+
+    std::shared_ptr<EventMonitorToken>
+    addGlobalMonitor(quint64 eventMask, std::function<void(const FlagsChangedEvent &)> handler) override;
+    std::shared_ptr<EventMonitorToken>
+    addLocalMonitor(quint64 eventMask,
+                    std::function<std::optional<FlagsChangedEvent>(const FlagsChangedEvent &)> handler) override;
+
+    /// The server has XInput 2.2: keys can be seen.
+    bool isUsable() const { return m_opcode != 0 && !m_connection.isBroken(); }
+
+private:
+    struct Monitor;
+
+    bool selectRawKeys();
+    void readStandIns();
+    void releaseLostKeys(const KeyboardLayout &layout);
+    void readEvents();
+    void collect(const xcb_generic_event_t &event);
+    void handleCollected(bool isPatienceOver);
+    void handleKey(const RawKey &key);
+    void reportWithheld();
+    void report(bool isDown);
+
+    XConnection m_connection;
+    std::shared_ptr<PostedKeys> m_postedKeys;
+    QList<quint32> m_standIns;
+    std::function<bool()> m_isApplicationActive;
+    quint8 m_opcode = 0;
+    QSocketNotifier m_notifier;
+    StandInKeyFilter m_filter;
+    RepeatPairFilter m_collected;
+    QTimer m_patience;
+    QTimer m_withheld;
+    std::vector<std::weak_ptr<Monitor>> m_monitors;
+};
+
+} // namespace talmo

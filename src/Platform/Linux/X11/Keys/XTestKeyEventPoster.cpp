@@ -1,0 +1,96 @@
+#include "Platform/Linux/X11/Keys/XTestKeyEventPoster.h"
+
+#include "Base/Log.h"
+#include "Insertion/ClipboardPasteInsertionService.h"
+#include "Platform/Linux/X11/Keys/KeyboardLayoutReader.h"
+
+#include <QTimer>
+
+#include <xcb/xtest.h>
+
+#include <chrono>
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+using namespace std::chrono_literals;
+constexpr auto grabPause = 25ms;
+constexpr auto longestGrab = 250ms;
+
+} // namespace
+
+XTestKeyEventPoster::XTestKeyEventPoster(std::shared_ptr<XSession> session,
+                                         std::shared_ptr<PasteTransaction> transaction)
+    : m_session(std::move(session)),
+      m_transaction(std::move(transaction))
+{
+}
+
+std::optional<KeyEvent> XTestKeyEventPoster::makeKeyboardEvent(quint16 keyCode, bool isDown)
+{
+    return KeyEvent{keyCode, isDown, 0};
+}
+
+void XTestKeyEventPoster::post(const KeyEvent &event)
+{
+    const bool isPaste = event.keyCode == ClipboardPasteInsertionService::pasteKeyCode &&
+                         event.flags == ClipboardPasteInsertionService::commandFlag;
+    if (!isPaste) {
+        generalLog().error("a key was not posted: only the paste shortcut is known");
+        return;
+    }
+    if (!event.isDown) {
+        return; // Went out with the key that went down.
+    }
+    m_session->executor().post([session = m_session.get(), transaction = m_transaction] {
+        postOnceFree(session, transaction, longestGrab / grabPause);
+    });
+}
+
+/// Menus and window switchers grab the keyboard for a moment.
+void XTestKeyEventPoster::postOnceFree(XSession *session, std::shared_ptr<PasteTransaction> transaction, int tries)
+{
+    if (!isKeyboardGrabbed(*session)) {
+        postChord(*session, *transaction);
+    } else if (tries == 0) {
+        transaction->refuse(PasteReceipt::Outcome::KeyboardGrabbed);
+    } else {
+        QTimer::singleShot(grabPause, session->executor().context(),
+                           [session, transaction, tries] { postOnceFree(session, transaction, tries - 1); });
+    }
+}
+
+void XTestKeyEventPoster::postChord(XSession &session, PasteTransaction &transaction)
+{
+    const auto target = transaction.chooseTarget();
+    if (!target) {
+        return;
+    }
+    const auto chord = pasteChord(readKeyboardLayout(session.connection()), target->style);
+    if (chord.empty()) {
+        transaction.refuse(PasteReceipt::Outcome::NoPasteKey);
+        return;
+    }
+    auto *connection = session.connection().get();
+    // Nobody can move the keyboard between the last look and the keys.
+    xcb_grab_server(connection);
+    const bool isStillInFront = !isKeyboardGrabbed(session) && frontWindow(session).window == target->window;
+    if (isStillInFront) {
+        for (const auto &key : chord) {
+            session.postedKeys()->expect(key.keyCode, key.isDown);
+            const auto type = static_cast<quint8>(key.isDown ? XCB_KEY_PRESS : XCB_KEY_RELEASE);
+            xcb_test_fake_input(connection, type, key.keyCode, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+        }
+    }
+    xcb_ungrab_server(connection);
+    if (isStillInFront) {
+        transaction.notePosted(*target);
+    } else {
+        transaction.refuse(PasteReceipt::Outcome::WindowChanged);
+    }
+    session.flush();
+}
+
+} // namespace talmo

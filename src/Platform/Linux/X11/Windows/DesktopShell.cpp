@@ -1,0 +1,58 @@
+#include "Platform/Linux/X11/Windows/DesktopShell.h"
+
+#include "Platform/Linux/X11/XProperty.h"
+
+#include <QGuiApplication>
+#include <QWindow>
+
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+/// As the desktop's own bars ask for it: a window manager may refuse a program that asks for itself, but the user has
+/// just asked for this, possibly where the window manager could not see it.
+void activate(const QWindow &window)
+{
+    constexpr quint32 askedByTheUser = 2;
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = static_cast<xcb_window_t>(window.winId());
+    message.type = applicationAtom("_NET_ACTIVE_WINDOW");
+    message.data.data32[0] = askedByTheUser;
+    xcb_send_event(applicationConnection(), 0, applicationRoot(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                   reinterpret_cast<const char *>(&message)); // NOLINT: events are bytes to xcb.
+    xcb_flush(applicationConnection());
+}
+
+} // namespace
+
+DesktopShell::DesktopShell(std::function<void()> quit)
+    : m_quit(std::move(quit))
+{
+}
+
+/// Windows alone make a program show in task bars here, and an accessory has none until it is asked for one.
+void DesktopShell::setActivationPolicy(ActivationPolicy policy)
+{
+    QGuiApplication::setQuitOnLastWindowClosed(policy == ActivationPolicy::Regular);
+}
+
+void DesktopShell::activateIgnoringOtherApps()
+{
+    for (const auto *window : QGuiApplication::topLevelWindows()) {
+        if (window->isVisible() && window->type() == Qt::Window) {
+            activate(*window);
+        }
+    }
+}
+
+void DesktopShell::terminate()
+{
+    m_quit();
+}
+
+} // namespace talmo

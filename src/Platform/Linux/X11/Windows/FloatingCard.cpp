@@ -1,0 +1,186 @@
+#include "Platform/Linux/X11/Windows/FloatingCard.h"
+
+#include "Platform/Linux/X11/XConnection.h"
+#include "Platform/Linux/X11/XProperty.h"
+#include "UI/Overlay/OverlayPanel.h"
+#include "UI/Style/Card.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QRegion>
+
+#include <array>
+
+namespace talmo {
+
+namespace {
+
+Qt::WindowFlags flagsFor(const PanelOptions &options)
+{
+    Qt::WindowFlags flags = Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint;
+    if (options.canBecomeKey) {
+        return flags | Qt::Popup;
+    }
+    flags |= Qt::Tool | Qt::WindowDoesNotAcceptFocus | Qt::WindowTransparentForInput;
+    if (options.level >= OverlayPanel::floatingLevel) {
+        flags |= Qt::WindowStaysOnTopHint | Qt::BypassWindowManagerHint;
+    }
+    return flags;
+}
+
+/// Whether somebody mixes what windows show: without that, translucent pixels come out black.
+bool isScreenComposited()
+{
+    auto *connection = applicationConnection();
+    const auto cookie = xcb_get_selection_owner(connection, applicationAtom("_NET_WM_CM_S0"));
+    const XcbPtr<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(connection, cookie, nullptr));
+    return reply && reply->owner != XCB_NONE;
+}
+
+} // namespace
+
+FloatingCard::FloatingCard(const PanelOptions &options, QWidget *content)
+    : QWidget(nullptr, flagsFor(options)),
+      m_options(options),
+      m_content(content),
+      m_frame(options.contentRect)
+{
+    setAttribute(Qt::WA_TranslucentBackground, !options.isOpaque);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_NoMouseReplay); // A click beside the menu closes it and does nothing else.
+    setAttribute(Qt::WA_QuitOnClose, false);
+    content->setParent(this);
+    content->show();
+    if (options.canBecomeKey) {
+        setFocusProxy(content);
+    }
+    setAccessibleName(content->accessibleName());
+}
+
+FloatingCard::~FloatingCard()
+{
+    QCoreApplication::instance()->removeNativeEventFilter(this);
+}
+
+std::unique_ptr<PanelWindow> FloatingCard::make(const PanelOptions &options, QWidget *content)
+{
+    return std::make_unique<FloatingCard>(options, content);
+}
+
+void FloatingCard::setFrame(const QRect &frame)
+{
+    if (frame != m_frame) {
+        m_frame = frame;
+        layOut();
+    }
+}
+
+/// A window whose content has a largest size is made for that and stays as it is, so that a growing card needs no new
+/// window contents from the server and cannot flicker. The card keeps its bottom edge and its middle, and so does it.
+void FloatingCard::layOut()
+{
+    const QSize size = m_options.largestContentSize.expandedTo(m_frame.size());
+    const int widthOver = size.width() - m_frame.width();
+    const QRect room(QPoint(m_frame.x() - widthOver / 2, m_frame.y() - (size.height() - m_frame.height())), size);
+    constexpr int margin = Card::shadowMargin;
+    setGeometry(room.adjusted(-margin, -margin, margin, margin));
+    m_content->setGeometry(cardInWindow());
+    applyShape();
+    update();
+}
+
+QRect FloatingCard::cardInWindow() const
+{
+    return m_frame.translated(-geometry().topLeft());
+}
+
+void FloatingCard::applyShape()
+{
+    if (m_isComposited) {
+        clearMask();
+    } else {
+        setMask(Card::shape(cardInWindow()));
+    }
+}
+
+/// Tells compositors that draw shadows themselves that the rim of this window is one.
+void FloatingCard::declareShadow()
+{
+    const QRect card = cardInWindow();
+    const qreal ratio = devicePixelRatioF();
+    const auto device = [ratio](int length) { return static_cast<quint32>(qRound(length * ratio)); };
+    const std::array<quint32, 4> extents = {device(card.x()), device(width() - card.x() - card.width()),
+                                            device(card.y()), device(height() - card.y() - card.height())};
+    xcb_change_property(applicationConnection(), XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(winId()),
+                        applicationAtom("_GTK_FRAME_EXTENTS"), XCB_ATOM_CARDINAL, 32, extents.size(), extents.data());
+}
+
+void FloatingCard::orderFrontRegardless()
+{
+    m_isComposited = isScreenComposited();
+    layOut();
+    declareShadow();
+    show();
+    raise();
+}
+
+void FloatingCard::orderOut()
+{
+    hide();
+}
+
+void FloatingCard::showEvent(QShowEvent *event)
+{
+    QCoreApplication::instance()->installNativeEventFilter(this);
+    QWidget::showEvent(event);
+}
+
+void FloatingCard::hideEvent(QHideEvent *event)
+{
+    QCoreApplication::instance()->removeNativeEventFilter(this);
+    QWidget::hideEvent(event);
+}
+
+/// When another window comes to the front while the card is shown, the card goes above it again.
+bool FloatingCard::nativeEventFilter(const QByteArray & /*eventType*/, void *message, qintptr * /*result*/)
+{
+    const auto *event = static_cast<const xcb_generic_event_t *>(message);
+    constexpr quint8 sentBySomebody = 0x80;
+    if ((event->response_type & ~sentBySomebody) == XCB_PROPERTY_NOTIFY) {
+        const auto *change = static_cast<const xcb_property_notify_event_t *>(message);
+        if (change->window == applicationRoot() && (change->atom == applicationAtom("_NET_ACTIVE_WINDOW") ||
+                                                    change->atom == applicationAtom("_NET_CLIENT_LIST_STACKING"))) {
+            raise();
+        }
+    }
+    return false;
+}
+
+void FloatingCard::paintEvent(QPaintEvent * /*event*/)
+{
+    QPainter painter(this);
+    if (m_isComposited) {
+        painter.setCompositionMode(QPainter::CompositionMode_Source);
+        painter.fillRect(rect(), Qt::transparent);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    }
+    Card::paint(painter, cardInWindow(), palette(), m_isComposited);
+}
+
+void FloatingCard::mousePressEvent(QMouseEvent *event)
+{
+    if (m_options.canBecomeKey && !cardInWindow().contains(event->position().toPoint())) {
+        hide();
+    }
+}
+
+void FloatingCard::keyPressEvent(QKeyEvent *event)
+{
+    if (m_options.canBecomeKey && event->key() == Qt::Key_Escape) {
+        hide();
+    }
+}
+
+} // namespace talmo

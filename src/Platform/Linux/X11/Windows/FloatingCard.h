@@ -1,0 +1,46 @@
+#pragma once
+
+#include "UI/Overlay/PanelWindow.h"
+
+#include <QAbstractNativeEventFilter>
+#include <QWidget>
+
+namespace talmo {
+
+/// A panel as X11 has it: a window that no window manager handles, and which is so on every desktop, above full-screen
+/// windows and in no task bar. One that becomes key borrows the keyboard and the pointer as menus do; the window in
+/// front stays the one in front.
+class FloatingCard final : public QWidget, public PanelWindow, private QAbstractNativeEventFilter {
+public:
+    FloatingCard(const PanelOptions &options, QWidget *content);
+    ~FloatingCard() override;
+
+    static std::unique_ptr<PanelWindow> make(const PanelOptions &options, QWidget *content);
+
+    void setFrame(const QRect &frame) override;
+    QRect frame() const override { return m_frame; }
+    void orderFrontRegardless() override;
+    void orderOut() override;
+    bool isVisible() const override { return QWidget::isVisible(); }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+
+private:
+    bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
+    void layOut();
+    void applyShape();
+    void declareShadow();
+    QRect cardInWindow() const;
+
+    PanelOptions m_options;
+    QWidget *m_content;
+    QRect m_frame;
+    bool m_isComposited = false;
+};
+
+} // namespace talmo

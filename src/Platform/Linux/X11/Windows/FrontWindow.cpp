@@ -1,0 +1,136 @@
+#include "Platform/Linux/X11/Windows/FrontWindow.h"
+
+#include "Platform/Linux/X11/XProperty.h"
+
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+constexpr int deepestNesting = 12;
+
+xcb_window_t parentOf(xcb_connection_t *connection, xcb_window_t window)
+{
+    const XcbPtr<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(connection, xcb_query_tree(connection, window), nullptr));
+    return tree ? tree->parent : static_cast<xcb_window_t>(XCB_NONE);
+}
+
+/// The innermost window under the pointer, which gets the keys while no window has the keyboard for itself.
+xcb_window_t windowUnderPointer(XConnection &connection)
+{
+    xcb_window_t window = connection.root();
+    for (int depth = 0; depth < deepestNesting; ++depth) {
+        const XcbPtr<xcb_query_pointer_reply_t> pointer(
+            xcb_query_pointer_reply(connection.get(), xcb_query_pointer(connection.get(), window), nullptr));
+        if (!pointer || pointer->child == XCB_NONE) {
+            break;
+        }
+        window = pointer->child;
+    }
+    return window == connection.root() ? static_cast<xcb_window_t>(XCB_NONE) : window;
+}
+
+xcb_window_t windowWithKeyboard(XConnection &connection)
+{
+    const XcbPtr<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(connection.get(), xcb_get_input_focus(connection.get()), nullptr));
+    if (!reply || reply->focus == XCB_INPUT_FOCUS_NONE) {
+        return XCB_NONE;
+    }
+    if (reply->focus == XCB_INPUT_FOCUS_POINTER_ROOT || reply->focus == connection.root()) {
+        return windowUnderPointer(connection);
+    }
+    return reply->focus;
+}
+
+quint32 numberAt(XConnection &connection, xcb_window_t window, const QByteArray &property)
+{
+    return xNumbers(xProperty(connection.get(), window, connection.atom(property))).value(0, XCB_NONE);
+}
+
+/// Where no window is active, window managers give the keyboard to a hidden one of their own.
+bool isPlaceholder(XConnection &connection, xcb_window_t window)
+{
+    const auto manager = numberAt(connection, connection.root(), "_NET_SUPPORTING_WM_CHECK");
+    if (manager == window) {
+        return true; // Whatever it says is active: Openbox goes on naming a window that is gone.
+    }
+    return manager != XCB_NONE && connection.clientOf(manager) == connection.clientOf(window) &&
+           numberAt(connection, connection.root(), "_NET_ACTIVE_WINDOW") == XCB_NONE;
+}
+
+/// By the first window on the way up that says what program it belongs to: the keyboard may be in an inner one.
+void describeProgram(XConnection &connection, FrontWindow &front)
+{
+    bool isNamed = false;
+    auto window = front.window;
+    for (int depth = 0; depth < deepestNesting && window != XCB_NONE && window != connection.root(); ++depth) {
+        const QByteArray both = xProperty(connection.get(), window, XCB_ATOM_WM_CLASS);
+        if (!both.isEmpty() && !isNamed) {
+            const auto halves = both.split('\0');
+            const QString instanceName = QString::fromLatin1(halves.value(0));
+            const QString className = QString::fromLatin1(halves.value(1));
+            front.style = pasteStyleFor(instanceName, className);
+            front.isImporter = importsClipboard(instanceName, className);
+            front.topLevel = window;
+            isNamed = true;
+        }
+        if (!xProperty(connection.get(), window, connection.atom("WM_STATE")).isEmpty()) {
+            front.topLevel = window;
+            return;
+        }
+        window = parentOf(connection.get(), window);
+    }
+}
+
+} // namespace
+
+FrontWindow frontWindow(XSession &session)
+{
+    auto &connection = session.connection();
+    FrontWindow front;
+    front.window = windowWithKeyboard(connection);
+    if (front.window == XCB_NONE || isPlaceholder(connection, front.window)) {
+        return {};
+    }
+    front.topLevel = front.window;
+    front.client = connection.clientOf(front.window);
+    describeProgram(connection, front);
+    return front;
+}
+
+bool isKeyboardGrabbed(XSession &session)
+{
+    // A window that is never shown cannot grab, so this asks and takes nothing.
+    auto *connection = session.connection().get();
+    const auto cookie =
+        xcb_grab_keyboard(connection, 0, session.window(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    const XcbPtr<xcb_grab_keyboard_reply_t> reply(xcb_grab_keyboard_reply(connection, cookie, nullptr));
+    return reply && reply->status == XCB_GRAB_STATUS_ALREADY_GRABBED;
+}
+
+bool isEmbeddedIn(XSession &session, xcb_window_t topLevel, quint32 client)
+{
+    auto &connection = session.connection();
+    constexpr std::size_t mostWindows = 300;
+    std::vector<xcb_window_t> windows = {topLevel};
+    for (std::size_t index = 0; index < windows.size() && windows.size() < mostWindows; ++index) {
+        const XcbPtr<xcb_query_tree_reply_t> tree(
+            xcb_query_tree_reply(connection.get(), xcb_query_tree(connection.get(), windows[index]), nullptr));
+        if (!tree) {
+            continue;
+        }
+        const auto *children = xcb_query_tree_children(tree.get());
+        for (int child = 0; child < xcb_query_tree_children_length(tree.get()); ++child) {
+            if (connection.clientOf(children[child]) == client) {
+                return true;
+            }
+            windows.push_back(children[child]);
+        }
+    }
+    return false;
+}
+
+} // namespace talmo

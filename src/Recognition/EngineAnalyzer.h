@@ -1,0 +1,50 @@
+#pragma once
+
+#include "Base/Clock.h"
+#include "Base/SerialExecutor.h"
+#include "Recognition/RecordingDecoder.h"
+
+#include <memory>
+#include <utility>
+
+namespace talmo {
+
+/// A transcriber of any engine: the stream into which its results go.
+class EngineTranscriber final : public SpeechTranscriber {
+public:
+    EngineTranscriber();
+
+    AsyncStream<SpeechResult> results() const override { return m_results; }
+    const AsyncStream<SpeechResult>::Continuation &continuation() const { return m_continuation; }
+
+private:
+    explicit EngineTranscriber(std::pair<AsyncStream<SpeechResult>, AsyncStream<SpeechResult>::Continuation> stream);
+
+    AsyncStream<SpeechResult> m_results;
+    AsyncStream<SpeechResult>::Continuation m_continuation;
+};
+
+/// Has an engine recognise one recording, on the recogniser's thread, while it is spoken.
+///
+/// However far the engine has fallen behind, its end is waited for as long as it gets on. One that stands still makes
+/// the finalisation fail; what was recognised until then is in the results.
+class EngineAnalyzer final : public SpeechAnalyzer {
+public:
+    /// No model takes longer to load, and no engine longer over a buffer, unless something is wrong.
+    static constexpr Duration longestStandstill = std::chrono::seconds(30);
+
+    /// `clock`: for the thread that finalises.
+    EngineAnalyzer(std::shared_ptr<EngineTranscriber> transcriber, MakeRecordingDecoder makeDecoder,
+                   std::shared_ptr<SerialExecutor> executor, std::shared_ptr<Clock> clock);
+    ~EngineAnalyzer() override;
+
+    QFuture<void> start(AsyncStream<AnalyzerInput> input, std::stop_token stop) override;
+    QFuture<void> finalizeAndFinishThroughEndOfInput() override;
+    QFuture<void> cancelAndFinishNow() override;
+
+private:
+    class Recognition;
+    std::shared_ptr<Recognition> m_recognition;
+};
+
+} // namespace talmo

@@ -1,0 +1,54 @@
+#include "Recognition/InstalledModels.h"
+
+#include "Base/Error.h"
+#include "Base/Log.h"
+
+#include <QDateTime>
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace talmo {
+
+namespace InstalledModels {
+
+namespace {
+
+InstalledModel examine(const Configuration &configuration, InstalledModel model,
+                       const std::shared_ptr<SerialExecutor> &executor)
+{
+    const QString folder = ModelStore(configuration.folder).path(model.name);
+    try {
+        auto platform = std::make_shared<SherpaPlatform>(executor, configuration.neuralLibrary, folder);
+        configuration.check(platform->libraryPath(), folder);
+        generalLog().info("neural recogniser: %@", {platform->description()});
+        model.platform = std::move(platform);
+    } catch (const Error &error) {
+        model.problem = error.localizedDescription();
+        generalLog().error("a speech model is not used: %@", {model.problem});
+    }
+    return model;
+}
+
+} // namespace
+
+std::vector<InstalledModel> look(const Configuration &configuration, const std::vector<InstalledModel> &known,
+                                 const std::shared_ptr<SerialExecutor> &executor)
+{
+    std::vector<InstalledModel> models;
+    const ModelStore store(configuration.folder);
+    for (const auto &name : store.installed()) {
+        InstalledModel model;
+        model.name = name;
+        model.changed = QFileInfo(store.path(name)).lastModified().toMSecsSinceEpoch();
+        const auto before = std::find_if(known.begin(), known.end(), [&model](const InstalledModel &each) {
+            return each.name == model.name && each.changed == model.changed && each.platform;
+        });
+        models.push_back(before != known.end() ? *before : examine(configuration, model, executor));
+    }
+    return models;
+}
+
+} // namespace InstalledModels
+
+} // namespace talmo

@@ -1,0 +1,202 @@
+#include "Recognition/ModelCheck.h"
+
+#include "Base/Error.h"
+#include "Base/Log.h"
+#include "Files/PrivateFile.h"
+#include "Recognition/PocketSphinx/PocketSphinxDecoderPool.h"
+#include "Recognition/Sherpa/SherpaLibrary.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+
+#include <algorithm>
+#include <functional>
+#include <limits>
+#include <random>
+#include <span>
+#include <unistd.h>
+#include <vector>
+
+namespace talmo {
+
+namespace {
+
+constexpr std::size_t sampleRate = 16000;
+constexpr std::size_t blockSize = 2048;
+
+/// Ten seconds in which there is something to recognise for any model: murmur, hiss, and pauses between them.
+std::vector<float> someSound()
+{
+    constexpr std::size_t seconds = 10;
+    constexpr float loudness = 0.2F;
+    std::minstd_rand generator;
+    std::normal_distribution<float> noise(0, loudness);
+    std::vector<float> sound(seconds * sampleRate);
+    float last = 0;
+    for (std::size_t index = 0; index < sound.size(); ++index) {
+        enum { Murmur, Hiss, Pause, Count };
+        const auto kind = index * 2 / sampleRate % Count;
+        const float sample = noise(generator);
+        const float difference = sample - last;
+        last = kind == Murmur ? (sample + 3 * last) / 4 : sample;
+        sound[index] = kind == Pause ? 0 : std::clamp(kind == Murmur ? last : difference, -1.0F, 1.0F);
+    }
+    return sound;
+}
+
+double usedMegabytes()
+{
+    QFile file(QStringLiteral("/proc/self/statm"));
+    const auto fields = file.open(QFile::ReadOnly) ? file.readAll().split(' ') : QByteArrayList();
+    constexpr double bytesInOne = 1e6;
+    return fields.value(1).toDouble() * static_cast<double>(::sysconf(_SC_PAGESIZE)) / bytesInOne;
+}
+
+double secondsOf(const std::function<void()> &work)
+{
+    QElapsedTimer timer;
+    timer.start();
+    work();
+    constexpr double nanosecondsInOne = 1e9;
+    return static_cast<double>(timer.nsecsElapsed()) / nanosecondsInOne;
+}
+
+ModelReport measured(const std::function<void()> &load, const std::function<void()> &hear)
+{
+    ModelReport report;
+    const double before = usedMegabytes();
+    report.secondsToLoad = secondsOf(load);
+    report.shareOfSpeech = secondsOf(hear) * double(sampleRate) / double(someSound().size());
+    report.megabytes = usedMegabytes() - before;
+    return report;
+}
+
+/// Changes whenever the library or a file of the model does.
+QByteArray identityOf(const QString &libraryPath, const QString &modelFolder)
+{
+    QStringList parts;
+    const auto add = [&parts](const QFileInfo &file) {
+        parts.append(QStringLiteral("%1 %2 %3")
+                         .arg(file.fileName())
+                         .arg(file.size())
+                         .arg(file.lastModified().toMSecsSinceEpoch()));
+    };
+    add(QFileInfo(libraryPath));
+    for (const auto &file : QDir(modelFolder).entryInfoList(QDir::Files, QDir::Name)) {
+        add(file);
+    }
+    return parts.join(QLatin1Char('\n')).toUtf8();
+}
+
+} // namespace
+
+QString ModelReport::description() const
+{
+    return QStringLiteral("loaded in %1 s, %2 MB, %3 of the time spoken")
+        .arg(secondsToLoad, 0, 'f', 2)
+        .arg(megabytes, 0, 'f', 0)
+        .arg(shareOfSpeech, 0, 'f', 3);
+}
+
+QString ModelReport::toLine() const
+{
+    return QString::fromUtf8(QJsonDocument(QJsonObject{{QStringLiteral("secondsToLoad"), secondsToLoad},
+                                                       {QStringLiteral("megabytes"), megabytes},
+                                                       {QStringLiteral("shareOfSpeech"), shareOfSpeech}})
+                                 .toJson(QJsonDocument::Compact));
+}
+
+ModelReport ModelReport::fromOutput(const QString &output)
+{
+    const auto line = output.trimmed().section(QLatin1Char('\n'), -1).toUtf8();
+    const auto object = QJsonDocument::fromJson(line).object();
+    const auto number = [&object](const char *key) { return object.value(QLatin1String(key)).toDouble(); };
+    return {number("secondsToLoad"), number("megabytes"), number("shareOfSpeech")};
+}
+
+ModelReport checkModelApart(const QString &libraryPath, const QString &modelFolder)
+{
+    constexpr int patience = 120000;
+    const QString program = QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("talmoctl"));
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(program, {QStringLiteral("check-model"), QStringLiteral("--json"), QStringLiteral("--library"),
+                            libraryPath, modelFolder});
+    if (!process.waitForFinished(patience)) {
+        process.kill();
+        process.waitForFinished();
+        throw Error(QStringLiteral("The model in %1 could not be checked: %2").arg(modelFolder, process.errorString()));
+    }
+    if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
+        const QString output = QString::fromUtf8(process.readAll()).trimmed();
+        throw Error(QStringLiteral("The model in %1 cannot be used: %2")
+                        .arg(modelFolder, output.section(QLatin1Char('\n'), -1)));
+    }
+    return ModelReport::fromOutput(QString::fromUtf8(process.readAll()));
+}
+
+void checkModelOnce(const QString &libraryPath, const QString &modelFolder)
+{
+    const QByteArray identity = identityOf(libraryPath, modelFolder);
+    QFile note(QDir(modelFolder).filePath(QStringLiteral(".talmo-checked")));
+    if (note.open(QFile::ReadOnly) && note.readAll() == identity) {
+        return;
+    }
+    note.close();
+    checkModelApart(libraryPath, modelFolder);
+    try {
+        PrivateFile::write(note.fileName(), identity);
+    } catch (const Error &error) { // It is checked again next time.
+        generalLog().info("a checked model could not be noted: %@", {error.localizedDescription()});
+    }
+}
+
+ModelReport checkModelHere(const QString &libraryPath, const QString &modelFolder)
+{
+    std::shared_ptr<SherpaLibrary::Recogniser> recogniser;
+    const auto load = [&] {
+        recogniser =
+            SherpaLibrary::Recogniser::load(SherpaLibrary::open(libraryPath), SherpaModel::examine(modelFolder));
+    };
+    // A model can be loaded and fail over the first sound.
+    const auto hear = [&] {
+        SherpaLibrary::Stream stream(recogniser);
+        const auto sound = someSound();
+        for (std::size_t at = 0; at < sound.size(); at += blockSize) {
+            std::vector<float> block(sound.begin() + static_cast<std::ptrdiff_t>(at),
+                                     sound.begin() +
+                                         static_cast<std::ptrdiff_t>(std::min(at + blockSize, sound.size())));
+            stream.accept(block);
+        }
+        stream.inputFinished();
+        stream.text();
+    };
+    return measured(load, hear);
+}
+
+ModelReport checkEmbeddedHere(const QString &modelFolder)
+{
+    PocketSphinxDecoderPool pool(modelFolder);
+    std::unique_ptr<PocketSphinxDecoder> decoder;
+    const auto hear = [&] {
+        std::vector<std::int16_t> samples;
+        for (const float sample : someSound()) {
+            samples.push_back(static_cast<std::int16_t>(sample * std::numeric_limits<std::int16_t>::max()));
+        }
+        decoder->beginUtterance();
+        for (std::size_t at = 0; at < samples.size(); at += blockSize) {
+            decoder->process(std::span(samples).subspan(at, std::min(blockSize, samples.size() - at)));
+        }
+        decoder->endUtterance();
+    };
+    return measured([&] { decoder = pool.take(); }, hear);
+}
+
+} // namespace talmo

@@ -1,0 +1,183 @@
+#include "Recognition/Models/ModelStore.h"
+
+#include "Base/Error.h"
+#include "Files/PrivateFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <utility>
+
+#include <sys/file.h>
+#include <unistd.h>
+
+namespace talmo {
+
+namespace {
+
+constexpr char workshopPattern[] = ".unpacking-*";
+constexpr char discardedPattern[] = ".removed-*";
+
+void rename(const QString &from, const QString &to)
+{
+    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0) {
+        throw Error(QStringLiteral("%1 cannot be moved to %2: %3")
+                        .arg(from, to, QString::fromLocal8Bit(std::strerror(errno)))); // NOLINT: one thread writes.
+    }
+}
+
+/// What an installation that failed, or a process that died in the middle, has left.
+void clearAway(const QString &folder)
+{
+    const QDir models(folder);
+    const auto leftovers = models.entryList({QLatin1String(workshopPattern), QLatin1String(discardedPattern)},
+                                            QDir::Dirs | QDir::Hidden | QDir::NoSymLinks | QDir::NoDotAndDotDot);
+    for (const auto &name : leftovers) {
+        QDir(models.filePath(name)).removeRecursively();
+    }
+}
+
+} // namespace
+
+/// A lock that the kernel lets go of when its process dies.
+class ModelStore::Lock {
+public:
+    explicit Lock(QString folder)
+        : m_folder(std::move(folder))
+    {
+        const QString path = m_folder + QStringLiteral("/.lock");
+        m_descriptor = PrivateFile::openLock(path);
+        if (m_descriptor < 0) {
+            throw Error(QStringLiteral("%1 cannot be written.").arg(path));
+        }
+        if (::flock(m_descriptor, LOCK_EX | LOCK_NB) != 0) {
+            ::close(m_descriptor);
+            throw Error(QStringLiteral("Another model is being installed or removed."));
+        }
+        clearAway(m_folder);
+    }
+    ~Lock()
+    {
+        clearAway(m_folder);
+        ::close(m_descriptor);
+    }
+    Lock(const Lock &) = delete;
+    Lock &operator=(const Lock &) = delete;
+
+private:
+    QString m_folder;
+    int m_descriptor = -1;
+};
+
+ModelStore::ModelStore(QString folder)
+    : m_folder(std::move(folder))
+{
+}
+
+QString ModelStore::standardFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/talmo/models");
+}
+
+QStringList ModelStore::installed() const
+{
+    // An empty path would stand for wherever the program happens to run.
+    return m_folder.isEmpty() ? QStringList() : QDir(m_folder).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+QString ModelStore::path(const QString &name) const
+{
+    return m_folder + QLatin1Char('/') + name;
+}
+
+bool ModelStore::isInstalled(const QString &name) const
+{
+    return installed().contains(name);
+}
+
+void ModelStore::makeFolder() const
+{
+    if (m_folder == standardFolder()) {
+        PrivateFile::makeFolder(QFileInfo(m_folder).path()); // All of it is Talmo's.
+    }
+    PrivateFile::makeFolder(m_folder);
+}
+
+std::shared_ptr<ModelStore::Lock> ModelStore::lock() const
+{
+    makeFolder();
+    return std::make_shared<Lock>(m_folder);
+}
+
+QString ModelStore::partPath(const QString &name) const
+{
+    return path(QStringLiteral(".%1.part").arg(name));
+}
+
+QString ModelStore::makeWorkshop() const
+{
+    QTemporaryDir workshop(path(QStringLiteral(".unpacking-XXXXXX")));
+    if (!workshop.isValid()) {
+        throw Error(QStringLiteral("No folder can be made in %1: %2").arg(m_folder, workshop.errorString()));
+    }
+    workshop.setAutoRemove(false);
+    return workshop.path();
+}
+
+void ModelStore::takeIn(const QString &unpacked, const QString &name) const
+{
+    const QString place = path(name);
+    if (QFileInfo(place).isSymLink()) {
+        QFile::remove(place); // The link alone: what it leads to is not Talmo's.
+    } else if (QFileInfo::exists(place)) {
+        rename(place, path(QStringLiteral(".removed-") + name));
+    }
+    rename(unpacked, place);
+}
+
+void ModelStore::remove(const QString &name) const
+{
+    // What is installed has a plain name, so nothing outside the folder is meant; but a link may lead there.
+    if (!isInstalled(name)) {
+        throw Error(QStringLiteral("There is no model “%1” in %2.").arg(name, m_folder));
+    }
+    if (QFileInfo(path(name)).isSymLink()) {
+        throw Error(
+            QStringLiteral("“%1” is a link to a model elsewhere. Remove the link by hand: %2").arg(name, path(name)));
+    }
+    const QString discarded = path(QStringLiteral(".removed-") + name);
+    rename(path(name), discarded);
+    if (!QDir(discarded).removeRecursively()) {
+        throw Error(QStringLiteral("%1 cannot be removed altogether.").arg(discarded));
+    }
+}
+
+void describeModel(const QString &folder, const ModelEntry &entry)
+{
+    const QJsonObject notes{{QStringLiteral("languages"), QJsonArray::fromStringList(entry.languages)},
+                            {QStringLiteral("kind"), entry.kind},
+                            {QStringLiteral("hotWords"), entry.hotWords},
+                            {QStringLiteral("title"), entry.title},
+                            {QStringLiteral("licence"), entry.licence},
+                            {QStringLiteral("source"), entry.address.toString()}};
+    PrivateFile::write(folder + QStringLiteral("/talmo-model.json"), QJsonDocument(notes).toJson());
+}
+
+QString innermostFolder(const QString &unpacked)
+{
+    QDir folder(unpacked);
+    const auto entries = folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    const bool isWrapped = entries.size() == 1 && QFileInfo(folder.filePath(entries.first())).isDir();
+    return isWrapped ? folder.filePath(entries.first()) : unpacked;
+}
+
+} // namespace talmo

@@ -1,0 +1,275 @@
+#include "Recognition/Models/ModelTransfer.h"
+
+#include "Files/PrivateFile.h"
+#include "Recognition/Models/ModelCatalogue.h"
+
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLocale>
+#include <QNetworkAccessManager>
+#include <QNetworkProxyFactory>
+#include <QNetworkRequest>
+#include <QRegularExpression>
+#include <QStorageInfo>
+
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+/// No model is this large.
+constexpr qint64 largestFile = qint64(8) * 1024 * 1024 * 1024;
+
+constexpr int okStatus = 200;
+constexpr int partialStatus = 206;
+constexpr int tooManyRequestsStatus = 429;
+constexpr int requestTimeoutStatus = 408;
+constexpr int rangeNotSatisfiableStatus = 416;
+constexpr int firstServerError = 500;
+
+/// A part may be told from another one of the same name by one of these.
+constexpr const char *validators[] = {"ETag", "Last-Modified"};
+
+QString readable(qint64 bytes)
+{
+    return QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
+}
+
+QNetworkProxy proxyFor(const QUrl &address)
+{
+    if (address.scheme() == QStringLiteral("http")) {
+        return QNetworkProxy::NoProxy; // This very machine.
+    }
+    const auto proxies = QNetworkProxyFactory::systemProxyForQuery(QNetworkProxyQuery(address));
+    return proxies.isEmpty() ? QNetworkProxy(QNetworkProxy::NoProxy) : proxies.first();
+}
+
+/// What is known of a part: the address, and the server's mark where it gave one. Empty where nothing is.
+QJsonObject readNotes(const QString &partPath)
+{
+    QFile file(notesPath(partPath));
+    return file.open(QFile::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
+}
+
+} // namespace
+
+QString notesPath(const QString &partPath)
+{
+    return partPath + QStringLiteral(".json");
+}
+
+ModelTransfer::ModelTransfer(QNetworkAccessManager &manager, DownloadRequest request, ModelDownload::Progress progress)
+    : m_request(std::move(request)),
+      m_progress(std::move(progress)),
+      m_place(m_request.address),
+      m_file(m_request.path)
+{
+    guarded([this, &manager] { begin(manager); });
+}
+
+ModelTransfer::~ModelTransfer()
+{
+    if (m_reply != nullptr) {
+        m_reply->disconnect(this);
+        m_reply->abort();
+        m_reply->deleteLater();
+    }
+}
+
+/// Runs a step of the transfer; what it throws ends the transfer.
+template <typename Step>
+void ModelTransfer::guarded(Step step)
+{
+    try {
+        step();
+    } catch (...) {
+        fail(std::current_exception());
+    }
+}
+
+void ModelTransfer::begin(QNetworkAccessManager &manager)
+{
+    // Unbuffered, so that a full disk is noticed where it happens.
+    if (!m_file.open(QFile::ReadWrite | QFile::Unbuffered, PrivateFile::permissions)) {
+        throw Error(QStringLiteral("%1 cannot be written: %2").arg(m_request.path, m_file.errorString()));
+    }
+    const QJsonObject notes = readNotes(m_request.path);
+    const QString validator = notes.value(QStringLiteral("validator")).toString();
+    const bool canGoOn = notes.value(QStringLiteral("address")).toString() == m_request.address.toString() &&
+                         (m_request.isChecked || !validator.isEmpty());
+    if (!canGoOn) {
+        m_file.resize(0);
+    }
+    m_file.seek(m_file.size());
+
+    QNetworkRequest request(m_request.address);
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::UserVerifiedRedirectPolicy);
+    request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
+    request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
+    request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("Talmo"));
+    // Sizes and places are those of the file itself.
+    request.setRawHeader("Accept-Encoding", "identity");
+    if (m_file.size() > 0) {
+        request.setRawHeader("Range", "bytes=" + QByteArray::number(m_file.size()) + "-");
+        if (!validator.isEmpty()) {
+            request.setRawHeader("If-Range", validator.toLatin1());
+        }
+    }
+    manager.setProxy(proxyFor(m_request.address));
+    m_reply = manager.get(request);
+    connect(m_reply, &QNetworkReply::redirected, this, [this](const QUrl &target) {
+        if (isPermittedRedirect(m_place, target)) {
+            m_place = target;
+            Q_EMIT m_reply->redirectAllowed();
+        } else {
+            fail(std::make_exception_ptr(
+                Error(QStringLiteral("The server leads to %1, which is not safe.").arg(target.toString()))));
+        }
+    });
+    connect(m_reply, &QNetworkReply::readyRead, this, [this] { guarded([this] { read(); }); });
+    connect(m_reply, &QNetworkReply::finished, this, [this] { guarded([this] { end(); }); });
+}
+
+void ModelTransfer::giveUp(const QString &why)
+{
+    fail(std::make_exception_ptr(TransferBroken(why)));
+}
+
+void ModelTransfer::fail(std::exception_ptr error)
+{
+    m_completion->fail(std::move(error));
+    if (m_reply != nullptr) {
+        m_reply->disconnect(this); // It is broken off with this, not in the middle of telling something.
+    }
+}
+
+/// Looks at the answer before anything of it goes into the file.
+void ModelTransfer::takeHeaders()
+{
+    const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    switch (status) {
+    case okStatus: {
+        // The whole file, whatever was asked for.
+        m_file.resize(0);
+        m_file.seek(0);
+        const auto length = m_reply->header(QNetworkRequest::ContentLengthHeader);
+        m_total = length.isValid() ? std::optional(length.toLongLong()) : std::nullopt;
+        break;
+    }
+    case partialStatus:
+        takeContinuation();
+        break;
+    case rangeNotSatisfiableStatus:
+        if (m_reply->rawHeader("Content-Range") == "bytes */" + QByteArray::number(m_file.size())) {
+            m_total = m_file.size(); // It was whole already.
+            m_isWhole = true;
+            break;
+        }
+        throw PartIsUseless(QStringLiteral("The server has nothing that follows what is here."));
+    default:
+        const QString what = QStringLiteral("The server answers: %1 %2.")
+                                 .arg(status)
+                                 .arg(m_reply->attribute(QNetworkRequest::HttpReasonPhraseAttribute).toString());
+        if (status >= firstServerError || status == tooManyRequestsStatus || status == requestTimeoutStatus) {
+            throw TransferBroken(what);
+        }
+        throw Error(what);
+    }
+    m_hasHeaders = true;
+    checkTotal();
+    checkSpace();
+    writeNotes();
+}
+
+void ModelTransfer::takeContinuation()
+{
+    static const QRegularExpression range(QStringLiteral("^bytes (\\d+)-\\d+/(\\d+|\\*)$"));
+    const auto match = range.match(QString::fromLatin1(m_reply->rawHeader("Content-Range")));
+    if (!match.hasMatch() || match.captured(1).toLongLong() != m_file.size()) {
+        throw PartIsUseless(QStringLiteral("The server goes on in another place than it was asked to."));
+    }
+    if (match.captured(2) != QStringLiteral("*")) {
+        m_total = match.captured(2).toLongLong();
+    }
+}
+
+void ModelTransfer::checkTotal() const
+{
+    if (m_total && m_request.size && *m_total != *m_request.size) {
+        throw Error(QStringLiteral("The server's file has %1 bytes; it should have %2. It is another one.")
+                        .arg(*m_total)
+                        .arg(*m_request.size));
+    }
+}
+
+void ModelTransfer::checkSpace() const
+{
+    const qint64 needed = m_total.value_or(m_request.size.value_or(0)) - m_file.size();
+    const qint64 free = QStorageInfo(QFileInfo(m_request.path).absolutePath()).bytesAvailable();
+    if (free >= 0 && needed > free) {
+        throw Error(
+            QStringLiteral("The disk is too full: %1 are needed, %2 are free.").arg(readable(needed), readable(free)));
+    }
+}
+
+void ModelTransfer::writeNotes() const
+{
+    QString validator;
+    for (const char *name : validators) {
+        const QString mark = QString::fromLatin1(m_reply->rawHeader(name));
+        const bool isWeak = mark.startsWith(QStringLiteral("W/")); // Not the same byte for byte.
+        validator = validator.isEmpty() && !isWeak ? mark : validator;
+    }
+    const QJsonObject notes{{QStringLiteral("address"), m_request.address.toString()},
+                            {QStringLiteral("validator"), validator}};
+    PrivateFile::write(notesPath(m_request.path), QJsonDocument(notes).toJson());
+}
+
+void ModelTransfer::read()
+{
+    if (!m_hasHeaders) {
+        takeHeaders();
+    }
+    const QByteArray bytes = m_reply->readAll();
+    if (m_isWhole) {
+        return; // A page about the error.
+    }
+    const auto limit = m_total ? m_total : m_request.size;
+    if (m_file.size() + bytes.size() > limit.value_or(largestFile)) {
+        throw PartIsUseless(QStringLiteral("The server sends more than it said."));
+    }
+    if (m_file.write(bytes) != bytes.size()) {
+        throw Error(QStringLiteral("The model cannot be written: %1").arg(m_file.errorString()));
+    }
+    m_activity += bytes.size();
+    m_progress(m_file.size(), limit);
+}
+
+void ModelTransfer::end()
+{
+    const auto problem = m_reply->error();
+    const bool isAnswered = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid();
+    if (isAnswered && !m_hasHeaders) {
+        takeHeaders();
+    }
+    if (problem == QNetworkReply::SslHandshakeFailedError) {
+        throw Error(QStringLiteral("The server cannot be trusted: %1").arg(m_reply->errorString()));
+    }
+    if (problem != QNetworkReply::NoError && !m_isWhole) {
+        throw TransferBroken(m_reply->errorString());
+    }
+    read();
+    if (m_total && m_file.size() < *m_total) {
+        throw TransferBroken(QStringLiteral("The connection ended too early."));
+    }
+    if (m_request.size && m_file.size() != *m_request.size) {
+        throw Error(QStringLiteral("The server's file has %1 bytes; it should have %2. It is another one.")
+                        .arg(m_file.size())
+                        .arg(*m_request.size));
+    }
+    m_completion->finish();
+}
+
+} // namespace talmo

@@ -1,0 +1,110 @@
+#include "Recognition/Models/SpeechModels.h"
+
+#include "Base/Error.h"
+#include "Base/Log.h"
+#include "Base/Task.h"
+
+#include <QCoro/QCoroFuture>
+
+#include <QPointer>
+
+#include <utility>
+
+namespace talmo {
+
+SpeechModels::SpeechModels(ModelInstaller installer, ModelCatalogue catalogue)
+    : m_installer(std::make_shared<ModelInstaller>(std::move(installer))),
+      m_store(m_installer->store()),
+      m_catalogue(std::move(catalogue)),
+      m_mainExecutor(SerialExecutor::onCurrentThread())
+{
+}
+
+SpeechModels::~SpeechModels()
+{
+    m_stop.request_stop();
+}
+
+QFuture<void> SpeechModels::install(const ModelEntry &entry)
+{
+    if (m_installation) {
+        if (m_installation->entry.id == entry.id) {
+            return m_end;
+        }
+        return failed<void>(
+            std::make_exception_ptr(Error(QStringLiteral("%1 is being installed.").arg(m_installation->entry.title))));
+    }
+    m_stop = std::stop_source();
+    setInstallation(Installation{entry, {}});
+    generalLog().info("installing the speech model %@ from %@", {entry.id, entry.address.toString()});
+    const ModelInstaller::OnProgress onProgress = [self = QPointer(this),
+                                                   executor = m_mainExecutor](const ModelProgress &progress) {
+        executor->post([self, progress] {
+            if (self && self->m_installation) {
+                self->setInstallation(Installation{self->m_installation->entry, progress});
+            }
+        });
+    };
+    if (!m_executor) {
+        m_executor = SerialExecutor::onNewThread(QStringLiteral("talmo-install"));
+    }
+    return run(m_executor->run<void>([installer = m_installer, entry, onProgress, stop = m_stop.get_token()] {
+        return installer->install(entry, onProgress, stop);
+    }));
+}
+
+QFuture<void> SpeechModels::remove(const QString &name)
+{
+    if (!m_executor) {
+        m_executor = SerialExecutor::onNewThread(QStringLiteral("talmo-install"));
+    }
+    return run(m_executor->call([store = m_store, name] {
+        const auto lock = store.lock();
+        store.remove(name);
+    }));
+}
+
+void SpeechModels::cancel()
+{
+    m_stop.request_stop();
+}
+
+QFuture<void> SpeechModels::run(QFuture<void> work)
+{
+    auto end = Completion<void>::make();
+    m_end = end->future();
+    logEscapes(follow(this, std::move(work), std::move(end)));
+    return m_end;
+}
+
+QCoro::Task<void> SpeechModels::follow(QPointer<SpeechModels> self, QFuture<void> work,
+                                       std::shared_ptr<Completion<void>> end)
+{
+    std::exception_ptr error;
+    QString problem;
+    try {
+        co_await work;
+    } catch (const Cancelled &) {
+        error = std::current_exception();
+    } catch (...) {
+        error = std::current_exception();
+        problem = localizedDescription(error);
+        generalLog().error("a speech model could not be installed or removed: %@", {problem});
+    }
+    if (self) {
+        self->m_problem = problem;
+        self->setInstallation(std::nullopt);
+    }
+    if (error) {
+        end->fail(error);
+    } else {
+        end->finish();
+    }
+}
+
+void SpeechModels::setInstallation(std::optional<Installation> installation)
+{
+    publish(m_installation, std::move(installation));
+}
+
+} // namespace talmo

@@ -1,0 +1,353 @@
+#include "Recognition/PocketSphinx/PocketSphinxDecoder.h"
+
+#include "Base/Error.h"
+
+#include <pocketsphinx/pocketsphinx.h>
+#include <pocketsphinx/ps_search.h>
+#include <sphinxbase/cmn.h>
+#include <sphinxbase/err.h>
+#include <sphinxbase/fe.h>
+#include <sphinxbase/feat.h>
+#include <sphinxbase/ngram_model.h>
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <numeric>
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+QString acousticModel(const QString &folder)
+{
+    return folder + QStringLiteral("/en-us/en-us");
+}
+
+QString languageModel(const QString &folder)
+{
+    return folder + QStringLiteral("/en-us/en-us.lm.bin");
+}
+
+QString dictionary(const QString &folder)
+{
+    return folder + QStringLiteral("/en-us/cmudict-en-us.dict");
+}
+
+void require(int result, const char *what)
+{
+    if (result < 0) {
+        throw Error(QStringLiteral("The speech recognizer failed: ") + QString::fromLatin1(what));
+    }
+}
+
+/// The commands as words of their own: heard as several, “new” and “line” lose against what is more usual. Weights are
+/// relative to an average word's.
+struct CommandWord {
+    const char *token;
+    const char *phones;
+    const char *words;
+    /// What takes its place in the middle of a sentence: nobody means a command there, and it must not act.
+    const char *inPassing;
+    /// A request for a list: it is the end of what was said, or a pause follows it; “as the list shows” begins all too
+    /// much like one.
+    bool isListRequest;
+};
+constexpr CommandWord commandWords[] = {
+    {"new_line", "N UW L AY N", "new line", "newline", false},
+    {"new_paragraph", "N UW P EH R AH G R AE F", "new paragraph", "paragraph", false},
+    {"bulleted_list:own", "AE Z AH B UH L AH T AH D L IH S T", "as a bulleted list", "as bulleted list", true},
+    {"bullet_points:own", "AE Z B UH L AH T P OY N T S", "as bullet points", "as the bullet points", true},
+    {"bullet_list:own", "AE Z AH B UH L AH T L IH S T", "as a bullet list", "as bullet list", true},
+    {"in_bullet_points:own", "IH N B UH L AH T P OY N T S", "in bullet points", "in the bullet points", true},
+    {"bullets:own", "AE Z B UH L AH T S", "as bullets", "as the bullets", true},
+    {"in_a_list:own", "IH N AH L IH S T", "in a list", "in the list", true},
+    {"as_a_list:own", "AE Z AH L IH S T", "as a list", "as the list", true},
+    {"make_list:own", "M EY K DH IH S AH L IH S T", "make this a list", "make this the list", true},
+    {"format_list:own", "F AO R M AE T DH IH S AE Z AH L IH S T", "format this as a list", "format this as the list",
+     true},
+    {"bullet_point:own", "B UH L AH T P OY N T DH IH S", "bullet point this", "bullet point that", true}};
+constexpr float commandWeight = 300;
+
+const CommandWord *findCommand(const QByteArray &token)
+{
+    const auto *command = std::find_if(std::begin(commandWords), std::end(commandWords),
+                                       [&token](const CommandWord &each) { return token == each.token; });
+    return command != std::end(commandWords) ? command : nullptr;
+}
+
+/// Names are rare in general and frequent with the one who has entered them.
+constexpr float personalWeight = 3000;
+
+constexpr char searchName[] = "talmo";
+
+/// What goes into the language model as one class: it stands a handful of single words more, or a second class, and
+/// then reads beyond its own memory.
+struct OwnWords {
+    QByteArrayList tokens;
+    std::vector<float> weights;
+
+    void add(const QByteArray &token, float weight)
+    {
+        tokens.append(token);
+        weights.push_back(weight);
+    }
+
+    void addTo(ngram_model_t &model)
+    {
+        if (tokens.isEmpty()) {
+            return;
+        }
+        const float sum = std::accumulate(weights.begin(), weights.end(), 0.0F);
+        std::vector<char *> words;
+        std::vector<float> shares;
+        for (qsizetype index = 0; index < tokens.size(); ++index) {
+            words.push_back(tokens[index].data());
+            shares.push_back(weights[static_cast<std::size_t>(index)] / sum);
+        }
+        require(
+            ngram_model_add_class(&model, "[own]", sum, words.data(), shares.data(), static_cast<int32>(words.size())),
+            "the words of its own were refused.");
+    }
+};
+
+} // namespace
+
+/// A word, or a filler such as silence, of the best path so far.
+struct PocketSphinxDecoder::HeardWord {
+    QByteArray token;
+    int frames;
+    bool isFiller() const { return token.startsWith('<') || token.startsWith('[') || token.startsWith("++"); }
+};
+
+bool PocketSphinxDecoder::isModelInstalled(const QString &modelFolder)
+{
+    return QFileInfo::exists(acousticModel(modelFolder) + QStringLiteral("/mdef")) &&
+           QFileInfo::exists(languageModel(modelFolder)) && QFileInfo::exists(dictionary(modelFolder));
+}
+
+std::unique_ptr<PocketSphinxDecoder> PocketSphinxDecoder::load(const QString &modelFolder,
+                                                               const PersonalVocabulary &vocabulary)
+{
+    err_set_logfp(nullptr); // The library would tell the terminal about every frame.
+    const QByteArray hmm = QFile::encodeName(acousticModel(modelFolder));
+    const QByteArray dict = QFile::encodeName(dictionary(modelFolder));
+    // One pass with narrow beams: measured to lose next to nothing, and the end of an utterance then costs a few
+    // milliseconds instead of a tenth of a second and more.
+    cmd_ln_t *config = cmd_ln_init(nullptr, ps_args(), TRUE, "-hmm", hmm.constData(), "-dict", dict.constData(),
+                                   "-fwdflat", "no", "-beam", "1e-60", "-pbeam", "1e-60", "-wbeam", "1e-40",
+                                   // Noise would have it follow every reading there is, and take longer than the sound.
+                                   "-maxhmmpf", "5000", nullptr);
+    ps_decoder_t *decoder = config != nullptr ? ps_init(config) : nullptr;
+    if (config != nullptr) {
+        cmd_ln_free_r(config);
+    }
+    if (decoder == nullptr) {
+        throw Error(QStringLiteral("The speech model in %1 could not be loaded.").arg(modelFolder));
+    }
+    std::unique_ptr<PocketSphinxDecoder> result(new PocketSphinxDecoder(decoder));
+    result->addVocabulary(modelFolder, vocabulary);
+    return result;
+}
+
+/// Words must be in the dictionary and in the language model before the search is made of the two.
+void PocketSphinxDecoder::addVocabulary(const QString &modelFolder, const PersonalVocabulary &vocabulary)
+{
+    m_vocabulary = vocabulary;
+    const QByteArray file = QFile::encodeName(languageModel(modelFolder));
+    const std::unique_ptr<ngram_model_t, decltype(&ngram_model_free)> model(
+        ngram_model_read(ps_get_config(m_decoder), file.constData(), NGRAM_AUTO, ps_get_logmath(m_decoder)),
+        &ngram_model_free);
+    if (!model) {
+        throw Error(QStringLiteral("The speech model in %1 could not be loaded.").arg(modelFolder));
+    }
+    const auto addToDictionary = [this](const QByteArray &token, const QByteArray &phones, const QString &spelling) {
+        const bool isAdded = ps_add_word(m_decoder, token.constData(), phones.constData(), FALSE) >= 0;
+        if (isAdded) {
+            m_spellings.insert(token, spelling);
+        }
+        return isAdded;
+    };
+    OwnWords own;
+    for (const auto &command : commandWords) {
+        if (!addToDictionary(command.token, command.phones, QString::fromLatin1(command.inPassing))) {
+            continue;
+        }
+        if (command.isListRequest) {
+            own.add(command.token, commandWeight);
+        } else {
+            ngram_model_add_word(model.get(), command.token, commandWeight);
+        }
+    }
+    const Pronunciation pronunciation(
+        [this](const QString &word) {
+            char *phones = ps_lookup_word(m_decoder, word.toUtf8().constData());
+            const QByteArray result(phones);
+            ckd_free(phones);
+            return result;
+        },
+        vocabulary.soundsLike);
+    for (qsizetype index = 0; index < vocabulary.words.size(); ++index) {
+        const QByteArray phones = pronunciation.of(vocabulary.words.at(index));
+        const QByteArray token = "word" + QByteArray::number(index) + ":own";
+        if (!phones.isEmpty() && addToDictionary(token, phones, vocabulary.words.at(index))) {
+            own.add(token, personalWeight);
+        }
+    }
+    own.addTo(*model);
+    require(ps_set_lm(m_decoder, searchName, model.get()), "the language model was refused.");
+    require(ps_set_search(m_decoder, searchName), "the search could not be made.");
+}
+
+PocketSphinxDecoder::PocketSphinxDecoder(ps_decoder_s *decoder)
+    : m_decoder(decoder)
+{
+}
+
+PocketSphinxDecoder::~PocketSphinxDecoder()
+{
+    ps_free(m_decoder);
+}
+
+void PocketSphinxDecoder::beginUtterance()
+{
+    require(ps_start_utt(m_decoder), "an utterance could not begin.");
+}
+
+void PocketSphinxDecoder::process(std::span<const std::int16_t> samples)
+{
+    require(ps_process_raw(m_decoder, samples.data(), samples.size(), FALSE, FALSE), "audio was refused.");
+}
+
+void PocketSphinxDecoder::endUtterance()
+{
+    require(ps_end_utt(m_decoder), "an utterance could not end.");
+}
+
+void PocketSphinxDecoder::processWhole(std::span<const std::int16_t> samples)
+{
+    const CepstralMean mean = cepstralMean();
+    beginUtterance();
+    require(ps_process_raw(m_decoder, samples.data(), samples.size(), FALSE, TRUE), "audio was refused.");
+    endUtterance();
+    setCepstralMean(mean);
+}
+
+bool PocketSphinxDecoder::isInSpeech() const
+{
+    return ps_get_in_speech(m_decoder) != 0;
+}
+
+std::vector<PocketSphinxDecoder::HeardWord> PocketSphinxDecoder::heardWords() const
+{
+    std::vector<HeardWord> words;
+    for (ps_seg_t *segment = ps_seg_iter(m_decoder); segment != nullptr; segment = ps_seg_next(segment)) {
+        QByteArray token = ps_seg_word(segment);
+        if (const auto variant = token.indexOf('('); variant > 0) {
+            token.truncate(variant);
+        }
+        int first = 0;
+        int last = 0;
+        ps_seg_frames(segment, &first, &last);
+        words.push_back({token, last - first + 1});
+    }
+    return words;
+}
+
+int PocketSphinxDecoder::trailingSilence() const
+{
+    const auto words = heardWords();
+    return !words.empty() && words.back().isFiller() ? words.back().frames : 0;
+}
+
+QString PocketSphinxDecoder::hypothesis() const
+{
+    const auto words = heardWords();
+    // A filler that is long enough, or the edge of what was said, is where people mean commands.
+    constexpr int shortestPause = 4; // Frames of a hundredth of a second.
+    const auto isPause = [&words](std::size_t index) {
+        return index >= words.size() || (words[index].isFiller() && words[index].frames >= shortestPause) ||
+               words[index].token == "<s>" || words[index].token == "</s>";
+    };
+    QStringList text;
+    for (std::size_t index = 0; index < words.size(); ++index) {
+        const auto &word = words[index];
+        if (word.isFiller()) {
+            continue;
+        }
+        const CommandWord *command = findCommand(word.token);
+        // Before the first there is the edge as well: an index below it is beyond the last.
+        if (command != nullptr && (isPause(index + 1) || (!command->isListRequest && isPause(index - 1)))) {
+            text.append(QString::fromLatin1(command->words));
+        } else {
+            text.append(m_spellings.value(word.token, QString::fromUtf8(word.token)));
+        }
+    }
+    return text.join(QLatin1Char(' '));
+}
+
+PocketSphinxDecoder::CepstralMean PocketSphinxDecoder::cepstralMean() const
+{
+    const cmn_t *normalisation = ps_get_feat(m_decoder)->cmn_struct;
+    CepstralMean mean(normalisation->veclen);
+    std::copy_n(normalisation->cmn_mean, normalisation->veclen, mean.begin());
+    return mean;
+}
+
+bool PocketSphinxDecoder::setCepstralMean(const CepstralMean &mean)
+{
+    cmn_t *normalisation = ps_get_feat(m_decoder)->cmn_struct;
+    if (mean.size() != normalisation->veclen) {
+        return false;
+    }
+    cmn_live_set(normalisation, mean.constData());
+    return true;
+}
+
+/// By a front end apart from the decoder's: the decoder's would be searched, slowly, with the wrong sound.
+bool PocketSphinxDecoder::learnFrom(std::span<const std::int16_t> samples)
+{
+    constexpr int leastFrames = 40; // A hundred are a second. Those without speech do not count.
+    constexpr int32 framesAtOnce = 64;
+    const std::unique_ptr<fe_t, decltype(&fe_free)> frontEnd(fe_init_auto_r(ps_get_config(m_decoder)), &fe_free);
+    if (!frontEnd) {
+        return false;
+    }
+    const auto size = static_cast<std::size_t>(fe_get_output_size(frontEnd.get()));
+    std::vector<mfcc_t> values(size * framesAtOnce);
+    std::vector<mfcc_t *> frames;
+    frames.reserve(framesAtOnce);
+    for (std::size_t frame = 0; frame < framesAtOnce; ++frame) {
+        frames.push_back(values.data() + frame * size);
+    }
+    std::vector<double> sums(size);
+    int count = 0;
+    fe_start_stream(frontEnd.get());
+    fe_start_utt(frontEnd.get());
+    const int16 *rest = samples.data();
+    std::size_t left = samples.size();
+    int32 made = framesAtOnce;
+    while (left > 0 && made > 0) {
+        made = framesAtOnce;
+        int32 ignoredStart = 0;
+        if (fe_process_frames(frontEnd.get(), &rest, &left, frames.data(), &made, &ignoredStart) < 0) {
+            return false;
+        }
+        for (std::size_t value = 0; value < static_cast<std::size_t>(made) * size; ++value) {
+            sums[value % size] += static_cast<double>(values[value]);
+        }
+        count += made;
+    }
+    if (count < leastFrames) {
+        return false;
+    }
+    CepstralMean mean;
+    for (const double sum : sums) {
+        mean.append(static_cast<float>(sum / count));
+    }
+    return setCepstralMean(mean);
+}
+
+} // namespace talmo

@@ -1,0 +1,238 @@
+#include "Recognition/Sherpa/SherpaPlatform.h"
+
+#include "Base/Error.h"
+#include "Base/Log.h"
+#include "Recognition/Models/ModelCatalogue.h"
+#include "Recognition/Text/RecognisedText.h"
+
+#include <atomic>
+#include <functional>
+#include <mutex>
+#include <utility>
+#include <vector>
+
+namespace talmo {
+
+namespace {
+
+class SherpaRecording final : public RecordingDecoder {
+public:
+    /// `giveUp`: called when the recogniser fails.
+    SherpaRecording(std::shared_ptr<SherpaLibrary::Recogniser> recogniser, PersonalSpelling spelling, Publish publish,
+                    std::function<void()> giveUp)
+        : m_spelling(std::move(spelling)),
+          m_stream(std::move(recogniser), m_spelling.spokenForms()),
+          m_publish(std::move(publish)),
+          m_giveUp(std::move(giveUp))
+    {
+    }
+
+    void process(std::span<const std::int16_t> samples) override
+    {
+        guarded([this, samples] { listen(samples); });
+    }
+
+    void finish() override
+    {
+        guarded([this] {
+            // The last sound is held back until enough comes behind it.
+            constexpr std::size_t tail = std::size_t(sampleRate) * 6 / 10;
+            m_stream.accept(std::vector<float>(tail));
+            m_stream.inputFinished();
+            publishFinal(readable());
+        });
+    }
+
+private:
+    template <typename Work>
+    void guarded(Work work)
+    {
+        try {
+            work();
+        } catch (const Error &) {
+            m_giveUp();
+            throw;
+        }
+    }
+
+    void listen(std::span<const std::int16_t> samples)
+    {
+        constexpr float loudest = 32768;
+        std::vector<float> scaled(samples.begin(), samples.end());
+        for (float &sample : scaled) {
+            sample /= loudest;
+        }
+        m_stream.accept(scaled);
+        const QString text = readable();
+        if (m_stream.isEndpoint()) {
+            publishFinal(text);
+            m_stream.reset();
+        } else if (!text.isEmpty() && text != m_volatileText) {
+            m_volatileText = text;
+            m_publish({text, false});
+        }
+    }
+
+    QString readable()
+    {
+        if (const QString raw = m_stream.text(); raw != m_rawText) {
+            m_rawText = raw;
+            m_readableText = m_spelling.applied(tidied(raw));
+        }
+        return m_readableText;
+    }
+
+    void publishFinal(const QString &text)
+    {
+        if (!text.isEmpty()) {
+            m_publish({text, true});
+        } else if (!m_volatileText.isEmpty()) {
+            m_publish({QString(), false});
+        }
+        m_volatileText.clear();
+    }
+
+    PersonalSpelling m_spelling;
+    SherpaLibrary::Stream m_stream;
+    Publish m_publish;
+    std::function<void()> m_giveUp;
+    QString m_rawText;
+    QString m_readableText;
+    QString m_volatileText;
+};
+
+} // namespace
+
+/// The recogniser while it is in memory. On the recogniser's thread, unless a comment says otherwise.
+class SherpaPlatform::LoadedModel {
+public:
+    LoadedModel(std::shared_ptr<SherpaLibrary> library, SherpaModel model)
+        : m_library(std::move(library)),
+          m_model(std::move(model))
+    {
+    }
+
+    /// Throws Error; then it is not tried again. What has changed on the disk since it was looked at is noticed here.
+    std::shared_ptr<SherpaLibrary::Recogniser> get()
+    {
+        if (!m_recogniser) {
+            const bool wasUsable = m_isUsable.exchange(false);
+            if (!wasUsable) {
+                throw Error(QStringLiteral("The model in %1 is not used.").arg(m_model.folder));
+            }
+            m_recogniser = SherpaLibrary::Recogniser::load(m_library, SherpaModel::examine(m_model.folder));
+            m_isUsable = true;
+        }
+        return m_recogniser;
+    }
+    void unload() { m_recogniser.reset(); }
+    /// It failed in the middle of a recording, and may do so again.
+    void giveUp()
+    {
+        m_isUsable = false;
+        unload();
+        generalLog().error("the neural recogniser with the model in %@ failed; it is not used any more",
+                           {m_model.folder});
+    }
+
+    /// Any thread.
+    bool isUsable() const { return m_isUsable; }
+    const SherpaLibrary &library() const { return *m_library; }
+    void setWords(const QStringList &words)
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_words = words;
+    }
+    QStringList words() const
+    {
+        const std::scoped_lock lock(m_mutex);
+        return m_words;
+    }
+
+private:
+    std::shared_ptr<SherpaLibrary> m_library;
+    SherpaModel m_model;
+    std::shared_ptr<SherpaLibrary::Recogniser> m_recogniser;
+    std::atomic<bool> m_isUsable = true;
+    mutable std::mutex m_mutex;
+    QStringList m_words;
+};
+
+SherpaPlatform::SherpaPlatform(std::shared_ptr<SerialExecutor> executor, const QString &libraryPath,
+                               const QString &modelFolder)
+    : EnginePlatform(std::move(executor)),
+      m_model(SherpaModel::examine(modelFolder)),
+      m_loaded(std::make_shared<LoadedModel>(SherpaLibrary::open(libraryPath), m_model))
+{
+}
+
+/// Its model is let go of on the thread that uses it.
+SherpaPlatform::~SherpaPlatform()
+{
+    executor().post([loaded = std::move(m_loaded)] { loaded->unload(); });
+}
+
+bool SherpaPlatform::speaks(const QString &locale) const
+{
+    return m_model.languages.contains(languageOf(locale));
+}
+
+QString SherpaPlatform::libraryPath() const
+{
+    return m_loaded->library().path();
+}
+
+QString SherpaPlatform::description() const
+{
+    return QStringLiteral("sherpa-onnx %1 (%2), model %3, language %4")
+        .arg(m_loaded->library().version(), m_loaded->library().path(), m_model.folder,
+             m_model.languages.join(QStringLiteral(", ")));
+}
+
+QFuture<std::optional<QString>> SherpaPlatform::supportedLocale(const QString &locale)
+{
+    return ready(speaks(locale) ? std::optional(m_model.languages.first()) : std::nullopt);
+}
+
+/// A model that was deleted a moment ago is not there any more, whatever was found before.
+bool SherpaPlatform::isInstalled() const
+{
+    return m_loaded->isUsable() && m_model.isComplete();
+}
+
+QFuture<std::shared_ptr<AssetInstallationRequest>>
+SherpaPlatform::assetInstallationRequest(const std::shared_ptr<SpeechTranscriber> & /*transcriber*/)
+{
+    return ready(std::shared_ptr<AssetInstallationRequest>());
+}
+
+MakeRecordingDecoder SherpaPlatform::decoderMaker()
+{
+    return [loaded = m_loaded](RecordingDecoder::Publish publish) {
+        return std::make_unique<SherpaRecording>(loaded->get(), PersonalSpelling(loaded->words()), std::move(publish),
+                                                 [loaded] { loaded->giveUp(); });
+    };
+}
+
+void SherpaPlatform::setWords(const QStringList &words)
+{
+    m_loaded->setWords(words);
+}
+
+void SherpaPlatform::warmUp()
+{
+    executor().post([loaded = m_loaded] {
+        try {
+            loaded->get();
+        } catch (const Error &error) {
+            generalLog().error("neural recogniser: %@", {error.localizedDescription()});
+        }
+    });
+}
+
+void SherpaPlatform::unload()
+{
+    executor().post([loaded = m_loaded] { loaded->unload(); });
+}
+
+} // namespace talmo

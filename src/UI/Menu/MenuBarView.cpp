@@ -1,0 +1,188 @@
+#include "UI/Menu/MenuBarView.h"
+
+#include "UI/Menu/MenuRow.h"
+#include "UI/Style/Appearance.h"
+#include "UI/Style/Separator.h"
+#include "UI/Style/SymbolLabel.h"
+#include "UI/Style/TintedLabel.h"
+#include "UI/Style/Wording.h"
+
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+constexpr int panelWidth = 300;
+constexpr int margin = 8;
+constexpr int textInset = 8;
+constexpr int separatorHeight = 11;
+
+QColor primary(const QPalette &palette)
+{
+    return palette.color(QPalette::WindowText);
+}
+
+} // namespace
+
+MenuBarView::MenuBarView(ViewContext context, std::function<void(MenuAction)> perform)
+    : m_context(std::move(context)),
+      m_perform(std::move(perform)),
+      m_watcher(*m_context.coordinator, [this] { reread(); })
+{
+    setAccessibleName(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Talmo")));
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(margin, margin + 4, margin, margin);
+    layout->setSpacing(0);
+    buildHeader(*layout);
+    buildWarnings(*layout);
+    buildRows(*layout);
+    m_contents = MenuContents::make(m_context);
+    showContents();
+    auto *settingsShortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma), this);
+    connect(settingsShortcut, &QShortcut::activated, this, [this] { choose(MenuAction::OpenSettings); });
+}
+
+void MenuBarView::buildHeader(QVBoxLayout &layout)
+{
+    m_title = new TintedLabel(Appearance::font(Appearance::titleSize, QFont::DemiBold), &primary);
+    m_subtitle = new TintedLabel(Appearance::font(Appearance::detailSize), &Appearance::secondary);
+    for (auto *label : {m_title, m_subtitle}) {
+        label->setContentsMargins(textInset, 0, textInset, 0);
+    }
+    layout.addWidget(m_title);
+    layout.addSpacing(2);
+    layout.addWidget(m_subtitle);
+    layout.addSpacing(2);
+    layout.addWidget(new Separator(separatorHeight, textInset));
+}
+
+void MenuBarView::buildWarnings(QVBoxLayout &layout)
+{
+    m_warnings = new QWidget;
+    auto *box = new QVBoxLayout(m_warnings);
+    box->setContentsMargins(textInset, 2, textInset, 0);
+    box->setSpacing(6);
+    m_grant = new QPushButton;
+    m_grant->setFont(Appearance::font(Appearance::titleSize));
+    connect(m_grant, &QPushButton::clicked, this, [this] { choose(m_contents.grant.action); });
+    box->addWidget(m_grant);
+    box->addWidget(new Separator(separatorHeight));
+    layout.addWidget(m_warnings);
+}
+
+MenuRow *MenuBarView::addRow(QVBoxLayout &layout)
+{
+    auto *row = new MenuRow;
+    layout.addWidget(row);
+    return row;
+}
+
+void MenuBarView::buildRows(QVBoxLayout &layout)
+{
+    m_mainRow = addRow(layout);
+    layout.addWidget(new Separator(separatorHeight, textInset));
+    m_settings = addRow(layout);
+    m_quit = addRow(layout);
+    connect(m_mainRow, &QPushButton::clicked, this, [this] { choose(m_contents.mainRow.action); });
+    connect(m_settings, &QPushButton::clicked, this, [this] { choose(m_contents.settings.action); });
+    connect(m_quit, &QPushButton::clicked, this, [this] { choose(m_contents.quit.action); });
+}
+
+void MenuBarView::reread()
+{
+    auto contents = MenuContents::make(m_context);
+    if (contents == m_contents) {
+        return;
+    }
+    m_contents = std::move(contents);
+    const QSize before = sizeHint();
+    showContents();
+    if (sizeHint() != before && m_onSizeChanged) {
+        m_onSizeChanged();
+    }
+}
+
+void MenuBarView::showContents()
+{
+    m_title->setText(m_contents.title);
+    m_subtitle->setText(m_contents.subtitle);
+    m_subtitle->setVisible(!m_contents.subtitle.isEmpty());
+    showWarnings();
+    m_mainRow->setContents(m_contents.mainRow.symbol, m_contents.mainRow.title, m_contents.mainRow.hint);
+    m_mainRow->setEnabled(m_contents.mainRow.action != MenuAction::None);
+    m_settings->setContents(m_contents.settings.symbol, m_contents.settings.title, m_contents.settings.hint);
+    m_quit->setContents(m_contents.quit.symbol, m_contents.quit.title, m_contents.quit.hint);
+    layout()->activate();
+}
+
+/// Text that wraps only says how high it is once it knows how wide it is.
+QSize MenuBarView::sizeHint() const
+{
+    return {panelWidth, layout()->totalHeightForWidth(panelWidth)};
+}
+
+void MenuBarView::showWarnings()
+{
+    for (auto *row : std::exchange(m_warningRows, {})) {
+        delete row;
+    }
+    auto *box = qobject_cast<QVBoxLayout *>(m_warnings->layout());
+    for (const auto &warning : m_contents.warnings) {
+        auto *row = new QWidget;
+        auto *line = new QHBoxLayout(row);
+        line->setContentsMargins(0, 0, 0, 0);
+        line->addWidget(new SymbolLabel(QStringLiteral("exclamationmark.triangle.fill"), &Appearance::orange));
+        auto *label = new TintedLabel(Appearance::font(Appearance::detailSize), &primary);
+        label->setText(warning);
+        line->addWidget(label, 1);
+        box->insertWidget(static_cast<int>(m_warningRows.size()), row);
+        m_warningRows.push_back(row);
+    }
+    m_grant->setText(m_contents.grant.title);
+    m_warnings->setVisible(!m_contents.warnings.isEmpty());
+}
+
+void MenuBarView::focusFirstRow()
+{
+    (m_mainRow->isEnabled() ? m_mainRow : m_settings)->setFocus(Qt::PopupFocusReason);
+}
+
+void MenuBarView::choose(MenuAction action)
+{
+    if (action != MenuAction::None) {
+        m_perform(action);
+    }
+}
+
+void MenuBarView::moveFocus(int step)
+{
+    step > 0 ? focusNextChild() : focusPreviousChild();
+}
+
+void MenuBarView::keyPressEvent(QKeyEvent *event)
+{
+    switch (event->key()) {
+    case Qt::Key_Down:
+        moveFocus(1);
+        return;
+    case Qt::Key_Up:
+        moveFocus(-1);
+        return;
+    case Qt::Key_Home:
+        focusFirstRow();
+        return;
+    case Qt::Key_End:
+        m_quit->setFocus(Qt::TabFocusReason);
+        return;
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
+
+} // namespace talmo

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "UI/ChangeWatcher.h"
+#include "UI/Menu/MenuContents.h"
+#include "UI/ViewContext.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <vector>
+
+class QPushButton;
+class QVBoxLayout;
+
+namespace talmo {
+
+class MenuRow;
+class TintedLabel;
+
+/// The content of the panel that drops from the menu bar: what Talmo is doing, what it misses, and what can be done.
+/// It has no state of its own.
+class MenuBarView final : public QWidget {
+public:
+    /// `perform` is called with what was chosen, never with MenuAction::None.
+    MenuBarView(ViewContext context, std::function<void(MenuAction)> perform);
+
+    /// Reads everything anew at once; otherwise that happens after every change.
+    void reread();
+    /// Puts the keyboard on the row that is most likely wanted.
+    void focusFirstRow();
+    /// As wide as it always is, and as high as it has to be.
+    QSize sizeHint() const override;
+    void setOnSizeChanged(std::function<void()> callback) { m_onSizeChanged = std::move(callback); }
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    void buildHeader(QVBoxLayout &layout);
+    void buildWarnings(QVBoxLayout &layout);
+    void buildRows(QVBoxLayout &layout);
+    MenuRow *addRow(QVBoxLayout &layout);
+    void showContents();
+    void showWarnings();
+    void moveFocus(int step);
+    void choose(MenuAction action);
+
+    ViewContext m_context;
+    std::function<void(MenuAction)> m_perform;
+    std::function<void()> m_onSizeChanged;
+    MenuContents m_contents;
+    TintedLabel *m_title = nullptr;
+    TintedLabel *m_subtitle = nullptr;
+    QWidget *m_warnings = nullptr;
+    std::vector<QWidget *> m_warningRows;
+    QPushButton *m_grant = nullptr;
+    MenuRow *m_mainRow = nullptr;
+    MenuRow *m_settings = nullptr;
+    MenuRow *m_quit = nullptr;
+    ChangeWatcher m_watcher;
+};
+
+} // namespace talmo

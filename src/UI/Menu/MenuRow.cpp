@@ -1,0 +1,89 @@
+#include "UI/Menu/MenuRow.h"
+
+#include "UI/Style/Appearance.h"
+#include "UI/Style/Symbol.h"
+
+#include <QFontMetrics>
+#include <QKeyEvent>
+#include <QPainter>
+
+namespace talmo {
+
+namespace {
+
+constexpr int sidePadding = 8;
+constexpr int verticalPadding = 6;
+constexpr int gap = 9;
+constexpr qreal highlightRadius = 6;
+
+} // namespace
+
+MenuRow::MenuRow()
+{
+    setFlat(true);
+    setFocusPolicy(Qt::StrongFocus);
+    setFont(Appearance::font(Appearance::titleSize));
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void MenuRow::setContents(const QString &symbol, const QString &title, const QString &hint)
+{
+    m_symbol = symbol;
+    m_hint = hint;
+    // A plain “&” in a button's text marks the letter behind it.
+    setText(QString(title).replace(QLatin1Char('&'), QLatin1String("&&")));
+    setAccessibleName(title);
+    setAccessibleDescription(hint);
+    updateGeometry();
+    update();
+}
+
+QSize MenuRow::sizeHint() const
+{
+    const QFontMetrics metrics(font());
+    const int hintWidth = m_hint.isEmpty() ? 0 : 2 * gap + metrics.horizontalAdvance(m_hint);
+    return {2 * sidePadding + Symbol::rowSize + gap + metrics.horizontalAdvance(accessibleName()) + hintWidth,
+            metrics.height() + 2 * verticalPadding};
+}
+
+void MenuRow::enterEvent(QEnterEvent *event)
+{
+    setFocus(Qt::MouseFocusReason);
+    QPushButton::enterEvent(event);
+}
+
+void MenuRow::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        click();
+        return;
+    }
+    QPushButton::keyPressEvent(event);
+}
+
+void MenuRow::paintEvent(QPaintEvent * /*event*/)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const bool isHighlighted = hasFocus() && isEnabled();
+    if (isHighlighted) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(isDown() ? palette().color(QPalette::Highlight).darker(115)
+                                  : palette().color(QPalette::Highlight));
+        painter.drawRoundedRect(rect(), highlightRadius, highlightRadius);
+    }
+    const auto group = isEnabled() ? QPalette::Active : QPalette::Disabled;
+    const QColor text =
+        isHighlighted ? palette().color(QPalette::HighlightedText) : palette().color(group, QPalette::WindowText);
+    const QRect inner = rect().adjusted(sidePadding, 0, -sidePadding, 0);
+    const int symbolTop = inner.top() + (inner.height() - Symbol::rowSize) / 2;
+    Symbol::paint(painter, QRectF(inner.left(), symbolTop, Symbol::rowSize, Symbol::rowSize), m_symbol, text);
+    painter.setFont(font());
+    painter.setPen(text);
+    const QRect titleArea = inner.adjusted(Symbol::rowSize + gap, 0, 0, 0);
+    painter.drawText(titleArea, Qt::AlignVCenter | Qt::AlignLeft, accessibleName());
+    painter.setPen(isHighlighted ? text : Appearance::secondary(palette()));
+    painter.drawText(titleArea, Qt::AlignVCenter | Qt::AlignRight, m_hint);
+}
+
+} // namespace talmo

@@ -1,0 +1,28 @@
+#include "UI/Menu/StatusItemController.h"
+
+#include <utility>
+
+namespace talmo {
+
+StatusItemController::StatusItemController(ViewContext context, std::shared_ptr<StatusItem> item)
+    : m_context(std::move(context)),
+      m_item(std::move(item)),
+      m_watcher(*m_context.coordinator, [this] { reread(); })
+{
+    reread();
+}
+
+/// Only what is different is handed on: words arrive many times a second, and icons are not redrawn for them.
+void StatusItemController::reread()
+{
+    const QString symbol = menuBarSymbol(m_context.coordinator->state());
+    if (std::exchange(m_symbol, symbol) != symbol) {
+        m_item->setSymbol(symbol);
+    }
+    const auto menu = MenuContents::make(m_context);
+    if (std::exchange(m_menu, menu) != menu) {
+        m_item->setMenu(menu);
+    }
+}
+
+} // namespace talmo

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "UI/ChangeWatcher.h"
+#include "UI/Menu/StatusItem.h"
+#include "UI/ViewContext.h"
+
+#include <memory>
+
+namespace talmo {
+
+/// Keeps the icon in the menu bar and its plain menu telling what the coordinator does. Main thread.
+class StatusItemController {
+public:
+    StatusItemController(ViewContext context, std::shared_ptr<StatusItem> item);
+
+private:
+    void reread();
+
+    ViewContext m_context;
+    std::shared_ptr<StatusItem> m_item;
+    QString m_symbol;
+    MenuContents m_menu;
+    ChangeWatcher m_watcher;
+};
+
+} // namespace talmo

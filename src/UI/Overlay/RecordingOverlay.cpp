@@ -1,0 +1,140 @@
+#include "UI/Overlay/RecordingOverlay.h"
+
+#include "App/TalmoCoordinator.h"
+#include "UI/Style/Appearance.h"
+#include "UI/Style/Wording.h"
+
+#include <QEvent>
+#include <QFontMetrics>
+#include <QPainter>
+
+#include <algorithm>
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+constexpr int spacing = 6;
+constexpr int dotSize = 8;
+constexpr int mostDetailLines = 2;
+constexpr QMargins padding(14, 10, 14, 10);
+
+QFont titleFont()
+{
+    return Appearance::font(Appearance::titleSize, QFont::DemiBold);
+}
+
+QFont detailFont()
+{
+    return Appearance::font(Appearance::detailSize);
+}
+
+} // namespace
+
+OverlayContents OverlayContents::make(const TalmoState &state, const QString &liveTranscript, const QString &notice)
+{
+    const QString remark = notice.isEmpty() ? QString() : Wording::text(notice);
+    switch (state.which()) {
+    case TalmoState::Case::Idle:
+        break;
+    case TalmoState::Case::Recording:
+        return {QColor(0xff, 0x3b, 0x30), Wording::text(QT_TRANSLATE_NOOP("Talmo", "Listening")), liveTranscript};
+    case TalmoState::Case::Processing:
+        return {QColor(0x0a, 0x84, 0xff), Wording::text(QT_TRANSLATE_NOOP("Talmo", "Cleaning up…")), remark};
+    case TalmoState::Case::Inserting:
+        return {QColor(0x30, 0xb1, 0x4e), Wording::text(QT_TRANSLATE_NOOP("Talmo", "Inserting…")), remark};
+    case TalmoState::Case::Error:
+        return {QColor(0xff, 0x95, 0x00), Wording::text(QT_TRANSLATE_NOOP("Talmo", "Talmo")),
+                Wording::errorText(state.message())};
+    }
+    return {Qt::transparent, {}, {}};
+}
+
+RecordingOverlay::RecordingOverlay(const TalmoCoordinator &coordinator, std::shared_ptr<DictationNotice> notice)
+    : m_coordinator(coordinator),
+      m_notice(std::move(notice)),
+      m_watcher(coordinator, [this] { reread(); })
+{
+    if (m_notice) {
+        m_noticeWatcher = std::make_unique<ChangeWatcher>(*m_notice, [this] { reread(); });
+    }
+    setFocusPolicy(Qt::NoFocus);
+    reread();
+}
+
+void RecordingOverlay::reread()
+{
+    const auto contents = OverlayContents::make(m_coordinator.state(), m_coordinator.liveTranscript(),
+                                                m_notice ? m_notice->text() : QString());
+    if (contents == m_contents) {
+        return;
+    }
+    m_contents = contents;
+    layOut();
+    setAccessibleName(m_contents.title);
+    setAccessibleDescription(m_contents.detail);
+    update();
+}
+
+void RecordingOverlay::layOut()
+{
+    const QSize before = idealSize();
+    const int textWidth = largestWidth - padding.left() - padding.right();
+    m_detail = m_contents.detail.isEmpty() ? DetailText()
+                                           : DetailText(m_contents.detail, detailFont(), textWidth, mostDetailLines);
+    if (idealSize() != before && m_onIdealSizeChanged) {
+        m_onIdealSizeChanged();
+    }
+}
+
+int RecordingOverlay::titleHeight() const
+{
+    return std::max(dotSize, QFontMetrics(titleFont()).height());
+}
+
+QSize RecordingOverlay::idealSize() const
+{
+    const int titleWidth = dotSize + spacing + QFontMetrics(titleFont()).horizontalAdvance(m_contents.title);
+    const int contentWidth = std::max(titleWidth, m_detail.size().width());
+    const int detailHeight = m_detail.isEmpty() ? 0 : spacing + m_detail.size().height();
+    return {std::clamp(contentWidth + padding.left() + padding.right(), smallestWidth, largestWidth),
+            titleHeight() + detailHeight + padding.top() + padding.bottom()};
+}
+
+QSize RecordingOverlay::largestSize() const
+{
+    return {largestWidth, titleHeight() + spacing + mostDetailLines * DetailText::lineHeight(detailFont()) +
+                              padding.top() + padding.bottom()};
+}
+
+void RecordingOverlay::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::ApplicationFontChange) {
+        layOut();
+    }
+    QWidget::changeEvent(event);
+}
+
+void RecordingOverlay::paintEvent(QPaintEvent * /*event*/)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    // In the middle of a card that is higher than it has to be.
+    const int slack = std::max(0, height() - idealSize().height());
+    const QRect area = rect().marginsRemoved(padding).translated(0, slack / 2);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(m_contents.dot);
+    const int middle = area.top() + titleHeight() / 2;
+    painter.drawEllipse(QRectF(area.left(), middle - dotSize / 2.0, dotSize, dotSize));
+
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.setFont(titleFont());
+    const QRect titleArea(area.left() + dotSize + spacing, area.top(), area.width() - dotSize - spacing, titleHeight());
+    const QString title = QFontMetrics(titleFont()).elidedText(m_contents.title, Qt::ElideRight, titleArea.width());
+    painter.drawText(titleArea, Qt::AlignLeft | Qt::AlignVCenter, title);
+    m_detail.paint(painter, QPointF(area.left(), area.top() + titleHeight() + spacing), area.width(),
+                   Appearance::secondary(palette()));
+}
+
+} // namespace talmo

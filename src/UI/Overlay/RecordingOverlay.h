@@ -1,0 +1,69 @@
+#pragma once
+
+#include "App/DictationNotice.h"
+#include "App/TalmoState.h"
+#include "UI/ChangeWatcher.h"
+#include "UI/Overlay/DetailText.h"
+
+#include <QColor>
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+
+namespace talmo {
+
+class TalmoCoordinator;
+
+/// What the overlay says in a state.
+struct OverlayContents {
+    QColor dot;
+    QString title;
+    QString detail;
+    bool operator==(const OverlayContents &) const = default;
+
+    /// The transcript is the user's own and shown as it is; everything else is worded for this platform. The notice, if
+    /// there is one, stands where a state that works on a sentence has nothing to say.
+    static OverlayContents make(const TalmoState &state, const QString &liveTranscript, const QString &notice = {});
+};
+
+/// The content of the overlay: a coloured dot and a title, and below it what is being heard or what went wrong.
+class RecordingOverlay final : public QWidget {
+public:
+    static constexpr int smallestWidth = 220;
+    static constexpr int largestWidth = 360;
+
+    /// Without a notice, only the coordinator's state is shown.
+    explicit RecordingOverlay(const TalmoCoordinator &coordinator, std::shared_ptr<DictationNotice> notice = nullptr);
+
+    /// Reads the coordinator at once; otherwise that happens after every change.
+    void reread();
+    const OverlayContents &contents() const { return m_contents; }
+    /// What is seen of the detail.
+    const QString &shownDetail() const { return m_detail.shownText(); }
+
+    QSize idealSize() const;
+    /// No content needs more.
+    QSize largestSize() const;
+    void setOnIdealSizeChanged(std::function<void()> callback) { m_onIdealSizeChanged = std::move(callback); }
+
+    QSize sizeHint() const override { return idealSize(); }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+private:
+    void layOut();
+    int titleHeight() const;
+
+    const TalmoCoordinator &m_coordinator;
+    std::shared_ptr<DictationNotice> m_notice;
+    OverlayContents m_contents;
+    DetailText m_detail;
+    std::function<void()> m_onIdealSizeChanged;
+    ChangeWatcher m_watcher;
+    std::unique_ptr<ChangeWatcher> m_noticeWatcher;
+};
+
+} // namespace talmo

@@ -1,0 +1,62 @@
+#include "UI/Settings/EditingServerRow.h"
+
+#include "UI/Settings/WarningRow.h"
+#include "UI/Style/Appearance.h"
+#include "UI/Style/SymbolLabel.h"
+#include "UI/Style/TintedLabel.h"
+#include "UI/Style/Wording.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace talmo {
+
+namespace {
+
+constexpr int symbolSpacing = 6;
+
+const char *const usedText = QT_TRANSLATE_NOOP("Talmo", "Your text goes to %1 at %2.");
+const char *const unusedText = QT_TRANSLATE_NOOP("Talmo", "%1 at %2 gets no text while this is off.");
+const char *const refusedText =
+    QT_TRANSLATE_NOOP("Talmo", "Another user's program answers at %1. It gets none of your text.");
+
+/// What a server calls its model may hold anything, and a line of it is too wide.
+QString shortened(const QString &name)
+{
+    constexpr qsizetype longest = 48;
+    return name.size() > longest ? name.left(longest - 1) + QStringLiteral("…") : name;
+}
+
+} // namespace
+
+EditingServerRow::EditingServerRow()
+    : m_symbol(new SymbolLabel(QStringLiteral("sparkles"), &Appearance::secondary)),
+      m_text(TintedLabel::caption({})),
+      m_refusal(new WarningRow)
+{
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    auto *row = new QHBoxLayout;
+    row->setContentsMargins(0, 2, 0, 0);
+    row->setSpacing(symbolSpacing);
+    row->addWidget(m_symbol, 0, Qt::AlignTop);
+    row->addWidget(m_text, 1);
+    layout->addLayout(row);
+    layout->addWidget(m_refusal);
+}
+
+void EditingServerRow::setServer(const EditingServer &server, bool isUsed)
+{
+    const bool isThere = !server.model.isEmpty();
+    m_text->setText(isThere ? Wording::text(isUsed ? usedText : unusedText).arg(shortened(server.model), server.place)
+                            : QString());
+    m_text->setVisible(isThere);
+    m_symbol->setVisible(isThere);
+    m_refusal->setText(server.refused.isEmpty()
+                           ? QString()
+                           : Wording::text(refusedText).arg(server.refused.join(QStringLiteral(", "))));
+    setVisible(isThere || !server.refused.isEmpty());
+}
+
+} // namespace talmo

@@ -1,0 +1,128 @@
+#include "UI/Settings/PrivacySettingsTab.h"
+
+#include "UI/Settings/SettingsSection.h"
+#include "UI/Style/Appearance.h"
+#include "UI/Style/Symbol.h"
+#include "UI/Style/SymbolLabel.h"
+#include "UI/Style/TintedLabel.h"
+#include "UI/Style/Wording.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+constexpr int sectionSpacing = 14;
+
+const char *const privacyCaption = QT_TRANSLATE_NOOP(
+    "Talmo", "Talmo has no backend, no account, and no network functionality. Recording, transcription, and text "
+             "cleanup all run using Apple's on-device Speech and Foundation Models frameworks. Nothing you say or type "
+             "is sent anywhere.");
+const char *const passwordFieldsCaption = QT_TRANSLATE_NOOP(
+    "Talmo", "Talmo pastes nothing where the application in front says that the cursor is in a password field. Only "
+             "works while the desktop's accessibility service is running.");
+
+} // namespace
+
+PrivacySettingsTab::PrivacySettingsTab(ViewContext context)
+    : m_context(std::move(context)),
+      m_watcher(*m_context.coordinator, [this] { reread(); })
+{
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(sectionSpacing);
+    layout->addWidget(makeStatement());
+
+    const auto permissions = m_context.permissions;
+    auto *section = new SettingsSection;
+    addPermission(
+        *section, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Microphone")),
+        [permissions] { return permissions->microphoneStatus() == SimpleStatus::Granted; },
+        [permissions] { permissions->openMicrophoneSettings(); });
+    // It has no pane of its own; what it needs is heard through the microphone.
+    addPermission(
+        *section, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Speech Recognition")),
+        [permissions] { return permissions->speechRecognitionStatus() == SimpleStatus::Granted; },
+        [permissions] { permissions->openMicrophoneSettings(); });
+    addPermission(
+        *section, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Accessibility")),
+        [permissions] { return permissions->accessibilityGranted(); },
+        [permissions] { permissions->openAccessibilitySettings(); });
+    layout->addWidget(section);
+    if (m_context.passwordFields) {
+        layout->addWidget(makePasswordFields());
+    }
+    layout->addStretch(1);
+    reread();
+}
+
+QWidget *PrivacySettingsTab::makePasswordFields()
+{
+    auto *section = new SettingsSection;
+    m_guardPasswordFields = section->addToggle(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Protect password fields")),
+                                               Wording::text(passwordFieldsCaption));
+    connect(m_guardPasswordFields, &QCheckBox::toggled, this,
+            [settings = m_context.passwordFields](bool on) { settings->setGuarded(on); });
+    m_passwordFieldsWatcher = std::make_unique<ChangeWatcher>(*m_context.passwordFields, [this] { reread(); });
+    return section;
+}
+
+QWidget *PrivacySettingsTab::makeStatement()
+{
+    auto *section = new SettingsSection;
+    auto *line = new QWidget;
+    auto *row = new QHBoxLayout(line);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(new SymbolLabel(QStringLiteral("checkmark.shield.fill"), &Appearance::green, Symbol::rowSize + 4));
+    auto *statement =
+        new QLabel(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Audio and transcripts are processed locally on this "
+                                                            "Mac.")));
+    statement->setTextFormat(Qt::PlainText);
+    statement->setFont(Appearance::font(Appearance::titleSize, QFont::Medium));
+    row->addWidget(statement, 1);
+    section->addWidget(line);
+    section->addCaption(Wording::text(privacyCaption));
+    return section;
+}
+
+void PrivacySettingsTab::addPermission(SettingsSection &section, const QString &name, std::function<bool()> isGranted,
+                                       std::function<void()> openSettings)
+{
+    if (!m_permissions.empty()) {
+        section.addSeparator();
+    }
+    auto *button = new QPushButton(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Open Settings…")));
+    button->setFont(Appearance::font(Appearance::detailSize));
+    button->setAccessibleDescription(name);
+    connect(button, &QPushButton::clicked, this, [openSettings] { openSettings(); });
+    auto *status = new SymbolLabel({}, &Appearance::green);
+    auto *row = section.addRow(name, button);
+    row->insertWidget(0, status);
+    row->setSpacing(8);
+    m_permissions.push_back({status, std::move(isGranted)});
+}
+
+void PrivacySettingsTab::reread()
+{
+    for (const auto &[status, isGranted] : m_permissions) {
+        const bool granted = isGranted();
+        status->setSymbol(granted ? QStringLiteral("checkmark.circle.fill")
+                                  : QStringLiteral("exclamationmark.triangle.fill"),
+                          granted ? &Appearance::green : &Appearance::orange);
+        status->setAccessibleName(granted ? Wording::text(QT_TRANSLATE_NOOP("Talmo", "Granted"))
+                                          : Wording::text(QT_TRANSLATE_NOOP("Talmo", "Not granted")));
+    }
+    if (m_guardPasswordFields != nullptr) {
+        const QSignalBlocker blocker(m_guardPasswordFields);
+        m_guardPasswordFields->setChecked(m_context.passwordFields->isGuarded());
+    }
+}
+
+} // namespace talmo

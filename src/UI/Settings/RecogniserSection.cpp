@@ -1,0 +1,194 @@
+#include "UI/Settings/RecogniserSection.h"
+
+#include "UI/Picker.h"
+#include "UI/Settings/SettingsSection.h"
+#include "UI/Settings/WarningRow.h"
+#include "UI/Style/Appearance.h"
+#include "UI/Style/TintedLabel.h"
+#include "UI/Style/Wording.h"
+
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+const char *const sectionTitle = QT_TRANSLATE_NOOP("Talmo", "Recogniser");
+const char *const modelTitle = QT_TRANSLATE_NOOP("Talmo", "Model");
+const char *const choiceCaption = QT_TRANSLATE_NOOP(
+    "Talmo", "Talmo's own addition on Linux. What you say is recognised on this computer whichever you choose; only "
+             "the download of a model uses the network.");
+
+constexpr int progressSteps = 1000;
+constexpr int progressHeight = 9;
+
+QComboBox *makePicker(const QString &name)
+{
+    auto *picker = new Picker;
+    picker->setFont(Appearance::font(Appearance::titleSize));
+    picker->setAccessibleName(name);
+    picker->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    constexpr int charactersShown = 26;
+    picker->setMinimumContentsLength(charactersShown);
+    return picker;
+}
+
+/// Brings the entries of a picker up to date, and leaves what is selected where it still exists.
+void fill(QComboBox &picker, const QList<RecogniserSettings::Choice> &entries, const QString &selected)
+{
+    const QSignalBlocker blocker(picker);
+    for (int index = 0; index < entries.size(); ++index) {
+        if (index == picker.count()) {
+            picker.addItem({});
+        }
+        picker.setItemText(index, entries[index].title);
+        picker.setItemData(index, entries[index].id);
+    }
+    while (picker.count() > entries.size()) {
+        picker.removeItem(picker.count() - 1);
+    }
+    picker.setCurrentIndex(std::max(picker.findData(selected), 0));
+}
+
+} // namespace
+
+RecogniserSection::RecogniserSection(std::shared_ptr<RecogniserSettings> settings)
+    : m_settings(std::move(settings)),
+      m_watcher(*m_settings, [this] { reread(); })
+{
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto *section = new SettingsSection(Wording::text(sectionTitle));
+    buildChoice(*section);
+    section->addSeparator();
+    buildModels(*section);
+    layout->addWidget(section);
+    reread();
+}
+
+void RecogniserSection::buildChoice(SettingsSection &section)
+{
+    m_choice = makePicker(Wording::text(sectionTitle));
+    section.addRow(m_choice->accessibleName(), m_choice);
+    m_choiceProblem = new WarningRow;
+    section.addWidget(m_choiceProblem);
+    section.addCaption(Wording::text(choiceCaption));
+    connect(m_choice, &QComboBox::activated, this, [this] { m_settings->choose(m_choice->currentData().toString()); });
+}
+
+void RecogniserSection::buildModels(SettingsSection &section)
+{
+    m_models = makePicker(Wording::text(modelTitle));
+    auto *row = section.addRow(m_models->accessibleName(), m_models);
+    m_action = new QPushButton;
+    row->addWidget(m_action);
+    m_detail = TintedLabel::caption({});
+    section.addWidget(m_detail);
+    m_licence = new QLabel;
+    m_licence->setFont(Appearance::font(Appearance::captionSize));
+    m_licence->setTextFormat(Qt::RichText); // For the link; names are escaped.
+    m_licence->setOpenExternalLinks(true);
+    m_licence->setTextInteractionFlags(Qt::TextBrowserInteraction);
+    section.addWidget(m_licence);
+    m_progress = new QProgressBar;
+    m_progress->setTextVisible(false);
+    m_progress->setFixedHeight(progressHeight);
+    m_progress->setAccessibleName(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Installation")));
+    section.addWidget(m_progress);
+    m_progressText = TintedLabel::caption({});
+    section.addWidget(m_progressText);
+    m_modelProblem = new WarningRow;
+    section.addWidget(m_modelProblem);
+    connect(m_models, &QComboBox::activated, this, [this] { rereadModel(); });
+    connect(m_action, &QPushButton::clicked, this, [this] { act(); });
+}
+
+QString RecogniserSection::selectedModel() const
+{
+    return m_models->currentData().toString();
+}
+
+/// What the button does: it says so.
+void RecogniserSection::act()
+{
+    const QString id = selectedModel();
+    const auto models = m_settings->models();
+    const bool isInstalled = std::any_of(models.begin(), models.end(), [&id](const RecogniserSettings::Model &model) {
+        return model.id == id && model.isInstalled;
+    });
+    const auto installation = m_settings->installation();
+    if (installation && installation->modelId == id) {
+        m_settings->cancelInstallation();
+    } else if (isInstalled) {
+        m_settings->remove(id);
+    } else {
+        m_settings->install(id);
+    }
+}
+
+void RecogniserSection::reread()
+{
+    rereadChoice();
+    QList<RecogniserSettings::Choice> entries;
+    for (const auto &model : m_settings->models()) {
+        entries.append({model.id, model.title});
+    }
+    fill(*m_models, entries, selectedModel());
+    rereadModel();
+    rereadInstallation();
+}
+
+void RecogniserSection::rereadChoice()
+{
+    fill(*m_choice, m_settings->choices(), m_settings->choice());
+    m_choiceProblem->setText(m_settings->choiceProblem());
+}
+
+void RecogniserSection::rereadModel()
+{
+    const auto installation = m_settings->installation();
+    const QString id = selectedModel();
+    for (const auto &model : m_settings->models()) {
+        if (model.id != id) {
+            continue;
+        }
+        const bool isUnderWay = installation && installation->modelId == id;
+        m_action->setText(isUnderWay          ? Wording::text(QT_TRANSLATE_NOOP("Talmo", "Cancel"))
+                          : model.isInstalled ? Wording::text(QT_TRANSLATE_NOOP("Talmo", "Remove"))
+                                              : Wording::text(QT_TRANSLATE_NOOP("Talmo", "Install")));
+        m_action->setEnabled(isUnderWay || (!installation && (model.isInstalled || m_settings->obstacle().isEmpty())));
+        m_detail->setText(model.detail);
+        m_detail->setVisible(!model.detail.isEmpty());
+        const QString licence = Wording::text(QT_TRANSLATE_NOOP("Talmo", "Licence: %1"));
+        m_licence->setText(
+            licence.arg(model.licenceAddress.isEmpty()
+                            ? model.licence.toHtmlEscaped()
+                            : QStringLiteral("<a href=\"%1\">%2</a>")
+                                  .arg(QString::fromUtf8(model.licenceAddress.toEncoded()).toHtmlEscaped(),
+                                       model.licence.toHtmlEscaped())));
+        m_licence->setVisible(!model.licence.isEmpty());
+    }
+}
+
+void RecogniserSection::rereadInstallation()
+{
+    const auto installation = m_settings->installation();
+    m_progress->setVisible(installation.has_value());
+    m_progressText->setVisible(installation.has_value());
+    if (installation) {
+        // Without an end the bar only moves to and fro.
+        m_progress->setRange(0, installation->share ? progressSteps : 0);
+        m_progress->setValue(static_cast<int>(installation->share.value_or(0) * progressSteps));
+        m_progressText->setText(installation->description);
+    }
+    m_modelProblem->setText(m_settings->problem().isEmpty() ? m_settings->obstacle() : m_settings->problem());
+}
+
+} // namespace talmo

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "Settings/RecogniserSettings.h"
+#include "UI/ChangeWatcher.h"
+
+#include <QWidget>
+
+#include <memory>
+
+class QComboBox;
+class QLabel;
+class QProgressBar;
+class QPushButton;
+
+namespace talmo {
+
+class SettingsSection;
+class TintedLabel;
+class WarningRow;
+
+/// Which recogniser is used, and a row for the models that can be had: look at one, install or remove it, see how far
+/// that has come.
+class RecogniserSection final : public QWidget {
+public:
+    explicit RecogniserSection(std::shared_ptr<RecogniserSettings> settings);
+
+private:
+    void buildChoice(SettingsSection &section);
+    void buildModels(SettingsSection &section);
+    void reread();
+    void rereadChoice();
+    void rereadModel();
+    void rereadInstallation();
+    void act();
+    QString selectedModel() const;
+
+    std::shared_ptr<RecogniserSettings> m_settings;
+    QComboBox *m_choice = nullptr;
+    WarningRow *m_choiceProblem = nullptr;
+    QComboBox *m_models = nullptr;
+    QPushButton *m_action = nullptr;
+    TintedLabel *m_detail = nullptr;
+    QLabel *m_licence = nullptr;
+    QProgressBar *m_progress = nullptr;
+    TintedLabel *m_progressText = nullptr;
+    WarningRow *m_modelProblem = nullptr;
+    ChangeWatcher m_watcher;
+};
+
+} // namespace talmo

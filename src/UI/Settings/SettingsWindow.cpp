@@ -1,0 +1,89 @@
+#include "UI/Settings/SettingsWindow.h"
+
+#include "Base/Task.h"
+#include "UI/Settings/SettingsView.h"
+#include "UI/Style/Appearance.h"
+#include "UI/Style/Wording.h"
+
+#include <QEvent>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+constexpr int idealWidth = 540;
+/// What a window manager puts around a window, and a little air.
+constexpr int airAround = 60;
+
+} // namespace
+
+SettingsWindow::SettingsWindow(const ViewContext &context, std::shared_ptr<ScreenSource> screens)
+    : m_context(context),
+      m_screens(std::move(screens)),
+      m_view(new SettingsView(context))
+{
+    setWindowTitle(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Talmo Settings")));
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_view);
+    for (const auto &keys : {QKeySequence(Qt::Key_Escape), QKeySequence(QKeySequence::Close)}) {
+        connect(new QShortcut(keys, this), &QShortcut::activated, this, &QWidget::close);
+    }
+}
+
+void SettingsWindow::open()
+{
+    m_context.permissions->refresh();
+    refreshAvailability();
+    m_view->reread();
+    if (!isVisible()) {
+        place();
+        setFocus(); // On no control: the first Tab goes to the first one.
+    }
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+}
+
+void SettingsWindow::place()
+{
+    const QSize idealSize(idealWidth, m_view->idealHeight(idealWidth));
+    const auto screen = screenUnderPointer(*m_screens);
+    if (!screen) {
+        resize(idealSize);
+        return;
+    }
+    const QRect visible = screen->visibleFrame;
+    const QSize size = idealSize.boundedTo(visible.size() - QSize(airAround, airAround));
+    resize(size);
+    move(visible.center() - QPoint(size.width() / 2, size.height() / 2));
+}
+
+void SettingsWindow::changeEvent(QEvent *event)
+{
+    // Coming back from setting up a model, the user wants to see that it is there.
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+        refreshAvailability();
+    }
+    QWidget::changeEvent(event);
+}
+
+void SettingsWindow::refreshAvailability()
+{
+    logEscapes(rereadAfter(m_context.refreshAvailability(), this));
+}
+
+QCoro::Task<void> SettingsWindow::rereadAfter(QFuture<void> refreshed, QPointer<SettingsWindow> self)
+{
+    co_await refreshed;
+    if (self) {
+        self->m_view->reread();
+    }
+}
+
+} // namespace talmo

@@ -1,0 +1,82 @@
+#include "UI/Style/Symbol.h"
+
+#include <QFile>
+#include <QPaintEngine>
+#include <QPainter>
+#include <QSvgRenderer>
+
+namespace talmo::Symbol {
+
+namespace {
+
+/// Some symbols are drawn a second time, on a grid of this many pixels, for trays that are that high.
+constexpr int trayGrid = 22;
+
+QString file(const QString &name)
+{
+    return QStringLiteral(":/symbols/%1.svg").arg(name);
+}
+
+/// The drawing whose grid the size fits best.
+QString fittingFile(const QString &name, int deviceSize)
+{
+    const QString large = file(QStringLiteral("%1@%2").arg(name).arg(trayGrid));
+    return deviceSize % trayGrid == 0 && QFile::exists(large) ? large : file(name);
+}
+
+/// For pictures that are drawings themselves.
+void paintAsDrawing(QPainter &painter, const QRectF &square, const QString &name, const QColor &colour)
+{
+    QFile drawing(file(name));
+    if (drawing.open(QFile::ReadOnly)) {
+        QSvgRenderer renderer(drawing.readAll().replace("#000", colour.name().toLatin1()));
+        painter.save();
+        painter.setOpacity(painter.opacity() * colour.alphaF());
+        renderer.render(&painter, square);
+        painter.restore();
+    }
+}
+
+} // namespace
+
+bool exists(const QString &name)
+{
+    return QFile::exists(file(name));
+}
+
+QPixmap pixmap(const QString &name, int size, const QColor &colour, qreal ratio)
+{
+    const int deviceSize = qRound(size * ratio);
+    QPixmap result(deviceSize, deviceSize);
+    result.fill(Qt::transparent);
+    if (exists(name)) {
+        QPainter painter(&result);
+        QSvgRenderer(fittingFile(name, deviceSize)).render(&painter, QRectF(0, 0, deviceSize, deviceSize));
+        // The drawings say where there is ink, not what colour it has.
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(result.rect(), colour);
+    }
+    result.setDevicePixelRatio(ratio);
+    return result;
+}
+
+void paint(QPainter &painter, const QRectF &square, const QString &name, const QColor &colour)
+{
+    if (painter.paintEngine()->type() == QPaintEngine::SVG) {
+        paintAsDrawing(painter, square, name, colour);
+        return;
+    }
+    const qreal ratio = painter.device()->devicePixelRatioF();
+    painter.drawPixmap(square.topLeft(), pixmap(name, qRound(square.width()), colour, ratio));
+}
+
+QIcon icon(const QString &name, const QColor &colour)
+{
+    QIcon result;
+    for (const int size : {16, 20, 22, 24, 32, 44, 48, 64}) {
+        result.addPixmap(pixmap(name, size, colour));
+    }
+    return result;
+}
+
+} // namespace talmo::Symbol

@@ -1,6 +1,0 @@
-#include "Platform/RunTalmo.h"
-
-int main(int argc, char **argv)
-{
-    return talmo::runTalmo(argc, argv);
-}

@@ -1,0 +1,224 @@
+// Shows the whole of Talmo on a desktop of its own: a key is held, a sentence is spoken into the microphone, and the
+// text appears in a window. Then its menu and its settings are opened. Pictures are taken of all of it.
+
+#include "ChildProcess.h"
+#include "DesktopParts.h"
+#include "SoundServer.h"
+#include "SpokenText.h"
+#include "VirtualDesktop.h"
+#include "VirtualKeyboard.h"
+#include "VirtualPointer.h"
+
+#include "Base/Error.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDir>
+#include <QImage>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace talmo::testbed {
+
+namespace {
+
+using namespace std::chrono_literals;
+using Time = std::chrono::steady_clock::time_point;
+
+constexpr Patience patience = 30s;
+
+void say(const QString &line)
+{
+    std::printf("%s\n", qUtf8Printable(line));
+    std::fflush(stdout);
+}
+
+long milliseconds(Time from, Time to)
+{
+    return std::lround(std::chrono::duration<double, std::milli>(to - from).count());
+}
+
+ChildProcess::Line required(std::optional<ChildProcess::Line> line, const QString &what, const ChildProcess &process)
+{
+    if (!line) {
+        throw Error(QStringLiteral("%1 did not happen:\n%2").arg(what, process.output()));
+    }
+    return *line;
+}
+
+struct Stages {
+    Time pressed;
+    Time recording;
+    Time released;
+    Time recognised;
+    Time arrived;
+    QString recognisedText;
+    QString insertedText;
+};
+
+QString afterMark(const QString &line, const QString &mark)
+{
+    return line.mid(line.indexOf(mark) + mark.size());
+}
+
+/// Where the pictures go, and how they get there.
+class Album {
+public:
+    Album(VirtualDesktop &desktop, const QString &folder)
+        : m_desktop(desktop),
+          m_folder(folder)
+    {
+        m_folder.mkpath(QStringLiteral("."));
+    }
+
+    void take(const QString &name)
+    {
+        const QString file = m_folder.absoluteFilePath(name + QStringLiteral(".png"));
+        if (!m_desktop.screenshot().save(file)) {
+            throw Error(QStringLiteral("No picture could be saved to ") + file);
+        }
+        say(QStringLiteral("  picture: %1").arg(file));
+    }
+
+private:
+    VirtualDesktop &m_desktop;
+    QDir m_folder;
+};
+
+Stages dictate(SoundServer &sound, VirtualKeyboard &keyboard, ChildProcess &talmo, ChildProcess &window,
+               const QString &wav, Album &album)
+{
+    Stages stages;
+    stages.pressed = std::chrono::steady_clock::now();
+    keyboard.press(VirtualKeyboard::controlRight);
+    stages.recording =
+        required(talmo.waitForLine(QStringLiteral("state: recording"), patience), QStringLiteral("Recording"), talmo)
+            .time;
+    sound.play(wav);
+    album.take(QStringLiteral("overlay"));
+    stages.released = std::chrono::steady_clock::now();
+    keyboard.release(VirtualKeyboard::controlRight);
+    const QString rawMark = QStringLiteral("raw transcript: ");
+    const auto raw = required(talmo.waitForLine(rawMark, patience), QStringLiteral("Recognition"), talmo);
+    stages.recognised = raw.time;
+    stages.recognisedText = afterMark(raw.text, rawMark);
+    const QString textMark = QStringLiteral("text: ");
+    const auto text = required(window.waitForLine(textMark, patience), QStringLiteral("Insertion"), talmo);
+    stages.arrived = text.time;
+    stages.insertedText = afterMark(text.text, textMark);
+    return stages;
+}
+
+/// True once a window of that program that is no window manager's, and no icon, is seen or has gone.
+bool waitForCard(VirtualDesktop &desktop, bool isShown)
+{
+    constexpr int widestIcon = 100;
+    const auto isCard = [](const VirtualDesktop::Window &window) {
+        return window.program == "talmo" && !window.isManaged && window.geometry.width() > widestIcon;
+    };
+    return pollUntil(
+        [&] {
+            const auto windows = desktop.visibleWindows();
+            return std::any_of(windows.cbegin(), windows.cend(), isCard) == isShown;
+        },
+        patience);
+}
+
+void showMenuAndSettings(VirtualDesktop &desktop, const QProcessEnvironment &environment, const QString &talmoProgram,
+                         Album &album)
+{
+    constexpr Patience untilItIsDrawn = 300ms;
+    constexpr quint32 escape = 0xff1b;
+    VirtualPointer pointer;
+    VirtualKeyboard keyboard;
+    const QSize size = desktop.screenshot().size();
+    pointer.clickAt({size.width() - 12, 12});
+    if (!waitForCard(desktop, true)) {
+        throw Error(QStringLiteral("The menu did not open."));
+    }
+    passTime(untilItIsDrawn);
+    album.take(QStringLiteral("menu"));
+    keyboard.tap(escape);
+    waitForCard(desktop, false);
+    ChildProcess second(talmoProgram, {}, environment);
+    if (!desktop.waitForActiveWindow(QStringLiteral("Talmo Settings"), patience)) {
+        throw Error(QStringLiteral("The settings did not open: ") + second.output());
+    }
+    passTime(untilItIsDrawn);
+    album.take(QStringLiteral("settings"));
+}
+
+void report(const Stages &stages)
+{
+    say(QStringLiteral("  key held → recording        %1 ms (150 of them to tell a hold from a tap)")
+            .arg(milliseconds(stages.pressed, stages.recording)));
+    say(QStringLiteral("  speaking                    %1 ms").arg(milliseconds(stages.recording, stages.released)));
+    say(QStringLiteral("  key let go → recognised     %1 ms").arg(milliseconds(stages.released, stages.recognised)));
+    say(QStringLiteral("  recognised → in the window  %1 ms").arg(milliseconds(stages.recognised, stages.arrived)));
+    say(QStringLiteral("  key let go → in the window  %1 ms").arg(milliseconds(stages.released, stages.arrived)));
+}
+
+int run(const QString &sentence, const QString &pictureFolder)
+{
+    const QDir programs(QCoreApplication::applicationDirPath());
+    say(QStringLiteral("Making a desktop: X server, window manager, tray, compositor, sound server …"));
+    VirtualDesktop desktop;
+    auto environment = desktop.environment();
+    const auto compositor = startCompositor(environment);
+    const auto tray = startTray(environment);
+    SoundServer sound(desktop.folder() + QStringLiteral("/sound"), environment);
+    Album album(desktop, pictureFolder);
+
+    say(QStringLiteral("Opening a text window and starting Talmo …"));
+    const QString title = QStringLiteral("Notes");
+    ChildProcess window(programs.filePath(QStringLiteral("talmo-demo-window")), {title}, environment);
+    if (!desktop.waitForActiveWindow(title, patience)) {
+        throw Error(QStringLiteral("The text window did not open:\n") + window.output());
+    }
+    environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("talmo.general.debug=true"));
+    const QString talmoProgram = programs.filePath(QStringLiteral("talmo"));
+    ChildProcess talmo(talmoProgram, {}, environment);
+    required(talmo.waitForLine(QStringLiteral("ready:"), patience), QStringLiteral("Talmo's start"), talmo);
+
+    say(QStringLiteral("Holding Right Ctrl and saying “%1” …").arg(sentence));
+    const QString wav = speak(sentence, desktop.folder());
+    VirtualKeyboard keyboard;
+    const Stages stages = dictate(sound, keyboard, talmo, window, wav, album);
+    required(talmo.waitForLine(QStringLiteral("state: idle"), patience), QStringLiteral("The end"), talmo);
+
+    report(stages);
+    album.take(QStringLiteral("dictation"));
+    say(QStringLiteral("Opening the menu and the settings …"));
+    showMenuAndSettings(desktop, environment, talmoProgram, album);
+    if (talmo.terminate() != 0) {
+        throw Error(QStringLiteral("Talmo did not end well:\n") + talmo.output());
+    }
+    say(QStringLiteral("recognised: ") + stages.recognisedText);
+    say(QStringLiteral("inserted: ") + stages.insertedText);
+    return stages.insertedText.isEmpty() ? EXIT_FAILURE : EXIT_SUCCESS;
+}
+
+} // namespace
+
+} // namespace talmo::testbed
+
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Dictates a sentence on a desktop of its own."));
+    parser.addHelpOption();
+    const QCommandLineOption sayOption(QStringLiteral("say"), QStringLiteral("Speak this."), QStringLiteral("TEXT"),
+                                       QStringLiteral("the computer does not start after the last update"));
+    const QCommandLineOption pictureOption(QStringLiteral("pictures"), QStringLiteral("Save pictures here."),
+                                           QStringLiteral("FOLDER"), QStringLiteral("talmo-demo"));
+    parser.addOptions({sayOption, pictureOption});
+    parser.process(application);
+    try {
+        return talmo::testbed::run(parser.value(sayOption), parser.value(pictureOption));
+    } catch (const talmo::Error &error) {
+        std::fprintf(stderr, "demo: %s\n", qUtf8Printable(error.localizedDescription()));
+        return EXIT_FAILURE;
+    }
+}

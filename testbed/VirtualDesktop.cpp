@@ -1,0 +1,246 @@
+#include "VirtualDesktop.h"
+
+#include "Base/Error.h"
+#include "Platform/Linux/X11/XProperty.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+
+#include <poll.h>
+
+#include <cstring>
+
+namespace talmo::testbed {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// The client window within a window manager's frame: the first that says which program it belongs to.
+xcb_window_t clientWindow(XConnection &connection, xcb_window_t window)
+{
+    if (!xProperty(connection.get(), window, XCB_ATOM_WM_CLASS).isEmpty()) {
+        return window;
+    }
+    const XcbPtr<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(connection.get(), xcb_query_tree(connection.get(), window), nullptr));
+    for (int index = 0; tree && index < xcb_query_tree_children_length(tree.get()); ++index) {
+        const auto child = xcb_query_tree_children(tree.get())[index];
+        if (const auto client = clientWindow(connection, child); client != XCB_NONE) {
+            return client;
+        }
+    }
+    return XCB_NONE;
+}
+
+/// Waits for any event of the connection's; false when the time is up.
+bool waitForEvent(XConnection &connection, std::chrono::steady_clock::time_point deadline)
+{
+    while (true) {
+        if (const XcbPtr<xcb_generic_event_t> event{xcb_poll_for_event(connection.get())}) {
+            return true;
+        }
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
+        pollfd descriptor{connection.fileDescriptor(), POLLIN, 0};
+        if (left.count() <= 0 || poll(&descriptor, 1, static_cast<int>(left.count())) <= 0) {
+            return false;
+        }
+    }
+}
+
+} // namespace
+
+VirtualDesktop::VirtualDesktop()
+    : m_environment(QProcessEnvironment::systemEnvironment()),
+      m_previousDisplay(qgetenv("DISPLAY"))
+{
+    for (const auto &name : {"run", "config", "state", "cache", "data"}) {
+        QDir(m_folder.path()).mkpath(QString::fromLatin1(name));
+    }
+    const QString run = m_folder.filePath(QStringLiteral("run"));
+    QFile::setPermissions(run, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    const std::pair<const char *, QString> variables[] = {
+        {"HOME", m_folder.path()},
+        {"XDG_RUNTIME_DIR", run},
+        {"XDG_CONFIG_HOME", m_folder.filePath(QStringLiteral("config"))},
+        {"XDG_STATE_HOME", m_folder.filePath(QStringLiteral("state"))},
+        {"XDG_CACHE_HOME", m_folder.filePath(QStringLiteral("cache"))},
+        {"XDG_DATA_HOME", m_folder.filePath(QStringLiteral("data"))},
+        {"LANG", QStringLiteral("C.UTF-8")},
+        {"LC_ALL", QStringLiteral("C.UTF-8")},
+        {"QT_QPA_PLATFORM", QStringLiteral("xcb")},
+        {"GDK_BACKEND", QStringLiteral("x11")},
+        {"NO_AT_BRIDGE", QStringLiteral("1")},
+        {"QT_FORCE_STDERR_LOGGING", QStringLiteral("1")},
+    };
+    for (const auto &[name, value] : variables) {
+        m_environment.insert(QString::fromLatin1(name), value);
+    }
+    m_environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
+    // There is no bus here. Not knowing where one would be, programs would start their own.
+    m_environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("unix:path=%1/bus").arg(run));
+    storeSettings({{QStringLiteral("linux.languageModelAddress"), QStringLiteral("off")}});
+    startServer();
+    m_connection = std::make_unique<XConnection>();
+    startWindowManager();
+}
+
+void VirtualDesktop::storeSettings(const QJsonObject &settings)
+{
+    QDir(m_folder.path()).mkpath(QStringLiteral("config/talmo"));
+    QFile file(m_folder.filePath(QStringLiteral("config/talmo/settings.json")));
+    const auto bytes = QJsonDocument(settings).toJson();
+    if (!file.open(QFile::WriteOnly) || file.write(bytes) != bytes.size()) {
+        throw Error(QStringLiteral("No settings could be stored: ") + file.errorString());
+    }
+}
+
+VirtualDesktop::~VirtualDesktop()
+{
+    m_connection.reset();
+    m_windowManager.reset();
+    m_server.reset();
+    qputenv("DISPLAY", m_previousDisplay);
+}
+
+void VirtualDesktop::startServer()
+{
+    m_server = std::make_unique<ChildProcess>(QStringLiteral("Xvfb"),
+                                              QStringList{QStringLiteral("-displayfd"), QStringLiteral("1"),
+                                                          QStringLiteral("-screen"), QStringLiteral("0"),
+                                                          QStringLiteral("1024x640x24"), QStringLiteral("-nolisten"),
+                                                          QStringLiteral("tcp"), QStringLiteral("-noreset")},
+                                              m_environment);
+    // It writes the number of the display once it serves it, and nothing else that is only digits.
+    QString number;
+    const bool isReady = waitUntil(
+        [this, &number] {
+            for (const auto &line : m_server->lines()) {
+                bool isNumber = false;
+                line.text.toInt(&isNumber);
+                number = isNumber ? line.text : number;
+            }
+            return !number.isEmpty() || !m_server->isRunning();
+        },
+        20s);
+    if (!isReady || number.isEmpty()) {
+        throw Error(QStringLiteral("Xvfb did not start: ") + m_server->output());
+    }
+    const QString display = QLatin1Char(':') + number;
+    m_environment.insert(QStringLiteral("DISPLAY"), display);
+    qputenv("DISPLAY", display.toLatin1());
+}
+
+void VirtualDesktop::startWindowManager()
+{
+    constexpr quint32 events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(m_connection->get(), m_connection->root(), XCB_CW_EVENT_MASK, &events);
+    m_connection->flush();
+    // Its own command at the end of its start: a window that comes before is only adopted, and gets no keyboard.
+    const QString ready = QStringLiteral("window-manager-is-ready");
+    m_windowManager = std::make_unique<ChildProcess>(
+        QStringLiteral("openbox"), QStringList{QStringLiteral("--startup"), QStringLiteral("echo ") + ready},
+        m_environment);
+    if (!m_windowManager->waitForLine(ready, 20s)) {
+        throw Error(QStringLiteral("openbox did not start: ") + m_windowManager->output());
+    }
+}
+
+xcb_window_t VirtualDesktop::activeWindow()
+{
+    const QByteArray active =
+        xProperty(m_connection->get(), m_connection->root(), m_connection->atom("_NET_ACTIVE_WINDOW"));
+    xcb_window_t window = XCB_NONE;
+    if (active.size() == sizeof(window)) {
+        std::memcpy(&window, active.constData(), sizeof(window));
+    }
+    return window;
+}
+
+void VirtualDesktop::minimiseActiveWindow()
+{
+    constexpr quint32 iconic = 3;
+    xcb_client_message_event_t request = {};
+    request.response_type = XCB_CLIENT_MESSAGE;
+    request.format = 32;
+    request.window = activeWindow();
+    request.type = m_connection->atom("WM_CHANGE_STATE");
+    request.data.data32[0] = iconic;
+    xcb_send_event(m_connection->get(), 0, m_connection->root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                   reinterpret_cast<const char *>(&request));
+    xcb_flush(m_connection->get());
+}
+
+QString VirtualDesktop::activeWindowTitle()
+{
+    const auto window = activeWindow();
+    const XcbPtr<xcb_get_input_focus_reply_t> focus(
+        xcb_get_input_focus_reply(m_connection->get(), xcb_get_input_focus(m_connection->get()), nullptr));
+    const bool hasFocus = focus && focus->focus > XCB_INPUT_FOCUS_POINTER_ROOT && focus->focus != m_connection->root();
+    return window != XCB_NONE && hasFocus ? QString::fromUtf8(xProperty(m_connection->get(), window, XCB_ATOM_WM_NAME))
+                                          : QString();
+}
+
+bool VirtualDesktop::waitForActiveWindow(const QString &title, Patience patience)
+{
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    while (!activeWindowTitle().contains(title)) {
+        if (!waitForEvent(*m_connection, deadline)) {
+            return activeWindowTitle().contains(title);
+        }
+    }
+    return true;
+}
+
+int VirtualDesktop::takeActiveWindowChanges()
+{
+    activeWindowTitle(); // What happened before the answer is in the queue now.
+    int changes = 0;
+    while (const XcbPtr<xcb_generic_event_t> event{xcb_poll_for_event(m_connection->get())}) {
+        if (event->response_type == XCB_PROPERTY_NOTIFY) {
+            const auto *change = reinterpret_cast<const xcb_property_notify_event_t *>(event.get());
+            changes += change->atom == m_connection->atom("_NET_ACTIVE_WINDOW") ? 1 : 0;
+        }
+    }
+    return changes;
+}
+
+QList<VirtualDesktop::Window> VirtualDesktop::visibleWindows()
+{
+    QList<Window> windows;
+    auto *connection = m_connection->get();
+    const XcbPtr<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(connection, xcb_query_tree(connection, m_connection->root()), nullptr));
+    for (int index = 0; tree && index < xcb_query_tree_children_length(tree.get()); ++index) {
+        const auto window = xcb_query_tree_children(tree.get())[index];
+        const XcbPtr<xcb_get_window_attributes_reply_t> attributes(
+            xcb_get_window_attributes_reply(connection, xcb_get_window_attributes(connection, window), nullptr));
+        const XcbPtr<xcb_get_geometry_reply_t> geometry(
+            xcb_get_geometry_reply(connection, xcb_get_geometry(connection, window), nullptr));
+        if (attributes && geometry && attributes->map_state == XCB_MAP_STATE_VIEWABLE) {
+            const auto client = clientWindow(*m_connection, window);
+            // A window that the window manager handles lies in a frame of its own.
+            windows.append({xProperty(connection, client, XCB_ATOM_WM_CLASS).split('\0').value(0),
+                            client != window && client != XCB_NONE,
+                            QRect(geometry->x, geometry->y, geometry->width, geometry->height)});
+        }
+    }
+    return windows;
+}
+
+QImage VirtualDesktop::screenshot()
+{
+    const auto width = m_connection->screen().width_in_pixels;
+    const auto height = m_connection->screen().height_in_pixels;
+    const auto cookie = xcb_get_image(m_connection->get(), XCB_IMAGE_FORMAT_Z_PIXMAP, m_connection->root(), 0, 0, width,
+                                      height, ~quint32(0));
+    const XcbPtr<xcb_get_image_reply_t> reply(xcb_get_image_reply(m_connection->get(), cookie, nullptr));
+    if (!reply) {
+        return {};
+    }
+    return QImage(xcb_get_image_data(reply.get()), width, height, QImage::Format_RGB32).copy();
+}
+
+} // namespace talmo::testbed

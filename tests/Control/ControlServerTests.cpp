@@ -1,0 +1,211 @@
+#include "Control/ControlServer.h"
+
+#include "Base/Task.h"
+#include "Control/ControlSocket.h"
+#include "Platform/Linux/System/FileDescriptor.h"
+#include "Support/AnotherUser.h"
+#include "Support/ManualClock.h"
+#include "Support/Printing.h"
+#include "Support/RecordingLog.h"
+#include "Support/TestLoop.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+
+namespace talmo::test {
+
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+sockaddr_un addressOf(const QString &path)
+{
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    const QByteArray name = QFile::encodeName(path);
+    EXPECT_LT(static_cast<std::size_t>(name.size()), sizeof(address.sun_path));
+    std::copy(name.begin(), name.end(), address.sun_path);
+    return address;
+}
+
+FileDescriptor makeSocket()
+{
+    return FileDescriptor(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+}
+
+class ControlServerTest : public testing::Test {
+protected:
+    RecordingLog log;
+    QTemporaryDir folder;
+    QString path = folder.filePath(u"talmo:0"_s);
+    std::shared_ptr<ManualClock> clock = std::make_shared<ManualClock>();
+    std::vector<QString> inserted;
+    std::shared_ptr<Completion<void>> insertion;
+    ControlServer server{{[this](const QString &text) { return insert(text); }, [] {},
+                          [](const QString &) { return refuse(u"The settings could not be saved."_s); },
+                          [](bool) { return std::optional<QString>(); }, [] { return ready(false); }},
+                         clock};
+
+    void SetUp() override { ASSERT_TRUE(server.listen(path)); }
+
+    QCoro::Task<void> insert(QString text)
+    {
+        inserted.push_back(text);
+        if (insertion) {
+            co_await insertion->future();
+        }
+    }
+    static QCoro::Task<void> refuse(QString why)
+    {
+        co_await ready();
+        throw Error(why);
+    }
+    std::unique_ptr<QLocalSocket> connected() const
+    {
+        auto socket = std::make_unique<QLocalSocket>();
+        socket->connectToServer(path);
+        return socket;
+    }
+    /// Everything that the server says until it hangs up.
+    static QByteArray answerOf(QLocalSocket &socket)
+    {
+        QByteArray answer;
+        EXPECT_TRUE(waitFor([&] {
+            answer += socket.readAll();
+            return socket.state() == QLocalSocket::UnconnectedState;
+        }));
+        return answer + socket.readAll();
+    }
+    QByteArray answerTo(const QByteArray &request) const
+    {
+        const auto socket = connected();
+        socket->write(request);
+        return answerOf(*socket);
+    }
+};
+
+} // namespace
+
+TEST_F(ControlServerTest, socketIsPrivate)
+{
+    struct stat status{};
+    ASSERT_EQ(stat(QFile::encodeName(path).constData(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0077U, 0U);
+}
+
+TEST_F(ControlServerTest, answersOneRequestPerConnection)
+{
+    EXPECT_EQ(answerTo(ControlSocket::insertRequest(u"hello"_s)), ControlSocket::answer(std::nullopt));
+    EXPECT_THAT(answerTo("{}\n").toStdString(), HasSubstr("does not know"));
+    EXPECT_THAT(inserted, ElementsAre(u"hello"_s));
+    EXPECT_EQ(clock->sleeperCount(), 0U);
+}
+
+TEST_F(ControlServerTest, choiceThatCannotBeSavedIsAnError)
+{
+    EXPECT_THAT(answerTo(ControlSocket::recogniserRequest(u"toy"_s)).toStdString(), HasSubstr("could not be saved"));
+}
+
+TEST_F(ControlServerTest, programOfAnotherUserIsTurnedAwayUnheard)
+{
+    if (!AnotherUser::isPossible()) {
+        GTEST_SKIP() << "only root can act as another user";
+    }
+    ASSERT_EQ(chmod(QFile::encodeName(folder.path()).constData(), 0755), 0);
+    ASSERT_EQ(chmod(QFile::encodeName(path).constData(), 0777), 0);
+    const FileDescriptor stranger = makeSocket();
+    const auto address = addressOf(path);
+    {
+        const AnotherUser user;
+        ASSERT_EQ(::connect(stranger.get(), reinterpret_cast<const sockaddr *>(&address), sizeof(address)), 0);
+    }
+    const QByteArray request = ControlSocket::insertRequest(u"hello"_s);
+    ASSERT_EQ(::write(stranger.get(), request.constData(), static_cast<std::size_t>(request.size())), request.size());
+    EXPECT_TRUE(waitFor([this] { return !log.lines().empty(); }));
+    settle();
+    char byte = 0;
+    EXPECT_LE(::recv(stranger.get(), &byte, 1, MSG_DONTWAIT), 0);
+    EXPECT_THAT(inserted, IsEmpty());
+    EXPECT_THAT(log.lines(), Contains(testing::Property(&QString::toStdString, HasSubstr("another user"))));
+}
+
+TEST_F(ControlServerTest, overlongRequestIsRefused)
+{
+    const auto socket = connected();
+    socket->write(QByteArray(ControlSocket::largestRequest + 1, 'a'));
+    EXPECT_THAT(answerOf(*socket).toStdString(), HasSubstr("too long"));
+    EXPECT_EQ(clock->sleeperCount(), 0U);
+}
+
+TEST_F(ControlServerTest, clientThatSendsNoWholeRequestIsHungUpOn)
+{
+    const auto socket = connected();
+    socket->write("{\"command\"");
+    ASSERT_TRUE(waitFor([this] { return clock->sleeperCount() == 1; }));
+    clock->advance(std::chrono::milliseconds(4999));
+    EXPECT_EQ(socket->state(), QLocalSocket::ConnectedState);
+    clock->advance(std::chrono::milliseconds(1));
+    EXPECT_THAT(answerOf(*socket).toStdString(), HasSubstr("too long to arrive"));
+}
+
+TEST_F(ControlServerTest, clientWaitingForItsInsertionIsNotHungUpOn)
+{
+    insertion = Completion<void>::make();
+    const auto socket = connected();
+    socket->write(ControlSocket::insertRequest(u"hello"_s));
+    ASSERT_TRUE(waitFor([this] { return !inserted.empty(); }));
+    clock->advance(std::chrono::minutes(1));
+    EXPECT_EQ(socket->state(), QLocalSocket::ConnectedState);
+    insertion->finish();
+    EXPECT_EQ(answerOf(*socket), ControlSocket::answer(std::nullopt));
+}
+
+TEST_F(ControlServerTest, oneClientTooManyIsSentAway)
+{
+    std::vector<std::unique_ptr<QLocalSocket>> idle;
+    constexpr std::size_t mostClients = 32;
+    while (idle.size() < mostClients) {
+        idle.push_back(connected());
+        ASSERT_TRUE(waitFor([&] { return clock->sleeperCount() == idle.size(); }));
+    }
+    EXPECT_EQ(answerTo(ControlSocket::insertRequest(u"hello"_s)), QByteArray());
+    EXPECT_THAT(inserted, IsEmpty());
+    idle.clear();
+    ASSERT_TRUE(waitFor([this] { return clock->sleeperCount() == 0; }));
+    EXPECT_EQ(answerTo(ControlSocket::insertRequest(u"hello"_s)), ControlSocket::answer(std::nullopt));
+}
+
+TEST(ControlSocket, nothingIsSentToAnotherUsersListener)
+{
+    if (!AnotherUser::isPossible()) {
+        GTEST_SKIP() << "only root can act as another user";
+    }
+    const QTemporaryDir folder;
+    const QByteArray before = qgetenv("XDG_RUNTIME_DIR");
+    qputenv("XDG_RUNTIME_DIR", folder.path().toUtf8());
+    RecordingLog log;
+    const FileDescriptor listener = makeSocket();
+    const auto address = addressOf(ControlSocket::path());
+    ASSERT_EQ(::bind(listener.get(), reinterpret_cast<const sockaddr *>(&address), sizeof(address)), 0);
+    {
+        const AnotherUser user;
+        ASSERT_EQ(::listen(listener.get(), 1), 0);
+    }
+    EXPECT_EQ(ControlSocket::exchange(ControlSocket::settingsRequest(), 1000, 1000), std::nullopt);
+    const FileDescriptor accepted(::accept(listener.get(), nullptr, nullptr));
+    char byte = 0;
+    EXPECT_EQ(::recv(accepted.get(), &byte, 1, 0), 0) << "nothing but the end of the connection";
+    EXPECT_THAT(log.lines(), Contains(testing::Property(&QString::toStdString, HasSubstr("another user"))));
+    qputenv("XDG_RUNTIME_DIR", before);
+}
+
+} // namespace talmo::test

@@ -1,0 +1,494 @@
+#include "LanguageModel/LoopbackLanguageModel.h"
+
+#include "Cleanup/TextCleanupService.h"
+#include "Support/ManualClock.h"
+#include "Support/Printing.h"
+#include "Support/RecordingLog.h"
+#include "Support/TestLoop.h"
+#include "Support/TestModelServer.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <gmock/gmock.h>
+
+namespace talmo::test {
+
+namespace {
+
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class FakeTrust final : public ServerTrust {
+public:
+    bool answer = true;
+    mutable std::vector<Endpoint> asked;
+
+    bool isTrusted(const Endpoint &at, const Endpoint & /*client*/) const override
+    {
+        asked.push_back(at);
+        return answer;
+    }
+};
+
+/// A real server in a process of its own; only time is virtual, so that nobody waits ten seconds for a server that
+/// hangs. Everything runs on the test's thread.
+class LoopbackLanguageModelTest : public testing::Test {
+protected:
+    RecordingLog log;
+    TestModelServer server;
+    std::shared_ptr<ManualClock> clock = std::make_shared<ManualClock>();
+    std::shared_ptr<SerialExecutor> executor = SerialExecutor::onCurrentThread();
+    std::shared_ptr<FakeTrust> trust = std::make_shared<FakeTrust>();
+    std::shared_ptr<LoopbackLanguageModel> model = makeModel(server.address());
+
+    ~LoopbackLanguageModelTest() override { EXPECT_TRUE(waitFor(model->shutDown())); }
+
+    std::shared_ptr<LoopbackLanguageModel> makeModel(const QString &address, const QString &name = {})
+    {
+        return std::make_shared<LoopbackLanguageModel>(
+            LoopbackLanguageModel::Configuration{address, name, {server.port()}}, executor, clock, trust);
+    }
+    std::optional<UnavailableReason> refreshed()
+    {
+        EXPECT_TRUE(waitFor(model->refresh()));
+        return model->unavailableReason();
+    }
+    QFuture<QString> ask(const QString &prompt = u"<transcript>hello</transcript>"_s)
+    {
+        return model->makeSession(u"instructions"_s)->respond(prompt, {SamplingMode::Greedy, std::nullopt, 64});
+    }
+    /// The answer, or what went wrong.
+    static QString outcome(const QFuture<QString> &future)
+    {
+        EXPECT_TRUE(waitFor(future));
+        try {
+            return u"answer: "_s + future.result();
+        } catch (const Error &error) {
+            return u"error: "_s + error.localizedDescription();
+        }
+    }
+    QString cleaned(const QString &transcript)
+    {
+        const auto result = cleaning(transcript);
+        EXPECT_TRUE(waitFor([&result] { return result->has_value(); }));
+        return result->value_or(QString());
+    }
+    /// The text, once there is one.
+    std::shared_ptr<std::optional<QString>> cleaning(const QString &transcript)
+    {
+        auto result = std::make_shared<std::optional<QString>>();
+        TextCleanupService service(executor, model);
+        service.cleanup(transcript, true, false, TextTone::Standard, {}).then([result](const QString &text) {
+            *result = text;
+        });
+        return result;
+    }
+    /// One request at a time, each held until it is let go by its name.
+    void beSlow(bool isAlone, const QStringList &names)
+    {
+        QJsonArray rules;
+        for (const auto &name : names) {
+            rules.append(QJsonObject{{u"when"_s, name}, {u"answer"_s, u"Edited %1."_s.arg(name)}, {u"held"_s, name}});
+        }
+        server.behave({{u"slots"_s, 1}, {u"alone"_s, isAlone}, {u"chat"_s, rules}});
+    }
+    void letGo(const QStringList &names) { server.behave({{u"free"_s, QJsonArray::fromStringList(names)}}); }
+    bool logSays(const QString &text) const
+    {
+        const auto lines = log.lines();
+        return std::any_of(lines.begin(), lines.end(), [&text](const QString &line) { return line.contains(text); });
+    }
+};
+
+} // namespace
+
+TEST_F(LoopbackLanguageModelTest, isNotReadyBeforeItWasLookedFor)
+{
+    EXPECT_EQ(model->unavailableReason(), UnavailableReason::ModelNotReady);
+    EXPECT_THAT(server.requests(), IsEmpty()) << "nothing is asked before somebody wants to know";
+}
+
+TEST_F(LoopbackLanguageModelTest, findsAServerAndAsksIt)
+{
+    EXPECT_EQ(refreshed(), std::nullopt);
+    EXPECT_EQ(model->description(), u"test-model at "_s + server.address());
+    EXPECT_EQ(outcome(ask()), u"answer: Hello from the model."_s);
+    const auto chats = server.chats();
+    ASSERT_THAT(chats, SizeIs(1));
+    EXPECT_EQ(chats[0].value(u"model"_s), u"test-model"_s);
+    EXPECT_EQ(chats[0].value(u"temperature"_s), 0);
+    EXPECT_EQ(chats[0].value(u"max_tokens"_s), 64);
+    EXPECT_EQ(chats[0].value(u"messages"_s).toArray().size(), 2);
+    EXPECT_FALSE(chats[0].contains(u"tools"_s));
+}
+
+TEST_F(LoopbackLanguageModelTest, sendsNothingButWhatIsNeeded)
+{
+    refreshed();
+    outcome(ask());
+    for (const auto &request : server.requests()) {
+        QStringList names = request.value(u"headers"_s).toObject().keys();
+        for (const auto &known : {u"Host"_s, u"Connection"_s, u"Accept-Encoding"_s, u"Accept-Language"_s,
+                                  u"User-Agent"_s, u"Content-Type"_s, u"Content-Length"_s}) {
+            names.removeAll(known);
+        }
+        EXPECT_EQ(names, QStringList());
+    }
+}
+
+TEST_F(LoopbackLanguageModelTest, theUsersModelNameIsAskedFor)
+{
+    model = makeModel(server.address(), u"my-model"_s);
+    EXPECT_EQ(refreshed(), std::nullopt);
+    outcome(ask());
+    EXPECT_EQ(server.chats().at(0).value(u"model"_s), u"my-model"_s);
+}
+
+TEST_F(LoopbackLanguageModelTest, nobodyListening)
+{
+    server.kill();
+    EXPECT_EQ(refreshed(), UnavailableReason::AppleIntelligenceNotEnabled);
+}
+
+TEST_F(LoopbackLanguageModelTest, localhostIsTriedOverBothProtocols)
+{
+    TestModelServer server6(0, QProcessEnvironment::systemEnvironment(), {u"--v6"_s});
+    model = makeModel(u"http://localhost:%1"_s.arg(server6.port()));
+    EXPECT_EQ(refreshed(), std::nullopt) << model->description().toStdString();
+    EXPECT_EQ(outcome(ask()), u"answer: Hello from the model."_s);
+}
+
+TEST_F(LoopbackLanguageModelTest, stillLoading)
+{
+    // llama.cpp's server may answer so to everything, or list its model already.
+    server.behave({{u"models"_s, QJsonObject{{u"status"_s, 503}, {u"body"_s, u"{\"error\":{\"code\":503}}"_s}}}});
+    EXPECT_EQ(refreshed(), UnavailableReason::ModelNotReady);
+    server.behave({{u"models"_s, QJsonArray{u"m"_s}}, {u"health"_s, 503}});
+    EXPECT_EQ(refreshed(), UnavailableReason::ModelNotReady);
+    server.behave({{u"health"_s, 200}});
+    EXPECT_EQ(refreshed(), std::nullopt);
+}
+
+TEST_F(LoopbackLanguageModelTest, aServerWithoutModels)
+{
+    server.behave({{u"models"_s, QJsonArray()}});
+    EXPECT_EQ(refreshed(), UnavailableReason::Other);
+    EXPECT_TRUE(model->description().contains(u"has no model"_s));
+}
+
+TEST_F(LoopbackLanguageModelTest, somethingElseAtTheUsersAddress)
+{
+    for (const auto &models :
+         {QJsonObject{{u"status"_s, 404}}, QJsonObject{{u"status"_s, 401}},
+          QJsonObject{{u"status"_s, 200}, {u"body"_s, u"<html>Hello</html>"_s}, {u"type"_s, u"text/html"_s}},
+          QJsonObject{{u"status"_s, 302}, {u"headers"_s, QJsonObject{{u"Location"_s, u"http://127.0.0.1:1/"_s}}}},
+          QJsonObject{{u"fault"_s, u"close"_s}}, QJsonObject{{u"fault"_s, u"huge"_s}}}) {
+        server.behave({{u"models"_s, models}});
+        EXPECT_EQ(refreshed(), UnavailableReason::Other) << model->description().toStdString();
+        EXPECT_TRUE(model->description().contains(u"is no model server"_s)) << model->description().toStdString();
+    }
+}
+
+TEST_F(LoopbackLanguageModelTest, aServerThatHangsHoldsNobodyUpForLong)
+{
+    server.behave({{u"models"_s, QJsonObject{{u"fault"_s, u"hang"_s}}}});
+    const auto refreshing = model->refresh();
+    ASSERT_TRUE(waitFor([this] { return !server.requests().empty(); }));
+    EXPECT_FALSE(refreshing.isFinished());
+    clock->advance(std::chrono::seconds(1));
+    EXPECT_TRUE(waitFor(refreshing));
+    EXPECT_EQ(model->unavailableReason(), UnavailableReason::Other);
+}
+
+TEST_F(LoopbackLanguageModelTest, looksOnceForAllWhoAskMeanwhile)
+{
+    const auto first = model->refresh();
+    const auto second = model->refresh();
+    EXPECT_TRUE(waitFor(first));
+    EXPECT_TRUE(waitFor(second));
+    EXPECT_THAT(server.requests(), SizeIs(2)) << "the models and the health, once";
+}
+
+TEST_F(LoopbackLanguageModelTest, isLookedForOnlyWhenToldTo)
+{
+    refreshed();
+    const auto before = server.requests().size();
+    clock->advance(std::chrono::hours(24));
+    EXPECT_EQ(server.requests().size(), before);
+    EXPECT_EQ(clock->sleeperCount(), 0U);
+}
+
+TEST_F(LoopbackLanguageModelTest, switchedOff)
+{
+    model = makeModel(u"off"_s);
+    EXPECT_EQ(model->unavailableReason(), UnavailableReason::DeviceNotEligible);
+    EXPECT_EQ(refreshed(), UnavailableReason::DeviceNotEligible);
+}
+
+TEST_F(LoopbackLanguageModelTest, anAddressElsewhereIsRefusedInTheLog)
+{
+    model = makeModel(u"http://192.168.1.2:8080"_s);
+    EXPECT_EQ(refreshed(), UnavailableReason::Other);
+    bool isSaid = false;
+    for (const auto &line : log.lines()) {
+        isSaid = isSaid || (line.startsWith(u"general error: "_s) && line.contains(u"192.168.1.2"_s));
+    }
+    EXPECT_TRUE(isSaid);
+}
+
+/// Each row is a way for a request to go wrong; every one ends in the locally formatted sentence.
+TEST_F(LoopbackLanguageModelTest, everyFaultEndsInLocalFormatting)
+{
+    const std::vector<QJsonObject> rules{
+        {{u"status"_s, 503}, {u"body"_s, u"{\"error\":{\"code\":503,\"message\":\"Loading model\"}}"_s}},
+        {{u"status"_s, 401}, {u"body"_s, u"{\"error\":{\"message\":\"Invalid API Key\"}}"_s}},
+        {{u"status"_s, 404}, {u"body"_s, u"{\"error\":{\"message\":\"model not found\"}}"_s}},
+        {{u"status"_s, 400}},
+        {{u"status"_s, 500}},
+        {{u"status"_s, 204}},
+        {{u"status"_s, 302}, {u"headers"_s, QJsonObject{{u"Location"_s, u"/elsewhere"_s}}}},
+        {{u"status"_s, 307}, {u"headers"_s, QJsonObject{{u"Location"_s, u"/v1/chat/completions"_s}}}},
+        {{u"status"_s, 200}, {u"body"_s, u"<html><body>Hello.</body></html>"_s}, {u"type"_s, u"text/html"_s}},
+        {{u"status"_s, 200}, {u"body"_s, u"{\"choices\": ["_s}},
+        {{u"status"_s, 200}, {u"body"_s, u""_s}},
+        {{u"status"_s, 200}, {u"body"_s, u"{\"choices\": []}"_s}},
+        {{u"status"_s, 200}, {u"body"_s, u"{\"message\": {\"content\": \"Hi.\"}}"_s}},
+        {{u"status"_s, 200}, {u"body"_s, u"\u0000\u0001"_s}},
+        {{u"answer"_s, u""_s}},
+        {{u"answer"_s, u"```\n```"_s}},
+        {{u"answer"_s, u"Hello wor"_s}, {u"finish_reason"_s, u"length"_s}},
+        {{u"answer"_s, u"Hello."_s}, {u"fault"_s, u"truncate"_s}},
+        {{u"fault"_s, u"reset"_s}},
+        {{u"fault"_s, u"close"_s}},
+        {{u"fault"_s, u"huge"_s}},
+        {{u"fault"_s, u"header"_s}},
+        {{u"fault"_s, u"headers"_s}},
+        {{u"fault"_s, u"chunks"_s}},
+        {{u"answer"_s, u"Hello. "_s.repeated(500)}},
+    };
+    for (const auto &rule : rules) {
+        ASSERT_EQ(refreshed(), std::nullopt);
+        server.answerWith(rule);
+        const auto before = server.chats().size();
+        EXPECT_EQ(cleaned(u"hello world"_s), u"Hello world."_s) << QJsonDocument(rule).toJson().toStdString();
+        EXPECT_EQ(server.chats().size(), before + 1) << "asked once, and not again";
+    }
+}
+
+TEST_F(LoopbackLanguageModelTest, theRequestOfAServerThatHangsOrDripsEndsAfterTenSeconds)
+{
+    for (const auto &fault : {u"hang"_s, u"drip"_s}) {
+        ASSERT_EQ(refreshed(), std::nullopt);
+        server.answerWith({{u"fault"_s, fault}});
+        const auto before = server.chats().size();
+        const auto answer = ask();
+        ASSERT_TRUE(server.waitForChats(before + 1));
+        clock->advance(std::chrono::milliseconds(9999));
+        EXPECT_FALSE(answer.isFinished());
+        clock->advance(std::chrono::milliseconds(1));
+        EXPECT_EQ(outcome(answer), u"error: The model server took too long."_s);
+    }
+}
+
+TEST_F(LoopbackLanguageModelTest, aServerKilledWhileItThinks)
+{
+    ASSERT_EQ(refreshed(), std::nullopt);
+    server.answerWith({{u"fault"_s, u"hang"_s}});
+    const auto answer = ask();
+    ASSERT_TRUE(server.waitForChats(1));
+    server.kill();
+    EXPECT_TRUE(outcome(answer).startsWith(u"error: "_s));
+    // It was looked for anew, and is known to be gone.
+    EXPECT_TRUE(
+        waitFor([this] { return model->unavailableReason() == UnavailableReason::AppleIntelligenceNotEnabled; }));
+}
+
+TEST_F(LoopbackLanguageModelTest, aServerThatLoadsAgainIsNotReadyAtOnce)
+{
+    ASSERT_EQ(refreshed(), std::nullopt);
+    server.behave({{u"health"_s, 503}});
+    server.answerWith({{u"status"_s, 503}});
+    outcome(ask());
+    EXPECT_EQ(model->unavailableReason(), UnavailableReason::ModelNotReady);
+}
+
+TEST_F(LoopbackLanguageModelTest, textWithTagsFencesAndPreamblesIsSanitised)
+{
+    ASSERT_EQ(refreshed(), std::nullopt);
+    for (const auto &answer : {u"-> Hello."_s, u"Sure, here you go:\n\nHello."_s, u"<transcript>Hello.</transcript>"_s,
+                               u"```\nHello.\n```"_s, u"<think>hm</think>\n\n\"Hello.\""_s}) {
+        server.answerWith({{u"answer"_s, answer}});
+        EXPECT_EQ(cleaned(u"hello"_s), u"Hello."_s) << answer.toStdString();
+    }
+}
+
+TEST_F(LoopbackLanguageModelTest, controlCharactersAreStrippedFromAnswers)
+{
+    ASSERT_EQ(refreshed(), std::nullopt);
+    server.answerWith({{u"answer"_s, u"Hello\u001b[31m,\r\nwor\u202eld\u0007."_s}});
+    EXPECT_EQ(cleaned(u"hello"_s), u"Hello[31m,\nworld."_s);
+}
+
+TEST_F(LoopbackLanguageModelTest, paragraphsAreEditedOneAfterAnotherWithTenSecondsEach)
+{
+    ASSERT_EQ(refreshed(), std::nullopt);
+    beSlow(false, {u"one"_s, u"two"_s, u"three"_s});
+    const auto text = cleaning(u"one new paragraph two new paragraph three"_s);
+    for (const auto &name : {u"one"_s, u"two"_s, u"three"_s}) {
+        const auto count = name == u"one"_s ? 1U : name == u"two"_s ? 2U : 3U;
+        ASSERT_TRUE(server.waitForChats(count));
+        clock->advance(std::chrono::seconds(9));
+        EXPECT_EQ(server.chats().size(), count) << "the next one is not sent before";
+        letGo({u"one"_s, count > 1 ? u"two"_s : QString(), count > 2 ? u"three"_s : QString()});
+        ASSERT_TRUE(waitFor([&] { return text->has_value() || server.chats().size() > count; }));
+    }
+    EXPECT_EQ(text->value_or(QString()), u"Edited one.\n\nEdited two.\n\nEdited three."_s);
+}
+
+TEST_F(LoopbackLanguageModelTest, slowParagraphCostsNoOtherItsEditing)
+{
+    ASSERT_EQ(refreshed(), std::nullopt);
+    beSlow(true, {u"one"_s, u"two"_s});
+    const auto text = cleaning(u"one new paragraph two"_s);
+    ASSERT_TRUE(server.waitForChats(1));
+    const auto looks = server.requests().size();
+    clock->advance(std::chrono::seconds(10));
+    // The server still edits what nobody waits for any more, and says nothing.
+    ASSERT_TRUE(waitFor([&] { return server.requests().size() > looks; }));
+    clock->advance(std::chrono::seconds(1));
+    ASSERT_TRUE(waitFor([&] { return server.requests().size() > looks + 1; }));
+    EXPECT_EQ(server.chats().size(), 1U);
+    letGo({u"one"_s, u"two"_s});
+    ASSERT_TRUE(waitFor([&] { return text->has_value(); }));
+    EXPECT_EQ(text->value_or(QString()), u"One.\n\nEdited two."_s);
+}
+
+TEST_F(LoopbackLanguageModelTest, hungServerCostsTwentySecondsHoweverManyParagraphsWait)
+{
+    ASSERT_EQ(refreshed(), std::nullopt);
+    beSlow(true, {u"one"_s});
+    const auto text = cleaning(u"one new line one new line one new line one"_s);
+    ASSERT_TRUE(server.waitForChats(1));
+    const Instant begin = clock->now();
+    while (!text->has_value() && clock->now() - begin < std::chrono::minutes(1)) {
+        ASSERT_TRUE(waitFor([&] { return text->has_value() || clock->sleeperCount() > 0; }));
+        clock->advance(std::chrono::seconds(1));
+    }
+    EXPECT_EQ(text->value_or(QString()), u"One.\nOne.\nOne.\nOne."_s);
+    EXPECT_LE(clock->now() - begin, std::chrono::seconds(21));
+    EXPECT_EQ(server.chats().size(), 1U);
+}
+
+TEST_F(LoopbackLanguageModelTest, lookWhileTheServerEditsDoesNotTakeItForGone)
+{
+    ASSERT_EQ(refreshed(), std::nullopt);
+    beSlow(true, {u"one"_s});
+    const auto text = cleaning(u"one"_s);
+    ASSERT_TRUE(server.waitForChats(1));
+    const auto looks = server.requests().size();
+    const auto looking = model->refresh();
+    ASSERT_TRUE(waitFor([&] { return server.requests().size() > looks; }));
+    clock->advance(std::chrono::seconds(1));
+    ASSERT_TRUE(waitFor(looking));
+    EXPECT_EQ(model->unavailableReason(), std::nullopt);
+    letGo({u"one"_s});
+    ASSERT_TRUE(waitFor([&] { return text->has_value(); }));
+    EXPECT_EQ(text->value_or(QString()), u"Edited one."_s);
+}
+
+TEST_F(LoopbackLanguageModelTest, cancellingEndsEveryRequestAtOnce)
+{
+    ASSERT_EQ(refreshed(), std::nullopt);
+    beSlow(false, {u"one"_s});
+    const auto text = cleaning(u"one new line one new line one"_s);
+    ASSERT_TRUE(server.waitForChats(1));
+    EXPECT_TRUE(waitFor(model->cancelRequests()));
+    ASSERT_TRUE(waitFor([&] { return text->has_value(); }));
+    EXPECT_EQ(text->value_or(QString()), u"One.\nOne.\nOne."_s);
+    EXPECT_EQ(server.chats().size(), 1U);
+    server.behave({{u"slots"_s, 0}, {u"chat"_s, QJsonArray{QJsonObject{{u"answer"_s, u"Hello."_s}}}}});
+    EXPECT_EQ(cleaned(u"hello"_s), u"Hello."_s) << "the next dictation is edited again";
+    EXPECT_EQ(server.chats().size(), 2U);
+}
+
+TEST_F(LoopbackLanguageModelTest, foundServerIsSentNothingUnlessItIsTrusted)
+{
+    trust->answer = false;
+    model = makeModel({});
+    EXPECT_EQ(refreshed(), UnavailableReason::Other);
+    EXPECT_TRUE(model->description().contains(u"another user"_s)) << model->description().toStdString();
+    EXPECT_EQ(model->server().refused, QStringList{u"127.0.0.1:%1"_s.arg(server.port())});
+    EXPECT_EQ(model->server().model, QString());
+    EXPECT_TRUE(logSays(u"general error: language model: another user's program answers"_s));
+    EXPECT_EQ(cleaned(u"hello"_s), u"Hello."_s);
+    EXPECT_THAT(server.requests(), IsEmpty());
+    ASSERT_FALSE(trust->asked.empty());
+    EXPECT_EQ(trust->asked.front().port, server.port());
+}
+
+TEST_F(LoopbackLanguageModelTest, trustIsAskedForAgainBeforeEachTextIsSent)
+{
+    model = makeModel({});
+    ASSERT_EQ(refreshed(), std::nullopt);
+    trust->answer = false;
+    EXPECT_TRUE(outcome(ask()).contains(u"another user"_s));
+    EXPECT_THAT(server.chats(), IsEmpty());
+    EXPECT_TRUE(waitFor([this] { return model->unavailableReason() == UnavailableReason::Other; }));
+    EXPECT_EQ(model->server().model, QString());
+}
+
+TEST_F(LoopbackLanguageModelTest, serverNamedInTheSettingsIsTrusted)
+{
+    trust->answer = false;
+    EXPECT_EQ(refreshed(), std::nullopt);
+    EXPECT_TRUE(trust->asked.empty());
+}
+
+TEST_F(LoopbackLanguageModelTest, tellsWhichServerAndModelGetTheText)
+{
+    server.behave({{u"models"_s, QJsonArray{u"qwen\u001b\u202e2.5"_s}}});
+    EXPECT_EQ(refreshed(), std::nullopt);
+    EXPECT_EQ(model->server().model, u"qwen2.5"_s);
+    EXPECT_EQ(model->server().place, u"127.0.0.1:%1"_s.arg(server.port()));
+    server.kill();
+    refreshed();
+    EXPECT_EQ(model->server().place, QString());
+}
+
+TEST_F(LoopbackLanguageModelTest, manySegmentsAreMoreThanTheConnections)
+{
+    ASSERT_EQ(refreshed(), std::nullopt);
+    QStringList spoken;
+    for (int number = 0; number < 20; ++number) {
+        spoken.append(u"hello"_s);
+    }
+    EXPECT_EQ(cleaned(spoken.join(u" new line "_s)).count(u"Hello from the model."_s), 20);
+}
+
+TEST_F(LoopbackLanguageModelTest, aProxyIsNotAsked)
+{
+    TestModelServer proxy;
+    qputenv("http_proxy", proxy.address().toUtf8());
+    qputenv("HTTP_PROXY", proxy.address().toUtf8());
+    EXPECT_EQ(refreshed(), std::nullopt);
+    EXPECT_EQ(outcome(ask()), u"answer: Hello from the model."_s);
+    qunsetenv("http_proxy");
+    qunsetenv("HTTP_PROXY");
+    EXPECT_THAT(proxy.requests(), IsEmpty());
+    EXPECT_THAT(server.chats(), SizeIs(1));
+}
+
+TEST_F(LoopbackLanguageModelTest, whatIsUnderWayAtTheEndIsCancelled)
+{
+    ASSERT_EQ(refreshed(), std::nullopt);
+    server.answerWith({{u"fault"_s, u"hang"_s}});
+    const auto answer = ask();
+    ASSERT_TRUE(server.waitForChats(1));
+    EXPECT_TRUE(waitFor(model->shutDown()));
+    EXPECT_TRUE(outcome(answer).startsWith(u"error: "_s));
+    EXPECT_TRUE(waitFor(model->refresh())) << "a late look finds nothing to do";
+    EXPECT_TRUE(outcome(ask()).startsWith(u"error: "_s));
+}
+
+} // namespace talmo::test

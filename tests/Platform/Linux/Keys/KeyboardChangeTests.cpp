@@ -1,0 +1,51 @@
+// The keyboard's layout changes while the key is held.
+
+#include "Platform/Linux/Keys/StandInKeyFilter.h"
+
+#include <gtest/gtest.h>
+
+namespace talmo::test {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::uint8_t rightControl = 105;
+constexpr std::uint8_t f13 = 191;
+
+class KeyboardChangeTest : public testing::Test {
+protected:
+    KeyboardChangeTest()
+    {
+        filter.setKeyCodes({rightControl});
+        EXPECT_EQ(filter.keyDown(rightControl, start), true);
+        filter.setKeyCodes({f13});
+    }
+    StandInKeyFilter filter;
+    const StandInKeyFilter::Time start{1h};
+};
+
+} // namespace
+
+TEST_F(KeyboardChangeTest, theHeldKeysReleaseIsStillReported)
+{
+    EXPECT_TRUE(filter.isWatched(rightControl));
+    EXPECT_EQ(filter.keyUp(rightControl), false);
+    EXPECT_FALSE(filter.isWatched(rightControl));
+}
+
+TEST_F(KeyboardChangeTest, theHeldKeysRepeatIsNoOtherKey)
+{
+    EXPECT_EQ(filter.keyDown(rightControl, start + 1ms), std::nullopt);
+    EXPECT_TRUE(filter.isReportedDown());
+}
+
+TEST_F(KeyboardChangeTest, theNewKeyCountsAfterTheOldOneIsReleased)
+{
+    filter.keyUp(rightControl);
+    EXPECT_EQ(filter.keyDown(rightControl, start + 1s), std::nullopt);
+    EXPECT_EQ(filter.keyDown(f13, start + 1s), true);
+    EXPECT_EQ(filter.keyUp(f13), false);
+}
+
+} // namespace talmo::test

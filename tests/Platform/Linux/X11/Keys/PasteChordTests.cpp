@@ -1,0 +1,108 @@
+#include "Platform/Linux/X11/Keys/PasteChord.h"
+
+#include "Support/Printing.h"
+
+#include <gmock/gmock.h>
+
+namespace talmo::test {
+
+using testing::ElementsAre;
+
+namespace {
+
+constexpr std::uint8_t shift = 50;
+constexpr std::uint8_t control = 37;
+constexpr std::uint8_t rightControl = 105;
+constexpr std::uint8_t alt = 64;
+constexpr std::uint8_t super = 133;
+constexpr std::uint8_t keyV = 55;
+constexpr std::uint8_t insert = 118;
+
+ChordKey down(std::uint8_t keyCode)
+{
+    return {keyCode, true};
+}
+ChordKey up(std::uint8_t keyCode)
+{
+    return {keyCode, false};
+}
+
+/// A keyboard with two layouts, each with these letters on the V key.
+KeyboardLayout keyboard(xcb_keysym_t first = 'v', xcb_keysym_t second = 0)
+{
+    KeyboardLayout layout;
+    layout.firstKeyCode = 8;
+    layout.keySymsPerKeyCode = 4;
+    layout.keySyms.assign(248 * 4, 0);
+    layout.keySyms[(keyV - 8) * 4] = first;
+    layout.keySyms[(keyV - 8) * 4 + 2] = second;
+    layout.keySyms[(insert - 8) * 4] = 0xff63;
+    layout.modifierKeys[0] = {shift};
+    layout.modifierKeys[2] = {control, rightControl};
+    layout.modifierKeys[3] = {alt};
+    layout.modifierKeys[6] = {super};
+    return layout;
+}
+
+} // namespace
+
+TEST(PasteStyle, isChosenByTheProgram)
+{
+    EXPECT_EQ(pasteStyleFor(u"gedit"_s, u"Gedit"_s), PasteStyle::ControlV);
+    EXPECT_EQ(pasteStyleFor(u"gnome-terminal-server"_s, u"Gnome-terminal"_s), PasteStyle::ControlShiftV);
+    EXPECT_EQ(pasteStyleFor(u"konsole"_s, u"konsole"_s), PasteStyle::ControlShiftV);
+    EXPECT_EQ(pasteStyleFor(u"xterm"_s, u"XTerm"_s), PasteStyle::ShiftInsertPrimary);
+    EXPECT_EQ(pasteStyleFor(u"urxvt"_s, u"URxvt"_s), PasteStyle::ShiftInsertPrimary);
+    EXPECT_EQ(pasteStyleFor(u"emacs"_s, u"Emacs"_s), PasteStyle::ShiftInsert);
+    EXPECT_EQ(pasteStyleFor(QString(), QString()), PasteStyle::ControlV);
+}
+
+TEST(PasteChord, isControlVForMost)
+{
+    EXPECT_THAT(pasteChord(keyboard(), PasteStyle::ControlV),
+                ElementsAre(down(control), down(keyV), up(keyV), up(control)));
+}
+
+TEST(PasteChord, isControlShiftVForTerminals)
+{
+    EXPECT_THAT(pasteChord(keyboard(), PasteStyle::ControlShiftV),
+                ElementsAre(down(control), down(shift), down(keyV), up(keyV), up(shift), up(control)));
+}
+
+TEST(PasteChord, letsHeldModifiersGoFirstAndNeverPressesThemAgain)
+{
+    auto layout = keyboard();
+    layout.heldKeys = {super, alt, rightControl, shift};
+    EXPECT_THAT(pasteChord(layout, PasteStyle::ControlV),
+                ElementsAre(up(shift), up(alt), up(super), down(control), down(keyV), up(keyV), up(control)));
+    EXPECT_THAT(
+        pasteChord(layout, PasteStyle::ShiftInsertPrimary),
+        ElementsAre(up(shift), up(alt), up(super), up(rightControl), down(shift), down(insert), up(insert), up(shift)));
+}
+
+TEST(PasteChord, looksInTheLayoutInUseFirstAndThenInTheOthers)
+{
+    auto russianFirst = keyboard(0x6cd, 'v');
+    EXPECT_EQ(keyCodeFor(russianFirst, 'v'), keyV);
+    auto both = keyboard('v', 0);
+    both.keySyms[(60 - 8) * 4 + 2] = 'v';
+    EXPECT_EQ(keyCodeFor(both, 'v'), keyV);
+    both.group = 1;
+    EXPECT_EQ(keyCodeFor(both, 'v'), 60);
+}
+
+TEST(PasteChord, isShiftInsertWhereNoLayoutHasALatinV)
+{
+    EXPECT_THAT(pasteChord(keyboard(0x6cd, 0), PasteStyle::ControlV),
+                ElementsAre(down(shift), down(insert), up(insert), up(shift)));
+}
+
+TEST(PasteChord, isNothingOnAKeyboardThatHasNeither)
+{
+    auto layout = keyboard(0, 0);
+    layout.keySyms[(insert - 8) * 4] = 0;
+    EXPECT_TRUE(pasteChord(layout, PasteStyle::ControlV).empty());
+    EXPECT_TRUE(pasteChord(KeyboardLayout{}, PasteStyle::ControlV).empty());
+}
+
+} // namespace talmo::test

@@ -1,0 +1,447 @@
+// Models over a real connection to a server that misbehaves, onto a real disk.
+
+#include "Recognition/Models/ModelInstaller.h"
+
+#include "Base/Error.h"
+#include "Base/SerialExecutor.h"
+#include "Support/ManualClock.h"
+#include "Support/Printing.h"
+#include "Support/TestFileServer.h"
+#include "Support/TestLoop.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+namespace talmo::test {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class ModelInstallerTest : public testing::Test {
+protected:
+    ModelInstallerTest()
+    {
+        QProcess maker;
+        maker.start(u"python3"_s, {QStringLiteral(TALMO_TESTS_FOLDER "/Support/make_archives.py"), files.path()});
+        EXPECT_TRUE(maker.waitForFinished() && maker.exitCode() == 0) << maker.readAllStandardError().constData();
+        server = std::make_unique<TestFileServer>(files.path());
+    }
+    ModelEntry entry(const QString &path) const
+    {
+        ModelEntry made;
+        made.id = u"toy"_s;
+        made.languages = QStringList{u"en"_s};
+        made.address = QUrl(server->address(path));
+        made.licence = u"public domain"_s;
+        return made;
+    }
+    /// One with a size and a checksum.
+    ModelEntry measured(const QString &path) const
+    {
+        auto made = entry(path);
+        QFile file(files.filePath(path.section(u'?', 0, 0).mid(1)));
+        EXPECT_TRUE(file.open(QFile::ReadOnly));
+        const QByteArray content = file.readAll();
+        made.size = content.size();
+        made.sha256 = QCryptographicHash::hash(content, QCryptographicHash::Sha256).toHex();
+        return made;
+    }
+    QFuture<void> begin(const ModelEntry &wanted)
+    {
+        const auto onProgress = [this](const ModelProgress &each) { progress.push_back(each); };
+        return executor->run<void>(
+            [this, wanted, onProgress] { return installer.install(wanted, onProgress, stop.get_token()); });
+    }
+    /// What went wrong; empty when it is installed. Pauses between tries pass at once.
+    QString install(const ModelEntry &wanted)
+    {
+        const auto future = begin(wanted);
+        return outcome(future);
+    }
+    QString outcome(QFuture<void> future)
+    {
+        constexpr Duration longestPause = std::chrono::seconds(16);
+        const auto isOver = [&] {
+            const auto &asleep = clock->requestedSleeps();
+            const bool pauses = !asleep.empty() && asleep.back() <= longestPause;
+            if (!future.isFinished() && pauses && clock->sleeperCount() > 0) {
+                clock->advance(longestPause);
+            }
+            return future.isFinished();
+        };
+        EXPECT_TRUE(testbed::waitUntil(isOver, std::chrono::seconds(30)));
+        try {
+            future.waitForFinished();
+        } catch (const Error &error) {
+            return error.localizedDescription();
+        }
+        return {};
+    }
+    QStringList inModelsFolder() const
+    {
+        return QDir(home.filePath(u"models"_s))
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+    }
+    void expectInstalled() const
+    {
+        EXPECT_EQ(inModelsFolder(), (QStringList{u".lock"_s, u"toy"_s}));
+        EXPECT_EQ(QFile(home.filePath(u"models/toy/model.onnx"_s)).size(), 5001);
+    }
+    /// Not the model, nor anything that was on the way to become one; perhaps a part for the next try.
+    void expectNothing(const QStringList &left = {}) const
+    {
+        EXPECT_EQ(inModelsFolder(), QStringList{u".lock"_s} + left);
+    }
+
+    QTemporaryDir files;
+    QTemporaryDir home;
+    std::unique_ptr<TestFileServer> server;
+    std::shared_ptr<ManualClock> clock = std::make_shared<ManualClock>();
+    std::function<void(const QString &)> tryModel = [](const QString &) {};
+    ModelInstaller installer{ModelStore(home.filePath(u"models"_s)), clock,
+                             [this](const QString &folder) { tryModel(folder); }};
+    std::shared_ptr<SerialExecutor> executor = SerialExecutor::onCurrentThread();
+    std::stop_source stop;
+    std::vector<ModelProgress> progress;
+};
+
+class HostileModels : public ModelInstallerTest, public testing::WithParamInterface<const char *> {};
+
+} // namespace
+
+TEST_F(ModelInstallerTest, fetchesChecksUnpacksAndTriesBeforeAnythingIsSeen)
+{
+    tryModel = [this](const QString &folder) {
+        EXPECT_TRUE(QFile::exists(folder + u"/model.onnx"_s));
+        EXPECT_TRUE(QFile::exists(folder + u"/talmo-model.json"_s));
+        EXPECT_FALSE(installer.store().isInstalled(u"toy"_s));
+    };
+    EXPECT_EQ(install(measured(u"/good.tar.gz"_s)), QString());
+    expectInstalled();
+    std::vector<ModelProgress::Phase> phases;
+    for (const auto &each : progress) {
+        if (phases.empty() || phases.back() != each.phase) {
+            phases.push_back(each.phase);
+        }
+    }
+    using enum ModelProgress::Phase;
+    EXPECT_THAT(phases, ElementsAre(Downloading, Checking, Unpacking, Trying));
+    QFile notes(home.filePath(u"models/toy/talmo-model.json"_s));
+    ASSERT_TRUE(notes.open(QFile::ReadOnly));
+    const auto object = QJsonDocument::fromJson(notes.readAll()).object();
+    EXPECT_EQ(object.value(u"licence"_s).toString(), u"public domain"_s);
+    EXPECT_EQ(object.value(u"source"_s).toString(), server->address(u"/good.tar.gz"_s));
+}
+
+TEST_F(ModelInstallerTest, anArchiveWithoutAFolderAroundItWillDo)
+{
+    EXPECT_EQ(install(entry(u"/flat.tar.gz"_s)), QString());
+    expectInstalled();
+}
+
+TEST_F(ModelInstallerTest, aModelThatIsThereAlreadyIsReplaced)
+{
+    EXPECT_EQ(install(entry(u"/flat.tar.gz"_s)), QString());
+    QFile(home.filePath(u"models/toy/tokens.txt"_s)).remove();
+    EXPECT_EQ(install(entry(u"/good.zip"_s)), QString());
+    expectInstalled();
+    EXPECT_TRUE(QFile::exists(home.filePath(u"models/toy/tokens.txt"_s)));
+}
+
+TEST_F(ModelInstallerTest, aBrokenConnectionGoesOnWhereItEnded)
+{
+    EXPECT_EQ(install(measured(u"/good.zip?break=2000"_s)), QString());
+    expectInstalled();
+    EXPECT_EQ(server->requests(), (QStringList{u"/good.zip whole -"_s, u"/good.zip bytes=2000- \"mark-1\""_s}));
+}
+
+TEST_F(ModelInstallerTest, theNextInstallationGoesOnWhereTheOneBeforeWasBrokenOff)
+{
+    auto future = begin(measured(u"/good.zip?stall=2000"_s));
+    ASSERT_TRUE(waitFor([this] { return !progress.empty() && progress.back().done == 2000; }));
+    stop.request_stop();
+    EXPECT_EQ(outcome(future), Cancelled().localizedDescription());
+    expectNothing({u".toy.part"_s, u".toy.part.json"_s});
+    stop = {};
+    EXPECT_EQ(install(measured(u"/good.zip?stall=2000"_s)), QString());
+    EXPECT_THAT(server->requests().last().toStdString(), HasSubstr("bytes=2000-"));
+    expectInstalled();
+}
+
+TEST_F(ModelInstallerTest, aFileThatChangedMeanwhileIsFetchedAnew)
+{
+    EXPECT_EQ(install(entry(u"/good.zip?break=2000&changing=1"_s)), QString());
+    EXPECT_THAT(server->requests().last().toStdString(), HasSubstr("bytes=2000- \"mark-1\"")); // Not this one any more.
+    expectInstalled();
+}
+
+TEST_F(ModelInstallerTest, whatNobodyCanTellFromAnotherFileIsFetchedAnew)
+{
+    EXPECT_EQ(install(entry(u"/good.zip?break=2000&weak=1"_s)), QString());
+    EXPECT_EQ(server->requests().last(), u"/good.zip whole -"_s);
+    expectInstalled();
+}
+
+TEST_F(ModelInstallerTest, aServerThatCannotContinueBeginsAnew)
+{
+    EXPECT_EQ(install(measured(u"/good.zip?break=2000&plain=1"_s)), QString());
+    expectInstalled();
+}
+
+TEST_F(ModelInstallerTest, aServerThatContinuesElsewhereIsAskedForTheWhole)
+{
+    EXPECT_EQ(install(measured(u"/good.zip?break=2000&elsewhere=1"_s)), QString());
+    EXPECT_EQ(server->requests().last(), u"/good.zip whole -"_s);
+    expectInstalled();
+}
+
+TEST_F(ModelInstallerTest, aServerThatAlwaysBreaksOffIsGivenUpAfterAWhile)
+{
+    EXPECT_THAT(install(entry(u"/good.zip?break=2000&always=1&plain=1"_s)).toStdString(), HasSubstr("onnection"));
+    EXPECT_EQ(server->requests().size(), 5);
+}
+
+TEST_F(ModelInstallerTest, silenceForHalfAMinuteIsTheEndOfAConnection)
+{
+    auto future = begin(measured(u"/good.zip?stall=2000"_s));
+    ASSERT_TRUE(waitFor([this] { return !progress.empty() && progress.back().done == 2000; }));
+    clock->advance(std::chrono::seconds(61));
+    EXPECT_EQ(outcome(future), QString());
+    expectInstalled();
+}
+
+TEST_F(ModelInstallerTest, aServerThatIsBusyIsAskedAgainLaterEachTimeAfterALongerPause)
+{
+    EXPECT_EQ(install(measured(u"/good.zip?fail=3"_s)), QString());
+    expectInstalled();
+    EXPECT_EQ(server->requests().size(), 4);
+    std::vector<Duration> pauses;
+    for (const auto each : clock->requestedSleeps()) {
+        if (each < std::chrono::seconds(30)) {
+            pauses.push_back(each);
+        }
+    }
+    EXPECT_THAT(pauses, ElementsAre(std::chrono::seconds(1), std::chrono::seconds(2), std::chrono::seconds(4)));
+}
+
+TEST_F(ModelInstallerTest, aModelThatIsNotThereIsSaidAtOnce)
+{
+    EXPECT_THAT(install(entry(u"/good.zip?status=404"_s)).toStdString(), HasSubstr("404"));
+    EXPECT_EQ(server->requests().size(), 1);
+    expectNothing();
+}
+
+TEST_F(ModelInstallerTest, anotherSizeIsAnotherFile)
+{
+    auto wanted = measured(u"/good.zip"_s);
+    wanted.size = *wanted.size + 1;
+    EXPECT_THAT(install(wanted).toStdString(), HasSubstr("It is another one"));
+    expectNothing();
+    wanted.size = *wanted.size - 2;
+    EXPECT_THAT(install(wanted).toStdString(), HasSubstr("It is another one"));
+    expectNothing();
+}
+
+TEST_F(ModelInstallerTest, withoutALengthTheKnownSizeHolds)
+{
+    EXPECT_EQ(install(measured(u"/good.zip?silent=1"_s)), QString());
+    expectInstalled();
+    auto wanted = measured(u"/good.tar.gz?silent=1"_s);
+    wanted.size = *wanted.size - 10;
+    EXPECT_NE(install(wanted), QString());
+}
+
+TEST_F(ModelInstallerTest, anotherChecksumIsAnotherFile)
+{
+    auto wanted = measured(u"/good.zip"_s);
+    wanted.sha256[0] = wanted.sha256[0] == '0' ? '1' : '0';
+    EXPECT_THAT(install(wanted).toStdString(), HasSubstr("checksum"));
+    expectNothing();
+}
+
+TEST_F(ModelInstallerTest, nobodyThereIsSaidAfterAFewTries)
+{
+    auto wanted = entry(u"/good.zip"_s);
+    wanted.address = QUrl(u"http://127.0.0.1:9/x"_s); // Nobody discards here any more.
+    EXPECT_NE(install(wanted), QString());
+    expectNothing();
+}
+
+TEST_F(ModelInstallerTest, aServerThatLeadsToAnUnsafePlaceIsNotFollowed)
+{
+    EXPECT_THAT(install(entry(u"/good.zip?to=http://example.org/x"_s)).toStdString(), HasSubstr("not safe"));
+    EXPECT_THAT(install(entry(u"/good.zip?to=file:///etc/passwd"_s)).toStdString(), testing::Not(testing::IsEmpty()));
+    expectNothing();
+    EXPECT_EQ(install(entry(u"/x?to="_s + server->address(u"/good.zip"_s))), QString());
+    expectInstalled();
+}
+
+TEST_F(ModelInstallerTest, aServerThatNobodyVouchesForIsNotTrusted)
+{
+    QProcess maker;
+    maker.start(u"openssl"_s, {u"req"_s, u"-x509"_s, u"-newkey"_s, u"rsa:2048"_s, u"-nodes"_s, u"-days"_s, u"1"_s,
+                               u"-subj"_s, u"/CN=127.0.0.1"_s, u"-keyout"_s, home.filePath(u"key"_s), u"-out"_s,
+                               home.filePath(u"certificate"_s)});
+    ASSERT_TRUE(maker.waitForFinished() && maker.exitCode() == 0) << maker.readAllStandardError().constData();
+    QFile both(home.filePath(u"both"_s));
+    ASSERT_TRUE(both.open(QFile::WriteOnly));
+    for (const auto &name : {u"key"_s, u"certificate"_s}) {
+        QFile part(home.filePath(name));
+        ASSERT_TRUE(part.open(QFile::ReadOnly));
+        both.write(part.readAll());
+    }
+    both.close();
+    const TestFileServer secure(files.path(), both.fileName());
+    auto wanted = entry(u"/good.zip"_s);
+    wanted.address = QUrl(secure.address(u"/good.zip"_s));
+    EXPECT_THAT(install(wanted).toStdString(), HasSubstr("cannot be trusted"));
+    EXPECT_TRUE(secure.requests().isEmpty());
+}
+
+TEST_F(ModelInstallerTest, aFullDiskIsSaidAndNotLeftFull)
+{
+    // What the disk has no room for and what a file may not grow to are refused in the same way.
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    constexpr rlim_t little = 100000;
+    const rlimit limited{little, before.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limited), 0);
+    const QString problem = install(entry(u"/large.bin"_s));
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_THAT(problem.toStdString(), StartsWith("The model cannot be written: "));
+    expectNothing();
+}
+
+TEST_F(ModelInstallerTest, aModelThatTheRecogniserCannotUseIsNotInstalled)
+{
+    tryModel = [](const QString &) { throw Error(u"it will not do"_s); };
+    EXPECT_EQ(install(entry(u"/good.zip"_s)), u"it will not do"_s);
+    EXPECT_FALSE(installer.store().isInstalled(u"toy"_s));
+}
+
+TEST_F(ModelInstallerTest, oneAtATimeWhateverProcessAsks)
+{
+    const auto held = installer.store().lock();
+    EXPECT_THAT(install(entry(u"/good.zip"_s)).toStdString(), HasSubstr("Another model"));
+    EXPECT_TRUE(server->requests().isEmpty());
+}
+
+TEST_F(ModelInstallerTest, whatADeadProcessLeftIsClearedAway)
+{
+    QDir().mkpath(home.filePath(u"models/.unpacking-abc/half"_s));
+    QDir().mkpath(home.filePath(u"models/.removed-toy/half"_s));
+    EXPECT_TRUE(installer.store().installed().isEmpty());
+    EXPECT_EQ(install(entry(u"/good.zip"_s)), QString());
+    expectInstalled();
+}
+
+TEST_F(ModelInstallerTest, whatIsRemovedIsGone)
+{
+    EXPECT_EQ(install(entry(u"/good.zip"_s)), QString());
+    const auto lock = installer.store().lock();
+    installer.store().remove(u"toy"_s);
+    expectNothing();
+    EXPECT_THROW(installer.store().remove(u"toy"_s), Error);
+    EXPECT_THROW(installer.store().remove(u".."_s), Error);
+    EXPECT_THROW(installer.store().remove(u"../models"_s), Error);
+}
+
+TEST_F(ModelInstallerTest, removeRefusesLinksAndWhateverLiesElsewhere)
+{
+    const QString outside = home.filePath(u"outside/precious"_s);
+    QDir().mkpath(outside);
+    const auto lock = installer.store().lock();
+    ASSERT_TRUE(QFile::link(home.filePath(u"outside"_s), home.filePath(u"models/linked"_s)));
+    for (const auto &name :
+         {u"linked"_s, u"../outside"_s, u"linked/precious"_s, outside, u"."_s, u".lock"_s, QString()}) {
+        EXPECT_THROW(installer.store().remove(name), Error) << name.toStdString();
+    }
+    EXPECT_TRUE(QFileInfo(outside).isDir());
+    EXPECT_TRUE(QFileInfo(home.filePath(u"models/linked"_s)).isSymLink());
+}
+
+TEST_F(ModelInstallerTest, clearingAwayFollowsNoLink)
+{
+    QDir().mkpath(home.filePath(u"outside/precious"_s));
+    QDir().mkpath(home.filePath(u"models"_s));
+    ASSERT_TRUE(QFile::link(home.filePath(u"outside"_s), home.filePath(u"models/.removed-toy"_s)));
+    installer.store().lock();
+    EXPECT_TRUE(QFileInfo(home.filePath(u"outside/precious"_s)).isDir());
+}
+
+TEST_F(ModelInstallerTest, installingOverALinkReplacesTheLinkAlone)
+{
+    QDir().mkpath(home.filePath(u"outside/precious"_s));
+    QDir().mkpath(home.filePath(u"models"_s));
+    ASSERT_TRUE(QFile::link(home.filePath(u"outside"_s), home.filePath(u"models/toy"_s)));
+    EXPECT_EQ(install(entry(u"/good.zip"_s)), QString());
+    expectInstalled();
+    EXPECT_TRUE(QFileInfo(home.filePath(u"outside/precious"_s)).isDir());
+}
+
+TEST_F(ModelInstallerTest, everythingIsPrivateWhateverTheUmask)
+{
+    const mode_t before = umask(0);
+    EXPECT_EQ(install(entry(u"/good-model.tar.gz"_s)), QString());
+    auto future = begin(measured(u"/good.zip?stall=2000"_s));
+    EXPECT_TRUE(waitFor([this] { return progress.back().done == 2000; }));
+    stop.request_stop();
+    outcome(future); // A part and its notes are left.
+    umask(before);
+    QDirIterator each(home.filePath(u"models"_s), QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
+                      QDirIterator::Subdirectories);
+    int count = 0;
+    while (each.hasNext()) {
+        struct stat status{};
+        ASSERT_EQ(stat(QFile::encodeName(each.next()).constData(), &status), 0);
+        EXPECT_EQ(status.st_mode & 0077U, 0U) << each.filePath().toStdString();
+        ++count;
+    }
+    EXPECT_GT(count, 4);
+    EXPECT_EQ(QFile::permissions(home.filePath(u"models"_s)) & QFile::Permissions::fromInt(0x77), QFile::Permissions());
+}
+
+TEST_P(HostileModels, areNotInstalledAndLeaveNothingBehind)
+{
+    EXPECT_NE(install(entry(u'/' + QString::fromLatin1(GetParam()))), QString());
+    expectNothing();
+    EXPECT_EQ(QDir(home.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+              QStringList{u"models"_s});
+    EXPECT_FALSE(QFile::exists(u"/tmp/talmo-outside"_s));
+}
+
+INSTANTIATE_TEST_SUITE_P(All, HostileModels,
+                         testing::Values("upwards.tar.gz", "absolute.tar.gz", "symlink.tar.gz", "bomb.tar.gz",
+                                         "holes.tar.gz", "truncated.tar.gz", "text.tar.gz"),
+                         [](const auto &test) {
+                             return QString::fromLatin1(test.param).section(u'.', 0, 0).toStdString();
+                         });
+
+TEST(ModelProgress, saysHowFarItHasCome)
+{
+    using enum ModelProgress::Phase;
+    EXPECT_EQ((ModelProgress{Downloading, 12'300'000, 120'000'000}).description(), u"Downloading: 12 of 120 MB"_s);
+    EXPECT_EQ((ModelProgress{Downloading, 12'300'000, std::nullopt}).description(), u"Downloading: 12 MB"_s);
+    EXPECT_EQ((ModelProgress{Unpacking, 1, 2}).share(), 0.5);
+    EXPECT_EQ((ModelProgress{Trying, 0, std::nullopt}).share(), std::nullopt);
+    EXPECT_EQ((ModelProgress{Downloading, 0, 0}).share(), std::nullopt);
+}
+
+} // namespace talmo::test

@@ -1,0 +1,61 @@
+// A decoder takes 100 MB and a third of a second to load: one is enough for all dictations.
+
+#include "Recognition/PocketSphinx/PocketSphinxPlatform.h"
+#include "Support/Printing.h"
+#include "Support/TestLoop.h"
+
+#include <gtest/gtest.h>
+
+namespace talmo::test {
+
+namespace {
+
+class DecoderCount : public testing::Test {
+protected:
+    using Input = AsyncStream<AnalyzerInput>;
+
+    void warmUp()
+    {
+        platform.warmUp();
+        EXPECT_TRUE(waitFor(executor->call([] {})));
+    }
+    /// A second of silence is heard, and `meanwhile` runs before the recording ends.
+    void record(const std::function<void()> &meanwhile)
+    {
+        const auto transcriber = platform.makeTranscriber(u"en_US"_s, TranscriberConfiguration::VolatileResults);
+        const auto analyzer = platform.makeAnalyzer(transcriber);
+        const auto input = Input::make();
+        analyzer->start(input.first, {});
+        auto buffer = AudioBuffer::make({RecordingDecoder::sampleRate, 1, SampleType::Int16}, 16000);
+        buffer->setFrameLength(16000);
+        input.second.yield({buffer});
+        EXPECT_TRUE(waitFor(executor->call([] {})));
+        meanwhile();
+        input.second.finish();
+        EXPECT_TRUE(waitFor(analyzer->finalizeAndFinishThroughEndOfInput()));
+    }
+    std::shared_ptr<SerialExecutor> executor = SerialExecutor::onNewThread(u"decoder"_s);
+    PocketSphinxPlatform platform{executor};
+};
+
+} // namespace
+
+TEST_F(DecoderCount, aPressDuringARecordingLoadsNoSecondDecoder)
+{
+    warmUp();
+    record([this] { warmUp(); });
+    warmUp();
+    record([] {});
+    EXPECT_EQ(platform.loadCount(), 1);
+    EXPECT_TRUE(platform.isLoaded());
+}
+
+TEST_F(DecoderCount, aPressAfterUnloadingLoadsAgain)
+{
+    warmUp();
+    platform.unload();
+    warmUp();
+    EXPECT_EQ(platform.loadCount(), 2);
+}
+
+} // namespace talmo::test

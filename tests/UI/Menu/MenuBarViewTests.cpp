@@ -1,0 +1,183 @@
+#include "UI/Menu/MenuBarView.h"
+
+#include "UI/AccessibleView.h"
+#include "UI/Menu/MenuRow.h"
+#include "UI/ViewWorld.h"
+
+#include <gmock/gmock.h>
+
+#include <QAbstractButton>
+#include <QTest>
+
+namespace talmo::test {
+
+namespace {
+
+class MenuBarViewTest : public testing::Test {
+protected:
+    MenuBarViewTest()
+        : view(world.context(), [this](MenuAction action) { chosen.push_back(action); })
+    {
+        view.show();
+    }
+
+    QStringList texts() { return accessibleNames(view, QAccessible::StaticText); }
+    QStringList buttons() { return accessibleNames(view, QAccessible::Button); }
+    MenuRow *row(const QString &title)
+    {
+        return dynamic_cast<MenuRow *>(accessibleWidget(view, QAccessible::Button, title));
+    }
+
+    ViewWorld world;
+    std::vector<MenuAction> chosen;
+    MenuBarView view;
+};
+
+} // namespace
+
+TEST_F(MenuBarViewTest, rendersEveryStateWithEveryPermission)
+{
+    for (int state = 0; state < 5; ++state) {
+        ViewWorld here;
+        MenuBarView shown(here.context(), [](MenuAction) {});
+        shown.show();
+        switch (state) {
+        case 1:
+            here.beRecording();
+            break;
+        case 2:
+            here.beProcessing();
+            break;
+        case 3:
+            here.beInserting();
+            break;
+        case 4:
+            here.fail(u"The microphone is asleep."_s);
+            break;
+        default:
+            break;
+        }
+        for (int bits = 0; bits < 8; ++bits) {
+            here.setPermissions((bits & 1) != 0, (bits & 2) != 0, (bits & 4) != 0);
+            const auto expected = MenuContents::make(here.context());
+            QStringList expectedTexts{expected.title};
+            if (!expected.subtitle.isEmpty()) {
+                expectedTexts.append(expected.subtitle);
+            }
+            expectedTexts += expected.warnings;
+            QStringList expectedButtons;
+            if (!expected.warnings.isEmpty()) {
+                expectedButtons.append(expected.grant.title);
+            }
+            expectedButtons << expected.mainRow.title << expected.settings.title << expected.quit.title;
+            EXPECT_EQ(accessibleNames(shown, QAccessible::StaticText), expectedTexts) << state << " " << bits;
+            EXPECT_EQ(accessibleNames(shown, QAccessible::Button), expectedButtons) << state << " " << bits;
+            const auto *main =
+                dynamic_cast<MenuRow *>(accessibleWidget(shown, QAccessible::Button, expected.mainRow.title));
+            ASSERT_NE(main, nullptr);
+            EXPECT_EQ(main->symbol(), expected.mainRow.symbol);
+            EXPECT_EQ(main->isEnabled(), expected.mainRow.action != MenuAction::None);
+        }
+    }
+}
+
+TEST_F(MenuBarViewTest, saysWhatToDoAndDoesIt)
+{
+    row(u"Start Recording"_s)->click();
+    row(u"Settings"_s)->click();
+    row(u"Quit Talmo"_s)->click();
+    EXPECT_THAT(chosen, testing::ElementsAre(MenuAction::BeginDictation, MenuAction::OpenSettings, MenuAction::Quit));
+    EXPECT_EQ(row(u"Settings"_s)->hint(), u"⌘,"_s);
+}
+
+TEST_F(MenuBarViewTest, theMainRowStopsARecordingAndDoesNothingWhileThereIsWork)
+{
+    world.beRecording();
+    row(u"Stop Recording"_s)->click();
+    EXPECT_THAT(chosen, testing::ElementsAre(MenuAction::EndDictation));
+    world.beProcessing();
+    // A dictation that runs already is ended by the same helper.
+    row(u"Cleaning up…"_s)->click();
+    EXPECT_EQ(chosen.size(), 1U);
+}
+
+TEST_F(MenuBarViewTest, permissionsCanBeGranted)
+{
+    world.setPermissions(false, true, true);
+    EXPECT_EQ(texts(), (QStringList{u"Talmo needs permissions"_s, u"Microphone access needed"_s}));
+    qobject_cast<QAbstractButton *>(accessibleWidget(view, QAccessible::Button, u"Grant Permissions…"_s))->click();
+    EXPECT_THAT(chosen, testing::ElementsAre(MenuAction::GrantPermissions));
+    world.setPermissions(true, true, true);
+    EXPECT_FALSE(buttons().contains(u"Grant Permissions…"_s));
+    EXPECT_EQ(texts().first(), u"Talmo is ready"_s);
+}
+
+TEST_F(MenuBarViewTest, aNewNameOfTheKeyShowsAtOnce)
+{
+    world.settings->setHotkeyDisplayName(u"F13"_s);
+    settle();
+    EXPECT_TRUE(texts().contains(u"Hold F13, or double-tap for hands-free"_s));
+}
+
+TEST_F(MenuBarViewTest, growsWithItsWarningsAndSaysSo)
+{
+    int changes = 0;
+    view.setOnSizeChanged([&changes] { ++changes; });
+    const QSize before = view.sizeHint();
+    world.setPermissions(false, false, false);
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(view.sizeHint().width(), before.width());
+    EXPECT_GT(view.sizeHint().height(), before.height());
+}
+
+TEST_F(MenuBarViewTest, aLongErrorWraps)
+{
+    const QSize before = view.sizeHint();
+    world.fail(u"Couldn't start audio capture: the sound server of this machine is not there, and nobody knows why."_s);
+    EXPECT_EQ(view.sizeHint().width(), before.width());
+    EXPECT_GT(view.sizeHint().height(), before.height() + 10);
+}
+
+TEST_F(MenuBarViewTest, theKeyboardReachesEveryRow)
+{
+    view.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&view));
+    view.focusFirstRow();
+    EXPECT_TRUE(row(u"Start Recording"_s)->hasFocus());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    EXPECT_TRUE(row(u"Settings"_s)->hasFocus());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_TRUE(row(u"Quit Talmo"_s)->hasFocus());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    EXPECT_TRUE(row(u"Start Recording"_s)->hasFocus());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Up);
+    EXPECT_TRUE(row(u"Quit Talmo"_s)->hasFocus());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Home);
+    EXPECT_TRUE(row(u"Start Recording"_s)->hasFocus());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_End);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Comma, Qt::ControlModifier);
+    EXPECT_THAT(chosen, testing::ElementsAre(MenuAction::Quit, MenuAction::Quit, MenuAction::OpenSettings));
+}
+
+TEST_F(MenuBarViewTest, thePointerMovesTheHighlight)
+{
+    view.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&view));
+    view.focusFirstRow();
+    QEnterEvent enter(QPointF(5, 5), QPointF(5, 5), QPointF(5, 5));
+    QApplication::sendEvent(row(u"Settings"_s), &enter);
+    EXPECT_TRUE(row(u"Settings"_s)->hasFocus());
+}
+
+TEST_F(MenuBarViewTest, whileTheMainRowCanDoNothingTheKeyboardStartsBelowIt)
+{
+    world.beProcessing();
+    view.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&view));
+    view.focusFirstRow();
+    EXPECT_TRUE(row(u"Settings"_s)->hasFocus());
+}
+
+} // namespace talmo::test

@@ -1,0 +1,147 @@
+#include "UI/Settings/RecogniserSection.h"
+
+#include "Support/FakeRecogniserSettings.h"
+#include "UI/AccessibleView.h"
+#include "UI/Settings/GeneralSettingsTab.h"
+#include "UI/ViewWorld.h"
+
+#include <gmock/gmock.h>
+
+#include <QComboBox>
+#include <QProgressBar>
+#include <QPushButton>
+
+#include <algorithm>
+
+namespace talmo::test {
+
+namespace {
+
+using testing::ElementsAre;
+
+class RecogniserSectionTest : public testing::Test {
+protected:
+    RecogniserSectionTest() { section.show(); }
+    QComboBox &picker(const QString &name)
+    {
+        const auto pickers = section.findChildren<QComboBox *>();
+        return **std::find_if(pickers.begin(), pickers.end(),
+                              [&name](const QComboBox *each) { return each->accessibleName() == name; });
+    }
+    QPushButton &button() { return *section.findChild<QPushButton *>(); }
+    QProgressBar &bar() { return *section.findChild<QProgressBar *>(); }
+    QString texts() { return accessibleNames(section, QAccessible::StaticText).join(u'\n'); }
+    /// As the user does it.
+    void select(QComboBox &combo, int index)
+    {
+        combo.setCurrentIndex(index);
+        Q_EMIT combo.activated(index);
+    }
+    void changed()
+    {
+        settings->change();
+        settle();
+    }
+
+    std::shared_ptr<FakeRecogniserSettings> settings = std::make_shared<FakeRecogniserSettings>();
+    RecogniserSection section{settings};
+};
+
+} // namespace
+
+TEST_F(RecogniserSectionTest, theRecogniserIsChosen)
+{
+    auto &choice = picker(u"Recogniser"_s);
+    EXPECT_EQ(choice.currentText(), u"Automatic (the best there is)"_s);
+    select(choice, 1);
+    settle();
+    EXPECT_THAT(settings->calls, ElementsAre("choose embedded"));
+    EXPECT_EQ(choice.currentData().toString(), u"embedded"_s);
+}
+
+TEST_F(RecogniserSectionTest, aChoiceMadeElsewhereIsShown)
+{
+    settings->allChoices.append({u"kroko-de"_s, u"German: Kroko"_s});
+    settings->chosen = u"kroko-de"_s;
+    settings->wrongChoice = u"The model is damaged."_s;
+    changed();
+    EXPECT_EQ(picker(u"Recogniser"_s).currentText(), u"German: Kroko"_s);
+    EXPECT_TRUE(texts().contains(u"The model is damaged."_s));
+    EXPECT_TRUE(settings->calls.empty());
+}
+
+TEST_F(RecogniserSectionTest, aModelIsShownWithItsLicenceBeforeItIsInstalled)
+{
+    EXPECT_TRUE(texts().contains(u"Your own words as hot words."_s));
+    EXPECT_TRUE(texts().contains(u"Apache-2.0"_s));
+    EXPECT_EQ(button().text(), u"Install"_s);
+    button().click();
+    EXPECT_THAT(settings->calls, ElementsAre("install zipformer-en"));
+}
+
+TEST_F(RecogniserSectionTest, anInstalledOneCanBeRemoved)
+{
+    select(picker(u"Model"_s), 1);
+    EXPECT_EQ(button().text(), u"Remove"_s);
+    button().click();
+    EXPECT_THAT(settings->calls, ElementsAre("remove kroko-de"));
+}
+
+TEST_F(RecogniserSectionTest, showsHowFarAnInstallationIsAndLetsItBeBrokenOff)
+{
+    EXPECT_FALSE(bar().isVisible());
+    settings->underWay = {u"zipformer-en"_s, u"Downloading: 12 of 48 MB"_s, 0.25};
+    changed();
+    EXPECT_TRUE(bar().isVisible());
+    EXPECT_EQ(bar().value() * 4, bar().maximum());
+    EXPECT_TRUE(texts().contains(u"Downloading: 12 of 48 MB"_s));
+    EXPECT_EQ(button().text(), u"Cancel"_s);
+    button().click();
+    EXPECT_THAT(settings->calls, ElementsAre("cancel"));
+
+    settings->underWay->share = std::nullopt;
+    changed();
+    EXPECT_EQ(bar().maximum(), 0); // To and fro.
+    select(picker(u"Model"_s), 1);
+    EXPECT_FALSE(button().isEnabled()); // One at a time.
+
+    settings->underWay = std::nullopt;
+    changed();
+    EXPECT_FALSE(bar().isVisible());
+    EXPECT_EQ(picker(u"Model"_s).currentData().toString(), u"kroko-de"_s);
+}
+
+TEST_F(RecogniserSectionTest, saysWhatWentWrong)
+{
+    settings->wrongInstallation = u"The disk is too full."_s;
+    changed();
+    EXPECT_TRUE(texts().contains(u"The disk is too full."_s));
+    settings->wrongInstallation.clear();
+    changed();
+    EXPECT_FALSE(texts().contains(u"The disk is too full."_s));
+}
+
+TEST_F(RecogniserSectionTest, withoutTheLibraryNothingIsInstalledButWhatIsThereCanGo)
+{
+    settings->wrongLibrary = u"The library is missing."_s;
+    changed();
+    EXPECT_TRUE(texts().contains(u"The library is missing."_s));
+    EXPECT_FALSE(button().isEnabled());
+    select(picker(u"Model"_s), 1);
+    EXPECT_TRUE(button().isEnabled());
+}
+
+TEST(GeneralTab, theRecogniserStandsBelowEverythingElseWhereThereIsAChoice)
+{
+    ViewWorld world;
+    GeneralSettingsTab without(world.context());
+    without.show();
+    EXPECT_FALSE(accessibleNames(without, QAccessible::StaticText).contains(u"Recogniser"_s));
+    world.recogniser = std::make_shared<FakeRecogniserSettings>();
+    GeneralSettingsTab tab(world.context());
+    tab.show();
+    const QStringList headings = accessibleNames(tab, QAccessible::StaticText);
+    EXPECT_GT(headings.indexOf(u"Recogniser"_s), headings.indexOf(u"Startup"_s));
+}
+
+} // namespace talmo::test

@@ -1,0 +1,127 @@
+#include "UI/Style/Symbol.h"
+
+#include "Support/Printing.h"
+#include "UI/Style/Card.h"
+
+#include <gtest/gtest.h>
+
+#include <QPainter>
+
+namespace talmo::test {
+
+namespace {
+
+/// How much of the picture is covered, of 1.
+double ink(const QPixmap &pixmap)
+{
+    const QImage image = pixmap.toImage();
+    double sum = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            sum += image.pixelColor(x, y).alphaF();
+        }
+    }
+    return sum / (image.width() * image.height());
+}
+
+} // namespace
+
+TEST(Symbol, everyOneThatIsUsedIsDrawn)
+{
+    for (const auto &name : {u"mic.circle"_s,
+                             u"waveform.circle.fill"_s,
+                             u"ellipsis.circle"_s,
+                             u"exclamationmark.circle"_s,
+                             u"mic.fill"_s,
+                             u"stop.fill"_s,
+                             u"sparkles"_s,
+                             u"text.cursor"_s,
+                             u"exclamationmark.triangle.fill"_s,
+                             u"exclamationmark.triangle"_s,
+                             u"gearshape"_s,
+                             u"power"_s,
+                             u"text.book.closed"_s,
+                             u"lock.shield"_s,
+                             u"list.bullet"_s,
+                             u"return"_s,
+                             u"arrow.turn.down.left"_s,
+                             u"checkmark.shield.fill"_s,
+                             u"checkmark.circle.fill"_s,
+                             u"plus"_s,
+                             u"minus"_s}) {
+        EXPECT_TRUE(Symbol::exists(name)) << name.toStdString();
+        for (const int size : {16, 22, 32}) {
+            const double covered = ink(Symbol::pixmap(name, size, Qt::black));
+            EXPECT_GT(covered, 0.03) << name.toStdString() << " at " << size;
+            EXPECT_LT(covered, 0.8) << name.toStdString() << " at " << size;
+        }
+    }
+}
+
+TEST(Symbol, isDrawnInTheColourThatIsAskedFor)
+{
+    const QImage image = Symbol::pixmap(u"stop.fill"_s, 16, QColor(200, 30, 60)).toImage();
+    EXPECT_EQ(image.pixelColor(8, 8), QColor(200, 30, 60));
+}
+
+TEST(Symbol, hasAllThePixelsOfASharperScreen)
+{
+    const QPixmap pixmap = Symbol::pixmap(u"gearshape"_s, 16, Qt::black, 2);
+    EXPECT_EQ(pixmap.size(), QSize(32, 32));
+    EXPECT_EQ(pixmap.deviceIndependentSize(), QSizeF(16, 16));
+}
+
+TEST(Symbol, theFourOfTheBarDifferInShape)
+{
+    const QStringList names{u"mic.circle"_s, u"waveform.circle.fill"_s, u"ellipsis.circle"_s,
+                            u"exclamationmark.circle"_s};
+    for (const auto &one : names) {
+        for (const auto &other : names) {
+            if (one < other) {
+                const QImage first = Symbol::pixmap(one, 22, Qt::black).toImage();
+                const QImage second = Symbol::pixmap(other, 22, Qt::black).toImage();
+                int different = 0;
+                for (int y = 0; y < 22; ++y) {
+                    for (int x = 0; x < 22; ++x) {
+                        different += std::abs(first.pixelColor(x, y).alpha() - second.pixelColor(x, y).alpha()) > 100;
+                    }
+                }
+                EXPECT_GT(different, 15) << one.toStdString() << " and " << other.toStdString();
+            }
+        }
+    }
+}
+
+TEST(Symbol, aNameThatDoesNotExistIsNothing)
+{
+    EXPECT_FALSE(Symbol::exists(u"no.such"_s));
+    EXPECT_EQ(ink(Symbol::pixmap(u"no.such"_s, 16, Qt::black)), 0);
+}
+
+TEST(Card, hasRoundCornersAndAShadowOnlyWhereTheScreenCanShowThem)
+{
+    const QRect card(40, 40, 200, 80);
+    const auto painted = [&card](bool isTranslucent) {
+        QImage image(280, 160, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        Card::paint(painter, card, QPalette(Qt::white), isTranslucent);
+        return image;
+    };
+    const QImage translucent = painted(true);
+    EXPECT_GT(translucent.pixelColor(140, 125).alpha(), 20); // The shadow below…
+    EXPECT_EQ(translucent.pixelColor(140, 155).alpha(), 0);  // …has an end.
+    EXPECT_LT(translucent.pixelColor(140, 80).alpha(), 255);
+    const QImage solid = painted(false);
+    EXPECT_EQ(solid.pixelColor(140, 80).alpha(), 255);
+    EXPECT_EQ(solid.pixelColor(140, 125).alpha(), 0);
+    EXPECT_LT(solid.pixelColor(40, 40).alpha(), 30);
+
+    const QRegion shape = Card::shape(card);
+    EXPECT_FALSE(shape.contains(card.topLeft()));
+    EXPECT_FALSE(shape.contains(card.bottomRight()));
+    EXPECT_TRUE(shape.contains(card.center()));
+    EXPECT_EQ(shape.boundingRect(), card);
+}
+
+} // namespace talmo::test

@@ -1,0 +1,122 @@
+// The catalogue for Linux words anew what names another platform's places and products, and nothing else.
+
+#include "UI/Style/Wording.h"
+
+#include "Platform/Linux/System/LinuxWording.h"
+#include "Support/Printing.h"
+#include "UI/Menu/MenuContents.h"
+
+#include <gmock/gmock.h>
+
+#include <QFile>
+#include <QStringList>
+#include <QXmlStreamReader>
+
+#include <map>
+
+namespace talmo::test {
+
+namespace {
+
+/// Every source text of the catalogue, in its order.
+QStringList catalogueSources()
+{
+    QFile file(QStringLiteral(TALMO_SOURCE "/src/Platform/Linux/Wording/talmo_en.ts"));
+    EXPECT_TRUE(file.open(QFile::ReadOnly));
+    QXmlStreamReader reader(&file);
+    QStringList sources;
+    while (!reader.atEnd()) {
+        if (reader.readNext() == QXmlStreamReader::StartElement && reader.name() == u"source"_s) {
+            sources.append(reader.readElementText());
+        }
+    }
+    EXPECT_FALSE(reader.hasError());
+    return sources;
+}
+
+const std::map<QString, QString> &reworded()
+{
+    static const std::map<QString, QString> texts{
+        {u"This Mac doesn't support Apple Intelligence."_s, u"This computer is set up without a language model."_s},
+        {u"Apple Intelligence isn't turned on. Enable it in System Settings > Apple Intelligence & Siri to use AI cleanup."_s,
+         u"No language model is running on this computer. Start one, such as llama.cpp's server or Ollama, to use AI cleanup."_s},
+        {u"Talmo needs Accessibility access (System Settings > Privacy & Security > Accessibility) to insert text into other apps."_s,
+         u"Talmo needs an X server that lets it type (with the extensions XTEST and XInput) to insert text into other apps."_s},
+        {u"On-device speech recognition isn't available on this Mac."_s,
+         u"On-device speech recognition isn't available on this computer."_s},
+        {u"Hold fn to record and release to insert, or double-tap fn for hands-free recording (press fn again to stop). Works even when Talmo isn't the frontmost app. Requires \"Press 🌐 key to: Do Nothing\" in System Settings > Keyboard, so macOS's own Globe-key action doesn't also fire. Not yet configurable in this MVP."_s,
+         u"Hold %1 to record and release to insert, or double-tap %1 for hands-free recording (press %1 again to stop). Works even when Talmo isn't the frontmost app. Other keys can be named in ~/.config/talmo/settings.json, as \"linux.standInKeys\"."_s},
+        {u"Uses Apple's on-device Foundation Models to remove filler words and fix punctuation. When off, only basic local formatting is applied."_s,
+         u"Uses a language-model server on this computer to remove filler words and fix punctuation. When off, only basic local formatting is applied."_s},
+        {u"⌘,"_s, u"Ctrl+,"_s},
+        {u"Audio and transcripts are processed locally on this Mac."_s,
+         u"Audio and transcripts are processed locally on this computer."_s},
+        {u"Talmo has no backend, no account, and no network functionality. Recording, transcription, and text cleanup all run using Apple's on-device Speech and Foundation Models frameworks. Nothing you say or type is sent anywhere."_s,
+         u"Talmo has no backend and no account. Recording and transcription run on this computer. With AI cleanup on, the text is handed to a language-model server on this computer, if one is running, and to nothing else. Talmo itself uses the internet only for the one-time download of a speech model."_s},
+    };
+    return texts;
+}
+
+} // namespace
+
+TEST(Wording, withoutACatalogueEveryTextIsItself)
+{
+    EXPECT_EQ(Wording::text(u"⌘,"_s), u"⌘,"_s);
+    EXPECT_EQ(Wording::textWithKey("Hold %1, or double-tap for hands-free", u"fn"_s),
+              u"Hold fn, or double-tap for hands-free"_s);
+}
+
+TEST(Wording, theLinuxCatalogueTouchesExactlyThese)
+{
+    installWording();
+    const QStringList sources = catalogueSources();
+    ASSERT_GT(sources.size(), 60);
+    std::map<QString, QString> touched;
+    for (const auto &source : sources) {
+        const QString text = Wording::text(source);
+        if (text != source) {
+            touched[source] = text;
+        }
+        for (const auto &foreign : {u"Mac"_s, u"Apple"_s, u"System Settings"_s, u"⌘"_s, u"🌐"_s, u"fn "_s, u"Siri"_s}) {
+            EXPECT_FALSE(text.contains(foreign)) << text.toStdString();
+        }
+    }
+    EXPECT_EQ(touched, reworded());
+}
+
+TEST(Wording, theKeysNameIsWhereTheCaptionSaidFn)
+{
+    installWording();
+    const auto caption = std::find_if(reworded().begin(), reworded().end(),
+                                      [](const auto &text) { return text.first.startsWith(u"Hold fn"_s); });
+    const QString text = Wording::textWithKey(caption->first.toUtf8().constData(), u"Right Ctrl"_s);
+    EXPECT_TRUE(text.startsWith(u"Hold Right Ctrl to record"_s));
+    EXPECT_TRUE(text.contains(u"press Right Ctrl again"_s));
+    EXPECT_FALSE(text.contains(u"%1"_s));
+}
+
+TEST(Wording, errorsAreWordedAndWhatAForeignSystemSaysStays)
+{
+    installWording();
+    EXPECT_EQ(Wording::errorText(u"On-device speech recognition isn't available on this Mac."_s),
+              u"On-device speech recognition isn't available on this computer."_s);
+    EXPECT_EQ(Wording::errorText(u"Couldn't start audio capture: Mac: no"_s),
+              u"Couldn't start audio capture: Mac: no"_s);
+    EXPECT_EQ(Wording::errorText(u"what: ever"_s), u"what: ever"_s);
+    const auto contents =
+        MenuContents::make(TalmoState::error(u"On-device speech recognition isn't available on this Mac."_s),
+                           SimpleStatus::Granted, SimpleStatus::Granted, true, {});
+    EXPECT_EQ(contents.title, u"On-device speech recognition isn't available on this computer."_s);
+}
+
+/// The catalogue lists what the source holds; scripts/translations brings it up to date.
+TEST(Wording, theCatalogueKnowsTheViewsTexts)
+{
+    const QStringList sources = catalogueSources();
+    for (const auto &text : {u"Talmo is ready"_s, u"Start Recording"_s, u"Open Settings…"_s, u"No speech detected."_s,
+                             u"Nothing to insert."_s, u"Talmo Settings"_s, u"Couldn't start audio capture: "_s}) {
+        EXPECT_TRUE(sources.contains(text)) << text.toStdString();
+    }
+}
+
+} // namespace talmo::test
