@@ -246,7 +246,7 @@ Options parse(const QCoreApplication &application)
     const QCommandLineOption errors(QStringLiteral("errors"), QStringLiteral("Show what was heard wrongly."));
     const QCommandLineOption engine(QStringLiteral("engine"),
                                     QStringLiteral("The recogniser: embedded, or the name of an installed model."),
-                                    QStringLiteral("NAME"), SpeechEngines::embeddedChoice);
+                                    QStringLiteral("NAME"), EngineRegistry::embeddedChoice);
     const QCommandLineOption fromFile(QStringLiteral("file"),
                                       QStringLiteral("Read the sound files instead of playing them, which is faster."));
     parser.addOptions({voices, sets, half, folder, errors, engine, fromFile});

@@ -6,6 +6,7 @@
 #include "Input/Audio/SpeexAudioConverter.h"
 #include "Platform/Linux/Sound/PulseAudioEngine.h"
 #include "Platform/Linux/System/JsonUserDefaults.h"
+#include "Platform/Linux/System/LinuxSettings.h"
 #include "Platform/Linux/System/TimerFdClock.h"
 #include "Waiting.h"
 
@@ -37,20 +38,19 @@ QCoro::Task<Outcome> outcomeOf(QCoro::Task<FileTranscript> task)
     co_return outcome;
 }
 
-LinuxSettings settingsFor(const QString &engine)
+Recognisers::Options optionsFor(const QString &engine)
 {
-    LinuxSettings settings =
+    const auto settings =
         LinuxSettings::read(JsonUserDefaults(JsonUserDefaults::standardPath(), SerialExecutor::onCurrentThread()));
-    settings.speechEngine = engine;
-    return settings;
+    return {{settings.neuralLibrary, {}}, engine, {}};
 }
 
-void requireEngine(const SpeechEngines &engines, const QString &name)
+void requireEngine(const EngineRegistry &engines, const QString &name)
 {
     const auto &models = engines.models();
     const auto found =
         std::find_if(models.begin(), models.end(), [&name](const InstalledModel &model) { return model.name == name; });
-    if (name != SpeechEngines::embeddedChoice && found == models.end()) {
+    if (name != EngineRegistry::embeddedChoice && found == models.end()) {
         throw Error(QStringLiteral("There is no model “%1”; talmoctl model list says which there are.").arg(name));
     }
     if (found != models.end() && !found->problem.isEmpty()) {
@@ -72,8 +72,10 @@ Listener::Listener(const ListenerOptions &options)
     requireEngine(*m_recognisers.engines, options.engine);
     m_recognisers.engines->setWords(options.words);
     const auto soundsLike = Pronunciation::readSoundsLike(QStringLiteral(TALMO_ACCURACY_TEXTS "/sounds-like.txt"));
-    m_recogniser->post([embedded = m_recognisers.engines->embedded(), words = options.words, soundsLike] {
-        embedded->setVocabulary({words, soundsLike});
+    m_recogniser->post([engines = m_recognisers.engines->engines(), words = options.words, soundsLike] {
+        for (const auto &engine : engines) {
+            engine->setVocabulary({words, soundsLike});
+        }
     });
 }
 

@@ -58,6 +58,12 @@ void write(const QString &path, const QByteArray &content)
     synchroniseFolder(QFileInfo(path).absolutePath());
 }
 
+void flushToDisk(QFile &file)
+{
+    file.flush();
+    ::fsync(file.handle());
+}
+
 int openLock(const QString &path)
 {
     const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR);

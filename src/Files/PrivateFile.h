@@ -20,6 +20,9 @@ void makeFolder(const QString &folder);
 /// on the disk. Throws Error, also when the disk is full. The folder must be there.
 void write(const QString &path, const QByteArray &content);
 
+/// Waits until what was written is on the disk.
+void flushToDisk(QFile &file);
+
 /// A descriptor of a file to hold a lock on, made if need be; the caller closes it. Negative when it cannot be opened.
 int openLock(const QString &path);
 

@@ -3,7 +3,6 @@
 #include "Base/Error.h"
 #include "Base/Log.h"
 #include "Platform/Linux/System/LinuxSettings.h"
-#include "Recognition/Sherpa/SherpaLibrary.h"
 #include "UI/Style/Wording.h"
 
 #include <QLocale>
@@ -37,13 +36,13 @@ QString sizeOf(const ModelEntry &entry)
 
 } // namespace
 
-RecogniserSettingsModel::RecogniserSettingsModel(std::shared_ptr<SpeechEngines> engines,
+RecogniserSettingsModel::RecogniserSettingsModel(std::shared_ptr<EngineRegistry> engines,
                                                  std::shared_ptr<SpeechModels> models,
-                                                 std::shared_ptr<UserDefaults> defaults, QString neuralLibrary)
+                                                 std::shared_ptr<UserDefaults> defaults, EngineFactories factories)
     : m_engines(std::move(engines)),
       m_models(std::move(models)),
       m_defaults(std::move(defaults)),
-      m_neuralLibrary(std::move(neuralLibrary))
+      m_factories(std::move(factories))
 {
     connect(m_engines.get(), &Observable::objectWillChange, this, &Observable::objectWillChange);
     connect(m_models.get(), &Observable::objectWillChange, this, &Observable::objectWillChange);
@@ -58,8 +57,8 @@ QString RecogniserSettingsModel::titleOf(const QString &name) const
 QList<RecogniserSettings::Choice> RecogniserSettingsModel::choices() const
 {
     QList<Choice> choices{
-        {SpeechEngines::automaticChoice, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Automatic (the best there is)"))},
-        {SpeechEngines::embeddedChoice, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Built in (PocketSphinx, English)"))}};
+        {EngineRegistry::automaticChoice, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Automatic (the best there is)"))},
+        {EngineRegistry::embeddedChoice, Wording::text(EngineFactories::embeddedTitle)}};
     for (const auto &model : m_engines->models()) {
         choices.append({model.name, titleOf(model.name)});
     }
@@ -91,7 +90,7 @@ QString RecogniserSettingsModel::choiceProblem() const
     if (model != models.end()) {
         return model->problem;
     }
-    const bool isModel = chosen != SpeechEngines::automaticChoice && chosen != SpeechEngines::embeddedChoice;
+    const bool isModel = chosen != EngineRegistry::automaticChoice && chosen != EngineRegistry::embeddedChoice;
     return isModel ? Wording::text(QT_TRANSLATE_NOOP("Talmo", "This model is not installed; another one is used."))
                    : QString();
 }
@@ -118,11 +117,12 @@ QList<RecogniserSettings::Model> RecogniserSettingsModel::models() const
 
 QString RecogniserSettingsModel::obstacle() const
 {
-    return SherpaLibrary::isInstalled(m_neuralLibrary)
-               ? QString()
-               : Wording::text(QT_TRANSLATE_NOOP(
-                     "Talmo", "These models need the library of sherpa-onnx, which is not installed. The command "
-                              "scripts/neural-library --user in Talmo's source folder installs it."));
+    for (const auto &factory : m_factories.installable) {
+        if (!factory.isLibraryInstalled()) {
+            return Wording::text(factory.missingLibraryMessage);
+        }
+    }
+    return {};
 }
 
 std::optional<RecogniserSettings::Installation> RecogniserSettingsModel::installation() const

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "Recognition/EngineFactories.h"
+#include "Recognition/EngineRegistry.h"
 #include "Recognition/Models/SpeechModels.h"
-#include "Recognition/SpeechEngines.h"
 #include "Settings/RecogniserSettings.h"
 #include "Settings/UserDefaults.h"
 
@@ -12,9 +13,8 @@ namespace talmo {
 /// The engines and models of this machine as the settings window shows them. Main thread.
 class RecogniserSettingsModel final : public RecogniserSettings {
 public:
-    /// `neuralLibrary`: where the library is looked for; empty for the usual places.
-    RecogniserSettingsModel(std::shared_ptr<SpeechEngines> engines, std::shared_ptr<SpeechModels> models,
-                            std::shared_ptr<UserDefaults> defaults, QString neuralLibrary);
+    RecogniserSettingsModel(std::shared_ptr<EngineRegistry> engines, std::shared_ptr<SpeechModels> models,
+                            std::shared_ptr<UserDefaults> defaults, EngineFactories factories);
 
     QList<Choice> choices() const override;
     QString choice() const override;
@@ -33,10 +33,10 @@ public:
 private:
     QString titleOf(const QString &name) const;
 
-    std::shared_ptr<SpeechEngines> m_engines;
+    std::shared_ptr<EngineRegistry> m_engines;
     std::shared_ptr<SpeechModels> m_models;
     std::shared_ptr<UserDefaults> m_defaults;
-    QString m_neuralLibrary;
+    EngineFactories m_factories;
 };
 
 } // namespace talmo

@@ -33,6 +33,7 @@
 #include "Platform/Linux/System/JsonUserDefaults.h"
 #include "Platform/Linux/System/LinuxAuthorizationSource.h"
 #include "Platform/Linux/System/LinuxServerTrust.h"
+#include "Platform/Linux/System/ProcessMemory.h"
 #include "Platform/Linux/System/SystemLocaleSource.h"
 #include "Platform/Linux/System/TimerFdClock.h"
 #include "Platform/Linux/X11/Clipboard/XcbPasteboard.h"
@@ -108,8 +109,8 @@ TalmoApp::TalmoApp()
           std::make_shared<XInput2EventMonitor>(m_xSession->postedKeys(), m_standInKeys, &isApplicationActive)),
       m_pasteboard(std::make_shared<XcbPasteboard>(m_xSession)),
       m_audioEngine(std::make_shared<PulseAudioEngine>()),
-      m_recognisers(Recognisers::make(
-          m_recogniserExecutor, m_clock, [engine = m_audioEngine] { return engine->sourceName(); }, m_linuxSettings)),
+      m_recognisers(Recognisers::make(m_recogniserExecutor, m_clock,
+                                      {engineOptions(), m_linuxSettings.speechEngine, &ProcessMemory::releaseFreed})),
       m_passwordFields(std::make_shared<PasswordFieldSettingsModel>(m_defaults)),
       m_locale(std::make_shared<SystemLocaleSource>(m_linuxSettings.dictationLanguage)),
       m_lastDictation(std::make_shared<LastDictation>()),
@@ -132,6 +133,11 @@ TalmoApp::~TalmoApp()
     TalmoCoordinator::setSharedFactory({});
     TalmoSettings::releaseShared();
     TalmoSettings::setSharedFactory({});
+}
+
+EngineFactories::Options TalmoApp::engineOptions() const
+{
+    return {m_linuxSettings.neuralLibrary, [engine = m_audioEngine] { return engine->sourceName(); }};
 }
 
 std::unique_ptr<TalmoCoordinator> TalmoApp::makeCoordinator()
@@ -222,8 +228,8 @@ void TalmoApp::start()
 
 void TalmoApp::showInterface(TalmoCoordinator &coordinator)
 {
-    m_recogniserSettings = std::make_shared<RecogniserSettingsModel>(m_recognisers.engines, m_recognisers.models,
-                                                                     m_defaults, m_linuxSettings.neuralLibrary);
+    m_recogniserSettings = std::make_shared<RecogniserSettingsModel>(
+        m_recognisers.engines, m_recognisers.models, m_defaults, EngineFactories::standard(engineOptions()));
     m_trayIcon = std::make_shared<TrayIcon>();
     m_appearance =
         std::make_unique<DesktopAppearance>(m_linuxSettings.colourScheme, [weak = std::weak_ptr(m_trayIcon)] {

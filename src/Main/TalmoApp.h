@@ -62,6 +62,7 @@ Q_SIGNALS:
     void quitRequested();
 
 private:
+    EngineFactories::Options engineOptions() const;
     std::unique_ptr<TalmoCoordinator> makeCoordinator();
     std::shared_ptr<PermissionsManager> makePermissions();
     std::shared_ptr<TextInsertionService> makeInsertion();

@@ -16,24 +16,12 @@ const AudioFormat decoderFormat{RecordingDecoder::sampleRate, 1, SampleType::Int
 
 } // namespace
 
-EngineTranscriber::EngineTranscriber()
-    : EngineTranscriber(AsyncStream<SpeechResult>::make())
-{
-}
-
-EngineTranscriber::EngineTranscriber(
-    std::pair<AsyncStream<SpeechResult>, AsyncStream<SpeechResult>::Continuation> stream)
-    : m_results(std::move(stream.first)),
-      m_continuation(std::move(stream.second))
-{
-}
-
 /// The work on the recogniser's thread. It outlives its analyzer until that thread has let go of it.
 class EngineAnalyzer::Recognition : public std::enable_shared_from_this<EngineAnalyzer::Recognition> {
 public:
-    Recognition(std::shared_ptr<EngineTranscriber> transcriber, MakeRecordingDecoder makeDecoder,
-                std::shared_ptr<SerialExecutor> executor, std::shared_ptr<Clock> clock)
-        : m_transcriber(std::move(transcriber)),
+    Recognition(Results results, MakeRecordingDecoder makeDecoder, std::shared_ptr<SerialExecutor> executor,
+                std::shared_ptr<Clock> clock)
+        : m_results(std::move(results)),
           m_makeDecoder(std::move(makeDecoder)),
           m_executor(std::move(executor)),
           m_clock(std::move(clock))
@@ -57,7 +45,7 @@ private:
     static QCoro::Task<void> watch(std::weak_ptr<Recognition> weakSelf, std::shared_ptr<Clock> clock,
                                    std::shared_ptr<Completion<void>> finalised, std::stop_token stop);
 
-    std::shared_ptr<EngineTranscriber> m_transcriber;
+    Results m_results;
     MakeRecordingDecoder m_makeDecoder;
     std::shared_ptr<SerialExecutor> m_executor;
     std::shared_ptr<Clock> m_clock;
@@ -160,7 +148,7 @@ void EngineAnalyzer::Recognition::decode(const AnalyzerInput &input)
 void EngineAnalyzer::Recognition::publish(SpeechResult result)
 {
     if (!m_isAbandoned) {
-        m_transcriber->continuation().yield(std::move(result));
+        m_results.yield(std::move(result));
     }
 }
 
@@ -241,7 +229,7 @@ QCoro::Task<void> EngineAnalyzer::Recognition::watch(std::weak_ptr<Recognition> 
 void EngineAnalyzer::Recognition::giveUp()
 {
     m_isAbandoned = true;
-    m_transcriber->continuation().finish();
+    m_results.finish();
 }
 
 /// Only flags; what is being decoded ends by itself. Any thread.
@@ -260,7 +248,7 @@ void EngineAnalyzer::Recognition::finish(std::exception_ptr error)
     m_watchEnd.request_stop();
     m_onStop.reset();
     m_decoder.reset();
-    m_transcriber->continuation().finish(std::move(error));
+    m_results.finish(std::move(error));
     if (m_started) {
         m_started->finish();
     }
@@ -269,9 +257,9 @@ void EngineAnalyzer::Recognition::finish(std::exception_ptr error)
     }
 }
 
-EngineAnalyzer::EngineAnalyzer(std::shared_ptr<EngineTranscriber> transcriber, MakeRecordingDecoder makeDecoder,
+EngineAnalyzer::EngineAnalyzer(Results results, MakeRecordingDecoder makeDecoder,
                                std::shared_ptr<SerialExecutor> executor, std::shared_ptr<Clock> clock)
-    : m_recognition(std::make_shared<Recognition>(std::move(transcriber), std::move(makeDecoder), std::move(executor),
+    : m_recognition(std::make_shared<Recognition>(std::move(results), std::move(makeDecoder), std::move(executor),
                                                   std::move(clock)))
 {
 }

@@ -5,24 +5,8 @@
 #include "Recognition/RecordingDecoder.h"
 
 #include <memory>
-#include <utility>
 
 namespace talmo {
-
-/// A transcriber of any engine: the stream into which its results go.
-class EngineTranscriber final : public SpeechTranscriber {
-public:
-    EngineTranscriber();
-
-    AsyncStream<SpeechResult> results() const override { return m_results; }
-    const AsyncStream<SpeechResult>::Continuation &continuation() const { return m_continuation; }
-
-private:
-    explicit EngineTranscriber(std::pair<AsyncStream<SpeechResult>, AsyncStream<SpeechResult>::Continuation> stream);
-
-    AsyncStream<SpeechResult> m_results;
-    AsyncStream<SpeechResult>::Continuation m_continuation;
-};
 
 /// Has an engine recognise one recording, on the recogniser's thread, while it is spoken.
 ///
@@ -33,9 +17,11 @@ public:
     /// No model takes longer to load, and no engine longer over a buffer, unless something is wrong.
     static constexpr Duration longestStandstill = std::chrono::seconds(30);
 
-    /// `clock`: for the thread that finalises.
-    EngineAnalyzer(std::shared_ptr<EngineTranscriber> transcriber, MakeRecordingDecoder makeDecoder,
-                   std::shared_ptr<SerialExecutor> executor, std::shared_ptr<Clock> clock);
+    using Results = AsyncStream<SpeechResult>::Continuation;
+
+    /// `results`: finished here. `executor`: the decoder thread. `clock`: for the thread that finalises.
+    EngineAnalyzer(Results results, MakeRecordingDecoder makeDecoder, std::shared_ptr<SerialExecutor> executor,
+                   std::shared_ptr<Clock> clock);
     ~EngineAnalyzer() override;
 
     QFuture<void> start(AsyncStream<AnalyzerInput> input, std::stop_token stop) override;

@@ -2,6 +2,7 @@
 
 #include "Base/Error.h"
 #include "Base/Log.h"
+#include "Recognition/Models/ModelStore.h"
 
 #include <QDateTime>
 #include <QFileInfo>
@@ -14,15 +15,15 @@ namespace InstalledModels {
 
 namespace {
 
-InstalledModel examine(const Configuration &configuration, InstalledModel model,
-                       const std::shared_ptr<SerialExecutor> &executor)
+InstalledModel examine(const Configuration &configuration, InstalledModel model)
 {
     const QString folder = ModelStore(configuration.folder).path(model.name);
     try {
-        auto platform = std::make_shared<SherpaPlatform>(executor, configuration.neuralLibrary, folder);
-        configuration.check(platform->libraryPath(), folder);
-        generalLog().info("neural recogniser: %@", {platform->description()});
-        model.platform = std::move(platform);
+        const EngineFactories factories{nullptr, configuration.factories}; // The embedded engine has no folder here.
+        auto engine = factories.forModel(folder).make(model.name, folder);
+        configuration.check(*engine, folder);
+        generalLog().info("speech engine: %@", {engine->description()});
+        model.engine = std::move(engine);
     } catch (const Error &error) {
         model.problem = error.localizedDescription();
         generalLog().error("a speech model is not used: %@", {model.problem});
@@ -32,8 +33,7 @@ InstalledModel examine(const Configuration &configuration, InstalledModel model,
 
 } // namespace
 
-std::vector<InstalledModel> look(const Configuration &configuration, const std::vector<InstalledModel> &known,
-                                 const std::shared_ptr<SerialExecutor> &executor)
+std::vector<InstalledModel> look(const Configuration &configuration, const std::vector<InstalledModel> &known)
 {
     std::vector<InstalledModel> models;
     const ModelStore store(configuration.folder);
@@ -42,9 +42,9 @@ std::vector<InstalledModel> look(const Configuration &configuration, const std::
         model.name = name;
         model.changed = QFileInfo(store.path(name)).lastModified().toMSecsSinceEpoch();
         const auto before = std::find_if(known.begin(), known.end(), [&model](const InstalledModel &each) {
-            return each.name == model.name && each.changed == model.changed && each.platform;
+            return each.name == model.name && each.changed == model.changed && each.engine;
         });
-        models.push_back(before != known.end() ? *before : examine(configuration, model, executor));
+        models.push_back(before != known.end() ? *before : examine(configuration, model));
     }
     return models;
 }

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "Base/SerialExecutor.h"
-#include "Recognition/Models/ModelStore.h"
-#include "Recognition/Sherpa/SherpaPlatform.h"
+#include "Recognition/EngineFactories.h"
 
 #include <QString>
 
@@ -12,32 +10,30 @@
 
 namespace talmo {
 
-/// A model that lies in the models' folder.
+/// A model in the models folder.
 struct InstalledModel {
     QString name;
     /// Tells it from another one that was put in its place.
     qint64 changed = 0;
-    /// Null where it cannot be used.
-    std::shared_ptr<SherpaPlatform> platform;
-    /// Why not; empty where it can.
+    /// Null if it cannot be used.
+    std::shared_ptr<SpeechEngine> engine;
+    /// Why not; empty if it can.
     QString problem;
 };
 
-/// Looks at installed models. On a thread that may wait for the disk and for models to be loaded.
+/// Finds installed models. On a thread that may wait for the disk and for models to be loaded.
 namespace InstalledModels {
 
 struct Configuration {
-    /// Where models lie, each in a folder of its own; empty for none.
+    /// Contains a folder for each model; empty if there is none.
     QString folder;
-    /// Of the neural recogniser; empty to look in the usual places.
-    QString neuralLibrary;
-    /// Throws Error when the model in a folder must not be loaded. Called with the library's file.
-    std::function<void(const QString &libraryPath, const QString &modelFolder)> check;
+    std::vector<EngineFactory> factories;
+    /// Throws Error if the model must not be loaded into this process.
+    std::function<void(const SpeechEngine &engine, const QString &modelFolder)> check;
 };
 
-/// What there is now; models known from before are not checked again. `executor` is where they decode.
-std::vector<InstalledModel> look(const Configuration &configuration, const std::vector<InstalledModel> &known,
-                                 const std::shared_ptr<SerialExecutor> &executor);
+/// Models in `known` that have not changed are not checked again.
+std::vector<InstalledModel> look(const Configuration &configuration, const std::vector<InstalledModel> &known);
 
 } // namespace InstalledModels
 

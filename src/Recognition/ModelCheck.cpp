@@ -3,8 +3,6 @@
 #include "Base/Error.h"
 #include "Base/Log.h"
 #include "Files/PrivateFile.h"
-#include "Recognition/PocketSphinx/PocketSphinxDecoderPool.h"
-#include "Recognition/Sherpa/SherpaLibrary.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -21,7 +19,6 @@
 #include <limits>
 #include <random>
 #include <span>
-#include <unistd.h>
 #include <vector>
 
 namespace talmo {
@@ -32,13 +29,13 @@ constexpr std::size_t sampleRate = 16000;
 constexpr std::size_t blockSize = 2048;
 
 /// Ten seconds in which there is something to recognise for any model: murmur, hiss, and pauses between them.
-std::vector<float> someSound()
+std::vector<std::int16_t> someSound()
 {
     constexpr std::size_t seconds = 10;
     constexpr float loudness = 0.2F;
     std::minstd_rand generator;
     std::normal_distribution<float> noise(0, loudness);
-    std::vector<float> sound(seconds * sampleRate);
+    std::vector<std::int16_t> sound(seconds * sampleRate);
     float last = 0;
     for (std::size_t index = 0; index < sound.size(); ++index) {
         enum { Murmur, Hiss, Pause, Count };
@@ -46,17 +43,10 @@ std::vector<float> someSound()
         const float sample = noise(generator);
         const float difference = sample - last;
         last = kind == Murmur ? (sample + 3 * last) / 4 : sample;
-        sound[index] = kind == Pause ? 0 : std::clamp(kind == Murmur ? last : difference, -1.0F, 1.0F);
+        const float audible = kind == Pause ? 0 : std::clamp(kind == Murmur ? last : difference, -1.0F, 1.0F);
+        sound[index] = static_cast<std::int16_t>(audible * std::numeric_limits<std::int16_t>::max());
     }
     return sound;
-}
-
-double usedMegabytes()
-{
-    QFile file(QStringLiteral("/proc/self/statm"));
-    const auto fields = file.open(QFile::ReadOnly) ? file.readAll().split(' ') : QByteArrayList();
-    constexpr double bytesInOne = 1e6;
-    return fields.value(1).toDouble() * static_cast<double>(::sysconf(_SC_PAGESIZE)) / bytesInOne;
 }
 
 double secondsOf(const std::function<void()> &work)
@@ -68,29 +58,15 @@ double secondsOf(const std::function<void()> &work)
     return static_cast<double>(timer.nsecsElapsed()) / nanosecondsInOne;
 }
 
-ModelReport measured(const std::function<void()> &load, const std::function<void()> &hear)
-{
-    ModelReport report;
-    const double before = usedMegabytes();
-    report.secondsToLoad = secondsOf(load);
-    report.shareOfSpeech = secondsOf(hear) * double(sampleRate) / double(someSound().size());
-    report.megabytes = usedMegabytes() - before;
-    return report;
-}
-
 /// Changes whenever the library or a file of the model does.
-QByteArray identityOf(const QString &libraryPath, const QString &modelFolder)
+QByteArray identityOf(const SpeechEngine &engine)
 {
     QStringList parts;
-    const auto add = [&parts](const QFileInfo &file) {
+    for (const QFileInfo file : engine.files()) {
         parts.append(QStringLiteral("%1 %2 %3")
                          .arg(file.fileName())
                          .arg(file.size())
                          .arg(file.lastModified().toMSecsSinceEpoch()));
-    };
-    add(QFileInfo(libraryPath));
-    for (const auto &file : QDir(modelFolder).entryInfoList(QDir::Files, QDir::Name)) {
-        add(file);
     }
     return parts.join(QLatin1Char('\n')).toUtf8();
 }
@@ -121,14 +97,17 @@ ModelReport ModelReport::fromOutput(const QString &output)
     return {number("secondsToLoad"), number("megabytes"), number("shareOfSpeech")};
 }
 
-ModelReport checkModelApart(const QString &libraryPath, const QString &modelFolder)
+ModelReport measureApart(const QString &neuralLibrary, const QString &modelFolder)
 {
     constexpr int patience = 120000;
     const QString program = QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("talmoctl"));
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(program, {QStringLiteral("check-model"), QStringLiteral("--json"), QStringLiteral("--library"),
-                            libraryPath, modelFolder});
+    QStringList arguments{QStringLiteral("check-model"), QStringLiteral("--json")};
+    if (!neuralLibrary.isEmpty()) {
+        arguments += {QStringLiteral("--library"), neuralLibrary};
+    }
+    process.start(program, arguments + QStringList{modelFolder});
     if (!process.waitForFinished(patience)) {
         process.kill();
         process.waitForFinished();
@@ -142,15 +121,15 @@ ModelReport checkModelApart(const QString &libraryPath, const QString &modelFold
     return ModelReport::fromOutput(QString::fromUtf8(process.readAll()));
 }
 
-void checkModelOnce(const QString &libraryPath, const QString &modelFolder)
+void checkModelOnce(const SpeechEngine &engine, const QString &neuralLibrary, const QString &modelFolder)
 {
-    const QByteArray identity = identityOf(libraryPath, modelFolder);
+    const QByteArray identity = identityOf(engine);
     QFile note(QDir(modelFolder).filePath(QStringLiteral(".talmo-checked")));
     if (note.open(QFile::ReadOnly) && note.readAll() == identity) {
         return;
     }
     note.close();
-    checkModelApart(libraryPath, modelFolder);
+    measureApart(neuralLibrary, modelFolder);
     try {
         PrivateFile::write(note.fileName(), identity);
     } catch (const Error &error) { // It is checked again next time.
@@ -158,45 +137,23 @@ void checkModelOnce(const QString &libraryPath, const QString &modelFolder)
     }
 }
 
-ModelReport checkModelHere(const QString &libraryPath, const QString &modelFolder)
+/// A model can load and still fail over the first sound.
+ModelReport measure(SpeechEngine &engine, const std::function<double()> &usedMegabytes)
 {
-    std::shared_ptr<SherpaLibrary::Recogniser> recogniser;
-    const auto load = [&] {
-        recogniser =
-            SherpaLibrary::Recogniser::load(SherpaLibrary::open(libraryPath), SherpaModel::examine(modelFolder));
-    };
-    // A model can be loaded and fail over the first sound.
-    const auto hear = [&] {
-        SherpaLibrary::Stream stream(recogniser);
-        const auto sound = someSound();
+    const auto sound = someSound();
+    const auto hear = [&engine, &sound] {
+        const auto decoder = engine.makeDecoder([](const SpeechResult &) {});
         for (std::size_t at = 0; at < sound.size(); at += blockSize) {
-            std::vector<float> block(sound.begin() + static_cast<std::ptrdiff_t>(at),
-                                     sound.begin() +
-                                         static_cast<std::ptrdiff_t>(std::min(at + blockSize, sound.size())));
-            stream.accept(block);
+            decoder->process(std::span(sound).subspan(at, std::min(blockSize, sound.size() - at)));
         }
-        stream.inputFinished();
-        stream.text();
+        decoder->finish();
     };
-    return measured(load, hear);
-}
-
-ModelReport checkEmbeddedHere(const QString &modelFolder)
-{
-    PocketSphinxDecoderPool pool(modelFolder);
-    std::unique_ptr<PocketSphinxDecoder> decoder;
-    const auto hear = [&] {
-        std::vector<std::int16_t> samples;
-        for (const float sample : someSound()) {
-            samples.push_back(static_cast<std::int16_t>(sample * std::numeric_limits<std::int16_t>::max()));
-        }
-        decoder->beginUtterance();
-        for (std::size_t at = 0; at < samples.size(); at += blockSize) {
-            decoder->process(std::span(samples).subspan(at, std::min(blockSize, samples.size() - at)));
-        }
-        decoder->endUtterance();
-    };
-    return measured([&] { decoder = pool.take(); }, hear);
+    ModelReport report;
+    const double before = usedMegabytes();
+    report.secondsToLoad = secondsOf([&engine] { engine.warmUp(); });
+    report.shareOfSpeech = secondsOf(hear) * double(sampleRate) / double(sound.size());
+    report.megabytes = usedMegabytes() - before;
+    return report;
 }
 
 } // namespace talmo

@@ -1,6 +1,10 @@
 #pragma once
 
+#include "Recognition/SpeechEngine.h"
+
 #include <QString>
+
+#include <functional>
 
 namespace talmo {
 
@@ -19,17 +23,15 @@ struct ModelReport {
     static ModelReport fromOutput(const QString &output);
 };
 
-/// Loads a neural model in a process of its own, which may end over it: the library ends the process over some models
-/// that will not do. Waits, up to two minutes. Throws Error.
-ModelReport checkModelApart(const QString &libraryPath, const QString &modelFolder);
+/// Loads the engine's model in this process and lets it hear ten seconds. `usedMegabytes`: of this process. Throws
+/// Error.
+ModelReport measure(SpeechEngine &engine, const std::function<double()> &usedMegabytes);
 
-/// The same, unless this very model has been found good with this very library before; what was found is noted in the
-/// model's folder.
-void checkModelOnce(const QString &libraryPath, const QString &modelFolder);
+/// The same in a child process, because some libraries abort on an invalid model. Waits, up to two minutes.
+/// `neuralLibrary`: as in EngineFactories::Options. Throws Error.
+ModelReport measureApart(const QString &neuralLibrary, const QString &modelFolder);
 
-/// Loads the model in this process, for that other one.
-ModelReport checkModelHere(const QString &libraryPath, const QString &modelFolder);
-/// The same for the embedded recogniser.
-ModelReport checkEmbeddedHere(const QString &modelFolder);
+/// measureApart(), unless the engine's files are those that passed before, as noted in the model's folder.
+void checkModelOnce(const SpeechEngine &engine, const QString &neuralLibrary, const QString &modelFolder);
 
 } // namespace talmo

@@ -2,7 +2,7 @@
 
 #include "Base/Error.h"
 #include "Recognition/ModelCheck.h"
-#include "Recognition/Sherpa/SherpaLibrary.h"
+#include "Recognition/Models/ModelStore.h"
 #include "Speech/TranscriptionError.h"
 
 #include <QCoro/QCoroFuture>
@@ -14,15 +14,15 @@ namespace talmo {
 
 namespace {
 
-bool speaks(const SpeechEngines &engines, const QString &locale)
+bool speaks(const EngineRegistry &engines, const QString &locale)
 {
-    const auto platforms = engines.neural();
-    return std::any_of(platforms.begin(), platforms.end(),
-                       [&locale](const auto &platform) { return platform->speaks(locale); });
+    const auto &models = engines.models();
+    return std::any_of(models.begin(), models.end(),
+                       [&locale](const InstalledModel &model) { return model.engine && model.engine->speaks(locale); });
 }
 
-/// Throws what keeps a model that is there already from being used.
-void requireNoProblem(const SpeechEngines &engines, const QString &name)
+/// Throws what keeps an installed model from being used.
+void requireNoProblem(const EngineRegistry &engines, const QString &name)
 {
     for (const auto &model : engines.models()) {
         if (model.name == name && !model.problem.isEmpty()) {
@@ -31,11 +31,11 @@ void requireNoProblem(const SpeechEngines &engines, const QString &name)
     }
 }
 
-/// Makes a language recognisable that no recogniser here speaks: waits for models that are still being looked at, then
-/// downloads the best of the catalogue. Throws where the language is in no catalogue, the recogniser's library is
-/// missing, a model that is there cannot be used, or the installation fails.
-QCoro::Task<void> provideLanguage(std::shared_ptr<SpeechEngines> engines, std::shared_ptr<SpeechModels> models,
-                                  QString neuralLibrary, QString locale)
+/// Provides an engine for a language that has none: waits for the scan under way, then downloads the catalogue's best
+/// model. Throws if the catalogue lacks the language, the engine's library is missing, an installed model cannot be
+/// used, or the installation fails.
+QCoro::Task<void> provideLanguage(std::shared_ptr<EngineRegistry> engines, std::shared_ptr<SpeechModels> models,
+                                  EngineFactories factories, QString locale)
 {
     co_await engines->modelsChecked();
     if (speaks(*engines, locale)) {
@@ -47,50 +47,63 @@ QCoro::Task<void> provideLanguage(std::shared_ptr<SpeechEngines> engines, std::s
     }
     const ModelEntry entry = *best;
     requireNoProblem(*engines, entry.id);
-    SherpaLibrary::open(neuralLibrary); // Without it the model is of no use, and is not fetched.
+    factories.forEntry(entry).library(); // Without it the model is of no use, and is not downloaded.
     co_await models->install(entry);
     co_await engines->lookForModels();
     requireNoProblem(*engines, entry.id);
 }
 
+std::function<void(const SpeechEngine &, const QString &)> checkWith(const QString &neuralLibrary)
+{
+    return [neuralLibrary](const SpeechEngine &engine, const QString &modelFolder) {
+        checkModelOnce(engine, neuralLibrary, modelFolder);
+    };
+}
+
 } // namespace
 
-ModelInstaller Recognisers::installer(const std::shared_ptr<Clock> &clock, const QString &neuralLibrary)
+ModelInstaller Recognisers::installer(const std::shared_ptr<Clock> &clock, const EngineFactories::Options &options)
 {
-    const auto tryModel = [neuralLibrary](const QString &folder) {
-        SherpaModel::examine(folder);
-        if (SherpaLibrary::isInstalled(neuralLibrary)) {
-            checkModelOnce(SherpaLibrary::open(neuralLibrary)->path(), folder);
+    const auto tryModel = [options](const QString &folder) {
+        const EngineFactories factories = EngineFactories::standard(options);
+        const EngineFactory &factory = factories.forModel(folder);
+        factory.checkFiles(folder);
+        if (factory.isLibraryInstalled()) {
+            checkWith(options.neuralLibrary)(*factory.make(QString(), folder), folder);
         }
     };
     return ModelInstaller(ModelStore(ModelStore::standardFolder()), clock, tryModel);
 }
 
 Recognisers Recognisers::make(const std::shared_ptr<SerialExecutor> &executor, const std::shared_ptr<Clock> &clock,
-                              std::function<QString()> microphoneName, const LinuxSettings &settings)
+                              const Options &options)
 {
     const ModelCatalogue catalogue = ModelCatalogue::withUsersFile(ModelCatalogue::usersPath());
+    const EngineFactories factories = EngineFactories::standard(options.engines);
     Recognisers parts;
-    parts.models = std::make_shared<SpeechModels>(installer(clock, settings.neuralLibrary), catalogue);
-    // Known to each other only by this, so that neither keeps the other alive.
-    const auto enginesLater = std::make_shared<std::weak_ptr<SpeechEngines>>();
-    const auto install = [enginesLater, weakModels = std::weak_ptr(parts.models), library = settings.neuralLibrary,
+    parts.models = std::make_shared<SpeechModels>(installer(clock, options.engines), catalogue);
+    // Weak, so that neither keeps the other alive.
+    const auto enginesLater = std::make_shared<std::weak_ptr<EngineRegistry>>();
+    const auto install = [enginesLater, weakModels = std::weak_ptr(parts.models), factories,
                           mainExecutor = SerialExecutor::onCurrentThread()](const QString &locale) {
-        return mainExecutor->run<void>([enginesLater, weakModels, library, locale] {
+        return mainExecutor->run<void>([enginesLater, weakModels, factories, locale] {
             const auto engines = enginesLater->lock();
             const auto models = weakModels.lock();
             if (!engines || !models) {
                 throw Cancelled();
             }
-            return provideLanguage(engines, models, library, locale);
+            return provideLanguage(engines, models, factories, locale);
         });
     };
-    const SpeechEngines::Configuration configuration{
-        {ModelStore::standardFolder(), settings.neuralLibrary, &checkModelOnce},
-        catalogue,
-        settings.speechEngine,
-        install};
-    parts.engines = std::make_shared<SpeechEngines>(executor, clock, std::move(microphoneName), configuration);
+    EngineRegistry::Configuration configuration;
+    configuration.embedded = factories.embedded;
+    configuration.models = {ModelStore::standardFolder(), factories.installable,
+                            checkWith(options.engines.neuralLibrary)};
+    configuration.catalogue = catalogue;
+    configuration.choice = options.choice;
+    configuration.install = install;
+    configuration.releaseMemory = options.releaseMemory;
+    parts.engines = std::make_shared<EngineRegistry>(executor, clock, configuration);
     *enginesLater = parts.engines;
     return parts;
 }

@@ -1,25 +1,33 @@
 #pragma once
 
-#include "Platform/Linux/System/LinuxSettings.h"
+#include "Recognition/EngineFactories.h"
+#include "Recognition/EngineRegistry.h"
 #include "Recognition/Models/SpeechModels.h"
-#include "Recognition/SpeechEngines.h"
 
 #include <functional>
 #include <memory>
 
 namespace talmo {
 
-/// The recognisers of this machine and the models that can be had for them, put together as the user's settings say.
+/// Everything that recognises speech, composed from the user's settings.
 struct Recognisers {
+    struct Options {
+        EngineFactories::Options engines;
+        /// The stored choice of a recogniser.
+        QString choice;
+        /// See EngineRegistry::Configuration.
+        std::function<void()> releaseMemory;
+    };
+
     std::shared_ptr<SpeechModels> models;
-    std::shared_ptr<SpeechEngines> engines;
+    std::shared_ptr<EngineRegistry> engines;
 
-    /// `executor`: the thread on which everything is decoded. `microphoneName`: asked on that thread. Main thread.
+    /// `executor`: the decoder thread. Main thread.
     static Recognisers make(const std::shared_ptr<SerialExecutor> &executor, const std::shared_ptr<Clock> &clock,
-                            std::function<QString()> microphoneName, const LinuxSettings &settings);
+                            const Options &options);
 
-    /// Of which models are installed into the user's own folder, and tried with that library where there is one.
-    static ModelInstaller installer(const std::shared_ptr<Clock> &clock, const QString &neuralLibrary);
+    /// Installs models into the user's own folder, and tries each one if the engine's library is there.
+    static ModelInstaller installer(const std::shared_ptr<Clock> &clock, const EngineFactories::Options &options);
 };
 
 } // namespace talmo

@@ -1,8 +1,9 @@
 #include "Platform/Linux/System/LinuxSettings.h"
+#include "Platform/Linux/System/ProcessMemory.h"
+#include "Recognition/EngineFactories.h"
+#include "Recognition/EngineRegistry.h"
 #include "Recognition/ModelCheck.h"
-#include "Recognition/PocketSphinx/PocketSphinxDecoder.h"
-#include "Recognition/Sherpa/SherpaLibrary.h"
-#include "Recognition/SpeechEngines.h"
+#include "Recognition/Models/ModelStore.h"
 #include "talmoctl/Command.h"
 #include "talmoctl/Terminal.h"
 #include "talmoctl/UserSettings.h"
@@ -11,27 +12,40 @@ namespace talmo::ctl {
 
 namespace {
 
-void describeEmbedded()
+void describeEmbedded(SpeechEngine &engine)
 {
-    const auto model = PocketSphinxPlatform::debianModelFolder();
-    if (!PocketSphinxDecoder::isModelInstalled(model)) {
-        writeLine(QStringLiteral("embedded: PocketSphinx, English, not installed; the package is pocketsphinx-en-us"));
-        return;
-    }
-    writeLine(QStringLiteral("embedded: PocketSphinx, English, model in %1, usable (%2)")
-                  .arg(model, checkEmbeddedHere(model).description()));
+    const QString problem = engine.problem();
+    writeLine(
+        QStringLiteral("embedded: %1, %2")
+            .arg(engine.description(),
+                 problem.isEmpty()
+                     ? QStringLiteral("usable (%1)").arg(measure(engine, &ProcessMemory::usedMegabytes).description())
+                     : QStringLiteral("not usable: %1").arg(problem)));
 }
 
-/// Loads the model once, apart, so that what is said is true.
-void describeModel(const SherpaLibrary &library, const QString &folder)
+/// Measured in a child process, because some libraries abort on an invalid model.
+void describeModel(const EngineFactories &factories, const QString &neuralLibrary, const QString &folder)
 {
     try {
-        const SherpaModel model = SherpaModel::examine(folder);
-        const QString report = checkModelApart(library.path(), folder).description();
+        const auto engine = factories.forModel(folder).make(QString(), folder);
+        const QString report = measureApart(neuralLibrary, folder).description();
         writeLine(QStringLiteral("neural: %1, language %2, usable (%3)")
-                      .arg(folder, model.languages.join(QStringLiteral(", ")), report));
+                      .arg(folder, engine->languages().join(QStringLiteral(", ")), report));
     } catch (const Error &error) {
         writeLine(QStringLiteral("neural: %1, not usable: %2").arg(folder, error.localizedDescription()));
+    }
+}
+
+void describeModels(const EngineFactories &factories, const QString &neuralLibrary)
+{
+    const ModelStore store(ModelStore::standardFolder());
+    const auto names = store.installed();
+    if (names.isEmpty()) {
+        writeLine(
+            QStringLiteral("neural: no models in %1; talmoctl model list says which there are").arg(store.folder()));
+    }
+    for (const auto &name : names) {
+        describeModel(factories, neuralLibrary, store.path(name));
     }
 }
 
@@ -39,19 +53,13 @@ QCoro::Task<int> runEngines(Invocation /*invocation*/)
 {
     const UserSettings settings;
     const LinuxSettings linuxSettings = LinuxSettings::read(*settings.defaults);
-    describeEmbedded();
-    const ModelStore store(ModelStore::standardFolder());
+    const EngineFactories factories = EngineFactories::standard({linuxSettings.neuralLibrary, {}});
+    describeEmbedded(*factories.embedded);
     try {
-        const auto library = SherpaLibrary::open(linuxSettings.neuralLibrary);
-        writeLine(QStringLiteral("neural: sherpa-onnx %1 in %2").arg(library->version(), library->path()));
-        const auto names = store.installed();
-        if (names.isEmpty()) {
-            writeLine(QStringLiteral("neural: no models in %1; talmoctl model list says which there are")
-                          .arg(store.folder()));
+        for (const auto &factory : factories.installable) {
+            writeLine(QStringLiteral("neural: ") + factory.library());
         }
-        for (const auto &name : names) {
-            describeModel(*library, store.path(name));
-        }
+        describeModels(factories, linuxSettings.neuralLibrary);
     } catch (const Error &error) {
         writeLine(QStringLiteral("neural: ") + error.localizedDescription());
     }
@@ -61,8 +69,10 @@ QCoro::Task<int> runEngines(Invocation /*invocation*/)
 
 QCoro::Task<int> runCheckModel(Invocation invocation)
 {
-    const ModelReport report =
-        checkModelHere(invocation.value("library"), invocation.arguments->positionalArguments().first());
+    const QString folder = invocation.arguments->positionalArguments().first();
+    const EngineFactories factories = EngineFactories::standard({invocation.value("library"), {}});
+    const auto engine = factories.forModel(folder).make(QString(), folder);
+    const ModelReport report = measure(*engine, &ProcessMemory::usedMegabytes);
     writeLine(invocation.has("json") ? report.toLine() : QStringLiteral("usable (%1)").arg(report.description()));
     co_return EXIT_SUCCESS;
 }

@@ -3,7 +3,6 @@
 #include "Platform/Linux/System/LinuxSettings.h"
 #include "Platform/Linux/System/TimerFdClock.h"
 #include "Recognition/Recognisers.h"
-#include "Recognition/Sherpa/SherpaLibrary.h"
 #include "talmoctl/Command.h"
 #include "talmoctl/Terminal.h"
 #include "talmoctl/UserSettings.h"
@@ -105,14 +104,14 @@ private:
 };
 
 /// The user may come to regret what is not said before.
-void tellBefore(const ModelEntry &entry, const QString &neuralLibrary)
+void tellBefore(const ModelEntry &entry, const EngineFactories::Options &options)
 {
     writeLine(QStringLiteral("%1: %2, from %3").arg(entry.id, entry.title, entry.address.toString()));
     writeLine(QStringLiteral("Licence: %1 %2").arg(entry.licence, entry.licenceAddress.toString()));
     if (entry.sha256.isEmpty()) {
         writeLine(QStringLiteral("Nobody has noted this model's checksum: it is as trustworthy as the server."));
     }
-    if (!SherpaLibrary::isInstalled(neuralLibrary)) {
+    if (!EngineFactories::standard(options).forEntry(entry).isLibraryInstalled()) {
         writeLine(QStringLiteral("The neural recogniser's library is not installed: until it is, the model is not "
                                  "tried, nor used."));
     }
@@ -128,11 +127,11 @@ QCoro::Task<int> runInstall(Invocation invocation)
     }
     const ModelEntry entry = *found;
     const UserSettings settings;
-    const QString library = LinuxSettings::read(*settings.defaults).neuralLibrary;
-    tellBefore(entry, library);
+    const EngineFactories::Options options{LinuxSettings::read(*settings.defaults).neuralLibrary, {}};
+    tellBefore(entry, options);
     {
         const auto bar = std::make_shared<ProgressBar>();
-        const ModelInstaller installer = Recognisers::installer(std::make_shared<TimerFdClock>(), library);
+        const ModelInstaller installer = Recognisers::installer(std::make_shared<TimerFdClock>(), options);
         const ModelInstaller::OnProgress show = [bar](const ModelProgress &progress) { bar->show(progress); };
         co_await installer.install(entry, show, {});
     }
@@ -154,10 +153,10 @@ QCoro::Task<int> runRemove(Invocation invocation)
 QCoro::Task<int> runUse(Invocation invocation)
 {
     const QString choice = invocation.arguments->positionalArguments().first();
-    const bool isModel = choice != SpeechEngines::automaticChoice && choice != SpeechEngines::embeddedChoice;
+    const bool isModel = choice != EngineRegistry::automaticChoice && choice != EngineRegistry::embeddedChoice;
     if (isModel && !ModelStore(ModelStore::standardFolder()).isInstalled(choice)) {
         throw Error(QStringLiteral("the model “%1” is not installed; else there is “%2” and “%3”")
-                        .arg(choice, SpeechEngines::automaticChoice, SpeechEngines::embeddedChoice));
+                        .arg(choice, EngineRegistry::automaticChoice, EngineRegistry::embeddedChoice));
     }
     constexpr int patience = 2000;
     const auto answer = ControlSocket::exchange(ControlSocket::recogniserRequest(choice), patience, patience);

@@ -40,7 +40,8 @@ QCoro::Task<int> runTranscribe(Invocation invocation)
     }
     const auto recogniser = SerialExecutor::onNewThread(QStringLiteral("decoder"));
     // As it is when the user dictates, and it hears the same words.
-    const auto recognisers = Recognisers::make(recogniser, std::make_shared<TimerFdClock>(), {}, linuxSettings);
+    const auto recognisers = Recognisers::make(recogniser, std::make_shared<TimerFdClock>(),
+                                               {{linuxSettings.neuralLibrary, {}}, linuxSettings.speechEngine, {}});
     co_await recognisers.engines->modelsChecked();
     recognisers.engines->setWords(settings.values->dictionaryWords());
     const auto service = std::make_shared<SpeechTranscriptionService>(

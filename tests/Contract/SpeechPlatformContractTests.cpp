@@ -1,7 +1,8 @@
-#include "Recognition/PocketSphinx/PocketSphinxPlatform.h"
+#include "Recognition/PocketSphinx/PocketSphinxEngine.h"
 #include "SpokenText.h"
 #include "Support/Printing.h"
 #include "Support/ScriptedSpeechPlatform.h"
+#include "Support/SinglePlatform.h"
 #include "Support/TestLoop.h"
 
 #include <QFile>
@@ -21,7 +22,9 @@ struct ScriptedSubject {
 };
 
 struct PocketSphinxSubject {
-    PocketSphinxPlatform platform{SerialExecutor::onNewThread(u"decoder"_s)};
+    std::shared_ptr<EngineSpeechPlatform> made =
+        platformWith(std::make_shared<PocketSphinxEngine>(), SerialExecutor::onNewThread(u"decoder"_s));
+    EngineSpeechPlatform &platform = *made;
 };
 
 /// A spoken text in the recogniser's own format: flite's voices speak at 16 kHz.

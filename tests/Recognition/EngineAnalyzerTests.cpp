@@ -53,7 +53,7 @@ protected:
     std::shared_ptr<EngineAnalyzer> makeAnalyzer(std::shared_ptr<SerialExecutor> executor)
     {
         return std::make_shared<EngineAnalyzer>(
-            transcriber,
+            stream.second,
             [this](RecordingDecoder::Publish publish) { return std::make_unique<Decoder>(engine, std::move(publish)); },
             std::move(executor), engine.clock);
     }
@@ -71,7 +71,7 @@ protected:
         QString text;
         bool isEnded = false;
         while (!isEnded) {
-            const auto next = transcriber->results().next();
+            const auto next = stream.first.next();
             EXPECT_TRUE(waitFor(next));
             isEnded = !next.isFinished() || !next.result();
             text += isEnded ? QString() : next.result()->text;
@@ -92,7 +92,7 @@ protected:
     }
 
     Engine engine;
-    std::shared_ptr<EngineTranscriber> transcriber = std::make_shared<EngineTranscriber>();
+    std::pair<AsyncStream<SpeechResult>, EngineAnalyzer::Results> stream = AsyncStream<SpeechResult>::make();
     std::pair<Input, Input::Continuation> input = Input::make();
     std::shared_ptr<SerialExecutor> thread = SerialExecutor::onCurrentThread();
 };

@@ -3,10 +3,11 @@
 #include "Base/Task.h"
 #include "Input/Audio/AudioRecorder.h"
 #include "Input/Audio/SpeexAudioConverter.h"
-#include "Recognition/EnginePlatform.h"
 #include "Speech/SpeechTranscriptionService.h"
 #include "Support/FakeAudioEngine.h"
+#include "Support/MadeUpEngine.h"
 #include "Support/Printing.h"
+#include "Support/SinglePlatform.h"
 #include "Support/TestLoop.h"
 
 #include <gmock/gmock.h>
@@ -16,28 +17,6 @@ namespace talmo::test {
 using testing::ElementsAre;
 
 namespace {
-
-/// An engine that nobody gets to use.
-class UnusedPlatform final : public EnginePlatform {
-public:
-    explicit UnusedPlatform(std::shared_ptr<SerialExecutor> executor)
-        : EnginePlatform(std::move(executor))
-    {
-    }
-    QFuture<std::optional<QString>> supportedLocale(const QString &locale) override
-    {
-        return ready(std::optional(locale));
-    }
-    QFuture<std::shared_ptr<AssetInstallationRequest>>
-    assetInstallationRequest(const std::shared_ptr<SpeechTranscriber> &) override
-    {
-        return ready(std::shared_ptr<AssetInstallationRequest>());
-    }
-
-protected:
-    bool isInstalled() const override { return true; }
-    MakeRecordingDecoder decoderMaker() override { return {}; }
-};
 
 QCoro::Task<void> startAndStop(SpeechTranscriptionService *service, std::shared_ptr<RecorderService> recorder,
                                QStringList *outcomes)
@@ -61,7 +40,7 @@ QCoro::Task<void> startAndStop(SpeechTranscriptionService *service, std::shared_
 TEST(HalfOpenStop, endsAfterTheRecorderFailedToStart)
 {
     const auto executor = SerialExecutor::onCurrentThread();
-    SpeechTranscriptionService service(std::make_shared<UnusedPlatform>(executor),
+    SpeechTranscriptionService service(platformWith(std::make_shared<MadeUpEngine>()),
                                        std::make_shared<SpeexAudioConverterFactory>(), executor, executor);
     const auto engine = std::make_shared<FakeAudioEngine>();
     engine->startFailure = std::make_exception_ptr(Error(u"busy"_s));

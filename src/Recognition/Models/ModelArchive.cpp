@@ -10,7 +10,6 @@
 #include <archive_entry.h>
 
 #include <memory>
-#include <unistd.h>
 
 namespace talmo {
 
@@ -149,7 +148,7 @@ private:
             refuseDamaged(m_archive.get());
         }
         m_bytesBefore = m_bytes;
-        ::fsync(file.handle()); // What is renamed into place later must be on the disk then.
+        PrivateFile::flushToDisk(file); // What is renamed into place later must be on the disk then.
     }
 
     ArchiveHandle m_archive;

@@ -1,6 +1,7 @@
 #include "Recognition/Models/ModelStore.h"
 
 #include "Base/Error.h"
+#include "Files/FileLock.h"
 #include "Files/PrivateFile.h"
 
 #include <QDir>
@@ -16,9 +17,6 @@
 #include <cstdio>
 #include <cstring>
 #include <utility>
-
-#include <sys/file.h>
-#include <unistd.h>
 
 namespace talmo {
 
@@ -48,34 +46,29 @@ void clearAway(const QString &folder)
 
 } // namespace
 
-/// A lock that the kernel lets go of when its process dies.
+/// Held while models are installed or removed; half-finished work is cleared away before and after.
 class ModelStore::Lock {
 public:
     explicit Lock(QString folder)
-        : m_folder(std::move(folder))
+        : m_folder(std::move(folder)),
+          m_file(m_folder + QStringLiteral("/.lock"))
     {
-        const QString path = m_folder + QStringLiteral("/.lock");
-        m_descriptor = PrivateFile::openLock(path);
-        if (m_descriptor < 0) {
-            throw Error(QStringLiteral("%1 cannot be written.").arg(path));
-        }
-        if (::flock(m_descriptor, LOCK_EX | LOCK_NB) != 0) {
-            ::close(m_descriptor);
+        switch (m_file.outcome()) {
+        case FileLock::Outcome::CannotOpen:
+            throw Error(QStringLiteral("%1 cannot be written.").arg(m_folder));
+        case FileLock::Outcome::HeldByAnother:
             throw Error(QStringLiteral("Another model is being installed or removed."));
+        case FileLock::Outcome::Locked:
+            clearAway(m_folder);
         }
-        clearAway(m_folder);
     }
-    ~Lock()
-    {
-        clearAway(m_folder);
-        ::close(m_descriptor);
-    }
+    ~Lock() { clearAway(m_folder); }
     Lock(const Lock &) = delete;
     Lock &operator=(const Lock &) = delete;
 
 private:
     QString m_folder;
-    int m_descriptor = -1;
+    FileLock m_file;
 };
 
 ModelStore::ModelStore(QString folder)
@@ -163,13 +156,21 @@ void ModelStore::remove(const QString &name) const
 
 void describeModel(const QString &folder, const ModelEntry &entry)
 {
-    const QJsonObject notes{{QStringLiteral("languages"), QJsonArray::fromStringList(entry.languages)},
+    const QJsonObject notes{{QStringLiteral("engine"), entry.engine},
+                            {QStringLiteral("languages"), QJsonArray::fromStringList(entry.languages)},
                             {QStringLiteral("kind"), entry.kind},
                             {QStringLiteral("hotWords"), entry.hotWords},
                             {QStringLiteral("title"), entry.title},
                             {QStringLiteral("licence"), entry.licence},
                             {QStringLiteral("source"), entry.address.toString()}};
     PrivateFile::write(folder + QStringLiteral("/talmo-model.json"), QJsonDocument(notes).toJson());
+}
+
+QString engineOfModel(const QString &folder)
+{
+    QFile file(folder + QStringLiteral("/talmo-model.json"));
+    const auto notes = file.open(QFile::ReadOnly) ? QJsonDocument::fromJson(file.readAll()) : QJsonDocument();
+    return notes.object().value(QStringLiteral("engine")).toString();
 }
 
 QString innermostFolder(const QString &unpacked)

@@ -49,6 +49,9 @@ private:
 /// Notes in a model's folder what the recogniser must know of it and cannot see, and where it came from. Throws Error.
 void describeModel(const QString &folder, const ModelEntry &entry);
 
+/// The engine noted in a model's folder; empty if none is.
+QString engineOfModel(const QString &folder);
+
 /// The folder that holds the model in what came out of an archive, which often has one folder around it all.
 QString innermostFolder(const QString &unpacked);
 

@@ -16,15 +16,6 @@ struct ps_decoder_s;
 
 namespace talmo {
 
-/// What the recogniser is to know besides its own dictionary.
-struct PersonalVocabulary {
-    /// As the user spells them.
-    QStringList words;
-    Pronunciation::SoundsLike soundsLike;
-
-    bool operator==(const PersonalVocabulary &) const = default;
-};
-
 /// One loaded model of the embedded recogniser, about 100 MB. It keeps what it learnt about the microphone from one
 /// recording to the next. Not thread-safe.
 class PocketSphinxDecoder {

@@ -34,6 +34,15 @@ private:
     SoundsLike m_soundsLike;
 };
 
+/// The user's own words.
+struct PersonalVocabulary {
+    /// As the user spells them.
+    QStringList words;
+    Pronunciation::SoundsLike soundsLike;
+
+    bool operator==(const PersonalVocabulary &) const = default;
+};
+
 /// The words that a spelling is made of: at blanks and signs, and where a small letter meets a capital one.
 QStringList spokenParts(const QString &spelling);
 

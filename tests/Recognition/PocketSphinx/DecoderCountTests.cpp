@@ -1,7 +1,8 @@
 // A decoder takes 100 MB and a third of a second to load: one is enough for all dictations.
 
-#include "Recognition/PocketSphinx/PocketSphinxPlatform.h"
+#include "Recognition/PocketSphinx/PocketSphinxEngine.h"
 #include "Support/Printing.h"
+#include "Support/SinglePlatform.h"
 #include "Support/TestLoop.h"
 
 #include <gtest/gtest.h>
@@ -16,14 +17,13 @@ protected:
 
     void warmUp()
     {
-        platform.warmUp();
-        EXPECT_TRUE(waitFor(executor->call([] {})));
+        EXPECT_TRUE(waitFor(executor->call([this] { engine->warmUp(); })));
     }
     /// A second of silence is heard, and `meanwhile` runs before the recording ends.
     void record(const std::function<void()> &meanwhile)
     {
-        const auto transcriber = platform.makeTranscriber(u"en_US"_s, TranscriberConfiguration::VolatileResults);
-        const auto analyzer = platform.makeAnalyzer(transcriber);
+        const auto transcriber = platform->makeTranscriber(u"en_US"_s, TranscriberConfiguration::VolatileResults);
+        const auto analyzer = platform->makeAnalyzer(transcriber);
         const auto input = Input::make();
         analyzer->start(input.first, {});
         auto buffer = AudioBuffer::make({RecordingDecoder::sampleRate, 1, SampleType::Int16}, 16000);
@@ -35,7 +35,8 @@ protected:
         EXPECT_TRUE(waitFor(analyzer->finalizeAndFinishThroughEndOfInput()));
     }
     std::shared_ptr<SerialExecutor> executor = SerialExecutor::onNewThread(u"decoder"_s);
-    PocketSphinxPlatform platform{executor};
+    std::shared_ptr<PocketSphinxEngine> engine = std::make_shared<PocketSphinxEngine>();
+    std::shared_ptr<EngineSpeechPlatform> platform = platformWith(engine, executor);
 };
 
 } // namespace
@@ -46,16 +47,16 @@ TEST_F(DecoderCount, aPressDuringARecordingLoadsNoSecondDecoder)
     record([this] { warmUp(); });
     warmUp();
     record([] {});
-    EXPECT_EQ(platform.loadCount(), 1);
-    EXPECT_TRUE(platform.isLoaded());
+    EXPECT_EQ(engine->loadCount(), 1);
+    EXPECT_TRUE(engine->isLoaded());
 }
 
 TEST_F(DecoderCount, aPressAfterUnloadingLoadsAgain)
 {
     warmUp();
-    platform.unload();
+    EXPECT_TRUE(waitFor(executor->call([this] { engine->unload(); })));
     warmUp();
-    EXPECT_EQ(platform.loadCount(), 2);
+    EXPECT_EQ(engine->loadCount(), 2);
 }
 
 } // namespace talmo::test

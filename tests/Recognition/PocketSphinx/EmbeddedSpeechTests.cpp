@@ -1,10 +1,11 @@
-#include "Recognition/SpeechEngines.h"
+#include "Recognition/PocketSphinx/PocketSphinxEngine.h"
 
 #include "Input/Audio/SpeexAudioConverter.h"
 #include "Recognition/FileTranscription.h"
 #include "SpokenText.h"
 #include "Support/ManualClock.h"
 #include "Support/Printing.h"
+#include "Support/SinglePlatform.h"
 #include "Support/TestLoop.h"
 #include "Support/Tones.h"
 
@@ -12,8 +13,6 @@
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
-
-#include <unistd.h>
 
 namespace talmo::test {
 
@@ -26,15 +25,15 @@ class Listener {
 public:
     explicit Listener(const PersonalVocabulary &vocabulary = {}, MicrophoneKnowledge microphone = {})
         : m_executor(SerialExecutor::onNewThread(u"decoder"_s)),
-          m_platform(std::make_shared<PocketSphinxPlatform>(m_executor, QString(), std::move(microphone))),
+          m_engine(std::make_shared<PocketSphinxEngine>(QString(), std::move(microphone))),
           m_service(std::make_shared<SpeechTranscriptionService>(
-              m_platform, std::make_shared<SpeexAudioConverterFactory>(), SerialExecutor::onNewThread(u"speech"_s),
-              SerialExecutor::onCurrentThread()))
+              platformWith(m_engine, m_executor), std::make_shared<SpeexAudioConverterFactory>(),
+              SerialExecutor::onNewThread(u"speech"_s), SerialExecutor::onCurrentThread()))
     {
-        m_platform->setVocabulary(vocabulary);
+        m_engine->setVocabulary(vocabulary);
     }
 
-    void setVocabulary(const PersonalVocabulary &vocabulary) { m_platform->setVocabulary(vocabulary); }
+    void setVocabulary(const PersonalVocabulary &vocabulary) { m_engine->setVocabulary(vocabulary); }
 
     QString hears(const QString &text) { return hearsFile(testbed::speak(text, m_folder.path())); }
     QString hearsNoisy(const QString &text, double noiseAmplitude)
@@ -51,17 +50,9 @@ public:
 private:
     QTemporaryDir m_folder;
     std::shared_ptr<SerialExecutor> m_executor;
-    std::shared_ptr<PocketSphinxPlatform> m_platform;
+    std::shared_ptr<PocketSphinxEngine> m_engine;
     std::shared_ptr<SpeechTranscriptionService> m_service;
 };
-
-double residentMegabytes()
-{
-    QFile file(u"/proc/self/statm"_s);
-    EXPECT_TRUE(file.open(QFile::ReadOnly));
-    const double pages = file.readAll().split(' ').value(1).toDouble();
-    return pages * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1'000'000;
-}
 
 Pronunciation pronunciation(Pronunciation::SoundsLike soundsLike = {})
 {
@@ -223,55 +214,6 @@ TEST(EmbeddedRecogniser, hearsNoWordsInChords)
     Listener listener;
     EXPECT_EQ(listener.hearsFile(file), QString());
     EXPECT_EQ(listener.hears(u"thank you very much"_s), u"thank you very much"_s);
-}
-
-TEST(SpeechEngines, givesItsMemoryBackAfterTenIdleMinutes)
-{
-    const auto clock = std::make_shared<ManualClock>();
-    SpeechEngines speech(SerialExecutor::onCurrentThread(), clock, [] { return u"desk"_s; }, {});
-    speech.warmUp(u"en_US"_s);
-    settle();
-    ASSERT_TRUE(speech.embedded()->isLoaded());
-    speech.noteUse();
-    clock->advance(9min);
-    speech.noteUse();
-    clock->advance(9min);
-    EXPECT_TRUE(speech.embedded()->isLoaded());
-    clock->advance(1min);
-    EXPECT_FALSE(speech.embedded()->isLoaded());
-}
-
-TEST(SpeechEngines, leavesTheSystemNearlyTheMemoryThatItFound)
-{
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    GTEST_SKIP() << "the sanitizers keep memory of their own";
-#endif
-    const auto clock = std::make_shared<ManualClock>();
-    SpeechEngines speech(SerialExecutor::onCurrentThread(), clock, [] { return u"desk"_s; }, {});
-    const auto before = residentMegabytes();
-    speech.warmUp(u"en_US"_s);
-    speech.noteUse();
-    settle();
-    const auto loaded = residentMegabytes() - before;
-    EXPECT_GT(loaded, 60);
-    clock->advance(10min);
-    settle();
-    EXPECT_LT(residentMegabytes() - before, loaded / 5);
-}
-
-TEST(SpeechEngines, otherWordsMeanAnotherModelNextTime)
-{
-    SpeechEngines speech(SerialExecutor::onCurrentThread(), std::make_shared<ManualClock>(), {}, {});
-    speech.warmUp(u"en_US"_s);
-    settle();
-    ASSERT_TRUE(speech.embedded()->isLoaded());
-    speech.setWords({u"Kubernetes"_s});
-    settle();
-    EXPECT_FALSE(speech.embedded()->isLoaded());
-    speech.setWords({u"Kubernetes"_s});
-    speech.warmUp(u"en_US"_s);
-    settle();
-    EXPECT_TRUE(speech.embedded()->isLoaded());
 }
 
 } // namespace talmo::test

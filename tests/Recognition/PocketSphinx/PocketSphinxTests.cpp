@@ -1,8 +1,9 @@
-#include "Recognition/PocketSphinx/PocketSphinxPlatform.h"
+#include "Recognition/PocketSphinx/PocketSphinxEngine.h"
 
 #include "Base/Error.h"
 #include "Support/Printing.h"
 #include "Support/RecordingLog.h"
+#include "Support/SinglePlatform.h"
 #include "Support/TestLoop.h"
 
 #include <QTemporaryDir>
@@ -40,13 +41,13 @@ TEST(EnglishModelLocale, refusesOtherLanguagesAndGarbage)
     }
 }
 
-TEST(PocketSphinxPlatform, withoutAModelSaysSoAndHowToGetIt)
+TEST(PocketSphinxEngine, withoutAModelSaysSoAndHowToGetIt)
 {
     const QTemporaryDir empty;
-    PocketSphinxPlatform platform(SerialExecutor::onCurrentThread(), empty.path());
-    const auto transcriber = platform.makeTranscriber(u"en_US"_s, TranscriberConfiguration::ProgressiveTranscription);
-    EXPECT_EQ(platform.assetStatus(transcriber).result(), AssetStatus::Supported);
-    const auto request = platform.assetInstallationRequest(transcriber).result();
+    const auto platform = platformWith(std::make_shared<PocketSphinxEngine>(empty.path()));
+    const auto transcriber = platform->makeTranscriber(u"en_US"_s, TranscriberConfiguration::ProgressiveTranscription);
+    EXPECT_EQ(platform->assetStatus(transcriber).result(), AssetStatus::Supported);
+    const auto request = platform->assetInstallationRequest(transcriber).result();
     ASSERT_TRUE(request);
     try {
         request->downloadAndInstall().waitForFinished();
@@ -57,12 +58,12 @@ TEST(PocketSphinxPlatform, withoutAModelSaysSoAndHowToGetIt)
     EXPECT_THROW(PocketSphinxDecoder::load(empty.path()), Error);
 }
 
-TEST(PocketSphinxPlatform, aModelThatCannotBeLoadedFailsTheResults)
+TEST(PocketSphinxEngine, aModelThatCannotBeLoadedFailsTheResults)
 {
     const QTemporaryDir empty;
-    PocketSphinxPlatform platform(SerialExecutor::onCurrentThread(), empty.path());
-    const auto transcriber = platform.makeTranscriber(u"en_US"_s, TranscriberConfiguration::VolatileResults);
-    const auto analyzer = platform.makeAnalyzer(transcriber);
+    const auto platform = platformWith(std::make_shared<PocketSphinxEngine>(empty.path()));
+    const auto transcriber = platform->makeTranscriber(u"en_US"_s, TranscriberConfiguration::VolatileResults);
+    const auto analyzer = platform->makeAnalyzer(transcriber);
     auto [input, continuation] = AsyncStream<AnalyzerInput>::make();
     const auto started = analyzer->start(input, {});
     auto buffer = AudioBuffer::make({16000, 1, SampleType::Int16}, 160);
@@ -76,12 +77,12 @@ TEST(PocketSphinxPlatform, aModelThatCannotBeLoadedFailsTheResults)
     EXPECT_TRUE(waitFor(started));
 }
 
-TEST(PocketSphinxPlatform, dropsAFormatItDoesNotKnowAndSaysSoOnce)
+TEST(PocketSphinxEngine, dropsAFormatItDoesNotKnowAndSaysSoOnce)
 {
     RecordingLog log;
-    PocketSphinxPlatform platform(SerialExecutor::onCurrentThread());
-    const auto transcriber = platform.makeTranscriber(u"en_US"_s, TranscriberConfiguration::VolatileResults);
-    const auto analyzer = platform.makeAnalyzer(transcriber);
+    const auto platform = platformWith(std::make_shared<PocketSphinxEngine>());
+    const auto transcriber = platform->makeTranscriber(u"en_US"_s, TranscriberConfiguration::VolatileResults);
+    const auto analyzer = platform->makeAnalyzer(transcriber);
     auto [input, continuation] = AsyncStream<AnalyzerInput>::make();
     const auto started = analyzer->start(input, {});
     for (int count = 0; count < 3; ++count) {

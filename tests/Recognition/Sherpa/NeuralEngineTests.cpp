@@ -2,9 +2,10 @@
 // and say so, where TALMO_NEURAL_LIBRARY does not name it.
 
 #include "Input/Audio/SpeexAudioConverter.h"
+#include "Recognition/EngineRegistry.h"
 #include "Recognition/FileTranscription.h"
 #include "Recognition/ModelCheck.h"
-#include "Recognition/SpeechEngines.h"
+#include "Recognition/Sherpa/SherpaEngine.h"
 #include "Recognition/Text/RecognisedText.h"
 #include "SpokenText.h"
 #include "Support/ManualClock.h"
@@ -80,30 +81,38 @@ protected:
         ASSERT_TRUE(maker.waitForFinished() && maker.exitCode() == 0) << maker.readAllStandardError().constData();
     }
 
-    SpeechEngines::Configuration configuration(const QString &choice = SpeechEngines::automaticChoice) const
+    EngineRegistry::Configuration configuration(const QString &choice = EngineRegistry::automaticChoice) const
     {
-        return {{models.path(), library, &checkModelOnce}, ModelCatalogue::withUsersFile({}), choice, {}};
+        const EngineFactories factories = EngineFactories::standard({library, {}});
+        EngineRegistry::Configuration configured;
+        configured.embedded = factories.embedded;
+        configured.models = {
+            models.path(), factories.installable,
+            [this](const SpeechEngine &engine, const QString &folder) { checkModelOnce(engine, library, folder); }};
+        configured.catalogue = ModelCatalogue::withUsersFile({});
+        configured.choice = choice;
+        return configured;
     }
-    std::unique_ptr<SpeechEngines> engines(const SpeechEngines::Configuration &configured)
+    std::unique_ptr<EngineRegistry> engines(const EngineRegistry::Configuration &configured)
     {
-        auto result = std::make_unique<SpeechEngines>(executor, clock, std::function<QString()>(), configured);
+        auto result = std::make_unique<EngineRegistry>(executor, clock, configured);
         EXPECT_TRUE(waitFor(result->modelsChecked()));
         return result;
     }
     QString hear(
-        const SpeechEngines &speech, const QString &file,
+        const EngineRegistry &speech, const QString &file,
         TranscriptionService::UpdateHandler onUpdate = [](const QString &) {})
     {
         return QCoro::waitFor(transcribeFile(serviceOf(speech), executor, file, u"en_US"_s, std::move(onUpdate))).text;
     }
-    static std::shared_ptr<SpeechTranscriptionService> serviceOf(const SpeechEngines &speech)
+    static std::shared_ptr<SpeechTranscriptionService> serviceOf(const EngineRegistry &speech)
     {
         return std::make_shared<SpeechTranscriptionService>(
             speech.platform(), std::make_shared<SpeexAudioConverterFactory>(), SerialExecutor::onNewThread(u"speech"_s),
             SerialExecutor::onCurrentThread());
     }
     /// What goes wrong with a recording; empty where nothing does.
-    QString problemWith(const SpeechEngines &speech, const QString &file)
+    QString problemWith(const EngineRegistry &speech, const QString &file)
     {
         return QCoro::waitFor(
             problemOf(transcribeFile(serviceOf(speech), executor, file, u"en_US"_s, [](const QString &) {})));
@@ -224,7 +233,7 @@ TEST_F(NeuralEngineTest, theEmbeddedRecogniserGoesOnWhereTheModelIsDamaged)
     QFile model(models.filePath(u"toy/model.onnx"_s));
     ASSERT_TRUE(model.resize(1500)); // Long enough to look like one.
     const auto speech = engines(configuration());
-    EXPECT_TRUE(speech->neural().empty());
+    EXPECT_EQ(speech->engines().size(), 1U); // The embedded one.
     ASSERT_EQ(speech->models().size(), 1U);
     EXPECT_TRUE(speech->models().front().problem.contains(u"cannot be used"_s));
     const auto lines = log.lines();
@@ -245,7 +254,7 @@ TEST_F(NeuralEngineTest, whereTheModelFailsInTheMiddleTheNextRecordingIsAnotherR
 {
     write(models.filePath(u"toy/tokens.txt"_s), "\u2581lo 0\n<blk> 3\n"); // "hi" is nothing it can write down.
     auto configured = configuration();
-    configured.models.check = [](const QString &, const QString &) {};
+    configured.models.check = [](const SpeechEngine &, const QString &) {};
     const auto speech = engines(configured);
     EXPECT_EQ(problemWith(*speech, tones({5000})), u"The neural recogniser failed."_s);
     EXPECT_EQ(hear(*speech, testbed::speak(u"thank you very much"_s, home.path())), u"thank you very much"_s);
@@ -262,10 +271,10 @@ TEST_F(NeuralEngineTest, aModelOfAnotherLanguageIsNotUsedForEnglish)
 
 TEST_F(NeuralEngineTest, theUserMayWantTheEmbeddedOne)
 {
-    const auto speech = engines(configuration(SpeechEngines::embeddedChoice));
+    const auto speech = engines(configuration(EngineRegistry::embeddedChoice));
     const QString spoken = testbed::speak(u"thank you very much"_s, home.path());
     EXPECT_EQ(hear(*speech, spoken), u"thank you very much"_s);
-    speech->choose(SpeechEngines::automaticChoice);
+    speech->choose(EngineRegistry::automaticChoice);
     EXPECT_NE(hear(*speech, spoken), u"thank you very much"_s);
     speech->choose(u"toy"_s);
     EXPECT_NE(hear(*speech, spoken), u"thank you very much"_s);
@@ -274,7 +283,7 @@ TEST_F(NeuralEngineTest, theUserMayWantTheEmbeddedOne)
 TEST_F(NeuralEngineTest, theEmbeddedOneStandsBackWhereItCannotHelp)
 {
     write(models.filePath(u"toy/talmo-model.json"_s), R"({"languages": ["fr", "it"]})");
-    const auto speech = engines(configuration(SpeechEngines::embeddedChoice));
+    const auto speech = engines(configuration(EngineRegistry::embeddedChoice));
     EXPECT_EQ(speech->platform()->supportedLocale(u"it_IT"_s).result(), u"it_IT"_s);
 }
 
@@ -282,16 +291,16 @@ TEST_F(NeuralEngineTest, theChosenModelGoesBeforeTheOthersOfItsLanguage)
 {
     ASSERT_EQ(QProcess::execute(u"cp"_s, {u"-r"_s, models.filePath(u"toy"_s), models.filePath(u"another"_s)}), 0);
     const auto speech = engines(configuration());
-    ASSERT_EQ(speech->neural().size(), 2U);
-    EXPECT_TRUE(speech->neural().front()->description().contains(u"another"_s));
+    ASSERT_EQ(speech->engines().size(), 3U);
+    EXPECT_TRUE(speech->engines().front()->description().contains(u"another"_s));
     speech->choose(u"toy"_s);
-    EXPECT_TRUE(speech->neural().front()->description().contains(u"toy"_s));
+    EXPECT_TRUE(speech->engines().front()->description().contains(u"toy"_s));
 }
 
 TEST_F(NeuralEngineTest, aModelThatWasDeletedIsNotUsedAnyMore)
 {
     const auto speech = engines(configuration());
-    ASSERT_EQ(speech->neural().size(), 1U);
+    ASSERT_EQ(speech->engines().size(), 2U);
     ASSERT_TRUE(QDir(models.filePath(u"toy"_s)).removeRecursively());
     EXPECT_EQ(hear(*speech, testbed::speak(u"thank you very much"_s, home.path())), u"thank you very much"_s);
     EXPECT_TRUE(waitFor([&speech] { return speech->models().empty(); }));
@@ -301,15 +310,15 @@ TEST_F(NeuralEngineTest, aModelThatComesWhileTalmoRunsIsUsed)
 {
     ASSERT_TRUE(QDir(home.path()).rename(u"models/toy"_s, u"kept"_s));
     const auto speech = engines(configuration());
-    EXPECT_TRUE(speech->neural().empty());
+    EXPECT_EQ(speech->engines().size(), 1U); // The embedded one.
     ASSERT_TRUE(QDir(home.path()).rename(u"kept"_s, u"models/toy"_s));
-    EXPECT_TRUE(waitFor([&speech] { return speech->neural().size() == 1U; }));
+    EXPECT_TRUE(waitFor([&speech] { return speech->engines().size() == 2U; }));
     EXPECT_TRUE(hear(*speech, tones({400})).startsWith(u"lo"_s));
 }
 
 TEST_F(NeuralEngineTest, aModelIsLoadedForACheckOnlyWhenItIsAnotherOne)
 {
-    EXPECT_EQ(engines(configuration())->neural().size(), 1U);
+    EXPECT_EQ(engines(configuration())->engines().size(), 2U);
     // Where it is noted that this very model is good, nothing is started: not even what cannot be.
     QFile model(models.filePath(u"toy/model.onnx"_s));
     ASSERT_TRUE(model.open(QFile::ReadWrite));
@@ -317,9 +326,10 @@ TEST_F(NeuralEngineTest, aModelIsLoadedForACheckOnlyWhenItIsAnotherOne)
     model.write("no model"); // Of the same size, and unchanged as far as anybody can see.
     model.flush();
     ASSERT_TRUE(model.setFileTime(changed, QFile::FileModificationTime));
-    EXPECT_NO_THROW(checkModelOnce(library, models.filePath(u"toy"_s)));
+    const SherpaEngine toy(u"toy"_s, library, models.filePath(u"toy"_s));
+    EXPECT_NO_THROW(checkModelOnce(toy, library, models.filePath(u"toy"_s)));
     ASSERT_TRUE(model.setFileTime(changed.addSecs(1), QFile::FileModificationTime));
-    EXPECT_THROW(checkModelOnce(library, models.filePath(u"toy"_s)), Error);
+    EXPECT_THROW(checkModelOnce(toy, library, models.filePath(u"toy"_s)), Error);
 }
 
 TEST_F(NeuralEngineTest, wordsAreWrittenAsTheUserSpellsThem)
@@ -334,7 +344,7 @@ TEST_F(NeuralEngineTest, aModelThatCanBeToldWordsListensForThem)
     ASSERT_TRUE(QDir(models.filePath(u"toy"_s)).removeRecursively());
     makeModel(u"make_toy_transducer.py"_s);
     const auto speech = engines(configuration());
-    ASSERT_EQ(speech->neural().size(), 1U);
+    ASSERT_EQ(speech->engines().size(), 2U);
     const QString sound = tones({400, 5000});
     EXPECT_EQ(hear(*speech, sound), u"lo hi"_s); // Not shouted, though the model knows capitals only.
     speech->setWords({u"HiFi/Audio"_s, u"Low"_s});
@@ -345,7 +355,7 @@ TEST_F(NeuralEngineTest, aModelThatCanBeToldWordsListensForThem)
 
 TEST_F(NeuralEngineTest, sayHowItDoes)
 {
-    const ModelReport report = checkModelApart(library, models.filePath(u"toy"_s));
+    const ModelReport report = measureApart(library, models.filePath(u"toy"_s));
     EXPECT_GT(report.secondsToLoad, 0);
     EXPECT_GT(report.megabytes, 0);
     EXPECT_GT(report.shareOfSpeech, 0);

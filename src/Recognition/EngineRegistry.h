@@ -3,10 +3,9 @@
 #include "Base/Clock.h"
 #include "Base/Observable.h"
 #include "Base/SerialExecutor.h"
-#include "Recognition/ChosenSpeechPlatform.h"
+#include "Recognition/EngineSpeechPlatform.h"
 #include "Recognition/InstalledModels.h"
 #include "Recognition/Models/ModelCatalogue.h"
-#include "Recognition/PocketSphinx/PocketSphinxPlatform.h"
 
 #include <QCoro/QCoroTask>
 
@@ -22,56 +21,55 @@ class QFileSystemWatcher;
 
 namespace talmo {
 
-/// The recognisers of this machine: the embedded one, which is always there, and neural ones with the models that the
-/// user has installed, which come first. Models that appear and go are noticed. Announces changes. Main thread.
-class SpeechEngines final : public Observable {
+/// The engines that can be used now: the embedded one, and one for each usable model of the user's. Follows the models
+/// folder. Announces changes. Main thread.
+class EngineRegistry final : public Observable {
     Q_OBJECT
 
 public:
-    /// What is chosen instead of a model's name.
+    /// What the user may choose instead of a model's name.
     static const QString automaticChoice;
     static const QString embeddedChoice;
 
     struct Configuration {
+        std::shared_ptr<SpeechEngine> embedded;
         InstalledModels::Configuration models;
         ModelCatalogue catalogue;
         /// The name of a model that goes before all others of its language, or one of the two above.
         QString choice;
-        /// Called where a language has no recogniser here, on any thread; none to leave such languages alone.
+        /// Provides an engine for a language that has none, on any thread. Null to leave such languages alone.
         std::function<QFuture<void>(const QString &locale)> install;
+        /// Returns freed memory to the system; null if the allocator does that by itself.
+        std::function<void()> releaseMemory;
     };
 
-    /// `executor`: the thread on which everything is decoded. `microphoneName`: asked on that thread; none
-    /// where nobody speaks into a microphone. What is wrong
-    /// with a model or the library is said in the log, and the rest goes on without it.
-    SpeechEngines(std::shared_ptr<SerialExecutor> executor, std::shared_ptr<Clock> clock,
-                  std::function<QString()> microphoneName, Configuration configuration);
-    ~SpeechEngines() override;
+    /// `executor`: the decoder thread. A broken model or missing library is logged and skipped.
+    EngineRegistry(std::shared_ptr<SerialExecutor> executor, std::shared_ptr<Clock> clock, Configuration configuration);
+    ~EngineRegistry() override;
 
-    const std::shared_ptr<ChosenSpeechPlatform> &platform() const { return m_platform; }
-    const std::shared_ptr<PocketSphinxPlatform> &embedded() const { return m_embedded; }
-    /// The models found when it was looked last, by name; which of them can be used, and why not.
+    const std::shared_ptr<EngineSpeechPlatform> &platform() const { return m_platform; }
+    /// As of the last scan, by name; which of them can be used, and why not.
     const std::vector<InstalledModel> &models() const { return m_models; }
-    /// The usable ones, those first that are used first.
-    std::vector<std::shared_ptr<SherpaPlatform>> neural() const;
+    /// In the order in which they are considered for a recording.
+    std::vector<std::shared_ptr<SpeechEngine>> engines() const;
 
-    /// Looks which models there are, and finishes when it is known which can be used.
+    /// Rescans the models folder; finishes once every model has been checked.
     QFuture<void> lookForModels();
-    /// Finishes when what was begun last is known.
+    /// Finishes when the scan under way does.
     QFuture<void> modelsChecked() const { return m_lookedFor; }
 
     QString choice() const { return m_configuration.choice; }
-    /// From the next recording on.
+    /// Takes effect with the next recording.
     void choose(const QString &choice);
 
     /// Loads what a recording in that language would need. Returns at once.
     void warmUp(const QString &locale);
-    /// The user's own words, from the next recording on.
+    /// The user's own words. Takes effect with the next recording.
     void setWords(const QStringList &words);
-    /// Somebody dictates, or has just done so: the models stay for ten minutes from now.
+    /// Marks the models as used; they are unloaded after ten idle minutes.
     void noteUse();
 
-    /// Where the user says how words sound: lines such as "Nguyen = win".
+    /// The user's file of pronunciations: lines such as "Nguyen = win".
     static QString pronunciationsPath();
 
 private:
@@ -79,6 +77,7 @@ private:
     void look();
     void takeModels(std::vector<InstalledModel> models);
     void arrange();
+    void publishVocabulary();
     void unload();
     static QCoro::Task<void> unloadLater(std::function<void()> unload, std::shared_ptr<Clock> clock,
                                          std::stop_token stop);
@@ -86,12 +85,10 @@ private:
     Configuration m_configuration;
     std::shared_ptr<SerialExecutor> m_executor;
     std::shared_ptr<Clock> m_clock;
-    std::shared_ptr<PocketSphinxPlatform> m_embedded;
-    std::shared_ptr<SpeechPlatform> m_missing;
     std::vector<InstalledModel> m_models;
-    /// A thread apart, so that nobody who dictates meanwhile waits for it.
+    /// Checking a model may take seconds, and the decoder thread has to stay free for whoever dictates meanwhile.
     std::shared_ptr<SerialExecutor> m_checker;
-    std::shared_ptr<ChosenSpeechPlatform> m_platform;
+    std::shared_ptr<EngineSpeechPlatform> m_platform;
     std::unique_ptr<QFileSystemWatcher> m_watcher;
     QStringList m_words;
     QFuture<void> m_lookedFor;

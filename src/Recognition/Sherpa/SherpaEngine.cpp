@@ -1,9 +1,11 @@
-#include "Recognition/Sherpa/SherpaPlatform.h"
+#include "Recognition/Sherpa/SherpaEngine.h"
 
 #include "Base/Error.h"
 #include "Base/Log.h"
 #include "Recognition/Models/ModelCatalogue.h"
 #include "Recognition/Text/RecognisedText.h"
+
+#include <QDir>
 
 #include <atomic>
 #include <functional>
@@ -104,7 +106,7 @@ private:
 } // namespace
 
 /// The recogniser while it is in memory. On the recogniser's thread, unless a comment says otherwise.
-class SherpaPlatform::LoadedModel {
+class SherpaEngine::LoadedModel {
 public:
     LoadedModel(std::shared_ptr<SherpaLibrary> library, SherpaModel model)
         : m_library(std::move(library)),
@@ -158,81 +160,62 @@ private:
     QStringList m_words;
 };
 
-SherpaPlatform::SherpaPlatform(std::shared_ptr<SerialExecutor> executor, const QString &libraryPath,
-                               const QString &modelFolder)
-    : EnginePlatform(std::move(executor)),
+SherpaEngine::SherpaEngine(QString name, const QString &libraryPath, const QString &modelFolder)
+    : m_name(std::move(name)),
       m_model(SherpaModel::examine(modelFolder)),
       m_loaded(std::make_shared<LoadedModel>(SherpaLibrary::open(libraryPath), m_model))
 {
 }
 
-/// Its model is let go of on the thread that uses it.
-SherpaPlatform::~SherpaPlatform()
-{
-    executor().post([loaded = std::move(m_loaded)] { loaded->unload(); });
-}
-
-bool SherpaPlatform::speaks(const QString &locale) const
+bool SherpaEngine::speaks(const QString &locale) const
 {
     return m_model.languages.contains(languageOf(locale));
 }
 
-QString SherpaPlatform::libraryPath() const
-{
-    return m_loaded->library().path();
-}
-
-QString SherpaPlatform::description() const
+QString SherpaEngine::description() const
 {
     return QStringLiteral("sherpa-onnx %1 (%2), model %3, language %4")
         .arg(m_loaded->library().version(), m_loaded->library().path(), m_model.folder,
              m_model.languages.join(QStringLiteral(", ")));
 }
 
-QFuture<std::optional<QString>> SherpaPlatform::supportedLocale(const QString &locale)
+/// A model may have been deleted since it was found.
+QString SherpaEngine::problem() const
 {
-    return ready(speaks(locale) ? std::optional(m_model.languages.first()) : std::nullopt);
+    return m_loaded->isUsable() && m_model.isComplete()
+               ? QString()
+               : QStringLiteral(
+                     QT_TRANSLATE_NOOP("Talmo", "This speech model can no longer be used. Install it again."));
 }
 
-/// A model that was deleted a moment ago is not there any more, whatever was found before.
-bool SherpaPlatform::isInstalled() const
+QStringList SherpaEngine::files() const
 {
-    return m_loaded->isUsable() && m_model.isComplete();
+    QStringList paths{m_loaded->library().path()};
+    for (const auto &file : QDir(m_model.folder).entryInfoList(QDir::Files, QDir::Name)) {
+        paths.append(file.filePath());
+    }
+    return paths;
 }
 
-QFuture<std::shared_ptr<AssetInstallationRequest>>
-SherpaPlatform::assetInstallationRequest(const std::shared_ptr<SpeechTranscriber> & /*transcriber*/)
+void SherpaEngine::setVocabulary(const PersonalVocabulary &vocabulary)
 {
-    return ready(std::shared_ptr<AssetInstallationRequest>());
+    m_loaded->setWords(vocabulary.words);
 }
 
-MakeRecordingDecoder SherpaPlatform::decoderMaker()
+std::unique_ptr<RecordingDecoder> SherpaEngine::makeDecoder(RecordingDecoder::Publish publish)
 {
-    return [loaded = m_loaded](RecordingDecoder::Publish publish) {
-        return std::make_unique<SherpaRecording>(loaded->get(), PersonalSpelling(loaded->words()), std::move(publish),
-                                                 [loaded] { loaded->giveUp(); });
-    };
+    return std::make_unique<SherpaRecording>(m_loaded->get(), PersonalSpelling(m_loaded->words()), std::move(publish),
+                                             [loaded = m_loaded] { loaded->giveUp(); });
 }
 
-void SherpaPlatform::setWords(const QStringList &words)
+void SherpaEngine::warmUp()
 {
-    m_loaded->setWords(words);
+    m_loaded->get();
 }
 
-void SherpaPlatform::warmUp()
+void SherpaEngine::unload()
 {
-    executor().post([loaded = m_loaded] {
-        try {
-            loaded->get();
-        } catch (const Error &error) {
-            generalLog().error("neural recogniser: %@", {error.localizedDescription()});
-        }
-    });
-}
-
-void SherpaPlatform::unload()
-{
-    executor().post([loaded = m_loaded] { loaded->unload(); });
+    m_loaded->unload();
 }
 
 } // namespace talmo

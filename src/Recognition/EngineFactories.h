@@ -1,0 +1,58 @@
+#pragma once
+
+#include "Recognition/Models/ModelCatalogue.h"
+#include "Recognition/SpeechEngine.h"
+
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace talmo {
+
+/// Makes the engines of one implementation, each with one of the models that the user installs.
+struct EngineFactory {
+    /// What the model catalogue calls the implementation.
+    QString engine;
+    /// Throws Error if the model cannot be used, as far as can be told without loading it.
+    std::function<std::shared_ptr<SpeechEngine>(const QString &name, const QString &modelFolder)> make;
+    /// Checks a model's files alone; works without the implementation's library. Throws Error.
+    std::function<void(const QString &modelFolder)> checkFiles;
+    std::function<bool()> isLibraryInstalled;
+    /// The library's version and place, for people. Throws Error with what to do if it is missing or unusable.
+    std::function<QString()> library;
+    /// For users, while the library is missing; marked for translation.
+    const char *missingLibraryMessage;
+};
+
+/// Every engine that Talmo knows. A new one is added in EngineFactories.cpp, and nowhere else.
+struct EngineFactories {
+    struct Options {
+        /// Empty to look in the usual places.
+        QString neuralLibrary;
+        /// The microphone in use; asked on the decoder thread. Null if nobody speaks into one.
+        std::function<QString()> microphoneName;
+    };
+
+    /// For the user's choice; marked for translation.
+    static const char *const embeddedTitle;
+
+    static EngineFactories standard(const Options &options);
+
+    /// Of the implementation noted in the model's folder, or the first one if none is noted. Throws Error for an
+    /// unknown one.
+    const EngineFactory &forModel(const QString &modelFolder) const;
+    /// Throws Error for an implementation that Talmo does not know.
+    const EngineFactory &forEntry(const ModelEntry &entry) const;
+
+    /// Always there, and the only one that needs no model of the user's.
+    std::shared_ptr<SpeechEngine> embedded;
+    /// Not empty.
+    std::vector<EngineFactory> installable;
+
+private:
+    const EngineFactory &named(const QString &engine) const;
+};
+
+} // namespace talmo

@@ -1,0 +1,232 @@
+#include "Recognition/EngineRegistry.h"
+
+#include "Base/Error.h"
+#include "Base/Log.h"
+#include "Base/Task.h"
+#include "Recognition/Models/ModelStore.h"
+
+#include <QCoro/QCoroFuture>
+
+#include <QFileSystemWatcher>
+#include <QPointer>
+#include <QStandardPaths>
+
+#include <algorithm>
+#include <tuple>
+#include <utility>
+
+namespace talmo {
+
+using Models = std::vector<InstalledModel>;
+using Engines = std::vector<std::shared_ptr<SpeechEngine>>;
+
+namespace {
+
+constexpr Duration idleTime = std::chrono::minutes(10);
+
+std::optional<EngineSpeechPlatform::ModelSource> modelSource(const EngineRegistry::Configuration &configuration)
+{
+    if (!configuration.install) {
+        return std::nullopt;
+    }
+    return EngineSpeechPlatform::ModelSource{
+        [catalogue = configuration.catalogue](const QString &locale) { return catalogue.bestFor(locale) != nullptr; },
+        configuration.install};
+}
+
+QCoro::Task<void> take(QFuture<Models> looking, std::function<void(Models)> takeModels)
+{
+    try {
+        takeModels(co_await looking);
+    } catch (const Cancelled &) {
+        co_return; // Talmo ends.
+    }
+}
+
+} // namespace
+
+const QString EngineRegistry::automaticChoice = QStringLiteral("automatic");
+const QString EngineRegistry::embeddedChoice = QStringLiteral("embedded");
+
+EngineRegistry::EngineRegistry(std::shared_ptr<SerialExecutor> executor, std::shared_ptr<Clock> clock,
+                               Configuration configuration)
+    : m_configuration(std::move(configuration)),
+      m_executor(std::move(executor)),
+      m_clock(std::move(clock)),
+      m_checker(SerialExecutor::onNewThread(QStringLiteral("talmo-models"))),
+      m_platform(std::make_shared<EngineSpeechPlatform>(m_executor, m_clock, modelSource(m_configuration))),
+      m_watcher(std::make_unique<QFileSystemWatcher>())
+{
+    arrange();
+    watchFolder();
+    lookForModels();
+}
+
+EngineRegistry::~EngineRegistry()
+{
+    m_idle.request_stop();
+}
+
+/// Models may also be added or removed by other processes or manually.
+void EngineRegistry::watchFolder()
+{
+    const QString folder = m_configuration.models.folder;
+    if (folder.isEmpty()) {
+        return;
+    }
+    try {
+        ModelStore(folder).makeFolder();
+    } catch (const Error &error) {
+        generalLog().error("no models can be installed: %@", {error.localizedDescription()});
+    }
+    m_watcher->addPath(folder);
+    connect(m_watcher.get(), &QFileSystemWatcher::directoryChanged, this, [this] { lookForModels(); });
+}
+
+/// Asked again while it looks, it looks once more before anybody is told.
+QFuture<void> EngineRegistry::lookForModels()
+{
+    if (m_looking) {
+        m_looksAgain = true;
+        return m_looking->future();
+    }
+    m_looking = Completion<void>::make();
+    m_lookedFor = m_looking->future();
+    look();
+    return m_lookedFor;
+}
+
+void EngineRegistry::look()
+{
+    m_looksAgain = false;
+    const auto looking = m_checker->call([configuration = m_configuration.models, known = m_models] {
+        return InstalledModels::look(configuration, known);
+    });
+    logEscapes(take(looking, [self = QPointer(this)](Models models) {
+        if (self) {
+            self->takeModels(std::move(models));
+        }
+    }));
+}
+
+void EngineRegistry::takeModels(Models models)
+{
+    m_models.swap(models);
+    arrange();
+    publishVocabulary();
+    // Models are freed on the thread that used them.
+    m_executor->post([replaced = std::move(models)]() mutable { replaced.clear(); });
+    if (m_looksAgain) {
+        look();
+    } else {
+        std::exchange(m_looking, nullptr)->finish();
+    }
+}
+
+/// The embedded engine knows one language, so the others stay for theirs even if the user prefers it.
+Engines EngineRegistry::engines() const
+{
+    Engines usable;
+    for (const auto &model : m_models) {
+        if (model.engine) {
+            usable.push_back(model.engine);
+        }
+    }
+    const auto order = [this](const std::shared_ptr<SpeechEngine> &engine) {
+        const QString id = engine->id();
+        return std::tuple(id != m_configuration.choice, m_configuration.catalogue.rank(id), id);
+    };
+    std::sort(usable.begin(), usable.end(),
+              [&order](const auto &left, const auto &right) { return order(left) < order(right); });
+    usable.insert(m_configuration.choice == embeddedChoice ? usable.begin() : usable.end(), m_configuration.embedded);
+    return usable;
+}
+
+void EngineRegistry::arrange()
+{
+    Q_EMIT objectWillChange();
+    m_platform->setEngines(engines());
+}
+
+void EngineRegistry::choose(const QString &choice)
+{
+    m_configuration.choice = choice;
+    arrange();
+}
+
+void EngineRegistry::warmUp(const QString &locale)
+{
+    for (const auto &engine : engines()) {
+        if (!engine->speaks(locale) || !engine->problem().isEmpty()) {
+            continue;
+        }
+        m_executor->post([engine] {
+            try {
+                engine->warmUp();
+            } catch (const Error &error) { // The recording fails likewise, and tells the user.
+                generalLog().error("speech engine %@: %@", {engine->id(), error.localizedDescription()});
+            }
+        });
+        return;
+    }
+}
+
+QString EngineRegistry::pronunciationsPath()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           QStringLiteral("/talmo/pronunciations.txt");
+}
+
+void EngineRegistry::setWords(const QStringList &words)
+{
+    m_words = words;
+    publishVocabulary();
+}
+
+/// On the decoder thread: off the main thread because of the disk, and before the next recording is decoded.
+void EngineRegistry::publishVocabulary()
+{
+    m_executor->post([all = engines(), words = m_words] {
+        const PersonalVocabulary vocabulary{words, Pronunciation::readSoundsLike(pronunciationsPath())};
+        for (const auto &engine : all) {
+            engine->setVocabulary(vocabulary);
+        }
+    });
+}
+
+void EngineRegistry::noteUse()
+{
+    m_idle.request_stop();
+    m_idle = std::stop_source();
+    const auto unloadIfAlive = [self = QPointer(this)] {
+        if (self) {
+            self->unload();
+        }
+    };
+    logEscapes(unloadLater(unloadIfAlive, m_clock, m_idle.get_token()));
+}
+
+void EngineRegistry::unload()
+{
+    m_executor->post([all = engines(), releaseMemory = m_configuration.releaseMemory] {
+        for (const auto &engine : all) {
+            engine->unload();
+        }
+        if (releaseMemory) {
+            releaseMemory();
+        }
+    });
+}
+
+QCoro::Task<void> EngineRegistry::unloadLater(std::function<void()> unload, std::shared_ptr<Clock> clock,
+                                              std::stop_token stop)
+{
+    try {
+        co_await clock->sleep(idleTime, stop);
+    } catch (const Cancelled &) {
+        co_return; // Somebody dictates again, or Talmo ends.
+    }
+    unload();
+}
+
+} // namespace talmo

@@ -1,0 +1,67 @@
+#include "Recognition/PocketSphinx/PocketSphinxEngine.h"
+
+#include <QRegularExpression>
+
+#include <utility>
+
+namespace talmo {
+
+std::optional<QString> englishModelLocale(const QString &locale)
+{
+    static const QRegularExpression english(
+        QRegularExpression::anchoredPattern(QStringLiteral("en([_-][A-Za-z0-9]{2,8})*(\\.[A-Za-z0-9-]+)?(@[a-z]+)?")));
+    // A machine without a language speaks the one its messages are written in.
+    static const QRegularExpression unnamed(
+        QRegularExpression::anchoredPattern(QStringLiteral("(C|POSIX)(\\.[A-Za-z0-9-]+)?")));
+    if (english.match(locale).hasMatch() || unnamed.match(locale).hasMatch()) {
+        return QStringLiteral("en_US");
+    }
+    return std::nullopt;
+}
+
+const QString PocketSphinxEngine::engineId = QStringLiteral("embedded");
+
+QString PocketSphinxEngine::debianModelFolder()
+{
+    return QStringLiteral(TALMO_POCKETSPHINX_MODEL_DIR);
+}
+
+PocketSphinxEngine::PocketSphinxEngine(const QString &modelFolder, MicrophoneKnowledge microphone)
+    : m_pool(std::make_shared<PocketSphinxDecoderPool>(modelFolder.isEmpty() ? debianModelFolder() : modelFolder)),
+      m_microphone(std::move(microphone))
+{
+    if (!m_microphone.memory) {
+        m_microphone.memory = std::make_shared<MicrophoneMemory>();
+    }
+}
+
+QString PocketSphinxEngine::description() const
+{
+    return QStringLiteral("PocketSphinx, English, model in %1").arg(m_pool->modelFolder());
+}
+
+bool PocketSphinxEngine::speaks(const QString &locale) const
+{
+    return englishModelLocale(locale).has_value();
+}
+
+QString PocketSphinxEngine::problem() const
+{
+    return PocketSphinxDecoder::isModelInstalled(m_pool->modelFolder())
+               ? QString()
+               : QStringLiteral(QT_TRANSLATE_NOOP(
+                     "Talmo", "The speech model isn't installed. Install the package pocketsphinx-en-us."));
+}
+
+/// Debian checks its packages, so this model is never checked.
+QStringList PocketSphinxEngine::files() const
+{
+    return {};
+}
+
+std::unique_ptr<RecordingDecoder> PocketSphinxEngine::makeDecoder(RecordingDecoder::Publish publish)
+{
+    return std::make_unique<PocketSphinxRecording>(m_pool, m_microphone, std::move(publish));
+}
+
+} // namespace talmo

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "Recognition/PocketSphinx/PocketSphinxDecoderPool.h"
+#include "Recognition/PocketSphinx/PocketSphinxRecording.h"
+#include "Recognition/SpeechEngine.h"
+
+#include <memory>
+#include <optional>
+
+namespace talmo {
+
+/// The embedded engine: PocketSphinx with Debian's English model.
+class PocketSphinxEngine final : public SpeechEngine {
+public:
+    static const QString engineId;
+
+    /// An empty folder stands for Debian's. Without knowledge of microphones it takes all for the same one, and forgets
+    /// its calibration when it goes.
+    explicit PocketSphinxEngine(const QString &modelFolder = {}, MicrophoneKnowledge microphone = {});
+
+    static QString debianModelFolder();
+
+    QString id() const override { return engineId; }
+    QString description() const override;
+    QStringList languages() const override { return {QStringLiteral("en")}; }
+    bool speaks(const QString &locale) const override;
+    QString problem() const override;
+    QStringList files() const override;
+    void setVocabulary(const PersonalVocabulary &vocabulary) override { m_pool->setVocabulary(vocabulary); }
+    std::unique_ptr<RecordingDecoder> makeDecoder(RecordingDecoder::Publish publish) override;
+    void warmUp() override { m_pool->warmUp(); }
+    void unload() override { m_pool->unload(); }
+
+    /// Whether a model waits in memory for the next recording. Any thread.
+    bool isLoaded() const { return m_pool->keepsOne(); }
+    /// How many times the model has been loaded. Any thread.
+    int loadCount() const { return m_pool->loadCount(); }
+
+private:
+    std::shared_ptr<PocketSphinxDecoderPool> m_pool;
+    MicrophoneKnowledge m_microphone;
+};
+
+/// The model's locale for any kind of English, and for a system that names no language at all ("C", "POSIX").
+std::optional<QString> englishModelLocale(const QString &locale);
+
+} // namespace talmo

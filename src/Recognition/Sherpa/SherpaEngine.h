@@ -1,0 +1,38 @@
+#pragma once
+
+#include "Recognition/Sherpa/SherpaLibrary.h"
+#include "Recognition/SpeechEngine.h"
+
+#include <QStringList>
+
+#include <memory>
+
+namespace talmo {
+
+/// sherpa-onnx with one streaming model.
+class SherpaEngine final : public SpeechEngine {
+public:
+    /// `libraryPath`: empty to look in the usual places. Throws Error if the library or the model is unusable, as far
+    /// as can be told without loading it.
+    SherpaEngine(QString name, const QString &libraryPath, const QString &modelFolder);
+
+    QString id() const override { return m_name; }
+    QString description() const override;
+    QStringList languages() const override { return m_model.languages; }
+    bool speaks(const QString &locale) const override;
+    QString problem() const override;
+    QStringList files() const override;
+    void setVocabulary(const PersonalVocabulary &vocabulary) override;
+    std::unique_ptr<RecordingDecoder> makeDecoder(RecordingDecoder::Publish publish) override;
+    void warmUp() override;
+    void unload() override;
+
+private:
+    class LoadedModel;
+
+    QString m_name;
+    SherpaModel m_model;
+    std::shared_ptr<LoadedModel> m_loaded;
+};
+
+} // namespace talmo

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "Recognition/RecordingDecoder.h"
+#include "Recognition/Text/Pronunciation.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+namespace talmo {
+
+/// A speech recogniser together with one model. Constructing one loads nothing.
+///
+/// Any thread, except where a comment says decoder thread: all recordings are decoded on that one.
+class SpeechEngine {
+public:
+    virtual ~SpeechEngine() = default;
+
+    /// What the user's choice is stored as: "embedded", or the model's name.
+    virtual QString id() const = 0;
+    /// For logs and the command line: implementation, version, model.
+    virtual QString description() const = 0;
+    /// Language codes, such as "en"; never empty.
+    virtual QStringList languages() const = 0;
+    virtual bool speaks(const QString &locale) const = 0;
+    /// Why it cannot be used now, as a sentence for users; empty if it can. Looks at the disk, never loads the model.
+    virtual QString problem() const = 0;
+    /// The library and model files. When one of them changes, the model has to be checked again.
+    virtual QStringList files() const = 0;
+
+    /// Takes effect with the next recording.
+    virtual void setVocabulary(const PersonalVocabulary &vocabulary) = 0;
+
+    /// Loads the model unless it is loaded. Throws Error. Decoder thread.
+    virtual std::unique_ptr<RecordingDecoder> makeDecoder(RecordingDecoder::Publish publish) = 0;
+    /// Loads the model ahead of a recording. Throws Error. Decoder thread.
+    virtual void warmUp() = 0;
+    /// Frees the model unless a recording is using it. Decoder thread.
+    virtual void unload() = 0;
+};
+
+} // namespace talmo
