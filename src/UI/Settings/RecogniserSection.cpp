@@ -23,8 +23,8 @@ namespace {
 const char *const sectionTitle = QT_TRANSLATE_NOOP("Talmo", "Recogniser");
 const char *const modelTitle = QT_TRANSLATE_NOOP("Talmo", "Model");
 const char *const choiceCaption = QT_TRANSLATE_NOOP(
-    "Talmo", "Talmo's own addition on Linux. What you say is recognised on this computer whichever you choose; only "
-             "the download of a model uses the network.");
+    "Talmo", "Available on Linux only. Speech is recognised on this computer whichever recogniser you choose; the "
+             "network is used only to download models.");
 
 constexpr int progressSteps = 1000;
 constexpr int progressHeight = 9;

@@ -54,7 +54,7 @@ void DesktopSettingsOpener::open(SettingsPane pane)
         settingsCommand(pane, qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':')),
                         [](const QString &program) { return !QStandardPaths::findExecutable(program).isEmpty(); });
     if (words.isEmpty()) {
-        generalLog().info("this desktop has no settings pane for that");
+        generalLog().info("this desktop has no matching settings pane");
         return;
     }
     const QString program = words.takeFirst();

@@ -153,7 +153,7 @@ LoginItemStatus XdgAutostart::status() const
 void XdgAutostart::registerItem()
 {
     if (!QDir().mkpath(m_userFolder)) {
-        throw Error(QStringLiteral("The folder %1 cannot be made.").arg(m_userFolder));
+        throw Error(QStringLiteral("Cannot create the folder %1.").arg(m_userFolder));
     }
     DesktopEntry entry(userEntry());
     entry.set(G_KEY_FILE_DESKTOP_KEY_TYPE, QByteArray(G_KEY_FILE_DESKTOP_TYPE_APPLICATION));
@@ -169,14 +169,14 @@ void XdgAutostart::registerItem()
 void XdgAutostart::unregisterItem()
 {
     if (QFileInfo::exists(userEntry()) && !QFile::remove(userEntry())) {
-        throw Error(QStringLiteral("%1 cannot be removed.").arg(userEntry()));
+        throw Error(QStringLiteral("Cannot remove %1.").arg(userEntry()));
     }
     if (effectiveEntry().isEmpty()) {
         return;
     }
     // One that the system brought can only be overridden.
     if (!QDir().mkpath(m_userFolder)) {
-        throw Error(QStringLiteral("The folder %1 cannot be made.").arg(m_userFolder));
+        throw Error(QStringLiteral("Cannot create the folder %1.").arg(m_userFolder));
     }
     DesktopEntry entry(effectiveEntry());
     entry.set(hiddenKey, true);

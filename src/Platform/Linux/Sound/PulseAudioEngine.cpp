@@ -87,7 +87,7 @@ void PulseAudioEngine::installTap(quint32 bufferSize, AudioBufferHandler handler
 {
     const std::lock_guard lock(m_mutex);
     if (m_source.format.bytesPerFrame() == 0 || bufferSize == 0) {
-        throw Error(QStringLiteral("There is nothing to tap."));
+        throw Error(QStringLiteral("installTap() called before inputFormat()."));
     }
     m_blocks = std::make_unique<FrameBlocks>(m_source.format, bufferSize, std::move(handler));
 }
@@ -107,7 +107,8 @@ std::unique_ptr<PulseCapture> PulseAudioEngine::openCapture(PulseConnection::Dea
         source = m_source;
     }
     if (!connection) {
-        throw Error(QStringLiteral("The sound server went away."));
+        throw Error(
+            QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The connection to the sound server was lost. Try again.")));
     }
     return PulseCapture::open(connection, source, deadline);
 }
@@ -125,7 +126,8 @@ void PulseAudioEngine::start()
         m_capture = std::move(fresh);
     }
     if (!m_capture || !m_blocks) {
-        throw Error(QStringLiteral("The sound server went away."));
+        throw Error(
+            QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The connection to the sound server was lost. Try again.")));
     }
     m_capture->begin(std::move(m_blocks));
 }

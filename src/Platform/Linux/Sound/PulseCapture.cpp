@@ -45,7 +45,8 @@ std::unique_ptr<PulseCapture> PulseCapture::open(std::shared_ptr<PulseConnection
         return state == PA_STREAM_READY || !PA_STREAM_IS_GOOD(state);
     });
     if (!answered) {
-        throw Error(QStringLiteral("The sound server does not answer."));
+        throw Error(
+            QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The sound server is not responding. Try again in a moment.")));
     }
     if (!capture->isReady()) {
         throw Error(link.errorText());
@@ -150,7 +151,7 @@ void PulseCapture::end()
         m_connection->waitUntil(std::chrono::steady_clock::now() + deliveryTime,
                                 [this, wanted] { return m_blocks->frameCount() >= wanted || !isReady(); });
     } else {
-        generalLog().error("the sound server went away during the recording; what was heard is kept");
+        generalLog().error("lost the sound server while recording; the audio so far is kept");
     }
     // Taken out first: nothing that the handler leads to finds it running.
     const auto blocks = std::exchange(m_blocks, nullptr);

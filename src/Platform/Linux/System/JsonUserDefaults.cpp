@@ -116,7 +116,8 @@ QFuture<void> JsonUserDefaults::saved() const
 {
     return m_writer->call([file = m_file] {
         if (!file->isAllWritten()) {
-            throw Error(QStringLiteral("The settings could not be saved. Is the disk full?"));
+            throw Error(
+                QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The settings could not be saved. Is the disk full?")));
         }
     });
 }

@@ -39,7 +39,7 @@ FileDescriptor lockedFile(const QString &path)
 {
     FileDescriptor descriptor(PrivateFile::openLock(path));
     if (!descriptor) {
-        throw Error(QStringLiteral("%1 cannot be opened.").arg(path));
+        throw Error(QStringLiteral("Cannot open %1.").arg(path));
     }
     const auto deadline = std::chrono::steady_clock::now() + lockPatience;
     while (::flock(descriptor.get(), LOCK_EX | LOCK_NB) != 0 && std::chrono::steady_clock::now() < deadline) {
@@ -66,7 +66,7 @@ QJsonObject SettingsFile::read()
         generalLog().error("The settings cannot be read: %@", {error.localizedDescription()});
     }
     if (!m_inPlaceOfDamaged.isEmpty()) {
-        generalLog().error("The default settings hold, but for these: %s",
+        generalLog().error("Using the default settings, except for these: %s",
                            {QString::fromUtf8(QJsonDocument(m_inPlaceOfDamaged).toJson(QJsonDocument::Compact))});
     }
     return m_inPlaceOfDamaged;
@@ -83,11 +83,11 @@ std::optional<QJsonObject> SettingsFile::load() const
     QFile file(m_path);
     // Opening a pipe would wait for somebody to write into it.
     if (!QFileInfo(m_path).isFile() || !file.open(QFile::ReadOnly)) {
-        throw Error(QStringLiteral("%1 cannot be opened.").arg(m_path));
+        throw Error(QStringLiteral("Cannot open %1.").arg(m_path));
     }
     const QByteArray bytes = file.read(std::min(file.size(), largestFile) + 1); // Reserves that much.
     if (file.error() != QFile::NoError) {
-        throw Error(QStringLiteral("%1 cannot be read.").arg(m_path));
+        throw Error(QStringLiteral("Cannot read %1.").arg(m_path));
     }
     const auto document = bytes.size() > largestFile ? QJsonDocument() : QJsonDocument::fromJson(bytes);
     if (!document.isObject()) {

@@ -84,7 +84,7 @@ QFuture<void> TimerFdClock::sleep(Duration duration, std::stop_token stop)
     timeout.it_value = toTimespec(std::max(duration, Duration(1)));
     FileDescriptor timer(timerfd_create(CLOCK_BOOTTIME, TFD_NONBLOCK | TFD_CLOEXEC));
     if (!timer || timerfd_settime(timer.get(), 0, &timeout, nullptr) != 0) {
-        completion->fail(std::make_exception_ptr(Error(QStringLiteral("No timer could be made."))));
+        completion->fail(std::make_exception_ptr(Error(QStringLiteral("Cannot create a timer."))));
         return future;
     }
     auto *sleeper = new Sleeper(std::move(timer), completion);

@@ -18,7 +18,7 @@ const char *describe(SelectionReading::Loss loss)
     case SelectionReading::Loss::OwnerTooSlow:
         return "its owner took too long";
     case SelectionReading::Loss::OwnerEnded:
-        return "its owner ended";
+        return "its owner exited";
     case SelectionReading::Loss::TooLarge:
         return "it is too large";
     case SelectionReading::Loss::Malformed:
@@ -73,7 +73,7 @@ QCoro::Task<SelectionReading> SelectionReader::read(xcb_atom_t selection, Patien
 {
     SelectionReading reading;
     const auto miss = [&reading](const QString &type, Loss loss, qsizetype size) {
-        generalLog().error("the clipboard's %s was not kept (%s bytes had come): %s",
+        generalLog().error("the clipboard's %s was not kept (%s bytes received): %s",
                            {type, QString::number(size), QString::fromLatin1(describe(loss))});
         reading.loss = reading.loss == Loss::None ? loss : reading.loss;
     };

@@ -42,7 +42,7 @@ XInput2EventMonitor::XInput2EventMonitor(std::shared_ptr<PostedKeys> postedKeys,
     if (selectRawKeys()) {
         readStandIns();
     } else {
-        generalLog().error("this X server has no XInput 2.2: keys cannot be seen");
+        generalLog().error("this X server lacks XInput 2.2: key events cannot be observed");
     }
 }
 
@@ -148,7 +148,7 @@ void XInput2EventMonitor::readEvents()
     }
     if (m_connection.isBroken()) {
         m_notifier.setEnabled(false); // Its end of file would wake us for ever.
-        generalLog().error("the connection to the X server was lost: keys cannot be seen any more");
+        generalLog().error("the connection to the X server was lost: key events are no longer observed");
         return;
     }
     handleCollected(false);

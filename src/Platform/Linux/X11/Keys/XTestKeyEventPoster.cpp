@@ -38,7 +38,7 @@ void XTestKeyEventPoster::post(const KeyEvent &event)
     const bool isPaste = event.keyCode == ClipboardPasteInsertionService::pasteKeyCode &&
                          event.flags == ClipboardPasteInsertionService::commandFlag;
     if (!isPaste) {
-        generalLog().error("a key was not posted: only the paste shortcut is known");
+        generalLog().error("a key was not posted: only the paste shortcut is supported");
         return;
     }
     if (!event.isDown) {
