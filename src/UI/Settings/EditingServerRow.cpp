@@ -20,7 +20,7 @@ const char *const unusedText = QT_TRANSLATE_NOOP("Talmo", "While this is off, no
 const char *const refusedText =
     QT_TRANSLATE_NOOP("Talmo", "Another user's program is listening at %1. Your text is not sent to it.");
 
-/// What a server calls its model may hold anything, and a line of it is too wide.
+/// A server may give its model any name; one as long as a line is too wide.
 QString shortened(const QString &name)
 {
     constexpr qsizetype longest = 48;

@@ -46,7 +46,7 @@ PrivacySettingsTab::PrivacySettingsTab(ViewContext context)
         *section, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Microphone")),
         [permissions] { return permissions->microphoneStatus() == SimpleStatus::Granted; },
         [permissions] { permissions->openMicrophoneSettings(); });
-    // It has no pane of its own; what it needs is heard through the microphone.
+    // Speech recognition has no pane of its own; it depends on the microphone.
     addPermission(
         *section, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Speech Recognition")),
         [permissions] { return permissions->speechRecognitionStatus() == SimpleStatus::Granted; },
