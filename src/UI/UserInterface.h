@@ -17,7 +17,7 @@ class MenuPanel;
 class SettingsWindow;
 class StatusItemController;
 
-/// What the views need of the platform.
+/// What the views need from the platform.
 struct UserInterfaceParts {
     std::shared_ptr<StatusItem> statusItem;
     PanelWindowFactory makePanelWindow;

@@ -20,9 +20,9 @@ public:
     virtual void setSymbol(const QString &symbol) = 0;
     /// The plain menu, for desktops that show only that; its title is the icon's tool tip.
     virtual void setMenu(const MenuContents &contents) = 0;
-    /// The icon was clicked. Where it is, if that can be known.
+    /// Called when the icon is clicked, with its position if known.
     virtual void setOnActivated(std::function<void(std::optional<QRect> place)> callback) = 0;
-    /// Something was chosen in the plain menu.
+    /// Called when an entry of the plain menu is chosen.
     virtual void setOnChosen(std::function<void(MenuAction)> callback) = 0;
     /// Closes the plain menu if it is open.
     virtual void closeMenu() = 0;

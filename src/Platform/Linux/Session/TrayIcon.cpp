@@ -24,7 +24,7 @@ const QString notifierWatcher = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString notifierWatcherPath = QStringLiteral("/StatusNotifierWatcher");
 const char *const trayAtom = "_NET_SYSTEM_TRAY_S0";
 
-/// The window of the tray that icons are embedded into, if there is one.
+/// The tray window that icons are embedded into; XCB_NONE if there is none.
 xcb_window_t embedder()
 {
     auto *connection = applicationConnection();
@@ -33,7 +33,7 @@ xcb_window_t embedder()
     return reply ? reply->owner : XCB_NONE;
 }
 
-/// The window into which Qt draws an embedded icon; none while it is not embedded anywhere.
+/// The window that Qt draws an embedded icon into; XCB_NONE while the icon is not embedded.
 xcb_window_t embeddedIcon()
 {
     for (const auto *widget : QApplication::topLevelWidgets()) {
@@ -44,8 +44,8 @@ xcb_window_t embeddedIcon()
     return XCB_NONE;
 }
 
-/// What the tray shows in a corner of the icon, where nothing is drawn: read from the tray's own window, since
-/// something else may lie over it on the screen. None when the tray itself is translucent.
+/// The tray's background, sampled at a corner of the icon where nothing is drawn. It is read from the tray's own
+/// window, since another window may cover it on the screen. None if the tray is translucent.
 std::optional<QColor> groundOfEmbeddedIcon()
 {
     auto *connection = applicationConnection();
@@ -93,8 +93,8 @@ void TrayIcon::watchNotifierHosts()
     connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, [this] { askForNotifierHost(); });
 }
 
-/// Asked, and not waited for. Only once there is one may Qt be told to make the icon: what it finds the first time, it
-/// believes for ever.
+/// Asks asynchronously. Create QSystemTrayIcon only once a host exists: Qt picks its backend at first use and never
+/// re-checks.
 void TrayIcon::askForNotifierHost()
 {
     auto question = QDBusMessage::createMethodCall(
@@ -111,7 +111,7 @@ void TrayIcon::askForNotifierHost()
             askForEmbedder();
         }
     });
-    if (answer->isFinished()) { // Without a bus it is over at once, and does not say so.
+    if (answer->isFinished()) { // Without a bus, the call finishes at once and emits no signal.
         answer->deleteLater();
         askForEmbedder();
     }
@@ -126,7 +126,7 @@ void TrayIcon::askForEmbedder()
     }
 }
 
-/// A tray that comes says so to everybody. An icon that has just come into a tray is told to draw itself.
+/// A new tray announces itself to all clients. An icon that has just been embedded gets an expose event.
 bool TrayIcon::nativeEventFilter(const QByteArray & /*eventType*/, void *message, qintptr * /*result*/)
 {
     const auto *event = static_cast<const xcb_generic_event_t *>(message);
@@ -158,7 +158,7 @@ void TrayIcon::create()
     m_icon->setContextMenu(&m_menu);
     m_icon->setToolTip(m_toolTip);
     connect(m_icon.get(), &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
-        // Two clicks in a row are two clicks: one may have closed the menu that the other opens.
+        // Treats a double click as two clicks: the first may have closed the menu that the second opens.
         const bool isClick = reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick;
         if (isClick && m_onActivated) {
             const QRect place = m_icon->geometry();
@@ -236,7 +236,7 @@ void TrayIcon::addEntry(const MenuEntry &entry)
 {
     auto *action = m_menu.addAction(entry.title);
     action->setEnabled(entry.action != MenuAction::None);
-    // On a later turn: the menu has closed by then.
+    // On a later turn of the event loop, when the menu has closed.
     connect(
         action, &QAction::triggered, this,
         [this, chosen = entry.action] {

@@ -64,7 +64,7 @@ AudioFormat PulseAudioEngine::inputFormat()
         const auto source = ensureConnection(deadline)->defaultSource(deadline);
         const std::lock_guard lock(m_mutex);
         if (m_capture && (source.name != m_source.name || source.format != m_source.format)) {
-            m_capture.reset(); // Made ahead for another microphone.
+            m_capture.reset(); // Prepared for another microphone.
         }
         m_source = source;
         return source.format;
@@ -94,7 +94,7 @@ void PulseAudioEngine::installTap(quint32 bufferSize, AudioBufferHandler handler
 
 void PulseAudioEngine::prepare()
 {
-    // Everything is made ready when it is first needed.
+    // Everything is prepared at first use.
 }
 
 std::unique_ptr<PulseCapture> PulseAudioEngine::openCapture(PulseConnection::Deadline deadline)
@@ -145,13 +145,13 @@ void PulseAudioEngine::stop()
 {
     const std::lock_guard lock(m_mutex);
     if (m_capture && (!m_capture->isAlive() || m_capture->isStalled())) {
-        // A server that died or got stuck is not asked again: the next recording connects anew.
+        // A server that died or hangs is not asked again: the next recording opens a new connection.
         m_connection.reset();
     }
     m_capture.reset();
 }
 
-/// True when there is a stream already, which keeps from now on or records.
+/// Restarts keeping audio on an existing stream. False if there is none to use; true also while it is recording.
 bool PulseAudioEngine::keepAnew()
 {
     const std::lock_guard lock(m_mutex);
