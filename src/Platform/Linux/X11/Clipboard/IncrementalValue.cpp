@@ -21,7 +21,8 @@ IncrementalValue::State IncrementalValue::append(const SelectionValue &piece)
     }
     const bool isFirst = m_value.data.isEmpty();
     if (piece.data.isEmpty()) {
-        // Owners end with any type and unit; only an empty value has no other.
+        // Owners may send any type and unit with the empty value that ends a transfer, so only the first piece sets
+        // them.
         if (isFirst) {
             m_value = piece;
         }
