@@ -21,8 +21,7 @@ IncrementalValue::State IncrementalValue::append(const SelectionValue &piece)
     }
     const bool isFirst = m_value.data.isEmpty();
     if (piece.data.isEmpty()) {
-        // Owners may send any type and unit with the empty value that ends a transfer, so only the first piece sets
-        // them.
+        // Owners may end a transfer with any type and unit, so these count only if the whole value is empty.
         if (isFirst) {
             m_value = piece;
         }
