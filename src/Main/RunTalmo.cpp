@@ -9,6 +9,7 @@
 #include "Platform/Linux/System/LinuxWording.h"
 #include "Platform/Linux/System/QuitSignals.h"
 #include "Platform/Linux/System/SingleInstance.h"
+#include "Platform/Linux/System/Watchdog.h"
 #include "Platform/Linux/X11/XConnection.h"
 #include "Settings/TalmoSettings.h"
 
@@ -20,7 +21,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <unistd.h>
 #include <utility>
 
 namespace talmo {
@@ -46,10 +46,10 @@ public:
     void begin()
     {
         if (std::exchange(m_hasBegun, true)) {
-            alarm(longestRepeatedShutdown);
+            killProcessAfter(longestRepeatedShutdown);
             return;
         }
-        alarm(longestShutdown);
+        killProcessAfter(longestShutdown);
         logEscapes(quit(&m_app));
     }
 
