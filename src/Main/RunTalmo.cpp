@@ -6,11 +6,11 @@
 #include "Base/Task.h"
 #include "Control/ControlSocket.h"
 #include "Main/TalmoApp.h"
+#include "Platform/Desktop.h"
 #include "Platform/Linux/System/LinuxWording.h"
 #include "Platform/Linux/System/QuitSignals.h"
 #include "Platform/Linux/System/SingleInstance.h"
 #include "Platform/Linux/System/Watchdog.h"
-#include "Platform/Linux/X11/XConnection.h"
 #include "Settings/TalmoSettings.h"
 
 #include <QApplication>
@@ -140,12 +140,9 @@ int runTalmo(int argc, char **argv)
     }
     QuitSignals::install();
     try {
-        const XConnection probe; // Qt ends the process without a display; a sentence is better.
+        prepareDesktop();
     } catch (const Error &error) {
         return fail(error);
-    }
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "xcb");
     }
     const SingleInstance instance(ControlSocket::lockPath());
     if (!instance.isFirst()) {

@@ -2,9 +2,7 @@
 #include "Insertion/ClipboardPasteInsertionService.h"
 #include "Insertion/VerifiedInsertionService.h"
 #include "Platform/Linux/System/TimerFdClock.h"
-#include "Platform/Linux/X11/Clipboard/XcbPasteboard.h"
-#include "Platform/Linux/X11/Keys/XInputTrust.h"
-#include "Platform/Linux/X11/Keys/XTestKeyEventPoster.h"
+#include "Platform/Pasting.h"
 #include "talmoctl/Background.h"
 #include "talmoctl/Command.h"
 #include "talmoctl/Terminal.h"
@@ -33,13 +31,10 @@ bool insertThroughTalmo(const QString &text)
 /// stood there is back, and then until a clipboard manager or another program has taken it over.
 QCoro::Task<int> insertAlone(QString text, std::shared_ptr<Background> background)
 {
-    const auto session = XSession::open();
-    const auto pasteboard = std::make_shared<XcbPasteboard>(session);
-    const auto trust = std::make_shared<XInputTrust>(session, nullptr);
-    const auto poster = std::make_shared<XTestKeyEventPoster>(session, pasteboard->transaction());
-    const auto clock = std::make_shared<TimerFdClock>();
-    const auto pasting = std::make_shared<ClipboardPasteInsertionService>(pasteboard, poster, trust, clock);
-    VerifiedInsertionService service(pasting, pasteboard);
+    const Pasting desktop = openPasting();
+    const auto pasting = std::make_shared<ClipboardPasteInsertionService>(
+        desktop.pasteboard, desktop.keyPoster, desktop.inputTrust, std::make_shared<TimerFdClock>());
+    VerifiedInsertionService service(pasting, desktop.witness);
     int status = EXIT_SUCCESS;
     try {
         co_await service.insert(text);
@@ -48,8 +43,8 @@ QCoro::Task<int> insertAlone(QString text, std::shared_ptr<Background> backgroun
         status = EXIT_FAILURE; // And stays: the text is on the clipboard.
     }
     background->release(status);
-    co_await pasteboard->shutDown();
-    co_await pasteboard->relieved();
+    co_await desktop.shutDown();
+    co_await desktop.ownershipLost();
     co_return status;
 }
 
