@@ -76,7 +76,7 @@ void DeferringHotkeyService::gestureEnded()
 
 void DeferringHotkeyService::beginWaiting()
 {
-    generalLog().debug("the recording waits for the last sentence", {});
+    generalLog().debug("the recording is deferred until the last sentence is done", {});
     setWait(Wait::ForLastSentence);
     if (m_insertingSince && m_parts.clock->now() - *m_insertingSince >= noticeDelay) {
         announceWait(); // Whatever holds it up, this press will not end it.

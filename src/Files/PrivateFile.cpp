@@ -33,7 +33,7 @@ void makeMissing(const QString &folder)
     makeMissing(info.absolutePath());
     // Another process may have been faster.
     if (!QDir().mkdir(info.absoluteFilePath(), folderPermissions) && !QFileInfo(folder).isDir()) {
-        throw Error(QStringLiteral("The folder %1 cannot be made.").arg(folder));
+        throw Error(QStringLiteral("The folder %1 cannot be created.").arg(folder));
     }
 }
 

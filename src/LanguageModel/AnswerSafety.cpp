@@ -68,7 +68,7 @@ void requireProportion(const QString &answer, const QString &prompt)
     constexpr qsizetype alwaysAllowed = 600;
     constexpr qsizetype largestGrowth = 3;
     if (answer.size() > alwaysAllowed + largestGrowth * prompt.size()) {
-        throw Error(QStringLiteral("The model's answer is %1 characters long, to a text of %2.")
+        throw Error(QStringLiteral("The model's answer is too long: %1 characters for a prompt of %2.")
                         .arg(answer.size())
                         .arg(prompt.size()));
     }

@@ -10,12 +10,12 @@ namespace {
 
 [[noreturn]] void refuse()
 {
-    throw Error(QStringLiteral("The model server's answer is not HTTP."));
+    throw Error(QStringLiteral("The model server's response is not valid HTTP."));
 }
 
 [[noreturn]] void refuseSize()
 {
-    throw Error(QStringLiteral("The model server's answer is too large."));
+    throw Error(QStringLiteral("The model server's response is too large."));
 }
 
 /// Digits alone: no sign, no blanks, nothing that a lenient reader would overlook.
@@ -49,7 +49,7 @@ void HttpResponse::takeEnd()
         m_stage = Stage::Whole;
     }
     if (!isWhole()) {
-        throw Error(QStringLiteral("The model server ended the connection too early."));
+        throw Error(QStringLiteral("The model server closed the connection before its response was complete."));
     }
 }
 

@@ -66,7 +66,7 @@ public:
             co_return; // The answer came first.
         }
         if (exchange) {
-            exchange->fail<TookTooLong>(QStringLiteral("The model server took too long."));
+            exchange->fail<TookTooLong>(QStringLiteral("The model server timed out."));
         }
     }
 
@@ -78,7 +78,7 @@ private:
         const Endpoint server{m_socket->peerAddress(), m_socket->peerPort()};
         const Endpoint client{m_socket->localAddress(), m_socket->localPort()};
         if (m_trust && !m_trust->isTrusted(server, client)) {
-            fail<UntrustedServer>(QStringLiteral("The program there belongs to another user."));
+            fail<UntrustedServer>(QStringLiteral("The process listening there belongs to another user."));
             return;
         }
         m_socket->write(m_request);

@@ -50,7 +50,8 @@ ModelServerConnection::ModelServerConnection(LoopbackLanguageModel::Configuratio
     if (m_configuration.address.trimmed().isEmpty()) {
         m_trust = std::move(trust);
     } else if (m_configuration.address.compare(QStringLiteral("off"), Qt::CaseInsensitive) == 0) {
-        settle(UnavailableReason::DeviceNotEligible, QStringLiteral("switched off in the settings"));
+        settle(UnavailableReason::DeviceNotEligible,
+               QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "disabled in the settings")));
         return;
     }
     try {
@@ -140,7 +141,7 @@ QCoro::Task<ModelServerConnection::Probe> ModelServerConnection::probe(std::shar
         } else if (models.status == httpServiceUnavailable) {
             result.outcome = Probe::Outcome::Loading;
         } else {
-            result.problem = QStringLiteral("it answers with status %1").arg(models.status);
+            result.problem = QStringLiteral("it returned status %1").arg(models.status);
         }
     } catch (const NobodyListens &) {
         result.outcome = Probe::Outcome::Nobody;
@@ -185,14 +186,15 @@ void ModelServerConnection::take(const std::vector<Probe> &probes)
     // At a usual port anything may live; at the address that the user gave it should have been a model server.
     if (stranger != nullptr && !m_trust) {
         settle(UnavailableReason::Other,
-               QStringLiteral("%1 is no model server: %2").arg(stranger->base.toString(), stranger->problem));
+               QStringLiteral("%1 is not a model server: %2").arg(stranger->base.toString(), stranger->problem));
     } else if (!m_refused.isEmpty()) {
-        settle(UnavailableReason::Other,
-               QStringLiteral("another user's program answers at %1, and is not used; an address named in the settings "
-                              "is used whoever answers")
-                   .arg(m_refused.join(QStringLiteral(", "))));
+        settle(
+            UnavailableReason::Other,
+            QStringLiteral("ignoring another user's process at %1; to use it anyway, set its address in the settings")
+                .arg(m_refused.join(QStringLiteral(", "))));
     } else {
-        settle(UnavailableReason::AppleIntelligenceNotEnabled, QStringLiteral("no model server runs on this machine"));
+        settle(UnavailableReason::AppleIntelligenceNotEnabled,
+               QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "no model server is running on this machine")));
     }
 }
 
@@ -205,7 +207,7 @@ void ModelServerConnection::takeRefused(const std::vector<Probe> &probes)
         }
     }
     if (refused != m_refused && !refused.isEmpty()) {
-        generalLog().error("language model: another user's program answers at %s, and is not used",
+        generalLog().error("language model: ignoring another user's process at %s",
                            {refused.join(QStringLiteral(", "))});
     }
     m_refused = refused;
@@ -221,7 +223,7 @@ void ModelServerConnection::takeUsable(const Probe &probe)
     m_base = probe.base;
     m_modelName = m_configuration.modelName.isEmpty() ? preferredModel(probe.models) : m_configuration.modelName;
     if (m_modelName.isEmpty()) {
-        settle(UnavailableReason::Other, QStringLiteral("%1 has no model to write with").arg(place));
+        settle(UnavailableReason::Other, QStringLiteral("%1 has no model that can generate text").arg(place));
         return;
     }
     constexpr qsizetype mostShown = 80;

@@ -76,7 +76,7 @@ private:
 
     mutable std::mutex m_mutex; ///< Guards what stands below; held for nothing but that.
     std::optional<UnavailableReason> m_reason = UnavailableReason::ModelNotReady;
-    QString m_description = QStringLiteral("not looked for yet");
+    QString m_description = QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "not checked yet"));
     LoopbackLanguageModel::Server m_server;
 };
 

@@ -16,7 +16,7 @@ quint32 conversionCapacity(double inputRate, double targetRate, quint32 frameLen
     const double frames = targetRate / divisor * static_cast<double>(frameLength);
     constexpr double limit = 4294967296.0;
     if (!std::isfinite(frames) || !(frames > -1.0) || !(frames < limit)) {
-        qFatal("audio conversion: %f frames fit no buffer", frames);
+        qFatal("audio conversion: %f frames do not fit in a buffer", frames);
     }
     const auto whole = static_cast<quint32>(std::max(frames, 0.0));
     if (whole > std::numeric_limits<quint32>::max() - conversionMargin) {

@@ -81,7 +81,7 @@ public:
                 break;
             }
             if (buffer->format() != m_from) {
-                error = QStringLiteral("The format of the microphone changed during the recording.");
+                error = QStringLiteral("The microphone's format changed during the recording.");
                 break;
             }
             if (!resample(*buffer, output, written)) {

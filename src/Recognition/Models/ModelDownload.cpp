@@ -36,7 +36,7 @@ QCoro::Task<void> watch(QPointer<ModelTransfer> transfer, std::shared_ptr<Clock>
         co_return;
     }
     if (transfer) {
-        transfer->giveUp(QStringLiteral("The server says nothing any more."));
+        transfer->giveUp(QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The connection timed out.")));
     }
 }
 

@@ -43,7 +43,7 @@ void requireChecksum(const QString &path, const QByteArray &expected, const Mode
 {
     QFile file(path);
     if (!file.open(QFile::ReadOnly)) {
-        throw Error(QStringLiteral("%1 cannot be read: %2").arg(path, file.errorString()));
+        throw Error(QStringLiteral("The downloaded file cannot be read: %1").arg(file.errorString()));
     }
     QCryptographicHash hash(QCryptographicHash::Sha256);
     while (!file.atEnd()) {
@@ -55,7 +55,7 @@ void requireChecksum(const QString &path, const QByteArray &expected, const Mode
     }
     if (hash.result().toHex() != expected) {
         ModelDownload::discard(path);
-        throw Error(QStringLiteral("What came is not the model that was meant: its checksum is %1, it should be %2.")
+        throw Error(QStringLiteral("Checksum mismatch: expected %2, got %1.")
                         .arg(QString::fromLatin1(hash.result().toHex()), QString::fromLatin1(expected)));
     }
 }
@@ -99,13 +99,13 @@ QString ModelProgress::description() const
                                  : QStringLiteral("%1 MB").arg(done / megabyte);
     switch (phase) {
     case Phase::Downloading:
-        return QStringLiteral("Downloading: ") + amount;
+        return QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Downloading: ")) + amount;
     case Phase::Checking:
-        return QStringLiteral("Checking");
+        return QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Verifying"));
     case Phase::Unpacking:
-        return QStringLiteral("Unpacking");
+        return QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Unpacking"));
     case Phase::Trying:
-        return QStringLiteral("Trying it");
+        return QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Testing"));
     }
     return {};
 }

@@ -28,8 +28,8 @@ constexpr char discardedPattern[] = ".removed-*";
 void rename(const QString &from, const QString &to)
 {
     if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0) {
-        throw Error(QStringLiteral("%1 cannot be moved to %2: %3")
-                        .arg(from, to, QString::fromLocal8Bit(std::strerror(errno)))); // NOLINT: one thread writes.
+        const QString reason = QString::fromLocal8Bit(std::strerror(errno)); // NOLINT: one thread writes.
+        throw Error(QStringLiteral("The model's folder cannot be moved: %1").arg(reason));
     }
 }
 
@@ -55,9 +55,11 @@ public:
     {
         switch (m_file.outcome()) {
         case FileLock::Outcome::CannotOpen:
-            throw Error(QStringLiteral("%1 cannot be written.").arg(m_folder));
+            throw Error(QStringLiteral(QT_TRANSLATE_NOOP(
+                "Talmo", "Talmo cannot write to its folder for models. Check the folder's permissions.")));
         case FileLock::Outcome::HeldByAnother:
-            throw Error(QStringLiteral("Another model is being installed or removed."));
+            throw Error(QStringLiteral(QT_TRANSLATE_NOOP(
+                "Talmo", "Another model is being installed or removed. Try again when that has finished.")));
         case FileLock::Outcome::Locked:
             clearAway(m_folder);
         }
@@ -120,7 +122,7 @@ QString ModelStore::makeWorkshop() const
 {
     QTemporaryDir workshop(path(QStringLiteral(".unpacking-XXXXXX")));
     if (!workshop.isValid()) {
-        throw Error(QStringLiteral("No folder can be made in %1: %2").arg(m_folder, workshop.errorString()));
+        throw Error(QStringLiteral("No folder can be created for unpacking: %1").arg(workshop.errorString()));
     }
     workshop.setAutoRemove(false);
     return workshop.path();
@@ -141,16 +143,18 @@ void ModelStore::remove(const QString &name) const
 {
     // What is installed has a plain name, so nothing outside the folder is meant; but a link may lead there.
     if (!isInstalled(name)) {
-        throw Error(QStringLiteral("There is no model “%1” in %2.").arg(name, m_folder));
+        throw Error(QStringLiteral("The model “%1” is not installed.").arg(name));
     }
     if (QFileInfo(path(name)).isSymLink()) {
         throw Error(
-            QStringLiteral("“%1” is a link to a model elsewhere. Remove the link by hand: %2").arg(name, path(name)));
+            QStringLiteral(
+                "“%1” is a link to a model stored elsewhere. Delete the link in the folder for models yourself.")
+                .arg(name));
     }
     const QString discarded = path(QStringLiteral(".removed-") + name);
     rename(path(name), discarded);
     if (!QDir(discarded).removeRecursively()) {
-        throw Error(QStringLiteral("%1 cannot be removed altogether.").arg(discarded));
+        throw Error(QStringLiteral("Some files of the model “%1” could not be deleted.").arg(name));
     }
 }
 

@@ -93,7 +93,7 @@ void ModelTransfer::begin(QNetworkAccessManager &manager)
 {
     // Unbuffered, so that a full disk is noticed where it happens.
     if (!m_file.open(QFile::ReadWrite | QFile::Unbuffered, PrivateFile::permissions)) {
-        throw Error(QStringLiteral("%1 cannot be written: %2").arg(m_request.path, m_file.errorString()));
+        throw Error(QStringLiteral("The download cannot be saved: %1").arg(m_file.errorString()));
     }
     const QJsonObject notes = readNotes(m_request.path);
     const QString validator = notes.value(QStringLiteral("validator")).toString();
@@ -125,7 +125,7 @@ void ModelTransfer::begin(QNetworkAccessManager &manager)
             Q_EMIT m_reply->redirectAllowed();
         } else {
             fail(std::make_exception_ptr(
-                Error(QStringLiteral("The server leads to %1, which is not safe.").arg(target.toString()))));
+                Error(QStringLiteral("Refused to follow a redirect to %1 (not HTTPS).").arg(target.toString()))));
         }
     });
     connect(m_reply, &QNetworkReply::readyRead, this, [this] { guarded([this] { read(); }); });
@@ -167,9 +167,10 @@ void ModelTransfer::takeHeaders()
             m_isWhole = true;
             break;
         }
-        throw PartIsUseless(QStringLiteral("The server has nothing that follows what is here."));
+        throw PartIsUseless(
+            QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The server cannot resume this download; starting over.")));
     default:
-        const QString what = QStringLiteral("The server answers: %1 %2.")
+        const QString what = QStringLiteral("The server returned an error: %1 %2.")
                                  .arg(status)
                                  .arg(m_reply->attribute(QNetworkRequest::HttpReasonPhraseAttribute).toString());
         if (status >= firstServerError || status == tooManyRequestsStatus || status == requestTimeoutStatus) {
@@ -188,7 +189,7 @@ void ModelTransfer::takeContinuation()
     static const QRegularExpression range(QStringLiteral("^bytes (\\d+)-\\d+/(\\d+|\\*)$"));
     const auto match = range.match(QString::fromLatin1(m_reply->rawHeader("Content-Range")));
     if (!match.hasMatch() || match.captured(1).toLongLong() != m_file.size()) {
-        throw PartIsUseless(QStringLiteral("The server goes on in another place than it was asked to."));
+        throw PartIsUseless(QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The server resumed at the wrong offset.")));
     }
     if (match.captured(2) != QStringLiteral("*")) {
         m_total = match.captured(2).toLongLong();
@@ -198,7 +199,7 @@ void ModelTransfer::takeContinuation()
 void ModelTransfer::checkTotal() const
 {
     if (m_total && m_request.size && *m_total != *m_request.size) {
-        throw Error(QStringLiteral("The server's file has %1 bytes; it should have %2. It is another one.")
+        throw Error(QStringLiteral("The file on the server has the wrong size: expected %2 bytes, got %1.")
                         .arg(*m_total)
                         .arg(*m_request.size));
     }
@@ -209,8 +210,7 @@ void ModelTransfer::checkSpace() const
     const qint64 needed = m_total.value_or(m_request.size.value_or(0)) - m_file.size();
     const qint64 free = QStorageInfo(QFileInfo(m_request.path).absolutePath()).bytesAvailable();
     if (free >= 0 && needed > free) {
-        throw Error(
-            QStringLiteral("The disk is too full: %1 are needed, %2 are free.").arg(readable(needed), readable(free)));
+        throw Error(QStringLiteral("Not enough disk space: %1 needed, %2 free.").arg(readable(needed), readable(free)));
     }
 }
 
@@ -238,10 +238,10 @@ void ModelTransfer::read()
     }
     const auto limit = m_total ? m_total : m_request.size;
     if (m_file.size() + bytes.size() > limit.value_or(largestFile)) {
-        throw PartIsUseless(QStringLiteral("The server sends more than it said."));
+        throw PartIsUseless(QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The server sent more data than announced.")));
     }
     if (m_file.write(bytes) != bytes.size()) {
-        throw Error(QStringLiteral("The model cannot be written: %1").arg(m_file.errorString()));
+        throw Error(QStringLiteral("The download cannot be saved: %1").arg(m_file.errorString()));
     }
     m_activity += bytes.size();
     m_progress(m_file.size(), limit);
@@ -262,10 +262,11 @@ void ModelTransfer::end()
     }
     read();
     if (m_total && m_file.size() < *m_total) {
-        throw TransferBroken(QStringLiteral("The connection ended too early."));
+        throw TransferBroken(
+            QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The connection closed before the download was complete.")));
     }
     if (m_request.size && m_file.size() != *m_request.size) {
-        throw Error(QStringLiteral("The server's file has %1 bytes; it should have %2. It is another one.")
+        throw Error(QStringLiteral("The file on the server has the wrong size: expected %2 bytes, got %1.")
                         .arg(m_file.size())
                         .arg(*m_request.size));
     }

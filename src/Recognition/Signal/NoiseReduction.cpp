@@ -19,7 +19,7 @@ constexpr std::size_t frameLength = sampleRate / 100;
 void require(int result)
 {
     if (result != webrtc::AudioProcessing::kNoError) {
-        throw Error(QStringLiteral("The noise reduction failed with error %1.").arg(result));
+        throw Error(QStringLiteral("Noise reduction failed (error %1).").arg(result));
     }
 }
 
