@@ -34,7 +34,7 @@ NoiseReduction::NoiseReduction()
     : m_filter(std::make_unique<Filter>())
 {
     auto *suppression = m_filter->processing->noise_suppression();
-    // The next stronger one took more words away with the noise, the weaker ones left more of it.
+    // The next higher level removed more words along with the noise; lower ones left more noise.
     require(suppression->set_level(webrtc::NoiseSuppression::kHigh));
     require(suppression->Enable(true));
 }
@@ -69,7 +69,7 @@ std::vector<std::int16_t> NoiseReduction::flush()
 void NoiseReduction::measure(std::span<const std::int16_t> samples)
 {
     m_level.add(samples);
-    // Decibels. Between the two it stays as it is, so that it does not change with every sentence.
+    // Decibels. Between the two the state is kept, so that it does not change with every sentence.
     constexpr double littleNoise = 34;
     constexpr double muchNoise = 30;
     const double above = m_level.voiceAboveNoise();
