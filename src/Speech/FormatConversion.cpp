@@ -11,7 +11,7 @@ namespace talmo {
 
 quint32 conversionCapacity(double inputRate, double targetRate, quint32 frameLength)
 {
-    // Rates up to 1 Hz, and those that are no number, count as 1: the division never goes by zero.
+    // Rates up to 1 Hz and NaN count as 1, so that the division is safe.
     const double divisor = inputRate > 1.0 ? inputRate : 1.0;
     const double frames = targetRate / divisor * static_cast<double>(frameLength);
     constexpr double limit = 4294967296.0;
@@ -34,7 +34,7 @@ std::shared_ptr<AudioBuffer> convertBuffer(const std::shared_ptr<const AudioBuff
     if (!output) {
         return nullptr;
     }
-    // Given exactly once per call. The end of the stream is never reported: the converter's state carries over.
+    // Supplied exactly once per call. The end of the stream is never reported: the converter's state carries over.
     auto pending = buffer;
     std::optional<QString> error;
     converter.convert(*output, error, [&pending](ConverterInputStatus &status) {
