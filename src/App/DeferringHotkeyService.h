@@ -20,10 +20,9 @@ namespace talmo {
 /// Sits between the key and the coordinator, which ignores gestures it cannot act on, so that none is lost:
 ///
 /// - A gesture that begins while the previous sentence is being processed or inserted waits. That sentence is hurried
-/// along, and then the recording starts with the audio since the press.
-///
+///   along, and then the recording starts with the audio since the press.
 /// - A gesture that ends before its recording has begun ends the recording as soon as it begins, so no microphone stays
-/// open.
+///   open.
 ///
 /// Main thread.
 class DeferringHotkeyService final : public QObject, public HotkeyService {

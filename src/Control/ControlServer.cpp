@@ -49,7 +49,7 @@ ControlServer::ControlServer(Actions actions, std::shared_ptr<Clock> clock)
 
 bool ControlServer::listen(const QString &path)
 {
-    QLocalServer::removeServer(path); // Left behind by one that did not end well.
+    QLocalServer::removeServer(path); // A stale socket left by a crash.
     if (!m_server.listen(path)) {
         generalLog().error("cannot listen on the control socket, so talmoctl cannot reach this Talmo: %@",
                            {m_server.errorString()});
@@ -68,14 +68,14 @@ void ControlServer::accept()
             socket->abort();
         } else if (findChildren<QLocalSocket *>(Qt::FindDirectChildrenOnly).size() > mostClients) {
             generalLog().error("rejected a connection to the control socket: too many clients");
-            socket->abort(); // Its request is not read, so no answer would reach it either.
+            socket->abort(); // Its request is not read, so it could not receive an answer either.
         } else {
             listenTo(*socket);
         }
     }
 }
 
-/// One request a connection; whatever follows it is read and dropped.
+/// One request per connection; anything after it is read and dropped.
 void ControlServer::listenTo(QLocalSocket &socket)
 {
     socket.setReadBufferSize(ControlSocket::largestRequest);
@@ -108,7 +108,7 @@ QCoro::Task<void> ControlServer::hangUpAt(QPointer<QLocalSocket> socket, QFuture
     try {
         co_await deadline;
     } catch (const Cancelled &) {
-        co_return; // The request came, or the client went.
+        co_return; // The request arrived, or the client disconnected.
     }
     if (socket) {
         answerAndClose(*socket, QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The request took too long to arrive.")));

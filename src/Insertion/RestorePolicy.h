@@ -14,7 +14,7 @@ class RestorePolicy {
 public:
     using Time = std::chrono::steady_clock::time_point;
 
-    /// Some programs read twice, up to about 20 ms apart; restoring the clipboard in between has crashed one.
+    /// Some programs read twice, about 20 ms apart; restoring the clipboard in between has crashed one.
     static constexpr std::chrono::milliseconds quietTime{120};
     /// A program that has not read the text by then probably never will.
     static constexpr std::chrono::milliseconds readTime{1500};

@@ -24,7 +24,7 @@ QByteArray hostOf(const QUrl &url)
     return name + ':' + QByteArray::number(url.port(usualPort));
 }
 
-/// What every request begins with. An encoded answer could hide a huge one in a small one.
+/// The start of every request. Compressed responses are not accepted: a small one could expand to a huge one.
 QByteArray head(const QByteArray &method, const QUrl &url)
 {
     return method + ' ' + url.path(QUrl::FullyEncoded).toLatin1() + " HTTP/1.1\r\nHost: " + hostOf(url) +
@@ -33,7 +33,7 @@ QByteArray head(const QByteArray &method, const QUrl &url)
 
 } // namespace
 
-/// One request and what has come of its answer. Deletes itself once it is over.
+/// One request and its response so far. Deletes itself when done.
 class LoopbackHttp::Exchange final : public QObject {
 public:
     Exchange(QByteArray request, std::shared_ptr<const ServerTrust> trust,
@@ -63,7 +63,7 @@ public:
         try {
             co_await deadline;
         } catch (const Cancelled &) {
-            co_return; // The answer came first.
+            co_return; // The response came first.
         }
         if (exchange) {
             exchange->fail<TookTooLong>(QStringLiteral("The model server timed out."));
@@ -105,7 +105,7 @@ private:
             fail<NobodyListens>(m_socket->errorString());
             return;
         }
-        read(); // What arrived before the connection ended still counts.
+        read(); // Data that arrived before the connection closed still counts.
         if (isOver()) {
             return;
         }

@@ -55,7 +55,7 @@ private:
     static QCoro::Task<QString> answer(std::shared_ptr<ModelServerConnection> connection, QString instructions,
                                        QString prompt, GenerationOptions options)
     {
-        if (connection->reason()) { // It went while this one waited.
+        if (connection->reason()) { // The server was lost while this request was queued.
             throw Error(QStringLiteral("The model server is no longer available."));
         }
         int status = 0;

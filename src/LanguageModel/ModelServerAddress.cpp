@@ -23,16 +23,16 @@ QUrl onThisMachine(int port)
     throw Error(QStringLiteral("The language model's address “%1” was refused: %2").arg(setting, why));
 }
 
-/// The numbers that stand for a host; none when it is not this machine.
+/// The numeric addresses of a host; empty if it is not this machine.
 QStringList loopbackNumbers(const QString &host)
 {
-    // By convention, and by our own decree: a resolver could say anything, and asking one may go over the network.
+    // Hard-coded: a resolver could answer anything, and asking one may use the network.
     if (host.compare(QStringLiteral("localhost"), Qt::CaseInsensitive) == 0) {
         return {QHostAddress(QHostAddress::LocalHost).toString(), QHostAddress(QHostAddress::LocalHostIPv6).toString()};
     }
     const QHostAddress address(host);
     const bool isVersion4 = address.protocol() == QAbstractSocket::IPv4Protocol && address.isLoopback();
-    // Version 4 addresses in version 6's clothes go out by other ways, and nobody needs them.
+    // IPv4-mapped IPv6 addresses are routed differently, and there is no need for them.
     const bool isVersion6 = address == QHostAddress(QHostAddress::LocalHostIPv6) && address.scopeId().isEmpty();
     return isVersion4 || isVersion6 ? QStringList{address.toString()} : QStringList();
 }

@@ -13,7 +13,7 @@ namespace talmo {
 namespace {
 
 constexpr Duration longestAnswer = std::chrono::seconds(10);
-constexpr Duration longestLook = std::chrono::seconds(1); // Two of them make a probe.
+constexpr Duration longestLook = std::chrono::seconds(1); // A probe makes two such requests.
 
 constexpr int httpOk = 200;
 constexpr int httpServiceUnavailable = 503;
@@ -32,13 +32,13 @@ QString placeOf(const QUrl &base)
 
 } // namespace
 
-/// What was found at one address.
+/// The result of probing one address.
 struct ModelServerConnection::Probe {
     enum class Outcome { Nobody, Untrusted, Stranger, Silent, Loading, Ready };
     Outcome outcome = Outcome::Nobody;
     QUrl base;
     QStringList models;
-    /// Why it is not used.
+    /// Why the server is not used.
     QString problem;
 };
 
@@ -101,7 +101,7 @@ QFuture<void> ModelServerConnection::refresh()
         m_looking = completion->future();
         logEscapes(look(shared_from_this(), completion));
     }
-    return m_looking.value_or(ready()); // Looking may have ended already.
+    return m_looking.value_or(ready()); // The probe may have ended already.
 }
 
 QCoro::Task<void> ModelServerConnection::look(std::shared_ptr<ModelServerConnection> self,
@@ -134,7 +134,8 @@ QCoro::Task<ModelServerConnection::Probe> ModelServerConnection::probe(std::shar
         const HttpReply models = co_await listing;
         if (models.status == httpOk) {
             result.models = modelNames(models.body);
-            // llama.cpp's server lists its model while it still loads it, but says so here. Others know no such page.
+            // llama.cpp's server lists its model while still loading it, but reports that here. Other servers have no
+            // such page.
             const auto asking = self->opened(self->m_looks).get(at(base, QStringLiteral("/health")), longestLook);
             const HttpReply health = co_await asking;
             result.outcome = health.status == httpServiceUnavailable ? Probe::Outcome::Loading : Probe::Outcome::Ready;
@@ -157,7 +158,7 @@ QCoro::Task<ModelServerConnection::Probe> ModelServerConnection::probe(std::shar
     co_return result;
 }
 
-/// The first that can be used, or will be soon, counts.
+/// Uses the first server that is usable or still loading.
 void ModelServerConnection::take(const std::vector<Probe> &probes)
 {
     takeRefused(probes);
@@ -170,7 +171,7 @@ void ModelServerConnection::take(const std::vector<Probe> &probes)
             continue;
         case Probe::Outcome::Silent:
             if (m_isAsking && !reason() && found.base == m_base) {
-                return; // It edits: one that can do no more at a time is not gone.
+                return; // It is busy editing: a server that handles one request at a time is not gone.
             }
             m_isSilent = true;
             [[fallthrough]];
@@ -183,7 +184,7 @@ void ModelServerConnection::take(const std::vector<Probe> &probes)
             return;
         }
     }
-    // At a usual port anything may live; at the address that the user gave it should have been a model server.
+    // Anything may listen on a usual port; a configured address should be a model server.
     if (stranger != nullptr && !m_trust) {
         settle(UnavailableReason::Other,
                QStringLiteral("%1 is not a model server: %2").arg(stranger->base.toString(), stranger->problem));
@@ -279,8 +280,8 @@ void ModelServerConnection::endTurn(bool isLate)
     }
 }
 
-/// A server that answers nobody while it edits is not to be asked before it is free again: the time of the next request
-/// would run out as well. It gets as long again as any request; after that it counts as hung.
+/// A server that does not respond while it edits must not be sent the next request before it is free, or that one would
+/// time out as well. It gets as long again as any request; after that it counts as hung.
 QCoro::Task<void> ModelServerConnection::passTurnWhenFree(std::shared_ptr<ModelServerConnection> self)
 {
     const Instant latest = self->m_clock->now() + longestAnswer;

@@ -26,7 +26,7 @@ QJsonObject message(const char *role, const QString &content)
     return {{QStringLiteral("role"), QString::fromLatin1(role)}, {QStringLiteral("content"), content}};
 }
 
-/// Some models think aloud before they answer, and some servers pass that on.
+/// Some models emit their reasoning first, and some servers pass it on.
 QString withoutThoughts(const QString &content)
 {
     const auto opening = QStringLiteral("<think>");
@@ -86,7 +86,7 @@ QStringList modelNames(const QByteArray &body)
 QString preferredModel(const QStringList &names)
 {
     for (const auto &name : names) {
-        // Those turn text into numbers, and can write nothing.
+        // Embedding models cannot generate text.
         if (!name.contains(QStringLiteral("embed"), Qt::CaseInsensitive)) {
             return name;
         }

@@ -49,7 +49,7 @@ ArchiveHandle openArchive(const QString &path)
     return handle;
 }
 
-/// The entry's place within the folder, or an error where it has none there.
+/// The entry's path within the folder; throws Error if it would lie outside.
 QString placeOf(archive_entry *entry)
 {
     const char *raw = archive_entry_pathname(entry);
@@ -63,7 +63,7 @@ QString placeOf(archive_entry *entry)
     return QDir::cleanPath(name);
 }
 
-/// Plain files and folders only, without a second name.
+/// Accepts regular files and folders only, and no links.
 void requirePlain(archive_entry *entry, const QString &name)
 {
     const auto kind = archive_entry_filetype(entry);
@@ -133,7 +133,7 @@ private:
             if (m_stop.stop_requested()) {
                 throw Cancelled();
             }
-            // Holes count as well: a file of nothing but holes is a bomb all the same.
+            // Holes count as well: a sparse file can be a decompression bomb too.
             m_bytes = std::max(m_bytes, m_bytesBefore + offset) + static_cast<std::int64_t>(size);
             if (offset < 0 || m_bytes > m_limits.bytes) {
                 refuse(QStringLiteral("it unpacks to more data than any model contains"));
@@ -148,7 +148,7 @@ private:
             refuseDamaged(m_archive.get());
         }
         m_bytesBefore = m_bytes;
-        PrivateFile::flushToDisk(file); // What is renamed into place later must be on the disk then.
+        PrivateFile::flushToDisk(file); // Must be on disk before the folder is renamed into place.
     }
 
     ArchiveHandle m_archive;

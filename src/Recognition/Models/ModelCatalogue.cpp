@@ -55,7 +55,7 @@ ModelEntry readEntry(const QJsonObject &object)
     const auto text = [&object](const char *key) { return object.value(QLatin1String(key)).toString(); };
     ModelEntry entry;
     entry.id = text("id");
-    // It becomes the name of a folder.
+    // Used as a folder name.
     if (!isWhole(entry.id, "[a-z0-9][a-z0-9._-]{0,63}")) {
         throw Error(QStringLiteral("“id” must consist of lower-case letters, digits, dots, underscores and hyphens"));
     }

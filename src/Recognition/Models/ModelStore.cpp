@@ -33,7 +33,7 @@ void rename(const QString &from, const QString &to)
     }
 }
 
-/// What an installation that failed, or a process that died in the middle, has left.
+/// Removes what a failed installation or a crashed process has left.
 void clearAway(const QString &folder)
 {
     const QDir models(folder);
@@ -46,7 +46,7 @@ void clearAway(const QString &folder)
 
 } // namespace
 
-/// Held while models are installed or removed; half-finished work is cleared away before and after.
+/// Held while models are installed or removed; removes leftovers before and after.
 class ModelStore::Lock {
 public:
     explicit Lock(QString folder)
@@ -85,7 +85,7 @@ QString ModelStore::standardFolder()
 
 QStringList ModelStore::installed() const
 {
-    // An empty path would stand for wherever the program happens to run.
+    // An empty path would mean the current working directory.
     return m_folder.isEmpty() ? QStringList() : QDir(m_folder).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
 }
 
@@ -102,7 +102,7 @@ bool ModelStore::isInstalled(const QString &name) const
 void ModelStore::makeFolder() const
 {
     if (m_folder == standardFolder()) {
-        PrivateFile::makeFolder(QFileInfo(m_folder).path()); // All of it is Talmo's.
+        PrivateFile::makeFolder(QFileInfo(m_folder).path()); // The parent folder is Talmo's as well.
     }
     PrivateFile::makeFolder(m_folder);
 }
@@ -132,7 +132,7 @@ void ModelStore::takeIn(const QString &unpacked, const QString &name) const
 {
     const QString place = path(name);
     if (QFileInfo(place).isSymLink()) {
-        QFile::remove(place); // The link alone: what it leads to is not Talmo's.
+        QFile::remove(place); // Only the link: its target is not Talmo's.
     } else if (QFileInfo::exists(place)) {
         rename(place, path(QStringLiteral(".removed-") + name));
     }
@@ -141,7 +141,7 @@ void ModelStore::takeIn(const QString &unpacked, const QString &name) const
 
 void ModelStore::remove(const QString &name) const
 {
-    // What is installed has a plain name, so nothing outside the folder is meant; but a link may lead there.
+    // Installed names contain no path separators, so nothing outside the folder is affected; but a link may lead there.
     if (!isInstalled(name)) {
         throw Error(QStringLiteral("The model “%1” is not installed.").arg(name));
     }

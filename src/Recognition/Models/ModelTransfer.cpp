@@ -19,7 +19,7 @@ namespace talmo {
 
 namespace {
 
-/// No model is this large.
+/// In bytes; no model is this large.
 constexpr qint64 largestFile = qint64(8) * 1024 * 1024 * 1024;
 
 constexpr int okStatus = 200;
@@ -29,7 +29,7 @@ constexpr int requestTimeoutStatus = 408;
 constexpr int rangeNotSatisfiableStatus = 416;
 constexpr int firstServerError = 500;
 
-/// A part may be told from another one of the same name by one of these.
+/// Headers that identify a version of the file, best first.
 constexpr const char *validators[] = {"ETag", "Last-Modified"};
 
 QString readable(qint64 bytes)
@@ -40,13 +40,13 @@ QString readable(qint64 bytes)
 QNetworkProxy proxyFor(const QUrl &address)
 {
     if (address.scheme() == QStringLiteral("http")) {
-        return QNetworkProxy::NoProxy; // This very machine.
+        return QNetworkProxy::NoProxy; // This machine.
     }
     const auto proxies = QNetworkProxyFactory::systemProxyForQuery(QNetworkProxyQuery(address));
     return proxies.isEmpty() ? QNetworkProxy(QNetworkProxy::NoProxy) : proxies.first();
 }
 
-/// What is known of a part: the address, and the server's mark where it gave one. Empty where nothing is.
+/// The notes on a partial file: its address, and the server's validator, if any. Empty if there are none.
 QJsonObject readNotes(const QString &partPath)
 {
     QFile file(notesPath(partPath));
@@ -78,7 +78,7 @@ ModelTransfer::~ModelTransfer()
     }
 }
 
-/// Runs a step of the transfer; what it throws ends the transfer.
+/// Runs a step of the transfer; an exception ends the transfer.
 template <typename Step>
 void ModelTransfer::guarded(Step step)
 {
@@ -91,7 +91,7 @@ void ModelTransfer::guarded(Step step)
 
 void ModelTransfer::begin(QNetworkAccessManager &manager)
 {
-    // Unbuffered, so that a full disk is noticed where it happens.
+    // Unbuffered, so that a full disk is noticed at the write that fails.
     if (!m_file.open(QFile::ReadWrite | QFile::Unbuffered, PrivateFile::permissions)) {
         throw Error(QStringLiteral("The download cannot be saved: %1").arg(m_file.errorString()));
     }
@@ -109,7 +109,7 @@ void ModelTransfer::begin(QNetworkAccessManager &manager)
     request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("Talmo"));
-    // Sizes and places are those of the file itself.
+    // Sizes and offsets must be those of the file itself.
     request.setRawHeader("Accept-Encoding", "identity");
     if (m_file.size() > 0) {
         request.setRawHeader("Range", "bytes=" + QByteArray::number(m_file.size()) + "-");
@@ -141,17 +141,18 @@ void ModelTransfer::fail(std::exception_ptr error)
 {
     m_completion->fail(std::move(error));
     if (m_reply != nullptr) {
-        m_reply->disconnect(this); // It is broken off with this, not in the middle of telling something.
+        // The destructor aborts the reply; aborting it within one of its signals is not safe.
+        m_reply->disconnect(this);
     }
 }
 
-/// Looks at the answer before anything of it goes into the file.
+/// Checks the response headers before anything is written to the file.
 void ModelTransfer::takeHeaders()
 {
     const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     switch (status) {
     case okStatus: {
-        // The whole file, whatever was asked for.
+        // The whole file, even if a range was requested.
         m_file.resize(0);
         m_file.seek(0);
         const auto length = m_reply->header(QNetworkRequest::ContentLengthHeader);
@@ -163,7 +164,7 @@ void ModelTransfer::takeHeaders()
         break;
     case rangeNotSatisfiableStatus:
         if (m_reply->rawHeader("Content-Range") == "bytes */" + QByteArray::number(m_file.size())) {
-            m_total = m_file.size(); // It was whole already.
+            m_total = m_file.size(); // The file was already complete.
             m_isWhole = true;
             break;
         }
@@ -219,7 +220,7 @@ void ModelTransfer::writeNotes() const
     QString validator;
     for (const char *name : validators) {
         const QString mark = QString::fromLatin1(m_reply->rawHeader(name));
-        const bool isWeak = mark.startsWith(QStringLiteral("W/")); // Not the same byte for byte.
+        const bool isWeak = mark.startsWith(QStringLiteral("W/")); // Does not guarantee byte-for-byte equality.
         validator = validator.isEmpty() && !isWeak ? mark : validator;
     }
     const QJsonObject notes{{QStringLiteral("address"), m_request.address.toString()},
@@ -234,7 +235,7 @@ void ModelTransfer::read()
     }
     const QByteArray bytes = m_reply->readAll();
     if (m_isWhole) {
-        return; // A page about the error.
+        return; // The body is an error page.
     }
     const auto limit = m_total ? m_total : m_request.size;
     if (m_file.size() + bytes.size() > limit.value_or(largestFile)) {
