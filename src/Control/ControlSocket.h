@@ -16,8 +16,8 @@ namespace ControlSocket {
 /// Larger requests and answers are refused.
 inline constexpr qint64 largestRequest = qint64(16) * 1024 * 1024;
 
-/// The socket's file, in the user's private runtime folder. One per display, since a request always means the user's
-/// current one.
+/// The socket's file, in the user's private runtime folder. One per display, since no request is meant
+/// for another one.
 QString path();
 /// The lock file beside it, which marks a running Talmo.
 QString lockPath();

@@ -34,7 +34,7 @@ public:
 
     /// The partial file of a model's download.
     QString partPath(const QString &name) const;
-    /// Creates an empty folder to unpack in.
+    /// Creates an empty folder to unpack in. The lock removes it if it is left over.
     QString makeWorkshop() const;
     /// Moves an unpacked folder into place as the model of that name, in one step: nothing is visible until then.
     /// Replaces an existing model. Throws Error.
