@@ -168,7 +168,7 @@ TEST_F(TalmoctlTest, cleanSaysWhyThereIsNoModelAndFormatsAllTheSame)
     const auto result = talmoctl({u"clean"_s}, "hello");
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.output, "Hello.\n");
-    EXPECT_THAT(result.errors, HasSubstr("no model server runs on this machine"));
+    EXPECT_THAT(result.errors, HasSubstr("no model server is running on this machine"));
 }
 
 TEST_F(TalmoctlTest, cleanRefusesAnAddressElsewhere)
