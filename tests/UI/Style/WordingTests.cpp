@@ -21,7 +21,7 @@ namespace {
 /// Every source text of the catalogue, in its order.
 QStringList catalogueSources()
 {
-    QFile file(QStringLiteral(TALMO_SOURCE "/src/Platform/Linux/Wording/talmo_en.ts"));
+    QFile file(QStringLiteral(TALMO_SOURCE "/src/Platform/Linux/System/Wording/talmo_en.ts"));
     EXPECT_TRUE(file.open(QFile::ReadOnly));
     QXmlStreamReader reader(&file);
     QStringList sources;
