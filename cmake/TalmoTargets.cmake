@@ -1,4 +1,4 @@
-# One place for what every target of ours has in common, so that no folder can forget a warning or a sanitizer.
+# The settings shared by all targets, so that no folder can miss a warning or a sanitizer.
 
 find_program(TALMO_CCACHE ccache)
 if(TALMO_CCACHE)
@@ -13,8 +13,8 @@ target_compile_definitions(TalmoOptions INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS QT_STRICT_ITERATORS)
 target_include_directories(TalmoOptions INTERFACE ${CMAKE_SOURCE_DIR}/src)
 
-# Hardening, which a test reads off the installed programs. The sanitizers have checks of their own in place of fortified
-# calls, and those need an optimised build.
+# Hardening, which a test verifies on the installed programs. The sanitizers have their own checks instead of fortified
+# calls, which need an optimised build.
 include(CheckPIESupported)
 check_pie_supported()
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
@@ -35,13 +35,13 @@ if(TALMO_SANITIZE)
 endif()
 
 if(TALMO_FUZZERS)
-  # Without it the fuzzer cannot see which inputs lead where.
+  # Provides the coverage feedback that guides the fuzzer.
   target_compile_options(TalmoOptions INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# talmo_precompile(NAME [WIDGETS] [TESTS]): reads the large headers precompiled, which more than halves the time of a
-# build: Qt's core and coroutines, and those of widgets or of the test framework where the target has many such files.
-# The two options let ccache see what is in it.
+# talmo_precompile(NAME [WIDGETS] [TESTS]): uses precompiled headers, which more than halves the build time: those of
+# Qt's core and coroutines, and those of widgets or of the test framework for targets with many such files. The two
+# compiler options let ccache detect changes in them.
 function(talmo_precompile name)
   if(NOT TALMO_PRECOMPILE)
     return()
@@ -76,7 +76,7 @@ function(talmo_precompile name)
   target_precompile_headers(${name} REUSE_FROM ${precompiled})
 endfunction()
 
-# talmo_library(NAME SOURCES … LINKS … [MOC] [WIDGETS]): a folder's library.
+# talmo_library(NAME SOURCES … LINKS … [MOC] [WIDGETS]): the library of a folder.
 function(talmo_library name)
   cmake_parse_arguments(ARG "MOC;WIDGETS" "" "SOURCES;LINKS" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Makes small inputs for the fuzzers to begin with.
+"""Creates small initial inputs for the fuzzers.
 
   make_seeds.py FOLDER     writes FOLDER/NAME/… for each fuzzer NAME that needs them
 """
@@ -15,7 +15,7 @@ root = pathlib.Path(sys.argv[1])
 
 
 def seed(fuzzer, name, content, choice=b""):
-    """The fuzzers take their choices from the end of the input."""
+    """Writes one seed. The fuzzers read their choices from the end of the input."""
     folder = root / fuzzer
     folder.mkdir(parents=True, exist_ok=True)
     (folder / name).write_bytes((content if isinstance(content, bytes) else content.encode()) + choice)
@@ -34,7 +34,7 @@ def archives():
                 info.linkname = "../outside" if kind == tarfile.SYMTYPE else ""
                 archive.addfile(info, io.BytesIO(content))
         seed("archive", suffix, out.getvalue())
-    # One for everything that is refused; what is near them is found from there.
+    # One seed per kind of rejection; the fuzzer finds its variations from there.
     file, hard, long = tarfile.REGTYPE, tarfile.LNKTYPE, b"x" * 1990
     for name, members in {"upwards": [("m/../../outside", file, b"x")], "absolute": [("/dev/shm/outside", file, b"x")],
                           "hardlink": [("a", file, b"x"), ("b", hard, b"")], "device": [("a", tarfile.CHRTYPE, b"")],

@@ -1,4 +1,4 @@
-"""The changes that scripts/mutate makes: what is changed, and where in a file."""
+"""The changes that scripts/mutate makes, and where in a file they apply."""
 
 import dataclasses
 import itertools
@@ -33,7 +33,7 @@ SWAPPED_NAMES = {
     "Granted": "Denied", "Denied": "NotDetermined", "max": "min", "min": "max", "front": "back", "back": "front",
     "startsWith": "endsWith", "endsWith": "startsWith",
 }
-# What these open or declare is no statement that could be left out.
+# These open or declare something, so they cannot be left out.
 NO_STATEMENT = {
     "return", "co_return", "if", "else", "for", "while", "do", "switch", "case", "default", "break", "continue", "using",
     "const", "constexpr", "static", "auto", "struct", "class", "enum", "namespace", "template", "public", "private",
@@ -42,9 +42,9 @@ NO_STATEMENT = {
 }
 
 
-# Two of these in a row may change places: nobody is called who could see the one without the other.
+# Two of these in a row may be swapped: no other code runs in between and could see the difference.
 PLAIN_ASSIGNMENT = re.compile(r"[\w.>-]+(?: = [^()]*|\.(?:reset|clear)\(\));")
-# Neither does it matter which property of a view is set first, or which signal is connected first.
+# The order in which properties of a view are set or signals are connected does not matter either.
 PROPERTY = re.compile(r"(?:[\w]+(?:->|\.))?(?:set[A-Z]\w*|connect)\(.*", re.DOTALL)
 
 
@@ -82,7 +82,7 @@ def shorten(text):
 
 @dataclasses.dataclass(frozen=True)
 class Region:
-    """A part of a file that can be written several times, so that a switch chooses one while the program runs.
+    """A part of a file that can be repeated in variants, one of which a switch selects at run time.
 
     form: "run" and "statement" are whole statements, "condition" and "value" expressions, "entry" a function's brace.
     """
@@ -121,7 +121,7 @@ class Mutator:
                                        before))
 
     def is_spaced(self, token):
-        """A binary operator, as the formatter sets them."""
+        """A binary operator, recognised by the formatter's spaces."""
         before = self.text[token.start - 1:token.start]
         after = self.text[token.end:token.end + 1]
         return before.isspace() and after.isspace()
@@ -212,7 +212,7 @@ class Mutator:
                 if closed.is_block:
                     self.swap(closed.statements)
                 if token.text == "}" and stack[-1].opener in ("", "{"):
-                    # After a block, unless the brace belongs to an expression that goes on.
+                    # After a block, unless the brace belongs to an expression that continues.
                     following = self.tokens[index + 1].text if index + 1 < len(self.tokens) else ""
                     if following not in (";", ",", ")", "."):
                         stack[-1].first = index + 1
@@ -241,7 +241,7 @@ class Mutator:
                    for position, token in enumerate(self.tokens[max(0, index - 8):index], max(0, index - 8)))
 
     def statement(self, first, last):
-        """(start, end) of a statement that may be left out, after adding its own changes; None for others."""
+        """Adds a statement's own changes; returns its (start, end) if it may be left out, else None."""
         if first >= last:
             return None
         tokens = self.tokens[first:last]
@@ -261,7 +261,7 @@ class Mutator:
         return start, end
 
     def note_value(self, first, last):
-        """The value that a declaration gives its variable."""
+        """Adds the initial value in a declaration as a region."""
         tokens = self.tokens[first:last]
         signs = [position for position, token in enumerate(tokens) if token.text == "="]
         words = {token.text for token in tokens[:signs[0]]} if signs else set()
@@ -277,7 +277,7 @@ class Mutator:
             return False
         position = 1
         angle = 0
-        while position < len(tokens):  # Past a qualified name with its arguments.
+        while position < len(tokens):  # Skips a qualified name and its template arguments.
             text = tokens[position].text
             angle += text == "<"
             angle -= text == ">"

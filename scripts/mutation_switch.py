@@ -1,18 +1,18 @@
-"""One program that holds many changes: which of them is made is chosen by a variable of the environment."""
+"""Builds one program with many changes, one of which an environment variable selects."""
 
 import re
 
 VARIABLE = "TALMO_MUTANT"
 PROLOGUE = (
     "#include <cstdlib>\n"
-    # A function, since what asks may be initialised before a variable is.
+    # A function, since a variable might be read before it is initialised.
     "namespace { int talmoNumber() { static const int number = std::getenv(\"" + VARIABLE + "\") != nullptr "
     "? std::atoi(std::getenv(\"" + VARIABLE + "\")) : 0; return number; } }\n"
     "#define talmoMutant talmoNumber()\n")
 
 
 class Switch:
-    """Writes a file with all of the given changes that a switch can hold."""
+    """Writes a file with all of the given changes that a switch can select."""
 
     def __init__(self, text, mutants, regions):
         self.text = text
@@ -50,13 +50,13 @@ class Switch:
         return PROLOGUE + body
 
     def render(self, start, end, order, used):
-        """The text from start to end, with a switch in place of each of the outermost regions in it."""
+        """The text from start to end, with a switch in place of each outermost region in it."""
         parts, position = [], start
         inside = [region for region in order if start <= region.start and region.end <= end]
         while inside:
             region, inside = inside[0], inside[1:]
             before = self.text[position:region.start]
-            if region.form == "value":  # What is chosen at run time is no constant expression.
+            if region.form == "value":  # A value selected at run time is not a constant expression.
                 cut = max(before.rfind(";"), before.rfind("{"), before.rfind("}")) + 1
                 before = before[:cut] + re.sub(r"\bconstexpr\b", "const", before[cut:])
             parts.append(before)
@@ -85,7 +85,7 @@ class Switch:
 
 
 def blamed(written, errors, switch):
-    """The changes on the lines of the errors, else those of the statement that the line belongs to."""
+    """The changes on the lines with errors, or else those of the statements that contain the lines."""
     by_number = {number: mutant for mutant, number in switch.numbers.items()}
     lines = {int(line) for line in errors}
     active, recent, found = set(), [], set()

@@ -1,4 +1,4 @@
-# Completion of talmoctl for bash.
+# Bash completion for talmoctl.
 
 _talmoctl() {
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} options
