@@ -62,7 +62,7 @@ function(talmo_precompile name)
     list(APPEND headers <gmock/gmock.h> <gtest/gtest.h>)
     list(APPEND links GTest::gmock GTest::gtest)
     string(APPEND precompiled Tests)
-    # What is tested is optimised like what people run; optimising the tests as well takes minutes and tests nothing.
+    # The tested code is optimised as in a release; optimising the tests too would only cost minutes of build time.
     list(APPEND options -O0 -U_FORTIFY_SOURCE)
   endif()
   if(NOT TARGET ${precompiled})

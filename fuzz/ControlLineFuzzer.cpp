@@ -56,7 +56,7 @@ void checkAnswer(const QByteArray &answer)
     try {
         ControlSocket::checkAnswer(answer);
         require(answer.trimmed().startsWith('{'));
-    } catch (const Error &) { // NOLINT(bugprone-empty-catch): what is no answer is an error.
+    } catch (const Error &) { // NOLINT(bugprone-empty-catch): a malformed reply is an error.
     }
 }
 

@@ -10,7 +10,7 @@ class Picker final : public QComboBox {
 public:
     Picker()
     {
-        // Not by the wheel: a page that scrolls past would leave the focus on whatever was under the pointer.
+        // No focus by the wheel: scrolling the page would move the focus to whatever is under the pointer.
         setFocusPolicy(Qt::StrongFocus);
     }
 

@@ -237,7 +237,7 @@ std::shared_ptr<SherpaLibrary::Recogniser> SherpaLibrary::Recogniser::load(std::
     const void *handle = nullptr;
     try {
         handle = library->m_functions->createRecogniser(&config);
-    } catch (...) { // NOLINT(bugprone-empty-catch): it throws what is unknown here, and means the same as null.
+    } catch (...) { // NOLINT(bugprone-empty-catch): exceptions of unknown types mean the same as null.
     }
     if (handle == nullptr) {
         throw Error(QStringLiteral("The model in %1 could not be loaded.").arg(model.folder));

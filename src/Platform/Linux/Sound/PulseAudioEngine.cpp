@@ -52,7 +52,7 @@ bool PulseAudioEngine::askForAccess()
 {
     try {
         ensureConnection(soon());
-    } catch (const Error &) { // NOLINT(bugprone-empty-catch): no server refuses nothing, and a refusal is noted.
+    } catch (const Error &) { // NOLINT(bugprone-empty-catch): a missing server is no refusal; a refusal is noted.
     }
     return !isAccessRefused();
 }
@@ -179,7 +179,7 @@ void PulseAudioEngine::warmUp()
         capture->keep();
         const std::lock_guard lock(m_mutex);
         m_capture = std::move(capture);
-    } catch (const Error &) { // NOLINT(bugprone-empty-catch): the start meets the same and tells the user.
+    } catch (const Error &) { // NOLINT(bugprone-empty-catch): start() will report the error.
     }
 }
 

@@ -31,7 +31,7 @@ QCoro::Task<void> waitForFocus(std::shared_ptr<Clock> clock, quint32 window, std
         while (focusedWindow() != window && clock->now() < deadline) {
             co_await clock->sleep(pause);
         }
-    } catch (const Cancelled &) { // NOLINT(bugprone-empty-catch): a wait cut short counts as waited.
+    } catch (const Cancelled &) { // NOLINT(bugprone-empty-catch): a cancelled wait counts as finished.
     }
     done->finish();
 }
