@@ -34,7 +34,7 @@ TEST(OutputSanitizer, trims)
            {u"\u00A0Hello.\u3000"_s, u"Hello."_s}});
 }
 
-TEST(OutputSanitizer, dropsTheArrowOfTheExamples)
+TEST(OutputSanitizer, removesLeadingArrow)
 {
     check({{u"-> Could you please send me the file?"_s, u"Could you please send me the file?"_s},
            {u"  ->   Hello."_s, u"Hello."_s},
@@ -45,7 +45,7 @@ TEST(OutputSanitizer, dropsTheArrowOfTheExamples)
            {u"-> "_s, u"->"_s}}); // Trimmed first, so no arrow with its space is left.
 }
 
-TEST(OutputSanitizer, dropsAPreambleParagraph)
+TEST(OutputSanitizer, removesPreambleParagraph)
 {
     for (const auto &opening : {u"Sure,"_s, u"sure!"_s, u"SURE -"_s, u"Certainly,"_s, u"Certainly!"_s, u"Of course,"_s,
                                 u"Of course!"_s, u"Here's"_s, u"Here is"_s, u"Here you go"_s}) {
@@ -65,7 +65,7 @@ TEST(OutputSanitizer, dropsAPreambleParagraph)
            {u"I'm sure, yes.\n\nHello."_s, u"I'm sure, yes.\n\nHello."_s}});
 }
 
-TEST(OutputSanitizer, dropsThePairOfTags)
+TEST(OutputSanitizer, removesTranscriptTags)
 {
     check({{u"<transcript>Hello.</transcript>"_s, u"Hello."_s},
            {u"<transcript>Hello."_s, u"<transcript>Hello."_s},
@@ -75,7 +75,7 @@ TEST(OutputSanitizer, dropsThePairOfTags)
            {u"<transcript> Hello. </transcript>"_s, u"Hello."_s}});
 }
 
-TEST(OutputSanitizer, dropsACodeFence)
+TEST(OutputSanitizer, removesCodeFence)
 {
     check({{u"```\nHello.\n```"_s, u"Hello."_s},
            {u"```text\nHello.\n```"_s, u"text\nHello."_s}, // A language word stays.
@@ -86,7 +86,7 @@ TEST(OutputSanitizer, dropsACodeFence)
            {u"```"_s, u""_s}});
 }
 
-TEST(OutputSanitizer, dropsAPairOfQuotationMarks)
+TEST(OutputSanitizer, removesEnclosingQuotationMarks)
 {
     check({{u"\"Hello.\""_s, u"Hello."_s},
            {u"\""_s, u"\""_s},
@@ -108,7 +108,7 @@ TEST(OutputSanitizer, dropsAPairOfQuotationMarks)
            {u"\" Hello. \""_s, u"Hello."_s}});
 }
 
-TEST(OutputSanitizer, oneThingAfterTheOtherInThisOrder)
+TEST(OutputSanitizer, appliesStepsInOrder)
 {
     check({{u"-> Sure, here you go:\n\n<transcript>```\"Hello.\"```</transcript>"_s, u"Hello."_s},
            // The fence is seen before the quotation marks, so those inside it go, and those around it hide it.
@@ -122,7 +122,7 @@ TEST(OutputSanitizer, oneThingAfterTheOtherInThisOrder)
            {u"Sure,\n\n-> Hello."_s, u"-> Hello."_s}});
 }
 
-TEST(OutputSanitizer, leavesAnAnswerThatIsOnlyTextAlone)
+TEST(OutputSanitizer, leavesPlainTextUnchanged)
 {
     check({{u"- milk\n- eggs"_s, u"- milk\n- eggs"_s},
            {u"Hello.\n\nWorld."_s, u"Hello.\n\nWorld."_s},
@@ -131,7 +131,7 @@ TEST(OutputSanitizer, leavesAnAnswerThatIsOnlyTextAlone)
 
 /// Where the answer carries none of the marks, a second pass finds nothing to do. Where it carries some, a second pass
 /// may find more, since each mark is taken once and in order: the rows above show which.
-TEST(OutputSanitizer, isIdempotentOnTextWithoutMarks)
+TEST(OutputSanitizer, isIdempotentOnUnmarkedText)
 {
     std::mt19937 random(4711); // NOLINT(cert-msc51-cpp): the same texts every time.
     const std::vector<QString> pieces{u"hello"_s,  u" "_s,  u"\n"_s, u"\n\n"_s,   u"- "_s, u"."_s,
@@ -148,7 +148,7 @@ TEST(OutputSanitizer, isIdempotentOnTextWithoutMarks)
 }
 
 /// It only ever takes away from the ends and, once, a paragraph: what is left stands in the answer as it was.
-TEST(OutputSanitizer, addsNothingAndChangesNothingWithin)
+TEST(OutputSanitizer, resultIsTrimmedSubstringOfAnswer)
 {
     std::mt19937 random(815); // NOLINT(cert-msc51-cpp)
     const std::vector<QString> pieces{

@@ -81,7 +81,7 @@ TYPED_TEST(AudioEngineContract, hasAFormat)
     EXPECT_GT(format.channelCount, 0U);
 }
 
-TYPED_TEST(AudioEngineContract, handsOnBuffersOfTheSizeAskedFor)
+TYPED_TEST(AudioEngineContract, deliversBuffersOfRequestedSize)
 {
     this->start();
     EXPECT_TRUE(this->waitForFrames(10000));
@@ -89,7 +89,7 @@ TYPED_TEST(AudioEngineContract, handsOnBuffersOfTheSizeAskedFor)
     EXPECT_EQ(this->longest, 2048U);
 }
 
-TYPED_TEST(AudioEngineContract, noHandlerRunsOnceTheTapIsRemoved)
+TYPED_TEST(AudioEngineContract, callsNoHandlerAfterTapIsRemoved)
 {
     this->start();
     EXPECT_TRUE(this->waitForFrames(1));
@@ -111,7 +111,7 @@ TYPED_TEST(AudioEngineContract, canBeStartedAgain)
     }
 }
 
-TYPED_TEST(AudioEngineContract, removingWithoutATapIsHarmless)
+TYPED_TEST(AudioEngineContract, removingMissingTapIsHarmless)
 {
     this->subject.engine.removeTap();
     this->subject.engine.stop();
@@ -135,7 +135,7 @@ protected:
 
 } // namespace
 
-TEST_F(PulseAudioEngineTest, stopIsShortAndDeliversTheLastWordWithSilenceBehindIt)
+TEST_F(PulseAudioEngineTest, stopIsQuickAndPadsLastWordWithSilence)
 {
     std::atomic<int> buffers = 0;
     std::atomic<quint32> lastLength = 0;
@@ -157,7 +157,7 @@ TEST_F(PulseAudioEngineTest, stopIsShortAndDeliversTheLastWordWithSilenceBehindI
     EXPECT_LT(took, 500ms);      // The bound of 30 ms is benchmarked; here only that nothing hangs.
 }
 
-TEST_F(PulseAudioEngineTest, withoutAMicrophoneSaysSoAndTheNextStartWorks)
+TEST_F(PulseAudioEngineTest, reportsMissingMicrophoneAndRecovers)
 {
     auto engine = std::make_shared<PulseAudioEngine>();
     AudioRecorder recorder(engine);
@@ -168,7 +168,7 @@ TEST_F(PulseAudioEngineTest, withoutAMicrophoneSaysSoAndTheNextStartWorks)
     recorder.stop();
 }
 
-TEST_F(PulseAudioEngineTest, withoutAServerSaysSoAndTheNextStartWorks)
+TEST_F(PulseAudioEngineTest, reportsMissingServerAndRecovers)
 {
     auto engine = std::make_shared<PulseAudioEngine>();
     AudioRecorder recorder(engine);
@@ -179,7 +179,7 @@ TEST_F(PulseAudioEngineTest, withoutAServerSaysSoAndTheNextStartWorks)
     recorder.stop();
 }
 
-TEST_F(PulseAudioEngineTest, aServerThatDiesInMidRecordingIsLeftAndTheNextStartConnectsAnew)
+TEST_F(PulseAudioEngineTest, reconnectsAfterServerDiesWhileRecording)
 {
     auto engine = std::make_shared<PulseAudioEngine>();
     AudioRecorder recorder(engine);
@@ -192,7 +192,7 @@ TEST_F(PulseAudioEngineTest, aServerThatDiesInMidRecordingIsLeftAndTheNextStartC
     recorder.stop();
 }
 
-TEST_F(PulseAudioEngineTest, aServerThatStopsAnsweringDoesNotHang)
+TEST_F(PulseAudioEngineTest, unresponsiveServerDoesNotHang)
 {
     auto engine = std::make_shared<PulseAudioEngine>();
     AudioRecorder recorder(engine);
@@ -205,7 +205,7 @@ TEST_F(PulseAudioEngineTest, aServerThatStopsAnsweringDoesNotHang)
     recorder.stop();
 }
 
-TEST_F(PulseAudioEngineTest, aServerThatRefusesDeniesTheMicrophoneUntilItLetsTalmoIn)
+TEST_F(PulseAudioEngineTest, refusingServerDeniesMicrophoneUntilItAccepts)
 {
     QFile secret(subject->folder.filePath(u"wrong-secret"_s));
     ASSERT_TRUE(secret.open(QFile::WriteOnly));
@@ -236,7 +236,7 @@ TEST_F(PulseAudioEngineTest, aServerThatRefusesDeniesTheMicrophoneUntilItLetsTal
     recorder.stop();
 }
 
-TEST_F(PulseAudioEngineTest, aServerThatIsNotThereDeniesNothing)
+TEST_F(PulseAudioEngineTest, missingServerDoesNotDenyMicrophone)
 {
     const auto engine = std::make_shared<PulseAudioEngine>();
     subject->sound.killServer();
@@ -245,7 +245,7 @@ TEST_F(PulseAudioEngineTest, aServerThatIsNotThereDeniesNothing)
     EXPECT_FALSE(engine->isAccessRefused());
 }
 
-TEST_F(PulseAudioEngineTest, aStreamMadeAheadIsUsedOrLetGo)
+TEST_F(PulseAudioEngineTest, preparedStreamIsUsedOrReleased)
 {
     auto engine = std::make_shared<PulseAudioEngine>();
     AudioRecorder recorder(engine);

@@ -1,6 +1,6 @@
 // Real speech, real recogniser, real windows. Only sentences that the engine reliably gets are asserted word by word.
 
-#include "EndToEnd/TalmoRun.h"
+#include "EndToEnd/TalmoFixture.h"
 
 #include "Support/Printing.h"
 
@@ -10,7 +10,9 @@ namespace talmo::test {
 
 using namespace std::chrono_literals;
 
-TEST_F(TalmoRun, holdingTheKeyDictatesIntoAQtProgram)
+using DictationEndToEndTest = TalmoFixture;
+
+TEST_F(DictationEndToEndTest, holdingKeyDictatesIntoQtProgram)
 {
     openQtWindow();
     startTalmo();
@@ -21,7 +23,7 @@ TEST_F(TalmoRun, holdingTheKeyDictatesIntoAQtProgram)
     EXPECT_EQ(quitTalmo(), 0);
 }
 
-TEST_F(TalmoRun, holdingTheKeyDictatesIntoAGtkProgram)
+TEST_F(DictationEndToEndTest, holdingKeyDictatesIntoGtkProgram)
 {
     openWindow(QStringLiteral(TALMO_BIN "/talmo-gtk-window"));
     startTalmo();
@@ -30,7 +32,7 @@ TEST_F(TalmoRun, holdingTheKeyDictatesIntoAGtkProgram)
     EXPECT_EQ(quitTalmo(), 0);
 }
 
-TEST_F(TalmoRun, holdingTheKeyDictatesIntoXterm)
+TEST_F(DictationEndToEndTest, holdingKeyDictatesIntoXterm)
 {
     const QString file = desktop.folder() + u"/typed"_s;
     QFile(file).open(QFile::WriteOnly);
@@ -49,7 +51,7 @@ TEST_F(TalmoRun, holdingTheKeyDictatesIntoXterm)
     EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
 }
 
-TEST_F(TalmoRun, aDoubleTapDictatesHandsFreeUntilTheNextPress)
+TEST_F(DictationEndToEndTest, doubleTapDictatesHandsFreeUntilNextPress)
 {
     openQtWindow();
     startTalmo();
@@ -62,7 +64,7 @@ TEST_F(TalmoRun, aDoubleTapDictatesHandsFreeUntilTheNextPress)
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
 }
 
-TEST_F(TalmoRun, theTextArrivesWhileRightCtrlIsStillHeld)
+TEST_F(DictationEndToEndTest, insertsTextWhileRightCtrlIsHeld)
 {
     openQtWindow();
     startTalmo();
@@ -75,7 +77,7 @@ TEST_F(TalmoRun, theTextArrivesWhileRightCtrlIsStillHeld)
     keyboard.release(key);
 }
 
-TEST_F(TalmoRun, heldShiftAndSuperDoNotSpoilThePaste)
+TEST_F(DictationEndToEndTest, heldShiftAndSuperDoNotBreakPaste)
 {
     openQtWindow();
     startTalmo();
@@ -90,7 +92,7 @@ TEST_F(TalmoRun, heldShiftAndSuperDoNotSpoilThePaste)
     keyboard.release(testbed::VirtualKeyboard::shiftLeft);
 }
 
-TEST_F(TalmoRun, aKeyboardWithoutALatinLetterPastesToo)
+TEST_F(DictationEndToEndTest, pastesOnKeyboardWithoutLatinLetters)
 {
     testbed::ChildProcess layout(u"setxkbmap"_s, {u"ru"_s}, environment);
     ASSERT_TRUE(testbed::waitUntil([&layout] { return !layout.isRunning(); }, patience));
@@ -100,7 +102,7 @@ TEST_F(TalmoRun, aKeyboardWithoutALatinLetterPastesToo)
     EXPECT_TRUE(windowShows(u"Hello world."_s));
 }
 
-TEST_F(TalmoRun, twoDictationsWithinASecondBothArriveAndTheClipboardIsAsItWas)
+TEST_F(DictationEndToEndTest, twoDictationsWithinASecondArriveAndRestoreClipboard)
 {
     openQtWindow();
     startTalmo();
@@ -113,7 +115,7 @@ TEST_F(TalmoRun, twoDictationsWithinASecondBothArriveAndTheClipboardIsAsItWas)
     EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
 }
 
-TEST_F(TalmoRun, rightCtrlAsAModifierRecordsNothing)
+TEST_F(DictationEndToEndTest, rightCtrlAsModifierRecordsNothing)
 {
     openQtWindow();
     startTalmo();
@@ -133,7 +135,7 @@ TEST_F(TalmoRun, rightCtrlAsAModifierRecordsNothing)
     EXPECT_EQ(recordings, 1);
 }
 
-TEST_F(TalmoRun, nothingSpokenIsNoSpeechAndTheNextDictationWorks)
+TEST_F(DictationEndToEndTest, silenceReportsNoSpeechAndNextDictationWorks)
 {
     openQtWindow();
     startTalmo();

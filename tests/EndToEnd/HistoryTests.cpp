@@ -1,6 +1,6 @@
 // A real clipboard history beside Talmo: it records what people copy, and not what they dictate.
 
-#include "EndToEnd/TalmoRun.h"
+#include "EndToEnd/TalmoFixture.h"
 
 #include "Support/Printing.h"
 
@@ -8,7 +8,7 @@ namespace talmo::test {
 
 namespace {
 
-class HistoryRun : public TalmoRun {
+class HistoryEndToEndTest : public TalmoFixture {
 protected:
     /// What a program says on its standard output; `input` is what it reads.
     QByteArray run(const QString &program, const QStringList &arguments, const QByteArray &input = {})
@@ -31,7 +31,7 @@ protected:
 
 } // namespace
 
-TEST_F(HistoryRun, copyQRecordsCopiesButNoDictation)
+TEST_F(HistoryEndToEndTest, copyQRecordsCopiesButNoDictation)
 {
     testbed::ChildProcess copyQ(u"copyq"_s, {}, environment);
     // What is copied before it listens is not recorded.

@@ -1,6 +1,6 @@
 // Nothing is dictated, so nothing happens: no timer, no repaint, no wake-up, in any thread.
 
-#include "EndToEnd/TalmoRun.h"
+#include "EndToEnd/TalmoFixture.h"
 
 #include "DesktopParts.h"
 #include "Support/Printing.h"
@@ -14,6 +14,8 @@ namespace talmo::test {
 using namespace std::chrono_literals;
 
 namespace {
+
+using IdleEndToEndTest = TalmoFixture;
 
 constexpr auto watched = 30s;
 /// Until what belongs to a dictation is over: the microphone's stream, the clipboard's restore, and the threads with
@@ -41,7 +43,7 @@ QStringList callsMade(const QString &file)
 
 } // namespace
 
-TEST_F(TalmoRun, nothingWakesUpWhileNothingIsDictated)
+TEST_F(IdleEndToEndTest, noThreadWakesUpWhileIdle)
 {
     const auto tray = testbed::startTray(environment);
     openQtWindow();

@@ -1,6 +1,6 @@
 // talmoctl insert: through the Talmo that runs, and without one.
 
-#include "EndToEnd/TalmoRun.h"
+#include "EndToEnd/TalmoFixture.h"
 
 #include "Support/Printing.h"
 
@@ -14,7 +14,7 @@ namespace talmo::test {
 
 namespace {
 
-class InsertCommandRun : public TalmoRun {
+class InsertCommandEndToEndTest : public TalmoFixture {
 protected:
     /// Its exit status, once the caller may go on.
     int insert(const QByteArray &text, const QStringList &options = {})
@@ -55,7 +55,7 @@ protected:
 
 } // namespace
 
-TEST_F(InsertCommandRun, insertsThroughTheTalmoThatRuns)
+TEST_F(InsertCommandEndToEndTest, insertsThroughRunningTalmo)
 {
     openQtWindow();
     startTalmo();
@@ -68,7 +68,7 @@ TEST_F(InsertCommandRun, insertsThroughTheTalmoThatRuns)
     EXPECT_FALSE(QFileInfo::exists(socketPath()));
 }
 
-TEST_F(InsertCommandRun, manyAtOnceTakeTurns)
+TEST_F(InsertCommandEndToEndTest, concurrentCommandsTakeTurns)
 {
     openQtWindow();
     startTalmo();
@@ -89,7 +89,7 @@ TEST_F(InsertCommandRun, manyAtOnceTakeTurns)
     EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
 }
 
-TEST_F(InsertCommandRun, withoutTalmoItStaysUntilAnotherProgramTakesTheClipboard)
+TEST_F(InsertCommandEndToEndTest, withoutTalmoStaysUntilClipboardOwnerChanges)
 {
     openQtWindow();
     copy(u"clipboard before"_s);
@@ -101,7 +101,7 @@ TEST_F(InsertCommandRun, withoutTalmoItStaysUntilAnotherProgramTakesTheClipboard
     EXPECT_TRUE(isAlone());
 }
 
-TEST_F(InsertCommandRun, withoutTalmoAnEmptyClipboardNeedsNobody)
+TEST_F(InsertCommandEndToEndTest, withoutTalmoEmptyClipboardLeavesNoProcess)
 {
     openQtWindow();
     EXPECT_EQ(insert("typed by a script"), 0) << output.toStdString();
@@ -110,7 +110,7 @@ TEST_F(InsertCommandRun, withoutTalmoAnEmptyClipboardNeedsNobody)
     EXPECT_TRUE(isClipboardEmpty());
 }
 
-TEST_F(InsertCommandRun, withoutTalmoItEndsWithTheDisplay)
+TEST_F(InsertCommandEndToEndTest, withoutTalmoEndsWithTheDisplay)
 {
     openQtWindow();
     copy(u"clipboard before"_s);
@@ -119,7 +119,7 @@ TEST_F(InsertCommandRun, withoutTalmoItEndsWithTheDisplay)
     EXPECT_TRUE(isAlone());
 }
 
-TEST_F(InsertCommandRun, aSocketThatATalmoLeftBehindIsNoTalmo)
+TEST_F(InsertCommandEndToEndTest, staleSocketCountsAsNoTalmo)
 {
     openQtWindow();
     startTalmo();
@@ -132,7 +132,7 @@ TEST_F(InsertCommandRun, aSocketThatATalmoLeftBehindIsNoTalmo)
     EXPECT_TRUE(windowShows(u"typed by a script and again"_s));
 }
 
-TEST_F(InsertCommandRun, aTalmoThatHangsIsSaidAndNothingIsTypedTwice)
+TEST_F(InsertCommandEndToEndTest, hangingTalmoIsReportedAndNothingIsTypedTwice)
 {
     openQtWindow();
     startTalmo();
@@ -142,7 +142,7 @@ TEST_F(InsertCommandRun, aTalmoThatHangsIsSaidAndNothingIsTypedTwice)
     ::kill(static_cast<pid_t>(talmo->processId()), SIGCONT);
 }
 
-TEST_F(InsertCommandRun, lineEndsAndTextsOfAnyKindArriveAsTheyAre)
+TEST_F(InsertCommandEndToEndTest, insertsLineEndsAndAnyTextUnchanged)
 {
     openQtWindow();
     EXPECT_EQ(insert("one\ntwo\n", {u"--raw"_s}), 0) << output.toStdString();
@@ -152,7 +152,7 @@ TEST_F(InsertCommandRun, lineEndsAndTextsOfAnyKindArriveAsTheyAre)
     EXPECT_TRUE(output.contains("there is nothing to insert")) << output.toStdString();
 }
 
-TEST_F(InsertCommandRun, whatIsNoRequestIsRefusedAndTheNextOneServed)
+TEST_F(InsertCommandEndToEndTest, refusesMalformedRequestAndServesTheNext)
 {
     openQtWindow();
     startTalmo();

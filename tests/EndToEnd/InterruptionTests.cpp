@@ -1,6 +1,6 @@
 // Somebody speaks on, quits or logs out while a sentence is not in its window yet: it arrives all the same.
 
-#include "EndToEnd/TalmoRun.h"
+#include "EndToEnd/TalmoFixture.h"
 
 #include "SpokenText.h"
 #include "Support/Printing.h"
@@ -15,7 +15,7 @@ using namespace std::chrono_literals;
 namespace {
 
 /// The model server takes the request and never answers.
-class InterruptionRun : public TalmoRun {
+class InterruptionEndToEndTest : public TalmoFixture {
 protected:
     void beEditing()
     {
@@ -41,7 +41,7 @@ protected:
 
 } // namespace
 
-TEST_F(InterruptionRun, aPressDuringTheEditInsertsTheSentenceAndHearsTheNextFromThePressOn)
+TEST_F(InterruptionEndToEndTest, pressDuringEditInsertsSentenceAndRecordsNext)
 {
     beEditing();
     keyboard.press(key);
@@ -53,7 +53,7 @@ TEST_F(InterruptionRun, aPressDuringTheEditInsertsTheSentenceAndHearsTheNextFrom
     EXPECT_EQ(quitTalmo(), 0);
 }
 
-TEST_F(InterruptionRun, aDoubleTapDuringTheEditHearsTheNextHandsFree)
+TEST_F(InterruptionEndToEndTest, doubleTapDuringEditRecordsNextHandsFree)
 {
     beEditing();
     doubleTap();
@@ -64,14 +64,14 @@ TEST_F(InterruptionRun, aDoubleTapDuringTheEditHearsTheNextHandsFree)
     EXPECT_TRUE(windowShows(u"Hello world.Edited thanks."_s));
 }
 
-TEST_F(InterruptionRun, quittingWhileTheModelThinksInsertsTheSentence)
+TEST_F(InterruptionEndToEndTest, quittingWhileModelEditsInsertsSentence)
 {
     beEditing();
     EXPECT_EQ(quitTalmo(), 0);
     EXPECT_TRUE(windowShows(u"Hello world."_s));
 }
 
-TEST_F(InterruptionRun, quittingWhileRecordingInsertsTheSentence)
+TEST_F(InterruptionEndToEndTest, quittingWhileRecordingInsertsSentence)
 {
     openQtWindow();
     startTalmo();
@@ -83,7 +83,7 @@ TEST_F(InterruptionRun, quittingWhileRecordingInsertsTheSentence)
     keyboard.release(key);
 }
 
-TEST_F(InterruptionRun, theSessionEndsOnlyOnceTheSentenceIsInserted)
+TEST_F(InterruptionEndToEndTest, sessionEndWaitsUntilSentenceIsInserted)
 {
     testbed::ChildProcess manager(QStringLiteral(TALMO_BIN "/talmo-session-manager"), {}, environment);
     const auto address = manager.waitForLine(u"address "_s, patience);
@@ -102,7 +102,7 @@ TEST_F(InterruptionRun, theSessionEndsOnlyOnceTheSentenceIsInserted)
     EXPECT_TRUE(testbed::waitUntil([this] { return !talmo->isRunning(); }, patience));
 }
 
-TEST_F(InterruptionRun, aSecondRequestToQuitNeitherHangsNorCostsTheSentence)
+TEST_F(InterruptionEndToEndTest, secondQuitRequestNeitherHangsNorLosesSentence)
 {
     beEditing();
     ::kill(static_cast<pid_t>(talmo->processId()), SIGTERM);
@@ -111,7 +111,7 @@ TEST_F(InterruptionRun, aSecondRequestToQuitNeitherHangsNorCostsTheSentence)
     EXPECT_TRUE(windowShows(u"Hello world."_s));
 }
 
-TEST_F(InterruptionRun, aHoldReleasedBeforeTheRecordingBeganLeavesNoMicrophoneOn)
+TEST_F(InterruptionEndToEndTest, holdReleasedBeforeRecordingStartsClosesMicrophone)
 {
     openQtWindow();
     startTalmo();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "EndToEnd/TalmoRun.h"
+#include "EndToEnd/TalmoFixture.h"
 #include "Support/Printing.h"
 
 #include <vector>
@@ -27,10 +27,10 @@ struct FaultRegistration {
 /// A test that is also a row of the table.
 #define FAULT(area, name, fault, seen)                                                                                 \
     static const FaultRegistration area##name##Row(#area, fault, seen);                                                \
-    TEST_F(FaultRun, area##name)
+    TEST_F(FaultTest, area##name)
 
 /// Something goes wrong, and the dictation after it works.
-class FaultRun : public TalmoRun {
+class FaultTest : public TalmoFixture {
 protected:
     /// A new window, since the fault may have cost the old one.
     void nextDictationWorks()

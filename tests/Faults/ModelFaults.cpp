@@ -9,7 +9,7 @@ namespace talmo::test {
 namespace {
 
 /// Talmo sees another folder of the embedded model than the rest of the machine does.
-class ModelFault : public FaultRun {
+class ModelFault : public FaultTest {
 protected:
     /// `damage`: shell commands on a copy of the model, which lies in "$model".
     void errorAfter(const QString &damage)

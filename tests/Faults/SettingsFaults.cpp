@@ -8,7 +8,7 @@ namespace talmo::test {
 
 namespace {
 
-class SettingsFault : public FaultRun {
+class SettingsFault : public FaultTest {
 protected:
     void dictateWithSettings(const QByteArray &bytes)
     {

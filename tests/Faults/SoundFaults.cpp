@@ -107,7 +107,7 @@ FAULT(Sound, microphoneMuted, "The microphone is muted", "“No speech detected.
 
 namespace {
 
-class OddMicrophone : public FaultRun {
+class OddMicrophone : public FaultTest {
 protected:
     void dictateThrough(const QStringList &options)
     {

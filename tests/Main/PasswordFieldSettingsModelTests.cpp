@@ -7,7 +7,7 @@
 
 namespace talmo::test {
 
-TEST(PasswordFieldSettingsModel, guardsUnlessSwitchedOff)
+TEST(PasswordFieldSettingsModel, isEnabledByDefault)
 {
     const auto defaults = std::make_shared<MemoryUserDefaults>();
     PasswordFieldSettingsModel settings(defaults);
@@ -18,7 +18,7 @@ TEST(PasswordFieldSettingsModel, guardsUnlessSwitchedOff)
     EXPECT_FALSE(settings.isGuarded());
 }
 
-TEST(PasswordFieldSettingsModel, storesAndAnnouncesAChange)
+TEST(PasswordFieldSettingsModel, storesAndAnnouncesChange)
 {
     const auto defaults = std::make_shared<MemoryUserDefaults>();
     PasswordFieldSettingsModel settings(defaults);

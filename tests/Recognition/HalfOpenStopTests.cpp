@@ -37,7 +37,7 @@ QCoro::Task<void> startAndStop(SpeechTranscriptionService *service, std::shared_
 
 } // namespace
 
-TEST(HalfOpenStop, endsAfterTheRecorderFailedToStart)
+TEST(HalfOpenStop, completesAfterRecorderFailedToStart)
 {
     const auto executor = SerialExecutor::onCurrentThread();
     SpeechTranscriptionService service(platformWith(std::make_shared<MadeUpEngine>()),

@@ -27,7 +27,7 @@ TEST(AudioBuffer, refusesAbsurdSizes)
     EXPECT_FALSE(AudioBuffer::make({48000, 1U << 20, SampleType::Float32}, (1U << 8) + 1));
 }
 
-TEST(AudioBuffer, isSilentUntilItIsFilled)
+TEST(AudioBuffer, isSilentUntilFilled)
 {
     const auto buffer = AudioBuffer::make({48000, 2, SampleType::Int16}, 3);
     ASSERT_TRUE(buffer);

@@ -58,7 +58,7 @@ double loudness(const std::vector<double> &samples, std::size_t from)
 
 } // namespace
 
-TEST(SpeexAudioConverter, carriesItsStateFromBufferToBuffer)
+TEST(SpeexAudioConverter, keepsStateBetweenBuffers)
 {
     // In pieces of any size the result is that of one piece: no clicks at the seams.
     const auto whole = converted({48000, 1, SampleType::Float32}, 48000, 1, 440);
@@ -78,12 +78,12 @@ TEST(SpeexAudioConverter, keepsLoudnessAndMixesAllChannels)
     }
 }
 
-TEST(SpeexAudioConverter, takesOutWhatTheTargetCannotHold)
+TEST(SpeexAudioConverter, removesFrequenciesAboveTargetRate)
 {
     EXPECT_LT(loudness(converted({48000, 1, SampleType::Float32}, 2048, 20, 12000), 1000), 0.001);
 }
 
-TEST(SpeexAudioConverter, copesWithHighRatesAndRefusesAbsurdOnes)
+TEST(SpeexAudioConverter, handlesHighRatesAndRejectsAbsurdOnes)
 {
     EXPECT_GT(converted({192000, 2, SampleType::Float32}, 2048, 20, 440).size(), 3000U);
     const SpeexAudioConverterFactory factory;
@@ -94,7 +94,7 @@ TEST(SpeexAudioConverter, copesWithHighRatesAndRefusesAbsurdOnes)
     EXPECT_FALSE(factory.make({1e12, 1, SampleType::Float32}, target));
 }
 
-TEST(SpeexAudioConverter, turnsWhatIsNoNumberIntoSilence)
+TEST(SpeexAudioConverter, turnsNaNIntoSilence)
 {
     const AudioFormat from{16000, 1, SampleType::Float32};
     const auto converter = SpeexAudioConverterFactory().make(from, target);
@@ -134,7 +134,7 @@ TEST(SpeexAudioConverter, sumsOfHugeSamplesStayFinite)
     }
 }
 
-TEST(SpeexAudioConverter, reportsAFormatThatChanged)
+TEST(SpeexAudioConverter, reportsFormatChange)
 {
     const auto converter = SpeexAudioConverterFactory().make({48000, 1, SampleType::Float32}, target);
     EXPECT_FALSE(convertBuffer(tone({44100, 2, SampleType::Float32}, 100, 440, 0), *converter, target));

@@ -92,7 +92,7 @@ INSTANTIATE_TEST_SUITE_P(All, ModelArchiveKinds,
                          testing::Values("good.tar.gz", "good.tar.bz2", "good.tar.xz", "good.zip"),
                          [](const auto &test) { return nameOf(test.param); });
 
-TEST_P(HostileArchives, leadNowhereOutside)
+TEST_P(HostileArchives, writeNothingOutsideTheFolder)
 {
     const auto [name, complaint] = GetParam();
     EXPECT_TRUE(unpack(QString::fromLatin1(name)).contains(QString::fromLatin1(complaint)))
@@ -121,7 +121,7 @@ INSTANTIATE_TEST_SUITE_P(
                     std::pair("missing.tar.gz", "is damaged")),
     [](const auto &test) { return nameOf(test.param.first); });
 
-TEST_F(ModelArchiveTest, stopsWhenItIsToldTo)
+TEST_F(ModelArchiveTest, stopsWhenCancelled)
 {
     std::stop_source stop;
     stop.request_stop();

@@ -41,7 +41,7 @@ protected:
 
 } // namespace
 
-TEST_F(DecoderCount, aPressDuringARecordingLoadsNoSecondDecoder)
+TEST_F(DecoderCount, pressDuringRecordingLoadsNoSecondDecoder)
 {
     warmUp();
     record([this] { warmUp(); });
@@ -51,7 +51,7 @@ TEST_F(DecoderCount, aPressDuringARecordingLoadsNoSecondDecoder)
     EXPECT_TRUE(engine->isLoaded());
 }
 
-TEST_F(DecoderCount, aPressAfterUnloadingLoadsAgain)
+TEST_F(DecoderCount, pressAfterUnloadingReloads)
 {
     warmUp();
     EXPECT_TRUE(waitFor(executor->call([this] { engine->unload(); })));

@@ -61,7 +61,7 @@ protected:
 
 } // namespace
 
-TEST(Pickers, theWheelOverAClosedOneChangesNothing)
+TEST(Pickers, wheelOverClosedPickerChangesNothing)
 {
     ViewWorld world;
     world.recogniser = std::make_shared<FakeRecogniserSettings>();
@@ -81,7 +81,7 @@ TEST(Pickers, theWheelOverAClosedOneChangesNothing)
     EXPECT_TRUE(world.defaults->writes.empty());
 }
 
-TEST_F(DictionaryChangesTest, removesTheSelectedWordFromAListThatHasGrownMeanwhile)
+TEST_F(DictionaryChangesTest, removesSelectedWordFromListGrownMeanwhile)
 {
     select(1);
     world.settings->addDictionaryWord(u"four"_s); // Announced, and not shown yet.
@@ -89,7 +89,7 @@ TEST_F(DictionaryChangesTest, removesTheSelectedWordFromAListThatHasGrownMeanwhi
     EXPECT_EQ(words(), (QStringList{u"one"_s, u"three"_s, u"four"_s}));
 }
 
-TEST_F(DictionaryChangesTest, removesThatWordWhereverItHasMoved)
+TEST_F(DictionaryChangesTest, removesWordThatHasMoved)
 {
     select(1);
     world.settings->setDictionaryWords({u"zero"_s, u"one"_s, u"two"_s, u"three"_s});
@@ -99,7 +99,7 @@ TEST_F(DictionaryChangesTest, removesThatWordWhereverItHasMoved)
     EXPECT_EQ(words(), (QStringList{u"zero"_s, u"one"_s, u"three"_s}));
 }
 
-TEST_F(DictionaryChangesTest, removesNothingElseWhenTheWordHasGone)
+TEST_F(DictionaryChangesTest, removesNothingIfWordIsGone)
 {
     select(1);
     world.settings->setDictionaryWords({u"one"_s, u"three"_s});
@@ -113,7 +113,7 @@ TEST_F(DictionaryChangesTest, removesNothingElseWhenTheWordHasGone)
     EXPECT_TRUE(world.defaults->writes.empty());
 }
 
-TEST_F(DictionaryChangesTest, ofEqualWordsTheSelectedOneGoes)
+TEST_F(DictionaryChangesTest, removesSelectedOneOfEqualWords)
 {
     world.settings->setDictionaryWords({u"same"_s, u"a"_s, u"same"_s, u"b"_s, u"same"_s});
     settle();
@@ -124,7 +124,7 @@ TEST_F(DictionaryChangesTest, ofEqualWordsTheSelectedOneGoes)
     EXPECT_EQ(selected(), QStringList{u"b"_s}) << "the one that took its place";
 }
 
-TEST_F(DictionaryChangesTest, afterTheLastWordTheOneBeforeItIsSelected)
+TEST_F(DictionaryChangesTest, selectsPreviousWordAfterRemovingLast)
 {
     select(2);
     remove();
@@ -134,14 +134,14 @@ TEST_F(DictionaryChangesTest, afterTheLastWordTheOneBeforeItIsSelected)
     EXPECT_TRUE(words().isEmpty());
 }
 
-TEST_F(DictionaryChangesTest, aWordThatReadsLikeMarkupIsShownAsItIs)
+TEST_F(DictionaryChangesTest, showsMarkupInWordVerbatim)
 {
     world.settings->setDictionaryWords({u"<b>bold</b>"_s});
     settle();
     EXPECT_EQ(list().item(0)->text(), u"<b>bold</b>"_s);
 }
 
-TEST(PlainText, noLabelTakesMarkupFromAName)
+TEST(PlainText, labelsTreatNamesAsPlainText)
 {
     ViewWorld world;
     const auto recogniser = std::make_shared<FakeRecogniserSettings>();
@@ -168,7 +168,7 @@ TEST(PlainText, noLabelTakesMarkupFromAName)
     EXPECT_GT(labels, 25);
 }
 
-TEST(PlainText, theNameOfALicenceIsEscaped)
+TEST(PlainText, licenceNameIsEscaped)
 {
     ViewWorld world;
     const auto recogniser = std::make_shared<FakeRecogniserSettings>();
@@ -184,7 +184,7 @@ TEST(PlainText, theNameOfALicenceIsEscaped)
     EXPECT_EQ((*link)->text(), u"Licence: A &amp; &lt;B&gt;"_s);
 }
 
-TEST(PlainText, aToolTipTakesNoMarkupFromAnError)
+TEST(PlainText, tooltipEscapesErrorText)
 {
     MenuContents contents;
     contents.title = u"Reading & writing failed."_s;

@@ -28,7 +28,7 @@ bool holds(const QStringList &outline, const QStringList &lines)
 
 } // namespace
 
-TEST(Outline, ofTheGeneralTab)
+TEST(Outline, generalTabMatches)
 {
     ViewWorld world;
     GeneralSettingsTab tab(world.context());
@@ -62,7 +62,7 @@ TEST(Outline, ofTheGeneralTab)
                               u"button 13/400 “Launch at login”"_s, u"gap 0"_s}));
 }
 
-TEST(Outline, ofTheDictionaryTab)
+TEST(Outline, dictionaryTabMatches)
 {
     ViewWorld world;
     DictionarySettingsTab tab(world.context());
@@ -74,7 +74,7 @@ TEST(Outline, ofTheDictionaryTab)
                               u"list 13/400 “Dictionary” spacing 2"_s, u"button -1/400 “” 28x28"_s}));
 }
 
-TEST(Outline, ofThePrivacyTab)
+TEST(Outline, privacyTabMatches)
 {
     ViewWorld world;
     PrivacySettingsTab tab(world.context());
@@ -109,7 +109,7 @@ TEST(Outline, ofThePrivacyTab)
                               u"gap 0"_s}));
 }
 
-TEST(Outline, ofTheRecognisers)
+TEST(Outline, recogniserSectionMatches)
 {
     RecogniserSection section(std::make_shared<FakeRecogniserSettings>());
     const QStringList outline = outlineOf(section);
@@ -127,7 +127,7 @@ TEST(Outline, ofTheRecognisers)
                      u"HBoxLayout 0,2,0,0 spacing 6"_s, u"16x16"_s, u"label 11/400 “” 0,0,0,0"_s}));
 }
 
-TEST(Outline, ofTheMenu)
+TEST(Outline, menuMatches)
 {
     ViewWorld world;
     world.setPermissions(false, true, true);
@@ -142,7 +142,7 @@ TEST(Outline, ofTheMenu)
                      u"height 11"_s, u"button 13/400 “Settings”"_s, u"button 13/400 “Quit Talmo”"_s}));
 }
 
-TEST(Outline, ofTheWholeWindow)
+TEST(Outline, settingsWindowMatches)
 {
     ViewWorld world;
     SettingsView view(world.context());

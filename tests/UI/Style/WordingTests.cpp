@@ -59,14 +59,14 @@ const std::map<QString, QString> &reworded()
 
 } // namespace
 
-TEST(Wording, withoutACatalogueEveryTextIsItself)
+TEST(Wording, withoutCatalogueTextsAreUnchanged)
 {
     EXPECT_EQ(Wording::text(u"⌘,"_s), u"⌘,"_s);
     EXPECT_EQ(Wording::textWithKey("Hold %1, or double-tap for hands-free", u"fn"_s),
               u"Hold fn, or double-tap for hands-free"_s);
 }
 
-TEST(Wording, theLinuxCatalogueTouchesExactlyThese)
+TEST(Wording, linuxCatalogueChangesExactlyTheseTexts)
 {
     installWording();
     const QStringList sources = catalogueSources();
@@ -84,7 +84,7 @@ TEST(Wording, theLinuxCatalogueTouchesExactlyThese)
     EXPECT_EQ(touched, reworded());
 }
 
-TEST(Wording, theKeysNameIsWhereTheCaptionSaidFn)
+TEST(Wording, keyNameReplacesFnInCaption)
 {
     installWording();
     const auto caption = std::find_if(reworded().begin(), reworded().end(),
@@ -95,7 +95,7 @@ TEST(Wording, theKeysNameIsWhereTheCaptionSaidFn)
     EXPECT_FALSE(text.contains(u"%1"_s));
 }
 
-TEST(Wording, errorsAreWordedAndWhatAForeignSystemSaysStays)
+TEST(Wording, translatesOwnErrorsAndKeepsForeignOnes)
 {
     installWording();
     EXPECT_EQ(Wording::errorText(u"On-device speech recognition isn't available on this Mac."_s),
@@ -110,7 +110,7 @@ TEST(Wording, errorsAreWordedAndWhatAForeignSystemSaysStays)
 }
 
 /// The catalogue lists what the source holds; scripts/translations brings it up to date.
-TEST(Wording, theCatalogueKnowsTheViewsTexts)
+TEST(Wording, catalogueContainsAllViewTexts)
 {
     const QStringList sources = catalogueSources();
     for (const auto &text : {u"Talmo is ready"_s, u"Start Recording"_s, u"Open Settings…"_s, u"No speech detected."_s,

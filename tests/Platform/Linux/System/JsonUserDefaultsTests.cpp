@@ -115,7 +115,7 @@ private:
 
 } // namespace
 
-TEST_F(JsonUserDefaultsTest, readingMakesNothing)
+TEST_F(JsonUserDefaultsTest, readingCreatesNoFile)
 {
     open();
     EXPECT_FALSE(QFileInfo::exists(QFileInfo(path).absolutePath()));
@@ -134,7 +134,7 @@ TEST_F(JsonUserDefaultsTest, fileAndFolderArePrivate)
     EXPECT_EQ(status.st_mode & 0777U, 0700U);
 }
 
-TEST_F(JsonUserDefaultsTest, aFileThatOthersCouldReadBecomesPrivate)
+TEST_F(JsonUserDefaultsTest, readableFileBecomesPrivate)
 {
     put("{}");
     QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther | QFile::ReadGroup);
@@ -142,7 +142,7 @@ TEST_F(JsonUserDefaultsTest, aFileThatOthersCouldReadBecomesPrivate)
     EXPECT_EQ(QFile::permissions(path) & (QFile::ReadOther | QFile::ReadGroup), QFile::Permissions());
 }
 
-TEST_F(JsonUserDefaultsTest, booleansAreBooleansAlone)
+TEST_F(JsonUserDefaultsTest, acceptsOnlyBooleansAsBoolean)
 {
     put(R"({"a": 1, "b": "true", "c": 0, "d": null, "e": true, "f": [true]})");
     const auto defaults = open();
@@ -152,7 +152,7 @@ TEST_F(JsonUserDefaultsTest, booleansAreBooleansAlone)
     EXPECT_EQ(defaults->boolean(u"e"_s), true);
 }
 
-TEST_F(JsonUserDefaultsTest, anArrayWithAnythingButStringsIsNone)
+TEST_F(JsonUserDefaultsTest, rejectsArraysWithNonStrings)
 {
     put(R"({"a": ["x", 1], "b": ["x", null], "c": {"0": "x"}, "d": []})");
     const auto defaults = open();
@@ -162,7 +162,7 @@ TEST_F(JsonUserDefaultsTest, anArrayWithAnythingButStringsIsNone)
     EXPECT_EQ(defaults->stringArray(u"d"_s), QStringList());
 }
 
-TEST_F(JsonUserDefaultsTest, keysThatItDoesNotKnowAreKept)
+TEST_F(JsonUserDefaultsTest, keepsUnknownKeys)
 {
     put(R"({"somebody.else": {"deep": [1, 2.5, null]}, "large": 9007199254740993})");
     set(*open(), key, u"polite"_s);
@@ -171,7 +171,7 @@ TEST_F(JsonUserDefaultsTest, keysThatItDoesNotKnowAreKept)
     EXPECT_EQ(object().value(key), u"polite"_s);
 }
 
-TEST_F(JsonUserDefaultsTest, whatAnotherProcessWroteMeanwhileIsKept)
+TEST_F(JsonUserDefaultsTest, keepsConcurrentChangesOfOtherProcess)
 {
     const auto ours = open();
     set(*open(), u"talmo.other"_s, u"theirs"_s);
@@ -179,7 +179,7 @@ TEST_F(JsonUserDefaultsTest, whatAnotherProcessWroteMeanwhileIsKept)
     EXPECT_EQ(object(), (QJsonObject{{u"talmo.other"_s, u"theirs"_s}, {key, u"polite"_s}}));
 }
 
-TEST_F(JsonUserDefaultsTest, aDamagedFileIsSetAsideAndNeverOverwritten)
+TEST_F(JsonUserDefaultsTest, damagedFileIsBackedUpAndNeverOverwritten)
 {
     for (const QByteArray &damaged :
          {QByteArray("{\"talmo.textTone\": \"pol"), QByteArray(), QByteArray("[]"), QByteArray("\xff\xfe\x00", 3)}) {
@@ -203,7 +203,7 @@ TEST_F(JsonUserDefaultsTest, aDamagedFileIsSetAsideAndNeverOverwritten)
                             u"settings.json.corrupt-3"_s, u"settings.json.corrupt-4"_s));
 }
 
-TEST_F(JsonUserDefaultsTest, damagedFileLeavesAiCleanupOffForGood)
+TEST_F(JsonUserDefaultsTest, damagedFileDisablesAiCleanupPermanently)
 {
     for (const QByteArray &damaged : {QByteArray("{\"talmo.aiCleanupEnabled\": fal"), QByteArray()}) {
         put(damaged);
@@ -216,13 +216,13 @@ TEST_F(JsonUserDefaultsTest, damagedFileLeavesAiCleanupOffForGood)
     EXPECT_EQ(openAsUser()->boolean(aiCleanup), true) << "switched on again";
 }
 
-TEST_F(JsonUserDefaultsTest, missingFileLeavesEveryDefault)
+TEST_F(JsonUserDefaultsTest, missingFileUsesDefaults)
 {
     EXPECT_EQ(openAsUser()->boolean(aiCleanup), std::nullopt);
     EXPECT_FALSE(QFileInfo::exists(path));
 }
 
-TEST_F(JsonUserDefaultsTest, damagedFileThatCannotBeReplacedStaysDamaged)
+TEST_F(JsonUserDefaultsTest, unreplaceableDamagedFileStaysDamaged)
 {
     put("{\"talmo");
     {
@@ -233,7 +233,7 @@ TEST_F(JsonUserDefaultsTest, damagedFileThatCannotBeReplacedStaysDamaged)
     EXPECT_EQ(openAsUser()->boolean(aiCleanup), false);
 }
 
-TEST_F(JsonUserDefaultsTest, unreadableFileLeavesAiCleanupOff)
+TEST_F(JsonUserDefaultsTest, unreadableFileDisablesAiCleanup)
 {
     QDir().mkpath(path); // Nobody can read a folder as a file, not even root.
     EXPECT_EQ(openAsUser()->boolean(aiCleanup), false);
@@ -242,7 +242,7 @@ TEST_F(JsonUserDefaultsTest, unreadableFileLeavesAiCleanupOff)
     EXPECT_EQ(openAsUser()->boolean(aiCleanup), false) << "the file may be on a disk that is not there";
 }
 
-TEST_F(JsonUserDefaultsTest, unreachableFolderLeavesAiCleanupOff)
+TEST_F(JsonUserDefaultsTest, inaccessibleFolderDisablesAiCleanup)
 {
     put("{}");
     QFile::setPermissions(folder.path(), QFile::Permissions());
@@ -253,7 +253,7 @@ TEST_F(JsonUserDefaultsTest, unreachableFolderLeavesAiCleanupOff)
     QFile::setPermissions(folder.path(), QFile::Permissions::fromInt(0x7700));
 }
 
-TEST_F(JsonUserDefaultsTest, fileDamagedWhileRunningDoesNotSwitchAiCleanupOn)
+TEST_F(JsonUserDefaultsTest, fileDamagedWhileRunningDoesNotEnableAiCleanup)
 {
     const auto defaults = openAsUser();
     put("{\"talmo");
@@ -261,7 +261,7 @@ TEST_F(JsonUserDefaultsTest, fileDamagedWhileRunningDoesNotSwitchAiCleanupOn)
     EXPECT_EQ(object(), (QJsonObject{{key, u"polite"_s}, {aiCleanup, false}}));
 }
 
-TEST_F(JsonUserDefaultsTest, savedFailsUntilEverythingIsOnTheDisk)
+TEST_F(JsonUserDefaultsTest, savedFailsUntilEverythingIsOnDisk)
 {
     const auto defaults = open();
     const auto isSaved = [&defaults] {
@@ -284,7 +284,7 @@ TEST_F(JsonUserDefaultsTest, savedFailsUntilEverythingIsOnTheDisk)
     EXPECT_TRUE(isSaved());
 }
 
-TEST_F(JsonUserDefaultsTest, looserFolderAndLockBecomePrivate)
+TEST_F(JsonUserDefaultsTest, tightensLooseFolderAndLock)
 {
     put("{}");
     QFile lock(path + u".lock"_s);
@@ -296,7 +296,7 @@ TEST_F(JsonUserDefaultsTest, looserFolderAndLockBecomePrivate)
     EXPECT_EQ(modeOf(QFileInfo(path).absolutePath()), 0700U);
 }
 
-TEST_F(JsonUserDefaultsTest, aFileDamagedWhileRunningIsSetAsideAndTheRunningValuesAreWritten)
+TEST_F(JsonUserDefaultsTest, fileDamagedWhileRunningIsBackedUpAndRewritten)
 {
     const auto defaults = open();
     set(*defaults, u"talmo.a"_s, true);
@@ -306,7 +306,7 @@ TEST_F(JsonUserDefaultsTest, aFileDamagedWhileRunningIsSetAsideAndTheRunningValu
     EXPECT_EQ(contentOf(path + u".corrupt"_s), "{\"talmo.a\": tr");
 }
 
-TEST_F(JsonUserDefaultsTest, aFileRemovedWhileRunningIsWrittenAnewInWhole)
+TEST_F(JsonUserDefaultsTest, fileRemovedWhileRunningIsRewrittenInFull)
 {
     const auto defaults = open();
     set(*defaults, u"talmo.a"_s, true);
@@ -315,7 +315,7 @@ TEST_F(JsonUserDefaultsTest, aFileRemovedWhileRunningIsWrittenAnewInWhole)
     EXPECT_EQ(object(), (QJsonObject{{u"talmo.a"_s, true}, {u"talmo.b"_s, false}}));
 }
 
-TEST_F(JsonUserDefaultsTest, aFolderThatCannotBeWrittenToLosesNoRunningValue)
+TEST_F(JsonUserDefaultsTest, readOnlyFolderKeepsValuesInMemory)
 {
     put(R"({"talmo.a": true})");
     const QByteArray before = content();
@@ -337,7 +337,7 @@ TEST_F(JsonUserDefaultsTest, aFolderThatCannotBeWrittenToLosesNoRunningValue)
         << "what could not be written goes along with the next change";
 }
 
-TEST_F(JsonUserDefaultsTest, aFileThatCannotBeReadIsLeftAlone)
+TEST_F(JsonUserDefaultsTest, unreadableFileIsLeftAlone)
 {
     put(R"({"talmo.a": true})");
     const QByteArray before = content();
@@ -357,7 +357,7 @@ TEST_F(JsonUserDefaultsTest, aFileThatCannotBeReadIsLeftAlone)
     EXPECT_FALSE(filesInFolder().contains(u"settings.json.corrupt"_s));
 }
 
-TEST_F(JsonUserDefaultsTest, aFullDiskKeepsTheOldFileAndTheRunningValues)
+TEST_F(JsonUserDefaultsTest, fullDiskKeepsOldFileAndValuesInMemory)
 {
     const auto defaults = open();
     set(*defaults, key, u"polite"_s);
@@ -374,7 +374,7 @@ TEST_F(JsonUserDefaultsTest, aFullDiskKeepsTheOldFileAndTheRunningValues)
     EXPECT_EQ(object().value(u"talmo.dictionaryWords"_s).toArray().size(), 500);
 }
 
-TEST_F(JsonUserDefaultsTest, aPipeOrAFolderInItsPlaceIsNotWaitedFor)
+TEST_F(JsonUserDefaultsTest, pipeOrFolderAtPathDoesNotBlock)
 {
     QDir().mkpath(QFileInfo(path).absolutePath());
     ASSERT_EQ(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
@@ -386,7 +386,7 @@ TEST_F(JsonUserDefaultsTest, aPipeOrAFolderInItsPlaceIsNotWaitedFor)
     EXPECT_TRUE(QFileInfo(path).isDir());
 }
 
-TEST_F(JsonUserDefaultsTest, twoProcessesLoseNothingOfEachOther)
+TEST_F(JsonUserDefaultsTest, twoProcessesLoseNoChanges)
 {
     QDir().mkpath(QFileInfo(path).absolutePath());
     const auto environment = QProcessEnvironment::systemEnvironment();
@@ -402,7 +402,7 @@ TEST_F(JsonUserDefaultsTest, twoProcessesLoseNothingOfEachOther)
     EXPECT_EQ(object().size(), 100);
 }
 
-TEST_F(JsonUserDefaultsTest, aProcessKilledWhileWritingLeavesAWholeFile)
+TEST_F(JsonUserDefaultsTest, killWhileWritingLeavesCompleteFile)
 {
     QDir().mkpath(QFileInfo(path).absolutePath());
     const QString program = QStringLiteral(TALMO_BIN "/talmo-settings-writer");

@@ -38,7 +38,7 @@ protected:
 
 } // namespace
 
-TEST_F(QuitSignalsTest, eachSignalAsksToQuit)
+TEST_F(QuitSignalsTest, eachSignalRequestsQuit)
 {
     QuitSignals quitSignals;
     int requests = 0;
@@ -51,7 +51,7 @@ TEST_F(QuitSignalsTest, eachSignalAsksToQuit)
     }
 }
 
-TEST_F(QuitSignalsTest, signalBeforeTheObjectIsNotLost)
+TEST_F(QuitSignalsTest, signalBeforeConstructionIsNotLost)
 {
     ASSERT_EQ(raise(SIGTERM), 0);
     QuitSignals quitSignals;

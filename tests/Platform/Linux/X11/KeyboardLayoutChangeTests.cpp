@@ -43,7 +43,7 @@ protected:
 
 } // namespace
 
-TEST_F(KeyboardLayoutChange, aKeyThatTurnsIntoAnotherWhileHeldIsStillReleased)
+TEST_F(KeyboardLayoutChange, keyRemappedWhileHeldIsStillReleased)
 {
     keyboard.press(testbed::VirtualKeyboard::controlRight);
     ASSERT_TRUE(waitForEvents(1));
@@ -54,7 +54,7 @@ TEST_F(KeyboardLayoutChange, aKeyThatTurnsIntoAnotherWhileHeldIsStillReleased)
     EXPECT_THAT(events, ElementsAre(fn, 0U));
 }
 
-TEST_F(KeyboardLayoutChange, anotherLayoutWhileHeldIsNoRelease)
+TEST_F(KeyboardLayoutChange, layoutChangeWhileHeldIsNotARelease)
 {
     keyboard.press(testbed::VirtualKeyboard::controlRight);
     ASSERT_TRUE(waitForEvents(1));

@@ -19,7 +19,7 @@ std::unique_ptr<talmo::testbed::VirtualDesktop> desktop;
 
 } // namespace
 
-TEST(OwnWindow, pastingIntoTalmosOwnWindow)
+TEST(OwnWindow, pastesIntoOwnWindow)
 {
     using namespace std::chrono_literals;
     const auto session = talmo::XSession::open();

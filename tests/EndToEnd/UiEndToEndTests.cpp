@@ -1,6 +1,6 @@
 // What people see, on a real desktop: tray, panel, overlay and settings, and the focus that none of them takes.
 
-#include "EndToEnd/TalmoRun.h"
+#include "EndToEnd/TalmoFixture.h"
 
 #include "DesktopParts.h"
 #include "Support/NotifierHost.h"
@@ -26,7 +26,7 @@ constexpr quint32 escapeKey = 0xff1b;
 constexpr quint32 returnKey = 0xff0d;
 constexpr quint32 endKey = 0xff57;
 
-class FaceRun : public TalmoRun {
+class UiEndToEndTest : public TalmoFixture {
 protected:
     /// Talmo's own windows that no window manager handles and that are larger than an icon.
     QList<testbed::VirtualDesktop::Window> cards()
@@ -83,7 +83,7 @@ protected:
 
 } // namespace
 
-TEST_F(FaceRun, theFocusNeverMovesWhileTheOverlayComesGrowsAndGoes)
+TEST_F(UiEndToEndTest, overlayNeverTakesFocus)
 {
     compositor = testbed::startCompositor(environment);
     openQtWindow();
@@ -105,7 +105,7 @@ TEST_F(FaceRun, theFocusNeverMovesWhileTheOverlayComesGrowsAndGoes)
     EXPECT_EQ(desktop.activeWindowTitle(), u"Target"_s);
 }
 
-TEST_F(FaceRun, theOverlayIsAboveAFullScreenWindowAndAboveOneThatComesLater)
+TEST_F(UiEndToEndTest, overlayStaysAboveFullScreenAndLaterWindows)
 {
     openWindow(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Target"_s, u"0"_s, u"fullscreen"_s});
     ASSERT_TRUE(testbed::pollUntil([this] { return isSomethingFullScreen(); }, patience));
@@ -124,7 +124,7 @@ TEST_F(FaceRun, theOverlayIsAboveAFullScreenWindowAndAboveOneThatComesLater)
     EXPECT_TRUE(talmoSays(u"state: error"_s)); // Nothing was said.
 }
 
-TEST_F(FaceRun, theOverlayIsOnThePointersScreenAboveItsBar)
+TEST_F(UiEndToEndTest, overlayIsOnPointersScreenAboveItsPanel)
 {
     const auto addScreen = [this](const QString &name, const QString &place, const QString &output) {
         testbed::ChildProcess xrandr(u"xrandr"_s, {u"--setmonitor"_s, name, place, output}, environment);
@@ -156,7 +156,7 @@ TEST_F(FaceRun, theOverlayIsOnThePointersScreenAboveItsBar)
     EXPECT_EQ(left.y(), 640 - 30 - 90);
 }
 
-TEST_F(FaceRun, onASharperScreenEverythingIsTwiceAsLarge)
+TEST_F(UiEndToEndTest, scalesToTwiceTheSizeOnHighDpiScreen)
 {
     environment.insert(u"QT_SCALE_FACTOR"_s, u"2"_s);
     startTalmo();
@@ -168,7 +168,7 @@ TEST_F(FaceRun, onASharperScreenEverythingIsTwiceAsLarge)
     keyboard.release(key);
 }
 
-TEST_F(FaceRun, withoutACompositorTheCardHasItsShape)
+TEST_F(UiEndToEndTest, cardIsShapedWithoutCompositor)
 {
     openWindow(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Target"_s, u"0"_s, u"fullscreen"_s});
     startTalmo();
@@ -188,7 +188,7 @@ TEST_F(FaceRun, withoutACompositorTheCardHasItsShape)
     keyboard.release(key);
 }
 
-TEST_F(FaceRun, theIconInTheTrayChangesItsShape)
+TEST_F(UiEndToEndTest, trayIconChangesShape)
 {
     startTray();
     startTalmoWithIcon();
@@ -202,7 +202,7 @@ TEST_F(FaceRun, theIconInTheTrayChangesItsShape)
     EXPECT_TRUE(testbed::pollUntil([&] { return corner() != recording && corner() != idle; }, patience));
 }
 
-TEST_F(FaceRun, theIconIsLegibleOnALightTrayThoughWindowsAreDark)
+TEST_F(UiEndToEndTest, iconIsLegibleOnLightTrayWithDarkTheme)
 {
     desktop.storeSettings({{u"linux.languageModelAddress"_s, u"off"_s}, {u"linux.colorScheme"_s, u"dark"_s}});
     startTray();
@@ -221,7 +221,7 @@ TEST_F(FaceRun, theIconIsLegibleOnALightTrayThoughWindowsAreDark)
     EXPECT_TRUE(testbed::pollUntil([&] { return darkest() < dark; }, patience));
 }
 
-TEST_F(FaceRun, aTrayThatComesLaterGetsTheIconAndItsAbsenceIsSaidOnce)
+TEST_F(UiEndToEndTest, addsIconToLateTrayAndReportsAbsenceOnce)
 {
     startTalmo();
     ASSERT_TRUE(talmo->waitForLine(u"there is no tray for the icon yet"_s, patience));
@@ -235,7 +235,7 @@ TEST_F(FaceRun, aTrayThatComesLaterGetsTheIconAndItsAbsenceIsSaidOnce)
     EXPECT_EQ(talmo->output().count(u"there is no tray"_s), 1);
 }
 
-TEST_F(FaceRun, anItemHostGetsTheIconAndItsChanges)
+TEST_F(UiEndToEndTest, notifierHostGetsIconAndItsChanges)
 {
     const auto bus = testbed::startBus(environment);
     NotifierHost host;
@@ -253,7 +253,7 @@ TEST_F(FaceRun, anItemHostGetsTheIconAndItsChanges)
     EXPECT_TRUE(talmoSays(u"state: error"_s));
 }
 
-TEST_F(FaceRun, anItemHostThatComesLaterOrAgainGetsTheIcon)
+TEST_F(UiEndToEndTest, lateOrRestartedNotifierHostGetsIcon)
 {
     const auto bus = testbed::startBus(environment);
     startTalmo();
@@ -265,7 +265,7 @@ TEST_F(FaceRun, anItemHostThatComesLaterOrAgainGetsTheIcon)
     EXPECT_TRUE(testbed::waitUntil([&host] { return host->registrations() > 0; }, patience));
 }
 
-TEST_F(FaceRun, anItemHostSaysNothingOfThePlaceSoThePanelIsInThePointersCorner)
+TEST_F(UiEndToEndTest, panelOpensInPointersCornerWithNotifierHost)
 {
     const auto bus = testbed::startBus(environment);
     NotifierHost host;
@@ -283,7 +283,7 @@ TEST_F(FaceRun, anItemHostSaysNothingOfThePlaceSoThePanelIsInThePointersCorner)
     EXPECT_TRUE(cardGoes());
 }
 
-TEST_F(FaceRun, thePanelDropsFromTheIconAndClosesOnEscapeAndOnAClickElsewhere)
+TEST_F(UiEndToEndTest, panelOpensAtIconAndClosesOnEscapeOrClick)
 {
     startTray();
     openQtWindow();
@@ -308,7 +308,7 @@ TEST_F(FaceRun, thePanelDropsFromTheIconAndClosesOnEscapeAndOnAClickElsewhere)
     EXPECT_EQ(desktop.takeActiveWindowChanges(), 0);
 }
 
-TEST_F(FaceRun, aDictationStartedInThePanelLandsInTheWindowInFront)
+TEST_F(UiEndToEndTest, dictationStartedInPanelGoesToActiveWindow)
 {
     startTray();
     openQtWindow();
@@ -325,7 +325,7 @@ TEST_F(FaceRun, aDictationStartedInThePanelLandsInTheWindowInFront)
     EXPECT_EQ(desktop.activeWindowTitle(), u"Target"_s);
 }
 
-TEST_F(FaceRun, anInsertionClosesThePanelFirst)
+TEST_F(UiEndToEndTest, insertionClosesPanelFirst)
 {
     startTray();
     openQtWindow();
@@ -338,7 +338,7 @@ TEST_F(FaceRun, anInsertionClosesThePanelFirst)
     EXPECT_TRUE(cardGoes());
 }
 
-TEST_F(FaceRun, thePlainMenuIsClosedByAnInsertionToo)
+TEST_F(UiEndToEndTest, insertionClosesPlainMenuFirst)
 {
     startTray();
     openQtWindow();
@@ -353,7 +353,7 @@ TEST_F(FaceRun, thePlainMenuIsClosedByAnInsertionToo)
     EXPECT_TRUE(cardGoes());
 }
 
-TEST_F(FaceRun, quitInThePanelEndsTalmo)
+TEST_F(UiEndToEndTest, quitInPanelQuitsTalmo)
 {
     startTray();
     startTalmoWithIcon();
@@ -363,7 +363,7 @@ TEST_F(FaceRun, quitInThePanelEndsTalmo)
     EXPECT_TRUE(testbed::waitUntil([this] { return !talmo->isRunning(); }, patience));
 }
 
-TEST_F(FaceRun, aSecondStartOpensTheSettingsOfTheFirstAndEnds)
+TEST_F(UiEndToEndTest, secondInstanceOpensSettingsOfFirstAndExits)
 {
     openQtWindow();
     startTalmo();
@@ -381,7 +381,7 @@ TEST_F(FaceRun, aSecondStartOpensTheSettingsOfTheFirstAndEnds)
     EXPECT_TRUE(windowShows(u"Hello world."_s));
 }
 
-TEST_F(FaceRun, afterACrashTheNextTalmoIsTheFirst)
+TEST_F(UiEndToEndTest, nextInstanceIsFirstAfterCrash)
 {
     startTalmo();
     talmo->kill();
@@ -390,7 +390,7 @@ TEST_F(FaceRun, afterACrashTheNextTalmoIsTheFirst)
     EXPECT_EQ(quitTalmo(), 0);
 }
 
-TEST_F(FaceRun, aDictationIntoTalmosOwnSettingsLandsThere)
+TEST_F(UiEndToEndTest, dictatesIntoOwnSettingsWindow)
 {
     startTalmo();
     testbed::ChildProcess second(QStringLiteral(TALMO_BIN "/talmo"), {}, environment);

@@ -12,13 +12,13 @@
 namespace talmo::test {
 
 /// Talmo itself, running on a desktop of its own, with a window in front that can be dictated into.
-class TalmoRun : public testing::Test {
+class TalmoFixture : public testing::Test {
 protected:
     static constexpr testbed::Patience patience = std::chrono::seconds(15);
     static constexpr quint32 key = testbed::VirtualKeyboard::controlRight;
 
-    TalmoRun();
-    ~TalmoRun() override;
+    TalmoFixture();
+    ~TalmoFixture() override;
 
     void startTalmo();
     /// Starts it through a shell, which runs these commands first.

@@ -1,6 +1,6 @@
 // What others on the machine get of Talmo: nothing.
 
-#include "EndToEnd/TalmoRun.h"
+#include "EndToEnd/TalmoFixture.h"
 
 #include "Support/Printing.h"
 
@@ -14,7 +14,7 @@ namespace talmo::test {
 
 namespace {
 
-class NeighbourRun : public TalmoRun {
+class IsolationEndToEndTest : public TalmoFixture {
 protected:
     /// Descriptors of a process that a program it starts would get.
     static QStringList inheritable(const QString &process)
@@ -44,7 +44,7 @@ protected:
 
 } // namespace
 
-TEST_F(NeighbourRun, programsThatTalmoStartsInheritNoDescriptors)
+TEST_F(IsolationEndToEndTest, childProcessesInheritNoDescriptors)
 {
     openQtWindow();
     startTalmo();
@@ -57,7 +57,7 @@ TEST_F(NeighbourRun, programsThatTalmoStartsInheritNoDescriptors)
     }
 }
 
-TEST_F(NeighbourRun, socketAndLockArePrivate)
+TEST_F(IsolationEndToEndTest, socketAndLockArePrivate)
 {
     startTalmo();
     const QString socket = environment.value(u"XDG_RUNTIME_DIR"_s) + u"/talmo"_s + environment.value(u"DISPLAY"_s);
