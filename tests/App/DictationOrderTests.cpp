@@ -21,7 +21,7 @@ std::exception_ptr failure(const QString &text)
     return std::make_exception_ptr(Error(text));
 }
 
-/// Writes down what is asked of it, with what the coordinator publishes at that moment.
+/// Records its calls together with what the coordinator publishes at that moment.
 class DictationOrderTest : public testing::Test {
 protected:
     class LoggingSettings final : public SettingsService {
@@ -128,7 +128,7 @@ protected:
         };
     }
 
-    /// What the coordinator publishes now.
+    /// What the coordinator currently publishes.
     std::string published() const
     {
         const auto &coordinator = *world.coordinator;

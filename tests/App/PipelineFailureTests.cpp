@@ -1,4 +1,4 @@
-// What services may not do, and what the platform seldom does: each ends in the error state, or goes on.
+// Misbehaving services and rare platform failures: each ends in the error state or is survived.
 
 #include "Input/Audio/AudioRecorder.h"
 #include "Input/Hotkey/GlobalHotkeyManager.h"

@@ -273,7 +273,7 @@ TEST_F(TalmoCoordinatorTest, onErrorTearsDownInAnyState)
     settle();
     EXPECT_EQ(state(), TalmoState::error(u"broke"_s));
     EXPECT_THAT(world.takeCalls(), ElementsAre("recorder.stop", "overlay.show", "cancelTranscription"));
-    onError(failure(u"again"_s)); // In error.
+    onError(failure(u"again"_s)); // In the error state.
     settle();
     EXPECT_EQ(state(), TalmoState::error(u"again"_s));
     press();

@@ -107,7 +107,7 @@ TEST(AsyncStream, keepsEachWritersOrderAcrossThreads)
             });
         }
         made.reset();
-        // Plain threads and no Qt in between, so that the thread sanitizer sees all of it.
+        // Plain threads without Qt, so that the thread sanitizer sees every synchronisation.
         while (true) {
             std::promise<std::optional<int>> next;
             stream.next([&next](std::optional<int> value, std::exception_ptr) { next.set_value(value); });

@@ -93,7 +93,7 @@ TEST(SerialExecutor, destructionCancelsPendingCalls)
     isBusy->future().waitForFinished();
     auto never = executor->call([] { return 1; });
     std::jthread releaser([&mayEnd, thread = executor->context()->thread()] {
-        // Only once the executor is on its way out, which nothing but its destructor can bring about.
+        // Wait until the destructor has requested interruption, which nothing else does.
         while (!thread->isInterruptionRequested()) {
             std::this_thread::yield();
         }

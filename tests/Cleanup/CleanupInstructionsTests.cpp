@@ -28,7 +28,7 @@ std::string joined(const std::vector<std::string> &blocks)
     return text;
 }
 
-/// What stands between the rules for everybody and the closing examples, for each tone without and with conciseness.
+/// The lines between the common rules and the closing examples, for each tone without and with conciseness.
 struct Row {
     TextTone tone;
     bool concise;

@@ -85,7 +85,7 @@ TEST(SplitIntoSegments, droppedSegmentDropsItsSeparator)
                 ElementsAre(segment(u"a"_s, u"\n\n"_s), segment(u"b"_s, u"\n"_s)));
     EXPECT_THAT(splitIntoSegments(u"a new line \t new paragraph b"_s),
                 ElementsAre(segment(u"a"_s, u"\n"_s), segment(u"b"_s)));
-    // A line break is no space, so what holds one is kept.
+    // A line break is not a space, so a segment that contains one is kept.
     EXPECT_THAT(splitIntoSegments(u"a new line \n new line b"_s),
                 ElementsAre(segment(u"a"_s, u"\n"_s), segment(u"\n"_s, u"\n"_s), segment(u"b"_s)));
 }
@@ -202,7 +202,7 @@ TEST(DetectBulletRequest, triesPhrasesInOrderAndRemovesOne)
     EXPECT_EQ(detectBulletRequest(u"write this as a bullet list as a list"_s),
               (BulletRequest{u"write this as a list"_s, true}));
     EXPECT_EQ(detectBulletRequest(u"as a list milk as a list"_s), (BulletRequest{u"milk as a list"_s, true}));
-    // The shorter phrase comes earlier in the list.
+    // The shorter phrase comes first in the list.
     EXPECT_EQ(detectBulletRequest(u"format this as a list"_s), (BulletRequest{u"format this"_s, true}));
 }
 

@@ -140,7 +140,7 @@ TEST_F(TextCleanupServiceTest, everyFailureFallsBackSilently)
     EXPECT_EQ(cleaned(u"hello new line world"_s), u"Hello.\nWorld."_s);
     model->onRequest = [](const auto &) -> QFuture<QString> { throw std::runtime_error("broken"); };
     EXPECT_EQ(cleaned(u"hello"_s), u"Hello."_s);
-    model->onRequest = [](const auto &) { return Completion<QString>::make()->future(); }; // Dropped unfinished.
+    model->onRequest = [](const auto &) { return Completion<QString>::make()->future(); }; // Destroyed unfinished.
     EXPECT_EQ(cleaned(u"hello"_s), u"Hello."_s);
     EXPECT_THAT(log.lines(), IsEmpty());
 }
@@ -154,7 +154,7 @@ TEST_F(TextCleanupServiceTest, doesNotCallUnavailableModel)
 
 TEST_F(TextCleanupServiceTest, cleansSegmentsConcurrentlyAndJoinsInOrder)
 {
-    // No request is answered before the last one was made, and then in the wrong order.
+    // All requests are made before the first is answered, and they are answered out of order.
     std::map<QString, std::shared_ptr<Completion<QString>>> waiting;
     model->onRequest = [&waiting](const ScriptedLanguageModel::Request &request) {
         auto completion = Completion<QString>::make();
@@ -201,7 +201,7 @@ TEST_F(TextCleanupServiceTest, responseLimitCountsGraphemeClusters)
     EXPECT_EQ(responseLimit(129), 64);
     EXPECT_EQ(responseLimit(130), 65);
     EXPECT_EQ(responseLimit(300), 150);
-    // 300 characters of four code points each, and a trigger that does not count.
+    // 300 grapheme clusters of several code points each, and a trigger, which does not count.
     cleaned(u"\U0001F469\u200D\U0001F52C"_s.repeated(300) + u" as a list"_s);
     EXPECT_EQ(model->requests().at(0).options.maximumResponseTokens, 150);
 }

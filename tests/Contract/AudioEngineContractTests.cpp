@@ -24,7 +24,7 @@ using namespace std::chrono_literals;
 
 struct FakeSubject {
     FakeAudioEngine engine;
-    /// A microphone captures all the time; the fake one when it is told.
+    /// A real microphone captures continuously, the fake one on demand.
     void captureSome() { engine.capture(silence(engine.format, 2048)); }
 };
 
@@ -57,7 +57,7 @@ protected:
     }
     bool waitForFrames(quint32 count)
     {
-        // Frames come on the capture thread, which wakes no loop of ours: look again after a while.
+        // Frames arrive on the capture thread, which does not wake this loop, so poll.
         for (int look = 0; look < 1000 && frames < count; ++look) {
             subject.captureSome();
             testbed::passTime(10ms);
@@ -154,7 +154,7 @@ TEST_F(PulseAudioEngineTest, stopIsQuickAndPadsLastWordWithSilence)
     subject->engine.stop();
     EXPECT_GE(buffers, 3);
     EXPECT_EQ(lastLength, 480U); // Ten milliseconds of silence.
-    EXPECT_LT(took, 500ms);      // The bound of 30 ms is benchmarked; here only that nothing hangs.
+    EXPECT_LT(took, 500ms);      // The benchmark checks the 30 ms limit; this only checks that nothing hangs.
 }
 
 TEST_F(PulseAudioEngineTest, reportsMissingMicrophoneAndRecovers)

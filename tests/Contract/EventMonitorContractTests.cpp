@@ -115,7 +115,7 @@ protected:
             events.push_back(event.modifierFlags & fn);
         });
     }
-    /// Presses and releases the stand-in after all that came before, and waits for it: then everything has been seen.
+    /// Presses and releases the stand-in key and waits for both events: all earlier events have then arrived.
     void flush()
     {
         const auto before = events.size();
@@ -193,13 +193,14 @@ TEST_F(XInput2EventMonitorTest, retractsRightCtrlUsedAsModifierImmediately)
 
 TEST_F(XInput2EventMonitorTest, ignoresKeysPostedByTalmo)
 {
-    // The stand-in's own key code stands for any: expected once each, it is not reported.
+    // Uses the stand-in's own key code: expected once for press and release, it is not reported.
     const auto layoutKey = std::uint8_t(105);
     subject.postedKeys->expect(layoutKey, true);
     subject.postedKeys->expect(layoutKey, false);
     subject.press();
     subject.release();
-    testbed::passTime(std::chrono::milliseconds(20)); // A release and a press at once would be taken for auto-repeat.
+    testbed::passTime(
+        std::chrono::milliseconds(20)); // A release followed at once by a press would count as auto-repeat.
     flush();
     EXPECT_THAT(events, ElementsAre(fn, 0U));
 }

@@ -27,7 +27,7 @@ struct PocketSphinxSubject {
     EngineSpeechPlatform &platform = *made;
 };
 
-/// A spoken text in the recogniser's own format: flite's voices speak at 16 kHz.
+/// Speech in the recogniser's format: flite's voices are sampled at 16 kHz.
 QByteArray spokenSamples(const QString &text)
 {
     const QTemporaryDir folder;
@@ -170,7 +170,7 @@ TEST_F(PocketSphinxTest, silenceYieldsNoWords)
 TEST_F(PocketSphinxTest, decoderIsReusableAfterCancelledRecording)
 {
     const auto started = analyzer->start(input, {});
-    // Long enough for a microphone that is not known to be learnt, so that there is something to cancel.
+    // Long enough to calibrate an unknown microphone, so that there is something to cancel.
     speak(spokenSamples(u"something else entirely that goes on and on for a while"_s));
     ASSERT_TRUE(waitFor(transcriber->results().next()));
     ASSERT_TRUE(waitFor(analyzer->cancelAndFinishNow()));

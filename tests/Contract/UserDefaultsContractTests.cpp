@@ -15,7 +15,7 @@ namespace {
 
 struct MemorySubject {
     std::shared_ptr<UserDefaults> defaults = std::make_shared<MemoryUserDefaults>();
-    void startAgain() {} // What is stored is seen at once, so there is nothing to read anew.
+    void startAgain() {} // Stored values are visible immediately, so there is nothing to reload.
 };
 
 struct JsonSubject {

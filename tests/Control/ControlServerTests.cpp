@@ -61,7 +61,7 @@ protected:
         socket->connectToServer(path);
         return socket;
     }
-    /// Everything that the server says until it hangs up.
+    /// Everything the server sends until it disconnects.
     static QByteArray answerOf(QLocalSocket &socket)
     {
         QByteArray answer;

@@ -1,4 +1,4 @@
-// Real speech, real recogniser, real windows. Only sentences that the engine reliably gets are asserted word by word.
+// Real speech, recogniser and windows. Only sentences that the engine reliably recognises are asserted word by word.
 
 #include "EndToEnd/TalmoFixture.h"
 
@@ -71,7 +71,7 @@ TEST_F(DictationEndToEndTest, insertsTextWhileRightCtrlIsHeld)
     doubleTap();
     ASSERT_TRUE(talmoSays(u"state: recording"_s));
     speak(u"thank you very much"_s);
-    keyboard.press(key); // Stops, and stays down until the text is there.
+    keyboard.press(key); // Stops recording; stays down until the text arrives.
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
     EXPECT_TRUE(windowShows(u"Thank you very much."_s));
     keyboard.release(key);
@@ -109,7 +109,7 @@ TEST_F(DictationEndToEndTest, twoDictationsWithinASecondArriveAndRestoreClipboar
     copy(u"clipboard before"_s);
     dictate(u"hello world"_s);
     ASSERT_TRUE(talmoSays(u"state: idle"_s));
-    testbed::passTime(310ms); // Just long enough to be no second tap.
+    testbed::passTime(310ms); // Just longer than the double-tap window.
     dictate(u"thank you very much"_s);
     EXPECT_TRUE(windowShows(u"Hello world.Thank you very much."_s));
     EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
@@ -125,7 +125,7 @@ TEST_F(DictationEndToEndTest, rightCtrlAsModifierRecordsNothing)
         keyboard.release(key);
         testbed::passTime(50ms);
     }
-    // At once: the press is held back for the moment, and then counts.
+    // Immediately: the press is deferred and then counts.
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(u"Hello world."_s));
     int recordings = 0;
@@ -144,7 +144,7 @@ TEST_F(DictationEndToEndTest, silenceReportsNoSpeechAndNextDictationWorks)
     keyboard.release(key);
     EXPECT_TRUE(talmoSays(u"error: No speech detected."_s));
     EXPECT_TRUE(talmoSays(u"state: error"_s));
-    testbed::passTime(350ms); // The gap that keeps the next press from being a double-tap.
+    testbed::passTime(350ms); // Longer than the double-tap window.
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(u"Hello world."_s));
 }

@@ -1,4 +1,4 @@
-// A real clipboard history beside Talmo: it records what people copy, and not what they dictate.
+// With a real clipboard history running: it records what the user copies, not what Talmo pastes.
 
 #include "EndToEnd/TalmoFixture.h"
 
@@ -10,7 +10,7 @@ namespace {
 
 class HistoryEndToEndTest : public TalmoFixture {
 protected:
-    /// What a program says on its standard output; `input` is what it reads.
+    /// The program's standard output; `input` goes to its standard input.
     QByteArray run(const QString &program, const QStringList &arguments, const QByteArray &input = {})
     {
         QProcess process;
@@ -22,7 +22,7 @@ protected:
         return process.readAllStandardOutput();
     }
 
-    /// The history, the latest first.
+    /// The history, latest first.
     QByteArray history()
     {
         return run(u"copyq"_s, {u"eval"_s, u"--"_s, u"for (i = 0; i < size(); ++i) print(str(read(i)) + ';')"_s});
@@ -34,7 +34,7 @@ protected:
 TEST_F(HistoryEndToEndTest, copyQRecordsCopiesButNoDictation)
 {
     testbed::ChildProcess copyQ(u"copyq"_s, {}, environment);
-    // What is copied before it listens is not recorded.
+    // Copies made before it listens are not recorded.
     int number = 0;
     const auto isRecorded = [this, &number] {
         if (history().isEmpty()) {

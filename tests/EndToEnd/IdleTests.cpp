@@ -1,4 +1,4 @@
-// Nothing is dictated, so nothing happens: no timer, no repaint, no wake-up, in any thread.
+// While idle, no timer, repaint or wake-up occurs in any thread.
 
 #include "EndToEnd/TalmoFixture.h"
 
@@ -18,11 +18,11 @@ namespace {
 using IdleEndToEndTest = TalmoFixture;
 
 constexpr auto watched = 30s;
-/// Until what belongs to a dictation is over: the microphone's stream, the clipboard's restore, and the threads with
-/// which Qt draws, which it lets go half a minute after it needed them.
+/// Until everything after a dictation is over: the microphone's stream, the clipboard's restore, and Qt's drawing
+/// threads, which exit after 30 idle seconds.
 constexpr auto aftermath = 35s;
 
-/// What the tracer saw, but for the call in which each thread was waiting when it came.
+/// The system calls traced, without the one in which each thread was blocked when tracing started.
 QStringList callsMade(const QString &file)
 {
     QFile trace(file);
@@ -51,7 +51,7 @@ TEST_F(IdleEndToEndTest, noThreadWakesUpWhileIdle)
     dictate(u"hello world"_s);
     ASSERT_TRUE(windowShows(u"Hello world."_s));
     testbed::VirtualPointer pointer;
-    pointer.clickAt({1024 - 12, 12}); // The panel was open once, too.
+    pointer.clickAt({1024 - 12, 12}); // The panel has been open once, too.
     testbed::passTime(500ms);
     pointer.clickAt({500, 600});
     testbed::passTime(aftermath);
@@ -68,7 +68,7 @@ TEST_F(IdleEndToEndTest, noThreadWakesUpWhileIdle)
     const auto calls = callsMade(file);
     EXPECT_TRUE(calls.isEmpty()) << calls.size() << " calls:\n" << qPrintable(calls.mid(0, 40).join(QLatin1Char('\n')));
 
-    // The tracer does see what happens when something does.
+    // Prove that the tracer does record activity.
     testbed::ChildProcess second(u"strace"_s, {u"-f"_s, u"-o"_s, file, u"-p"_s, QString::number(talmo->processId())},
                                  environment);
     ASSERT_TRUE(second.waitForLine(u"attached"_s, patience));

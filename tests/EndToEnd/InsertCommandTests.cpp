@@ -1,4 +1,4 @@
-// talmoctl insert: through the Talmo that runs, and without one.
+// talmoctl insert, with and without a running Talmo.
 
 #include "EndToEnd/TalmoFixture.h"
 
@@ -16,7 +16,7 @@ namespace {
 
 class InsertCommandEndToEndTest : public TalmoFixture {
 protected:
-    /// Its exit status, once the caller may go on.
+    /// Runs talmoctl insert; returns its exit status.
     int insert(const QByteArray &text, const QStringList &options = {})
     {
         QProcess process;
@@ -36,7 +36,7 @@ protected:
         return environment.value(u"XDG_RUNTIME_DIR"_s) + u"/talmo"_s + environment.value(u"DISPLAY"_s);
     }
 
-    /// The processes that run our talmoctl, by their ids.
+    /// The ids of the processes running our talmoctl.
     static QStringList talmoctlProcesses()
     {
         QStringList found;
@@ -164,7 +164,7 @@ TEST_F(InsertCommandEndToEndTest, refusesMalformedRequestAndServesTheNext)
         ASSERT_TRUE(testbed::waitUntil([&socket] { return socket.canReadLine(); }, patience)) << request.toStdString();
         EXPECT_TRUE(socket.readLine().contains("does not know")) << request.toStdString();
     }
-    QLocalSocket silent; // Says nothing, and is nobody's problem.
+    QLocalSocket silent; // A client that sends nothing must not block others.
     silent.connectToServer(socketPath());
     EXPECT_EQ(insert("typed by a script"), 0) << output.toStdString();
     EXPECT_TRUE(windowShows(u"typed by a script"_s));

@@ -1,4 +1,4 @@
-// Somebody speaks on, quits or logs out while a sentence is not in its window yet: it arrives all the same.
+// The next dictation, quitting and logging out while a sentence is still being processed: it must still arrive.
 
 #include "EndToEnd/TalmoFixture.h"
 
@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// The model server takes the request and never answers.
+/// The model server accepts the request and never answers.
 class InterruptionEndToEndTest : public TalmoFixture {
 protected:
     void beEditing()
@@ -26,7 +26,7 @@ protected:
         ASSERT_TRUE(talmo->waitForLine(u"language model: test-model"_s, patience));
         dictate(u"hello world"_s);
         ASSERT_TRUE(server.waitForChats(1));
-        testbed::passTime(350ms); // A press before that would be a second tap.
+        testbed::passTime(350ms); // Longer than the double-tap window.
     }
     int count(const QString &text) const
     {
@@ -45,7 +45,7 @@ TEST_F(InterruptionEndToEndTest, pressDuringEditInsertsSentenceAndRecordsNext)
 {
     beEditing();
     keyboard.press(key);
-    speak(u"thank you very much"_s); // At once: the recording has not begun yet.
+    speak(u"thank you very much"_s); // Immediately, before recording has started.
     EXPECT_EQ(server.chats().size(), 1U);
     server.answerWith({{u"answer"_s, u"Edited thanks."_s}});
     keyboard.release(key);
@@ -97,7 +97,9 @@ TEST_F(InterruptionEndToEndTest, sessionEndWaitsUntilSentenceIsInserted)
     EXPECT_TRUE(windowShows(u"Hello world."_s));
     const auto idle = talmo->waitForLine(u"state: idle"_s, patience);
     ASSERT_TRUE(idle);
-    EXPECT_LE(idle->time, saved->time + 2s); // The model would have been waited for ten; pipes are read in any order.
+    EXPECT_LE(idle->time,
+              saved->time +
+                  2s); // Well below the model's ten-second timeout. The two pipes may be read in either order.
     manager.writeLine(u"die"_s);
     EXPECT_TRUE(testbed::waitUntil([this] { return !talmo->isRunning(); }, patience));
 }
@@ -115,7 +117,7 @@ TEST_F(InterruptionEndToEndTest, holdReleasedBeforeRecordingStartsClosesMicropho
 {
     openQtWindow();
     startTalmo();
-    sound->freeze(); // The microphone takes its time to open.
+    sound->freeze(); // The microphone opens slowly.
     keyboard.press(key);
     testbed::passTime(250ms);
     keyboard.release(key);

@@ -1,4 +1,4 @@
-// What others on the machine get of Talmo: nothing.
+// What other processes can reach of Talmo: nothing.
 
 #include "EndToEnd/TalmoFixture.h"
 
@@ -16,7 +16,7 @@ namespace {
 
 class IsolationEndToEndTest : public TalmoFixture {
 protected:
-    /// Descriptors of a process that a program it starts would get.
+    /// The process's descriptors that its children would inherit.
     static QStringList inheritable(const QString &process)
     {
         QStringList found;
@@ -50,7 +50,7 @@ TEST_F(IsolationEndToEndTest, childProcessesInheritNoDescriptors)
     startTalmo();
     dictate(u"hello world"_s);
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
-    // What the tests were started with, Talmo was started with too.
+    // Talmo inherits the test's own descriptors.
     const QStringList given = inheritable(u"self"_s);
     for (const auto &descriptor : inheritable(QString::number(talmo->processId()))) {
         EXPECT_TRUE(given.contains(descriptor)) << descriptor.toStdString();

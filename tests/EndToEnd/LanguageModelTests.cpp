@@ -1,4 +1,4 @@
-// Spoken words, edited by a model server in a process of its own.
+// Speech edited by a model server in a separate process.
 
 #include "EndToEnd/TalmoFixture.h"
 
@@ -22,9 +22,9 @@ protected:
         desktop.storeSettings(settings);
         openQtWindow();
         startTalmo();
-        ASSERT_TRUE(talmo->waitForLine(u"language model: test-model"_s, patience)); // Before or after it is ready.
+        ASSERT_TRUE(talmo->waitForLine(u"language model: test-model"_s, patience)); // May come before or after "ready".
     }
-    /// What a demo window says of line ends.
+    /// Line ends as the demo window prints them.
     static QString shown(QString text) { return text.replace(u"\n"_s, u"\\n"_s); }
 };
 
@@ -71,7 +71,7 @@ TEST_F(LanguageModelEndToEndTest, serverKilledDuringRequestLosesNoSentence)
     server.kill();
     EXPECT_TRUE(windowShows(u"Hello world."_s));
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
-    // The next one is not even tried with it. A press right after a release would be a double-tap.
+    // The next dictation does not try it. The pause keeps its press from being a double tap.
     testbed::passTime(std::chrono::milliseconds(400));
     dictate(u"hello world"_s);
     EXPECT_TRUE(talmoSays(u"state: idle"_s));

@@ -1,5 +1,5 @@
-// The neural recogniser in the whole of Talmo, with a made model that tells low sound from high. Skipped, and said so,
-// where TALMO_NEURAL_LIBRARY does not name its library.
+// The neural recogniser end to end, with a generated model that tells low from high tones. Skipped, with a message,
+// unless TALMO_NEURAL_LIBRARY names its library.
 
 #include "EndToEnd/TalmoFixture.h"
 
@@ -37,7 +37,7 @@ protected:
                                     {QStringLiteral(TALMO_TESTS_FOLDER "/Support/make_toy_model.py"), folder}),
                   0);
     }
-    /// Hold, a low tone, let go.
+    /// Holds the key, plays a low tone, releases.
     void dictateTone()
     {
         keyboard.press(key);
@@ -59,7 +59,7 @@ protected:
     const QString tone = desktop.folder() + u"/tone.wav"_s;
 };
 
-/// Somebody who speaks a language of which no model is here yet.
+/// A user whose language has no installed model.
 class ModelInstallationEndToEndTest : public NeuralEndToEndTest {
 protected:
     ModelInstallationEndToEndTest() { language = u"fr_FR"_s; }
@@ -122,7 +122,7 @@ TEST_F(NeuralEndToEndTest, recogniserCanBeChangedWhileRunning)
     EXPECT_TRUE(windowShows(u"Hello world."_s));
     ASSERT_TRUE(talmoSays(u"state: idle"_s));
     EXPECT_EQ(quitTalmo(), 0);
-    startTalmo(); // It is remembered.
+    startTalmo(); // The choice persists.
     dictate(u"thank you very much"_s);
     EXPECT_TRUE(windowShows(u"Hello world.Thank you very much."_s));
 }

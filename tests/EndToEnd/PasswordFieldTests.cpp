@@ -1,4 +1,4 @@
-// Fields for passwords in real windows, over a real accessibility bus.
+// Password fields in real windows, over a real accessibility bus.
 
 #include "EndToEnd/TalmoFixture.h"
 
@@ -24,7 +24,7 @@ protected:
         environment.insert(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s, u"1"_s);
     }
 
-    /// As a desktop does that has accessibility.
+    /// Starts the accessibility bus as a desktop with accessibility does.
     void startAccessibility()
     {
         auto session = QDBusConnection::connectToBus(environment.value(u"DBUS_SESSION_BUS_ADDRESS"_s), u"test"_s);
@@ -34,7 +34,7 @@ protected:
         QDBusConnection::disconnectFromBus(u"test"_s);
     }
 
-    /// Its exit status.
+    /// Runs talmoctl insert; returns its exit status.
     int insert(const QByteArray &text)
     {
         testbed::ChildProcess process(QStringLiteral(TALMO_BIN "/talmoctl"), {u"insert"_s}, environment);
@@ -49,7 +49,7 @@ protected:
     QString output;
 };
 
-/// The program that makes the window.
+/// Runs for each toolkit; the parameter is the window's program.
 class PasswordFieldToolkitTest : public PasswordFieldEndToEndTest, public testing::WithParamInterface<QString> {
 protected:
     PasswordFieldToolkitTest() { startAccessibility(); }

@@ -1,4 +1,4 @@
-// What people see, on a real desktop: tray, panel, overlay and settings, and the focus that none of them takes.
+// The user interface on a real desktop: tray, panel, overlay and settings, none of which takes the focus.
 
 #include "EndToEnd/TalmoFixture.h"
 
@@ -20,7 +20,7 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr QSize screen(1024, 640);
-/// Around the card, in the same window.
+/// The margin around the card, inside its window.
 constexpr int shadow = 24;
 constexpr quint32 escapeKey = 0xff1b;
 constexpr quint32 returnKey = 0xff0d;
@@ -28,7 +28,7 @@ constexpr quint32 endKey = 0xff57;
 
 class UiEndToEndTest : public TalmoFixture {
 protected:
-    /// Talmo's own windows that no window manager handles and that are larger than an icon.
+    /// Talmo's unmanaged windows that are larger than an icon.
     QList<testbed::VirtualDesktop::Window> cards()
     {
         QList<testbed::VirtualDesktop::Window> found;
@@ -53,7 +53,7 @@ protected:
         return std::any_of(shown.cbegin(), shown.cend(),
                            [](const auto &each) { return each.geometry.size() == screen; });
     }
-    /// True when the frontmost window is a card.
+    /// Whether the topmost window is a card.
     bool cardIsInFront() { return !cards().isEmpty() && desktop.visibleWindows().last().program == "talmo"; }
 
     QImage corner() { return desktop.screenshot().copy(screen.width() - 30, 0, 30, 26); }
@@ -66,7 +66,7 @@ protected:
         const QImage before = corner();
         startTalmo();
         ASSERT_TRUE(testbed::pollUntil([&] { return corner() != before; }, patience));
-        // Two pictures of it that are the same: it is done.
+        // Two equal screenshots: drawing has finished.
         QImage last;
         ASSERT_TRUE(testbed::pollUntil([&] { return std::exchange(last, corner()) == last; }, patience));
     }
@@ -121,7 +121,7 @@ TEST_F(UiEndToEndTest, overlayStaysAboveFullScreenAndLaterWindows)
     ASSERT_TRUE(desktop.waitForActiveWindow(u"Other"_s, patience));
     EXPECT_TRUE(testbed::pollUntil([this] { return cardIsInFront(); }, patience));
     keyboard.tap(key);
-    EXPECT_TRUE(talmoSays(u"state: error"_s)); // Nothing was said.
+    EXPECT_TRUE(talmoSays(u"state: error"_s)); // No speech.
 }
 
 TEST_F(UiEndToEndTest, overlayIsOnPointersScreenAboveItsPanel)
@@ -132,7 +132,7 @@ TEST_F(UiEndToEndTest, overlayIsOnPointersScreenAboveItsPanel)
     };
     addScreen(u"left"_s, u"600/160x640/170+0+0"_s, u"screen"_s);
     addScreen(u"right"_s, u"424/110x500/130+600+0"_s, u"none"_s);
-    // The bar is at the lower edge of the desktop, which the left screen alone reaches.
+    // The bar is at the desktop's lower edge, which only the left screen reaches.
     tray = testbed::startTray(environment, {u"--edge"_s, u"bottom"_s, u"--align"_s, u"left"_s, u"--height"_s, u"30"_s});
     openQtWindow();
     startTalmo();
@@ -177,7 +177,7 @@ TEST_F(UiEndToEndTest, cardIsShapedWithoutCompositor)
     ASSERT_TRUE(cardComes());
     const int bottom = screen.height() - 90;
     const QRect card(QPoint(screen.width() / 2 - 110, bottom - 50), QPoint(screen.width() / 2 + 109, bottom - 1));
-    // The window behind is white: the card's own corner shows it, and its middle does not.
+    // The window behind is white: it shows at the card's corner but not in its middle.
     EXPECT_TRUE(testbed::pollUntil([&] { return desktop.screenshot().pixelColor(card.center()) != QColor(Qt::white); },
                                    patience));
     const QImage picture = desktop.screenshot();
@@ -292,7 +292,7 @@ TEST_F(UiEndToEndTest, panelOpensAtIconAndClosesOnEscapeOrClick)
     ASSERT_TRUE(openPanel());
     EXPECT_GE(cards().first().geometry.y() + shadow, 24);
     EXPECT_LT(cards().first().geometry.y() + shadow, 60);
-    // On a busy machine a first tap may come before the panel has the keyboard; a person taps again.
+    // Under load the first tap may arrive before the panel has the focus, so tap again.
     EXPECT_TRUE(testbed::pollUntil(
         [this] {
             keyboard.tap(escapeKey);
@@ -314,12 +314,12 @@ TEST_F(UiEndToEndTest, dictationStartedInPanelGoesToActiveWindow)
     openQtWindow();
     startTalmoWithIcon();
     ASSERT_TRUE(openPanel());
-    keyboard.tap(returnKey); // The first row: start.
+    keyboard.tap(returnKey); // First row: start.
     ASSERT_TRUE(talmoSays(u"state: recording"_s));
     speak(u"hello world"_s);
     pointer.clickAt(icon);
-    ASSERT_TRUE(testbed::pollUntil([this] { return cards().size() == 2; }, patience)); // The overlay is the other.
-    keyboard.tap(returnKey);                                                           // The first row: stop.
+    ASSERT_TRUE(testbed::pollUntil([this] { return cards().size() == 2; }, patience)); // The other is the overlay.
+    keyboard.tap(returnKey);                                                           // First row: stop.
     EXPECT_TRUE(windowShows(u"Hello world."_s));
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
     EXPECT_EQ(desktop.activeWindowTitle(), u"Target"_s);
@@ -376,7 +376,7 @@ TEST_F(UiEndToEndTest, secondInstanceOpensSettingsOfFirstAndExits)
         EXPECT_TRUE(desktop.waitForActiveWindow(u"Target"_s, patience));
     }
     EXPECT_TRUE(talmo->isRunning());
-    // Dictating goes on as before.
+    // Dictation still works.
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(u"Hello world."_s));
 }
@@ -395,7 +395,7 @@ TEST_F(UiEndToEndTest, dictatesIntoOwnSettingsWindow)
     startTalmo();
     testbed::ChildProcess second(QStringLiteral(TALMO_BIN "/talmo"), {}, environment);
     ASSERT_TRUE(desktop.waitForActiveWindow(u"Talmo Settings"_s, patience));
-    // To the dictionary, and into its field.
+    // To the dictionary tab and its text field.
     keyboard.press(testbed::VirtualKeyboard::controlLeft);
     keyboard.tap(testbed::VirtualKeyboard::tab);
     keyboard.release(testbed::VirtualKeyboard::controlLeft);

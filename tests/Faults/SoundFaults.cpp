@@ -117,7 +117,7 @@ protected:
         startTalmo();
         holdAndSpeak();
         keyboard.release(key);
-        EXPECT_TRUE(talmoSays(u"raw transcript: "_s)); // Which words depends on the rate.
+        EXPECT_TRUE(talmoSays(u"raw transcript: "_s)); // The words depend on the rate.
         EXPECT_TRUE(talmoSays(u"state: idle"_s));
         sound->removeMicrophone();
         sound->addMicrophone();

@@ -29,7 +29,7 @@ protected:
     std::shared_ptr<FakeInputTrust> trust = std::make_shared<FakeInputTrust>();
     std::shared_ptr<ManualClock> clock = std::make_shared<ManualClock>();
     ClipboardPasteInsertionService service{pasteboard, poster, trust, clock};
-    /// Empty while it runs; then "done" or the error's description.
+    /// Empty while running, then "done" or the error's description.
     QString outcome;
     const PasteboardItem item{
         {{u"UTF8_STRING"_s, "old", u"UTF8_STRING"_s, 8}, {u"image/png"_s, "\x89PNG\0x", u"image/png"_s, 8}}};

@@ -13,7 +13,7 @@ namespace {
 
 using testing::ElementsAre;
 
-/// Inserts when the test says so.
+/// Completes an insertion when the test says so.
 class SlowInsertion final : public TextInsertionService {
 public:
     QStringList begun;

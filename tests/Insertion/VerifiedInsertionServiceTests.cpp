@@ -29,7 +29,7 @@ public:
     PasteReceipt answer;
 };
 
-/// What the user is told; empty when the insertion counts as done.
+/// The message shown to the user; empty if the insertion succeeded.
 QString outcomeOf(PasteReceipt::Outcome outcome, const QString &shortcut = u"Ctrl+V"_s)
 {
     const auto inserter = std::make_shared<Inserter>();

@@ -8,7 +8,7 @@ namespace talmo::test {
 
 namespace {
 
-/// What comes out, whole or a byte at a time; "refused" for an Error, "more" where it is not whole.
+/// The result, fed whole or byte by byte; "refused" for an Error, "more" if the response is incomplete.
 QByteArray read(const QByteArray &bytes, bool ends = false)
 {
     QByteArray results;

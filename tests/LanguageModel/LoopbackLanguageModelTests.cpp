@@ -31,8 +31,8 @@ public:
     }
 };
 
-/// A real server in a process of its own; only time is virtual, so that nobody waits ten seconds for a server that
-/// hangs. Everything runs on the test's thread.
+/// A real server in a separate process. Only time is virtual, so that timeouts need no real waiting. Everything runs on
+/// the test's thread.
 class LoopbackLanguageModelTest : public testing::Test {
 protected:
     RecordingLog log;
@@ -58,7 +58,7 @@ protected:
     {
         return model->makeSession(u"instructions"_s)->respond(prompt, {SamplingMode::Greedy, std::nullopt, 64});
     }
-    /// The answer, or what went wrong.
+    /// "answer: " and the text, or "error: " and the message.
     static QString outcome(const QFuture<QString> &future)
     {
         EXPECT_TRUE(waitFor(future));
@@ -74,7 +74,7 @@ protected:
         EXPECT_TRUE(waitFor([&result] { return result->has_value(); }));
         return result->value_or(QString());
     }
-    /// The text, once there is one.
+    /// Holds the text once cleanup has finished.
     std::shared_ptr<std::optional<QString>> cleaning(const QString &transcript)
     {
         auto result = std::make_shared<std::optional<QString>>();
@@ -84,7 +84,7 @@ protected:
         });
         return result;
     }
-    /// One request at a time, each held until it is let go by its name.
+    /// Handles one request at a time, each held until letGo() is called with its name.
     void beSlow(bool isAlone, const QStringList &names)
     {
         QJsonArray rules;
@@ -161,7 +161,7 @@ TEST_F(LoopbackLanguageModelTest, triesLocalhostOverIpv4AndIpv6)
 
 TEST_F(LoopbackLanguageModelTest, reportsLoadingModel)
 {
-    // llama.cpp's server may answer so to everything, or list its model already.
+    // llama.cpp's server may answer every request like this, or list its model already.
     server.behave({{u"models"_s, QJsonObject{{u"status"_s, 503}, {u"body"_s, u"{\"error\":{\"code\":503}}"_s}}}});
     EXPECT_EQ(refreshed(), UnavailableReason::ModelNotReady);
     server.behave({{u"models"_s, QJsonArray{u"m"_s}}, {u"health"_s, 503}});
@@ -237,7 +237,7 @@ TEST_F(LoopbackLanguageModelTest, remoteAddressIsRefusedAndLogged)
     EXPECT_TRUE(isSaid);
 }
 
-/// Each row is a way for a request to go wrong; every one ends in the locally formatted sentence.
+/// Each row makes a request fail in another way; every one ends in locally formatted text.
 TEST_F(LoopbackLanguageModelTest, everyFaultFallsBackToLocalFormatting)
 {
     const std::vector<QJsonObject> rules{
@@ -299,7 +299,7 @@ TEST_F(LoopbackLanguageModelTest, serverKilledDuringRequestFallsBack)
     ASSERT_TRUE(server.waitForChats(1));
     server.kill();
     EXPECT_TRUE(outcome(answer).startsWith(u"error: "_s));
-    // It was looked for anew, and is known to be gone.
+    // It was probed again and found to be gone.
     EXPECT_TRUE(
         waitFor([this] { return model->unavailableReason() == UnavailableReason::AppleIntelligenceNotEnabled; }));
 }
@@ -354,7 +354,7 @@ TEST_F(LoopbackLanguageModelTest, slowParagraphDoesNotAffectOthers)
     ASSERT_TRUE(server.waitForChats(1));
     const auto looks = server.requests().size();
     clock->advance(std::chrono::seconds(10));
-    // The server still edits what nobody waits for any more, and says nothing.
+    // The server is still busy with the abandoned request and sends nothing.
     ASSERT_TRUE(waitFor([&] { return server.requests().size() > looks; }));
     clock->advance(std::chrono::seconds(1));
     ASSERT_TRUE(waitFor([&] { return server.requests().size() > looks + 1; }));

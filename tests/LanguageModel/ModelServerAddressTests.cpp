@@ -85,7 +85,7 @@ TEST(ModelServerAddress, refusesOtherAddressesWithReason)
     }
 }
 
-/// Spellings that some software takes for 127.0.0.1: they end there or are refused, and never lead elsewhere.
+/// Spellings that some software reads as 127.0.0.1: they must resolve to it or be refused, never lead elsewhere.
 TEST(ModelServerAddress, oddNumericSpellingsStayOnLoopback)
 {
     for (const auto &setting :
@@ -96,7 +96,7 @@ TEST(ModelServerAddress, oddNumericSpellingsStayOnLoopback)
                 EXPECT_TRUE(url.host().startsWith(u"127."_s))
                     << setting.toStdString() << " → " << url.toString().toStdString();
             }
-        } catch (const Error &) { // NOLINT(bugprone-empty-catch): refused is as good.
+        } catch (const Error &) { // NOLINT(bugprone-empty-catch): refusing is fine too.
         }
     }
 }

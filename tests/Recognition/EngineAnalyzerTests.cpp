@@ -16,8 +16,8 @@ namespace {
 
 constexpr auto standstill = EngineAnalyzer::longestStandstill;
 
-/// An engine that takes as long in virtual time as a test says, and says a word for each buffer. The recogniser's
-/// thread is the test's own, so one that hangs is one whose work is never run.
+/// An engine that takes as much virtual time as the test says and recognises one word per buffer. The decoder thread is
+/// the test's thread; an engine that hangs is one whose work is never run.
 struct Engine {
     std::shared_ptr<ManualClock> clock = std::make_shared<ManualClock>();
     Duration loadTime{0};
@@ -130,7 +130,7 @@ TEST_F(EngineAnalyzerTest, engineFarBehindLosesNothing)
 
 TEST_F(EngineAnalyzerTest, stalledEngineFailsAndKeepsResults)
 {
-    // The input never ends, as far as the engine gets to see: it waits for ever.
+    // The engine never sees the end of the input, so it waits forever.
     const auto analyzer = makeAnalyzer(thread);
     analyzer->start(input.first, {});
     speak(2);

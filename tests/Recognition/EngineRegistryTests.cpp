@@ -12,7 +12,7 @@
 
 #include <gmock/gmock.h>
 
-#if defined(__has_feature) // clang's way to tell; g++ has macros.
+#if defined(__has_feature) // For clang; g++ defines macros.
 #define TALMO_HAS_FEATURE(feature) __has_feature(feature)
 #else
 #define TALMO_HAS_FEATURE(feature) 0

@@ -1,4 +1,4 @@
-// A stop that comes after a start has failed halfway.
+// Stopping after a start that failed halfway.
 
 #include "Base/Task.h"
 #include "Input/Audio/AudioRecorder.h"

@@ -19,7 +19,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// User defaults without a value, which tell when they are read or written.
+/// Empty user defaults that report every read and write.
 class WatchedDefaults final : public UserDefaults {
 public:
     std::function<void(const QString &)> onSet = [](const QString &) {};
@@ -52,7 +52,7 @@ protected:
     }
 
     void note(const QString &what) { events.push_back(what + u": "_s + value()); }
-    /// All values at once, so that a setter that changes another one is seen.
+    /// All values at once, to notice a setter that changes another value.
     QString value() const
     {
         return QStringList{settings.aiCleanupEnabled() ? u"ai"_s : u"-"_s,

@@ -17,7 +17,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
 
-/// Writes down what it is asked for; registering fails when told so.
+/// Records its calls; registering fails on demand.
 class TalmoSettingsTest : public testing::Test {
 protected:
     std::shared_ptr<MemoryUserDefaults> defaults = std::make_shared<MemoryUserDefaults>();

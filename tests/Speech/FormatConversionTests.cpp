@@ -12,7 +12,7 @@ namespace {
 
 const AudioFormat target{16000, 1, SampleType::Int16};
 
-/// Writes down what it was asked and takes what it is given.
+/// Records its calls and consumes its input.
 class ScriptedConverter final : public AudioConverter {
 public:
     struct Script {
@@ -65,7 +65,7 @@ protected:
         box.targetFormat = target;
     }
 
-    /// What the analyzer gets for this buffer.
+    /// What the analyzer receives for this buffer.
     std::shared_ptr<const AudioBuffer> send(const std::shared_ptr<const AudioBuffer> &buffer)
     {
         std::shared_ptr<const AudioBuffer> received;

@@ -50,7 +50,7 @@ QCoro::Task<void> noteOutcome(QCoro::Task<Value> task, QString *outcome)
     }
 }
 
-/// The actor runs on the test's own thread here: everything but the threads is real.
+/// Runs on the test's thread; everything else is real.
 class SpeechTranscriptionServiceTest : public testing::Test {
 protected:
     template <typename Value>
@@ -340,10 +340,10 @@ TEST_F(SpeechTranscriptionServiceTest, secondStartKeepsFirstHandlerAndFreesRepla
     const auto first = platform->lastAnalyzer;
     EXPECT_EQ(start(), u"done"_s);
     EXPECT_EQ(platform->livingAnalyzers, 2);
-    speak(); // Goes to the first one: the recorder keeps its handler.
+    speak(); // Goes to the first analyzer: the recorder keeps its handler.
     settle();
     EXPECT_EQ(*platform->receivedBuffers, 1);
-    recorder->stop(); // Drops the first handler, and with it the first stream's last continuation.
+    recorder->stop(); // Drops the first handler and with it the first stream's last continuation.
     settle();
     EXPECT_TRUE(first.expired());
     EXPECT_EQ(platform->livingAnalyzers, 1);

@@ -1,4 +1,4 @@
-// The states between idle and transcribing, results that come late, and the failures of each step.
+// The states between idle and transcribing, late results, and failures of each step.
 
 #include "Speech/SpeechTranscriptionService.h"
 
@@ -22,7 +22,7 @@ namespace {
 
 const QString notRecording = u"Not currently recording."_s;
 
-/// Makes no converter, and writes down between which formats it was to.
+/// Creates no converter; records the formats requested.
 class WatchedConverters final : public AudioConverterFactory {
 public:
     mutable std::vector<std::pair<AudioFormat, AudioFormat>> asked;
@@ -50,7 +50,7 @@ QCoro::Task<void> noteOutcome(QCoro::Task<Value> task, std::shared_ptr<QString> 
 
 class TranscriptionStatesTest : public testing::Test {
 protected:
-    /// What the task comes to; empty while it waits.
+    /// The task's outcome; empty while it is pending.
     template <typename Value>
     std::shared_ptr<QString> run(QCoro::Task<Value> task)
     {
@@ -274,7 +274,7 @@ TEST_F(TranscriptionStatesTest, nextResultWaitsForUpdateHandler)
     onUpdate = [&] {
         EXPECT_FALSE(isUpdating) << "the next update came within this one";
         isUpdating = true;
-        settle(); // Whatever could run now, runs.
+        settle(); // Runs everything that is ready.
         isUpdating = false;
     };
     const auto continuation = results().second;
@@ -310,7 +310,7 @@ TEST_F(TranscriptionStatesTest, stopWaitsForResultErrorReport)
     auto outcome = std::make_shared<QString>();
     bool wasReported = false;
     onError = [&] {
-        settle(); // Whatever could run now, runs.
+        settle(); // Runs everything that is ready.
         EXPECT_EQ(*outcome, QString());
         wasReported = true;
     };

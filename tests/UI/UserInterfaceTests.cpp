@@ -114,7 +114,7 @@ TEST_F(UserInterfaceTest, closesOpenPanelAndAwaitsKeyboard)
     EXPECT_TRUE(cleared.isFinished());
 }
 
-/// Whoever cannot see the panel or the settings still knows what everything is, and gets everywhere with Tab.
+/// With a screen reader every control has a name, and every control is reachable with Tab.
 TEST_F(UserInterfaceTest, everyControlHasNameAndRole)
 {
     world.setPermissions(false, false, false);
@@ -158,7 +158,7 @@ TEST_F(UserInterfaceTest, tabMovesThroughSettingsTopToBottom)
         last = top;
         ++visited;
     }
-    EXPECT_EQ(visited, 5); // The tabs, three toggles and the picker.
+    EXPECT_EQ(visited, 5); // The tab bar, three toggles and the picker.
 }
 
 } // namespace talmo::test

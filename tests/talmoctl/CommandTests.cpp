@@ -1,4 +1,4 @@
-// talmoctl as people and scripts meet it: the program itself, its output, its errors and its exit status.
+// talmoctl as users and scripts see it: the program, its output, errors and exit status.
 
 #include "Cleanup/CleanupInstructions.h"
 #include "SpokenText.h"
@@ -77,7 +77,7 @@ protected:
     {
         return run(u"bash"_s, {u"-c"_s, u"talmoctl() { '%1' \"$@\"; }; "_s.arg(program) + script});
     }
-    /// It succeeded, said this, and nothing else.
+    /// Succeeded with exactly this output.
     static void expectOutput(const Result &result, const std::string &output)
     {
         EXPECT_EQ(result.status, 0) << result.errors;
@@ -96,7 +96,7 @@ protected:
         EXPECT_TRUE(file.open(QFile::ReadOnly)) << path.toStdString();
         return QString::fromUtf8(file.readAll());
     }
-    /// The long options that a command's own help names.
+    /// The long options listed in a command's help.
     QStringList optionsOf(const QString &command) const
     {
         static const QRegularExpression word(u"--[a-z-]+"_s);
@@ -367,7 +367,7 @@ TEST_F(TalmoctlTest, listsModelsAndInstallsFromLoopbackServer)
 
 TEST_F(TalmoctlTest, modelUseReportsFullDisk)
 {
-    // A file that may not grow is refused as by a full disk; what is ignored stays so in the program.
+    // A file size limit fails like a full disk. The ignored signal stays ignored in the child process.
     const auto full = shell(u"trap '' XFSZ; ulimit -f 0; talmoctl model use embedded"_s);
     EXPECT_EQ(full.status, 1);
     EXPECT_EQ(full.output, "");

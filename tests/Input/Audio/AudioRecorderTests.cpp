@@ -17,7 +17,7 @@ const std::string tap = "installTap 2048";
 
 class AudioRecorderTest : public testing::Test {
 protected:
-    /// The message of the error that starting gives.
+    /// The message of the error thrown by start().
     QString startError()
     {
         try {

@@ -33,7 +33,7 @@ QString writeSilence(const QString &path, int sampleRate, int channels)
     return path;
 }
 
-/// Left rises, right falls, frame by frame.
+/// Left rises and right falls, frame by frame.
 QString writeStereoFile(const QString &path, int frames)
 {
     SF_INFO info{};

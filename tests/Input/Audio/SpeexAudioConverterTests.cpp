@@ -30,7 +30,7 @@ std::shared_ptr<AudioBuffer> tone(const AudioFormat &format, quint32 frames, dou
     return buffer;
 }
 
-/// A tone through the whole conversion path, in buffers of this size.
+/// A tone sent through the whole conversion path in buffers of this size.
 std::vector<double> converted(const AudioFormat &from, quint32 bufferSize, int buffers, double frequency)
 {
     const auto converter = SpeexAudioConverterFactory().make(from, target);
@@ -60,7 +60,7 @@ double loudness(const std::vector<double> &samples, std::size_t from)
 
 TEST(SpeexAudioConverter, keepsStateBetweenBuffers)
 {
-    // In pieces of any size the result is that of one piece: no clicks at the seams.
+    // Any buffer size yields the same result, without clicks between buffers.
     const auto whole = converted({48000, 1, SampleType::Float32}, 48000, 1, 440);
     const auto pieces = converted({48000, 1, SampleType::Float32}, 480, 100, 440);
     ASSERT_EQ(whole.size(), pieces.size());

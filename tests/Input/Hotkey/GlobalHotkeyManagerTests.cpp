@@ -127,7 +127,7 @@ TEST_F(GlobalHotkeyManagerTest, otherModifierWhileFnIsUpChangesNothing)
 
 namespace {
 
-/// Time and timers are what the test says; a cancelled sleep goes on, as one does that is due already.
+/// Time and timers are under the test's control. Cancelling has no effect, as for a timer that is already due.
 class StoppedClock final : public Clock {
 public:
     Instant time{1h};
@@ -147,7 +147,7 @@ TEST_F(GlobalHotkeyManagerTest, timerFiringAfterReleaseSignalsNothing)
     monitor->press();
     settle();
     monitor->release();
-    // A new press, undecided like the one that the timer was for.
+    // A new press, as undecided as the one the timer was started for.
     stopped->time += 400ms;
     monitor->press();
     std::exchange(stopped->timer, Completion<void>::make())->finish();

@@ -1,4 +1,4 @@
-// The order in which the permissions are read, announced and stored.
+// The order in which permissions are read, announced and stored.
 
 #include "Input/Permissions/PermissionsManager.h"
 
@@ -16,7 +16,7 @@ using testing::ElementsAre;
 
 class PermissionAnnouncementTest : public testing::Test {
 protected:
-    /// What the system says; every question is written down, with what the manager holds at that time.
+    /// The system's answers; records every query and the manager's values at that time.
     class Authorization final : public AuthorizationSource {
     public:
         explicit Authorization(PermissionAnnouncementTest &test)

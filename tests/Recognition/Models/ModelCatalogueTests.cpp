@@ -113,7 +113,7 @@ TEST(ModelCatalogue, permitsPlainHttpOnLoopbackOnly)
 {
     EXPECT_TRUE(isPermittedAddress(QUrl(u"http://127.0.0.1:80/x"_s)));
     EXPECT_TRUE(isPermittedAddress(QUrl(u"http://[::1]/x"_s)));
-    EXPECT_FALSE(isPermittedAddress(QUrl(u"http://localhost/x"_s))); // Whatever that name may lead to.
+    EXPECT_FALSE(isPermittedAddress(QUrl(u"http://localhost/x"_s))); // The name may resolve to anything.
     EXPECT_FALSE(isPermittedAddress(QUrl(u"http://127.0.0.1.example.org/x"_s)));
     EXPECT_FALSE(isPermittedAddress(QUrl(u"http://127.0.0.1@example.org/x"_s)));
 }

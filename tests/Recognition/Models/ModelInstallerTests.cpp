@@ -1,4 +1,4 @@
-// Models over a real connection to a server that misbehaves, onto a real disk.
+// Installs models over a real connection from a misbehaving server to a real disk.
 
 #include "Recognition/Models/ModelInstaller.h"
 
@@ -50,7 +50,7 @@ protected:
         made.licence = u"public domain"_s;
         return made;
     }
-    /// One with a size and a checksum.
+    /// An entry with a size and a checksum.
     ModelEntry measured(const QString &path) const
     {
         auto made = entry(path);
@@ -67,7 +67,7 @@ protected:
         return executor->run<void>(
             [this, wanted, onProgress] { return installer.install(wanted, onProgress, stop.get_token()); });
     }
-    /// What went wrong; empty when it is installed. Pauses between tries pass at once.
+    /// The error message; empty if installed. Pauses between retries take no time.
     QString install(const ModelEntry &wanted)
     {
         const auto future = begin(wanted);
@@ -102,7 +102,7 @@ protected:
         EXPECT_EQ(inModelsFolder(), (QStringList{u".lock"_s, u"toy"_s}));
         EXPECT_EQ(QFile(home.filePath(u"models/toy/model.onnx"_s)).size(), 5001);
     }
-    /// Not the model, nor anything that was on the way to become one; perhaps a part for the next try.
+    /// Expects neither the model nor an incomplete one, except for a partial download.
     void expectNothing(const QStringList &left = {}) const
     {
         EXPECT_EQ(inModelsFolder(), QStringList{u".lock"_s} + left);
@@ -186,7 +186,8 @@ TEST_F(ModelInstallerTest, nextInstallationResumesCancelledOne)
 TEST_F(ModelInstallerTest, changedFileIsDownloadedAgain)
 {
     EXPECT_EQ(install(entry(u"/good.zip?break=2000&changing=1"_s)), QString());
-    EXPECT_THAT(server->requests().last().toStdString(), HasSubstr("bytes=2000- \"mark-1\"")); // Not this one any more.
+    EXPECT_THAT(server->requests().last().toStdString(),
+                HasSubstr("bytes=2000- \"mark-1\"")); // The file with this mark is gone.
     expectInstalled();
 }
 
@@ -277,7 +278,7 @@ TEST_F(ModelInstallerTest, rejectsWrongChecksum)
 TEST_F(ModelInstallerTest, reportsUnreachableServerAfterRetries)
 {
     auto wanted = entry(u"/good.zip"_s);
-    wanted.address = QUrl(u"http://127.0.0.1:9/x"_s); // Nobody discards here any more.
+    wanted.address = QUrl(u"http://127.0.0.1:9/x"_s); // Nothing listens on the discard port.
     EXPECT_NE(install(wanted), QString());
     expectNothing();
 }
@@ -315,7 +316,7 @@ TEST_F(ModelInstallerTest, rejectsUntrustedCertificate)
 
 TEST_F(ModelInstallerTest, fullDiskIsReportedAndCleanedUp)
 {
-    // What the disk has no room for and what a file may not grow to are refused in the same way.
+    // A file size limit fails in the same way as a full disk.
     rlimit before{};
     ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
     const auto handler = std::signal(SIGXFSZ, SIG_IGN);
@@ -403,7 +404,7 @@ TEST_F(ModelInstallerTest, everythingIsPrivateWhateverTheUmask)
     auto future = begin(measured(u"/good.zip?stall=2000"_s));
     EXPECT_TRUE(waitFor([this] { return progress.back().done == 2000; }));
     stop.request_stop();
-    outcome(future); // A part and its notes are left.
+    outcome(future); // Leaves a partial download and its metadata.
     umask(before);
     QDirIterator each(home.filePath(u"models"_s), QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
                       QDirIterator::Subdirectories);

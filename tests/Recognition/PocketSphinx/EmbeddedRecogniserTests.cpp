@@ -19,7 +19,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// A recogniser with these words, which is told to transcribe what a voice says.
+/// Transcribes synthesised speech with this vocabulary.
 class Listener {
 public:
     explicit Listener(const PersonalVocabulary &vocabulary = {}, MicrophoneKnowledge microphone = {})
@@ -60,7 +60,7 @@ TEST(EmbeddedRecogniser, recognisesCustomVocabularyInUsersSpelling)
     Listener listener({{u"Kubernetes"_s, u"CloudFormation"_s}, {}});
     EXPECT_TRUE(listener.hears(u"the kubernetes cluster"_s).contains(u"Kubernetes"_s));
     EXPECT_TRUE(listener.hears(u"we used cloud formation before that"_s).contains(u"CloudFormation"_s));
-    // Taken out of the list, it is heard as what it sounds like again.
+    // Removed from the list, it is recognised as similar-sounding words again.
     listener.setVocabulary({});
     EXPECT_FALSE(listener.hears(u"the kubernetes cluster"_s).contains(u"Kubernetes"_s));
 }
@@ -107,7 +107,7 @@ TEST(EmbeddedRecogniser, recognisesSpeechInNoise)
 {
     Listener listener;
     constexpr double loudNoise = 0.02;
-    listener.hearsNoisy(u"thank you very much"_s, loudNoise); // By which it learns what it sounds like here.
+    listener.hearsNoisy(u"thank you very much"_s, loudNoise); // Calibrates the microphone.
     for (const auto &text :
          {u"see you tomorrow"_s, u"hello world"_s, u"it takes about an hour to drive to the airport"_s}) {
         EXPECT_EQ(listener.hearsNoisy(text, loudNoise), text);

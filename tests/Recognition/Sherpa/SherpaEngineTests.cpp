@@ -1,5 +1,5 @@
-// The neural recogniser, with a made model that tells low sound from high. Those that need its library are skipped,
-// and say so, where TALMO_NEURAL_LIBRARY does not name it.
+// The neural recogniser with a generated model that tells low from high tones. Tests that need the library are skipped,
+// with a message, unless TALMO_NEURAL_LIBRARY names it.
 
 #include "Input/Audio/SpeexAudioConverter.h"
 #include "Recognition/EngineRegistry.h"
@@ -27,7 +27,7 @@ namespace talmo::test {
 
 namespace {
 
-/// With the real library and a model that works.
+/// With the real library and a working model.
 class SherpaEngineTest : public testing::Test {
 protected:
     void SetUp() override
@@ -76,7 +76,7 @@ protected:
             speech.platform(), std::make_shared<SpeexAudioConverterFactory>(), SerialExecutor::onNewThread(u"speech"_s),
             SerialExecutor::onCurrentThread());
     }
-    /// What goes wrong with a recording; empty where nothing does.
+    /// The error of a recording; empty if there is none.
     QString problemWith(const EngineRegistry &speech, const QString &file)
     {
         return QCoro::waitFor(
@@ -133,9 +133,9 @@ TEST_F(SherpaEngineTest, fallsBackToEmbeddedEngineOnDamagedModel)
 {
     RecordingLog log;
     QFile model(models.filePath(u"toy/model.onnx"_s));
-    ASSERT_TRUE(model.resize(1500)); // Long enough to look like one.
+    ASSERT_TRUE(model.resize(1500)); // Long enough to look like a model.
     const auto speech = engines(configuration());
-    EXPECT_EQ(speech->engines().size(), 1U); // The embedded one.
+    EXPECT_EQ(speech->engines().size(), 1U); // The embedded engine.
     ASSERT_EQ(speech->models().size(), 1U);
     EXPECT_TRUE(speech->models().front().problem.contains(u"cannot be used"_s));
     const auto lines = log.lines();
@@ -147,14 +147,14 @@ TEST_F(SherpaEngineTest, fallsBackToEmbeddedEngineOnDamagedModel)
 TEST_F(SherpaEngineTest, fallsBackToEmbeddedEngineOnMismatchedTokens)
 {
     RecordingLog log;
-    writeFile(models.filePath(u"toy/tokens.txt"_s), "a 0\n<blk> 1\n"); // The library ends the process over such things.
+    writeFile(models.filePath(u"toy/tokens.txt"_s), "a 0\n<blk> 1\n"); // The library aborts the process on such tokens.
     const auto speech = engines(configuration());
     EXPECT_EQ(hear(*speech, testbed::speak(u"thank you very much"_s, home.path())), u"thank you very much"_s);
 }
 
 TEST_F(SherpaEngineTest, usesAnotherEngineAfterFailureDuringRecording)
 {
-    writeFile(models.filePath(u"toy/tokens.txt"_s), "\u2581lo 0\n<blk> 3\n"); // "hi" is nothing it can write down.
+    writeFile(models.filePath(u"toy/tokens.txt"_s), "\u2581lo 0\n<blk> 3\n"); // There is no token for "hi".
     auto configured = configuration();
     configured.models.check = [](const SpeechEngine &, const QString &) {};
     const auto speech = engines(configured);
@@ -212,7 +212,7 @@ TEST_F(SherpaEngineTest, modelAddedWhileRunningIsUsed)
 {
     ASSERT_TRUE(QDir(home.path()).rename(u"models/toy"_s, u"kept"_s));
     const auto speech = engines(configuration());
-    EXPECT_EQ(speech->engines().size(), 1U); // The embedded one.
+    EXPECT_EQ(speech->engines().size(), 1U); // The embedded engine.
     ASSERT_TRUE(QDir(home.path()).rename(u"kept"_s, u"models/toy"_s));
     EXPECT_TRUE(waitFor([&speech] { return speech->engines().size() == 2U; }));
     EXPECT_TRUE(hear(*speech, tones({400})).startsWith(u"lo"_s));
@@ -221,11 +221,11 @@ TEST_F(SherpaEngineTest, modelAddedWhileRunningIsUsed)
 TEST_F(SherpaEngineTest, checksModelOnlyWhenChanged)
 {
     EXPECT_EQ(engines(configuration())->engines().size(), 2U);
-    // Where it is noted that this very model is good, nothing is started: not even what cannot be.
+    // If this model is recorded as good, nothing is loaded: an invalid file goes unnoticed.
     QFile model(models.filePath(u"toy/model.onnx"_s));
     ASSERT_TRUE(model.open(QFile::ReadWrite));
     const auto changed = model.fileTime(QFile::FileModificationTime);
-    model.write("no model"); // Of the same size, and unchanged as far as anybody can see.
+    model.write("no model"); // Only the content differs; modification time is restored below.
     model.flush();
     ASSERT_TRUE(model.setFileTime(changed, QFile::FileModificationTime));
     const SherpaEngine toy(u"toy"_s, library, models.filePath(u"toy"_s));
@@ -248,7 +248,7 @@ TEST_F(SherpaEngineTest, modelWithHotWordsRecognisesThem)
     const auto speech = engines(configuration());
     ASSERT_EQ(speech->engines().size(), 2U);
     const QString sound = tones({400, 5000});
-    EXPECT_EQ(hear(*speech, sound), u"lo hi"_s); // Not shouted, though the model knows capitals only.
+    EXPECT_EQ(hear(*speech, sound), u"lo hi"_s); // In lower case, although the model's tokens are upper case.
     speech->setWords({u"HiFi/Audio"_s, u"Low"_s});
     EXPECT_EQ(hear(*speech, sound), u"Low hi"_s);
     speech->setWords({});

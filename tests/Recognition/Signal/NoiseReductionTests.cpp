@@ -36,7 +36,7 @@ std::vector<std::int16_t> reduced(NoiseReduction &reduction, const std::vector<s
 
 bool isWorthwhile(NoiseReduction &reduction, double noiseAmplitude)
 {
-    constexpr double seconds = 90; // Long enough for what was before to count for little.
+    constexpr double seconds = 90; // Long enough for earlier audio to have little weight.
     reduction.measure(samplesOf(voice(seconds, 0.1) + noise(seconds, noiseAmplitude)));
     return reduction.isWorthwhile();
 }

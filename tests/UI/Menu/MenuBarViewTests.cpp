@@ -96,7 +96,7 @@ TEST_F(MenuBarViewTest, mainRowStopsRecordingAndIsInertWhileProcessing)
     row(u"Stop Recording"_s)->click();
     EXPECT_THAT(chosen, testing::ElementsAre(MenuAction::EndDictation));
     world.beProcessing();
-    // A dictation that runs already is ended by the same helper.
+    // The "Stop Recording" row has become this one.
     row(u"Cleaning up…"_s)->click();
     EXPECT_EQ(chosen.size(), 1U);
 }

@@ -1,4 +1,4 @@
-// What the card looks like to the pixel, and where it goes when screens come.
+// The card's appearance, pixel by pixel, and its position when screens are added.
 
 #include "UI/Overlay/RecordingOverlay.h"
 

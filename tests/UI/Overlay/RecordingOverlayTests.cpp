@@ -67,7 +67,7 @@ TEST(OverlayContents, dotColoursDiffer)
 
 TEST_F(RecordingOverlayTest, createsPanelOnceWithExpectedOptions)
 {
-    controller.hide(); // Before anything was shown: nothing.
+    controller.hide(); // Nothing has been shown yet.
     EXPECT_EQ(panels.made, 0);
     controller.show();
     controller.show();
@@ -120,7 +120,7 @@ TEST_F(RecordingOverlayTest, usesMainScreenIfPointerIsOffScreen)
     screens->all = {{QRect(0, 0, 1000, 800), QRect(0, 0, 1000, 800)},
                     {QRect(1000, 400, 640, 480), QRect(1000, 400, 640, 480)}};
     screens->main = screens->all.last();
-    screens->pointer = QPoint(1200, 100); // Above the second, beside the first.
+    screens->pointer = QPoint(1200, 100); // Above the second screen, right of the first.
     controller.show();
     EXPECT_EQ(frame().x() + frame().width() / 2, 1320);
 }
@@ -140,7 +140,7 @@ TEST_F(RecordingOverlayTest, sizesForTheStateBeingShown)
     controller.show();
     world.hear(words(40));
     const QSize large = frame().size();
-    // Called within the change, as the coordinator does, before anything queued has run.
+    // Called during the change notification, as the coordinator does, before anything queued has run.
     world.coordinator().endDictation();
     controller.show();
     EXPECT_EQ(content().contents().title, u"Cleaning up…"_s);
@@ -215,7 +215,7 @@ TEST(DetailText, showsLatestWordsThatFitTwoLines)
     EXPECT_EQ(text.size(), QSize(332, 2 * DetailText::lineHeight(detailFont())));
     EXPECT_TRUE(text.shownText().startsWith(u"…word"_s)); // Cut at a word.
     EXPECT_TRUE(text.shownText().endsWith(u" word99 word100"_s));
-    // One more word would be too many.
+    // One more word would not fit.
     const int first = text.shownText().mid(5, text.shownText().indexOf(QLatin1Char(' ')) - 5).toInt();
     const QString longer = QStringLiteral("…word%1 ").arg(first - 1) + text.shownText().mid(1);
     EXPECT_LT(DetailText(longer, detailFont(), 332, 2).shownText().size(), longer.size());

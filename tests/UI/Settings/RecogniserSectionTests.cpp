@@ -31,7 +31,7 @@ protected:
     QPushButton &button() { return *section.findChild<QPushButton *>(); }
     QProgressBar &bar() { return *section.findChild<QProgressBar *>(); }
     QString texts() { return accessibleNames(section, QAccessible::StaticText).join(u'\n'); }
-    /// As the user does it.
+    /// Selects an entry as a user does.
     void select(QComboBox &combo, int index)
     {
         combo.setCurrentIndex(index);
@@ -101,9 +101,9 @@ TEST_F(RecogniserSectionTest, showsInstallationProgressAndCancels)
 
     settings->underWay->share = std::nullopt;
     changed();
-    EXPECT_EQ(bar().maximum(), 0); // To and fro.
+    EXPECT_EQ(bar().maximum(), 0); // Indeterminate.
     select(picker(u"Model"_s), 1);
-    EXPECT_FALSE(button().isEnabled()); // One at a time.
+    EXPECT_FALSE(button().isEnabled()); // Only one installation at a time.
 
     settings->underWay = std::nullopt;
     changed();

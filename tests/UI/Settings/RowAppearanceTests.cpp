@@ -1,4 +1,4 @@
-// The rows of the menu and the tabs of the settings, to the pixel.
+// Menu rows and settings tabs, compared pixel by pixel.
 
 #include "UI/DrawnView.h"
 #include "UI/Menu/MenuRow.h"

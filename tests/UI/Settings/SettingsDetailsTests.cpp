@@ -1,4 +1,4 @@
-// The settings window in detail: what the wheel, a list that changes and markup do.
+// The settings window in detail: mouse wheel, changing lists, and markup in texts.
 
 #include "Support/FakeRecogniserSettings.h"
 #include "UI/Menu/MenuBarView.h"
@@ -20,7 +20,7 @@ namespace talmo::test {
 
 namespace {
 
-/// True when the wheel was taken by whoever is under it, rather than left to the page.
+/// Whether the widget consumed the wheel event rather than leaving it to the page.
 bool turnWheel(QWidget &widget)
 {
     QWheelEvent event(widget.rect().center(), widget.mapToGlobal(widget.rect().center()), {}, QPoint(0, -120),
@@ -84,7 +84,7 @@ TEST(Pickers, wheelOverClosedPickerChangesNothing)
 TEST_F(DictionaryChangesTest, removesSelectedWordFromListGrownMeanwhile)
 {
     select(1);
-    world.settings->addDictionaryWord(u"four"_s); // Announced, and not shown yet.
+    world.settings->addDictionaryWord(u"four"_s); // Announced but not shown yet.
     remove();
     EXPECT_EQ(words(), (QStringList{u"one"_s, u"three"_s, u"four"_s}));
 }
@@ -104,11 +104,11 @@ TEST_F(DictionaryChangesTest, removesNothingIfWordIsGone)
     select(1);
     world.settings->setDictionaryWords({u"one"_s, u"three"_s});
     world.defaults->takeWrites();
-    remove(); // Before the list is shown anew.
+    remove(); // Before the list is refreshed.
     EXPECT_EQ(words(), (QStringList{u"one"_s, u"three"_s}));
     settle();
     EXPECT_TRUE(selected().isEmpty());
-    remove(); // And after.
+    remove(); // And after it.
     EXPECT_EQ(words(), (QStringList{u"one"_s, u"three"_s}));
     EXPECT_TRUE(world.defaults->writes.empty());
 }
@@ -159,7 +159,7 @@ TEST(PlainText, labelsTreatNamesAsPlainText)
     int labels = 0;
     for (const QWidget *view : {static_cast<QWidget *>(&settings), static_cast<QWidget *>(&menu)}) {
         for (const auto *label : view->findChildren<QLabel *>()) {
-            // The licence's link is the one that needs markup; its names are escaped.
+            // Only the licence label needs markup, for its link; names in it are escaped.
             const bool isLink = label->openExternalLinks();
             EXPECT_EQ(label->textFormat(), isLink ? Qt::RichText : Qt::PlainText) << label->text().toStdString();
             ++labels;

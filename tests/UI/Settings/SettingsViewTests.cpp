@@ -277,7 +277,7 @@ TEST_F(DictionaryTabTest, deleteKeyRemovesSelection)
     select({0});
     QTest::keyClick(&list(), Qt::Key_Backspace);
     EXPECT_TRUE(world.settings->dictionaryWords().isEmpty());
-    QTest::keyClick(&list(), Qt::Key_Delete); // Nothing is left, and nothing happens.
+    QTest::keyClick(&list(), Qt::Key_Delete); // The list is empty; nothing happens.
     EXPECT_TRUE(world.settings->dictionaryWords().isEmpty());
 }
 
@@ -290,7 +290,7 @@ TEST_F(DictionaryTabTest, deleteButtonIsEnabledOnlyWithSelection)
     EXPECT_TRUE(remove->isEnabled());
     remove->click();
     EXPECT_EQ(world.settings->dictionaryWords(), (QStringList{u"Talmo"_s, u"Kubernetes"_s}));
-    // The next one takes its place, so that several can go one after the other.
+    // The next word is selected, so that several can be deleted in a row.
     EXPECT_EQ(list().currentRow(), 1);
 }
 

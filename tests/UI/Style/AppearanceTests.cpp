@@ -1,4 +1,4 @@
-// Colours, and what is painted by hand, to the pixel.
+// Colours and custom painting, compared pixel by pixel.
 
 #include "UI/Style/Appearance.h"
 
@@ -40,7 +40,7 @@ QColor text(const QWidget &view)
     return view.palette().color(QPalette::WindowText);
 }
 
-/// A line as thin and light as those around keys and groups.
+/// The thin, faint frame around key caps and groups.
 void paintFrame(QPainter &painter, const QWidget &view, const QColor &ground, qreal radius)
 {
     painter.setPen(QPen(faded(text(view), 0.12F), 1));

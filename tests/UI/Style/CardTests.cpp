@@ -1,4 +1,4 @@
-// What a card's painting shows, to the pixel.
+// The card's painting, compared pixel by pixel.
 
 #include "UI/Style/Card.h"
 
@@ -29,7 +29,7 @@ int alphaAt(const QImage &image, int x, int y)
 
 class CardTest : public testing::Test {
 protected:
-    /// A card of 200 by 100 with 40 pixels around it.
+    /// A card of 200 × 100 pixels with a margin of 40.
     QImage painted(bool isTranslucent)
     {
         return drawn({280, 180}, [&](QPainter &painter) { Card::paint(painter, card, light(), isTranslucent); });
@@ -48,7 +48,7 @@ TEST_F(CardTest, isOpaqueWithoutTranslucency)
     EXPECT_EQ(alphaAt(image, 239, 139), 0) << "the corner is round";
     EXPECT_EQ(image.pixelColor(140, 40), image.pixelColor(40, 90)) << "the same border on all sides";
     EXPECT_EQ(image.pixelColor(140, 139), image.pixelColor(239, 90));
-    // The text's colour at 8 % on the surface's.
+    // The text colour at 8 % opacity on the surface colour.
     EXPECT_NEAR(image.pixelColor(140, 40).red(), 0.92 * 0xf4 + 0.08 * 0x1c, 2);
     EXPECT_EQ(image.pixelColor(140, 41), light().color(QPalette::Window)) << "the border is one pixel wide";
 }
@@ -57,7 +57,7 @@ TEST_F(CardTest, isTranslucentWithSoftShadow)
 {
     const QImage image = painted(true);
     EXPECT_NEAR(alphaAt(image, 140, 90), 0.9 * 255, 1);
-    // Its edge lies four pixels lower than the card's; there it is half as dark as within.
+    // The shadow's edge lies four pixels below the card's, where it has half its full opacity.
     const auto shadow = [](double distance) { return 255 * 0.34 * 0.5 * std::erfc(distance / 8); };
     EXPECT_NEAR(alphaAt(image, 140, 141), shadow(-2.5), 4);
     EXPECT_NEAR(alphaAt(image, 140, 150), shadow(6.5), 4);
@@ -90,7 +90,7 @@ TEST_F(CardTest, shadowMatchesCardAtEveryPixel)
                 if (QRectF(card).adjusted(-1, -1, 1, 1).contains(point)) {
                     continue;
                 }
-                // From the rounded rectangle, four pixels lower, to the point.
+                // Distance from the rounded rectangle, shifted down by four pixels.
                 const double beyondX = std::max(std::abs(point.x() - 140) - (100 - 14), 0.0);
                 const double beyondY = std::max(std::abs(point.y() - 94) - (50 - 14), 0.0);
                 const double distance = std::hypot(beyondX, beyondY) - 14;
@@ -136,7 +136,7 @@ TEST_F(CardTest, shapeHasRoundCorners)
     for (const QPoint corner : {card.topLeft(), card.topRight(), card.bottomLeft(), card.bottomRight()}) {
         EXPECT_FALSE(shape.contains(corner));
     }
-    // Straight beyond 14 pixels and a little, and cut by a few pixels on the diagonal.
+    // The edge is straight beyond the 14-pixel radius; the diagonal is cut by a few pixels.
     EXPECT_TRUE(shape.contains(card.topLeft() + QPoint(16, 0)));
     EXPECT_FALSE(shape.contains(card.topLeft() + QPoint(2, 2)));
     EXPECT_TRUE(shape.contains(card.topLeft() + QPoint(5, 5)));

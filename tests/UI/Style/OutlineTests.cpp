@@ -1,4 +1,4 @@
-// Fonts, paddings and sizes of what the settings and the menu are made of.
+// Fonts, paddings and sizes in the settings and the menu.
 
 #include "Support/FakeRecogniserSettings.h"
 #include "UI/DrawnView.h"
@@ -20,7 +20,8 @@ namespace talmo::test {
 
 namespace {
 
-/// Whether the lines stand in the outline one after the other. What is new between them need not change a test.
+/// Whether the outline contains these lines in this order. New lines between them are allowed, so additions need no
+/// change to the test.
 bool holds(const QStringList &outline, const QStringList &lines)
 {
     return std::search(outline.begin(), outline.end(), lines.begin(), lines.end()) != outline.end();

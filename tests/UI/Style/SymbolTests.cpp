@@ -8,7 +8,7 @@ namespace talmo::test {
 
 namespace {
 
-/// How much of the picture is covered, of 1.
+/// The mean opacity of the image, from 0 to 1.
 double ink(const QPixmap &pixmap)
 {
     const QImage image = pixmap.toImage();

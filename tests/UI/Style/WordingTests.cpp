@@ -1,4 +1,4 @@
-// The catalogue for Linux words anew what names another platform's places and products, and nothing else.
+// The Linux catalogue changes only the texts that name another platform's places and products.
 
 #include "UI/Style/Wording.h"
 
@@ -18,7 +18,7 @@ namespace talmo::test {
 
 namespace {
 
-/// Every source text of the catalogue, in its order.
+/// All source texts of the catalogue, in order.
 QStringList catalogueSources()
 {
     QFile file(QStringLiteral(TALMO_SOURCE "/src/Platform/Linux/Wording/talmo_en.ts"));
@@ -109,7 +109,7 @@ TEST(Wording, translatesOwnErrorsAndKeepsForeignOnes)
     EXPECT_EQ(contents.title, u"On-device speech recognition isn't available on this computer."_s);
 }
 
-/// The catalogue lists what the source holds; scripts/translations brings it up to date.
+/// The catalogue lists the source's texts; scripts/translations updates it.
 TEST(Wording, catalogueContainsAllViewTexts)
 {
     const QStringList sources = catalogueSources();

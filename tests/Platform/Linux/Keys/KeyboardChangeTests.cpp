@@ -1,4 +1,4 @@
-// The keyboard's layout changes while the key is held.
+// The keyboard layout changes while the key is held.
 
 #include "Platform/Linux/Keys/StandInKeyFilter.h"
 

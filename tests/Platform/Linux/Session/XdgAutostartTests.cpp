@@ -51,7 +51,7 @@ protected:
         ASSERT_TRUE(file.open(QFile::WriteOnly | QFile::Truncate));
         file.write(text);
     }
-    /// What the desktop's own validator has to say; nothing is best.
+    /// The output of desktop-file-validate; empty if the entry is valid.
     static QByteArray complaints(const QString &entry)
     {
         QProcess validator;

@@ -16,7 +16,7 @@ using namespace std::chrono_literals;
 
 class PulsePrerollTest : public testing::Test {
 protected:
-    /// The frames that a recording has the moment it starts.
+    /// The number of frames a recording has as it starts.
     quint32 framesAtStart()
     {
         engine.inputFormat();

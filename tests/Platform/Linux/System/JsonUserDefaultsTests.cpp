@@ -39,7 +39,7 @@ protected:
     {
         return std::make_shared<JsonUserDefaults>(path, SerialExecutor::onNewThread(u"settings"_s));
     }
-    /// As the program opens the user's own.
+    /// Opens the file as the program opens the user's.
     std::shared_ptr<JsonUserDefaults> openAsUser() const
     {
         const QByteArray before = qgetenv("XDG_CONFIG_HOME");
@@ -90,7 +90,7 @@ protected:
     }
 };
 
-/// Root may do everything, so what is forbidden has to be tried as somebody else.
+/// Drops root while it lives, because root ignores file permissions.
 class WithoutRoot {
 public:
     WithoutRoot()
@@ -235,7 +235,7 @@ TEST_F(JsonUserDefaultsTest, unreplaceableDamagedFileStaysDamaged)
 
 TEST_F(JsonUserDefaultsTest, unreadableFileDisablesAiCleanup)
 {
-    QDir().mkpath(path); // Nobody can read a folder as a file, not even root.
+    QDir().mkpath(path); // Not even root can read a folder as a file.
     EXPECT_EQ(openAsUser()->boolean(aiCleanup), false);
     QDir().rmdir(path);
     ASSERT_EQ(symlink("/nonexistent/settings.json", QFile::encodeName(path).constData()), 0);

@@ -26,7 +26,7 @@ const QByteArray anywhere6 = "00000000000000000000000000000000";
 const QByteArray mappedHere = "0000000000000000FFFF00000100007F";
 const QByteArray elsewhere = "0200007F";
 
-/// A line as the kernel writes it. The server's port is 8080, the client's 50000.
+/// A line in the format of /proc/net/tcp. The server's port is 8080, the client's 50000.
 QByteArray row(const QByteArray &local, const QByteArray &remote, int state, unsigned user, unsigned inode)
 {
     return "   0: " + local + ' ' + remote + ' ' + QByteArray::number(state, 16).rightJustified(2, '0') +
@@ -46,7 +46,7 @@ QByteArray connection(unsigned user, unsigned inode, int state = established)
 
 const QByteArray heading =
     "  sl  local_address rem_address   st tx_queue rx_queue tr tm->when retrnsmt   uid  timeout inode\n";
-/// Our own end of the same connection.
+/// The client's end of the same connection.
 const QByteArray ownEnd = row(here + ":C350", here + ":1F90", established, 1000, 77);
 
 std::optional<uid_t> owner(const QByteArray &tcp, const QByteArray &tcp6 = {})
@@ -74,7 +74,7 @@ TEST(ServerOwner, isUnknownWithoutTheConnection)
 
 TEST(ServerOwner, isListenersUserUntilAccepted)
 {
-    // Older kernels show root for the user of a connection that nobody has accepted.
+    // Older kernels report root as the owner of a connection not yet accepted.
     EXPECT_EQ(owner(listener(here, 1001) + connection(0, 0)), 1001U);
     EXPECT_EQ(owner(connection(0, 0)), std::nullopt) << "without a listener";
     constexpr int deferred = 3;
@@ -122,7 +122,7 @@ TEST(ServerOwner, handlesMalformedInput)
 
 namespace {
 
-/// A real listener and a connection to it, made by this process as one user or another.
+/// A real listener and a connection to it, each made by this process as some user.
 class Conversation {
 public:
     Conversation()

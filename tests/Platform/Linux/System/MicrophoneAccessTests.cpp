@@ -15,7 +15,7 @@ class MicrophoneAccess : public testing::Test {
 protected:
     bool isRefused = true;
     int questions = 0;
-    /// Asked again, the server lets Talmo in.
+    /// The server accepts the second request.
     std::shared_ptr<LinuxAuthorizationSource> source =
         std::make_shared<LinuxAuthorizationSource>([this] { return isRefused; },
                                                    [this] {

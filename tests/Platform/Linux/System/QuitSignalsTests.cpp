@@ -14,7 +14,7 @@ namespace talmo::test {
 
 namespace {
 
-/// Puts back what the signals did before.
+/// Restores the previous signal handlers.
 class QuitSignalsTest : public testing::Test {
 protected:
     static constexpr std::array numbers = {SIGINT, SIGTERM, SIGHUP};

@@ -49,7 +49,7 @@ TEST_F(KeyboardLayoutChange, keyRemappedWhileHeldIsStillReleased)
     ASSERT_TRUE(waitForEvents(1));
     setLayout({u"us"_s, u"-option"_s, u"compose:rctrl"_s});
     testbed::passTime(std::chrono::milliseconds(200));
-    keyboard.release(composeKey); // What the held key is called now.
+    keyboard.release(composeKey); // The held key's new name.
     ASSERT_TRUE(waitForEvents(2));
     EXPECT_THAT(events, ElementsAre(fn, 0U));
 }

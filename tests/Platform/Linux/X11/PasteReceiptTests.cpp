@@ -1,4 +1,4 @@
-// What becomes of a text that the program in front does not read, with real windows.
+// What happens to text that the active window does not read, with real windows.
 
 #include "Platform/Linux/X11/PasteFixture.h"
 #include "Support/RawSelectionOwner.h"
@@ -176,7 +176,7 @@ TEST_F(PasteReceiptTest, usersOwnPasteRestoresClipboard)
 
 namespace {
 
-/// A password manager's clipboard.
+/// A clipboard as set by a password manager.
 class SecretTest : public XcbPasteTest {
 protected:
     SecretTest()

@@ -1,4 +1,4 @@
-// What only a real clipboard must stand: other programs, honest and not.
+// The real clipboard against other programs, well-behaved and not.
 
 #include "Platform/Linux/X11/PasteFixture.h"
 #include "Support/RawSelectionOwner.h"
@@ -117,7 +117,7 @@ TEST_F(XcbPasteboardTest, hangingOwnerTimesOutAfter500msKeepingPartialSnapshot)
     EXPECT_EQ(all[0].data, "<i>");
     EXPECT_GE(took, 450ms);
     EXPECT_THAT(owner.requestedTargets(), testing::Not(testing::Contains("never")));
-    // And the next one works.
+    // The next read works.
     pasteboard->setString(u"on"_s);
     EXPECT_EQ(dataOf(read(), u"UTF8_STRING"_s), "on");
 }

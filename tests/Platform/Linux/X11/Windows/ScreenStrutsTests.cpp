@@ -28,7 +28,7 @@ TEST(ScreenStruts, barOnOneScreenLeavesTheOtherUnchanged)
 
 TEST(ScreenStruts, depthCountsFromDesktopEdgeNotScreenEdge)
 {
-    // 56 pixels below the lower edge of the right screen are no screen at all.
+    // The right screen is 56 pixels shorter than the desktop.
     const auto bar = struts({0, 0, 0, 56 + 30, 0, 0, 0, 0, 0, 0, 1920, 3199});
     EXPECT_EQ(withoutStruts(right, desktop, bar), QRect(1920, 0, 1280, 994));
     EXPECT_EQ(withoutStruts(left, desktop, bar), left);
