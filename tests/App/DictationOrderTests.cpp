@@ -256,7 +256,7 @@ TEST_F(DictationOrderTest, failureCancelsTranscriptionBeforeStartingTimer)
     begin();
     world.takeCalls();
     world.onError(failure(u"broke"_s));
-    EXPECT_THAT(world.takeCalls(), IsEmpty()) << "neither may hold up the call that reported the failure";
+    EXPECT_THAT(world.takeCalls(), IsEmpty()) << "neither may delay the call that reported the failure";
     settle();
     EXPECT_THAT(world.takeCalls(), ElementsAre("cancelTranscription", "sleep 3000"));
 }

@@ -18,7 +18,7 @@ TEST(TalmoState, comparesMessagesByCanonicalEquivalence)
 {
     EXPECT_EQ(TalmoState::error(u"Caf\u00E9"_s), TalmoState::error(u"Cafe\u0301"_s));
     EXPECT_NE(TalmoState::error(u"Cafe"_s), TalmoState::error(u"cafe"_s));
-    EXPECT_NE(TalmoState::error({}), TalmoState::idle()) << "an error without a message is one all the same";
+    EXPECT_NE(TalmoState::error({}), TalmoState::idle()) << "an error without a message is still an error";
 }
 
 TEST(TalmoState, hasExpectedNames)

@@ -212,7 +212,7 @@ TEST(DetectBulletRequest, collapsesDoubleSpacesOnlyAfterRemovingPhrase)
     EXPECT_EQ(detectBulletRequest(u" a  b \n"_s), (BulletRequest{u"a  b"_s, false}));
     EXPECT_EQ(detectBulletRequest(u" \n "_s), (BulletRequest{QString(), false}));
     EXPECT_EQ(detectBulletRequest(u"as a list"_s), (BulletRequest{QString(), true}));
-    EXPECT_EQ(detectBulletRequest(u"a\t\t b as a list \n c"_s).text, u"a\t\t b \n c"_s) << "only blanks collapse";
+    EXPECT_EQ(detectBulletRequest(u"a\t\t b as a list \n c"_s).text, u"a\t\t b \n c"_s) << "only spaces collapse";
     EXPECT_EQ(detectBulletRequest(u"a as a list\n"_s).text, u"a"_s);
 }
 
@@ -235,7 +235,7 @@ TEST(FormatLocally, onlyThreeCharactersEndASentence)
         EXPECT_EQ(formatLocally(u"so"_s + end), u"So"_s + end + u"."_s);
     }
     EXPECT_EQ(formatLocally(u"\u2028so\u2029"_s), u"So."_s);
-    EXPECT_EQ(formatLocally(u"one\u2028two"_s), u"One\u2028two."_s) << "what is within stays";
+    EXPECT_EQ(formatLocally(u"one\u2028two"_s), u"One\u2028two."_s) << "inner text stays unchanged";
     EXPECT_EQ(formatLocally(u"."_s), u"."_s);
 }
 

@@ -90,7 +90,7 @@ TEST_F(TextCleanupServiceTest, triggerOnlySegmentIsEmptyWithoutModelCall)
 TEST_F(TextCleanupServiceTest, usesModelAnswerUnchanged)
 {
     model->onRequest = [](const auto &) { return ready(u"hello, World"_s); };
-    EXPECT_EQ(cleaned(u"um hello world"_s), u"hello, World"_s) << "a model's answer is not formatted once more";
+    EXPECT_EQ(cleaned(u"um hello world"_s), u"hello, World"_s) << "a model's answer is not formatted again";
     const auto requests = model->requests();
     ASSERT_THAT(requests, SizeIs(1));
     EXPECT_EQ(requests[0].prompt, u"<transcript>um hello world</transcript>"_s);
@@ -106,7 +106,7 @@ TEST_F(TextCleanupServiceTest, everySettingReachesInstructions)
     const auto requests = model->requests();
     ASSERT_THAT(requests, SizeIs(1));
     EXPECT_EQ(requests[0].instructions, buildInstructions({u"Talmo"_s}, true, true, TextTone::Polite));
-    EXPECT_EQ(requests[0].prompt, u"<transcript>hello</transcript>"_s) << "without the request for bullets";
+    EXPECT_EQ(requests[0].prompt, u"<transcript>hello</transcript>"_s) << "without the bullet request";
 }
 
 TEST_F(TextCleanupServiceTest, sanitisesAnswer)
@@ -171,7 +171,7 @@ TEST_F(TextCleanupServiceTest, cleansSegmentsConcurrentlyAndJoinsInOrder)
     const auto requests = model->requests();
     ASSERT_THAT(requests, SizeIs(3));
     for (std::size_t index = 0; index < requests.size(); ++index) {
-        EXPECT_EQ(requests[index].session, int(index) + 1) << "a session of its own for each";
+        EXPECT_EQ(requests[index].session, int(index) + 1) << "one session each";
     }
 }
 

@@ -220,7 +220,7 @@ TEST_F(PulseAudioEngineTest, refusingServerDeniesMicrophoneUntilItAccepts)
 
     qputenv("PULSE_SERVER", subject->sound.listenToStrangers().toUtf8());
     qputenv("PULSE_COOKIE", secret.fileName().toUtf8());
-    EXPECT_EQ(authorization.microphoneStatus(), 3) << "nobody has refused anything yet";
+    EXPECT_EQ(authorization.microphoneStatus(), 3) << "nothing has been refused yet";
     EXPECT_EQ(startError(recorder), u"No microphone input is available."_s);
     EXPECT_EQ(authorization.microphoneStatus(), 2);
     EXPECT_FALSE(LinuxAuthorizationSource(authorization).requestMicrophoneAccess().result());

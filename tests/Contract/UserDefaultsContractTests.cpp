@@ -85,7 +85,7 @@ TYPED_TEST(UserDefaultsContract, storedValuesOverrideRegisteredDefaultsWhichAreN
     this->defaults().set(u"talmo.name"_s, u"F13"_s);
     EXPECT_EQ(this->defaults().string(u"talmo.name"_s), u"F13"_s);
     this->defaults().set(u"talmo.name"_s, false);
-    EXPECT_EQ(this->defaults().string(u"talmo.name"_s), u"Right Ctrl"_s) << "one of another type hides nothing";
+    EXPECT_EQ(this->defaults().string(u"talmo.name"_s), u"Right Ctrl"_s) << "a value of another type does not hide it";
 }
 
 TYPED_TEST(UserDefaultsContract, lastValueWins)

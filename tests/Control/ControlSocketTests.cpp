@@ -45,7 +45,7 @@ TEST(ControlSocket, sendsNothingToAnotherUsersListener)
     EXPECT_EQ(ControlSocket::exchange(ControlSocket::settingsRequest(), 1000, 1000), std::nullopt);
     const FileDescriptor accepted(::accept(listener.get(), nullptr, nullptr));
     char byte = 0;
-    EXPECT_EQ(::recv(accepted.get(), &byte, 1, 0), 0) << "nothing but the end of the connection";
+    EXPECT_EQ(::recv(accepted.get(), &byte, 1, 0), 0) << "only the end of the connection";
     EXPECT_THAT(log.lines(), Contains(testing::Property(&QString::toStdString, HasSubstr("another user"))));
     qputenv("XDG_RUNTIME_DIR", before);
 }

@@ -61,7 +61,7 @@ TEST_F(IdleEndToEndTest, noThreadWakesUpWhileIdle)
         u"strace"_s, {u"-f"_s, u"-tt"_s, u"-o"_s, file, u"-p"_s, QString::number(talmo->processId())}, environment);
     testbed::passTime(1s);
     if (!tracer.isRunning()) {
-        GTEST_SKIP() << "No process may be traced here, so wake-ups were NOT counted:\n" << qPrintable(tracer.output());
+        GTEST_SKIP() << "tracing is not permitted here, so wake-ups were NOT counted:\n" << qPrintable(tracer.output());
     }
     testbed::passTime(watched);
     tracer.terminate();

@@ -62,7 +62,7 @@ TEST_F(InsertCommandEndToEndTest, insertsThroughRunningTalmo)
     copy(u"clipboard before"_s);
     EXPECT_EQ(insert("typed by a script\n"), 0) << output.toStdString();
     EXPECT_TRUE(windowShows(u"typed by a script"_s));
-    EXPECT_EQ(talmoctlProcesses(), QStringList()) << "Talmo is the one that stays";
+    EXPECT_EQ(talmoctlProcesses(), QStringList()) << "only Talmo keeps running";
     EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
     EXPECT_EQ(quitTalmo(), 0);
     EXPECT_FALSE(QFileInfo::exists(socketPath()));
@@ -96,7 +96,7 @@ TEST_F(InsertCommandEndToEndTest, withoutTalmoStaysUntilClipboardOwnerChanges)
     EXPECT_EQ(insert("typed by a script\n"), 0) << output.toStdString();
     EXPECT_TRUE(windowShows(u"typed by a script"_s));
     EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
-    EXPECT_EQ(talmoctlProcesses().size(), 1) << "somebody has to own what was there";
+    EXPECT_EQ(talmoctlProcesses().size(), 1) << "the restored content needs an owner";
     copy(u"copied later"_s);
     EXPECT_TRUE(isAlone());
 }

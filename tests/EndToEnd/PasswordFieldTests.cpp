@@ -67,7 +67,7 @@ TEST_P(PasswordFieldToolkitTest, passwordFieldGetsNothingAndReasonIsReported)
         << output.toStdString();
     EXPECT_EQ(clipboard(), "clipboard before\n");
     EXPECT_FALSE(window->output().contains(u"text:"_s)) << window->output().toStdString();
-    EXPECT_TRUE(bus->output().contains(u"org.a11y"_s)) << "where it is started, the bus says so";
+    EXPECT_TRUE(bus->output().contains(u"org.a11y"_s)) << "the bus reports when it is started";
 }
 
 TEST_P(PasswordFieldToolkitTest, ordinaryFieldInSameWindowGetsText)

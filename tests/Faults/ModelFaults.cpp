@@ -15,7 +15,7 @@ protected:
     void errorAfter(const QString &damage)
     {
         if (std::system("unshare --mount true 2>/dev/null") != 0) { // NOLINT(cert-env33-c,concurrency-mt-unsafe)
-            GTEST_SKIP() << "no mount namespaces may be made here";
+            GTEST_SKIP() << "mount namespaces are not permitted here";
         }
         environment.insert(u"TALMO_DAMAGE"_s, damage);
         talmo = std::make_unique<testbed::ChildProcess>(

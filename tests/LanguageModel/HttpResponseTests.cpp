@@ -86,7 +86,7 @@ TEST(HttpResponse, rejectsOversizedResponses)
     EXPECT_EQ(read(head + QByteArray("X: y\r\n").repeated(HttpResponse::largestHead / 6)), "refused") << "many headers";
     EXPECT_EQ(read(QByteArray("HTTP/1.1 100 Continue\r\n\r\n").repeated(HttpResponse::largestHead / 25 + 1)),
               "refused");
-    EXPECT_EQ(read(head + "Content-Length: 1048577\r\n\r\n"), "refused") << "before a byte of the body came";
+    EXPECT_EQ(read(head + "Content-Length: 1048577\r\n\r\n"), "refused") << "before any byte of the body";
     HttpResponse response;
     response.take(head + "\r\n" + QByteArray(HttpResponse::largestBody, 'x'));
     EXPECT_FALSE(response.isWhole());

@@ -106,7 +106,7 @@ protected:
 TEST_F(LoopbackLanguageModelTest, isNotReadyBeforeFirstProbe)
 {
     EXPECT_EQ(model->unavailableReason(), UnavailableReason::ModelNotReady);
-    EXPECT_THAT(server.requests(), IsEmpty()) << "nothing is asked before somebody wants to know";
+    EXPECT_THAT(server.requests(), IsEmpty()) << "nothing is sent before the first probe";
 }
 
 TEST_F(LoopbackLanguageModelTest, findsServerAndSendsRequest)
@@ -207,7 +207,7 @@ TEST_F(LoopbackLanguageModelTest, concurrentProbesShareOne)
     const auto second = model->refresh();
     EXPECT_TRUE(waitFor(first));
     EXPECT_TRUE(waitFor(second));
-    EXPECT_THAT(server.requests(), SizeIs(2)) << "the models and the health, once";
+    EXPECT_THAT(server.requests(), SizeIs(2)) << "models and health, once each";
 }
 
 TEST_F(LoopbackLanguageModelTest, probesOnlyOnRequest)
@@ -272,7 +272,7 @@ TEST_F(LoopbackLanguageModelTest, everyFaultFallsBackToLocalFormatting)
         server.answerWith(rule);
         const auto before = server.chats().size();
         EXPECT_EQ(cleaned(u"hello world"_s), u"Hello world."_s) << QJsonDocument(rule).toJson().toStdString();
-        EXPECT_EQ(server.chats().size(), before + 1) << "asked once, and not again";
+        EXPECT_EQ(server.chats().size(), before + 1) << "not retried";
     }
 }
 
@@ -339,7 +339,7 @@ TEST_F(LoopbackLanguageModelTest, editsParagraphsInTurnWithTenSecondsEach)
         const auto count = name == u"one"_s ? 1U : name == u"two"_s ? 2U : 3U;
         ASSERT_TRUE(server.waitForChats(count));
         clock->advance(std::chrono::seconds(9));
-        EXPECT_EQ(server.chats().size(), count) << "the next one is not sent before";
+        EXPECT_EQ(server.chats().size(), count) << "the next one is not sent earlier";
         letGo({u"one"_s, count > 1 ? u"two"_s : QString(), count > 2 ? u"three"_s : QString()});
         ASSERT_TRUE(waitFor([&] { return text->has_value() || server.chats().size() > count; }));
     }
@@ -487,7 +487,7 @@ TEST_F(LoopbackLanguageModelTest, destructionCancelsPendingRequests)
     ASSERT_TRUE(server.waitForChats(1));
     EXPECT_TRUE(waitFor(model->shutDown()));
     EXPECT_TRUE(outcome(answer).startsWith(u"error: "_s));
-    EXPECT_TRUE(waitFor(model->refresh())) << "a late look finds nothing to do";
+    EXPECT_TRUE(waitFor(model->refresh())) << "a late probe does nothing";
     EXPECT_TRUE(outcome(ask()).startsWith(u"error: "_s));
 }
 

@@ -13,7 +13,7 @@ TEST(PasswordFieldSettingsModel, isEnabledByDefault)
     PasswordFieldSettingsModel settings(defaults);
     EXPECT_TRUE(settings.isGuarded());
     defaults->store(u"linux.guardPasswordFields"_s, u"false"_s);
-    EXPECT_TRUE(settings.isGuarded()) << "a text is no Boolean";
+    EXPECT_TRUE(settings.isGuarded()) << "a string is not a Boolean";
     defaults->store(u"linux.guardPasswordFields"_s, false);
     EXPECT_FALSE(settings.isGuarded());
 }

@@ -141,7 +141,7 @@ TEST_F(EngineRegistryTest, unloadsModelsAfterTenIdleMinutes)
 TEST_F(EngineRegistryTest, unloadingReturnsMemoryToSystem)
 {
     if (isSanitized) {
-        GTEST_SKIP() << "the sanitizers keep memory of their own";
+        GTEST_SKIP() << "sanitizers keep freed memory";
     }
     registry();
     const auto before = ProcessMemory::usedMegabytes();

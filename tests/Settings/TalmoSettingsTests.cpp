@@ -54,7 +54,7 @@ TEST_F(TalmoSettingsTest, startsFromStoredValues)
     EXPECT_TRUE(settings.conciseTextEnabled());
     EXPECT_EQ(settings.textTone(), TextTone::Polite);
     EXPECT_TRUE(settings.launchAtLogin());
-    EXPECT_EQ(settings.dictionaryWords(), QStringList()) << "an empty list that was saved stays empty";
+    EXPECT_EQ(settings.dictionaryWords(), QStringList()) << "a saved empty list stays empty";
     EXPECT_EQ(settings.hotkeyDisplayName(), u"F13"_s);
     EXPECT_THAT(defaults->writes, IsEmpty());
     EXPECT_THAT(loginItem->calls, IsEmpty()) << "the preference alone registers nothing";

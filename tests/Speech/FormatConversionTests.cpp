@@ -106,7 +106,7 @@ TEST(ConversionCapacity, handlesFractionalAndNegativeRates)
 {
     EXPECT_EQ(conversionCapacity(1.25, 12.5, 10), 1124U);
     EXPECT_EQ(conversionCapacity(0.5, 10, 10), 1124U);
-    EXPECT_EQ(conversionCapacity(1, -0.5, 1), 1024U) << "above -1 it is cut to nothing";
+    EXPECT_EQ(conversionCapacity(1, -0.5, 1), 1024U) << "above -1 it truncates to zero";
 }
 
 TEST(ConversionCapacity, acceptsLargestFrameCountThatFits)

@@ -272,7 +272,7 @@ TEST_F(TranscriptionStatesTest, nextResultWaitsForUpdateHandler)
     start();
     bool isUpdating = false;
     onUpdate = [&] {
-        EXPECT_FALSE(isUpdating) << "the next update came within this one";
+        EXPECT_FALSE(isUpdating) << "the next update was nested in this one";
         isUpdating = true;
         settle(); // Runs everything that is ready.
         isUpdating = false;
@@ -291,7 +291,7 @@ TEST_F(TranscriptionStatesTest, convertsBuffersToAnalyzerFormat)
     speak();
     speak();
     const std::pair formats(engine->format, *platform->format);
-    EXPECT_THAT(converters->asked, ElementsAre(formats, formats)) << "none could be made, so each buffer tries again";
+    EXPECT_THAT(converters->asked, ElementsAre(formats, formats)) << "no converter yet, so each buffer tries again";
     EXPECT_EQ(*platform->receivedBuffers, 2);
 }
 

@@ -18,7 +18,7 @@ public:
     AnotherUser()
     {
         if (seteuid(id) != 0) {
-            ADD_FAILURE() << "cannot be somebody else";
+            ADD_FAILURE() << "cannot act as another user";
         }
     }
     ~AnotherUser()

@@ -1,7 +1,7 @@
 // Another process that changes settings, for tests to run concurrently and to kill.
 //
-//   talmo-settings-writer FILE PREFIX COUNT    sets PREFIX0, PREFIX1 …, says "set" after each; ends after COUNT
-//                                              (never, where that is 0)
+//   talmo-settings-writer FILE PREFIX COUNT    sets PREFIX0, PREFIX1 …, printing "set" after each,
+//                                              until COUNT (0: forever)
 
 #include "Platform/Linux/System/JsonUserDefaults.h"
 

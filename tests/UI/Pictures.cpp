@@ -1,7 +1,7 @@
 // Pictures of every state of the user interface, light and dark, at ordinary and high resolution, for visual review.
 //
 //   talmo-pictures FOLDER             as PNG
-//   talmo-pictures --drawings FOLDER  those that the README shows, as SVG
+//   talmo-pictures --drawings FOLDER  those shown in the README, as SVG
 
 #include "Platform/Linux/System/LinuxWording.h"
 #include "Support/FakeRecogniserSettings.h"

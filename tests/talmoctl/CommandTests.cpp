@@ -397,7 +397,7 @@ TEST_F(TalmoctlTest, cleanSendsNothingWithDamagedSettings)
     EXPECT_EQ(talmoctl({u"clean"_s}, "hello").output, "Hello.\n");
     const auto next = talmoctl({u"clean"_s}, "hello");
     EXPECT_EQ(next.output, "Hello.\n");
-    EXPECT_EQ(next.errors, "") << "nor is a server looked for at the next call";
+    EXPECT_EQ(next.errors, "") << "nor does the next call probe a server";
 }
 
 TEST_F(TalmoctlTest, manualIsWellFormed)

@@ -153,7 +153,7 @@ TEST_F(AudioRecorderTest, failedEngineStartRemovesTapAndCanBeRetried)
     EXPECT_THAT(engine->calls, ElementsAre("inputFormat", "removeTap", tap, "prepare", "start", "removeTap"));
     engine->calls.clear();
     recorder.stop();
-    EXPECT_TRUE(engine->calls.empty()) << "nothing runs, so nothing is stopped";
+    EXPECT_TRUE(engine->calls.empty()) << "nothing is running, so nothing is stopped";
     engine->startFailure = nullptr;
     EXPECT_EQ(startError(), u"no error"_s);
     EXPECT_TRUE(recorder.isRecording());

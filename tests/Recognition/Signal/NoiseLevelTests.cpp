@@ -25,7 +25,7 @@ TEST(NoiseLevel, measuresSignalToNoiseRatio)
     constexpr double tolerance = 2;
     const double quiet = voiceAboveNoise(0.1, 0.001);
     EXPECT_NEAR(voiceAboveNoise(0.1, 0.01), quiet - 20, tolerance);
-    EXPECT_NEAR(voiceAboveNoise(0.02, 0.002), quiet - 20, tolerance) << "it is not how loud it all is that counts";
+    EXPECT_NEAR(voiceAboveNoise(0.02, 0.002), quiet - 20, tolerance) << "the absolute level does not matter";
 }
 
 TEST(NoiseLevel, assumesQuietRoomUntilThereIsEnoughAudio)

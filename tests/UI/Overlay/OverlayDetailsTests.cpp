@@ -148,7 +148,7 @@ TEST_F(OverlayDetailsTest, positionsCardWhenFirstScreenAppears)
     world.beRecording();
     controller.show();
     world.hear(u"many words "_s.repeated(40));
-    EXPECT_TRUE(panels.last->frames.empty()) << "there is no place for it yet";
+    EXPECT_TRUE(panels.last->frames.empty()) << "there is no position for it yet";
     screens->all = all;
     screens->main = main;
     Q_EMIT screens->screenAdded();
@@ -157,7 +157,7 @@ TEST_F(OverlayDetailsTest, positionsCardWhenFirstScreenAppears)
     EXPECT_EQ(panels.last->frame().bottom() + 1, 710);
     EXPECT_THAT(panels.calls, ElementsAre("orderFrontRegardless", "orderFrontRegardless"));
     world.hear(u"few"_s);
-    EXPECT_EQ(panels.last->frames.size(), 2U) << "from then on it follows what is heard";
+    EXPECT_EQ(panels.last->frames.size(), 2U) << "it then follows the transcript";
 }
 
 TEST_F(OverlayDetailsTest, newScreenMovesNoPlacedOrHiddenCard)

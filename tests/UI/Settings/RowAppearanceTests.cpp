@@ -123,7 +123,7 @@ TEST_F(MenuRowTest, isAccessibleAndActivatedByKeyboard)
 {
     EXPECT_EQ(row.accessibleName(), u"Settings & more"_s);
     EXPECT_EQ(row.accessibleDescription(), u"Ctrl+,"_s);
-    EXPECT_EQ(row.text(), u"Settings && more"_s) << "no letter of a title is a shortcut";
+    EXPECT_EQ(row.text(), u"Settings && more"_s) << "titles have no mnemonics";
     EXPECT_TRUE(row.isFlat());
     EXPECT_EQ(row.focusPolicy(), Qt::StrongFocus);
     EXPECT_EQ(row.sizePolicy().horizontalPolicy(), QSizePolicy::Expanding);

@@ -75,7 +75,7 @@ TEST(Pickers, wheelOverClosedPickerChangesNothing)
         const int before = picker->currentIndex();
         EXPECT_FALSE(turnWheel(*picker)) << picker->accessibleName().toStdString();
         EXPECT_EQ(picker->currentIndex(), before) << picker->accessibleName().toStdString();
-        EXPECT_EQ(picker->focusPolicy(), Qt::StrongFocus) << "the wheel moves no focus";
+        EXPECT_EQ(picker->focusPolicy(), Qt::StrongFocus) << "the wheel does not move the focus";
     }
     settle();
     EXPECT_TRUE(world.defaults->writes.empty());
@@ -121,7 +121,7 @@ TEST_F(DictionaryChangesTest, removesSelectedOneOfEqualWords)
     world.settings->setDictionaryWords({u"new"_s, u"same"_s, u"a"_s, u"same"_s, u"b"_s, u"same"_s});
     remove();
     EXPECT_EQ(words(), (QStringList{u"new"_s, u"same"_s, u"a"_s, u"b"_s, u"same"_s}));
-    EXPECT_EQ(selected(), QStringList{u"b"_s}) << "the one that took its place";
+    EXPECT_EQ(selected(), QStringList{u"b"_s}) << "the word now at its position";
 }
 
 TEST_F(DictionaryChangesTest, selectsPreviousWordAfterRemovingLast)

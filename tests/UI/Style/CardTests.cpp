@@ -45,7 +45,7 @@ TEST_F(CardTest, isOpaqueWithoutTranslucency)
     EXPECT_EQ(image.pixelColor(140, 90), light().color(QPalette::Window));
     EXPECT_EQ(alphaAt(image, 39, 90), 0) << "no shadow";
     EXPECT_EQ(alphaAt(image, 40, 90), 255);
-    EXPECT_EQ(alphaAt(image, 239, 139), 0) << "the corner is round";
+    EXPECT_EQ(alphaAt(image, 239, 139), 0) << "rounded corner";
     EXPECT_EQ(image.pixelColor(140, 40), image.pixelColor(40, 90)) << "the same border on all sides";
     EXPECT_EQ(image.pixelColor(140, 139), image.pixelColor(239, 90));
     // The text colour at 8 % opacity on the surface colour.
@@ -66,7 +66,7 @@ TEST_F(CardTest, isTranslucentWithSoftShadow)
     EXPECT_NEAR(alphaAt(image, 26, 90), shadow(13.5), 4);
     EXPECT_EQ(alphaAt(image, 140, 40 + 100 + 24 + 4), 0);
     EXPECT_EQ(alphaAt(image, 140, 40 - 24), 0);
-    EXPECT_EQ(alphaAt(image, 36, 90), alphaAt(image, 279 - 36, 90)) << "the same at both sides";
+    EXPECT_EQ(alphaAt(image, 36, 90), alphaAt(image, 279 - 36, 90)) << "the same on both sides";
     int before = 255;
     for (int y = 140; y < 168; ++y) {
         EXPECT_LE(alphaAt(image, 140, y), before);
@@ -125,7 +125,7 @@ TEST_F(CardTest, shapeIsSymmetric)
             different += shape.contains(QPoint(opposite.x(), card.top() + y)) != isInside ? 1 : 0;
         }
     }
-    EXPECT_LE(different, 8) << "a pixel at each corner may be rounded to the other side";
+    EXPECT_LE(different, 8) << "a pixel at each corner may round either way";
 }
 
 TEST_F(CardTest, shapeHasRoundCorners)
@@ -146,7 +146,7 @@ TEST_F(CardTest, shapeHasRoundCorners)
             missing += shape.contains(card.topLeft() + QPoint(x, y)) ? 0 : 1;
         }
     }
-    EXPECT_NEAR(missing, 14 * 14 * 0.2146, 6) << "what a circle of 14 leaves of a square";
+    EXPECT_NEAR(missing, 14 * 14 * 0.2146, 6) << "the area between a circle of radius 14 and its square";
     EXPECT_EQ(Card::cornerRadius, 14);
     EXPECT_EQ(Card::shadowMargin, 24);
 }

@@ -37,7 +37,7 @@ TEST(StandInKeys, ignoresUnknownNamesAndKeysThatProduceText)
                 ElementsAre(XKB_KEY_F14));
     EXPECT_THAT(log.lines(), SizeIs(4));
     EXPECT_TRUE(log.lines().at(0).contains(u"Contrl_R"_s));
-    EXPECT_THAT(standInKeySymbols({u"a"_s}), SizeIs(3)) << "a key is needed, so the usual ones hold";
+    EXPECT_THAT(standInKeySymbols({u"a"_s}), SizeIs(3)) << "without a valid key the defaults apply";
 }
 
 } // namespace talmo::test

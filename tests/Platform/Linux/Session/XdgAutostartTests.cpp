@@ -117,10 +117,10 @@ TEST_F(XdgAutostartTest, readsStatusFromExistingEntry)
 {
     item.registerItem();
     QFile::remove(userEntry());
-    EXPECT_EQ(item.status(), LoginItemStatus::NotRegistered) << "removed by hand";
+    EXPECT_EQ(item.status(), LoginItemStatus::NotRegistered) << "removed manually";
     item.registerItem();
     replaceInEntry("X-GNOME-Autostart-enabled=true", "X-GNOME-Autostart-enabled=false");
-    EXPECT_EQ(item.status(), LoginItemStatus::NotRegistered) << "switched off in the desktop's own settings";
+    EXPECT_EQ(item.status(), LoginItemStatus::NotRegistered) << "disabled in the desktop's settings";
     item.registerItem();
     EXPECT_EQ(item.status(), LoginItemStatus::Enabled);
     QFile::remove(program);

@@ -53,7 +53,7 @@ TEST_F(PulsePrerollTest, recordingStartsWithKeptAudio)
     for (int look = 0; look < 1000 && frames == kept; ++look) {
         testbed::passTime(5ms);
     }
-    EXPECT_GT(frames, kept) << "and goes on";
+    EXPECT_GT(frames, kept) << "and continues";
     end();
 }
 

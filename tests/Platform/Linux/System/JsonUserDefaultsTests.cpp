@@ -96,7 +96,7 @@ public:
     WithoutRoot()
     {
         if (m_isRoot && seteuid(nobody) != 0) {
-            ADD_FAILURE() << "cannot be somebody else";
+            ADD_FAILURE() << "cannot act as another user";
         }
     }
     ~WithoutRoot()
@@ -213,7 +213,7 @@ TEST_F(JsonUserDefaultsTest, damagedFileDisablesAiCleanupPermanently)
         EXPECT_TRUE(logSays(u"talmo.aiCleanupEnabled"_s));
     }
     set(*openAsUser(), aiCleanup, true);
-    EXPECT_EQ(openAsUser()->boolean(aiCleanup), true) << "switched on again";
+    EXPECT_EQ(openAsUser()->boolean(aiCleanup), true) << "enabled again";
 }
 
 TEST_F(JsonUserDefaultsTest, missingFileUsesDefaults)
@@ -229,7 +229,7 @@ TEST_F(JsonUserDefaultsTest, unreplaceableDamagedFileStaysDamaged)
         const FileSizeLimit full(0);
         EXPECT_EQ(openAsUser()->boolean(aiCleanup), false);
     }
-    EXPECT_EQ(content(), "{\"talmo") << "no file at all would mean the defaults";
+    EXPECT_EQ(content(), "{\"talmo") << "a missing file would mean the defaults";
     EXPECT_EQ(openAsUser()->boolean(aiCleanup), false);
 }
 
@@ -239,7 +239,7 @@ TEST_F(JsonUserDefaultsTest, unreadableFileDisablesAiCleanup)
     EXPECT_EQ(openAsUser()->boolean(aiCleanup), false);
     QDir().rmdir(path);
     ASSERT_EQ(symlink("/nonexistent/settings.json", QFile::encodeName(path).constData()), 0);
-    EXPECT_EQ(openAsUser()->boolean(aiCleanup), false) << "the file may be on a disk that is not there";
+    EXPECT_EQ(openAsUser()->boolean(aiCleanup), false) << "the file may be on an unmounted disk";
 }
 
 TEST_F(JsonUserDefaultsTest, inaccessibleFolderDisablesAiCleanup)
@@ -334,7 +334,7 @@ TEST_F(JsonUserDefaultsTest, readOnlyFolderKeepsValuesInMemory)
     QFile::setPermissions(path, QFile::Permissions::fromInt(0x6600));
     set(*defaults, u"talmo.b"_s, true);
     EXPECT_EQ(object(), (QJsonObject{{u"talmo.a"_s, true}, {key, u"polite"_s}, {u"talmo.b"_s, true}}))
-        << "what could not be written goes along with the next change";
+        << "unsaved values are written with the next change";
 }
 
 TEST_F(JsonUserDefaultsTest, unreadableFileIsLeftAlone)
@@ -396,7 +396,7 @@ TEST_F(JsonUserDefaultsTest, twoProcessesLoseNoChanges)
     const auto bothEnded = [&] { return !first.isRunning() && !second.isRunning(); };
     int looks = 0;
     while (!testbed::pollUntil(bothEnded, std::chrono::milliseconds(10))) {
-        ASSERT_LT(++looks, 3000) << "the writers do not end";
+        ASSERT_LT(++looks, 3000) << "the writers do not finish";
         ASSERT_TRUE(content().isEmpty() || QJsonDocument::fromJson(content()).isObject()) << content().toStdString();
     }
     EXPECT_EQ(object().size(), 100);
@@ -416,7 +416,7 @@ TEST_F(JsonUserDefaultsTest, killWhileWritingLeavesCompleteFile)
     const auto defaults = open();
     EXPECT_TRUE(defaults->string(u"key0"_s));
     set(*defaults, key, u"polite"_s);
-    EXPECT_EQ(object().value(key), u"polite"_s) << "the lock of a dead process holds nobody up";
+    EXPECT_EQ(object().value(key), u"polite"_s) << "a dead process's lock does not block";
     EXPECT_THAT(log.lines(), IsEmpty());
 }
 

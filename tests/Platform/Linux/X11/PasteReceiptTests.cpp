@@ -127,7 +127,7 @@ TEST_F(PasteReceiptTest, detectsGrabbedKeyboardBeforePostingKeys)
     locker.flush();
     EXPECT_EQ(pasteAndWait(u"next"_s), Outcome::Taken);
     EXPECT_TRUE(window->waitForLine(u"text: next"_s, 10s));
-    EXPECT_EQ(clipboard(), "old") << "the user's clipboard, not the text that nobody took";
+    EXPECT_EQ(clipboard(), "old") << "the user's clipboard, not the unread text";
 }
 
 TEST_F(PasteReceiptTest, detectsLayoutWithoutPasteKeys)
