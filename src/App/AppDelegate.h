@@ -7,14 +7,14 @@
 
 namespace talmo {
 
-/// What Talmo does at the turns of the application's life. Main thread.
+/// Handles the application's lifecycle events. Main thread.
 class AppDelegate {
 public:
     AppDelegate(std::shared_ptr<ApplicationShell> shell, std::shared_ptr<PermissionsManager> permissions);
 
-    /// From here on, holding the key dictates.
+    /// From here on, holding the key starts a dictation.
     void applicationDidFinishLaunching();
-    /// Permissions that were changed elsewhere meanwhile show as soon as the user comes back.
+    /// Re-reads the permissions, which the user may have changed elsewhere.
     void applicationDidBecomeActive();
     static constexpr bool applicationSupportsSecureRestorableState() { return true; }
 

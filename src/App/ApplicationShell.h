@@ -2,7 +2,7 @@
 
 namespace talmo {
 
-/// How an application presents itself on the desktop.
+/// How an application appears on the desktop.
 enum class ActivationPolicy { Regular, Accessory };
 
 /// The application as the desktop sees it. Main thread.
@@ -10,11 +10,11 @@ class ApplicationShell {
 public:
     virtual ~ApplicationShell() = default;
 
-    /// Accessory: nothing in the dock or task bar stands for the application, and it does not end with its last window.
+    /// Accessory: the application does not appear in the dock or task bar, and does not quit with its last window.
     virtual void setActivationPolicy(ActivationPolicy policy) = 0;
-    /// Brings Talmo's windows to the front, whatever the user is doing; for when the user asked for it.
+    /// Raises Talmo's windows above other applications; only at the user's request.
     virtual void activateIgnoringOtherApps() = 0;
-    /// Ends the application as the desktop would; returns at once.
+    /// Quits as if the desktop had asked for it; returns at once.
     virtual void terminate() = 0;
 };
 

@@ -53,7 +53,7 @@ void DeferringHotkeyService::gestureBegan()
     }
     m_isOver = false;
     if (m_wait != Wait::None) {
-        m_parts.preroll->resume(); // The gesture before was over, but not recorded yet: one recording takes both.
+        m_parts.preroll->resume(); // The previous gesture is over, but not recorded yet: one recording covers both.
     } else if (isBusy()) {
         beginWaiting();
     } else {
@@ -76,10 +76,10 @@ void DeferringHotkeyService::gestureEnded()
 
 void DeferringHotkeyService::beginWaiting()
 {
-    generalLog().debug("the recording waits for the last sentence", {});
+    generalLog().debug("the recording is deferred until the last sentence is done", {});
     setWait(Wait::ForLastSentence);
     if (m_insertingSince && m_parts.clock->now() - *m_insertingSince >= noticeDelay) {
-        announceWait(); // Whatever holds it up, this press will not end it.
+        announceWait(); // Hurrying cannot help a stuck insertion.
         return;
     }
     m_announcement = std::stop_source();
@@ -96,7 +96,7 @@ void DeferringHotkeyService::beginDictation()
         setWait(Wait::None);
     } else if (m_coordinator->lastError()) {
         setWait(Wait::None);
-        m_parts.preroll->close(); // Refused at once.
+        m_parts.preroll->close(); // Refused immediately.
     } else {
         setWait(Wait::ForRecording);
     }
@@ -176,7 +176,7 @@ QFuture<bool> DeferringHotkeyService::finishDictation(Duration longest)
     }
     m_finishingTimeout = std::stop_source();
     logEscapes(giveUpLater(this, m_parts.clock, longest, m_finishingTimeout.get_token()));
-    // On a later turn, as after every change.
+    // In a later event-loop iteration, as after every change.
     QMetaObject::invokeMethod(this, [this] { finishIfDone(); }, Qt::QueuedConnection);
     return future;
 }
@@ -202,7 +202,7 @@ void DeferringHotkeyService::finishIfDone()
     }
 }
 
-/// The key counts again after this: a session that was to end may go on.
+/// The key works again afterwards: the end of the session may have been cancelled.
 void DeferringHotkeyService::endFinishing(bool isDone)
 {
     if (const auto finished = std::exchange(m_finished, nullptr)) {

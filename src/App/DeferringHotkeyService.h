@@ -17,18 +17,20 @@
 
 namespace talmo {
 
-/// Stands between the key and the coordinator, which ignores gestures that it cannot act on. None is lost here:
+/// Sits between the key and the coordinator, which ignores gestures it cannot act on, so that none is lost:
 ///
-/// - A gesture that begins while the sentence before is being processed or inserted waits. That sentence is hurried
-///   along, and then the recording starts with what has been said since the press.
-/// - A gesture that ends before its recording has begun ends it as soon as it has begun, so no microphone stays on.
+/// - A gesture that begins while the previous sentence is being processed or inserted waits. That sentence is hurried
+///   along, and then the recording starts with the audio since the press.
+/// - A gesture that ends before its recording has begun ends the recording as soon as it begins, so no microphone stays
+///   open.
 ///
 /// Main thread.
 class DeferringHotkeyService final : public QObject, public HotkeyService {
     Q_OBJECT
 
 public:
-    /// A gesture that has waited for this long, or finds an insertion that has, is answered with a notice.
+    /// A notice is shown for a gesture that has waited this long, or that arrives when an insertion has taken this
+    /// long.
     static constexpr Duration noticeDelay = std::chrono::milliseconds(500);
 
     struct Parts {
@@ -41,25 +43,25 @@ public:
 
     explicit DeferringHotkeyService(Parts parts);
 
-    /// Whose gestures these are. Before start().
+    /// The coordinator that the gestures are for. Call before start().
     void follow(TalmoCoordinator &coordinator);
 
     void setOnHotkeyDown(std::function<void()> callback) override { m_onHotkeyDown = std::move(callback); }
     void setOnHotkeyUp(std::function<void()> callback) override { m_onHotkeyUp = std::move(callback); }
     void start() override;
 
-    /// A recording runs, or a gesture is on its way to one.
+    /// A recording is running, or a gesture is about to start one.
     bool isGestureActive() const;
 
     /// Ignores the key from now on.
     void close() { m_isClosed = true; }
 
-    /// Ends the recording, if there is one, and hurries its sentence into the window in front: without the language
-    /// model. True once nothing is left to be done; false when `longest` was not enough.
+    /// Ends the recording, if any, and hurries its sentence into the active window, without the language model. True
+    /// once nothing is left to do; false if `longest` was not enough.
     QFuture<bool> finishDictation(Duration longest);
 
 private:
-    /// What the gesture waits for: the sentence before, or the start of its own recording.
+    /// What the gesture is waiting for: the previous sentence, or the start of its own recording.
     enum class Wait { None, ForLastSentence, ForRecording };
 
     void gestureBegan();
@@ -83,12 +85,12 @@ private:
     std::function<void()> m_onHotkeyDown;
     std::function<void()> m_onHotkeyUp;
     Wait m_wait = Wait::None;
-    /// The gesture that waits is over: its recording ends as soon as it has begun.
+    /// The waiting gesture has ended: its recording ends as soon as it has begun.
     bool m_isOver = false;
     bool m_isClosed = false;
     std::optional<Instant> m_insertingSince;
     std::stop_source m_announcement;
-    /// While finishDictation() waits.
+    /// Set while finishDictation() is waiting.
     std::shared_ptr<Completion<bool>> m_finished;
     std::stop_source m_finishingTimeout;
 };

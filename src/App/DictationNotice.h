@@ -6,14 +6,14 @@
 
 namespace talmo {
 
-/// A remark that the overlay shows below its title, beside what the state itself has to say. Main thread.
+/// A notice that the overlay shows below its title, in addition to the state's own text. Main thread.
 class DictationNotice final : public Observable {
     Q_OBJECT
 
 public:
     using Observable::Observable;
 
-    /// Empty when there is nothing to remark. One of Talmo's own texts, not worded yet.
+    /// Empty if there is no notice. Not translated yet.
     QString text() const { return m_text; }
     void show(const QString &text);
     void clear();

@@ -9,20 +9,21 @@
 
 namespace talmo {
 
-/// What people can get back: the last dictation, and the clipboard that a text nobody took has displaced. Main thread.
+/// What the user can recover: the last dictation, and the clipboard content replaced by a text that was not read. Main
+/// thread.
 class DictationRecovery {
 public:
     DictationRecovery(std::shared_ptr<LastDictation> last, std::shared_ptr<Pasteboard> pasteboard,
                       std::shared_ptr<PasteWitness> witness);
 
-    /// None before the first dictation.
+    /// Nullopt before the first dictation.
     std::optional<QString> lastText() const { return m_last->text(); }
     std::optional<QString> lastRawText() const { return m_last->rawText(); }
-    /// Puts the last dictation on the clipboard, as if the user had copied it; nothing without one.
+    /// Copies the last dictation to the clipboard, as if the user had; does nothing without one.
     void copyLastText();
 
     bool holdsEarlierClipboard() const { return m_witness->holdsEarlierClipboard(); }
-    /// False when there is none any more.
+    /// False if there is none left.
     QFuture<bool> putEarlierClipboardBack() { return m_witness->putEarlierClipboardBack(); }
 
 private:

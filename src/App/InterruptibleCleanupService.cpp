@@ -20,7 +20,7 @@ void InterruptibleCleanupService::setHurried(bool isHurried)
         return;
     }
     if (const auto request = m_underway.lock(); request && request->aiCleanupEnabled && !request->text->isDone()) {
-        generalLog().info("the language model's edit is given up: the sentence is formatted locally");
+        generalLog().info("abandoned the language model's edit; formatting the sentence locally");
         logEscapes(formatLocally(request));
         if (m_onGivenUp) {
             m_onGivenUp();
@@ -48,7 +48,7 @@ QCoro::Task<void> InterruptibleCleanupService::edit(std::shared_ptr<Request> req
             request->transcript, true, request->conciseTextEnabled, request->textTone, request->dictionaryWords);
         request->text->finish(edited);
     } catch (...) {
-        generalLog().error("the cleanup failed: %s", {localizedDescription(std::current_exception())});
+        generalLog().error("cleanup failed: %s", {localizedDescription(std::current_exception())});
         hasFailed = true;
     }
     if (hasFailed) {

@@ -8,14 +8,14 @@
 
 namespace talmo {
 
-/// A cleanup whose edit by the language model can be given up for the local text while it runs. An edit that fails
-/// falls back to the local text as well. Main thread.
+/// A cleanup whose language-model edit can be abandoned, while it runs, for local formatting. An edit that fails falls
+/// back to local formatting as well. Main thread.
 class InterruptibleCleanupService final : public CleanupService {
 public:
-    /// `onGivenUp`: called when nobody waits for the edit under way any more.
+    /// `onGivenUp`: called when the current edit is abandoned.
     explicit InterruptibleCleanupService(std::shared_ptr<CleanupService> service, std::function<void()> onGivenUp = {});
 
-    /// While hurried, nobody waits for the language model: neither for the edit under way nor for a later one.
+    /// While hurried, the language model is not waited for: neither for the current edit nor for later ones.
     void setHurried(bool isHurried);
 
     QCoro::Task<QString> cleanup(QString transcript, bool aiCleanupEnabled, bool conciseTextEnabled, TextTone textTone,
@@ -29,7 +29,7 @@ private:
         bool conciseTextEnabled = false;
         TextTone textTone = TextTone::Standard;
         QStringList dictionaryWords;
-        /// The first text counts.
+        /// Finished by whichever text is ready first.
         std::shared_ptr<Completion<QString>> text = Completion<QString>::make();
     };
 

@@ -7,16 +7,16 @@
 
 namespace talmo {
 
-/// What was dictated last, so that no sentence is lost with a window, a clipboard or an error. In memory alone, until
-/// something else is heard. Main thread.
+/// The last dictation, kept so that no sentence is lost with a window, a clipboard or an error. In memory only, until
+/// something else is recognised. Main thread.
 class LastDictation {
 public:
-    /// The text as it was to be inserted; what was heard where it did not come to that. None before the first one.
+    /// The text to insert, or the raw transcript if the cleanup did not finish. Nullopt before the first dictation.
     std::optional<QString> text() const;
-    /// The words as they were heard.
+    /// The transcript as recognised.
     std::optional<QString> rawText() const;
 
-    /// A recording begins; what is kept stays until it has heard something.
+    /// A recording begins; the previous dictation is kept until something is recognised.
     void begin() { m_isNew = true; }
     void noteHeard(const QString &transcript);
     void noteCleaned(const QString &text);
@@ -27,7 +27,7 @@ private:
     QString m_cleaned;
 };
 
-/// Keeps what is heard in a LastDictation: live, and at the end.
+/// Records transcripts in a LastDictation: live ones and the final one.
 class RememberedTranscriptionService final : public TranscriptionService {
 public:
     RememberedTranscriptionService(std::shared_ptr<TranscriptionService> service, std::shared_ptr<LastDictation> last);
@@ -47,7 +47,7 @@ private:
     std::shared_ptr<LastDictation> m_last;
 };
 
-/// Keeps the cleaned text in a LastDictation.
+/// Records the cleaned text in a LastDictation.
 class RememberedCleanupService final : public CleanupService {
 public:
     RememberedCleanupService(std::shared_ptr<CleanupService> service, std::shared_ptr<LastDictation> last);

@@ -16,13 +16,13 @@
 
 namespace talmo {
 
-/// Makes the microphone and the models ready at a press of the key that may lead to a recording, while the gesture is
-/// still undecided. A press that ends a recording, or adds to one that waits, prepares nothing. Main thread.
+/// Prepares the microphone and the models on a key press that may lead to a recording, while the gesture is still
+/// undecided. A press that ends a recording, or extends a waiting one, prepares nothing. Main thread.
 class PressPreparation final : public QObject {
     Q_OBJECT
 
 public:
-    /// After a mere tap the microphone stays ready for this long.
+    /// How long the microphone stays open after a single tap.
     static constexpr Duration readyTime = std::chrono::milliseconds(500);
 
     struct Parts {
@@ -30,13 +30,13 @@ public:
         std::shared_ptr<DeferringHotkeyService> gestures;
         std::shared_ptr<SpeechPreroll> preroll;
         std::shared_ptr<Clock> clock;
-        /// Loads what a recording will need; returns at once.
+        /// Loads what a recording needs; returns at once.
         std::function<void()> warmUp;
     };
 
     explicit PressPreparation(Parts parts);
 
-    /// Before the gestures' own start: a press is to be known here first.
+    /// Call before the gestures' own start(), so that presses arrive here first.
     void start();
 
 private:

@@ -97,7 +97,7 @@ QCoro::Task<void> TalmoCoordinator::startSequence(WeakSelf self)
     co_await startRecording(self, locale);
 }
 
-/// True when the locale's model is known to be installed; otherwise the failure has been handled.
+/// True if the locale's model is known to be installed; otherwise the failure has been handled.
 QCoro::Task<bool> TalmoCoordinator::ensureModel(WeakSelf self, QString locale)
 {
     const auto transcription = self->m_parts.transcriptionService;
@@ -184,7 +184,7 @@ QCoro::Task<void> TalmoCoordinator::processingSequence(WeakSelf self)
         self->handleFailure(failure);
         co_return;
     }
-    // Only the length counts here: a transcript of blanks goes on, and the insertion will refuse it.
+    // Only the length counts here: a blank transcript continues, and the insertion refuses it.
     if (rawTranscript.isEmpty()) {
         self->transitionTo(TalmoState::error(QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "No speech detected."))));
         co_return;
@@ -195,7 +195,7 @@ QCoro::Task<void> TalmoCoordinator::processingSequence(WeakSelf self)
 
 QCoro::Task<void> TalmoCoordinator::processTranscript(WeakSelf self, QString rawTranscript)
 {
-    // Read once: this dictation is cleaned with these values even if the user changes one meanwhile.
+    // Read once: changes by the user during this dictation do not affect it.
     const auto settings = self->m_parts.settings;
     const bool aiCleanupEnabled = settings->aiCleanupEnabled();
     const bool conciseTextEnabled = settings->conciseTextEnabled();
@@ -212,7 +212,7 @@ QCoro::Task<void> TalmoCoordinator::processTranscript(WeakSelf self, QString raw
                 co_await cleaner->cleanup(trimmed, aiCleanupEnabled, conciseTextEnabled, textTone, dictionaryWords);
         }
     } catch (...) {
-        failure = std::current_exception(); // Against its contract; the text must stay to be seen all the same.
+        failure = std::current_exception(); // Violates the contract; the text must stay visible all the same.
     }
     if (!self) {
         co_return;
@@ -268,7 +268,7 @@ void TalmoCoordinator::transitionTo(const TalmoState &state)
     }
 }
 
-/// The error state itself stays, so that the icon keeps its mark; only the overlay goes.
+/// Only the overlay is hidden: the error state stays, so that the icon keeps its mark.
 QCoro::Task<void> TalmoCoordinator::hideOverlayLater(WeakSelf self, TalmoState shownError)
 {
     if (!self) {
@@ -277,7 +277,7 @@ QCoro::Task<void> TalmoCoordinator::hideOverlayLater(WeakSelf self, TalmoState s
     const auto clock = self->m_parts.clock;
     try {
         co_await clock->sleep(errorDisplayTime);
-    } catch (...) { // NOLINT(bugprone-empty-catch): a wait cut short, or impossible, counts as waited.
+    } catch (...) { // NOLINT(bugprone-empty-catch): an interrupted or failed wait counts as done.
     }
     if (self && self->m_state == shownError) {
         self->overlay().hide();
@@ -296,7 +296,7 @@ QCoro::Task<void> TalmoCoordinator::requestPermissions()
     return askForPermissions(m_parts.permissions);
 }
 
-/// Each step runs whatever the previous answer was.
+/// Each step runs regardless of the previous answer.
 QCoro::Task<void> TalmoCoordinator::askForPermissions(std::shared_ptr<PermissionsService> permissions)
 {
     co_await permissions->requestMicrophonePermission();

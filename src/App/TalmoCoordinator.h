@@ -17,7 +17,8 @@ namespace talmo {
 
 class TalmoCoordinator;
 
-/// Everything the coordinator is built from. The services are shared because a sequence that waits for one keeps it.
+/// Everything the coordinator is built from. The services are shared because a suspended sequence keeps those it awaits
+/// alive.
 struct CoordinatorParts {
     std::shared_ptr<PermissionsService> permissions;
     std::shared_ptr<SettingsService> settings;
@@ -28,13 +29,13 @@ struct CoordinatorParts {
     std::shared_ptr<TextInsertionService> insertionService;
     std::shared_ptr<LocaleSource> locale;
     std::shared_ptr<Clock> clock;
-    /// Later turns of the main thread's loop.
+    /// Runs work in later iterations of the main thread's event loop.
     std::shared_ptr<SerialExecutor> mainExecutor;
-    /// Makes the overlay on its first use; the coordinator outlives it.
+    /// Creates the overlay on first use; the coordinator outlives it.
     std::function<std::unique_ptr<OverlayService>(TalmoCoordinator &)> makeOverlay;
 };
 
-/// Runs the dictation: owns every service and is the only place where the pipeline's state changes.
+/// Runs dictations: owns every service, and is the only place where the pipeline's state changes.
 ///
 /// Main thread only. The checks at the top of beginDictation() and endDictation() are the only guards against
 /// overlapping dictations.
@@ -45,10 +46,10 @@ public:
     explicit TalmoCoordinator(CoordinatorParts parts);
     ~TalmoCoordinator() override;
 
-    /// The one coordinator of the process, built on first use by the registered factory.
+    /// The process-wide coordinator, created on first use by the registered factory.
     static TalmoCoordinator &shared();
     static void setSharedFactory(SharedInstance<TalmoCoordinator>::Factory factory);
-    /// Ends the shared coordinator while Qt still lives. Only the process entry calls this, last.
+    /// Destroys the shared coordinator while Qt is still running. Called last, by the process entry only.
     static void releaseShared();
 
     const TalmoState &state() const { return m_state; }
@@ -60,9 +61,9 @@ public:
 
     /// Connects the gestures and starts listening.
     void start();
-    /// Starts a dictation if one may start now; returns at once.
+    /// Starts a dictation if the state allows it; returns at once.
     void beginDictation();
-    /// Ends the running dictation and processes it; returns at once.
+    /// Ends the current dictation and processes it; returns at once.
     void endDictation();
     /// Asks for all three permissions in turn.
     QCoro::Task<void> requestPermissions();
@@ -70,7 +71,7 @@ public:
 private:
     using WeakSelf = QPointer<TalmoCoordinator>;
 
-    // The sequences hold the coordinator weakly across every wait, and what they wait for strongly.
+    // The sequences hold the coordinator weakly across every suspension, and the services they await strongly.
     static QCoro::Task<void> startSequence(WeakSelf self);
     static QCoro::Task<bool> ensureModel(WeakSelf self, QString locale);
     static QCoro::Task<void> startRecording(WeakSelf self, QString locale);

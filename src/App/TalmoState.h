@@ -8,7 +8,7 @@
 
 namespace talmo {
 
-/// Where a dictation stands. Two states are equal when they are the same case with the same message.
+/// The state of a dictation. Two states are equal if they are the same case with the same message.
 class TalmoState {
 public:
     enum class Case { Idle, Recording, Processing, Inserting, Error };
@@ -17,7 +17,7 @@ public:
     static TalmoState recording() { return TalmoState(Case::Recording); }
     static TalmoState processing() { return TalmoState(Case::Processing); }
     static TalmoState inserting() { return TalmoState(Case::Inserting); }
-    /// `message` is what the user reads.
+    /// `message` is shown to the user.
     static TalmoState error(QString message) { return TalmoState(Case::Error, std::move(message)); }
 
     Case which() const { return m_case; }

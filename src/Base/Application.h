@@ -4,7 +4,7 @@
 
 namespace talmo {
 
-/// The identifier under which the desktop and the log know Talmo.
+/// Talmo's application ID, as the desktop and the log know it.
 inline QString bundleIdentifier()
 {
     return QStringLiteral("io.github.talmo.Talmo");

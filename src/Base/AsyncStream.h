@@ -12,10 +12,10 @@
 
 namespace talmo {
 
-/// An unbounded queue between one reader and any number of writers, any thread on either side.
+/// An unbounded queue between one reader and any number of writers, on any threads.
 ///
-/// It ends when it is finished or when its last Continuation goes; what was yielded before is still read. Yields after
-/// the end are dropped. One reader at a time: a next() may only be called once the one before has answered.
+/// The stream ends when finish() is called or its last Continuation is destroyed. Values yielded before the end can
+/// still be read; later ones are dropped. Only one next() may be outstanding at a time.
 template <typename T>
 class AsyncStream {
     struct State {
@@ -83,12 +83,12 @@ class AsyncStream {
     };
 
 public:
-    /// The writing end. Copies share it; the stream ends when the last copy goes.
+    /// The writing end. Copies share it; destroying the last copy ends the stream.
     class Continuation {
     public:
         void yield(T value) const { m_end->state->yield(std::move(value)); }
 
-        /// Ends the stream, with an error if one is given. Only the first end counts.
+        /// Ends the stream, with `error` if there is one. Only the first call has an effect.
         void finish(std::exception_ptr error = nullptr) const { m_end->state->finish(std::move(error)); }
 
     private:
@@ -116,14 +116,14 @@ public:
         return {AsyncStream(state), Continuation(state)};
     }
 
-    /// Calls `reader` once with the next value, or with none at the end (then with the error the stream ended with, if
-    /// any): at once, in this thread, if there is one; else in the thread that yields or ends.
+    /// Calls `reader` once with the next value, or with nullopt and the stream's error, if any, at the end:
+    /// synchronously if that is known already, otherwise on the thread that yields or finishes.
     void next(std::function<void(std::optional<T>, std::exception_ptr)> reader) const
     {
         m_state->next(std::move(reader));
     }
 
-    /// The same to be awaited: none at the end, and an error is thrown.
+    /// Awaitable form: nullopt at the end; throws the stream's error.
     QFuture<std::optional<T>> next() const
     {
         auto completion = Completion<std::optional<T>>::make();

@@ -9,7 +9,7 @@ namespace talmo {
 
 using Duration = std::chrono::nanoseconds;
 
-/// Names the time line of Clock: monotonic, and it runs on while the machine sleeps.
+/// Clock's time line: monotonic, and it keeps running while the machine sleeps.
 struct ContinuousTime {
     using duration = Duration;
     using rep = duration::rep;
@@ -19,15 +19,15 @@ struct ContinuousTime {
 };
 using Instant = ContinuousTime::time_point;
 
-/// The only source of time for the logic, so that tests can run it in virtual time.
+/// The logic's only source of time, so that tests can run in virtual time.
 class Clock {
 public:
     virtual ~Clock() = default;
 
     virtual Instant now() const = 0;
 
-    /// Finishes when `duration` has passed, never early, in the thread that awaits it; fails with Cancelled as soon
-    /// as a stop is requested. Called on, and awaited in, a thread with an event loop.
+    /// Finishes on the awaiting thread once `duration` has passed, never early; fails with Cancelled as soon as a stop
+    /// is requested. To be called and awaited on a thread with an event loop.
     virtual QFuture<void> sleep(Duration duration, std::stop_token stop = {}) = 0;
 };
 

@@ -12,10 +12,10 @@
 
 namespace talmo {
 
-/// The finishing end of a QFuture that cannot be dropped: whoever loses the last reference to an unfinished one
-/// fails it with Cancelled, since awaiting a future that was never finished hangs or crashes.
+/// The producing end of a QFuture. Destroying the last reference to an unfinished one fails the future with Cancelled,
+/// since awaiting a future that never finishes hangs or crashes.
 ///
-/// Any thread may finish it; only the first finish counts. Shared by std::shared_ptr.
+/// Any thread may finish it; only the first finish() or fail() counts. Shared through std::shared_ptr.
 template <typename T>
 class Completion {
 public:
@@ -56,7 +56,7 @@ private:
     std::atomic<bool> m_done = false;
 };
 
-/// A future that is finished already.
+/// An already finished future.
 template <typename T>
 QFuture<std::decay_t<T>> ready(T &&value)
 {

@@ -16,7 +16,7 @@ const char *Error::what() const noexcept
 }
 
 Cancelled::Cancelled()
-    : Error(QStringLiteral("The operation was cancelled."))
+    : Error(QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The operation was cancelled.")))
 {
 }
 

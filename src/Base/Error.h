@@ -6,12 +6,13 @@
 
 namespace talmo {
 
-/// Anything that can go wrong and be told to the user. What is thrown across a room derives from this.
+/// An error whose description can be shown to the user. Every exception that crosses a module boundary derives from
+/// this.
 class Error : public std::exception {
 public:
     explicit Error(QString description);
 
-    /// The sentence that the user sees, unchanged.
+    /// The sentence for the user, before translation.
     QString localizedDescription() const { return m_description; }
     const char *what() const noexcept override;
 
@@ -20,18 +21,18 @@ private:
     QByteArray m_utf8;
 };
 
-/// Thrown by a wait that was cancelled, and by a call whose callee went away before it could answer.
+/// Thrown by a cancelled wait, and by a call whose callee was destroyed before it could answer.
 class Cancelled : public Error {
 public:
     Cancelled();
 };
 
-/// What a platform's audio layer raises where others return an error.
+/// Raised by a platform's audio layer where others would return an error.
 class PlatformException : public std::exception {
 public:
     PlatformException(QString name, QString reason);
 
-    /// Either may be empty: the platform did not say.
+    /// Either is empty if the platform did not supply it.
     QString name() const { return m_name; }
     QString reason() const { return m_reason; }
     const char *what() const noexcept override;
@@ -42,7 +43,8 @@ private:
     QByteArray m_utf8;
 };
 
-/// The sentence to show for any exception: an Error's own, else its what(), else a last resort.
+/// The sentence to show for any exception: an Error's description, otherwise what(), otherwise a generic sentence.
+/// Empty for null.
 QString localizedDescription(const std::exception_ptr &error);
 
 } // namespace talmo

@@ -10,7 +10,7 @@ namespace talmo {
 
 namespace {
 
-// Transcripts are private, so debug lines stay off until somebody switches them on by Qt's own logging rules.
+// Transcripts are private, so debug lines are off unless enabled by Qt's logging rules.
 Q_LOGGING_CATEGORY(generalCategory, "talmo.general", QtInfoMsg)
 Q_LOGGING_CATEGORY(hotkeyCategory, "talmo.hotkey", QtInfoMsg)
 

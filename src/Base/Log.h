@@ -8,7 +8,7 @@
 
 namespace talmo {
 
-/// Debug lines may hold what was dictated; info and error lines never do.
+/// Debug lines may contain dictated text; info and error lines never do.
 enum class LogLevel { Debug, Info, Error };
 
 /// Where log lines go. Any thread may write.
@@ -16,15 +16,15 @@ class LogSink {
 public:
     virtual ~LogSink() = default;
 
-    /// Asked first, so that a line nobody reads is never put together.
+    /// Checked first, so that disabled lines are never formatted.
     virtual bool isEnabled(LogLevel level, const char *category) const = 0;
 
-    /// `format` is the literal as written in the source; the arguments stay apart, since they are private.
+    /// `format` is the literal from the source; the arguments are passed separately because they are private.
     virtual void write(LogLevel level, const char *category, const char *format,
                        std::initializer_list<QVariant> arguments) = 0;
 };
 
-/// One category of the log. Placeholders: %s, %@ (text), %lu (unsigned number), %{bool}d (true or false).
+/// A log category. Placeholders: %s, %@ (text), %lu (unsigned number), %{bool}d (true or false).
 class Logger {
 public:
     explicit constexpr Logger(const char *category)
@@ -42,13 +42,13 @@ private:
     const char *m_category;
 };
 
-/// "general": the pipeline's messages and whatever has no category of its own.
+/// "general": pipeline messages and everything without its own category.
 const Logger &generalLog();
-/// "hotkey": the key monitoring.
+/// "hotkey": key monitoring.
 const Logger &hotkeyLog();
 
-/// Replaces the sink for the whole process and gives back the one before; null stands for Qt's own log, which goes to
-/// the journal where there is one and to stderr elsewhere, with debug lines off unless switched on there.
+/// Replaces the process-wide sink and returns the previous one. Null selects Qt's logging, which goes to the journal if
+/// there is one and to stderr otherwise, with debug lines off unless Qt's logging rules enable them.
 std::shared_ptr<LogSink> setLogSink(std::shared_ptr<LogSink> sink);
 
 /// The line with its arguments filled in.

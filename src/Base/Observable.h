@@ -4,8 +4,8 @@
 
 namespace talmo {
 
-/// An object whose published values are watched. Every change is announced before it is stored, so a watcher that
-/// wants the new value subscribes queued and reads again. Main thread only.
+/// An object with observable properties. Every change is announced before it is stored, so an observer that needs the
+/// new value connects with Qt::QueuedConnection and reads it then. Main thread only.
 class Observable : public QObject {
     Q_OBJECT
 
@@ -16,7 +16,7 @@ Q_SIGNALS:
     void objectWillChange();
 
 protected:
-    /// Announces, then stores: also when the value is the one it has already.
+    /// Announces, then stores, even if the value is unchanged.
     template <typename Value, typename New>
     void publish(Value &field, New &&value)
     {

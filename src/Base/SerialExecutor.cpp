@@ -23,7 +23,7 @@ void runLogged(const std::function<void()> &work)
     }
 }
 
-/// A piece of work on its way to the executor's thread.
+/// A work item posted to the executor's thread.
 class WorkEvent final : public QEvent {
 public:
     WorkEvent(std::function<void()> work, const QObject *context)
@@ -35,7 +35,7 @@ public:
     }
     ~WorkEvent() override
     {
-        ThreadSanitizer::acquire(this); // One that was never run is destroyed by the executor's owner.
+        ThreadSanitizer::acquire(this); // An item that never ran is destroyed by the executor's owner.
         m_work = nullptr;
         ThreadSanitizer::release(m_context);
     }
@@ -51,7 +51,7 @@ public:
     void run() const
     {
         ThreadSanitizer::acquire(this);
-        // Set when the executor is going: what it has not got to is dropped.
+        // Set while the executor is being destroyed: pending work is dropped.
         if (!QThread::currentThread()->isInterruptionRequested()) {
             runLogged(m_work);
         }
@@ -62,7 +62,7 @@ private:
     const QObject *m_context;
 };
 
-/// Lives in the executor's thread and runs the work that is posted to it.
+/// Lives on the executor's thread and runs the work posted to it.
 class Context final : public QObject {
 public:
     bool event(QEvent *event) override
@@ -102,7 +102,8 @@ SerialExecutor::SerialExecutor(QThread *thread)
 SerialExecutor::~SerialExecutor()
 {
     if (m_thread == nullptr) {
-        // The last reference may go on another thread; the context must not be deleted under its own loop's feet.
+        // The last reference may be released on another thread, where deleting the context would race with its event
+        // loop.
         if (isCurrentThread()) {
             delete m_context;
         } else {
@@ -111,7 +112,8 @@ SerialExecutor::~SerialExecutor()
         return;
     }
     if (isCurrentThread()) {
-        // The last reference was dropped by work of our own: the thread ends after this piece, and nobody can join it.
+        // The executor's own work released the last reference: the thread ends after this item, and nothing can join
+        // it.
         QObject::connect(m_thread, &QThread::finished, m_thread, &QObject::deleteLater);
         m_context->deleteLater();
         m_thread->quit();

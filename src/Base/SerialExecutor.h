@@ -17,17 +17,17 @@ class QThread;
 
 namespace talmo {
 
-/// A queue of work that runs one piece at a time on one thread with an event loop.
+/// Runs work items one at a time on a single thread with an event loop.
 ///
-/// It is re-entrant as actors are: while one call waits in a co_await, the next one runs. Answers come as futures, to
-/// be awaited in the caller's thread; a task itself never crosses threads.
+/// Re-entrant like an actor: while one item is suspended in a co_await, the next one runs. Results are futures, to be
+/// awaited on the caller's thread; a task itself never crosses threads.
 class SerialExecutor {
 public:
-    /// An executor with a thread of its own. Destroying it lets the running piece of work end, drops the rest (their
-    /// futures fail with Cancelled) and joins the thread.
+    /// An executor with its own thread. Destroying it lets the running item finish, drops the rest (their futures fail
+    /// with Cancelled) and joins the thread.
     static std::shared_ptr<SerialExecutor> onNewThread(const QString &name);
 
-    /// An executor whose work runs on later turns of the calling thread's event loop.
+    /// An executor that runs work in later iterations of the calling thread's event loop.
     static std::shared_ptr<SerialExecutor> onCurrentThread();
 
     ~SerialExecutor();
@@ -36,13 +36,13 @@ public:
 
     bool isCurrentThread() const;
 
-    /// The object that lives in the executor's thread: a parent for notifiers and timers.
+    /// An object that lives on the executor's thread: a parent for notifiers and timers.
     QObject *context() const { return m_context; }
 
-    /// Runs `work` on a later turn of the executor's loop. What escapes from it is logged.
+    /// Runs `work` in a later iteration of the executor's event loop. Escaping exceptions are logged.
     void post(std::function<void()> work);
 
-    /// Runs a plain function there and gives back what it returns or throws.
+    /// Runs a plain function on the executor; the future receives its result or exception.
     template <typename Function>
     auto call(Function work) -> QFuture<std::invoke_result_t<Function>>
     {
@@ -63,7 +63,8 @@ public:
         return completion->future();
     }
 
-    /// Starts a coroutine there and gives back its result. `makeTask` itself must not be a coroutine: it calls one.
+    /// Starts a coroutine on the executor; the future receives its result. `makeTask` must not be a coroutine itself,
+    /// only call one.
     template <typename Value>
     QFuture<Value> run(std::function<QCoro::Task<Value>()> makeTask)
     {
@@ -91,7 +92,7 @@ private:
         }
     }
 
-    QThread *m_thread; ///< Owned; null when the executor borrows the thread it was made on.
+    QThread *m_thread; ///< Owned; null if the executor uses the thread it was created on.
     QObject *m_context;
 };
 

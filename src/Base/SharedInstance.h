@@ -8,8 +8,7 @@
 
 namespace talmo {
 
-/// The one object of its kind in the process: made on first use, by the factory that the composition registered.
-/// Main thread only.
+/// A process-wide instance, created on first use by the registered factory. Main thread only.
 template <typename T>
 class SharedInstance {
 public:

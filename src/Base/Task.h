@@ -20,11 +20,11 @@ public:
 
     explicit operator bool() const { return m_state != nullptr; }
 
-    /// Asks the task to stop; it still ends by itself. Does nothing to an empty handle.
+    /// Requests a stop; the task still has to end by itself. Does nothing on an empty handle.
     void cancel() const;
     bool isCancelled() const;
 
-    /// Finishes when the task has ended, with its error if it had one. Only for a handle that is not empty.
+    /// Finishes when the task has ended, with its error, if any. The handle must not be empty.
     QFuture<void> finished() const;
 
 private:
@@ -36,18 +36,19 @@ private:
     std::shared_ptr<State> m_state;
 };
 
-/// Launches a task: it begins on a later turn of the executor's loop, never inside this call. `body` calls a
-/// coroutine and is none itself. An error that nobody can see is the caller's to log: see logEscapes().
+/// Launches a task, which begins in a later iteration of the executor's event loop, never within this call. `body` must
+/// not be a coroutine itself, only call one. If nothing awaits the handle, the caller has to log errors: see
+/// logEscapes().
 TaskHandle launch(SerialExecutor &executor, std::function<QCoro::Task<void>(std::stop_token)> body);
 
-/// A future as a task of the calling thread.
+/// Adapts a future to a task on the calling thread.
 template <typename Value>
 QCoro::Task<Value> await(QFuture<Value> future)
 {
     co_return co_await future;
 }
 
-/// Awaits a task and logs what escapes from it, for tasks whose end nobody waits for.
+/// Awaits a task and logs its exception; for tasks that nothing awaits.
 QCoro::Task<void> logEscapes(QCoro::Task<void> task);
 
 } // namespace talmo

@@ -7,7 +7,7 @@ namespace talmo::Text {
 
 namespace {
 
-/// Every character of both classes lies in the basic plane, so looking at single UTF-16 units is exact.
+/// All characters of both classes are in the Basic Multilingual Plane, so testing single UTF-16 units is exact.
 template <typename Predicate>
 QString trimmed(const QString &text, Predicate drop)
 {
@@ -57,7 +57,7 @@ qsizetype characterCount(const QString &text)
 
 qsizetype firstCharacterLength(const QString &text)
 {
-    // A character is never this long in earnest; looking at the head only keeps megabytes cheap.
+    // No real character is this long; examining only the head keeps very long texts cheap.
     static constexpr qsizetype longestCharacter = 256;
     const QString head = text.left(longestCharacter);
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, head);

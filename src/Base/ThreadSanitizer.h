@@ -12,11 +12,11 @@
 #include <sanitizer/tsan_interface.h>
 #endif
 
-/// Tells the thread sanitizer of an order between threads that only Qt keeps: distributions build Qt without the
-/// sanitizer, so it sees neither Qt's event queue nor its mutexes. Without the sanitizer these do nothing.
+/// Tells the thread sanitizer about synchronisation inside Qt: distributions build Qt uninstrumented, so neither its
+/// event queue nor its mutexes are visible. No-ops without the sanitizer.
 namespace talmo::ThreadSanitizer {
 
-/// What this thread did before happens before whatever follows an acquire() of the same address.
+/// Whatever this thread has done happens before what follows an acquire() of the same address.
 inline void release([[maybe_unused]] const void *address)
 {
 #ifdef TALMO_THREAD_SANITIZER

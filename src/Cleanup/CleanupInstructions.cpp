@@ -3,8 +3,7 @@
 #include <array>
 #include <span>
 
-// A model follows these lines by the letter, so no letter of them changes by accident: the tests hold them a second
-// time.
+// Models follow these lines literally; the tests hold a second copy, so that none changes by accident.
 namespace talmo {
 
 namespace {
@@ -143,7 +142,7 @@ struct ToneText {
     std::span<const QStringView> examples;
 };
 
-/// Nothing for the standard tone.
+/// Empty for the standard tone.
 ToneText textOf(TextTone tone)
 {
     switch (tone) {

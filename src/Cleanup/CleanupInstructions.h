@@ -7,10 +7,10 @@
 
 namespace talmo {
 
-/// What the language model is told before it sees a transcript: to edit it, and never to answer it.
+/// The language model's instructions: to edit the transcript, and never to answer it.
 QString buildInstructions(const QStringList &dictionaryWords, bool isBulletList, bool concise, TextTone tone);
 
-/// A transcript as the model is given it.
+/// The prompt for a transcript.
 QString transcriptPrompt(const QString &text);
 
 } // namespace talmo

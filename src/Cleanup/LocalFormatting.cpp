@@ -19,8 +19,8 @@ struct Command {
     QString replacement;
 };
 
-/// Finds one phrase from a moving start, searching again only once the start has passed what was found. So a long
-/// text with many commands of one kind and none of the other is not searched to its end for each of them.
+/// Finds a phrase from an advancing start, and searches again only once the start has passed the last match. Otherwise
+/// a long text with many commands of one kind and none of the other would be searched to its end for each of them.
 class PhraseFinder {
 public:
     PhraseFinder(QStringView text, QStringView phrase)
@@ -29,7 +29,7 @@ public:
     {
     }
 
-    /// The first occurrence at or after `start`, or -1. Starts may only grow.
+    /// The first occurrence at or after `start`, or -1. `start` must never decrease.
     qsizetype next(qsizetype start)
     {
         if (m_found != notFound && m_found < start) {
@@ -60,7 +60,7 @@ std::optional<Command> nextCommand(PhraseFinder &newParagraph, PhraseFinder &new
     return std::nullopt;
 }
 
-/// Every run of two or more U+0020 becomes one, as replacing pairs over and over would leave it.
+/// Collapses every run of U+0020 to one.
 QString withoutDoubleSpaces(const QString &text)
 {
     QString result;

@@ -38,7 +38,7 @@ QString withoutPreamble(const QString &text)
     return isPreamble ? Text::trimWhitespaceAndNewlines(text.mid(end + paragraphBreak.size())) : text;
 }
 
-/// Only as a pair: one alone may have been spoken of.
+/// Only as a pair: a single tag may have been dictated.
 QString withoutTags(const QString &text)
 {
     if (!text.startsWith(openingTag) || !text.endsWith(closingTag)) {

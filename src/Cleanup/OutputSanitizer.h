@@ -4,8 +4,8 @@
 
 namespace talmo {
 
-/// A language model's answer without what models like to put around one: an echo of the examples' arrow, a preamble
-/// paragraph, tags, a code fence, quotation marks. Possibly empty.
+/// Removes what language models tend to put around an answer: an echo of the examples' arrow, a preamble paragraph,
+/// tags, a code fence, quotation marks. The result may be empty.
 QString sanitize(const QString &answer);
 
 } // namespace talmo

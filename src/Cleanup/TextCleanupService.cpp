@@ -20,21 +20,21 @@ struct CleanupSettings {
     QStringList dictionaryWords;
 };
 
-/// The model's edited copy, sanitised; empty when there is none for any reason.
+/// The text as edited by the model, sanitised; empty on any failure.
 QCoro::Task<QString> editedByModel(std::shared_ptr<LanguageModel> model, BulletRequest request,
                                    CleanupSettings settings)
 {
     try {
         const QString instructions = buildInstructions(settings.dictionaryWords, request.isBulletList,
                                                        settings.conciseTextEnabled, settings.textTone);
-        // A fresh session every time: no dictation knows of another.
+        // A new session every time, so that no dictation can influence another.
         const auto session = model->makeSession(instructions);
         GenerationOptions options;
         options.maximumResponseTokens = responseLimit(Text::characterCount(request.text));
         const auto response = session->respond(transcriptPrompt(request.text), options);
         const QString answer = co_await response;
         co_return sanitize(answer);
-    } catch (...) { // NOLINT(bugprone-empty-catch): the local formatting is the answer to every failure.
+    } catch (...) { // NOLINT(bugprone-empty-catch): every failure falls back to local formatting.
     }
     co_return QString();
 }
@@ -52,7 +52,7 @@ QCoro::Task<QString> cleanOneSegment(std::shared_ptr<LanguageModel> model, QStri
     co_return edited.isEmpty() ? formatLocally(request.text) : edited;
 }
 
-/// All segments at the same time, each with a conversation of its own; the results in their order.
+/// Cleans all segments concurrently, each in its own conversation; results keep their order.
 QCoro::Task<QString> cleanTranscript(std::shared_ptr<LanguageModel> model, QString transcript, CleanupSettings settings)
 {
     const auto segments = splitIntoSegments(transcript);

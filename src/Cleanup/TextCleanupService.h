@@ -9,21 +9,21 @@
 
 namespace talmo {
 
-/// Makes the text to insert from a transcript: split at the spoken commands, clean every segment, join. A segment is
-/// edited by the language model if the user wants that and there is one, else formatted locally. Whatever goes wrong
-/// with the model ends in local formatting, without a word: the sentence was spoken and has to arrive.
+/// Turns a transcript into the text to insert: splits it at the spoken commands, cleans every segment, and joins them.
+/// A segment is edited by the language model if that is enabled and available, otherwise formatted locally. Any failure
+/// of the model silently falls back to local formatting: dictated text must never be lost.
 class TextCleanupService final : public CleanupService {
 public:
-    /// `executor`: the thread on which the work is done. The model is never null.
+    /// `executor` runs the work. `model` must not be null.
     TextCleanupService(std::shared_ptr<SerialExecutor> executor, std::shared_ptr<LanguageModel> model);
 
-    /// Why the language model cannot be used, as a sentence for the user; none when it can. Any thread, never waits.
+    /// Why the language model cannot be used, as a sentence for the user; nullopt if it can. Any thread; never blocks.
     std::optional<QString> unavailabilityMessage() const;
 
     QCoro::Task<QString> cleanup(QString transcript, bool aiCleanupEnabled, bool conciseTextEnabled, TextTone textTone,
                                  QStringList dictionaryWords) override;
 
-    /// One segment, on the calling thread, which has an event loop. Never throws; possibly empty.
+    /// Cleans one segment on the calling thread, which needs an event loop. Never throws; the result may be empty.
     QCoro::Task<QString> cleanSegment(QString text, bool aiCleanupEnabled, bool conciseTextEnabled, TextTone textTone,
                                       QStringList dictionaryWords) const;
 
@@ -32,7 +32,7 @@ private:
     std::shared_ptr<LanguageModel> m_model;
 };
 
-/// The most tokens that an answer to a text of this many characters may take.
+/// The token limit for the answer to a text of this many characters.
 qsizetype responseLimit(qsizetype characterCount);
 
 } // namespace talmo

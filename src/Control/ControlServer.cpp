@@ -34,7 +34,7 @@ void answerAndClose(QLocalSocket &socket, const std::optional<QString> &error)
 QByteArray answerWithDictation(const std::optional<QString> &text)
 {
     return text ? ControlSocket::textAnswer(*text)
-                : ControlSocket::answer(QStringLiteral("Nothing has been dictated yet."));
+                : ControlSocket::answer(QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Nothing has been dictated yet.")));
 }
 
 } // namespace
@@ -49,9 +49,10 @@ ControlServer::ControlServer(Actions actions, std::shared_ptr<Clock> clock)
 
 bool ControlServer::listen(const QString &path)
 {
-    QLocalServer::removeServer(path); // Left behind by one that did not end well.
+    QLocalServer::removeServer(path); // A stale socket left by a crash.
     if (!m_server.listen(path)) {
-        generalLog().error("talmoctl cannot reach this Talmo: %@", {m_server.errorString()});
+        generalLog().error("cannot listen on the control socket, so talmoctl cannot reach this Talmo: %@",
+                           {m_server.errorString()});
         return false;
     }
     return true;
@@ -63,18 +64,18 @@ void ControlServer::accept()
         socket->setParent(this);
         connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
         if (!ControlSocket::isOwnUser(*socket)) {
-            generalLog().error("A program of another user was turned away from the control socket.");
+            generalLog().error("rejected a connection to the control socket by another user's process");
             socket->abort();
         } else if (findChildren<QLocalSocket *>(Qt::FindDirectChildrenOnly).size() > mostClients) {
-            generalLog().error("There are too many clients at the control socket; one was turned away.");
-            socket->abort(); // Its request is not read, so no answer would reach it either.
+            generalLog().error("rejected a connection to the control socket: too many clients");
+            socket->abort(); // Its request is not read, so it could not receive an answer either.
         } else {
             listenTo(*socket);
         }
     }
 }
 
-/// One request a connection; whatever follows it is read and dropped.
+/// One request per connection; anything after it is read and dropped.
 void ControlServer::listenTo(QLocalSocket &socket)
 {
     socket.setReadBufferSize(ControlSocket::largestRequest);
@@ -93,7 +94,7 @@ void ControlServer::listenTo(QLocalSocket &socket)
         over.request_stop();
         const QByteArray whole = std::exchange(*request, {});
         if (isTooLong) {
-            answerAndClose(socket, QStringLiteral("The text is too long."));
+            answerAndClose(socket, QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The text is too long.")));
         } else {
             serve(socket, whole);
         }
@@ -107,10 +108,10 @@ QCoro::Task<void> ControlServer::hangUpAt(QPointer<QLocalSocket> socket, QFuture
     try {
         co_await deadline;
     } catch (const Cancelled &) {
-        co_return; // The request came, or the client went.
+        co_return; // The request arrived, or the client disconnected.
     }
     if (socket) {
-        answerAndClose(*socket, QStringLiteral("The request took too long to arrive."));
+        answerAndClose(*socket, QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The request took too long to arrive.")));
     }
 }
 
@@ -135,7 +136,7 @@ void ControlServer::serve(QLocalSocket &socket, const QByteArray &request)
     }
     const auto text = ControlSocket::textToInsert(request);
     if (!text) {
-        answerAndClose(socket, QStringLiteral("Talmo does not know this request."));
+        answerAndClose(socket, QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Unknown request.")));
         return;
     }
     logEscapes(serveAction(&socket, *text, m_actions.insert));
@@ -146,7 +147,8 @@ QCoro::Task<void> ControlServer::serveClipboard(QPointer<QLocalSocket> socket, Q
     const bool isBack = co_await done;
     if (socket) {
         answerAndClose(*socket, isBack ? std::nullopt
-                                       : std::optional(QStringLiteral("There is no earlier clipboard to restore.")));
+                                       : std::optional(QStringLiteral(
+                                             QT_TRANSLATE_NOOP("Talmo", "There is no earlier clipboard to restore."))));
     }
 }
 

@@ -17,28 +17,28 @@
 
 namespace talmo {
 
-/// Does for other programs of this user what they ask for over the control socket. Programs of other users are turned
-/// away unheard, and no client can keep the server busy: the length of a request, the time it may take to arrive and
-/// the number of clients are bounded. Main thread.
+/// Serves requests from the user's other programs over the control socket. Connections from other users are closed
+/// unread, and no client can keep the server busy: the length of a request, the time it may take to arrive and the
+/// number of clients are limited. Main thread.
 class ControlServer final : public QObject {
 public:
-    /// Carries out an insertion; may throw Error.
+    /// Inserts a text; may throw Error.
     using Insert = std::function<QCoro::Task<void>(QString)>;
 
     struct Actions {
         Insert insert;
         std::function<void()> openSettings;
-        /// Throws Error when the choice cannot be saved.
+        /// Throws Error if the choice cannot be saved.
         std::function<QCoro::Task<void>(QString)> chooseRecogniser;
-        /// The last dictation, or the words as they were heard; none when there is none.
+        /// The last dictation, or its raw transcript; nullopt if there is none.
         std::function<std::optional<QString>(bool isRaw)> lastDictation;
-        /// False when there is no earlier clipboard.
+        /// False if there is no earlier clipboard.
         std::function<QFuture<bool>()> putEarlierClipboardBack;
     };
 
     ControlServer(Actions actions, std::shared_ptr<Clock> clock);
 
-    /// False, and said in the log, when the socket cannot be made. What lies there from before is replaced.
+    /// Replaces a stale socket. False, and logged, if the socket cannot be created.
     bool listen(const QString &path);
 
 private:

@@ -127,7 +127,7 @@ std::optional<QByteArray> exchange(const QByteArray &request, int connectPatienc
         return std::nullopt;
     }
     if (!isOwnUser(socket)) {
-        generalLog().error("A program of another user listens at %@; nothing was sent to it.", {path()});
+        generalLog().error("another user's process is listening at %@; nothing was sent to it", {path()});
         return std::nullopt;
     }
     socket.write(request);
@@ -162,7 +162,7 @@ void checkAnswer(const QByteArray &answer)
 {
     const auto document = QJsonDocument::fromJson(answer);
     if (!document.isObject()) {
-        throw Error(QStringLiteral("Talmo gave no answer."));
+        throw Error(QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Talmo did not respond.")));
     }
     const auto error = document.object().value(errorKey);
     if (!error.isUndefined()) {

@@ -9,7 +9,7 @@ class FileLock {
 public:
     enum class Outcome { Locked, HeldByAnother, CannotOpen };
 
-    /// Never waits.
+    /// Never blocks.
     explicit FileLock(const QString &path);
     ~FileLock();
     FileLock(const FileLock &) = delete;

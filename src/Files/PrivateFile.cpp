@@ -14,7 +14,7 @@ namespace talmo::PrivateFile {
 
 namespace {
 
-/// A rename is only safe from a power failure once the folder is on the disk as well.
+/// A rename survives a power failure only once its folder has been synced too.
 void synchroniseFolder(const QString &folder)
 {
     const int descriptor = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -31,9 +31,9 @@ void makeMissing(const QString &folder)
         return;
     }
     makeMissing(info.absolutePath());
-    // Another process may have been faster.
+    // Another process may have created it in the meantime.
     if (!QDir().mkdir(info.absoluteFilePath(), folderPermissions) && !QFileInfo(folder).isDir()) {
-        throw Error(QStringLiteral("The folder %1 cannot be made.").arg(folder));
+        throw Error(QStringLiteral("The folder %1 cannot be created.").arg(folder));
     }
 }
 
@@ -42,14 +42,14 @@ void makeMissing(const QString &folder)
 void makeFolder(const QString &folder)
 {
     makeMissing(folder);
-    // In vain where it belongs to somebody else, whose affair it is then.
+    // Fails if another user owns the folder; its permissions are then up to them.
     ::chmod(QFile::encodeName(folder).constData(), S_IRWXU);
 }
 
 void write(const QString &path, const QByteArray &content)
 {
-    QSaveFile file(path); // Writes beside it, has that synced, and renames.
-    // A disk that is full by then is noticed here: what goes wrong with what is still buffered, the commit may miss.
+    QSaveFile file(path); // Writes a temporary file, syncs it, and renames it.
+    // Detects a full disk here: commit() may miss errors of data that is still buffered.
     const bool isWritten = file.open(QFile::WriteOnly) && file.setPermissions(permissions) &&
                            file.write(content) == content.size() && file.flush() && file.size() == content.size();
     if (!isWritten || !file.commit()) {

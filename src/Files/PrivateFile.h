@@ -6,24 +6,24 @@
 
 namespace talmo {
 
-/// Files and folders that nobody but their owner may read. Whatever the umask says, what is made here is private, and
-/// what was made less so becomes it. Any thread; every call may wait for the disk.
+/// Files and folders that only their owner can access. They are created private whatever the umask, and existing ones
+/// are made private. Any thread; every call may block on the disk.
 namespace PrivateFile {
 
 inline constexpr QFile::Permissions permissions = QFile::ReadOwner | QFile::WriteOwner;
 inline constexpr QFile::Permissions folderPermissions = permissions | QFile::ExeOwner;
 
-/// Makes the folder, with those above it that are missing. Throws Error.
+/// Creates the folder and any missing parents. Throws Error.
 void makeFolder(const QString &folder);
 
-/// Replaces the file's content: at all times the old or the new one stands there, and once this returns the new one is
-/// on the disk. Throws Error, also when the disk is full. The folder must be there.
+/// Replaces the file's content atomically; once this returns, the new content is on disk. Throws Error, also if the
+/// disk is full. The folder must exist.
 void write(const QString &path, const QByteArray &content);
 
-/// Waits until what was written is on the disk.
+/// Blocks until everything written is on disk.
 void flushToDisk(QFile &file);
 
-/// A descriptor of a file to hold a lock on, made if need be; the caller closes it. Negative when it cannot be opened.
+/// Opens a lock file, creating it if missing. The caller closes the descriptor; negative if it cannot be opened.
 int openLock(const QString &path);
 
 } // namespace PrivateFile

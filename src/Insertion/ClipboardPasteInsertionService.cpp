@@ -18,7 +18,7 @@ QString description(TextInsertionError::Case which)
     return QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Nothing to insert."));
 }
 
-/// Ends the paste on every path, a cancelled wait included.
+/// Calls endPaste() on every path, including a cancelled wait.
 class PasteBracket {
 public:
     explicit PasteBracket(std::shared_ptr<Pasteboard> pasteboard)

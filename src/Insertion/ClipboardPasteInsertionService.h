@@ -12,7 +12,7 @@
 
 namespace talmo {
 
-/// Why nothing was inserted, each with the sentence the user sees.
+/// Why nothing was inserted; each case has its own message for the user.
 class TextInsertionError : public Error {
 public:
     enum class Case { AccessibilityNotGranted, EmptyText };
@@ -25,16 +25,16 @@ private:
     Case m_case;
 };
 
-/// Inserts by pasting: the text goes onto the pasteboard, the paste shortcut is posted, the pasteboard is given back.
-/// One insertion at a time.
+/// Inserts by pasting: puts the text on the pasteboard, posts the paste shortcut, and restores the pasteboard. One
+/// insertion at a time.
 class ClipboardPasteInsertionService final : public TextInsertionService {
 public:
     /// The V key and the Command modifier: the paste shortcut.
     static constexpr quint16 pasteKeyCode = 9;
     static constexpr quint64 commandFlag = 0x100000;
-    /// How long the changed pasteboard may take to be seen by the program in front.
+    /// Time for the frontmost application to see the changed pasteboard.
     static constexpr Duration pasteboardChangeTime = std::chrono::milliseconds(15);
-    /// How long the program in front has to read it.
+    /// Time for the frontmost application to read it.
     static constexpr Duration pasteTime = std::chrono::milliseconds(65);
 
     ClipboardPasteInsertionService(std::shared_ptr<Pasteboard> pasteboard, std::shared_ptr<KeyEventPoster> keyPoster,
@@ -42,7 +42,7 @@ public:
 
     QCoro::Task<void> insert(QString text) override;
 
-    /// The same, cancellable during its two waits; what was done until then stays done.
+    /// The same, cancellable during its two waits; steps already done are not undone.
     QCoro::Task<void> insert(QString text, std::stop_token stop);
 
 private:

@@ -6,12 +6,12 @@
 
 namespace talmo {
 
-/// The field that has the keyboard, in whatever application is in front.
+/// The field with keyboard focus, in whatever application is frontmost.
 class FocusedField {
 public:
     virtual ~FocusedField() = default;
-    /// Whether the field says that it is for a password; false when that is unknown. Looks for `limit` at most, and
-    /// only when asked. Called on the main thread, finishes on any; never fails unless the program ends.
+    /// Whether the field declares itself a password field; false if unknown. Takes `limit` at most, and looks only when
+    /// called. Called on the main thread, finishes on any; fails only if Talmo is shutting down.
     virtual QFuture<bool> isPassword(Duration limit) = 0;
 };
 

@@ -6,7 +6,7 @@
 
 namespace talmo {
 
-/// A key going down or up, with the modifiers that it carries.
+/// A key press or release, with its modifiers.
 struct KeyEvent {
     quint16 keyCode = 0;
     bool isDown = false;
@@ -14,12 +14,12 @@ struct KeyEvent {
     bool operator==(const KeyEvent &) const = default;
 };
 
-/// Types for the user into whatever has the keyboard. Main thread; posting never waits.
+/// Synthesises key events for whatever has keyboard focus. Main thread; posting never blocks.
 class KeyEventPoster {
 public:
     virtual ~KeyEventPoster() = default;
 
-    /// None when no such event can be made.
+    /// Nullopt if the event cannot be created.
     virtual std::optional<KeyEvent> makeKeyboardEvent(quint16 keyCode, bool isDown) = 0;
     virtual void post(const KeyEvent &event) = 0;
 };

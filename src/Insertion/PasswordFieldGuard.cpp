@@ -40,7 +40,7 @@ QCoro::Task<void> PasswordFieldGuard::insertAfter(QFuture<bool> isPassword,
     co_await service->insert(text);
 }
 
-/// The field is only asked to keep to the time; this is what makes it certain.
+/// The field is only asked to keep to the limit; this timeout enforces it.
 QFuture<bool> PasswordFieldGuard::isPasswordInTime()
 {
     const auto answer = Completion<bool>::make();

@@ -12,19 +12,19 @@
 
 namespace talmo {
 
-/// Thrown instead of putting a text into a password field, where nobody could see what it is.
+/// Thrown instead of inserting into a password field, where the user could not see the text.
 class PasswordFieldError : public Error {
 public:
     PasswordFieldError();
 };
 
-/// Inserts nothing into a field that says that it is for a password; where that is unknown, it inserts. Main thread.
+/// Inserts nothing into a field that declares itself a password field; inserts if that is unknown. Main thread.
 class PasswordFieldGuard final : public TextInsertionService {
 public:
-    /// An insertion waits no longer for the field's answer.
+    /// The longest that an insertion waits for the field's answer.
     static constexpr Duration answerTime = std::chrono::milliseconds(100);
 
-    /// `isOn` is asked before each insertion.
+    /// `isOn` is called before each insertion.
     PasswordFieldGuard(std::shared_ptr<TextInsertionService> service, std::shared_ptr<FocusedField> field,
                        std::shared_ptr<Clock> clock, std::function<bool()> isOn);
 

@@ -5,44 +5,44 @@
 
 namespace talmo {
 
-/// How a paste ended: the program in front has read the text, or nobody has, and why.
+/// How a paste ended: whether the frontmost application has read the text, and if not, why.
 struct PasteReceipt {
     enum class Outcome {
         Taken,
-        /// The window answers, but has not read the text.
+        /// The window responds, but has not read the text.
         NotTaken,
-        /// The window does not answer; it gets the text when it does.
+        /// The window does not respond; it receives the text once it does.
         WindowHangs,
-        /// No window has the keyboard.
+        /// No window has keyboard focus.
         NoWindow,
-        /// Another program has grabbed the keyboard: a screen locker, an open menu.
+        /// Another program has grabbed the keyboard, such as a screen locker or an open menu.
         KeyboardGrabbed,
-        /// The keyboard has no key that the paste shortcut could be made of.
+        /// The keyboard layout has no key for the paste shortcut.
         NoPasteKey,
-        /// Another window came to the front between choosing the shortcut and posting it.
+        /// Another window became active between choosing the shortcut and posting it.
         WindowChanged,
-        /// Another program has taken the clipboard before the text was read.
+        /// Another program took the clipboard before the text was read.
         ClipboardLost,
     };
 
     Outcome outcome = Outcome::Taken;
-    /// What a person presses to paste in that window, such as "Ctrl+V".
+    /// The shortcut that pastes in that window, such as "Ctrl+V".
     QString shortcut = QStringLiteral("Ctrl+V");
 
     bool operator==(const PasteReceipt &) const = default;
 };
 
-/// Tells what became of a paste, and keeps the clipboard that it has displaced. Main thread.
+/// Reports the outcome of a paste, and keeps the clipboard content that it replaced. Main thread.
 class PasteWitness {
 public:
     virtual ~PasteWitness() = default;
 
-    /// What became of the paste that was made last. Finishes within two seconds of its shortcut.
+    /// The outcome of the last paste. Finishes within two seconds of its shortcut.
     virtual QFuture<PasteReceipt> receipt() = 0;
 
-    /// A text that nobody took stands in place of something else.
+    /// A text that was not read has replaced something else on the clipboard.
     virtual bool holdsEarlierClipboard() const = 0;
-    /// Puts back what stood on the clipboard before a text that nobody took; false when there is no such thing.
+    /// Restores the clipboard content replaced by a text that was not read; false if there is none.
     virtual QFuture<bool> putEarlierClipboardBack() = 0;
 };
 

@@ -11,21 +11,21 @@ namespace talmo {
 struct PasteboardRepresentation {
     QString type;
     QByteArray data;
-    /// How the platform itself labels the data, where that is more than its type says; given back as it was read.
+    /// The platform's own label for the data, if it is more specific than the type; written back as it was read.
     QString nativeEncoding;
     int nativeUnitBits = 8;
     bool operator==(const PasteboardRepresentation &) const = default;
 };
 
-/// One thing on the pasteboard, in all the types in which its owner offers it.
+/// One item on the pasteboard, in every type that its owner offers.
 struct PasteboardItem {
     QList<PasteboardRepresentation> representations;
     bool operator==(const PasteboardItem &) const = default;
 };
 
-/// The general pasteboard. Called on the main thread, never waits there; the calls take effect in the order in which
-/// they were made. A paste is bracketed by beginPaste() and endPaste(): what is written after the paste chord was
-/// posted may take effect only once the program in front has read what stood there for it.
+/// The general pasteboard. Called on the main thread, which it never blocks; calls take effect in order. A paste is
+/// bracketed by beginPaste() and endPaste(): what is written after the paste shortcut was posted may take effect only
+/// once the frontmost application has read the content meant for it.
 class Pasteboard {
 public:
     virtual ~Pasteboard() = default;
@@ -33,16 +33,16 @@ public:
     virtual void beginPaste() = 0;
     virtual void endPaste() = 0;
 
-    /// A copy of everything on the pasteboard, with the types that could be read. Ends within half a second of a
-    /// pending restore's end; never fails.
+    /// A copy of everything on the pasteboard, in the types that could be read. Finishes within half a second of the
+    /// end of any pending restore; never fails.
     virtual QFuture<QList<PasteboardItem>> items() = 0;
 
     virtual void clearContents() = 0;
-    /// To a cleared pasteboard.
+    /// Only on a cleared pasteboard.
     virtual void setString(const QString &text) = 0;
     virtual void writeItems(const QList<PasteboardItem> &items) = 0;
 
-    /// Finishes once nothing that was asked for is pending any more.
+    /// Finishes once all requested operations are done.
     virtual QFuture<void> settled() = 0;
 };
 

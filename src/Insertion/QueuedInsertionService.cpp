@@ -10,7 +10,7 @@ namespace talmo {
 
 struct QueuedInsertionService::Queue {
     std::shared_ptr<TextInsertionService> service;
-    /// Finishes when everything that came before has been inserted, or has failed to be.
+    /// Finishes when all earlier insertions have succeeded or failed.
     QFuture<void> end = ready();
 };
 
@@ -33,7 +33,7 @@ QCoro::Task<void> QueuedInsertionService::insertInTurn(std::shared_ptr<Queue> qu
     try {
         co_await queue->service->insert(text);
     } catch (...) {
-        done->finish(); // One that failed holds up nobody.
+        done->finish(); // A failure must not block the queue.
         throw;
     }
     done->finish();

@@ -8,8 +8,7 @@
 
 namespace talmo {
 
-/// Lets several callers insert through a service that can do one insertion at a time: they take turns, in the order in
-/// which they came. Main thread.
+/// Serialises insertions by several callers, in call order, for a service that can do only one at a time. Main thread.
 class QueuedInsertionService final : public TextInsertionService {
 public:
     explicit QueuedInsertionService(std::shared_ptr<TextInsertionService> service);

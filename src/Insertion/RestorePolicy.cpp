@@ -55,7 +55,7 @@ RestorePolicy::Time RestorePolicy::nextLook(Time now) const
     }
     const auto deadline = *m_posted + readTime;
     const auto wanted = m_isRead && !m_isImporter ? m_lastRequest + quietTime : deadline;
-    return std::max(wanted, now + 10ms); // A text still being sent is looked at again soon.
+    return std::max(wanted, now + 10ms); // A transfer in progress is checked again soon.
 }
 
 } // namespace talmo

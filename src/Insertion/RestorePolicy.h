@@ -7,40 +7,40 @@
 
 namespace talmo {
 
-/// When what stood on the clipboard may stand there again: not before the program in front has read the text and has
-/// been quiet for a while, and not at all while nobody has read it. Knows no desktop; whoever keeps the clipboard tells
-/// it what happens and when.
+/// Decides when the previous clipboard content may be restored: not before the frontmost application has read the text
+/// and has been quiet for a while, and not at all if nothing has read it. Independent of the desktop; the clipboard's
+/// owner reports events and their times.
 class RestorePolicy {
 public:
     using Time = std::chrono::steady_clock::time_point;
 
-    /// Some programs read twice, some 20 ms apart; giving the clipboard back in between has brought one down.
+    /// Some programs read twice, about 20 ms apart; restoring the clipboard in between has crashed one.
     static constexpr std::chrono::milliseconds quietTime{120};
-    /// A program that has not read the text by then may never do so.
+    /// A program that has not read the text by then probably never will.
     static constexpr std::chrono::milliseconds readTime{1500};
 
     enum class Verdict { Wait, Restore, GiveUp };
 
-    /// The text stands on the clipboard and its shortcut is still to be posted.
+    /// The text is on the clipboard; its shortcut has not been posted yet.
     void begin();
 
-    /// The shortcut was posted to this reader; without one, anybody's reading counts.
+    /// The shortcut was posted to this reader; without one, a read by any program counts.
     void post(Time now, std::optional<quint32> reader);
 
-    /// The program in front copies the clipboard by itself whenever that changes, and so never asks after the shortcut
-    /// (a virtual machine, a remote desktop). What was read before counts, and it is given the whole time to paste.
+    /// The frontmost application copies the clipboard whenever it changes, and so never reads it after the shortcut (a
+    /// virtual machine, a remote desktop). Reads before the shortcut count, and it gets the whole `readTime` to paste.
     void postToImporter(Time now);
 
-    /// Somebody has asked. `isData`: for the text itself, and it was given.
+    /// A program has requested the clipboard. `isData`: it requested the text itself, and received it.
     void noteRequest(Time now, quint32 reader, bool isData);
 
     bool isPosted() const { return m_posted.has_value(); }
     /// The reader has the text.
     bool isRead() const { return m_isRead; }
 
-    /// What may be done now. `isSending`: a large text is still on its way.
+    /// What may be done now. `isSending`: a large text is still being transferred.
     Verdict verdict(Time now, bool isSending) const;
-    /// When the verdict may be another one although nothing happens.
+    /// When the verdict may change without further events.
     Time nextLook(Time now) const;
 
 private:

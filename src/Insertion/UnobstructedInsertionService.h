@@ -9,10 +9,10 @@
 
 namespace talmo {
 
-/// Has Talmo's own menus taken out of the way before each insertion, so that no text lands in them. Main thread.
+/// Closes Talmo's own menus before each insertion, so that no text ends up in them. Main thread.
 class UnobstructedInsertionService final : public TextInsertionService {
 public:
-    /// Finishes, without failing, when the keyboard is where the text is to go.
+    /// Finishes, never fails, once the keyboard focus is where the text is to go.
     using ClearTheWay = std::function<QFuture<void>()>;
 
     UnobstructedInsertionService(std::shared_ptr<TextInsertionService> service, ClearTheWay clearTheWay);

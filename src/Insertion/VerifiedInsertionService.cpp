@@ -12,21 +12,20 @@ const char *sentence(PasteReceipt::Outcome outcome)
 {
     switch (outcome) {
     case PasteReceipt::Outcome::WindowHangs:
-        return QT_TRANSLATE_NOOP(
-            "Talmo",
-            "The window does not respond. The text is on the clipboard, and goes in when the window wakes up.");
+        return QT_TRANSLATE_NOOP("Talmo", "The window is not responding. The text is on the clipboard and will be "
+                                          "inserted when the window recovers.");
     case PasteReceipt::Outcome::NoWindow:
         return QT_TRANSLATE_NOOP("Talmo",
-                                 "No window has the keyboard. The text is on the clipboard: paste it with %1.");
+                                 "No window has keyboard focus. The text is on the clipboard: paste it with %1.");
     case PasteReceipt::Outcome::KeyboardGrabbed:
         return QT_TRANSLATE_NOOP(
-            "Talmo", "Another program is holding the keyboard. The text is on the clipboard: paste it with %1.");
+            "Talmo", "Another program has grabbed the keyboard. The text is on the clipboard: paste it with %1.");
     case PasteReceipt::Outcome::NoPasteKey:
         return QT_TRANSLATE_NOOP(
-            "Talmo", "This keyboard layout has no key to paste with. The text is on the clipboard: paste it by menu.");
+            "Talmo",
+            "This keyboard layout has no key for pasting. The text is on the clipboard: paste it from a menu.");
     case PasteReceipt::Outcome::WindowChanged:
-        return QT_TRANSLATE_NOOP("Talmo",
-                                 "The window in front changed. The text is on the clipboard: paste it with %1.");
+        return QT_TRANSLATE_NOOP("Talmo", "The active window changed. The text is on the clipboard: paste it with %1.");
     case PasteReceipt::Outcome::ClipboardLost:
         return QT_TRANSLATE_NOOP(
             "Talmo", "Another program replaced the clipboard. Choose “Copy Last Dictation” from the icon's menu.");
@@ -34,7 +33,7 @@ const char *sentence(PasteReceipt::Outcome outcome)
     case PasteReceipt::Outcome::NotTaken:
         break;
     }
-    return QT_TRANSLATE_NOOP("Talmo", "Nothing took the text. It is on the clipboard: paste it with %1.");
+    return QT_TRANSLATE_NOOP("Talmo", "No window accepted the text. It is on the clipboard: paste it with %1.");
 }
 
 QString description(const PasteReceipt &receipt)

@@ -8,7 +8,7 @@
 
 namespace talmo {
 
-/// Nobody took the text; says what the user can do.
+/// The text was not read; the message says what the user can do.
 class TextNotTakenError : public Error {
 public:
     explicit TextNotTakenError(const PasteReceipt &receipt);
@@ -19,7 +19,7 @@ private:
     PasteReceipt m_receipt;
 };
 
-/// Counts an insertion as done only once the program in front has read the text; throws TextNotTakenError otherwise.
+/// Completes an insertion only once the frontmost application has read the text; throws TextNotTakenError otherwise.
 /// Main thread.
 class VerifiedInsertionService final : public TextInsertionService {
 public:

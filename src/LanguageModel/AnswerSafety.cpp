@@ -13,8 +13,8 @@ struct Range {
     char32_t last;
 };
 
-/// The joiners U+200C and U+200D and the marks U+200E, U+200F and U+061C stay: Persian, Hebrew and emoji need them, and
-/// they reach no farther than the next character.
+/// The joiners U+200C and U+200D and the marks U+200E, U+200F and U+061C are kept: Persian, Hebrew and emoji need them,
+/// and they affect only the adjacent characters.
 constexpr std::array stripped = {
     Range{0x0000, 0x0008}, Range{0x000E, 0x001F}, Range{0x007F, 0x0084}, Range{0x0086, 0x009F},
     Range{0x200B, 0x200B}, Range{0x202A, 0x202E}, Range{0x2060, 0x206F}, Range{0xD800, 0xDFFF},
@@ -51,7 +51,7 @@ QString withoutControls(const QString &text)
             character = QChar::surrogateToUcs4(text.at(index), text.at(index + 1));
             ++index;
         }
-        const bool isSecondHalf = last == U'\r' && character == U'\n'; // Of a line end already taken.
+        const bool isSecondHalf = last == U'\r' && character == U'\n'; // Of a line ending that was already converted.
         if (isOtherLineEnd(character)) {
             result += QLatin1Char('\n');
         } else if (!isSecondHalf && !isStripped(character)) {
@@ -64,11 +64,11 @@ QString withoutControls(const QString &text)
 
 void requireProportion(const QString &answer, const QString &prompt)
 {
-    // A polite wording of three words is several times as long; one of a page is not.
+    // A polite rewording can be several times as long as three words, but not as a page.
     constexpr qsizetype alwaysAllowed = 600;
     constexpr qsizetype largestGrowth = 3;
     if (answer.size() > alwaysAllowed + largestGrowth * prompt.size()) {
-        throw Error(QStringLiteral("The model's answer is %1 characters long, to a text of %2.")
+        throw Error(QStringLiteral("The model's answer is too long: %1 characters for a prompt of %2.")
                         .arg(answer.size())
                         .arg(prompt.size()));
     }

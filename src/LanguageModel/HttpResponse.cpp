@@ -10,15 +10,15 @@ namespace {
 
 [[noreturn]] void refuse()
 {
-    throw Error(QStringLiteral("The model server's answer is not HTTP."));
+    throw Error(QStringLiteral("The model server's response is not valid HTTP."));
 }
 
 [[noreturn]] void refuseSize()
 {
-    throw Error(QStringLiteral("The model server's answer is too large."));
+    throw Error(QStringLiteral("The model server's response is too large."));
 }
 
-/// Digits alone: no sign, no blanks, nothing that a lenient reader would overlook.
+/// Digits only: no sign, no blanks, nothing that a lenient parser would skip.
 std::optional<qsizetype> wholeNumber(const QByteArray &digits, int base)
 {
     const auto isDigit = [base](char character) {
@@ -49,11 +49,11 @@ void HttpResponse::takeEnd()
         m_stage = Stage::Whole;
     }
     if (!isWhole()) {
-        throw Error(QStringLiteral("The model server ended the connection too early."));
+        throw Error(QStringLiteral("The model server closed the connection before its response was complete."));
     }
 }
 
-/// One line, or one piece of the body. False when more bytes are needed first.
+/// Consumes one line, or one piece of the body. False if more bytes are needed first.
 bool HttpResponse::advance()
 {
     if (m_stage == Stage::Body || m_stage == Stage::BodyUntilEnd || m_stage == Stage::Chunk) {
@@ -79,7 +79,7 @@ bool HttpResponse::advance()
         }
         m_stage = Stage::ChunkSize;
         break;
-    default: // Trailers say nothing of use.
+    default: // Trailers are ignored.
         m_stage = line->isEmpty() ? Stage::Whole : Stage::Trailers;
         break;
     }
@@ -90,7 +90,7 @@ std::optional<QByteArray> HttpResponse::takeLine()
 {
     const auto end = m_pending.indexOf('\n');
     const auto size = end < 0 ? m_pending.size() : end + 1;
-    constexpr qsizetype mostOverhead = 8; // For each byte of a body that comes in tiny chunks.
+    constexpr qsizetype mostOverhead = 8; // Per byte of a body that arrives in tiny chunks.
     if (m_lineBytes + size > largestHead + mostOverhead * m_body.size()) {
         refuseSize();
     }
@@ -108,7 +108,7 @@ std::optional<QByteArray> HttpResponse::takeLine()
 
 void HttpResponse::takeStatusLine(const QByteArray &line)
 {
-    constexpr qsizetype statusAt = 9; // Behind "HTTP/1.1 ".
+    constexpr qsizetype statusAt = 9; // After "HTTP/1.1 ".
     constexpr qsizetype statusSize = 3;
     const auto status = wholeNumber(line.mid(statusAt, statusSize), 10);
     const bool isStatusLine = (line.startsWith("HTTP/1.1 ") || line.startsWith("HTTP/1.0 ")) && status &&
@@ -141,7 +141,7 @@ void HttpResponse::takeHeader(const QByteArray &line)
         }
         m_isChunked = true;
     } else if (name == "content-encoding" && value.toLower() != "identity") {
-        refuse(); // Nothing else was asked for, and a small body could hold a huge one.
+        refuse(); // Not requested, and a small body could expand to a huge one.
     }
 }
 
@@ -151,7 +151,7 @@ void HttpResponse::endHead()
     constexpr int noContent = 204;
     constexpr int notModified = 304;
     if (m_status < firstFinalStatus) {
-        m_stage = Stage::StatusLine; // More is to come.
+        m_stage = Stage::StatusLine; // An interim response; the final one follows.
         m_length.reset();
         m_isChunked = false;
     } else if (m_status == noContent || m_status == notModified) {

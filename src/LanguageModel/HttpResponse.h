@@ -11,18 +11,18 @@ struct HttpReply {
     QByteArray body;
 };
 
-/// Reads one HTTP/1.1 response from the bytes of a connection, in whatever pieces they come. Pure, and no response can
-/// make it hold more than its limits: what is larger, or is no response, throws Error.
+/// Parses one HTTP/1.1 response from the bytes of a connection, in pieces of any size. Does no I/O, and holds no more
+/// than its limits: a response that is too large or malformed throws Error.
 class HttpResponse {
 public:
-    /// Status line and headers together, and the same again for what stands between and after chunks.
+    /// Limit of the status line and headers together; the same again for everything between and after chunks.
     static constexpr qsizetype largestHead = qsizetype(32) * 1024;
-    /// An answer is a few sentences; a list of models a few kilobytes.
+    /// An answer is a few sentences, a list of models a few kilobytes.
     static constexpr qsizetype largestBody = qsizetype(1024) * 1024;
 
-    /// Takes the next bytes; what comes after the end of the response is ignored.
+    /// Takes the next bytes; bytes after the end of the response are ignored.
     void take(const QByteArray &bytes);
-    /// The connection has ended. Throws when that cuts the response off.
+    /// The connection was closed. Throws Error if that truncates the response.
     void takeEnd();
 
     bool isWhole() const { return m_stage == Stage::Whole; }
@@ -42,11 +42,11 @@ private:
 
     Stage m_stage = Stage::StatusLine;
     QByteArray m_pending;
-    qsizetype m_lineBytes = 0; ///< Everything so far that is not body.
+    qsizetype m_lineBytes = 0; ///< All bytes so far that are not body.
     int m_status = 0;
     std::optional<qsizetype> m_length;
     bool m_isChunked = false;
-    qsizetype m_missing = 0; ///< Bytes until the end of the body or of the chunk.
+    qsizetype m_missing = 0; ///< Bytes left in the body or in the current chunk.
     QByteArray m_body;
 };
 

@@ -24,7 +24,7 @@ QByteArray hostOf(const QUrl &url)
     return name + ':' + QByteArray::number(url.port(usualPort));
 }
 
-/// What every request begins with. An encoded answer could hide a huge one in a small one.
+/// The start of every request. Compressed responses are not accepted: a small one could expand to a huge one.
 QByteArray head(const QByteArray &method, const QUrl &url)
 {
     return method + ' ' + url.path(QUrl::FullyEncoded).toLatin1() + " HTTP/1.1\r\nHost: " + hostOf(url) +
@@ -33,7 +33,7 @@ QByteArray head(const QByteArray &method, const QUrl &url)
 
 } // namespace
 
-/// One request and what has come of its answer. Deletes itself once it is over.
+/// One request and its response so far. Deletes itself when done.
 class LoopbackHttp::Exchange final : public QObject {
 public:
     Exchange(QByteArray request, std::shared_ptr<const ServerTrust> trust,
@@ -63,10 +63,10 @@ public:
         try {
             co_await deadline;
         } catch (const Cancelled &) {
-            co_return; // The answer came first.
+            co_return; // The response came first.
         }
         if (exchange) {
-            exchange->fail<TookTooLong>(QStringLiteral("The model server took too long."));
+            exchange->fail<TookTooLong>(QStringLiteral("The model server timed out."));
         }
     }
 
@@ -78,7 +78,7 @@ private:
         const Endpoint server{m_socket->peerAddress(), m_socket->peerPort()};
         const Endpoint client{m_socket->localAddress(), m_socket->localPort()};
         if (m_trust && !m_trust->isTrusted(server, client)) {
-            fail<UntrustedServer>(QStringLiteral("The program there belongs to another user."));
+            fail<UntrustedServer>(QStringLiteral("The process listening there belongs to another user."));
             return;
         }
         m_socket->write(m_request);
@@ -105,7 +105,7 @@ private:
             fail<NobodyListens>(m_socket->errorString());
             return;
         }
-        read(); // What arrived before the connection ended still counts.
+        read(); // Data that arrived before the connection closed still counts.
         if (isOver()) {
             return;
         }

@@ -14,36 +14,36 @@
 
 namespace talmo {
 
-/// Nobody answers at that port.
+/// Nothing listens on that port.
 class NobodyListens : public Error {
 public:
     using Error::Error;
 };
 
-/// The program that answers at that port belongs to somebody else. Nothing was sent to it.
+/// The process listening on that port is not trusted. Nothing was sent to it.
 class UntrustedServer : public Error {
 public:
     using Error::Error;
 };
 
-/// There was no whole answer in the time that was allowed.
+/// No complete response arrived before the deadline.
 class TookTooLong : public Error {
 public:
     using Error::Error;
 };
 
-/// Plain HTTP to this machine: no proxy, no redirect, no cookie, no other protocol, a connection for each request. One
-/// thread with an event loop; what is still under way when it goes fails with Cancelled.
+/// Plain HTTP to this machine: no proxies, redirects, cookies or other protocols, and one connection per request. Used
+/// on one thread with an event loop. Destroying it fails pending requests with Cancelled.
 class LoopbackHttp {
 public:
-    /// `trust`: asked about every connection before anything is sent over it. Null to trust whoever answers.
+    /// `trust`: consulted for every connection before anything is sent. Null to trust every server.
     LoopbackHttp(std::shared_ptr<Clock> clock, std::shared_ptr<const ServerTrust> trust);
     ~LoopbackHttp();
     LoopbackHttp(const LoopbackHttp &) = delete;
     LoopbackHttp &operator=(const LoopbackHttp &) = delete;
 
-    /// Finish with whatever the server answers, errors of its own included; fail when there is no whole answer within
-    /// `deadline`, or one of unreasonable size. The host is an address, not a name.
+    /// Finish with whatever the server responds, HTTP errors included. Fail if no complete response arrives within
+    /// `deadline`, or if it is too large. The host must be an address, not a name.
     QFuture<HttpReply> get(const QUrl &url, Duration deadline);
     QFuture<HttpReply> postJson(const QUrl &url, const QByteArray &json, Duration deadline);
 
@@ -53,7 +53,7 @@ private:
 
     std::shared_ptr<Clock> m_clock;
     std::shared_ptr<const ServerTrust> m_trust;
-    QObject m_exchanges; ///< The parent of those under way.
+    QObject m_exchanges; ///< The parent of the exchanges in progress.
 };
 
 } // namespace talmo

@@ -55,8 +55,8 @@ private:
     static QCoro::Task<QString> answer(std::shared_ptr<ModelServerConnection> connection, QString instructions,
                                        QString prompt, GenerationOptions options)
     {
-        if (connection->reason()) { // It went while this one waited.
-            throw Error(QStringLiteral("The model server is gone."));
+        if (connection->reason()) { // The server was lost while this request was queued.
+            throw Error(QStringLiteral("The model server is no longer available."));
         }
         int status = 0;
         try {
@@ -65,7 +65,7 @@ private:
             const HttpReply reply = co_await asking;
             status = reply.status;
             if (status != httpOk) {
-                throw Error(QStringLiteral("The model server answers with status %1.").arg(status));
+                throw Error(QStringLiteral("The model server returned status %1.").arg(status));
             }
             const QString text = withoutControls(chatAnswer(reply.body));
             requireProportion(text, prompt);
@@ -73,7 +73,7 @@ private:
         } catch (const Cancelled &) {
             throw;
         } catch (const Error &error) {
-            generalLog().info("the language model did not help: %s", {error.localizedDescription()});
+            generalLog().info("the language model's edit failed: %s", {error.localizedDescription()});
             connection->requestFailed(status);
             throw;
         }

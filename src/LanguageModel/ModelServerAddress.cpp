@@ -20,19 +20,19 @@ QUrl onThisMachine(int port)
 
 [[noreturn]] void refuse(const QString &setting, const QString &why)
 {
-    throw Error(QStringLiteral("The language model's address “%1” is refused: %2").arg(setting, why));
+    throw Error(QStringLiteral("The language model's address “%1” was refused: %2").arg(setting, why));
 }
 
-/// The numbers that stand for a host; none when it is not this machine.
+/// The numeric addresses of a host; empty if it is not this machine.
 QStringList loopbackNumbers(const QString &host)
 {
-    // By convention, and by our own decree: a resolver could say anything, and asking one may go over the network.
+    // Hard-coded: a resolver could answer anything, and asking one may use the network.
     if (host.compare(QStringLiteral("localhost"), Qt::CaseInsensitive) == 0) {
         return {QHostAddress(QHostAddress::LocalHost).toString(), QHostAddress(QHostAddress::LocalHostIPv6).toString()};
     }
     const QHostAddress address(host);
     const bool isVersion4 = address.protocol() == QAbstractSocket::IPv4Protocol && address.isLoopback();
-    // Version 4 addresses in version 6's clothes go out by other ways, and nobody needs them.
+    // IPv4-mapped IPv6 addresses are routed differently, and there is no need for them.
     const bool isVersion6 = address == QHostAddress(QHostAddress::LocalHostIPv6) && address.scopeId().isEmpty();
     return isVersion4 || isVersion6 ? QStringList{address.toString()} : QStringList();
 }
@@ -56,18 +56,19 @@ QList<QUrl> modelServerAddresses(const QString &setting, const QList<int> &usual
     }
     QUrl url(trimmed.contains(QStringLiteral("://")) ? trimmed : QStringLiteral("http://") + trimmed, QUrl::StrictMode);
     if (!url.isValid() || url.host().isEmpty()) {
-        refuse(setting, QStringLiteral("it is not an address. One looks like http://127.0.0.1:8080"));
+        refuse(setting, QStringLiteral("it is not a valid address. Use one such as http://127.0.0.1:8080"));
     }
     if (url.scheme() != QStringLiteral("http")) {
-        refuse(setting, QStringLiteral("only http is spoken, since nothing goes over a network."));
+        refuse(setting, QStringLiteral("only http is supported, since nothing is sent over a network."));
     }
     if (!url.userInfo().isEmpty() || url.hasQuery() || url.hasFragment()) {
-        refuse(setting, QStringLiteral("it may have a host, a port and a path, nothing else."));
+        refuse(setting, QStringLiteral("only a host, a port and a path are allowed."));
     }
     const auto numbers = loopbackNumbers(url.host());
     if (numbers.isEmpty()) {
-        refuse(setting, QStringLiteral("only 127.0.0.1, [::1] and localhost are this machine for certain, and what you "
-                                       "dictate must not leave it."));
+        refuse(setting,
+               QStringLiteral("only 127.0.0.1, [::1] and localhost are certain to be this machine, and what you "
+                              "dictate must not leave it."));
     }
     QString path = url.path();
     while (path.endsWith(QLatin1Char('/'))) {

@@ -6,15 +6,14 @@
 
 namespace talmo {
 
-/// llama.cpp's server, Ollama, LM Studio.
+/// The default ports of llama.cpp's server, Ollama and LM Studio.
 QList<int> usualModelServerPorts();
 
-/// Where to look for a model server, in this order: the address that the user gave, or these ports of this machine
-/// where none was given. The addresses end before "/v1" and name their host by number, so that nobody is asked where a
-/// name leads.
+/// Where to look for a model server, in this order: the configured address, or these ports on this machine if none is
+/// configured. The addresses end before "/v1" and use numeric hosts, so that no name is ever resolved.
 ///
-/// Throws Error, with a sentence for the user, for everything that is not this machine's own loopback interface: what
-/// was dictated must not leave the machine.
+/// Throws Error, with a sentence for the user, for anything but this machine's own loopback interface: dictated text
+/// must not leave the machine.
 QList<QUrl> modelServerAddresses(const QString &setting, const QList<int> &usualPorts = usualModelServerPorts());
 
 } // namespace talmo

@@ -13,7 +13,7 @@ namespace talmo {
 namespace {
 
 constexpr Duration longestAnswer = std::chrono::seconds(10);
-constexpr Duration longestLook = std::chrono::seconds(1); // Two of them make a probe.
+constexpr Duration longestLook = std::chrono::seconds(1); // A probe makes two such requests.
 
 constexpr int httpOk = 200;
 constexpr int httpServiceUnavailable = 503;
@@ -32,13 +32,13 @@ QString placeOf(const QUrl &base)
 
 } // namespace
 
-/// What was found at one address.
+/// The result of probing one address.
 struct ModelServerConnection::Probe {
     enum class Outcome { Nobody, Untrusted, Stranger, Silent, Loading, Ready };
     Outcome outcome = Outcome::Nobody;
     QUrl base;
     QStringList models;
-    /// Why it is not used.
+    /// Why the server is not used.
     QString problem;
 };
 
@@ -50,7 +50,8 @@ ModelServerConnection::ModelServerConnection(LoopbackLanguageModel::Configuratio
     if (m_configuration.address.trimmed().isEmpty()) {
         m_trust = std::move(trust);
     } else if (m_configuration.address.compare(QStringLiteral("off"), Qt::CaseInsensitive) == 0) {
-        settle(UnavailableReason::DeviceNotEligible, QStringLiteral("switched off in the settings"));
+        settle(UnavailableReason::DeviceNotEligible,
+               QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "disabled in the settings")));
         return;
     }
     try {
@@ -100,7 +101,7 @@ QFuture<void> ModelServerConnection::refresh()
         m_looking = completion->future();
         logEscapes(look(shared_from_this(), completion));
     }
-    return m_looking.value_or(ready()); // Looking may have ended already.
+    return m_looking.value_or(ready()); // The probe may have ended already.
 }
 
 QCoro::Task<void> ModelServerConnection::look(std::shared_ptr<ModelServerConnection> self,
@@ -133,14 +134,15 @@ QCoro::Task<ModelServerConnection::Probe> ModelServerConnection::probe(std::shar
         const HttpReply models = co_await listing;
         if (models.status == httpOk) {
             result.models = modelNames(models.body);
-            // llama.cpp's server lists its model while it still loads it, but says so here. Others know no such page.
+            // llama.cpp's server lists its model while still loading it, but reports that here. Other servers have no
+            // such page.
             const auto asking = self->opened(self->m_looks).get(at(base, QStringLiteral("/health")), longestLook);
             const HttpReply health = co_await asking;
             result.outcome = health.status == httpServiceUnavailable ? Probe::Outcome::Loading : Probe::Outcome::Ready;
         } else if (models.status == httpServiceUnavailable) {
             result.outcome = Probe::Outcome::Loading;
         } else {
-            result.problem = QStringLiteral("it answers with status %1").arg(models.status);
+            result.problem = QStringLiteral("it returned status %1").arg(models.status);
         }
     } catch (const NobodyListens &) {
         result.outcome = Probe::Outcome::Nobody;
@@ -156,7 +158,7 @@ QCoro::Task<ModelServerConnection::Probe> ModelServerConnection::probe(std::shar
     co_return result;
 }
 
-/// The first that can be used, or will be soon, counts.
+/// Uses the first server that is usable or still loading.
 void ModelServerConnection::take(const std::vector<Probe> &probes)
 {
     takeRefused(probes);
@@ -169,7 +171,7 @@ void ModelServerConnection::take(const std::vector<Probe> &probes)
             continue;
         case Probe::Outcome::Silent:
             if (m_isAsking && !reason() && found.base == m_base) {
-                return; // It edits: one that can do no more at a time is not gone.
+                return; // It is busy editing: a server that handles one request at a time is not gone.
             }
             m_isSilent = true;
             [[fallthrough]];
@@ -182,17 +184,18 @@ void ModelServerConnection::take(const std::vector<Probe> &probes)
             return;
         }
     }
-    // At a usual port anything may live; at the address that the user gave it should have been a model server.
+    // Anything may listen on a usual port; a configured address should be a model server.
     if (stranger != nullptr && !m_trust) {
         settle(UnavailableReason::Other,
-               QStringLiteral("%1 is no model server: %2").arg(stranger->base.toString(), stranger->problem));
+               QStringLiteral("%1 is not a model server: %2").arg(stranger->base.toString(), stranger->problem));
     } else if (!m_refused.isEmpty()) {
-        settle(UnavailableReason::Other,
-               QStringLiteral("another user's program answers at %1, and is not used; an address named in the settings "
-                              "is used whoever answers")
-                   .arg(m_refused.join(QStringLiteral(", "))));
+        settle(
+            UnavailableReason::Other,
+            QStringLiteral("ignoring another user's process at %1; to use it anyway, set its address in the settings")
+                .arg(m_refused.join(QStringLiteral(", "))));
     } else {
-        settle(UnavailableReason::AppleIntelligenceNotEnabled, QStringLiteral("no model server runs on this machine"));
+        settle(UnavailableReason::AppleIntelligenceNotEnabled,
+               QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "no model server is running on this machine")));
     }
 }
 
@@ -205,7 +208,7 @@ void ModelServerConnection::takeRefused(const std::vector<Probe> &probes)
         }
     }
     if (refused != m_refused && !refused.isEmpty()) {
-        generalLog().error("language model: another user's program answers at %s, and is not used",
+        generalLog().error("language model: ignoring another user's process at %s",
                            {refused.join(QStringLiteral(", "))});
     }
     m_refused = refused;
@@ -221,7 +224,7 @@ void ModelServerConnection::takeUsable(const Probe &probe)
     m_base = probe.base;
     m_modelName = m_configuration.modelName.isEmpty() ? preferredModel(probe.models) : m_configuration.modelName;
     if (m_modelName.isEmpty()) {
-        settle(UnavailableReason::Other, QStringLiteral("%1 has no model to write with").arg(place));
+        settle(UnavailableReason::Other, QStringLiteral("%1 has no model that can generate text").arg(place));
         return;
     }
     constexpr qsizetype mostShown = 80;
@@ -277,8 +280,8 @@ void ModelServerConnection::endTurn(bool isLate)
     }
 }
 
-/// A server that answers nobody while it edits is not to be asked before it is free again: the time of the next request
-/// would run out as well. It gets as long again as any request; after that it counts as hung.
+/// A server that does not respond while it edits must not be sent the next request before it is free, or that one would
+/// time out as well. It gets as long again as any request; after that it counts as hung.
 QCoro::Task<void> ModelServerConnection::passTurnWhenFree(std::shared_ptr<ModelServerConnection> self)
 {
     const Instant latest = self->m_clock->now() + longestAnswer;

@@ -13,8 +13,8 @@
 
 namespace talmo {
 
-/// The model server as it was found last, and the requests to it, one at a time. Shared with what is under way, so that
-/// a late answer finds it. What is not said to be for any thread is for the executor's.
+/// The last known state of the model server, and the requests to it, one at a time. Shared with pending operations, so
+/// that a late response still finds it. Executor's thread only, unless marked otherwise.
 class ModelServerConnection final : public std::enable_shared_from_this<ModelServerConnection> {
 public:
     ModelServerConnection(LoopbackLanguageModel::Configuration configuration, std::shared_ptr<Clock> clock,
@@ -25,22 +25,22 @@ public:
     QString description() const;
     LoopbackLanguageModel::Server server() const;
 
-    /// Looks anew; a call while it looks waits for the same answer.
+    /// Probes the server; concurrent calls share one probe.
     QFuture<void> refresh();
 
-    /// Finishes when it is the caller's turn to ask, which endTurn() ends; fails with Cancelled.
+    /// Finishes when it is the caller's turn to send a request; endTurn() ends the turn. Fails with Cancelled.
     QFuture<void> turn();
-    /// `isLate`: the server may still be busy with the request that was given up on.
+    /// `isLate`: the request timed out, and the server may still be busy with it.
     void endTurn(bool isLate);
 
     QFuture<HttpReply> ask(const QByteArray &request);
     QString modelName() const { return m_modelName; }
-    /// What was known of the server no longer holds. `status`: what it answered, 0 for nothing.
+    /// The known state no longer holds. `status`: the HTTP status, 0 if there was no response.
     void requestFailed(int status);
 
-    /// Ends the request under way and those that wait for their turn.
+    /// Cancels the current request and the queued ones.
     void cancelRequests();
-    /// The same, and lets go of everything; the last call.
+    /// The same, and closes everything; must be the last call.
     void shutDown();
 
 private:
@@ -59,9 +59,9 @@ private:
 
     LoopbackLanguageModel::Configuration m_configuration;
     std::shared_ptr<Clock> m_clock;
-    std::shared_ptr<const ServerTrust> m_trust; ///< Null when the user vouches for the server.
+    std::shared_ptr<const ServerTrust> m_trust; ///< Null if the user configured the server's address.
     QList<QUrl> m_addresses;
-    // Both belong to the thread that they are made on.
+    // Both belong to the thread they are created on.
     std::unique_ptr<LoopbackHttp> m_looks;
     std::unique_ptr<LoopbackHttp> m_requests;
     bool m_isShutDown = false;
@@ -69,14 +69,14 @@ private:
     QUrl m_base;
     QString m_modelName;
     QStringList m_refused;
-    bool m_isSilent = false; ///< Somebody met the last look with silence.
+    bool m_isSilent = false; ///< A server did not respond to the last probe in time.
     bool m_isAsking = false;
-    bool m_isTaken = false; ///< It is somebody's turn.
+    bool m_isTaken = false; ///< A caller has its turn.
     std::deque<std::shared_ptr<Completion<void>>> m_waiting;
 
-    mutable std::mutex m_mutex; ///< Guards what stands below; held for nothing but that.
+    mutable std::mutex m_mutex; ///< Guards the members below, and is held only to access them.
     std::optional<UnavailableReason> m_reason = UnavailableReason::ModelNotReady;
-    QString m_description = QStringLiteral("not looked for yet");
+    QString m_description = QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "not checked yet"));
     LoopbackLanguageModel::Server m_server;
 };
 

@@ -16,7 +16,7 @@ QJsonObject object(const QByteArray &body)
 {
     const auto document = QJsonDocument::fromJson(body);
     if (!document.isObject()) {
-        throw Error(QStringLiteral("The model server's answer is not JSON."));
+        throw Error(QStringLiteral("The model server's response is not valid JSON."));
     }
     return document.object();
 }
@@ -26,7 +26,7 @@ QJsonObject message(const char *role, const QString &content)
     return {{QStringLiteral("role"), QString::fromLatin1(role)}, {QStringLiteral("content"), content}};
 }
 
-/// Some models think aloud before they answer, and some servers pass that on.
+/// Some models emit their reasoning first, and some servers pass it on.
 QString withoutThoughts(const QString &content)
 {
     const auto opening = QStringLiteral("<think>");
@@ -59,7 +59,7 @@ QString chatAnswer(const QByteArray &body)
     const auto choice = object(body).value(QStringLiteral("choices")).toArray().at(0).toObject();
     const auto content = choice.value(QStringLiteral("message")).toObject().value(QStringLiteral("content"));
     if (!content.isString()) {
-        throw Error(QStringLiteral("The model server's answer has no text."));
+        throw Error(QStringLiteral("The model server's response contains no text."));
     }
     if (choice.value(QStringLiteral("finish_reason")) == QStringLiteral("length")) {
         throw Error(QStringLiteral("The model's answer was cut off."));
@@ -71,7 +71,7 @@ QStringList modelNames(const QByteArray &body)
 {
     const auto data = object(body).value(QStringLiteral("data"));
     if (!data.isArray()) {
-        throw Error(QStringLiteral("This is not a model server."));
+        throw Error(QStringLiteral("its response lists no models"));
     }
     QStringList names;
     for (const auto &model : data.toArray()) {
@@ -86,7 +86,7 @@ QStringList modelNames(const QByteArray &body)
 QString preferredModel(const QStringList &names)
 {
     for (const auto &name : names) {
-        // Those turn text into numbers, and can write nothing.
+        // Embedding models cannot generate text.
         if (!name.contains(QStringLiteral("embed"), Qt::CaseInsensitive)) {
             return name;
         }

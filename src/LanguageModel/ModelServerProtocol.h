@@ -8,19 +8,19 @@
 
 namespace talmo {
 
-/// The part of the chat-completion protocol that Talmo speaks. Pure; what cannot be understood throws Error.
+/// The part of the chat-completion protocol that Talmo uses. Pure functions; malformed input throws Error.
 
-/// One whole conversation: instructions and prompt. Always the same answer to the same words.
+/// One complete conversation: instructions and prompt. Deterministic: the same input yields the same answer.
 QByteArray chatRequest(const QString &model, const QString &instructions, const QString &prompt,
                        const GenerationOptions &options);
 
-/// The text of a whole answer; throws also when it was cut off.
+/// The text of an answer; also throws if it was cut off.
 QString chatAnswer(const QByteArray &body);
 
 /// The names of the models that a server lists, in its order.
 QStringList modelNames(const QByteArray &body);
 
-/// The name to ask for where the user chose none: the first one that is made for writing. Empty when there is none.
+/// The model to use if none is configured: the first that generates text. Empty if there is none.
 QString preferredModel(const QStringList &names);
 
 } // namespace talmo

@@ -10,14 +10,14 @@ struct Endpoint {
     quint16 port = 0;
 };
 
-/// Knows whether the program that answers a connection on this machine may be told what was dictated. Any user's
-/// program can listen at a port where a model server usually is.
+/// Decides whether the process at the other end of a local connection may receive dictated text. Any user's process can
+/// listen on a model server's usual port.
 class ServerTrust {
 public:
     virtual ~ServerTrust() = default;
 
-    /// Of a connection that stands: `server` is the end that was connected to, `client` is our own. Any thread; does
-    /// not wait. Whatever cannot be told is false.
+    /// For an established connection: `server` is the remote end, `client` our own. Any thread; does not block. False
+    /// if it cannot be determined.
     virtual bool isTrusted(const Endpoint &server, const Endpoint &client) const = 0;
 };
 

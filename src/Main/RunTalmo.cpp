@@ -6,10 +6,11 @@
 #include "Base/Task.h"
 #include "Control/ControlSocket.h"
 #include "Main/TalmoApp.h"
+#include "Platform/Desktop.h"
 #include "Platform/Linux/System/LinuxWording.h"
 #include "Platform/Linux/System/QuitSignals.h"
 #include "Platform/Linux/System/SingleInstance.h"
-#include "Platform/Linux/X11/XConnection.h"
+#include "Platform/Linux/System/Watchdog.h"
 #include "Settings/TalmoSettings.h"
 
 #include <QApplication>
@@ -20,7 +21,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <unistd.h>
 #include <utility>
 
 namespace talmo {
@@ -46,10 +46,10 @@ public:
     void begin()
     {
         if (std::exchange(m_hasBegun, true)) {
-            alarm(longestRepeatedShutdown);
+            killProcessAfter(longestRepeatedShutdown);
             return;
         }
-        alarm(longestShutdown);
+        killProcessAfter(longestShutdown);
         logEscapes(quit(&m_app));
     }
 
@@ -140,12 +140,9 @@ int runTalmo(int argc, char **argv)
     }
     QuitSignals::install();
     try {
-        const XConnection probe; // Qt ends the process without a display; a sentence is better.
+        prepareDesktop();
     } catch (const Error &error) {
         return fail(error);
-    }
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "xcb");
     }
     const SingleInstance instance(ControlSocket::lockPath());
     if (!instance.isFirst()) {

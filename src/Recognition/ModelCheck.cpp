@@ -62,7 +62,8 @@ double secondsOf(const std::function<void()> &work)
 QByteArray identityOf(const SpeechEngine &engine)
 {
     QStringList parts;
-    for (const QFileInfo file : engine.files()) {
+    for (const auto &path : engine.files()) {
+        const QFileInfo file(path);
         parts.append(QStringLiteral("%1 %2 %3")
                          .arg(file.fileName())
                          .arg(file.size())

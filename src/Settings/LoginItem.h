@@ -4,12 +4,12 @@ namespace talmo {
 
 enum class LoginItemStatus { NotRegistered, Enabled, RequiresApproval, NotFound };
 
-/// Talmo's registration to be started when the user logs in. Main thread.
+/// Talmo's registration as a login item. Main thread.
 class LoginItem {
 public:
     virtual ~LoginItem() = default;
 
-    /// As it really is now, read anew.
+    /// Read from the system on every call.
     virtual LoginItemStatus status() const = 0;
 
     /// Throw Error. Both may be called in any status.

@@ -4,14 +4,14 @@
 
 namespace talmo {
 
-/// Whether password fields get no text, for the settings window. Announces every change. Main thread.
+/// For the settings window: whether text is kept out of password fields. Announces every change. Main thread.
 class PasswordFieldSettings : public Observable {
     Q_OBJECT
 
 public:
     using Observable::Observable;
     virtual bool isGuarded() const = 0;
-    /// From the next insertion on.
+    /// Takes effect from the next insertion.
     virtual void setGuarded(bool isGuarded) = 0;
 };
 

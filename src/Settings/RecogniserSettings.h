@@ -10,8 +10,8 @@
 
 namespace talmo {
 
-/// The recognisers of a system that has several, for the settings window: which one is used, and the models that can
-/// be had for them. Announces every change. Main thread.
+/// For the settings window, on systems with several recognisers: which one is used, and the models available for them.
+/// Announces every change. Main thread.
 class RecogniserSettings : public Observable {
     Q_OBJECT
 
@@ -23,7 +23,7 @@ public:
     struct Model {
         QString id;
         QString title;
-        /// What it gives, how large it is.
+        /// Its features and its size.
         QString detail;
         QString licence;
         /// May be empty.
@@ -34,25 +34,25 @@ public:
         QString modelId;
         /// "Downloading: 12 of 120 MB"
         QString description;
-        /// From 0 to 1; none while it cannot be told.
+        /// From 0 to 1; nullopt while unknown.
         std::optional<double> share;
     };
 
     using Observable::Observable;
 
-    /// What can be chosen; the first is to choose nothing in particular.
+    /// The available choices; the first one is automatic.
     virtual QList<Choice> choices() const = 0;
     virtual QString choice() const = 0;
-    /// From the next recording on.
+    /// Takes effect from the next recording.
     virtual void choose(const QString &id) = 0;
-    /// A sentence on what is wrong with the choice or what there is; empty for nothing.
+    /// A sentence about a problem with the current choice; empty if there is none.
     virtual QString choiceProblem() const = 0;
 
     virtual QList<Model> models() const = 0;
-    /// Why none can be installed at all, as a sentence; empty when they can.
+    /// Why no model can be installed, as a sentence; empty if they can.
     virtual QString obstacle() const = 0;
     virtual std::optional<Installation> installation() const = 0;
-    /// What went wrong with the installation or removal before, as a sentence; empty for nothing.
+    /// Why the last installation or removal failed, as a sentence; empty if it succeeded.
     virtual QString problem() const = 0;
 
     virtual void install(const QString &modelId) = 0;

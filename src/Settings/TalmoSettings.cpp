@@ -18,7 +18,7 @@ const QString textToneKey = QStringLiteral("talmo.textTone");
 const QString launchAtLoginKey = QStringLiteral("talmo.launchAtLogin");
 const QString dictionaryWordsKey = QStringLiteral("talmo.dictionaryWords");
 
-/// Not empty, so that the list explains itself.
+/// Examples, so that the list explains itself.
 QStringList firstDictionaryWords()
 {
     return {QStringLiteral("Talmo"), QStringLiteral("Terraform"), QStringLiteral("CloudFormation"),

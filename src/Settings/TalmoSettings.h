@@ -12,16 +12,16 @@
 
 namespace talmo {
 
-/// The user's preferences. Every change is announced before it is stored, also one to the value it has already, and
-/// written through to the user defaults. They are read once, at construction. Main thread only.
+/// The user's preferences. Every change, even to the same value, is announced before it is stored, and is written
+/// through to the user defaults. Values are read once, at construction. Main thread only.
 class TalmoSettings final : public SettingsService {
     Q_OBJECT
 
 public:
-    /// Reads; writes nothing.
+    /// Reads the defaults; writes nothing.
     TalmoSettings(std::shared_ptr<UserDefaults> defaults, std::shared_ptr<LoginItem> loginItem);
 
-    /// The one settings object of the process, built on first use by the registered factory.
+    /// The process-wide settings, created on first use by the registered factory.
     static std::shared_ptr<TalmoSettings> shared();
     static void setSharedFactory(SharedInstance<TalmoSettings>::Factory factory);
     static void releaseShared();
@@ -29,10 +29,10 @@ public:
     bool aiCleanupEnabled() const override { return m_aiCleanupEnabled; }
     bool conciseTextEnabled() const override { return m_conciseTextEnabled; }
     TextTone textTone() const override { return m_textTone; }
-    /// The preference; what is registered is the system's to know.
+    /// The preference; the actual registration is the system's.
     bool launchAtLogin() const { return m_launchAtLogin; }
     QStringList dictionaryWords() const override { return m_dictionaryWords; }
-    /// The name of the key to hold, for texts that mention it.
+    /// The display name of the key to hold.
     QString hotkeyDisplayName() const { return m_hotkeyDisplayName; }
 
     void setAiCleanupEnabled(bool enabled);
@@ -42,10 +42,10 @@ public:
     void setDictionaryWords(const QStringList &words);
     void setHotkeyDisplayName(const QString &name);
 
-    /// Appends the word, trimmed, unless it is empty or the list holds it already (case counts).
+    /// Appends the trimmed word unless it is empty or already in the list (case-sensitive).
     void addDictionaryWord(const QString &word);
 
-    /// Brings the registration in line with the wish. A failure is logged; the preference is not touched.
+    /// Registers or unregisters the login item. A failure is logged; the preference is not changed.
     void updateLaunchAtLogin(bool enabled);
 
 private:
@@ -59,10 +59,10 @@ private:
     QString m_hotkeyDisplayName;
 };
 
-/// The key of the preference that decides whether text is given to a language model, for a store that has lost it.
+/// The key of the preference that decides whether text is sent to a language model, for a store that has lost it.
 QString aiCleanupEnabledKey();
 
-/// The key of the name under which the shortcut is shown, for the platform that registers another default for it.
+/// The key of the shortcut's display name, for a platform that registers a different default.
 QString hotkeyDisplayNameKey();
 
 } // namespace talmo

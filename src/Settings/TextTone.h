@@ -9,15 +9,15 @@
 
 namespace talmo {
 
-/// Every tone, in the order in which it is offered.
+/// All tones, in display order.
 inline constexpr std::array allTextTones = {TextTone::Standard, TextTone::Professional, TextTone::Friendly,
                                             TextTone::Polite};
 
-/// The form in which a tone is stored, and the tone for it; none for an unknown one.
+/// The stored form of a tone, and its inverse: nullopt if unknown.
 QString rawValue(TextTone tone);
 std::optional<TextTone> textToneFromRawValue(const QString &rawValue);
 
-/// The name in a tone picker.
+/// The name shown in the tone picker.
 QString displayName(TextTone tone);
 
 } // namespace talmo

@@ -11,12 +11,12 @@ namespace talmo {
 
 quint32 conversionCapacity(double inputRate, double targetRate, quint32 frameLength)
 {
-    // Rates up to 1 Hz, and those that are no number, count as 1: the division never goes by zero.
+    // Rates up to 1 Hz and NaN count as 1, so that the division is safe.
     const double divisor = inputRate > 1.0 ? inputRate : 1.0;
     const double frames = targetRate / divisor * static_cast<double>(frameLength);
     constexpr double limit = 4294967296.0;
     if (!std::isfinite(frames) || !(frames > -1.0) || !(frames < limit)) {
-        qFatal("audio conversion: %f frames fit no buffer", frames);
+        qFatal("audio conversion: %f frames do not fit in a buffer", frames);
     }
     const auto whole = static_cast<quint32>(std::max(frames, 0.0));
     if (whole > std::numeric_limits<quint32>::max() - conversionMargin) {
@@ -34,7 +34,7 @@ std::shared_ptr<AudioBuffer> convertBuffer(const std::shared_ptr<const AudioBuff
     if (!output) {
         return nullptr;
     }
-    // Given exactly once per call. The end of the stream is never reported: the converter's state carries over.
+    // Supplied exactly once per call. The end of the stream is never reported: the converter's state carries over.
     auto pending = buffer;
     std::optional<QString> error;
     converter.convert(*output, error, [&pending](ConverterInputStatus &status) {

@@ -9,27 +9,27 @@
 
 namespace talmo {
 
-/// The one converter of a recording, made for its first buffer. Capture thread only.
+/// A recording's converter, created for its first buffer. Capture thread only.
 struct LazyAudioConverterBox {
     std::shared_ptr<const AudioConverterFactory> factory;
     AudioFormat targetFormat;
-    /// None before the first buffer, and none again after an attempt that failed.
+    /// Null before the first buffer, and after a failed attempt to create it.
     std::unique_ptr<AudioConverter> cached;
 };
 
-/// Room that every conversion has beyond the exact ratio.
+/// Frames reserved beyond the exact ratio.
 inline constexpr quint32 conversionMargin = 1024;
 
-/// Frames to reserve for converting `frameLength` frames from one rate to the other. A count that fits no 32-bit
-/// buffer is a fatal error: no microphone delivers one.
+/// Frames to reserve for converting `frameLength` frames from one rate to the other. A count beyond 32 bits is a fatal
+/// error: no microphone delivers one.
 quint32 conversionCapacity(double inputRate, double targetRate, quint32 frameLength);
 
-/// None when the conversion could not be done.
+/// Null if the conversion failed.
 std::shared_ptr<AudioBuffer> convertBuffer(const std::shared_ptr<const AudioBuffer> &buffer, AudioConverter &converter,
                                            const AudioFormat &targetFormat);
 
-/// Converts a captured buffer and hands it to the analyzer; one that cannot be converted goes as it came, so that a
-/// failure never stops the stream.
+/// Converts a captured buffer and passes it to the analyzer. A buffer that cannot be converted is passed on unchanged,
+/// so that a failure never stops the stream.
 void handleTapBuffer(LazyAudioConverterBox &box, const AsyncStream<AnalyzerInput>::Continuation &continuation,
                      const std::shared_ptr<const AudioBuffer> &buffer);
 

@@ -12,12 +12,12 @@
 
 namespace talmo {
 
-/// A buffer on its way into an analyzer, in the analyzer's format or, when it could not be converted, in its own.
+/// A buffer for an analyzer, in the analyzer's format or, if it could not be converted, in its own.
 struct AnalyzerInput {
     std::shared_ptr<const AudioBuffer> buffer;
 };
 
-/// A stretch of recognised text: volatile until a final one replaces it.
+/// A piece of recognised text; volatile until a final one replaces it.
 struct SpeechResult {
     QString text;
     bool isFinal = false;
@@ -26,56 +26,55 @@ struct SpeechResult {
 
 enum class AssetStatus { Unsupported, Supported, Downloading, Installed };
 
-/// The two ways in which transcribers are made: to ask about and install a model, and to transcribe a recording with
-/// volatile results.
+/// What a transcriber is made for: to query and install a model, or to transcribe a recording with volatile results.
 enum class TranscriberConfiguration { ProgressiveTranscription, VolatileResults };
 
-/// Recognises one locale's language. Making one loads nothing.
+/// Recognises the language of one locale. Creating one loads nothing.
 class SpeechTranscriber {
 public:
     virtual ~SpeechTranscriber() = default;
 
-    /// One reader. Ends after the last result, or with an error when loading or recognising failed.
+    /// For one reader. Ends after the last result, or with an error if loading or recognition failed.
     virtual AsyncStream<SpeechResult> results() const = 0;
 };
 
-/// Runs a transcriber over one stream of input. The calls come in the order start(), then either finalise or cancel;
-/// both end the results. Destroying an analyzer abandons what it still has to do and ends the results.
+/// Runs a transcriber over one input stream. Call start(), then either finalise or cancel; both end the results.
+/// Destroying an analyzer abandons pending work and ends the results.
 class SpeechAnalyzer {
 public:
     virtual ~SpeechAnalyzer() = default;
 
-    /// Loads the model if need be and consumes the input; finishes when the input has ended, or a stop is requested,
-    /// and everything before was processed.
+    /// Loads the model if necessary and consumes the input. Finishes once the input has ended, or a stop was requested,
+    /// and everything before that has been processed.
     virtual QFuture<void> start(AsyncStream<AnalyzerInput> input, std::stop_token stop) = 0;
 
-    /// To be called once the input is ended: finishes when the last result is out. Fails when the recogniser gets no
-    /// further; the results end then as well. Without a start() there is nothing to finish.
+    /// Call once the input has ended; finishes after the last result. Fails if the engine makes no more progress; the
+    /// results then end as well. Does nothing without a start().
     virtual QFuture<void> finalizeAndFinishThroughEndOfInput() = 0;
 
-    /// Gives up at once: the results end without another one.
+    /// Stops at once: the results end without another one.
     virtual QFuture<void> cancelAndFinishNow() = 0;
 };
 
-/// The download of what a transcriber lacks.
+/// Downloads what a transcriber lacks.
 class AssetInstallationRequest {
 public:
     virtual ~AssetInstallationRequest() = default;
     virtual QFuture<void> downloadAndInstall() = 0;
 };
 
-/// The recogniser of the machine. Called on the transcription service's thread; futures may be finished on any.
+/// The machine's speech recognition. Called on the transcription service's thread; futures may finish on any thread.
 class SpeechPlatform {
 public:
     virtual ~SpeechPlatform() = default;
 
     virtual bool isAvailable() const = 0;
-    /// The supported locale that stands for `locale`, if there is one. Any text may come in.
+    /// The supported locale that matches `locale`, if any. `locale` may be arbitrary text.
     virtual QFuture<std::optional<QString>> supportedLocale(const QString &locale) = 0;
     virtual std::shared_ptr<SpeechTranscriber> makeTranscriber(const QString &supportedLocale,
                                                                TranscriberConfiguration configuration) = 0;
     virtual QFuture<AssetStatus> assetStatus(const std::shared_ptr<SpeechTranscriber> &transcriber) = 0;
-    /// Null when nothing needs installing; may fail.
+    /// Null if nothing needs installing; may fail.
     virtual QFuture<std::shared_ptr<AssetInstallationRequest>>
     assetInstallationRequest(const std::shared_ptr<SpeechTranscriber> &transcriber) = 0;
     virtual QFuture<std::optional<AudioFormat>>

@@ -109,7 +109,7 @@ QCoro::Task<void> SpeechTranscriptionService::Actor::start(Self self, std::share
     self->open(std::move(recorder), transcriber, *format, std::move(onUpdate), std::move(onError));
 }
 
-/// From here on nothing waits. If the recorder fails to start, what was set stays until a cancel or the next start.
+/// Nothing below suspends. If the recorder fails to start, the state set here remains until a cancel or the next start.
 void SpeechTranscriptionService::Actor::open(std::shared_ptr<RecorderService> recorder,
                                              std::shared_ptr<SpeechTranscriber> transcriber,
                                              const AudioFormat &targetFormat, UpdateHandler onUpdate,
@@ -125,7 +125,7 @@ void SpeechTranscriptionService::Actor::open(std::shared_ptr<RecorderService> re
     auto box = std::make_shared<LazyAudioConverterBox>();
     box->factory = m_converters;
     box->targetFormat = targetFormat;
-    // The capture thread converts and enqueues; it touches nothing of the actor. Buffers that come before the
+    // The capture thread converts and enqueues without touching the actor's state. Buffers that arrive before the
     // analyzer reads wait in the stream.
     recorder->start([box, continuation = stream.second](const auto &buffer, const AudioTime &) {
         handleTapBuffer(*box, continuation, buffer);
@@ -146,8 +146,8 @@ QCoro::Task<void> SpeechTranscriptionService::Actor::runAnalyzer(std::shared_ptr
     co_await analyzer->start(input, stop);
 }
 
-/// Holds the service from its first turn until the results end. For one result the order is: fold it here, publish it
-/// on the main thread, then take the next.
+/// Keeps the actor alive until the results end. Each result is folded in here, then published on the main thread,
+/// before the next one is read.
 QCoro::Task<void> SpeechTranscriptionService::Actor::consumeResults(std::weak_ptr<Actor> weakSelf,
                                                                     std::shared_ptr<SpeechTranscriber> transcriber,
                                                                     UpdateHandler onUpdate, ErrorHandler onError,
@@ -187,7 +187,7 @@ QCoro::Task<QString> SpeechTranscriptionService::Actor::stop(Self self)
     if (!analyzer || !continuation) {
         throw TranscriptionError(TranscriptionError::Case::NotRecording);
     }
-    // The order is fixed: end the input, have everything finished that was put in, drain both tasks, read the text.
+    // The order matters: end the input, finish processing it, drain both tasks, read the text.
     continuation->finish();
     co_await analyzer->finalizeAndFinishThroughEndOfInput();
     if (self->m_analyzerTask) {
@@ -211,7 +211,7 @@ QCoro::Task<void> SpeechTranscriptionService::Actor::cancel(Self self)
     if (const auto analyzer = self->m_analyzer) {
         try {
             co_await analyzer->cancelAndFinishNow();
-        } catch (...) { // NOLINT(bugprone-empty-catch): what is being abandoned may fail as it likes.
+        } catch (...) { // NOLINT(bugprone-empty-catch): failures of an abandoned analyzer do not matter.
         }
     }
     self->clear();
@@ -221,7 +221,7 @@ QCoro::Task<void> SpeechTranscriptionService::Actor::waitIgnoringFailure(TaskHan
 {
     try {
         co_await task.finished();
-    } catch (...) { // NOLINT(bugprone-empty-catch): failures of the results went to onError already.
+    } catch (...) { // NOLINT(bugprone-empty-catch): result errors have already gone to onError.
     }
 }
 

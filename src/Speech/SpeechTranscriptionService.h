@@ -14,8 +14,8 @@
 
 namespace talmo {
 
-/// Turns the microphone audio of one recording into text. An actor: its state is touched on its own executor alone,
-/// its operations are awaited on the main thread, and its callbacks arrive there.
+/// Transcribes the microphone audio of one recording. An actor: its state is accessed on its own executor only; its
+/// operations are awaited on the main thread, where its callbacks also run.
 class SpeechTranscriptionService final : public TranscriptionService {
 public:
     /// `executor` is the actor's thread, `mainExecutor` the thread of callers and callbacks.

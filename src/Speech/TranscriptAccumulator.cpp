@@ -8,7 +8,7 @@ void TranscriptAccumulator::apply(const QString &resultText, bool isFinal)
         m_volatileText = resultText;
         return;
     }
-    // Results are taken as they come; blanks at the seams are absorbed by the trim at the end and the formatting.
+    // Results are not trimmed here; blanks at the joins are removed by the final trim and the formatting.
     if (!m_finalizedText.isEmpty()) {
         m_finalizedText += QLatin1Char(' ');
     }

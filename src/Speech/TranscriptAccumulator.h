@@ -4,12 +4,12 @@
 
 namespace talmo {
 
-/// Folds the results of one recording into its text: settled results are kept, the provisional tail is replaced.
+/// Folds the results of one recording into its text: final results are kept, the volatile tail is replaced.
 class TranscriptAccumulator {
 public:
     void apply(const QString &resultText, bool isFinal);
 
-    /// Settled text and tail, joined by a space. Not trimmed.
+    /// Final text and volatile tail, joined by a space. Not trimmed.
     QString combinedText() const;
 
     QString finalizedText() const { return m_finalizedText; }

@@ -4,7 +4,7 @@
 
 namespace talmo {
 
-/// What can go wrong with a transcription, each with the sentence the user sees.
+/// Why a transcription failed; each case has its own message for the user.
 class TranscriptionError : public Error {
 public:
     enum class Case {

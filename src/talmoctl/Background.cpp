@@ -22,7 +22,7 @@ int waitForStatus(FileDescriptor fromChild, pid_t child)
     if (got == 1) {
         return status;
     }
-    int result = 0; // It ended without a word: as it ended, we end.
+    int result = 0; // It ended without reporting a status, so its own exit status counts.
     ::waitpid(child, &result, 0);
     return WIFEXITED(result) ? WEXITSTATUS(result) : EXIT_FAILURE;
 }

@@ -15,13 +15,13 @@ namespace talmo::ctl {
 
 class Background;
 
-/// What was asked for cannot be meant: exit status 2, and a hint.
+/// An invalid command line: exit status 2, and a hint at the help.
 class UsageError : public Error {
 public:
     using Error::Error;
 };
 
-/// What a command is given. The parser has read the command line already.
+/// What a command is called with. The command line has already been parsed.
 struct Invocation {
     std::shared_ptr<QCommandLineParser> arguments;
     std::shared_ptr<Background> background;
@@ -30,12 +30,12 @@ struct Invocation {
     QString value(const char *option) const { return arguments->value(QString::fromLatin1(option)); }
 };
 
-/// One of the things that talmoctl does. `run` gives back the exit status; what it throws is told to the user.
+/// A talmoctl command. `run` returns the exit status; what it throws is printed, and the exit status is then 1.
 struct Command {
-    /// One word, or two for the commands of a family: "model list".
+    /// One word, or two for the commands of a group: "model list".
     QString name;
     QString summary;
-    /// The name of its one argument; empty for none.
+    /// The placeholder of its one argument; empty if it takes none.
     QString argument;
     QList<QCommandLineOption> options;
     QCoro::Task<int> (*run)(Invocation invocation);

@@ -20,7 +20,7 @@ void describeEmbedded(SpeechEngine &engine)
             .arg(engine.description(),
                  problem.isEmpty()
                      ? QStringLiteral("usable (%1)").arg(measure(engine, &ProcessMemory::usedMegabytes).description())
-                     : QStringLiteral("not usable: %1").arg(problem)));
+                     : QStringLiteral("unusable: %1").arg(problem)));
 }
 
 /// Measured in a child process, because some libraries abort on an invalid model.
@@ -32,7 +32,7 @@ void describeModel(const EngineFactories &factories, const QString &neuralLibrar
         writeLine(QStringLiteral("neural: %1, language %2, usable (%3)")
                       .arg(folder, engine->languages().join(QStringLiteral(", ")), report));
     } catch (const Error &error) {
-        writeLine(QStringLiteral("neural: %1, not usable: %2").arg(folder, error.localizedDescription()));
+        writeLine(QStringLiteral("neural: %1, unusable: %2").arg(folder, error.localizedDescription()));
     }
 }
 
@@ -41,8 +41,7 @@ void describeModels(const EngineFactories &factories, const QString &neuralLibra
     const ModelStore store(ModelStore::standardFolder());
     const auto names = store.installed();
     if (names.isEmpty()) {
-        writeLine(
-            QStringLiteral("neural: no models in %1; talmoctl model list says which there are").arg(store.folder()));
+        writeLine(QStringLiteral("neural: no models in %1; run “talmoctl model list” to see them").arg(store.folder()));
     }
     for (const auto &name : names) {
         describeModel(factories, neuralLibrary, store.path(name));
@@ -82,7 +81,7 @@ QCoro::Task<int> runCheckModel(Invocation invocation)
 Command enginesCommand()
 {
     return {QStringLiteral("engines"),
-            QStringLiteral("Say which recognisers and models there are, and try them."),
+            QStringLiteral("List engines and models, and test each."),
             QString(),
             {},
             &runEngines};
@@ -91,10 +90,10 @@ Command enginesCommand()
 Command checkModelCommand()
 {
     return {QStringLiteral("check-model"),
-            QStringLiteral("Load a neural recogniser's model, let it hear ten seconds, and say how it did."),
+            QStringLiteral("Load a model, run 10 s of audio through it, and report timing and memory."),
             QStringLiteral("FOLDER"),
-            {option("library", "file", "The neural recogniser's library, instead of looking for it."),
-             flag("json", "Say how it did as JSON.")},
+            {option("library", "file", "Load this engine library instead of searching for one."),
+             flag("json", "Print the report as JSON.")},
             &runCheckModel};
 }
 

@@ -2,9 +2,7 @@
 #include "Insertion/ClipboardPasteInsertionService.h"
 #include "Insertion/VerifiedInsertionService.h"
 #include "Platform/Linux/System/TimerFdClock.h"
-#include "Platform/Linux/X11/Clipboard/XcbPasteboard.h"
-#include "Platform/Linux/X11/Keys/XInputTrust.h"
-#include "Platform/Linux/X11/Keys/XTestKeyEventPoster.h"
+#include "Platform/Pasting.h"
 #include "talmoctl/Background.h"
 #include "talmoctl/Command.h"
 #include "talmoctl/Terminal.h"
@@ -15,12 +13,12 @@ namespace talmo::ctl {
 
 namespace {
 
-/// True when the Talmo that runs on this display has inserted the text, false when there is none. Throws what it says,
-/// and when it says nothing for too long: the text may have been inserted all the same, so nobody else tries then.
+/// Has the Talmo on this display insert the text; false if none is running. Throws Error with its message, or if it
+/// does not answer in time: it may still insert the text then, so the caller must not try again itself.
 bool insertThroughTalmo(const QString &text)
 {
     constexpr int connectPatience = 500;
-    constexpr int answerPatience = 8000; // A dictation that is being inserted comes first.
+    constexpr int answerPatience = 8000; // A dictation may have to be inserted first.
     const auto answer = ControlSocket::exchange(ControlSocket::insertRequest(text), connectPatience, answerPatience);
     if (!answer) {
         return false;
@@ -29,27 +27,24 @@ bool insertThroughTalmo(const QString &text)
     return true;
 }
 
-/// Inserts as Talmo does, and stays behind the caller's back for as long as the clipboard needs an owner: until what
-/// stood there is back, and then until a clipboard manager or another program has taken it over.
+/// Inserts without a running Talmo. The process stays in the background for as long as the clipboard needs an owner:
+/// until the earlier content has been restored, and then until a clipboard manager or another program takes over.
 QCoro::Task<int> insertAlone(QString text, std::shared_ptr<Background> background)
 {
-    const auto session = XSession::open();
-    const auto pasteboard = std::make_shared<XcbPasteboard>(session);
-    const auto trust = std::make_shared<XInputTrust>(session, nullptr);
-    const auto poster = std::make_shared<XTestKeyEventPoster>(session, pasteboard->transaction());
-    const auto clock = std::make_shared<TimerFdClock>();
-    const auto pasting = std::make_shared<ClipboardPasteInsertionService>(pasteboard, poster, trust, clock);
-    VerifiedInsertionService service(pasting, pasteboard);
+    const Pasting desktop = openPasting();
+    const auto pasting = std::make_shared<ClipboardPasteInsertionService>(
+        desktop.pasteboard, desktop.keyPoster, desktop.inputTrust, std::make_shared<TimerFdClock>());
+    VerifiedInsertionService service(pasting, desktop.witness);
     int status = EXIT_SUCCESS;
     try {
         co_await service.insert(text);
     } catch (const TextNotTakenError &error) {
         complain(error.localizedDescription());
-        status = EXIT_FAILURE; // And stays: the text is on the clipboard.
+        status = EXIT_FAILURE; // The process stays: it owns the clipboard that holds the text.
     }
     background->release(status);
-    co_await pasteboard->shutDown();
-    co_await pasteboard->relieved();
+    co_await desktop.shutDown();
+    co_await desktop.ownershipLost();
     co_return status;
 }
 
@@ -57,10 +52,10 @@ QCoro::Task<int> runInsert(Invocation invocation)
 {
     QString text = readInput();
     if (!invocation.has("raw") && text.endsWith(QLatin1Char('\n'))) {
-        text.chop(1); // What ended the line for the shell is none that was meant.
+        text.chop(1); // Commands such as echo end their output with a newline that is not part of the text.
     }
     if (text.isEmpty()) {
-        throw Error(QStringLiteral("there is nothing to insert"));
+        throw Error(QStringLiteral("nothing to insert; pass the text on stdin"));
     }
     if (insertThroughTalmo(text)) {
         co_return EXIT_SUCCESS;
@@ -74,9 +69,9 @@ QCoro::Task<int> runInsert(Invocation invocation)
 Command insertCommand()
 {
     return {QStringLiteral("insert"),
-            QStringLiteral("Paste the text on standard input into the window in front; the clipboard comes back."),
+            QStringLiteral("Paste text from stdin into the active window, then restore the clipboard."),
             {},
-            {flag("raw", "Insert a line end at the end of the input too.")},
+            {flag("raw", "Keep the newline at the end of the input.")},
             &runInsert};
 }
 

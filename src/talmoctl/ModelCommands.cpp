@@ -27,7 +27,7 @@ QString sizeOf(const ModelEntry &entry)
         return QStringLiteral("%1 MB").arg(static_cast<double>(*entry.size) / megabyte, 0, 'f', 1);
     }
     return entry.roughMegabytes ? QStringLiteral("about %1 MB").arg(*entry.roughMegabytes)
-                                : QStringLiteral("size not known");
+                                : QStringLiteral("size unknown");
 }
 
 void describe(const ModelEntry &entry, const QString &state)
@@ -57,13 +57,13 @@ QCoro::Task<int> runList(Invocation /*invocation*/)
     }
     for (const auto &name : store.installed()) {
         if (known.find(name) == nullptr) {
-            writeLine(QStringLiteral("%1  %2  (in no catalogue)").arg(name, -20).arg(stateOf(name), -11));
+            writeLine(QStringLiteral("%1  %2  (not in the catalogue)").arg(name, -20).arg(stateOf(name), -11));
         }
     }
     co_return EXIT_SUCCESS;
 }
 
-/// On a terminal a bar that grows in one line; elsewhere a line for each step.
+/// On stderr: a progress bar on a terminal, else one line per step.
 class ProgressBar {
 public:
     void show(const ModelProgress &progress)
@@ -103,17 +103,17 @@ private:
     bool m_isOpen = false;
 };
 
-/// The user may come to regret what is not said before.
+/// Printed before the download starts, so that the user can still cancel it.
 void tellBefore(const ModelEntry &entry, const EngineFactories::Options &options)
 {
     writeLine(QStringLiteral("%1: %2, from %3").arg(entry.id, entry.title, entry.address.toString()));
     writeLine(QStringLiteral("Licence: %1 %2").arg(entry.licence, entry.licenceAddress.toString()));
     if (entry.sha256.isEmpty()) {
-        writeLine(QStringLiteral("Nobody has noted this model's checksum: it is as trustworthy as the server."));
+        writeLine(QStringLiteral("No checksum on record; integrity not verified."));
     }
     if (!EngineFactories::standard(options).forEntry(entry).isLibraryInstalled()) {
-        writeLine(QStringLiteral("The neural recogniser's library is not installed: until it is, the model is not "
-                                 "tried, nor used."));
+        writeLine(QStringLiteral("The engine's library is not installed; “scripts/neural-library --user” installs it. "
+                                 "Until then the model is neither tested nor used."));
     }
 }
 
@@ -123,7 +123,7 @@ QCoro::Task<int> runInstall(Invocation invocation)
     const ModelCatalogue known = catalogue();
     const ModelEntry *found = known.find(id);
     if (found == nullptr) {
-        throw Error(QStringLiteral("there is no model “%1”; talmoctl model list says which there are").arg(id));
+        throw Error(QStringLiteral("unknown model “%1”; run “talmoctl model list” to see the names").arg(id));
     }
     const ModelEntry entry = *found;
     const UserSettings settings;
@@ -135,7 +135,7 @@ QCoro::Task<int> runInstall(Invocation invocation)
         const ModelInstaller::OnProgress show = [bar](const ModelProgress &progress) { bar->show(progress); };
         co_await installer.install(entry, show, {});
     }
-    writeLine(QStringLiteral("%1 is installed.").arg(id));
+    writeLine(QStringLiteral("Installed %1.").arg(id));
     co_return EXIT_SUCCESS;
 }
 
@@ -145,17 +145,18 @@ QCoro::Task<int> runRemove(Invocation invocation)
     const ModelStore store(ModelStore::standardFolder());
     const auto lock = store.lock();
     store.remove(id);
-    writeLine(QStringLiteral("%1 is removed.").arg(id));
+    writeLine(QStringLiteral("Removed %1.").arg(id));
     co_return EXIT_SUCCESS;
 }
 
-/// Through the Talmo that runs, which would not notice a change of the file; else into the file.
+/// A running Talmo is asked to change its setting, because it does not notice changes of the file; else the file is
+/// written.
 QCoro::Task<int> runUse(Invocation invocation)
 {
     const QString choice = invocation.arguments->positionalArguments().first();
     const bool isModel = choice != EngineRegistry::automaticChoice && choice != EngineRegistry::embeddedChoice;
     if (isModel && !ModelStore(ModelStore::standardFolder()).isInstalled(choice)) {
-        throw Error(QStringLiteral("the model “%1” is not installed; else there is “%2” and “%3”")
+        throw Error(QStringLiteral("model “%1” is not installed; install it first, or choose “%2” or “%3”")
                         .arg(choice, EngineRegistry::automaticChoice, EngineRegistry::embeddedChoice));
     }
     constexpr int patience = 2000;
@@ -167,7 +168,7 @@ QCoro::Task<int> runUse(Invocation invocation)
         settings.defaults->set(LinuxSettings::speechEngineKey(), choice);
         co_await settings.defaults->saved();
     }
-    writeLine(QStringLiteral("From the next recording on: %1.").arg(choice));
+    writeLine(QStringLiteral("Using %1 from the next recording on.").arg(choice));
     co_return EXIT_SUCCESS;
 }
 
@@ -177,18 +178,18 @@ QList<Command> modelCommands()
 {
     const QString name = QStringLiteral("NAME");
     return {{QStringLiteral("model list"),
-             QStringLiteral("Say which speech models there are, here and to be had."),
+             QStringLiteral("List installed and available speech models."),
              QString(),
              {},
              &runList},
             {QStringLiteral("model install"),
-             QStringLiteral("Download a speech model and install it."),
+             QStringLiteral("Download and install a speech model."),
              name,
              {},
              &runInstall},
             {QStringLiteral("model remove"), QStringLiteral("Remove an installed speech model."), name, {}, &runRemove},
             {QStringLiteral("model use"),
-             QStringLiteral("Choose the recogniser: an installed model, “embedded”, or “automatic”."),
+             QStringLiteral("Choose the recogniser: an installed model, “embedded” or “automatic”."),
              name,
              {},
              &runUse}};

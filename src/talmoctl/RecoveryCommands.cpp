@@ -6,14 +6,14 @@ namespace talmo::ctl {
 
 namespace {
 
-/// What the Talmo that runs on this display answers. Throws Error when there is none, and what it throws.
+/// The answer of the Talmo on this display. Throws Error with its message, or if none is running.
 QByteArray ask(const QByteArray &request)
 {
     constexpr int connectPatience = 500;
     constexpr int answerPatience = 3000;
     const auto answer = ControlSocket::exchange(request, connectPatience, answerPatience);
     if (!answer) {
-        throw Error(QStringLiteral("Talmo is not running."));
+        throw Error(QStringLiteral("Talmo is not running; start it first"));
     }
     ControlSocket::checkAnswer(*answer);
     return *answer;
@@ -41,7 +41,7 @@ QList<Command> recoveryCommands()
              {flag("raw", "Print the words as they were recognised.")},
              &runLast},
             {QStringLiteral("restore-clipboard"),
-             QStringLiteral("Put back the clipboard that a text nobody took has displaced."),
+             QStringLiteral("Restore the clipboard content from before a failed insertion."),
              {},
              {},
              &runRestoreClipboard}};

@@ -13,16 +13,16 @@ QString readInput()
 {
     QFile input;
     if (!input.open(stdin, QFile::ReadOnly)) {
-        throw Error(QStringLiteral("standard input cannot be read"));
+        throw Error(QStringLiteral("cannot read stdin"));
     }
     QByteArray bytes = input.readAll();
     if (input.error() != QFile::NoError) {
-        throw Error(QStringLiteral("standard input cannot be read: ") + input.errorString());
+        throw Error(QStringLiteral("cannot read stdin: ") + input.errorString());
     }
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     QString text = decoder.decode(bytes);
     if (decoder.hasError()) {
-        throw Error(QStringLiteral("standard input is not UTF-8 text"));
+        throw Error(QStringLiteral("stdin is not valid UTF-8"));
     }
     return text;
 }
@@ -32,7 +32,7 @@ void writeOutput(const QString &text)
     const QByteArray bytes = text.toUtf8();
     const auto size = static_cast<std::size_t>(bytes.size());
     if (std::fwrite(bytes.constData(), 1, size, stdout) != size || std::fflush(stdout) != 0) {
-        throw Error(QStringLiteral("standard output cannot be written"));
+        throw Error(QStringLiteral("cannot write to stdout"));
     }
 }
 

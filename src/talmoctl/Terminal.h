@@ -4,15 +4,15 @@
 
 namespace talmo::ctl {
 
-/// The whole of standard input. Throws Error when it is no UTF-8 text or cannot be read.
+/// Reads all of stdin. Throws Error if it cannot be read or is not valid UTF-8.
 QString readInput();
 
-/// To standard output, at once. Throws Error when it cannot be written, as to a full disk.
+/// Writes to stdout and flushes. Throws Error if that fails, as on a full disk.
 void writeOutput(const QString &text);
-/// The same with a line end.
+/// The same with a newline at the end.
 void writeLine(const QString &text);
 
-/// A line for the user on standard error.
+/// Prints "talmoctl: TEXT" on stderr.
 void complain(const QString &text);
 
 } // namespace talmo::ctl

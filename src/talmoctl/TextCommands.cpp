@@ -17,7 +17,7 @@ namespace talmo::ctl {
 
 namespace {
 
-const char *const rawDescription = "Add no line end to the output.";
+const char *const rawDescription = "Do not add a newline to the output.";
 
 void writeText(const Invocation &invocation, const QString &text)
 {
@@ -28,7 +28,7 @@ void writeText(const Invocation &invocation, const QString &text)
     }
 }
 
-/// The whole cleanup of a transcript that is not empty.
+/// `transcript`: not empty.
 QCoro::Task<QString> cleanedText(QString transcript, bool usesModel, UserSettings settings)
 {
     const auto executor = SerialExecutor::onNewThread(QStringLiteral("cleanup"));
@@ -42,7 +42,7 @@ QCoro::Task<QString> cleanedText(QString transcript, bool usesModel, UserSetting
     if (usesModel) {
         co_await model->refresh();
         if (service.unavailabilityMessage()) {
-            complain(QStringLiteral("formatted without a language model: ") + model->description());
+            complain(QStringLiteral("no language model, formatted by simple rules instead: ") + model->description());
         }
     }
     const QString text = co_await service.cleanup(transcript, usesModel, settings.values->conciseTextEnabled(),
@@ -80,7 +80,8 @@ TextTone toneOf(const Invocation &invocation, TextTone usual)
     }
     const auto tone = textToneFromRawValue(invocation.value("tone"));
     if (!tone) {
-        throw UsageError(QStringLiteral("there is no tone named “%1”").arg(invocation.value("tone")));
+        throw UsageError(QStringLiteral("unknown tone “%1”; choose standard, professional, friendly or polite")
+                             .arg(invocation.value("tone")));
     }
     return *tone;
 }
@@ -89,7 +90,7 @@ QStringList wordsOf(const Invocation &invocation, const QStringList &usual)
 {
     const auto words = invocation.arguments->values(QStringLiteral("word"));
     if (invocation.has("no-words") && !words.isEmpty()) {
-        throw UsageError(QStringLiteral("--word and --no-words contradict each other"));
+        throw UsageError(QStringLiteral("--word and --no-words cannot be combined"));
     }
     return invocation.has("no-words") || !words.isEmpty() ? words : usual;
 }
@@ -97,7 +98,7 @@ QStringList wordsOf(const Invocation &invocation, const QStringList &usual)
 bool conciseOf(const Invocation &invocation, bool usual)
 {
     if (invocation.has("concise") && invocation.has("no-concise")) {
-        throw UsageError(QStringLiteral("--concise and --no-concise contradict each other"));
+        throw UsageError(QStringLiteral("--concise and --no-concise cannot be combined"));
     }
     return invocation.has("concise") || (usual && !invocation.has("no-concise"));
 }
@@ -117,7 +118,7 @@ QCoro::Task<int> runInstructions(Invocation invocation)
 Command formatCommand()
 {
     return {QStringLiteral("format"),
-            QStringLiteral("Make text of the transcript on standard input by simple rules."),
+            QStringLiteral("Format a transcript from stdin by simple rules, without a language model."),
             {},
             {flag("raw", rawDescription)},
             &runFormat};
@@ -127,7 +128,7 @@ Command cleanCommand()
 {
     return {
         QStringLiteral("clean"),
-        QStringLiteral("Make text of the transcript on standard input as your settings say, by a language model too."),
+        QStringLiteral("Clean up a transcript from stdin using your settings (and the language model, if enabled)."),
         {},
         {flag("raw", rawDescription)},
         &runClean};
@@ -136,13 +137,12 @@ Command cleanCommand()
 Command instructionsCommand()
 {
     return {QStringLiteral("instructions"),
-            QStringLiteral("Show what the language model is told. What no option names is as your settings say."),
+            QStringLiteral("Print the instructions for the language model. Defaults come from your settings."),
             {},
             {option("tone", "tone", "standard, professional, friendly or polite."),
              flag("concise", "Ask for concise wording."), flag("no-concise", "Do not ask for concise wording."),
-             flag("bullets", "Ask for a bullet list."),
-             option("word", "word", "A word to preserve; may be given more than once."),
-             flag("no-words", "Name no words to preserve."), flag("raw", rawDescription)},
+             flag("bullets", "Ask for a bullet list."), option("word", "word", "A word to preserve; can be repeated."),
+             flag("no-words", "Preserve no words."), flag("raw", rawDescription)},
             &runInstructions};
 }
 

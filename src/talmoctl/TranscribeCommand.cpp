@@ -32,14 +32,14 @@ QCoro::Task<void> ensureModel(std::shared_ptr<SpeechTranscriptionService> servic
 QCoro::Task<int> runTranscribe(Invocation invocation)
 {
     const QString path = invocation.arguments->positionalArguments().first();
-    const SoundFileEngine check(path); // What cannot be read is said before a model is installed for it.
+    const SoundFileEngine check(path); // Fails on an unreadable file before a model is downloaded for it.
     const UserSettings settings;
     LinuxSettings linuxSettings = LinuxSettings::read(*settings.defaults);
     if (invocation.has("engine")) {
         linuxSettings.speechEngine = invocation.value("engine");
     }
     const auto recogniser = SerialExecutor::onNewThread(QStringLiteral("decoder"));
-    // As it is when the user dictates, and it hears the same words.
+    // The engines and the vocabulary of a dictation.
     const auto recognisers = Recognisers::make(recogniser, std::make_shared<TimerFdClock>(),
                                                {{linuxSettings.neuralLibrary, {}}, linuxSettings.speechEngine, {}});
     co_await recognisers.engines->modelsChecked();
@@ -77,10 +77,10 @@ QCoro::Task<int> runTranscribe(Invocation invocation)
 Command transcribeCommand()
 {
     return {QStringLiteral("transcribe"),
-            QStringLiteral("Recognise the speech in a sound file, the way a dictation does."),
+            QStringLiteral("Transcribe a sound file the way a dictation is transcribed."),
             QStringLiteral("FILE"),
-            {flag("live", "Show every line on the way: the transcript so far, whenever it changes."),
-             option("language", "locale", "The language spoken, such as en_US, instead of the one you dictate in."),
+            {flag("live", "Print the transcript so far whenever it changes."),
+             option("language", "locale", "The spoken language, such as en_US (default: the one you dictate in)."),
              option("engine", "name", "The recogniser: “embedded” or the name of an installed model.")},
             &runTranscribe};
 }

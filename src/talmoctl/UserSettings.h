@@ -11,7 +11,7 @@
 
 namespace talmo::ctl {
 
-/// The user's settings as the running program would read them. Only read here, never written.
+/// The user's settings, as the running program reads them.
 struct UserSettings {
     std::shared_ptr<JsonUserDefaults> defaults = JsonUserDefaults::ofThisUser(SerialExecutor::onCurrentThread());
     std::shared_ptr<TalmoSettings> values = std::make_shared<TalmoSettings>(

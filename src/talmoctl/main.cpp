@@ -18,13 +18,13 @@ constexpr int usageStatus = 2;
 QString overview()
 {
     QString text = QStringLiteral("Usage: talmoctl COMMAND [options]\n\n"
-                                  "Does from the command line what Talmo does with what you say.\n\nCommands:\n");
+                                  "Run Talmo's dictation steps from the command line.\n\nCommands:\n");
     for (const auto &command : allCommands()) {
         const QString usage = command.argument.isEmpty() ? command.name : command.name + u' ' + command.argument;
         text += QStringLiteral("  %1 %2\n").arg(usage, -20).arg(command.summary);
     }
     return text + QStringLiteral("\nOptions:\n"
-                                 "  --help               Show this, or the help of a command.\n"
+                                 "  --help               Show this help, or the help of a command.\n"
                                  "  --version            Show the version.\n");
 }
 
@@ -33,11 +33,11 @@ int complainOfUsage(const QString &problem, const QString &command = {})
     complain(problem);
     const QString help =
         command.isEmpty() ? QStringLiteral("talmoctl --help") : QStringLiteral("talmoctl %1 --help").arg(command);
-    complain(QStringLiteral("try “%1”").arg(help));
+    complain(QStringLiteral("try “%1” for help").arg(help));
     return usageStatus;
 }
 
-/// Runs a command on the event loop until its end, and has the loop end with its exit status.
+/// Waits for a command, reports its error, and ends the event loop with its exit status.
 QCoro::Task<void> follow(QFuture<int> end, QString command)
 {
     int status = EXIT_FAILURE;
@@ -56,7 +56,7 @@ int runCommand(const Command &command, const QStringList &arguments, std::shared
     const auto parser = std::make_shared<QCommandLineParser>();
     parser->setApplicationDescription(command.summary);
     parser->addOptions(command.options);
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this."));
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help."));
     parser->addOption(help);
     if (!command.argument.isEmpty()) {
         parser->addPositionalArgument(command.argument, QString());
@@ -65,13 +65,13 @@ int runCommand(const Command &command, const QStringList &arguments, std::shared
         return complainOfUsage(parser->errorText(), command.name);
     }
     if (parser->isSet(help)) {
-        // The parser knows nothing of commands.
+        // The parser's usage line names only the program.
         const QString program = QCoreApplication::arguments().constFirst();
         writeOutput(parser->helpText().replace(program, QStringLiteral("talmoctl ") + command.name));
         return EXIT_SUCCESS;
     }
     if (parser->positionalArguments().size() != (command.argument.isEmpty() ? 0 : 1)) {
-        return complainOfUsage(command.argument.isEmpty() ? QStringLiteral("“%1” takes no argument").arg(command.name)
+        return complainOfUsage(command.argument.isEmpty() ? QStringLiteral("“%1” takes no arguments").arg(command.name)
                                                           : QStringLiteral("“%1” takes one argument").arg(command.name),
                                command.name);
     }
@@ -85,7 +85,7 @@ int runArguments(QStringList arguments, std::shared_ptr<Background> background)
 {
     const QString first = arguments.value(1);
     if (first.isEmpty()) {
-        return complainOfUsage(QStringLiteral("which command?"));
+        return complainOfUsage(QStringLiteral("no command given"));
     }
     if (first == QStringLiteral("--help") || first == QStringLiteral("-h")) {
         writeOutput(overview());
@@ -103,7 +103,7 @@ int runArguments(QStringList arguments, std::shared_ptr<Background> background)
     const auto found = std::find_if(commands.begin(), commands.end(),
                                     [&name](const Command &command) { return command.name == name; });
     if (found == commands.end()) {
-        return complainOfUsage(QStringLiteral("there is no command “%1”").arg(name.trimmed()));
+        return complainOfUsage(QStringLiteral("unknown command “%1”").arg(name.trimmed()));
     }
     arguments.remove(1, isOfFamily ? 2 : 1);
     return runCommand(*found, arguments, std::move(background));
@@ -114,7 +114,7 @@ int run(int argc, char **argv, std::shared_ptr<Background> background)
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("talmoctl"));
     QCoreApplication::setApplicationVersion(QStringLiteral(TALMO_VERSION));
-    // Whoever calls a command wants its output, and of the log only what went wrong.
+    // Of the log, only errors belong beside a command's output.
     QLoggingCategory::setFilterRules(QStringLiteral("talmo.general.info=false\ntalmo.hotkey.info=false"));
     qSetMessagePattern(QStringLiteral("talmoctl: %{message}"));
     try {
@@ -135,7 +135,7 @@ int main(int argc, char **argv)
     const auto work = [argc, argv](std::shared_ptr<Background> background) {
         return run(argc, argv, std::move(background));
     };
-    // Only this one may have to stay when its caller goes on.
+    // The only command that may have to stay in the background.
     if (argc > 1 && QByteArray(argv[1]) == "insert") {
         return Background::run(work);
     }

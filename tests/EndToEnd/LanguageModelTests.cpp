@@ -93,7 +93,7 @@ TEST_F(LanguageModelEndToEndTest, serverStartedLaterIsFoundOnNextPress)
     desktop.storeSettings({{u"linux.languageModelAddress"_s, server.address()}});
     openQtWindow();
     startTalmo();
-    ASSERT_TRUE(talmo->waitForLine(u"no model server runs"_s, patience));
+    ASSERT_TRUE(talmo->waitForLine(u"no model server is running"_s, patience));
     TestModelServer later(port);
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(u"Hello from the model."_s));

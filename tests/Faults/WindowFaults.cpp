@@ -7,7 +7,7 @@
 namespace talmo::test {
 
 FAULT(Window, closedBeforeThePaste, "The window is closed while somebody speaks",
-      "“No window has the keyboard. The text is on the clipboard: paste it with Ctrl+V.”")
+      "“No window has keyboard focus. The text is on the clipboard: paste it with Ctrl+V.”")
 {
     openQtWindow();
     startTalmo();
@@ -16,14 +16,15 @@ FAULT(Window, closedBeforeThePaste, "The window is closed while somebody speaks"
     window.reset();
     ASSERT_TRUE(testbed::pollUntil([this] { return desktop.activeWindowTitle().isEmpty(); }, patience));
     keyboard.release(key);
-    EXPECT_TRUE(talmoSays(u"error: No window has the keyboard."_s));
+    EXPECT_TRUE(talmoSays(u"error: No window has keyboard focus."_s));
     EXPECT_EQ(clipboard(), nextMeant().toUtf8());
     nextDictationWorks();
     EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
 }
 
 FAULT(Window, frozen, "The window hangs",
-      "“The window does not respond. The text is on the clipboard, and goes in when the window wakes up.” It does, and "
+      "“The window is not responding. The text is on the clipboard and will be inserted when the window recovers.” It "
+      "does, and "
       "then the earlier clipboard comes back")
 {
     openQtWindow();
@@ -32,7 +33,7 @@ FAULT(Window, frozen, "The window hangs",
     holdAndSpeak();
     signalWindow(SIGSTOP);
     keyboard.release(key);
-    EXPECT_TRUE(talmoSays(u"error: The window does not respond."_s));
+    EXPECT_TRUE(talmoSays(u"error: The window is not responding."_s));
     const QString meant = nextMeant();
     EXPECT_EQ(clipboard(), meant.toUtf8());
     signalWindow(SIGCONT);
@@ -42,14 +43,14 @@ FAULT(Window, frozen, "The window hangs",
 }
 
 FAULT(Window, takesNoPaste, "The window takes no paste",
-      "“Nothing took the text. It is on the clipboard: paste it with Ctrl+V.” The icon's menu and `talmoctl "
+      "“No window accepted the text. It is on the clipboard: paste it with Ctrl+V.” The icon's menu and `talmoctl "
       "restore-clipboard` put the earlier clipboard back")
 {
     openWindow(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Target"_s, u"0"_s, u"readonly"_s});
     startTalmo();
     copy(u"clipboard before"_s);
     dictate(u"hello world"_s);
-    EXPECT_TRUE(talmoSays(u"error: Nothing took the text. It is on the clipboard: paste it with Ctrl+V."_s));
+    EXPECT_TRUE(talmoSays(u"error: No window accepted the text. It is on the clipboard: paste it with Ctrl+V."_s));
     const QString meant = nextMeant();
     EXPECT_EQ(clipboard(), meant.toUtf8());
     testbed::ChildProcess last(QStringLiteral(TALMO_BIN "/talmoctl"), {u"last"_s}, environment);
@@ -76,7 +77,7 @@ FAULT(Window, anotherComesToTheFront, "Another window comes to the front while s
 }
 
 FAULT(Window, keyboardGrabbed, "Another program holds the keyboard, such as a screen locker",
-      "“Another program is holding the keyboard. The text is on the clipboard: paste it with Ctrl+V.”")
+      "“Another program has grabbed the keyboard. The text is on the clipboard: paste it with Ctrl+V.”")
 {
     openQtWindow();
     startTalmo();
@@ -95,14 +96,14 @@ FAULT(Window, keyboardGrabbed, "Another program holds the keyboard, such as a sc
             nullptr));
         ASSERT_TRUE(grab && grab->status == XCB_GRAB_STATUS_SUCCESS);
         keyboard.release(key);
-        EXPECT_TRUE(talmoSays(u"error: Another program is holding the keyboard."_s));
+        EXPECT_TRUE(talmoSays(u"error: Another program has grabbed the keyboard."_s));
     }
     EXPECT_EQ(clipboard(), nextMeant().toUtf8());
     nextDictationWorks();
 }
 
 FAULT(Window, layoutWithoutPasteKeys, "The keyboard layout has neither V nor Insert",
-      "“This keyboard layout has no key to paste with. The text is on the clipboard: paste it by menu.”")
+      "“This keyboard layout has no key for pasting. The text is on the clipboard: paste it from a menu.”")
 {
     openQtWindow();
     startTalmo();
@@ -113,7 +114,7 @@ FAULT(Window, layoutWithoutPasteKeys, "The keyboard layout has neither V nor Ins
     set({u"-e"_s, u"keycode 55 = NoSymbol"_s, u"-e"_s, u"keycode 118 = NoSymbol"_s, u"-e"_s,
          u"keycode 90 = NoSymbol"_s});
     dictate(u"hello world"_s);
-    EXPECT_TRUE(talmoSays(u"error: This keyboard layout has no key to paste with."_s));
+    EXPECT_TRUE(talmoSays(u"error: This keyboard layout has no key for pasting."_s));
     EXPECT_EQ(clipboard(), nextMeant().toUtf8());
     set({u"-e"_s, u"keycode 55 = v V"_s});
     nextDictationWorks();
@@ -132,7 +133,7 @@ FAULT(Window, layoutChangedInMidSentence, "The keyboard layout is changed while 
 }
 
 FAULT(Window, minimised, "The window is minimised while somebody speaks",
-      "“No window has the keyboard. The text is on the clipboard: paste it with Ctrl+V.”")
+      "“No window has keyboard focus. The text is on the clipboard: paste it with Ctrl+V.”")
 {
     openQtWindow();
     startTalmo();
@@ -140,7 +141,7 @@ FAULT(Window, minimised, "The window is minimised while somebody speaks",
     desktop.minimiseActiveWindow();
     ASSERT_TRUE(testbed::pollUntil([this] { return !desktop.activeWindowTitle().contains(u"Target"); }, patience));
     keyboard.release(key);
-    EXPECT_TRUE(talmoSays(u"error: No window has the keyboard."_s));
+    EXPECT_TRUE(talmoSays(u"error: No window has keyboard focus."_s));
     EXPECT_EQ(clipboard(), nextMeant().toUtf8());
     nextDictationWorks();
 }

@@ -59,9 +59,9 @@ TEST(VerifiedInsertionService, succeedsWhenTextWasRead)
 TEST(VerifiedInsertionService, tellsWhereTextIsAndHowToPasteIt)
 {
     EXPECT_EQ(outcomeOf(PasteReceipt::Outcome::NotTaken),
-              u"Nothing took the text. It is on the clipboard: paste it with Ctrl+V."_s);
+              u"No window accepted the text. It is on the clipboard: paste it with Ctrl+V."_s);
     EXPECT_EQ(outcomeOf(PasteReceipt::Outcome::NotTaken, u"Ctrl+Shift+V"_s),
-              u"Nothing took the text. It is on the clipboard: paste it with Ctrl+Shift+V."_s);
+              u"No window accepted the text. It is on the clipboard: paste it with Ctrl+Shift+V."_s);
 }
 
 TEST(VerifiedInsertionService, hasDistinctMessageForEachFailure)

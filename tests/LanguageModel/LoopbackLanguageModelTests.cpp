@@ -186,7 +186,7 @@ TEST_F(LoopbackLanguageModelTest, reportsOtherServiceAtConfiguredAddress)
           QJsonObject{{u"fault"_s, u"close"_s}}, QJsonObject{{u"fault"_s, u"huge"_s}}}) {
         server.behave({{u"models"_s, models}});
         EXPECT_EQ(refreshed(), UnavailableReason::Other) << model->description().toStdString();
-        EXPECT_TRUE(model->description().contains(u"is no model server"_s)) << model->description().toStdString();
+        EXPECT_TRUE(model->description().contains(u"is not a model server"_s)) << model->description().toStdString();
     }
 }
 
@@ -287,7 +287,7 @@ TEST_F(LoopbackLanguageModelTest, hangingOrDrippingServerTimesOutAfterTenSeconds
         clock->advance(std::chrono::milliseconds(9999));
         EXPECT_FALSE(answer.isFinished());
         clock->advance(std::chrono::milliseconds(1));
-        EXPECT_EQ(outcome(answer), u"error: The model server took too long."_s);
+        EXPECT_EQ(outcome(answer), u"error: The model server timed out."_s);
     }
 }
 
@@ -420,7 +420,7 @@ TEST_F(LoopbackLanguageModelTest, sendsNothingToUntrustedDiscoveredServer)
     EXPECT_TRUE(model->description().contains(u"another user"_s)) << model->description().toStdString();
     EXPECT_EQ(model->server().refused, QStringList{u"127.0.0.1:%1"_s.arg(server.port())});
     EXPECT_EQ(model->server().model, QString());
-    EXPECT_TRUE(logSays(u"general error: language model: another user's program answers"_s));
+    EXPECT_TRUE(logSays(u"general error: language model: ignoring another user's process at"_s));
     EXPECT_EQ(cleaned(u"hello"_s), u"Hello."_s);
     EXPECT_THAT(server.requests(), IsEmpty());
     ASSERT_FALSE(trust->asked.empty());

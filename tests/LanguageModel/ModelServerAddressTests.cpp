@@ -80,7 +80,7 @@ TEST(ModelServerAddress, refusesOtherAddressesWithReason)
             ADD_FAILURE() << setting.toStdString() << " gives " << testing::PrintToString(got);
         } catch (const Error &error) {
             EXPECT_TRUE(error.localizedDescription().contains(setting)) << error.what();
-            EXPECT_TRUE(error.localizedDescription().contains(u"is refused: "_s)) << error.what();
+            EXPECT_TRUE(error.localizedDescription().contains(u"was refused: "_s)) << error.what();
         }
     }
 }

@@ -115,15 +115,15 @@ TEST(ConversionCapacity, acceptsLargestFrameCountThatFits)
     EXPECT_EQ(conversionCapacity(1, 1, largest - 1024), largest);
     EXPECT_DEATH(conversionCapacity(1, 1, largest - 1023), "4294966272 frames leave no room for the margin\n");
     EXPECT_DEATH(conversionCapacity(1, 1, largest), "no room for the margin");
-    EXPECT_DEATH(conversionCapacity(1, 4294967296.0, 1), "4294967296.000000 frames fit no buffer\n");
-    EXPECT_DEATH(conversionCapacity(1, -1, 1), "fit no buffer");
+    EXPECT_DEATH(conversionCapacity(1, 4294967296.0, 1), "4294967296.000000 frames do not fit in a buffer\n");
+    EXPECT_DEATH(conversionCapacity(1, -1, 1), "do not fit in a buffer");
 }
 
 TEST(ConversionCapacityDeathTest, abortsWhenNoBufferCanHoldTheResult)
 {
-    EXPECT_DEATH(conversionCapacity(0, 16000, 300000), "fit no buffer");
-    EXPECT_DEATH(conversionCapacity(1, std::numeric_limits<double>::infinity(), 1), "fit no buffer");
-    EXPECT_DEATH(conversionCapacity(1, -2, 1), "fit no buffer");
+    EXPECT_DEATH(conversionCapacity(0, 16000, 300000), "do not fit in a buffer");
+    EXPECT_DEATH(conversionCapacity(1, std::numeric_limits<double>::infinity(), 1), "do not fit in a buffer");
+    EXPECT_DEATH(conversionCapacity(1, -2, 1), "do not fit in a buffer");
     EXPECT_DEATH(conversionCapacity(1, 1, std::numeric_limits<quint32>::max() - 1000), "no room for the margin");
 }
 

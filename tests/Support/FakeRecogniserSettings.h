@@ -15,7 +15,7 @@ public:
     QString chosen = QStringLiteral("automatic");
     QString wrongChoice;
     QList<Model> allModels{{QStringLiteral("zipformer-en"), QStringLiteral("English: Zipformer 2023-06-26"),
-                            QStringLiteral("Your own words as hot words. No punctuation. About 310 MB."),
+                            QStringLiteral("Favours the words in your dictionary. No punctuation. About 310 MB."),
                             QStringLiteral("Apache-2.0"), QUrl(QStringLiteral("https://example.org/licence")), false},
                            {QStringLiteral("kroko-de"),
                             QStringLiteral("German: Kroko"),

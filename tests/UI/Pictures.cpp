@@ -153,7 +153,7 @@ void addRecogniser(Gallery &gallery, FakeRecogniserSettings &recogniser, Setting
     recogniser.underWay = {u"zipformer-en"_s, u"Downloading: 12 of 48 MB"_s, 0.25};
     show(u"installing"_s);
     recogniser.underWay = std::nullopt;
-    recogniser.wrongInstallation = u"The disk is too full: 310 MB are needed, 12 MB are free."_s;
+    recogniser.wrongInstallation = u"Not enough disk space: 310 MB needed, 12 MB free."_s;
     show(u"failed"_s);
     recogniser.wrongInstallation.clear();
     recogniser.wrongLibrary = u"These models need the library of sherpa-onnx, which is not installed. The command "

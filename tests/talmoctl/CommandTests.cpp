@@ -135,7 +135,7 @@ TEST_F(TalmoctlTest, nonTextInputIsAnError)
     const auto result = talmoctl({u"format"_s}, "hello \xff world");
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.output, "");
-    EXPECT_THAT(result.errors, HasSubstr("not UTF-8"));
+    EXPECT_THAT(result.errors, HasSubstr("not valid UTF-8"));
 }
 
 TEST_F(TalmoctlTest, cleanUsesSettingsAndModel)
@@ -168,7 +168,7 @@ TEST_F(TalmoctlTest, cleanReportsMissingModelAndFormatsLocally)
     const auto result = talmoctl({u"clean"_s}, "hello");
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.output, "Hello.\n");
-    EXPECT_THAT(result.errors, HasSubstr("no model server runs on this machine"));
+    EXPECT_THAT(result.errors, HasSubstr("no model server is running on this machine"));
 }
 
 TEST_F(TalmoctlTest, cleanRefusesRemoteAddress)
@@ -208,15 +208,15 @@ TEST_F(TalmoctlTest, instructionsAreExact)
 
 TEST_F(TalmoctlTest, usageErrorsNameProblemAndHelp)
 {
-    expectUsageError(talmoctl({}), "which command");
+    expectUsageError(talmoctl({}), "no command given");
     expectUsageError(talmoctl({u"frobnicate"_s}), "frobnicate");
     expectUsageError(talmoctl({u"format"_s, u"--loud"_s}), "loud");
     expectUsageError(talmoctl({u"format"_s, u"file"_s}), "takes no argument");
     expectUsageError(talmoctl({u"transcribe"_s}), "takes one argument");
     expectUsageError(talmoctl({u"instructions"_s, u"--tone"_s, u"rude"_s}), "rude");
     expectUsageError(talmoctl({u"instructions"_s, u"--tone"_s}), "tone");
-    expectUsageError(talmoctl({u"instructions"_s, u"--word"_s, u"x"_s, u"--no-words"_s}), "contradict");
-    expectUsageError(talmoctl({u"instructions"_s, u"--concise"_s, u"--no-concise"_s}), "contradict");
+    expectUsageError(talmoctl({u"instructions"_s, u"--word"_s, u"x"_s, u"--no-words"_s}), "cannot be combined");
+    expectUsageError(talmoctl({u"instructions"_s, u"--concise"_s, u"--no-concise"_s}), "cannot be combined");
     expectUsageError(talmoctl({u"insert"_s, u"x"_s}), "takes no argument");
 }
 
@@ -246,10 +246,10 @@ TEST_F(TalmoctlTest, worksInPipes)
     EXPECT_EQ(shell(u"set -o pipefail; talmoctl instructions | head -c 1 >/dev/null; echo"_s).errors, "");
     const auto full = shell(u"talmoctl instructions > /dev/full"_s);
     EXPECT_EQ(full.status, 1);
-    EXPECT_THAT(full.errors, HasSubstr("standard output cannot be written"));
+    EXPECT_THAT(full.errors, HasSubstr("cannot write to stdout"));
     const auto closed = shell(u"talmoctl format <&-"_s);
     EXPECT_EQ(closed.status, 1);
-    EXPECT_THAT(closed.errors, HasSubstr("standard input cannot be read"));
+    EXPECT_THAT(closed.errors, HasSubstr("cannot read stdin"));
 }
 
 TEST_F(TalmoctlTest, damagedSettingsDoNotFail)
@@ -348,21 +348,21 @@ TEST_F(TalmoctlTest, listsModelsAndInstallsFromLoopbackServer)
     const auto installed = talmoctl({u"model"_s, u"install"_s, u"toy"_s});
     EXPECT_EQ(installed.status, 0) << installed.errors;
     EXPECT_THAT(installed.output, AllOf(HasSubstr("Licence: public domain"), HasSubstr("checksum"),
-                                        HasSubstr("library is not installed"), HasSubstr("toy is installed.")));
+                                        HasSubstr("library is not installed"), HasSubstr("Installed toy.")));
     EXPECT_THAT(installed.errors, AllOf(HasSubstr("Downloading"), HasSubstr("Unpacking")));
     EXPECT_THAT(talmoctl({u"model"_s, u"list"_s}).output, testing::StartsWith("toy                   installed"));
 
-    expectOutput(talmoctl({u"model"_s, u"use"_s, u"toy"_s}), "From the next recording on: toy.\n");
+    expectOutput(talmoctl({u"model"_s, u"use"_s, u"toy"_s}), "Using toy from the next recording on.\n");
     EXPECT_THAT(talmoctl({u"model"_s, u"list"_s}).output, testing::StartsWith("toy                   chosen"));
     EXPECT_THAT(talmoctl({u"engines"_s}).output, HasSubstr("chosen: toy"));
-    expectOutput(talmoctl({u"model"_s, u"use"_s, u"automatic"_s}), "From the next recording on: automatic.\n");
+    expectOutput(talmoctl({u"model"_s, u"use"_s, u"automatic"_s}), "Using automatic from the next recording on.\n");
 
-    expectOutput(talmoctl({u"model"_s, u"remove"_s, u"toy"_s}), "toy is removed.\n");
+    expectOutput(talmoctl({u"model"_s, u"remove"_s, u"toy"_s}), "Removed toy.\n");
     EXPECT_EQ(talmoctl({u"model"_s, u"remove"_s, u"toy"_s}).status, 1);
     EXPECT_EQ(talmoctl({u"model"_s, u"use"_s, u"toy"_s}).status, 1);
     EXPECT_EQ(talmoctl({u"model"_s, u"install"_s, u"none"_s}).status, 1);
-    expectUsageError(talmoctl({u"model"_s}), "no command");
-    expectUsageError(talmoctl({u"model"_s, u"paint"_s}), "no command “model paint”");
+    expectUsageError(talmoctl({u"model"_s}), "unknown command");
+    expectUsageError(talmoctl({u"model"_s, u"paint"_s}), "unknown command “model paint”");
 }
 
 TEST_F(TalmoctlTest, modelUseReportsFullDisk)
@@ -372,7 +372,7 @@ TEST_F(TalmoctlTest, modelUseReportsFullDisk)
     EXPECT_EQ(full.status, 1);
     EXPECT_EQ(full.output, "");
     EXPECT_THAT(full.errors, HasSubstr("could not be saved"));
-    expectOutput(talmoctl({u"model"_s, u"use"_s, u"embedded"_s}), "From the next recording on: embedded.\n");
+    expectOutput(talmoctl({u"model"_s, u"use"_s, u"embedded"_s}), "Using embedded from the next recording on.\n");
 }
 
 TEST_F(TalmoctlTest, modelRemoveRefusesLinksAndPaths)

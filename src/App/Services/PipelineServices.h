@@ -11,14 +11,14 @@
 #include <functional>
 #include <memory>
 
-/// What the coordinator needs of every service, and the values that cross. All of it is called on the main thread, and
-/// all callbacks arrive there, unless a comment says otherwise. Nothing here retries; a failure is thrown once.
+/// The coordinator's interfaces to all services, and the values they exchange. Everything is called on the main thread,
+/// and all callbacks arrive there, unless a comment says otherwise. Nothing here retries; a failure is thrown once.
 namespace talmo {
 
 class AudioBuffer;
 struct AudioTime;
 
-/// A permission as Talmo sees it.
+/// A permission's status.
 enum class SimpleStatus { NotDetermined, Granted, Denied };
 
 /// One locale's on-device speech model. Installed without supported never occurs.
@@ -28,7 +28,7 @@ struct ModelStatus {
     bool operator==(const ModelStatus &) const = default;
 };
 
-/// The tone of the cleaned text, in the order in which it is offered.
+/// The tone of the cleaned text, in display order.
 enum class TextTone { Standard, Professional, Friendly, Polite };
 
 /// Called on the capture thread for every captured buffer, one at a time.
@@ -53,29 +53,29 @@ public:
     virtual SimpleStatus microphoneStatus() const = 0;
     virtual SimpleStatus speechRecognitionStatus() const = 0;
 
-    /// Ask the user if undecided, then read all statuses again; true when granted.
+    /// Ask the user if undecided, then re-read all statuses; true if granted.
     virtual QCoro::Task<bool> requestMicrophonePermission() = 0;
     virtual QCoro::Task<bool> requestSpeechRecognitionPermission() = 0;
-    /// Asks the system to prompt for trust in synthetic input; does not wait for the answer.
+    /// Asks the system to prompt for permission to synthesise input; does not wait for the answer.
     virtual void requestAccessibility() = 0;
 };
 
 class HotkeyService {
 public:
     virtual ~HotkeyService() = default;
-    /// Gesture begin and gesture end. Unset callbacks are skipped.
+    /// Start and end of a gesture. Unset callbacks are skipped.
     virtual void setOnHotkeyDown(std::function<void()> callback) = 0;
     virtual void setOnHotkeyUp(std::function<void()> callback) = 0;
-    /// Begins watching the key; a second call does nothing.
+    /// Starts watching the key; a second call does nothing.
     virtual void start() = 0;
 };
 
 class RecorderService {
 public:
     virtual ~RecorderService() = default;
-    /// Starts capture; throws RecorderError. Does nothing while recording. Called on the transcription's own thread.
+    /// Starts capture; throws RecorderError. Does nothing while recording. Called on the transcription thread.
     virtual void start(AudioBufferHandler onBuffer) = 0;
-    /// Stops capture if it runs. No handler runs once this has returned. Main thread or the transcription's.
+    /// Stops capture if it is running. No handler runs after this has returned. Main or transcription thread.
     virtual void stop() = 0;
 };
 
@@ -94,7 +94,7 @@ public:
     /// Starts capture through the recorder, and live transcription. Throws.
     virtual QCoro::Task<void> startTranscription(std::shared_ptr<RecorderService> recorder, QString locale,
                                                  UpdateHandler onUpdate, ErrorHandler onError) = 0;
-    /// The final transcript, trimmed, once all audio given so far is processed. Throws.
+    /// The trimmed final transcript, once all audio so far has been processed. Throws.
     virtual QCoro::Task<QString> stopTranscription() = 0;
     /// Abandons a transcription. Never throws.
     virtual QCoro::Task<void> cancelTranscription() = 0;
@@ -103,7 +103,7 @@ public:
 class CleanupService {
 public:
     virtual ~CleanupService() = default;
-    /// The text to insert for a trimmed transcript that is not empty. Works off the main thread; never throws.
+    /// The text to insert for a trimmed, non-empty transcript. Works off the main thread; never throws.
     virtual QCoro::Task<QString> cleanup(QString transcript, bool aiCleanupEnabled, bool conciseTextEnabled,
                                          TextTone textTone, QStringList dictionaryWords) = 0;
 };
@@ -111,23 +111,23 @@ public:
 class TextInsertionService {
 public:
     virtual ~TextInsertionService() = default;
-    /// Puts the text into the frontmost application. Throws. One at a time.
+    /// Inserts the text into the frontmost application. Throws. One at a time.
     virtual QCoro::Task<void> insert(QString text) = 0;
 };
 
 class OverlayService {
 public:
     virtual ~OverlayService() = default;
-    /// Shows the overlay or brings it to the front.
+    /// Shows the overlay or raises it.
     virtual void show() = 0;
     virtual void hide() = 0;
 };
 
-/// The user's current language, read anew for every dictation.
+/// The user's current language, re-read for every dictation.
 class LocaleSource {
 public:
     virtual ~LocaleSource() = default;
-    /// Such as "en_US"; whatever the system says, garbage included.
+    /// Such as "en_US"; passed on unvalidated from the system.
     virtual QString currentIdentifier() const = 0;
 };
 

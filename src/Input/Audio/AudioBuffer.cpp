@@ -8,7 +8,7 @@ namespace talmo {
 
 namespace {
 
-/// Far beyond any real buffer, and short of what would take the machine down.
+/// In bytes: far larger than any real buffer, but small enough not to exhaust the machine's memory.
 constexpr quint64 largestBuffer = quint64(1) << 30;
 
 } // namespace

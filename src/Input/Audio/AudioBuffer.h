@@ -9,7 +9,7 @@ namespace talmo {
 
 enum class SampleType { Float32, Int16 };
 
-/// How samples lie in a buffer: frames of interleaved channels.
+/// The sample layout of a buffer: frames of interleaved channels.
 struct AudioFormat {
     double sampleRate = 0; ///< Hz
     quint32 channelCount = 0;
@@ -22,21 +22,21 @@ struct AudioFormat {
     bool operator==(const AudioFormat &) const = default;
 };
 
-/// When a buffer was captured, in nanoseconds of the capturing system's own clock.
+/// The capture time of a buffer, in nanoseconds of the capturing system's clock.
 struct AudioTime {
     qint64 nanoseconds = 0;
 };
 
-/// A stretch of audio. Shared once it is filled, and unchanged from then on.
+/// A chunk of audio. Shared once it is filled, and immutable from then on.
 class AudioBuffer {
 public:
-    /// None when there is no memory for it or the capacity is absurd.
+    /// Null if there is not enough memory or the capacity is unreasonable.
     static std::shared_ptr<AudioBuffer> make(const AudioFormat &format, quint32 frameCapacity);
 
     const AudioFormat &format() const { return m_format; }
     quint32 frameCapacity() const { return m_frameCapacity; }
     quint32 frameLength() const { return m_frameLength; }
-    /// At most the capacity.
+    /// Clamped to the capacity.
     void setFrameLength(quint32 frames);
 
     /// frameCapacity() frames; aligned for any sample type.
@@ -45,7 +45,7 @@ public:
     /// The size of the filled part.
     qsizetype byteLength() const { return static_cast<qsizetype>(m_frameLength) * m_format.bytesPerFrame(); }
 
-    /// Whatever object of the platform's own the buffer stands for; none where the samples are all there is.
+    /// The platform's own object behind the buffer; null if the samples are all there is.
     std::shared_ptr<void> nativePart;
 
 private:

@@ -16,12 +16,12 @@ enum class ConverterInputStatus { HaveData = 0, NoDataNow = 1, EndOfStream = 2 }
 class AudioConverter {
 public:
     using Input = std::shared_ptr<const AudioBuffer>;
-    /// Asked for input as long as there is room for output; sets the status, and gives a buffer with HaveData only.
+    /// Called for input while there is room for output. Sets the status, and returns a buffer only with HaveData.
     using InputCallback = std::function<Input(ConverterInputStatus &status)>;
 
     virtual ~AudioConverter() = default;
 
-    /// Fills `output` from what the callback gives and sets its length. A failure is described in `error`.
+    /// Fills `output` with the converted input and sets its length. A failure is described in `error`.
     virtual void convert(AudioBuffer &output, std::optional<QString> &error, const InputCallback &input) = 0;
 };
 
@@ -29,7 +29,7 @@ class AudioConverterFactory {
 public:
     virtual ~AudioConverterFactory() = default;
 
-    /// None when there is no way from the one format to the other. Any thread.
+    /// Null if the conversion is not supported. Any thread.
     virtual std::unique_ptr<AudioConverter> make(const AudioFormat &from, const AudioFormat &to) const = 0;
 };
 

@@ -37,7 +37,7 @@ AudioRecorder::AudioRecorder(std::shared_ptr<AudioEngine> engine)
 void AudioRecorder::start(AudioBufferHandler onBuffer)
 {
     {
-        // Waits for a stop that is still delivering its last buffer. Not held further: the calls below may ask the
+        // Waits for a stop that is still delivering its last buffer. Not held any longer: the calls below may query the
         // sound server, and a stop on the main thread must not wait for that.
         const std::lock_guard lock(m_mutex);
         if (m_isRecording) {

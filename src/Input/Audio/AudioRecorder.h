@@ -10,7 +10,7 @@
 
 namespace talmo {
 
-/// Why capture could not start, each with the sentence the user sees.
+/// Why capture could not start; each case has its own message for the user.
 class RecorderError : public Error {
 public:
     enum class Case { TapInstallationFailed, EngineStartFailed, NoInputAvailable };
@@ -24,7 +24,7 @@ private:
     Case m_case;
 };
 
-/// Captures the default microphone and hands every buffer on unchanged. Main thread or the transcription's.
+/// Captures the default microphone and passes every buffer on unchanged. Main or transcription thread.
 class AudioRecorder final : public RecorderService {
 public:
     /// Frames per captured buffer.
@@ -41,7 +41,7 @@ private:
     void installTap(const AudioBufferHandler &onBuffer);
 
     std::shared_ptr<AudioEngine> m_engine;
-    /// Guards the sequence of engine calls, since a stop on the main thread may meet a start on the transcription's.
+    /// Serialises engine calls: a stop on the main thread may overlap with a start on the transcription thread.
     std::mutex m_mutex;
     std::atomic<bool> m_isRecording = false;
 };

@@ -32,7 +32,7 @@ void FrameBlocks::append(const char *samples, qsizetype byteCount)
         if (samples != nullptr) {
             std::memcpy(m_block->data() + filled * frameSize, samples, bytes);
             samples += bytes;
-        } // A new buffer is silent already.
+        } // New buffers are zero-filled.
         m_block->setFrameLength(filled + count);
         frames -= count;
         if (m_block->frameLength() == m_framesPerBlock) {

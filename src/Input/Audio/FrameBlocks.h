@@ -7,15 +7,15 @@
 
 namespace talmo {
 
-/// Puts captured chunks of any size together into buffers of one size. Not thread-safe: its owner's lock guards it.
+/// Regroups captured chunks of any size into buffers of one size. Not thread-safe: guarded by its owner's lock.
 class FrameBlocks {
 public:
     FrameBlocks(const AudioFormat &format, quint32 framesPerBlock, AudioBufferHandler handler);
 
-    /// Appends whole frames; null stands for silence of that length. Calls the handler for every block that is full.
+    /// Appends whole frames; null means silence of that length. Calls the handler for every full block.
     void append(const char *samples, qsizetype byteCount);
 
-    /// Hands on the block that was begun, and `silence` frames behind it as buffers of their own.
+    /// Delivers the incomplete block, then `silence` frames in separate buffers.
     void flush(quint32 silence);
 
     quint64 frameCount() const { return m_frameCount; }

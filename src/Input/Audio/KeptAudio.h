@@ -6,17 +6,17 @@
 
 namespace talmo {
 
-/// Captured sound that waits for a recording to take it. Bounded: of more than that, the newest stays. Not thread-safe.
+/// Captured audio waiting for a recording to take it. Bounded: the oldest audio is dropped first. Not thread-safe.
 class KeptAudio {
 public:
-    /// `mostBytes`: whole frames.
+    /// `mostBytes`: a whole number of frames.
     explicit KeptAudio(qsizetype mostBytes);
 
-    /// Null stands for silence of that length.
+    /// Null means silence of that length.
     void append(const char *samples, qsizetype byteCount);
     qsizetype byteCount() const { return m_byteCount; }
     void clear();
-    /// What is kept, in order; afterwards nothing is.
+    /// Returns everything kept, in order, and clears it.
     std::deque<QByteArray> take();
 
 private:

@@ -13,7 +13,7 @@ namespace talmo {
 
 namespace {
 
-// Headers may say anything, and a recording of a gigahertz would keep the machine busy with its silence alone.
+// Headers may claim anything, and at a sample rate of 1 GHz the trailing silence alone would keep the machine busy.
 constexpr int highestRate = 768000;
 constexpr int mostChannels = 64;
 
@@ -64,7 +64,7 @@ void SoundFileEngine::installTap(quint32 bufferSize, AudioBufferHandler handler)
 void SoundFileEngine::removeTap()
 {
     if (m_blocks) {
-        // As a microphone does: it pushes the last sound out of whatever converts it.
+        // As with a microphone: flushes the last samples out of the converter.
         constexpr double silence = 0.01;
         m_blocks->flush(static_cast<quint32>(inputFormat().sampleRate * silence));
     }

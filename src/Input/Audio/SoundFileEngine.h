@@ -9,10 +9,10 @@
 
 namespace talmo {
 
-/// A recording on disk in the place of a microphone: whoever made it hands out the sound, as fast as they like.
+/// A sound file in place of a microphone. Its owner delivers the audio, at any speed.
 class SoundFileEngine final : public AudioEngine {
 public:
-    /// Anything that libsndfile can read. Throws Error.
+    /// `path`: any format that libsndfile can read. Throws Error.
     explicit SoundFileEngine(const QString &path);
     ~SoundFileEngine() override;
 
@@ -23,8 +23,8 @@ public:
     void start() override {}
     void stop() override {}
 
-    /// Hands the next buffer's worth of sound to the tap, on the calling thread; false at the end of the file. Between
-    /// start and stop.
+    /// Delivers the next buffer to the tap, on the calling thread; false at the end of the file. Between start() and
+    /// stop().
     bool deliverNext();
 
 private:

@@ -16,7 +16,7 @@ constexpr double highestRate = 768000;
 /// Beyond this ratio the resampler's filter grows to megabytes.
 constexpr double largestRatio = 64;
 
-/// Beyond any recording, and far from where sums of channels overflow.
+/// Beyond any real recording, and low enough for sums of channels not to overflow.
 constexpr float largestSample = 1024;
 
 struct ResamplerDeleter {
@@ -81,7 +81,7 @@ public:
                 break;
             }
             if (buffer->format() != m_from) {
-                error = QStringLiteral("The format of the microphone changed during the recording.");
+                error = QStringLiteral("The microphone's format changed during the recording.");
                 break;
             }
             if (!resample(*buffer, output, written)) {
@@ -115,7 +115,7 @@ private:
 
     AudioFormat m_from;
     Resampler m_resampler;
-    // Kept from call to call, so that the capture thread allocates next to nothing.
+    // Reused, so that the capture thread hardly allocates.
     std::vector<float> m_mono;
     std::vector<float> m_resampled;
 };

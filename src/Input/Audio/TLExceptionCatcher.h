@@ -8,7 +8,7 @@
 
 namespace talmo {
 
-/// An exception of the platform's audio layer, told as an ordinary error.
+/// An exception from the platform's audio layer, as an ordinary error.
 struct CaughtAudioException {
     QString domain;
     int code = 0;
@@ -20,11 +20,11 @@ struct CaughtAudioException {
     QString localizedDescription() const { return userInfo.value(localizedDescriptionKey()); }
 };
 
-/// Guards a block of work against platform exceptions, and only against those.
+/// Runs work that may throw PlatformException, and catches only that.
 class TLExceptionCatcher {
 public:
-    /// True when `work` finished; `error` is then left alone. After a caught PlatformException false, with the error
-    /// stored if a place for it was given. Anything else passes through.
+    /// True if `work` finished; `error` is then unchanged. False after a PlatformException, stored in `error` unless
+    /// that is null. Other exceptions propagate.
     static bool run(const std::function<void()> &work, std::optional<CaughtAudioException> *error);
 };
 

@@ -6,7 +6,7 @@
 
 namespace talmo {
 
-/// The gesture that is recording: the key is held, or hands-free after a double-tap.
+/// The gesture behind the current recording: holding the key, or a double-tap (hands-free).
 enum class ActiveMode { Hold, Toggle };
 
 /// Start recording, stop recording.
@@ -18,7 +18,7 @@ class FnGestureRecognizer {
 public:
     /// How long the key must stay down to count as held.
     static constexpr Duration holdThreshold = std::chrono::milliseconds(150);
-    /// The largest gap between a release and the next press that still makes a double-tap.
+    /// The longest gap between a release and the next press that still counts as a double-tap.
     static constexpr Duration doubleTapWindow = std::chrono::milliseconds(300);
 
     struct DownResult {
@@ -29,9 +29,9 @@ public:
     };
 
     DownResult fnDown(Instant now);
-    /// Up, or nothing.
+    /// Up or nullopt.
     std::optional<FnGestureSignal> fnUp(Instant now);
-    /// The hold timer has fired and the key is still down: true when the press has just become a hold.
+    /// Call when the hold timer has fired and the key is still down. True if the press has just become a hold.
     bool confirmHold();
 
     std::optional<ActiveMode> activeMode() const { return m_activeMode; }

@@ -19,7 +19,7 @@
 
 namespace talmo {
 
-/// Watches the fn key in the whole session, feeds the gesture recognizer and runs its hold timer. Main thread only.
+/// Watches the fn key session-wide, feeds the gesture recogniser and runs its hold timer. Main thread only.
 class GlobalHotkeyManager final : public QObject, public HotkeyService {
     Q_OBJECT
 

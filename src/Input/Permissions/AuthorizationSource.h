@@ -4,7 +4,7 @@
 
 namespace talmo {
 
-/// What the platform says about microphone and speech recognition, as its raw numbers. Main thread; reads never wait.
+/// The platform's raw authorisation status for the microphone and speech recognition. Main thread; reads never block.
 ///
 /// Raw microphone statuses: 0 not determined, 1 restricted, 2 denied, 3 authorised.
 /// Raw speech statuses: 0 not determined, 1 denied, 2 restricted, 3 authorised.

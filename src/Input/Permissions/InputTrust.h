@@ -2,15 +2,15 @@
 
 namespace talmo {
 
-/// Whether this session lets Talmo see the key everywhere and type for the user. Main thread.
+/// Whether Talmo may watch the key session-wide and type for the user. Main thread.
 class InputTrust {
 public:
     virtual ~InputTrust() = default;
 
-    /// Never prompts, never waits.
+    /// Never prompts, never blocks.
     virtual bool isTrusted() const = 0;
 
-    /// Has the system ask the user where that exists; the answer as it is now.
+    /// Prompts the user on systems that can; returns the current state without waiting.
     virtual bool requestTrust() = 0;
 };
 

@@ -10,7 +10,7 @@ namespace {
 
 constexpr int rawAuthorized = 3;
 
-/// 1 and 2 are restricted and denied, in an order of its own for each permission; both mean no.
+/// 1 and 2 are restricted and denied, in a different order for each permission; both count as denied.
 SimpleStatus simpleStatus(int raw)
 {
     switch (raw) {

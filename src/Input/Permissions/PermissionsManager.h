@@ -11,12 +11,12 @@
 
 namespace talmo {
 
-/// The three permissions that dictation needs, as last read. Main thread only; nothing polls.
+/// The three permissions that dictation needs, as last read. Main thread only; never polls.
 class PermissionsManager final : public PermissionsService {
     Q_OBJECT
 
 public:
-    /// Reads all three at once.
+    /// Reads all three.
     PermissionsManager(std::shared_ptr<AuthorizationSource> authorization, std::shared_ptr<InputTrust> inputTrust,
                        std::shared_ptr<SettingsPaneOpener> paneOpener);
 
@@ -30,7 +30,7 @@ public:
     QCoro::Task<bool> requestSpeechRecognitionPermission() override;
     void requestAccessibility() override;
 
-    /// Open the panes where the user can change the system's mind.
+    /// Open the system's settings for the permission.
     void openAccessibilitySettings();
     void openMicrophoneSettings();
 

@@ -4,12 +4,12 @@ namespace talmo {
 
 enum class SettingsPane { Accessibility, Microphone };
 
-/// The desktop's own settings. Main thread; returns at once.
+/// The desktop's settings. Main thread; returns at once.
 class SettingsPaneOpener {
 public:
     virtual ~SettingsPaneOpener() = default;
 
-    /// Opens the pane where the desktop has one, else does nothing.
+    /// Opens the pane; does nothing if the desktop has no such pane.
     virtual void open(SettingsPane pane) = 0;
 };
 

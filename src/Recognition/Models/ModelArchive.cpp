@@ -25,7 +25,7 @@ using ArchiveHandle = std::unique_ptr<archive, ArchiveCloser>;
 
 [[noreturn]] void refuse(const QString &why)
 {
-    throw Error(QStringLiteral("The archive is not unpacked: %1.").arg(why));
+    throw Error(QStringLiteral("The archive could not be unpacked: %1.").arg(why));
 }
 
 [[noreturn]] void refuseDamaged(archive *handle)
@@ -49,7 +49,7 @@ ArchiveHandle openArchive(const QString &path)
     return handle;
 }
 
-/// The entry's place within the folder, or an error where it has none there.
+/// The entry's path within the folder; throws Error if it would lie outside.
 QString placeOf(archive_entry *entry)
 {
     const char *raw = archive_entry_pathname(entry);
@@ -58,12 +58,12 @@ QString placeOf(archive_entry *entry)
     const bool isUnsafe = name.isEmpty() || name.startsWith(QLatin1Char('/')) || name.contains(QLatin1Char('\\')) ||
                           steps.contains(QStringLiteral("..")) || steps.size() > deepestPath;
     if (isUnsafe) {
-        refuse(QStringLiteral("“%1” leads outside, or nowhere").arg(name));
+        refuse(QStringLiteral("“%1” is an unsafe path").arg(name));
     }
     return QDir::cleanPath(name);
 }
 
-/// Plain files and folders only, without a second name.
+/// Accepts regular files and folders only, and no links.
 void requirePlain(archive_entry *entry, const QString &name)
 {
     const auto kind = archive_entry_filetype(entry);
@@ -96,7 +96,7 @@ public:
             const QString place = placeOf(entry);
             requirePlain(entry, place);
             if (++m_files > m_limits.files) {
-                refuse(QStringLiteral("it holds more than %1 files").arg(m_limits.files));
+                refuse(QStringLiteral("it contains more than %1 files").arg(m_limits.files));
             }
             const bool isFolder = archive_entry_filetype(entry) == AE_IFDIR;
             makeFolder(isFolder ? place : QFileInfo(place).path());
@@ -115,7 +115,7 @@ private:
         try {
             PrivateFile::makeFolder(m_folder.filePath(place));
         } catch (const Error &) {
-            refuse(QStringLiteral("the folder “%1” cannot be made").arg(place));
+            refuse(QStringLiteral("cannot create the folder “%1”").arg(place));
         }
     }
 
@@ -123,7 +123,7 @@ private:
     {
         QFile file(m_folder.filePath(place));
         if (!file.open(QFile::WriteOnly | QFile::NewOnly | QFile::Unbuffered, PrivateFile::permissions)) {
-            refuse(QStringLiteral("“%1” cannot be written (%2)").arg(place, file.errorString()));
+            refuse(QStringLiteral("cannot write “%1” (%2)").arg(place, file.errorString()));
         }
         const void *block = nullptr;
         std::size_t size = 0;
@@ -133,14 +133,14 @@ private:
             if (m_stop.stop_requested()) {
                 throw Cancelled();
             }
-            // Holes count as well: a file of nothing but holes is a bomb all the same.
+            // Holes count as well: a sparse file can be a decompression bomb too.
             m_bytes = std::max(m_bytes, m_bytesBefore + offset) + static_cast<std::int64_t>(size);
             if (offset < 0 || m_bytes > m_limits.bytes) {
-                refuse(QStringLiteral("more comes out of it than a model can hold"));
+                refuse(QStringLiteral("it unpacks to more data than any model contains"));
             }
             const auto length = static_cast<qint64>(size);
             if (!file.seek(offset) || file.write(static_cast<const char *>(block), length) != length) {
-                refuse(QStringLiteral("“%1” cannot be written (%2)").arg(place, file.errorString()));
+                refuse(QStringLiteral("cannot write “%1” (%2)").arg(place, file.errorString()));
             }
             m_progress(archive_filter_bytes(m_archive.get(), -1));
         }
@@ -148,7 +148,7 @@ private:
             refuseDamaged(m_archive.get());
         }
         m_bytesBefore = m_bytes;
-        PrivateFile::flushToDisk(file); // What is renamed into place later must be on the disk then.
+        PrivateFile::flushToDisk(file); // Must be on disk before the folder is renamed into place.
     }
 
     ArchiveHandle m_archive;

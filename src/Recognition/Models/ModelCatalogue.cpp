@@ -31,7 +31,7 @@ std::optional<qint64> wholeNumber(const QJsonObject &object, const char *key)
     }
     const qint64 number = value.toInteger(-1);
     if (number <= 0) {
-        throw Error(QStringLiteral("“%1” is no size").arg(QLatin1String(key)));
+        throw Error(QStringLiteral("“%1” must be a positive number").arg(QLatin1String(key)));
     }
     return number;
 }
@@ -45,7 +45,7 @@ QStringList readLanguages(const QJsonObject &object)
     const bool areSound = std::all_of(languages.begin(), languages.end(),
                                       [](const QString &language) { return isWhole(language, "[a-z]{2,3}"); });
     if (languages.isEmpty() || !areSound) {
-        throw Error(QStringLiteral("“languages” must be such as [\"en\"]"));
+        throw Error(QStringLiteral("“languages” must be a list of language codes such as [\"en\"]"));
     }
     return languages;
 }
@@ -55,9 +55,9 @@ ModelEntry readEntry(const QJsonObject &object)
     const auto text = [&object](const char *key) { return object.value(QLatin1String(key)).toString(); };
     ModelEntry entry;
     entry.id = text("id");
-    // It becomes the name of a folder.
+    // Used as a folder name.
     if (!isWhole(entry.id, "[a-z0-9][a-z0-9._-]{0,63}")) {
-        throw Error(QStringLiteral("“id” must be small letters, digits, dots and hyphens"));
+        throw Error(QStringLiteral("“id” must consist of lower-case letters, digits, dots, underscores and hyphens"));
     }
     entry.title = text("title").isEmpty() ? entry.id : text("title");
     entry.engine = text("engine");
@@ -86,7 +86,7 @@ QByteArray contentOf(const QString &path)
 {
     QFile file(path);
     if (!file.open(QFile::ReadOnly)) {
-        throw Error(QStringLiteral("it cannot be read: %1").arg(file.errorString()));
+        throw Error(QStringLiteral("cannot be read: %1").arg(file.errorString()));
     }
     return file.readAll();
 }
@@ -129,7 +129,7 @@ ModelCatalogue ModelCatalogue::parse(const QByteArray &json)
     const auto document = QJsonDocument::fromJson(json, &problem);
     const auto list = document.object().value(QStringLiteral("models"));
     if (!list.isArray()) {
-        throw Error(problem.error == QJsonParseError::NoError ? QStringLiteral("it lists no “models”")
+        throw Error(problem.error == QJsonParseError::NoError ? QStringLiteral("“models” is not a list")
                                                               : problem.errorString());
     }
     ModelCatalogue catalogue;
@@ -138,7 +138,7 @@ ModelCatalogue ModelCatalogue::parse(const QByteArray &json)
         const QString id = object.value(QStringLiteral("id")).toString();
         try {
             if (catalogue.find(id) != nullptr) {
-                throw Error(QStringLiteral("it is listed twice"));
+                throw Error(QStringLiteral("listed twice"));
             }
             catalogue.m_entries.push_back(readEntry(object));
         } catch (const Error &error) {
@@ -163,7 +163,7 @@ ModelCatalogue ModelCatalogue::withUsersFile(const QString &path)
         }
         return users;
     } catch (const Error &error) {
-        generalLog().error("%@ is not used: %@", {path, error.localizedDescription()});
+        generalLog().error("ignoring %@: %@", {path, error.localizedDescription()});
         return catalogue;
     }
 }

@@ -10,30 +10,30 @@
 
 namespace talmo {
 
-/// A speech model that can be had.
+/// A downloadable speech model.
 struct ModelEntry {
     /// Also the name of its folder.
     QString id;
     QString title;
-    /// The recogniser that it is for, such as "sherpa-onnx".
+    /// The engine that loads it, such as "sherpa-onnx".
     QString engine;
-    /// What that recogniser must know of it and cannot see; may be empty.
+    /// What the engine must know about the model and cannot detect; may be empty.
     QString kind;
-    /// "bpe" or "cjkchar" where the model can be told words to listen for.
+    /// "bpe" or "cjkchar" if the model supports hot words.
     QString hotWords;
-    /// Such as "en"; never empty.
+    /// Language codes such as "en"; never empty.
     QStringList languages;
-    /// An archive.
+    /// The address of an archive.
     QUrl address;
-    /// Of the archive, in bytes; none where nobody has measured it.
+    /// Size of the archive in bytes; nullopt if not on record.
     std::optional<qint64> size;
-    /// For people, where the size is not known to the byte.
+    /// Approximate size for display, if `size` is unknown.
     std::optional<int> roughMegabytes;
-    /// Of the archive, in lower-case hexadecimal digits; empty where nobody has measured it.
+    /// Checksum of the archive in lower-case hexadecimal digits; empty if not on record.
     QByteArray sha256;
     QString licence;
     QUrl licenceAddress;
-    /// What it gives, in a sentence.
+    /// The model's features, in a sentence.
     QString gives;
 
     bool speaks(const QString &locale) const;
@@ -44,27 +44,27 @@ struct ModelEntry {
 /// The language of a locale: "en" of "en_GB.UTF-8".
 QString languageOf(const QString &locale);
 
-/// Whether models may be fetched from there: HTTPS, or plain HTTP from this very machine.
+/// Whether models may be downloaded from there: HTTPS, or plain HTTP from this machine.
 bool isPermittedAddress(const QUrl &address);
-/// Whether a server may lead from one address to another: never from HTTPS to HTTP, not even on this machine.
+/// Whether a redirect may be followed: never from HTTPS to HTTP, not even on this machine.
 bool isPermittedRedirect(const QUrl &from, const QUrl &to);
 
-/// The models that can be had, the better ones of a language first.
+/// The available models, the better ones of each language first.
 class ModelCatalogue {
 public:
-    /// Throws Error, naming the entry, for anything but a whole and sound catalogue.
+    /// Throws Error, naming the entry, unless the catalogue is complete and valid.
     static ModelCatalogue parse(const QByteArray &json);
-    /// What comes with Talmo, and before it what the user's own file lists, which also replaces entries of the same
-    /// name. A file that will not do is said in the log and left out.
+    /// The built-in catalogue, preceded by the entries of the user's own file, which also replace built-in ones of the
+    /// same ID. An unusable file is logged and ignored.
     static ModelCatalogue withUsersFile(const QString &path);
-    /// Where the user may list more.
+    /// The user's own catalogue file.
     static QString usersPath();
 
     const std::vector<ModelEntry> &entries() const { return m_entries; }
     const ModelEntry *find(const QString &id) const;
-    /// The first that speaks a locale's language.
+    /// The first model for a locale's language; null if there is none.
     const ModelEntry *bestFor(const QString &locale) const;
-    /// The place among the others, from 0; behind them all for what is not listed.
+    /// Index in the catalogue, or entries().size() if unlisted.
     std::size_t rank(const QString &id) const;
 
 private:

@@ -16,14 +16,14 @@ namespace talmo {
 
 namespace {
 
-/// Silence for this long means that nothing will come any more.
+/// A connection silent for this long has failed.
 constexpr Duration patience = std::chrono::seconds(30);
-/// Tries in a row that bring nothing at all, before it is given up.
+/// Consecutive attempts without any progress before giving up.
 constexpr int mostTries = 5;
-/// Before the second try; each further wait is twice as long.
+/// Before the second attempt; each further wait is twice as long.
 constexpr Duration firstPause = std::chrono::seconds(1);
 
-/// Ends a transfer over which nothing comes any more.
+/// Ends a stalled transfer.
 QCoro::Task<void> watch(QPointer<ModelTransfer> transfer, std::shared_ptr<Clock> clock, std::stop_token over)
 {
     qint64 last = -1;
@@ -36,11 +36,11 @@ QCoro::Task<void> watch(QPointer<ModelTransfer> transfer, std::shared_ptr<Clock>
         co_return;
     }
     if (transfer) {
-        transfer->giveUp(QStringLiteral("The server says nothing any more."));
+        transfer->giveUp(QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The connection timed out.")));
     }
 }
 
-/// One connection. Gives back the error that ended it; none when the file is whole.
+/// The error that ended one connection; null if the file is complete.
 struct Outcome {
     std::exception_ptr error;
 };
@@ -52,7 +52,7 @@ QCoro::Task<Outcome> tryOnce(DownloadRequest request, ModelDownload::Progress pr
     ModelTransfer transfer(manager, std::move(request), std::move(progress));
     std::stop_source over;
     logEscapes(watch(&transfer, std::move(clock), over.get_token()));
-    // From any thread; none that still runs outlives the transfer, since this goes before it.
+    // Runs on any thread. Destroyed before the transfer, so no callback outlives it.
     const std::stop_callback onStop(stop, [&transfer] {
         QMetaObject::invokeMethod(
             &transfer, [&transfer] { transfer.giveUp(QStringLiteral("Stopped.")); }, Qt::QueuedConnection);
@@ -102,7 +102,8 @@ QCoro::Task<void> ModelDownload::fetch(DownloadRequest request, Progress progres
         if (!outcome.error) {
             co_return;
         }
-        // Not whenever something came: a server that breaks off at the same place each time is no use.
+        // Only progress beyond the longest part so far counts: a server that always breaks off at the same place is of
+        // no use.
         if (const qint64 size = QFile(request.path).size(); size > longest) {
             longest = size;
             tries = 0;

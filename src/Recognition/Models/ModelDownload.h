@@ -14,32 +14,33 @@
 
 namespace talmo {
 
-/// What is to be fetched, and where to.
+/// What to download, and where to.
 struct DownloadRequest {
     QUrl address;
-    /// Grows while the download goes on and stays when it breaks off, so that the next one can go on from there. Beside
-    /// it lies a file that says what it is a part of.
+    /// The partial file: grows during the download and is kept if it is interrupted, so that the next one can resume. A
+    /// file beside it records which download it belongs to.
     QString path;
-    /// In bytes, where it is known; an answer of another size is refused.
+    /// In bytes, if known; a response of another size is refused.
     std::optional<qint64> size;
-    /// The content will be checked, so a part may be completed even where the server cannot say that it is the same.
+    /// The content's checksum will be verified, so a partial file may be resumed even if the server cannot confirm that
+    /// the content is unchanged.
     bool isChecked = false;
 };
 
-/// Fetches one large file over HTTPS, or over HTTP from this very machine. A connection that breaks off or says nothing
-/// for half a minute is made anew a few times and goes on where it ended. A thread with an event loop.
+/// Downloads one large file over HTTPS, or over HTTP from this machine. A connection that breaks, or is silent for 30
+/// seconds, is retried a few times and resumes where it stopped. A thread with an event loop.
 class ModelDownload {
 public:
-    /// Bytes on the disk so far, and of how many; none where the server does not say.
+    /// Bytes on disk so far, and in total; nullopt if the server does not tell.
     using Progress = std::function<void(qint64 done, std::optional<qint64> total)>;
 
     explicit ModelDownload(std::shared_ptr<Clock> clock);
 
-    /// Finishes when the whole file is there. Throws Error with what a person can do about it, Cancelled when a stop is
-    /// requested. What could be of use to the next try stays on the disk; of what cannot, nothing does.
+    /// Finishes when the file is complete. Throws Error with a message for the user, Cancelled if a stop is requested.
+    /// A partial file is kept only if the next attempt can resume it.
     QCoro::Task<void> fetch(DownloadRequest request, Progress progress, std::stop_token stop);
 
-    /// Removes what a download left at that path.
+    /// Removes the partial file at that path and its notes.
     static void discard(const QString &path);
 
 private:

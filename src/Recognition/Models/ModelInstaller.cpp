@@ -17,13 +17,13 @@ namespace {
 
 constexpr qint64 megabyte = 1000000;
 
-/// Models hardly shrink in an archive; what swells up like this is no model.
+/// Models hardly compress; an archive that expands by more than this factor is not a model.
 constexpr qint64 largestSwelling = 20;
 constexpr qint64 alwaysAllowed = 64 * megabyte;
 constexpr qint64 largestModel = 16000 * megabyte;
 constexpr int mostFiles = 2000;
 
-/// Passes on what can be seen: a change of phase, or another half of a percent.
+/// Passes on visible changes only: a new phase, or another 0.5 %.
 ModelInstaller::OnProgress throttled(ModelInstaller::OnProgress onProgress)
 {
     const auto last = std::make_shared<std::optional<ModelProgress>>();
@@ -43,7 +43,7 @@ void requireChecksum(const QString &path, const QByteArray &expected, const Mode
 {
     QFile file(path);
     if (!file.open(QFile::ReadOnly)) {
-        throw Error(QStringLiteral("%1 cannot be read: %2").arg(path, file.errorString()));
+        throw Error(QStringLiteral("The downloaded file cannot be read: %1").arg(file.errorString()));
     }
     QCryptographicHash hash(QCryptographicHash::Sha256);
     while (!file.atEnd()) {
@@ -55,12 +55,12 @@ void requireChecksum(const QString &path, const QByteArray &expected, const Mode
     }
     if (hash.result().toHex() != expected) {
         ModelDownload::discard(path);
-        throw Error(QStringLiteral("What came is not the model that was meant: its checksum is %1, it should be %2.")
+        throw Error(QStringLiteral("Checksum mismatch: expected %2, got %1.")
                         .arg(QString::fromLatin1(hash.result().toHex()), QString::fromLatin1(expected)));
     }
 }
 
-/// The folder with the model in it.
+/// Returns the folder with the model in it.
 QString unpack(const ModelStore &store, const QString &path, const ModelInstaller::OnProgress &onProgress,
                const std::stop_token &stop)
 {
@@ -77,7 +77,7 @@ QString unpack(const ModelStore &store, const QString &path, const ModelInstalle
     } catch (const Cancelled &) {
         throw;
     } catch (const Error &) {
-        ModelDownload::discard(path); // Fetched again it may be whole.
+        ModelDownload::discard(path); // A new download may be intact.
         throw;
     }
     return innermostFolder(workshop);
@@ -99,13 +99,13 @@ QString ModelProgress::description() const
                                  : QStringLiteral("%1 MB").arg(done / megabyte);
     switch (phase) {
     case Phase::Downloading:
-        return QStringLiteral("Downloading: ") + amount;
+        return QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Downloading: ")) + amount;
     case Phase::Checking:
-        return QStringLiteral("Checking");
+        return QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Verifying"));
     case Phase::Unpacking:
-        return QStringLiteral("Unpacking");
+        return QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Unpacking"));
     case Phase::Trying:
-        return QStringLiteral("Trying it");
+        return QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Testing"));
     }
     return {};
 }
@@ -119,7 +119,7 @@ ModelInstaller::ModelInstaller(ModelStore store, std::shared_ptr<Clock> clock, T
 
 QCoro::Task<void> ModelInstaller::install(ModelEntry entry, OnProgress onProgress, std::stop_token stop) const
 {
-    // Copies, since whoever owns this may be gone before the task is.
+    // Copies, since the installer may be destroyed before the task ends.
     const ModelStore store = m_store;
     const Try tryModel = m_try;
     const auto clock = m_clock;

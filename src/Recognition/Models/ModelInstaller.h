@@ -13,32 +13,32 @@
 
 namespace talmo {
 
-/// How far an installation has come.
+/// The progress of an installation.
 struct ModelProgress {
     enum class Phase { Downloading, Checking, Unpacking, Trying };
     Phase phase = Phase::Downloading;
-    /// Bytes; none where the whole is not known.
+    /// In bytes; `total` is nullopt if unknown.
     qint64 done = 0;
     std::optional<qint64> total;
 
-    /// From 0 to 1; none where the whole is not known.
+    /// From 0 to 1; nullopt if the total is unknown.
     std::optional<double> share() const;
     /// "Downloading: 12 of 120 MB"
     QString description() const;
 };
 
-/// Puts models of the catalogue into the store: download, checksum, unpacking, trial, and only then the model is seen.
-/// A thread with an event loop, which it holds up while it checks and unpacks.
+/// Installs models from the catalogue into the store: download, checksum, unpacking, test; only then does the model
+/// become visible. A thread with an event loop, which is blocked while verifying and unpacking.
 class ModelInstaller {
 public:
     using OnProgress = std::function<void(const ModelProgress &)>;
-    /// Throws Error when the recogniser cannot use the model in that folder. May take as long as loading it does.
+    /// Throws Error if the engine cannot use the model in that folder. May take as long as loading it.
     using Try = std::function<void(const QString &folder)>;
 
     ModelInstaller(ModelStore store, std::shared_ptr<Clock> clock, Try tryModel);
 
-    /// Throws Error with what a person can do about it, Cancelled when a stop is requested, on any
-    /// thread. What has been downloaded stays for the next try, unless it turned out to be of no use.
+    /// Throws Error with a message for the user; Cancelled if a stop is requested, on any thread. The download is kept
+    /// for the next attempt unless it turned out to be unusable.
     QCoro::Task<void> install(ModelEntry entry, OnProgress onProgress, std::stop_token stop) const;
 
     const ModelStore &store() const { return m_store; }

@@ -28,12 +28,12 @@ constexpr char discardedPattern[] = ".removed-*";
 void rename(const QString &from, const QString &to)
 {
     if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0) {
-        throw Error(QStringLiteral("%1 cannot be moved to %2: %3")
-                        .arg(from, to, QString::fromLocal8Bit(std::strerror(errno)))); // NOLINT: one thread writes.
+        const QString reason = QString::fromLocal8Bit(std::strerror(errno)); // NOLINT: one thread writes.
+        throw Error(QStringLiteral("The model's folder cannot be moved: %1").arg(reason));
     }
 }
 
-/// What an installation that failed, or a process that died in the middle, has left.
+/// Removes what a failed installation or a crashed process has left.
 void clearAway(const QString &folder)
 {
     const QDir models(folder);
@@ -46,7 +46,7 @@ void clearAway(const QString &folder)
 
 } // namespace
 
-/// Held while models are installed or removed; half-finished work is cleared away before and after.
+/// Held while models are installed or removed; removes leftovers before and after.
 class ModelStore::Lock {
 public:
     explicit Lock(QString folder)
@@ -55,9 +55,11 @@ public:
     {
         switch (m_file.outcome()) {
         case FileLock::Outcome::CannotOpen:
-            throw Error(QStringLiteral("%1 cannot be written.").arg(m_folder));
+            throw Error(QStringLiteral(QT_TRANSLATE_NOOP(
+                "Talmo", "Talmo cannot write to its folder for models. Check the folder's permissions.")));
         case FileLock::Outcome::HeldByAnother:
-            throw Error(QStringLiteral("Another model is being installed or removed."));
+            throw Error(QStringLiteral(QT_TRANSLATE_NOOP(
+                "Talmo", "Another model is being installed or removed. Try again when that has finished.")));
         case FileLock::Outcome::Locked:
             clearAway(m_folder);
         }
@@ -83,7 +85,7 @@ QString ModelStore::standardFolder()
 
 QStringList ModelStore::installed() const
 {
-    // An empty path would stand for wherever the program happens to run.
+    // An empty path would mean the current working directory.
     return m_folder.isEmpty() ? QStringList() : QDir(m_folder).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
 }
 
@@ -100,7 +102,7 @@ bool ModelStore::isInstalled(const QString &name) const
 void ModelStore::makeFolder() const
 {
     if (m_folder == standardFolder()) {
-        PrivateFile::makeFolder(QFileInfo(m_folder).path()); // All of it is Talmo's.
+        PrivateFile::makeFolder(QFileInfo(m_folder).path()); // The parent folder is Talmo's as well.
     }
     PrivateFile::makeFolder(m_folder);
 }
@@ -120,7 +122,7 @@ QString ModelStore::makeWorkshop() const
 {
     QTemporaryDir workshop(path(QStringLiteral(".unpacking-XXXXXX")));
     if (!workshop.isValid()) {
-        throw Error(QStringLiteral("No folder can be made in %1: %2").arg(m_folder, workshop.errorString()));
+        throw Error(QStringLiteral("No folder can be created for unpacking: %1").arg(workshop.errorString()));
     }
     workshop.setAutoRemove(false);
     return workshop.path();
@@ -130,7 +132,7 @@ void ModelStore::takeIn(const QString &unpacked, const QString &name) const
 {
     const QString place = path(name);
     if (QFileInfo(place).isSymLink()) {
-        QFile::remove(place); // The link alone: what it leads to is not Talmo's.
+        QFile::remove(place); // Only the link: its target is not Talmo's.
     } else if (QFileInfo::exists(place)) {
         rename(place, path(QStringLiteral(".removed-") + name));
     }
@@ -139,18 +141,20 @@ void ModelStore::takeIn(const QString &unpacked, const QString &name) const
 
 void ModelStore::remove(const QString &name) const
 {
-    // What is installed has a plain name, so nothing outside the folder is meant; but a link may lead there.
+    // Installed names contain no path separators, so nothing outside the folder is affected; but a link may lead there.
     if (!isInstalled(name)) {
-        throw Error(QStringLiteral("There is no model “%1” in %2.").arg(name, m_folder));
+        throw Error(QStringLiteral("The model “%1” is not installed.").arg(name));
     }
     if (QFileInfo(path(name)).isSymLink()) {
         throw Error(
-            QStringLiteral("“%1” is a link to a model elsewhere. Remove the link by hand: %2").arg(name, path(name)));
+            QStringLiteral(
+                "“%1” is a link to a model stored elsewhere. Delete the link in the folder for models yourself.")
+                .arg(name));
     }
     const QString discarded = path(QStringLiteral(".removed-") + name);
     rename(path(name), discarded);
     if (!QDir(discarded).removeRecursively()) {
-        throw Error(QStringLiteral("%1 cannot be removed altogether.").arg(discarded));
+        throw Error(QStringLiteral("Some files of the model “%1” could not be deleted.").arg(name));
     }
 }
 

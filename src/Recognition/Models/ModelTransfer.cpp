@@ -19,7 +19,7 @@ namespace talmo {
 
 namespace {
 
-/// No model is this large.
+/// In bytes; no model is this large.
 constexpr qint64 largestFile = qint64(8) * 1024 * 1024 * 1024;
 
 constexpr int okStatus = 200;
@@ -29,7 +29,7 @@ constexpr int requestTimeoutStatus = 408;
 constexpr int rangeNotSatisfiableStatus = 416;
 constexpr int firstServerError = 500;
 
-/// A part may be told from another one of the same name by one of these.
+/// Headers that identify a version of the file, best first.
 constexpr const char *validators[] = {"ETag", "Last-Modified"};
 
 QString readable(qint64 bytes)
@@ -40,13 +40,13 @@ QString readable(qint64 bytes)
 QNetworkProxy proxyFor(const QUrl &address)
 {
     if (address.scheme() == QStringLiteral("http")) {
-        return QNetworkProxy::NoProxy; // This very machine.
+        return QNetworkProxy::NoProxy; // This machine.
     }
     const auto proxies = QNetworkProxyFactory::systemProxyForQuery(QNetworkProxyQuery(address));
     return proxies.isEmpty() ? QNetworkProxy(QNetworkProxy::NoProxy) : proxies.first();
 }
 
-/// What is known of a part: the address, and the server's mark where it gave one. Empty where nothing is.
+/// The notes on a partial file: its address, and the server's validator, if any. Empty if there are none.
 QJsonObject readNotes(const QString &partPath)
 {
     QFile file(notesPath(partPath));
@@ -78,7 +78,7 @@ ModelTransfer::~ModelTransfer()
     }
 }
 
-/// Runs a step of the transfer; what it throws ends the transfer.
+/// Runs a step of the transfer; an exception ends the transfer.
 template <typename Step>
 void ModelTransfer::guarded(Step step)
 {
@@ -91,9 +91,9 @@ void ModelTransfer::guarded(Step step)
 
 void ModelTransfer::begin(QNetworkAccessManager &manager)
 {
-    // Unbuffered, so that a full disk is noticed where it happens.
+    // Unbuffered, so that a full disk is noticed at the write that fails.
     if (!m_file.open(QFile::ReadWrite | QFile::Unbuffered, PrivateFile::permissions)) {
-        throw Error(QStringLiteral("%1 cannot be written: %2").arg(m_request.path, m_file.errorString()));
+        throw Error(QStringLiteral("The download cannot be saved: %1").arg(m_file.errorString()));
     }
     const QJsonObject notes = readNotes(m_request.path);
     const QString validator = notes.value(QStringLiteral("validator")).toString();
@@ -109,7 +109,7 @@ void ModelTransfer::begin(QNetworkAccessManager &manager)
     request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("Talmo"));
-    // Sizes and places are those of the file itself.
+    // Sizes and offsets must be those of the file itself.
     request.setRawHeader("Accept-Encoding", "identity");
     if (m_file.size() > 0) {
         request.setRawHeader("Range", "bytes=" + QByteArray::number(m_file.size()) + "-");
@@ -125,7 +125,7 @@ void ModelTransfer::begin(QNetworkAccessManager &manager)
             Q_EMIT m_reply->redirectAllowed();
         } else {
             fail(std::make_exception_ptr(
-                Error(QStringLiteral("The server leads to %1, which is not safe.").arg(target.toString()))));
+                Error(QStringLiteral("Refused to follow a redirect to %1 (not HTTPS).").arg(target.toString()))));
         }
     });
     connect(m_reply, &QNetworkReply::readyRead, this, [this] { guarded([this] { read(); }); });
@@ -141,17 +141,18 @@ void ModelTransfer::fail(std::exception_ptr error)
 {
     m_completion->fail(std::move(error));
     if (m_reply != nullptr) {
-        m_reply->disconnect(this); // It is broken off with this, not in the middle of telling something.
+        // The destructor aborts the reply; aborting it within one of its signals is not safe.
+        m_reply->disconnect(this);
     }
 }
 
-/// Looks at the answer before anything of it goes into the file.
+/// Checks the response headers before anything is written to the file.
 void ModelTransfer::takeHeaders()
 {
     const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     switch (status) {
     case okStatus: {
-        // The whole file, whatever was asked for.
+        // The whole file, even if a range was requested.
         m_file.resize(0);
         m_file.seek(0);
         const auto length = m_reply->header(QNetworkRequest::ContentLengthHeader);
@@ -163,13 +164,14 @@ void ModelTransfer::takeHeaders()
         break;
     case rangeNotSatisfiableStatus:
         if (m_reply->rawHeader("Content-Range") == "bytes */" + QByteArray::number(m_file.size())) {
-            m_total = m_file.size(); // It was whole already.
+            m_total = m_file.size(); // The file was already complete.
             m_isWhole = true;
             break;
         }
-        throw PartIsUseless(QStringLiteral("The server has nothing that follows what is here."));
+        throw PartIsUseless(
+            QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The server cannot resume this download; starting over.")));
     default:
-        const QString what = QStringLiteral("The server answers: %1 %2.")
+        const QString what = QStringLiteral("The server returned an error: %1 %2.")
                                  .arg(status)
                                  .arg(m_reply->attribute(QNetworkRequest::HttpReasonPhraseAttribute).toString());
         if (status >= firstServerError || status == tooManyRequestsStatus || status == requestTimeoutStatus) {
@@ -188,7 +190,7 @@ void ModelTransfer::takeContinuation()
     static const QRegularExpression range(QStringLiteral("^bytes (\\d+)-\\d+/(\\d+|\\*)$"));
     const auto match = range.match(QString::fromLatin1(m_reply->rawHeader("Content-Range")));
     if (!match.hasMatch() || match.captured(1).toLongLong() != m_file.size()) {
-        throw PartIsUseless(QStringLiteral("The server goes on in another place than it was asked to."));
+        throw PartIsUseless(QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The server resumed at the wrong offset.")));
     }
     if (match.captured(2) != QStringLiteral("*")) {
         m_total = match.captured(2).toLongLong();
@@ -198,7 +200,7 @@ void ModelTransfer::takeContinuation()
 void ModelTransfer::checkTotal() const
 {
     if (m_total && m_request.size && *m_total != *m_request.size) {
-        throw Error(QStringLiteral("The server's file has %1 bytes; it should have %2. It is another one.")
+        throw Error(QStringLiteral("The file on the server has the wrong size: expected %2 bytes, got %1.")
                         .arg(*m_total)
                         .arg(*m_request.size));
     }
@@ -209,8 +211,7 @@ void ModelTransfer::checkSpace() const
     const qint64 needed = m_total.value_or(m_request.size.value_or(0)) - m_file.size();
     const qint64 free = QStorageInfo(QFileInfo(m_request.path).absolutePath()).bytesAvailable();
     if (free >= 0 && needed > free) {
-        throw Error(
-            QStringLiteral("The disk is too full: %1 are needed, %2 are free.").arg(readable(needed), readable(free)));
+        throw Error(QStringLiteral("Not enough disk space: %1 needed, %2 free.").arg(readable(needed), readable(free)));
     }
 }
 
@@ -219,7 +220,7 @@ void ModelTransfer::writeNotes() const
     QString validator;
     for (const char *name : validators) {
         const QString mark = QString::fromLatin1(m_reply->rawHeader(name));
-        const bool isWeak = mark.startsWith(QStringLiteral("W/")); // Not the same byte for byte.
+        const bool isWeak = mark.startsWith(QStringLiteral("W/")); // Does not guarantee byte-for-byte equality.
         validator = validator.isEmpty() && !isWeak ? mark : validator;
     }
     const QJsonObject notes{{QStringLiteral("address"), m_request.address.toString()},
@@ -234,14 +235,14 @@ void ModelTransfer::read()
     }
     const QByteArray bytes = m_reply->readAll();
     if (m_isWhole) {
-        return; // A page about the error.
+        return; // The body is an error page.
     }
     const auto limit = m_total ? m_total : m_request.size;
     if (m_file.size() + bytes.size() > limit.value_or(largestFile)) {
-        throw PartIsUseless(QStringLiteral("The server sends more than it said."));
+        throw PartIsUseless(QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The server sent more data than announced.")));
     }
     if (m_file.write(bytes) != bytes.size()) {
-        throw Error(QStringLiteral("The model cannot be written: %1").arg(m_file.errorString()));
+        throw Error(QStringLiteral("The download cannot be saved: %1").arg(m_file.errorString()));
     }
     m_activity += bytes.size();
     m_progress(m_file.size(), limit);
@@ -262,10 +263,11 @@ void ModelTransfer::end()
     }
     read();
     if (m_total && m_file.size() < *m_total) {
-        throw TransferBroken(QStringLiteral("The connection ended too early."));
+        throw TransferBroken(
+            QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The connection closed before the download was complete.")));
     }
     if (m_request.size && m_file.size() != *m_request.size) {
-        throw Error(QStringLiteral("The server's file has %1 bytes; it should have %2. It is another one.")
+        throw Error(QStringLiteral("The file on the server has the wrong size: expected %2 bytes, got %1.")
                         .arg(m_file.size())
                         .arg(*m_request.size));
     }

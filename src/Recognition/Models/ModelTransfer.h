@@ -14,30 +14,30 @@ class QNetworkAccessManager;
 
 namespace talmo {
 
-/// The connection failed in a way that may be over when it is tried again.
+/// The connection failed in a way that a retry may overcome.
 class TransferBroken : public Error {
 public:
     using Error::Error;
 };
 
-/// What is on the disk does not go with what the server has: to be tried again from the beginning.
+/// The partial file does not match the server's: retry from the beginning.
 class PartIsUseless : public Error {
 public:
     using Error::Error;
 };
 
-/// One answer of a server on its way into a file, from where the file ends. A thread with an event loop.
+/// One server response being appended to a file. A thread with an event loop.
 class ModelTransfer final : public QObject {
 public:
     ModelTransfer(QNetworkAccessManager &manager, DownloadRequest request, ModelDownload::Progress progress);
     ~ModelTransfer() override;
 
-    /// Finishes with the last byte on the disk; fails with TransferBroken, PartIsUseless, or Error for what no further
-    /// try can mend.
+    /// Finishes once the last byte is on disk; fails with TransferBroken, PartIsUseless, or Error if a retry cannot
+    /// help.
     QFuture<void> finished() { return m_completion->future(); }
-    /// Counts up with everything that arrives.
+    /// Increases with all data that arrives.
     qint64 activity() const { return m_activity; }
-    /// Breaks off, with TransferBroken.
+    /// Aborts with TransferBroken.
     void giveUp(const QString &why);
 
 private:
@@ -56,17 +56,17 @@ private:
     DownloadRequest m_request;
     ModelDownload::Progress m_progress;
     std::shared_ptr<Completion<void>> m_completion = Completion<void>::make();
-    QUrl m_place; ///< The address, or where the server has led since.
+    QUrl m_place; ///< The address, or the target of the last redirect.
     QFile m_file;
     QNetworkReply *m_reply = nullptr;
     std::optional<qint64> m_total;
     qint64 m_activity = 0;
     bool m_hasHeaders = false;
-    /// What is on the disk was all there is.
+    /// The partial file was already complete.
     bool m_isWhole = false;
 };
 
-/// The file beside a part.
+/// The notes beside a partial file.
 QString notesPath(const QString &partPath);
 
 } // namespace talmo

@@ -31,8 +31,9 @@ QFuture<void> SpeechModels::install(const ModelEntry &entry)
         if (m_installation->entry.id == entry.id) {
             return m_end;
         }
-        return failed<void>(
-            std::make_exception_ptr(Error(QStringLiteral("%1 is being installed.").arg(m_installation->entry.title))));
+        return failed<void>(std::make_exception_ptr(
+            Error(QStringLiteral("%1 is still being installed. Wait for it to finish, or cancel it.")
+                      .arg(m_installation->entry.title))));
     }
     m_stop = std::stop_source();
     setInstallation(Installation{entry, {}});

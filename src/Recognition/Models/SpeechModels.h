@@ -15,7 +15,7 @@
 
 namespace talmo {
 
-/// Installs and removes models, one at a time, on a thread of its own. Announces changes. Main thread.
+/// Installs and removes models, one at a time, on its own thread. Announces changes. Main thread.
 class SpeechModels final : public Observable {
     Q_OBJECT
 
@@ -26,17 +26,17 @@ public:
     };
 
     SpeechModels(ModelInstaller installer, ModelCatalogue catalogue);
-    /// Breaks off what is under way.
+    /// Cancels the current installation.
     ~SpeechModels() override;
 
     const ModelCatalogue &catalogue() const { return m_catalogue; }
     const ModelStore &store() const { return m_store; }
     std::optional<Installation> installation() const { return m_installation; }
-    /// What went wrong last; empty after something went well.
+    /// The last error; empty after a success.
     QString problem() const { return m_problem; }
 
-    /// Finishes when the model is installed; asked for the one that is under way, when that one is. Fails with Error,
-    /// or with Cancelled.
+    /// Finishes when the model is installed; a call for the model already being installed joins that installation.
+    /// Fails with Error or Cancelled.
     QFuture<void> install(const ModelEntry &entry);
     void cancel();
     QFuture<void> remove(const QString &name);

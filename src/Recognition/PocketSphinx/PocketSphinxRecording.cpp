@@ -8,22 +8,6 @@
 
 namespace talmo {
 
-namespace {
-
-// In samples. So much is enough for the first try to learn a microphone, and so much more for each other one.
-constexpr std::size_t firstLearning = std::size_t(RecordingDecoder::sampleRate) * 3 / 2;
-constexpr std::size_t learningStep = RecordingDecoder::sampleRate / 2;
-/// Who says nothing for so long is not waited for.
-constexpr std::size_t longestLearning = std::size_t(RecordingDecoder::sampleRate) * 6;
-constexpr std::size_t heldBlock = 2048;
-
-void append(std::vector<std::int16_t> &sound, std::span<const std::int16_t> samples)
-{
-    sound.insert(sound.end(), samples.begin(), samples.end());
-}
-
-} // namespace
-
 std::shared_ptr<NoiseReduction> MicrophoneKnowledge::noiseAround(const QString &name) const
 {
     auto &reduction = (*noise)[name];
@@ -37,15 +21,14 @@ PocketSphinxRecording::PocketSphinxRecording(std::shared_ptr<PocketSphinxDecoder
                                              const MicrophoneKnowledge &microphone, Publish publish)
     : m_pool(std::move(pool)),
       m_memory(microphone.memory),
-      m_publish(std::move(publish)),
+      m_transcript(std::move(publish)),
       m_microphoneName(microphone.currentName ? microphone.currentName() : QString()),
       m_noise(microphone.noiseAround(m_microphoneName)),
       m_reducesNoise(m_noise->isWorthwhile()),
       m_decoder(m_pool->take()),
-      m_isLearning(!m_decoder->setCepstralMean(m_memory->recall(soundName()))),
-      m_enough(firstLearning)
+      m_calibration(!m_decoder->setCepstralMean(m_memory->recall(soundName())))
 {
-    if (!m_isLearning) {
+    if (!m_calibration.isUnderWay()) {
         beginUtterance();
     }
 }
@@ -57,11 +40,11 @@ PocketSphinxRecording::~PocketSphinxRecording()
             m_decoder->endUtterance();
         }
     } catch (const Error &) {
-        generalLog().error("the recogniser did not recover and is loaded anew");
+        generalLog().error("the decoder did not recover and is reloaded");
         m_isBroken = true;
     }
     if (m_isBroken) {
-        m_pool->discard(std::move(m_decoder)); // It is loaded anew for the next recording.
+        m_pool->discard(std::move(m_decoder)); // The next recording loads another.
     } else {
         m_pool->giveBack(std::move(m_decoder));
     }
@@ -69,86 +52,61 @@ PocketSphinxRecording::~PocketSphinxRecording()
 
 void PocketSphinxRecording::process(std::span<const std::int16_t> samples)
 {
-    m_isBroken = true; // Until this has ended well.
+    m_isBroken = true; // Until this call succeeds.
     m_noise->measure(samples);
     const auto withoutNoise = m_noise->reduce(samples);
-    if (m_isLearning) {
-        learn(samples);
+    if (m_calibration.isUnderWay()) {
+        calibrate(samples);
     } else {
         listen(samples, withoutNoise);
     }
     m_isBroken = false;
 }
 
-/// Without its noise a microphone sounds like another one.
+/// With its noise taken out, a microphone is calibrated separately.
 QString PocketSphinxRecording::soundName() const
 {
     return m_reducesNoise ? m_microphoneName + QStringLiteral(" without noise") : m_microphoneName;
 }
 
-/// With a microphone that it does not know, the recogniser would need many seconds to adjust, and get the words until
-/// then wrong. So the first words are kept until they tell what it sounds like, and only then recognised.
-void PocketSphinxRecording::learn(std::span<const std::int16_t> samples)
+void PocketSphinxRecording::calibrate(std::span<const std::int16_t> samples)
 {
-    append(m_held, samples);
-    if (m_held.size() < m_enough) {
-        return;
-    }
-    m_enough += learningStep;
-    if (learnFromHeld() || m_held.size() >= longestLearning) {
-        endLearning();
+    if (m_calibration.hold(samples) && (calibrateFromHeld() || m_calibration.isExhausted())) {
+        endCalibration();
     }
 }
 
-bool PocketSphinxRecording::learnFromHeld()
+bool PocketSphinxRecording::calibrateFromHeld()
 {
     m_reducesNoise = m_noise->isWorthwhile();
-    return m_decoder->learnFrom(m_reducesNoise ? m_noise->reduce(m_held) : m_held);
+    if (m_reducesNoise) {
+        return m_decoder->learnFrom(m_noise->reduce(m_calibration.held()));
+    }
+    return m_decoder->learnFrom(m_calibration.held());
 }
 
-void PocketSphinxRecording::endLearning()
+void PocketSphinxRecording::endCalibration()
 {
-    m_isLearning = false;
     beginUtterance();
-    const auto held = std::exchange(m_held, {});
-    m_learntFrom = held.size();
-    for (std::size_t start = 0; start < held.size(); start += heldBlock) {
-        const auto block = std::span(held).subspan(start, std::min(heldBlock, held.size() - start));
-        listen(block, m_noise->reduce(block)); // Once more, now that the noise is known.
+    const auto held = m_calibration.finish();
+    m_calibratedWith = held.size();
+    constexpr std::size_t blockSize = 2048;
+    for (std::size_t start = 0; start < held.size(); start += blockSize) {
+        const auto block = std::span(held).subspan(start, std::min(blockSize, held.size() - start));
+        listen(block, m_noise->reduce(block)); // Reduced again, now that the noise is known.
     }
 }
 
 void PocketSphinxRecording::listen(std::span<const std::int16_t> samples, std::span<const std::int16_t> withoutNoise)
 {
-    const auto chosen = m_reducesNoise ? withoutNoise : samples;
-    m_decoder->process(chosen);
-    m_steadySound.add(samples);
-    append(m_utterance, chosen);
-    if (!m_reducesNoise) {
-        append(m_withoutNoise, withoutNoise);
-    }
-    const bool isInSpeech = m_decoder->isInSpeech();
-    const bool isPause = std::exchange(m_wasInSpeech, isInSpeech) && !isInSpeech;
-    if (isPause || isTimeToCut()) {
-        publishFinal(); // Settle what was said.
+    m_decoder->process(m_reducesNoise ? withoutNoise : samples);
+    m_sound.add(samples, withoutNoise, m_reducesNoise);
+    if (m_segmenter.endsHere(m_decoder->isInSpeech(), m_decoder->trailingSilence(), m_sound.length())) {
+        endUtterance();
         beginUtterance();
     } else {
-        publishVolatile();
+        m_transcript.publishVolatile(heard());
     }
-}
-
-/// The longer an utterance, the longer takes its end. Who speaks on and on takes breath at times, if only a little.
-bool PocketSphinxRecording::isTimeToCut() const
-{
-    struct Length {
-        std::size_t samples;
-        int silence; ///< In hundredths of a second.
-    };
-    constexpr auto second = std::size_t(sampleRate);
-    constexpr Length lengths[] = {{8 * second, 8}, {14 * second, 3}};
-    return std::any_of(std::begin(lengths), std::end(lengths), [this](const Length &length) {
-        return m_utterance.size() > length.samples && m_decoder->trailingSilence() >= length.silence;
-    });
 }
 
 void PocketSphinxRecording::beginUtterance()
@@ -157,66 +115,52 @@ void PocketSphinxRecording::beginUtterance()
     m_isInUtterance = true;
 }
 
-/// What the recogniser made of the sound since the last pause; nothing where that was music: it has no way to hear no
-/// words in it.
 QString PocketSphinxRecording::heard() const
 {
-    constexpr double onlyMusic = 0.75;
-    return m_steadySound.share() > onlyMusic ? QString() : m_decoder->hypothesis();
+    return m_sound.isMusic() ? QString() : m_decoder->hypothesis();
 }
 
-void PocketSphinxRecording::publishVolatile()
-{
-    const QString text = heard();
-    if (!text.isEmpty() && text != m_volatileText) {
-        m_volatileText = text;
-        m_publish({text, false});
-    }
-}
-
-void PocketSphinxRecording::publishFinal()
+void PocketSphinxRecording::endUtterance()
 {
     m_decoder->endUtterance();
     m_isInUtterance = false;
-    const auto learntFrom = std::exchange(m_learntFrom, 0);
-    const bool knowsMoreNow = learntFrom > 0 && m_utterance.size() > 2 * learntFrom;
-    if (!m_reducesNoise && m_noise->isWorthwhile()) {
-        m_reducesNoise = true; // It has become noisy here.
-        m_decoder->learnFrom(m_withoutNoise);
-        if (!heard().isEmpty()) {
-            m_decoder->processWhole(m_withoutNoise);
-        }
-    } else if (knowsMoreNow && !heard().isEmpty()) {
-        m_decoder->processWhole(m_utterance);
-    }
+    recogniseAgain();
     const QString text = heard();
-    m_steadySound.reset();
-    m_utterance.clear();
-    m_withoutNoise.clear();
-    if (!text.isEmpty()) {
-        m_hasHeardWords = true;
-        m_publish({text, true});
-    } else if (!m_volatileText.isEmpty()) {
-        m_publish({QString(), false}); // What was shown turned out to be no word.
+    m_sound.clear();
+    m_transcript.publishFinal(text);
+}
+
+/// Worth its time if the noise turned out to be loud, or most of the utterance came after the calibration.
+void PocketSphinxRecording::recogniseAgain()
+{
+    const auto calibratedWith = std::exchange(m_calibratedWith, 0);
+    const bool isBetterCalibrated = calibratedWith > 0 && m_sound.length() > 2 * calibratedWith;
+    if (!m_reducesNoise && m_noise->isWorthwhile()) {
+        m_reducesNoise = true;
+        m_decoder->learnFrom(m_sound.withoutNoise());
+        if (!heard().isEmpty()) {
+            m_decoder->processWhole(m_sound.withoutNoise());
+        }
+    } else if (isBetterCalibrated && !heard().isEmpty()) {
+        m_decoder->processWhole(m_sound.recognised());
     }
-    m_volatileText.clear();
 }
 
 void PocketSphinxRecording::finish()
 {
     m_isBroken = true;
-    if (m_isLearning) {
-        learnFromHeld();
-        endLearning();
+    if (m_calibration.isUnderWay()) {
+        calibrateFromHeld();
+        endCalibration();
     }
     if (const auto rest = m_noise->flush(); m_reducesNoise) {
         listen({}, rest);
     }
-    publishFinal();
-    if (m_hasHeardWords) {
+    endUtterance();
+    if (m_transcript.hasHeardWords()) {
         m_memory->remember(soundName(), m_decoder->cepstralMean());
     } else {
-        // What was no speech tells nothing of how speech sounds here.
+        // Only speech tells how speech sounds here.
         m_decoder->setCepstralMean(m_memory->recall(soundName()));
     }
     m_isBroken = false;

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "Recognition/PocketSphinx/MicrophoneCalibration.h"
 #include "Recognition/PocketSphinx/MicrophoneMemory.h"
 #include "Recognition/PocketSphinx/PocketSphinxDecoderPool.h"
+#include "Recognition/PocketSphinx/UtterancePublisher.h"
+#include "Recognition/PocketSphinx/UtteranceSegmenter.h"
+#include "Recognition/PocketSphinx/UtteranceSound.h"
 #include "Recognition/RecordingDecoder.h"
 #include "Recognition/Signal/NoiseReduction.h"
-#include "Recognition/Signal/SteadySound.h"
 
 #include <QString>
 
@@ -40,41 +43,31 @@ public:
 
 private:
     QString soundName() const;
-    void learn(std::span<const std::int16_t> samples);
-    bool learnFromHeld();
-    void endLearning();
+    void calibrate(std::span<const std::int16_t> samples);
+    bool calibrateFromHeld();
+    void endCalibration();
     void listen(std::span<const std::int16_t> samples, std::span<const std::int16_t> withoutNoise);
     void beginUtterance();
+    void endUtterance();
+    void recogniseAgain();
     QString heard() const;
-    void publishVolatile();
-    bool isTimeToCut() const;
-    void publishFinal();
 
     std::shared_ptr<PocketSphinxDecoderPool> m_pool;
     std::shared_ptr<MicrophoneMemory> m_memory;
-    Publish m_publish;
+    UtterancePublisher m_transcript;
     QString m_microphoneName;
     std::shared_ptr<NoiseReduction> m_noise;
-    /// What is recognised is what is left when the noise is gone.
+    /// The noise is taken out of what is recognised.
     bool m_reducesNoise;
     std::unique_ptr<PocketSphinxDecoder> m_decoder;
-    /// Something was refused, so nothing is known of the decoder's state.
+    /// The decoder refused something, so its state is unknown.
     bool m_isBroken = false;
     bool m_isInUtterance = false;
-    bool m_wasInSpeech = false;
-    bool m_hasHeardWords = false;
-    QString m_volatileText;
-    SteadySound m_steadySound;
-    /// The current utterance, as it is recognised.
-    std::vector<std::int16_t> m_utterance;
-    /// The same without noise, as long as it is recognised with it.
-    std::vector<std::int16_t> m_withoutNoise;
-    /// What was said to a microphone that is not known yet, kept until there is enough to know it by.
-    bool m_isLearning;
-    std::vector<std::int16_t> m_held;
-    /// In samples, of the utterance that goes on; nothing where the microphone was known.
-    std::size_t m_learntFrom = 0;
-    std::size_t m_enough;
+    MicrophoneCalibration m_calibration;
+    /// In samples, of the current utterance; 0 for a known microphone.
+    std::size_t m_calibratedWith = 0;
+    UtteranceSegmenter m_segmenter;
+    UtteranceSound m_sound;
 };
 
 } // namespace talmo

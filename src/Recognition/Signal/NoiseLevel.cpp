@@ -7,7 +7,7 @@ namespace talmo {
 
 namespace {
 
-constexpr std::size_t frameLength = 320; // In samples: a fiftieth of a second.
+constexpr std::size_t frameLength = 320; // In samples: 20 ms.
 constexpr double fewestFrames = 50;
 constexpr double mostFrames = 1500;
 constexpr double asInAQuietRoom = 60;
@@ -27,7 +27,7 @@ void NoiseLevel::add(std::span<const std::int16_t> samples)
 
 void NoiseLevel::takeFrame()
 {
-    double power = 1; // Below what a sample can tell.
+    double power = 1; // Below the resolution of a sample.
     for (const double sample : m_frame) {
         power += sample * sample / frameLength;
     }
@@ -57,7 +57,7 @@ double NoiseLevel::voiceAboveNoise() const
         }
         return static_cast<double>(level);
     };
-    // Nobody speaks all the time, and nobody is silent all the time while the key is held.
+    // While the key is held, the user neither speaks nor pauses all the time.
     constexpr double quietShare = 0.1;
     constexpr double loudShare = 0.9;
     return levelOf(loudShare) - levelOf(quietShare);

@@ -7,20 +7,20 @@
 
 namespace talmo {
 
-/// How much louder a voice is than what is heard between its words.
+/// Estimates the signal-to-noise ratio: how much louder the voice is than the sound between words.
 class NoiseLevel {
 public:
-    /// One channel, 16,000 samples a second.
+    /// One channel at 16 kHz.
     void add(std::span<const std::int16_t> samples);
-    /// Decibels between the loud and the quiet moments of the last half minute or so: about 20 where the words can
-    /// hardly be made out, 50 in a quiet room. As in a quiet room while there is too little to tell.
+    /// Decibels between the loud and the quiet moments of about the last 30 seconds: roughly 20 if words are barely
+    /// intelligible, 50 in a quiet room. A quiet room is assumed until there is enough audio to tell.
     double voiceAboveNoise() const;
 
 private:
     void takeFrame();
 
     std::vector<std::int16_t> m_frame;
-    /// How many frames were how loud, in decibels; those from long ago count for less.
+    /// Histogram of frame levels in decibels; old frames count for less.
     std::array<double, 96> m_frames{};
     double m_count = 0;
 };

@@ -19,7 +19,7 @@ constexpr std::size_t frameLength = sampleRate / 100;
 void require(int result)
 {
     if (result != webrtc::AudioProcessing::kNoError) {
-        throw Error(QStringLiteral("The noise reduction failed with error %1.").arg(result));
+        throw Error(QStringLiteral("Noise reduction failed (error %1).").arg(result));
     }
 }
 
@@ -34,7 +34,7 @@ NoiseReduction::NoiseReduction()
     : m_filter(std::make_unique<Filter>())
 {
     auto *suppression = m_filter->processing->noise_suppression();
-    // The next stronger one took more words away with the noise, the weaker ones left more of it.
+    // The next higher level removed more words along with the noise; lower ones left more noise.
     require(suppression->set_level(webrtc::NoiseSuppression::kHigh));
     require(suppression->Enable(true));
 }
@@ -69,7 +69,7 @@ std::vector<std::int16_t> NoiseReduction::flush()
 void NoiseReduction::measure(std::span<const std::int16_t> samples)
 {
     m_level.add(samples);
-    // Decibels. Between the two it stays as it is, so that it does not change with every sentence.
+    // Decibels. Between the two the state is kept, so that it does not change with every sentence.
     constexpr double littleNoise = 34;
     constexpr double muchNoise = 30;
     const double above = m_level.voiceAboveNoise();

@@ -9,25 +9,25 @@
 
 namespace talmo {
 
-/// Takes steady noise, such as a fan's, out of what a microphone hears. What it has learnt about the noise it keeps
-/// from one recording to the next. Not thread-safe.
+/// Removes steady noise, such as a fan's, from microphone audio. Its noise estimate carries over from one recording to
+/// the next. Not thread-safe.
 class NoiseReduction {
 public:
-    /// Throws Error when the library refuses.
+    /// Throws Error if the library reports one.
     NoiseReduction();
     ~NoiseReduction();
     NoiseReduction(const NoiseReduction &) = delete;
     NoiseReduction &operator=(const NoiseReduction &) = delete;
 
-    /// One channel, 16,000 samples a second. Returns it in whole hundredths of a second; the rest comes with the next.
+    /// One channel at 16 kHz. Returns whole 10 ms frames; the remainder is returned by the next call.
     std::vector<std::int16_t> reduce(std::span<const std::int16_t> samples);
-    /// The rest, filled up with silence.
+    /// The remainder, padded with silence to a whole frame.
     std::vector<std::int16_t> flush();
 
-    /// Takes what was heard into account for `isWorthwhile`.
+    /// Updates isWorthwhile() from microphone audio.
     void measure(std::span<const std::int16_t> samples);
-    /// Whether there is so much noise that words are told better without it. Where there is little, they are told
-    /// worse: something of the voice always goes with the noise.
+    /// Whether there is enough noise for its removal to improve recognition. With little noise it makes recognition
+    /// worse, since part of the voice is always removed as well.
     bool isWorthwhile() const { return m_isWorthwhile; }
 
 private:

@@ -12,15 +12,15 @@ namespace talmo {
 
 namespace {
 
-constexpr std::size_t frameLength = 2048; // An eighth of a second, so that tones eight hertz apart are two.
+constexpr std::size_t frameLength = 2048; // 128 ms, which separates tones 8 Hz apart.
 constexpr std::size_t step = 512;
 constexpr std::size_t places = frameLength / 2 + 1;
 /// In frames: 0.7 seconds.
 constexpr int steadyLength = 22;
-/// What is weaker than this beside the strongest is no tone of its own.
+/// Relative to the strongest peak; weaker peaks do not count as tones.
 constexpr double weakest = 1e-3;
 
-/// The library makes plans one at a time.
+/// FFTW's planner is not thread-safe.
 std::mutex &planning()
 {
     static std::mutex mutex;
@@ -83,7 +83,7 @@ void SteadySound::takeFrame()
     fftwf_execute(m_transform->plan);
     for (std::size_t place = 0; place < places; ++place) {
         const auto &value = m_transform->output[place];
-        // High sound counts for more, as it does for the ear: a hum is no music.
+        // Weighted by frequency, roughly as the ear does, so that a hum does not count as music.
         m_spectrum[place] = (static_cast<double>(value[0]) * static_cast<double>(value[0]) +
                              static_cast<double>(value[1]) * static_cast<double>(value[1])) *
                             static_cast<double>(place);
@@ -99,7 +99,7 @@ void SteadySound::takeFrame()
         };
         if (const auto before = std::find_if(m_tones.begin(), m_tones.end(), isSame); before != m_tones.end()) {
             tone = {place, before->firstPlace, before->frames + 1, before->strength + strength};
-            before->frames = 0; // Goes on as this one.
+            before->frames = 0; // Continued by `tone`.
         }
         tones.push_back(tone);
     }

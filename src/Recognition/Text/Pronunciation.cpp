@@ -16,11 +16,11 @@ namespace talmo {
 
 namespace {
 
-/// The letter-to-sound library's phones are those of the recogniser's model, but for these.
+/// The letter-to-sound library uses the engine's phones except for these.
 QByteArray recogniserPhone(QByteArray phone)
 {
     while (!phone.isEmpty() && phone.back() >= '0' && phone.back() <= '9') {
-        phone.chop(1); // The stress.
+        phone.chop(1); // The stress mark.
     }
     static const QHash<QByteArray, QByteArray> others{{"ax", "AH"},   {"axr", "ER"},  {"dx", "T"},  {"el", "AH L"},
                                                       {"em", "AH M"}, {"en", "AH N"}, {"ix", "IH"}, {"nx", "N"},
@@ -30,7 +30,7 @@ QByteArray recogniserPhone(QByteArray phone)
 
 QByteArray byLetters(const QString &word)
 {
-    static std::mutex mutex; // The library keeps its state in globals.
+    static std::mutex mutex; // The library keeps its state in global variables.
     const std::lock_guard lock(mutex);
     static const cst_lexicon *lexicon = cmu_lex_init();
     const QByteArray spelling = word.toLatin1();
@@ -46,7 +46,7 @@ QByteArray byLetters(const QString &word)
     return result.join(' ');
 }
 
-/// Accents tell nothing to a library that knows English letters only.
+/// The library knows English letters only.
 QString withoutAccents(const QString &word)
 {
     QString plain;
@@ -54,7 +54,7 @@ QString withoutAccents(const QString &word)
         if (character.unicode() < 0x80 && character.isLetterOrNumber()) {
             plain.append(character);
         } else if (character == QChar(0x142) || character == QChar(0x141)) {
-            plain.append(QLatin1Char('l')); // A letter of its own, which does not come apart.
+            plain.append(QLatin1Char('l')); // “ł” has no decomposition.
         }
     }
     return plain;
@@ -103,7 +103,7 @@ QByteArray Pronunciation::ofPart(const QString &part) const
         return known;
     }
     const QString plain = withoutAccents(part);
-    // "NGO" and "SQL" are said letter by letter.
+    // "NGO" and "SQL" are spelled out letter by letter.
     static const QRegularExpression vowel(QStringLiteral("[AEIOUY]"));
     const bool isSpelledOut = plain.size() > 1 && plain == plain.toUpper() && !plain.contains(vowel);
     if (!isSpelledOut) {

@@ -10,21 +10,21 @@
 
 namespace talmo {
 
-/// How words are said, in the recogniser's phones.
+/// Pronounces words in the engine's phones.
 class Pronunciation {
 public:
-    /// The phones of a plain lower-case word that the recogniser's dictionary knows; empty when it does not.
+    /// The phones of a plain lower-case word in the engine's dictionary; empty if the word is not listed.
     using Lookup = std::function<QByteArray(const QString &word)>;
-    /// By the spelling, without regard to case: the words that it sounds like.
+    /// Maps a lower-case spelling to the words that it sounds like.
     using SoundsLike = QHash<QString, QString>;
 
     Pronunciation(Lookup lookup, SoundsLike soundsLike);
 
-    /// The phones of a word or phrase as people spell it, such as "CloudFormation"; empty when nothing in it can be
-    /// said.
+    /// The phones of a word or phrase as people spell it, such as "CloudFormation"; empty if nothing in it can be
+    /// pronounced.
     QByteArray of(const QString &spelling) const;
 
-    /// Reads lines such as "Nguyen = win". What is no such line is left out.
+    /// Reads lines such as "Nguyen = win"; other lines are ignored.
     static SoundsLike readSoundsLike(const QString &path);
 
 private:
@@ -34,7 +34,7 @@ private:
     SoundsLike m_soundsLike;
 };
 
-/// The user's own words.
+/// The user's custom vocabulary.
 struct PersonalVocabulary {
     /// As the user spells them.
     QStringList words;
@@ -43,7 +43,7 @@ struct PersonalVocabulary {
     bool operator==(const PersonalVocabulary &) const = default;
 };
 
-/// The words that a spelling is made of: at blanks and signs, and where a small letter meets a capital one.
+/// The spoken words in a spelling: split at blanks and symbols, and between a lower-case and an upper-case letter.
 QStringList spokenParts(const QString &spelling);
 
 } // namespace talmo

@@ -32,8 +32,8 @@ QStringList listRequests()
     return all;
 }
 
-/// How a word is said: "cloud formation" for "CloudFormation". Where more than letters would be lost on the way, as of
-/// "C++", it is what is written.
+/// The spoken form of a word: "cloud formation" for "CloudFormation". If splitting would drop more than blanks, as for
+/// "C++", the spelling itself.
 QString spokenForm(const QString &word)
 {
     const QStringList parts = spokenParts(word);
@@ -66,7 +66,7 @@ PersonalSpelling::PersonalSpelling(const QStringList &words)
             m_words.append({spoken, spelled, phrases(QStringLiteral("(?<![\\w'])(?:%1)(?!\\w)"), {spoken, spelled})});
         }
     }
-    // The longer first, or "Rust" would be found within "Rust Belt".
+    // Longest first, or "Rust" would be found within "Rust Belt".
     std::sort(m_words.begin(), m_words.end(), [](const Word &left, const Word &right) {
         return std::pair(-left.spoken.size(), left.spoken) < std::pair(-right.spoken.size(), right.spoken);
     });

@@ -7,21 +7,21 @@
 
 namespace talmo {
 
-/// What a model says, made fit for what comes behind it.
+/// Normalises a model's output for the steps that follow.
 ///
-/// Some models know capitals only; shouted text is nobody's wish. Others punctuate by themselves, spoken commands
-/// included: "milk, new line, eggs" would leave a comma at the beginning of a line, so the marks around a command go
-/// with it, but for the end of a sentence before it. Everything else stays as the model wrote it.
+/// Some models output capitals only; that is turned into lower case. Others punctuate by themselves, spoken commands
+/// included: "milk, new line, eggs" would leave a comma at the beginning of a line, so the marks around a command are
+/// removed, except for the end of a sentence before it. Everything else stays as the model wrote it.
 QString tidied(const QString &text);
 
-/// The user's own words as the user spells them, wherever they were heard.
+/// Spells the words of the custom vocabulary as the user does.
 class PersonalSpelling {
 public:
     explicit PersonalSpelling(const QStringList &words);
 
     QString applied(QString text) const;
 
-    /// The words as they are spoken, in small letters: "cloud formation" for "CloudFormation".
+    /// The words as they are spoken, in lower case: "cloud formation" for "CloudFormation".
     QStringList spokenForms() const;
 
 private:

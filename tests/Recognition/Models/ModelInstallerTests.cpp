@@ -251,10 +251,10 @@ TEST_F(ModelInstallerTest, rejectsWrongSize)
 {
     auto wanted = measured(u"/good.zip"_s);
     wanted.size = *wanted.size + 1;
-    EXPECT_THAT(install(wanted).toStdString(), HasSubstr("It is another one"));
+    EXPECT_THAT(install(wanted).toStdString(), HasSubstr("wrong size"));
     expectNothing();
     wanted.size = *wanted.size - 2;
-    EXPECT_THAT(install(wanted).toStdString(), HasSubstr("It is another one"));
+    EXPECT_THAT(install(wanted).toStdString(), HasSubstr("wrong size"));
     expectNothing();
 }
 
@@ -271,7 +271,7 @@ TEST_F(ModelInstallerTest, rejectsWrongChecksum)
 {
     auto wanted = measured(u"/good.zip"_s);
     wanted.sha256[0] = wanted.sha256[0] == '0' ? '1' : '0';
-    EXPECT_THAT(install(wanted).toStdString(), HasSubstr("checksum"));
+    EXPECT_THAT(install(wanted).toStdString(), HasSubstr("Checksum mismatch"));
     expectNothing();
 }
 
@@ -285,7 +285,7 @@ TEST_F(ModelInstallerTest, reportsUnreachableServerAfterRetries)
 
 TEST_F(ModelInstallerTest, refusesUnsafeRedirect)
 {
-    EXPECT_THAT(install(entry(u"/good.zip?to=http://example.org/x"_s)).toStdString(), HasSubstr("not safe"));
+    EXPECT_THAT(install(entry(u"/good.zip?to=http://example.org/x"_s)).toStdString(), HasSubstr("not HTTPS"));
     EXPECT_THAT(install(entry(u"/good.zip?to=file:///etc/passwd"_s)).toStdString(), testing::Not(testing::IsEmpty()));
     expectNothing();
     EXPECT_EQ(install(entry(u"/x?to="_s + server->address(u"/good.zip"_s))), QString());
@@ -326,7 +326,7 @@ TEST_F(ModelInstallerTest, fullDiskIsReportedAndCleanedUp)
     const QString problem = install(entry(u"/large.bin"_s));
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
     std::signal(SIGXFSZ, handler);
-    EXPECT_THAT(problem.toStdString(), StartsWith("The model cannot be written: "));
+    EXPECT_THAT(problem.toStdString(), StartsWith("The download cannot be saved: "));
     expectNothing();
 }
 

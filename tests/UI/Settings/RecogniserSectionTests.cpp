@@ -72,7 +72,7 @@ TEST_F(RecogniserSectionTest, showsChoiceMadeElsewhere)
 
 TEST_F(RecogniserSectionTest, showsLicenceBeforeInstallation)
 {
-    EXPECT_TRUE(texts().contains(u"Your own words as hot words."_s));
+    EXPECT_TRUE(texts().contains(u"Favours the words in your dictionary."_s));
     EXPECT_TRUE(texts().contains(u"Apache-2.0"_s));
     EXPECT_EQ(button().text(), u"Install"_s);
     button().click();
@@ -113,12 +113,12 @@ TEST_F(RecogniserSectionTest, showsInstallationProgressAndCancels)
 
 TEST_F(RecogniserSectionTest, showsError)
 {
-    settings->wrongInstallation = u"The disk is too full."_s;
+    settings->wrongInstallation = u"Not enough disk space."_s;
     changed();
-    EXPECT_TRUE(texts().contains(u"The disk is too full."_s));
+    EXPECT_TRUE(texts().contains(u"Not enough disk space."_s));
     settings->wrongInstallation.clear();
     changed();
-    EXPECT_FALSE(texts().contains(u"The disk is too full."_s));
+    EXPECT_FALSE(texts().contains(u"Not enough disk space."_s));
 }
 
 TEST_F(RecogniserSectionTest, withoutLibraryModelsCanOnlyBeRemoved)

@@ -21,7 +21,7 @@ namespace {
 /// All source texts of the catalogue, in order.
 QStringList catalogueSources()
 {
-    QFile file(QStringLiteral(TALMO_SOURCE "/src/Platform/Linux/Wording/talmo_en.ts"));
+    QFile file(QStringLiteral(TALMO_SOURCE "/src/Platform/Linux/System/Wording/talmo_en.ts"));
     EXPECT_TRUE(file.open(QFile::ReadOnly));
     QXmlStreamReader reader(&file);
     QStringList sources;

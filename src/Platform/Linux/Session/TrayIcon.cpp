@@ -2,8 +2,6 @@
 
 #include "Base/Log.h"
 #include "Platform/Linux/Session/TrayInk.h"
-#include "Platform/Linux/X11/XConnection.h"
-#include "Platform/Linux/X11/XProperty.h"
 #include "UI/Style/Symbol.h"
 
 #include <QApplication>
@@ -13,7 +11,6 @@
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 
-#include <cstring>
 #include <utility>
 
 namespace talmo {
@@ -22,65 +19,17 @@ namespace {
 
 const QString notifierWatcher = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString notifierWatcherPath = QStringLiteral("/StatusNotifierWatcher");
-const char *const trayAtom = "_NET_SYSTEM_TRAY_S0";
-
-/// The window of the tray that icons are embedded into, if there is one.
-xcb_window_t embedder()
-{
-    auto *connection = applicationConnection();
-    const auto cookie = xcb_get_selection_owner(connection, applicationAtom(trayAtom));
-    const XcbPtr<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(connection, cookie, nullptr));
-    return reply ? reply->owner : XCB_NONE;
-}
-
-/// The window into which Qt draws an embedded icon; none while it is not embedded anywhere.
-xcb_window_t embeddedIcon()
-{
-    for (const auto *widget : QApplication::topLevelWidgets()) {
-        if (widget->inherits("QSystemTrayIconSys") && widget->isVisible()) {
-            return static_cast<xcb_window_t>(widget->winId());
-        }
-    }
-    return XCB_NONE;
-}
-
-/// What the tray shows in a corner of the icon, where nothing is drawn: read from the tray's own window, since
-/// something else may lie over it on the screen. None when the tray itself is translucent.
-std::optional<QColor> groundOfEmbeddedIcon()
-{
-    auto *connection = applicationConnection();
-    const auto icon = embeddedIcon();
-    const XcbPtr<xcb_query_tree_reply_t> tree(
-        icon != XCB_NONE ? xcb_query_tree_reply(connection, xcb_query_tree(connection, icon), nullptr) : nullptr);
-    if (!tree || tree->parent == tree->root) {
-        return std::nullopt;
-    }
-    constexpr quint32 allPlanes = ~quint32(0);
-    const auto cookie = xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, tree->parent, 0, 0, 1, 1, allPlanes);
-    const XcbPtr<xcb_get_image_reply_t> image(xcb_get_image_reply(connection, cookie, nullptr));
-    QRgb pixel = 0;
-    if (!image || xcb_get_image_data_length(image.get()) < int(sizeof(pixel))) {
-        return std::nullopt;
-    }
-    std::memcpy(&pixel, xcb_get_image_data(image.get()), sizeof(pixel));
-    constexpr int translucentDepth = 32;
-    constexpr int halfOpaque = 128;
-    const bool isSeenThrough = image->depth == translucentDepth && qAlpha(pixel) < halfOpaque;
-    return isSeenThrough ? std::nullopt : std::optional(QColor(pixel));
-}
-
 } // namespace
 
-TrayIcon::TrayIcon()
+TrayIcon::TrayIcon(std::shared_ptr<TrayEmbedding> embedding)
+    : m_embedding(std::move(embedding))
 {
-    QCoreApplication::instance()->installNativeEventFilter(this);
+    if (m_embedding) {
+        connect(m_embedding.get(), &TrayEmbedding::trayAppeared, this, &TrayIcon::askForEmbedder, Qt::QueuedConnection);
+        connect(m_embedding.get(), &TrayEmbedding::exposed, this, &TrayIcon::readBackground);
+    }
     watchNotifierHosts();
     askForNotifierHost();
-}
-
-TrayIcon::~TrayIcon()
-{
-    QCoreApplication::instance()->removeNativeEventFilter(this);
 }
 
 void TrayIcon::watchNotifierHosts()
@@ -119,31 +68,27 @@ void TrayIcon::askForNotifierHost()
 
 void TrayIcon::askForEmbedder()
 {
-    if (embedder() != XCB_NONE) {
+    if (m_embedding && m_embedding->hasTray()) {
         create();
     } else if (!m_icon && !std::exchange(m_saidThatThereIsNone, true)) {
         generalLog().info("there is no tray for the icon yet; starting Talmo again opens its settings");
     }
 }
 
-/// A tray that comes says so to everybody. An icon that has just come into a tray is told to draw itself.
-bool TrayIcon::nativeEventFilter(const QByteArray & /*eventType*/, void *message, qintptr * /*result*/)
+/// Once the icon lies in its place. On a later turn: it is being drawn now.
+void TrayIcon::readBackground()
 {
-    const auto *event = static_cast<const xcb_generic_event_t *>(message);
-    constexpr quint8 sentBySomebody = 0x80;
-    const int type = event->response_type & ~sentBySomebody;
-    if (type == XCB_EXPOSE && m_isGroundWanted && !m_icon->geometry().isEmpty()) {
-        m_isGroundWanted = false;
-        QMetaObject::invokeMethod(this, [this] { lookAtTheGround(); }, Qt::QueuedConnection);
+    if (!m_isGroundWanted || !m_icon || m_icon->geometry().isEmpty()) {
+        return;
     }
-    if (type == XCB_CLIENT_MESSAGE) {
-        const auto *announcement = static_cast<const xcb_client_message_event_t *>(message);
-        if (announcement->type == applicationAtom("MANAGER") &&
-            announcement->data.data32[1] == applicationAtom(trayAtom)) {
-            QMetaObject::invokeMethod(this, [this] { askForEmbedder(); }, Qt::QueuedConnection);
-        }
-    }
-    return false;
+    m_isGroundWanted = false;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_ground = m_embedding->background();
+            redraw();
+        },
+        Qt::QueuedConnection);
 }
 
 void TrayIcon::create()
@@ -169,19 +114,9 @@ void TrayIcon::create()
     m_icon->show();
 }
 
-void TrayIcon::lookAtTheGround()
-{
-    m_ground = groundOfEmbeddedIcon();
-    redraw();
-}
-
 QColor TrayIcon::ink() const
 {
-    const auto tray = embedder();
-    const auto colours =
-        tray != XCB_NONE
-            ? xNumbers(xProperty(applicationConnection(), tray, applicationAtom("_NET_SYSTEM_TRAY_COLORS")))
-            : QList<quint32>();
+    const auto colours = m_embedding ? m_embedding->colours() : QList<quint32>();
     const auto scheme = Appearance::scheme(QApplication::palette());
     return trayInk(colours, m_ground, qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':')), scheme);
 }

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "Platform/Linux/Session/TrayEmbedding.h"
 #include "UI/Menu/StatusItem.h"
 
-#include <QAbstractNativeEventFilter>
 #include <QColor>
 #include <QMenu>
 #include <QObject>
@@ -14,10 +14,10 @@ namespace talmo {
 
 /// The icon in the desktop's tray, by StatusNotifierItem where a host for that runs, else by XEmbed. A tray that comes
 /// after Talmo is used as soon as it is there. Nothing here waits for an answer over D-Bus.
-class TrayIcon final : public QObject, public StatusItem, private QAbstractNativeEventFilter {
+class TrayIcon final : public QObject, public StatusItem {
 public:
-    TrayIcon();
-    ~TrayIcon() override;
+    /// `embedding`: null on desktops without that kind of tray.
+    explicit TrayIcon(std::shared_ptr<TrayEmbedding> embedding);
 
     void setSymbol(const QString &symbol) override;
     void setMenu(const MenuContents &contents) override;
@@ -29,16 +29,16 @@ public:
     void redraw();
 
 private:
-    bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
     void watchNotifierHosts();
     void askForNotifierHost();
     void askForEmbedder();
     void create();
-    void lookAtTheGround();
+    void readBackground();
     QColor ink() const;
     void addEntry(const MenuEntry &entry);
     void addNote(const QString &text);
 
+    std::shared_ptr<TrayEmbedding> m_embedding;
     QString m_symbol;
     QString m_toolTip;
     std::function<void(std::optional<QRect>)> m_onActivated;

@@ -1,0 +1,101 @@
+#include "Main/Services.h"
+
+#include "Input/Audio/SpeexAudioConverter.h"
+#include "Input/Hotkey/GlobalHotkeyManager.h"
+#include "Insertion/ClipboardPasteInsertionService.h"
+#include "Insertion/PasswordFieldGuard.h"
+#include "Insertion/QueuedInsertionService.h"
+#include "Insertion/UnobstructedInsertionService.h"
+#include "Insertion/VerifiedInsertionService.h"
+#include "Platform/Linux/Session/DesktopSettingsOpener.h"
+#include "Platform/Linux/Sound/PulsePreroll.h"
+#include "Platform/Linux/System/LinuxAuthorizationSource.h"
+#include "Settings/TalmoSettings.h"
+#include "Speech/SpeechTranscriptionService.h"
+#include "UI/Overlay/RecordingOverlayController.h"
+
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+std::shared_ptr<PermissionsManager> makePermissions(const ServiceParts &parts)
+{
+    const auto authorization = std::make_shared<LinuxAuthorizationSource>(
+        [engine = parts.audioEngine] { return engine->isAccessRefused(); },
+        [engine = parts.audioEngine, executor = parts.executors.speech] {
+            return executor->call([engine] { return engine->askForAccess(); });
+        });
+    const auto permissions = std::make_shared<PermissionsManager>(authorization, parts.desktop->inputTrust,
+                                                                  std::make_shared<DesktopSettingsOpener>());
+    // A program without windows is never activated, so the next press would still find the old answer.
+    parts.audioEngine->setOnAccessChanged([weak = std::weak_ptr(permissions), executor = parts.executors.main] {
+        executor->post([weak] {
+            if (const auto manager = weak.lock()) {
+                manager->refresh();
+            }
+        });
+    });
+    return permissions;
+}
+
+std::shared_ptr<TextInsertionService> makeInsertion(const ServiceParts &parts)
+{
+    const Desktop &desktop = *parts.desktop;
+    const auto pasting = std::make_shared<ClipboardPasteInsertionService>(desktop.pasteboard, desktop.keyPoster,
+                                                                          desktop.inputTrust, parts.clock);
+    const auto verified = std::make_shared<VerifiedInsertionService>(pasting, desktop.pasteWitness);
+    const auto guarded =
+        std::make_shared<PasswordFieldGuard>(verified, desktop.focusedField, parts.clock, parts.guardsPasswordFields);
+    const auto unobstructed = std::make_shared<UnobstructedInsertionService>(guarded, parts.clearTheWay);
+    return std::make_shared<QueuedInsertionService>(unobstructed);
+}
+
+} // namespace
+
+Services::Services(const ServiceParts &parts)
+    : permissions(makePermissions(parts)),
+      recorder(std::make_shared<AudioRecorder>(parts.audioEngine)),
+      transcription(std::make_shared<SpeechTranscriptionService>(
+          parts.speech, std::make_shared<SpeexAudioConverterFactory>(), parts.executors.speech, parts.executors.main)),
+      cleanup(std::make_shared<TextCleanupService>(parts.executors.cleanup, parts.languageModel)),
+      // Else the model would go on thinking, for nobody.
+      interruptibleCleanup(std::make_shared<InterruptibleCleanupService>(
+          cleanup, [model = parts.languageModel] { model->cancelRequests(); })),
+      preroll(std::make_shared<PulsePreroll>(parts.audioEngine, parts.executors.speech)),
+      notice(std::make_shared<DictationNotice>()),
+      gestures(std::make_shared<DeferringHotkeyService>(DeferringHotkeyService::Parts{
+          std::make_shared<GlobalHotkeyManager>(parts.desktop->eventMonitor, parts.desktop->inputTrust, parts.clock,
+                                                parts.executors.main),
+          preroll, interruptibleCleanup, notice, parts.clock})),
+      insertion(makeInsertion(parts)),
+      lastDictation(std::make_shared<LastDictation>()),
+      recovery(
+          std::make_shared<DictationRecovery>(lastDictation, parts.desktop->pasteboard, parts.desktop->pasteWitness))
+{
+}
+
+std::unique_ptr<TalmoCoordinator> Services::makeCoordinator(const ServiceParts &parts) const
+{
+    CoordinatorParts made;
+    made.permissions = permissions;
+    made.settings = TalmoSettings::shared();
+    made.audioRecorder = recorder;
+    made.transcriptionService = std::make_shared<RememberedTranscriptionService>(transcription, lastDictation);
+    made.hotkeyManager = gestures;
+    made.textCleanupService = std::make_shared<RememberedCleanupService>(interruptibleCleanup, lastDictation);
+    made.insertionService = insertion;
+    made.locale = parts.locale;
+    made.clock = parts.clock;
+    made.mainExecutor = parts.executors.main;
+    made.makeOverlay = [desktop = parts.desktop, told = notice](TalmoCoordinator &coordinator) {
+        return std::make_unique<RecordingOverlayController>(coordinator, desktop->makePanelWindow, desktop->screens,
+                                                            told);
+    };
+    auto coordinator = std::make_unique<TalmoCoordinator>(std::move(made));
+    gestures->follow(*coordinator);
+    return coordinator;
+}
+
+} // namespace talmo

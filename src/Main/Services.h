@@ -1,0 +1,59 @@
+#pragma once
+
+#include "App/DeferringHotkeyService.h"
+#include "App/DictationRecovery.h"
+#include "App/InterruptibleCleanupService.h"
+#include "App/LastDictation.h"
+#include "App/TalmoCoordinator.h"
+#include "Cleanup/TextCleanupService.h"
+#include "Input/Audio/AudioRecorder.h"
+#include "Input/Permissions/PermissionsManager.h"
+#include "LanguageModel/LoopbackLanguageModel.h"
+#include "Main/Executors.h"
+#include "Platform/Desktop.h"
+#include "Platform/Linux/Sound/PulseAudioEngine.h"
+#include "Speech/SpeechPlatform.h"
+
+#include <QFuture>
+
+#include <functional>
+#include <memory>
+
+namespace talmo {
+
+/// What the services are made of.
+struct ServiceParts {
+    Executors executors;
+    std::shared_ptr<Clock> clock;
+    std::shared_ptr<const Desktop> desktop;
+    std::shared_ptr<PulseAudioEngine> audioEngine;
+    std::shared_ptr<SpeechPlatform> speech;
+    std::shared_ptr<LoopbackLanguageModel> languageModel;
+    std::shared_ptr<LocaleSource> locale;
+    /// Whether text is kept out of password fields.
+    std::function<bool()> guardsPasswordFields;
+    /// Closes Talmo's own windows that are in the way of an insertion.
+    std::function<QFuture<void>()> clearTheWay;
+};
+
+/// The coordinator's services, each with its decorators. Main thread.
+struct Services {
+    explicit Services(const ServiceParts &parts);
+
+    /// Once.
+    std::unique_ptr<TalmoCoordinator> makeCoordinator(const ServiceParts &parts) const;
+
+    std::shared_ptr<PermissionsManager> permissions;
+    std::shared_ptr<AudioRecorder> recorder;
+    std::shared_ptr<TranscriptionService> transcription;
+    std::shared_ptr<TextCleanupService> cleanup;
+    std::shared_ptr<InterruptibleCleanupService> interruptibleCleanup;
+    std::shared_ptr<SpeechPreroll> preroll;
+    std::shared_ptr<DictationNotice> notice;
+    std::shared_ptr<DeferringHotkeyService> gestures;
+    std::shared_ptr<TextInsertionService> insertion;
+    std::shared_ptr<LastDictation> lastDictation;
+    std::shared_ptr<DictationRecovery> recovery;
+};
+
+} // namespace talmo

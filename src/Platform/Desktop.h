@@ -1,0 +1,66 @@
+#pragma once
+
+#include "App/ApplicationShell.h"
+#include "Base/Clock.h"
+#include "Input/Hotkey/EventMonitor.h"
+#include "Input/Permissions/InputTrust.h"
+#include "Insertion/FocusedField.h"
+#include "Insertion/KeyEventPoster.h"
+#include "Insertion/PasteReceipt.h"
+#include "Insertion/Pasteboard.h"
+#include "UI/Menu/FrontmostFocus.h"
+#include "UI/Menu/StatusItem.h"
+#include "UI/Overlay/PanelWindow.h"
+#include "UI/Overlay/ScreenSource.h"
+
+#include <QFuture>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+namespace talmo {
+
+/// Everything that a desktop session provides to Talmo. Each port follows the thread rules of its own header.
+struct Desktop {
+    /// For logs and bug reports, such as "X11".
+    QString description;
+    /// The key to hold, as users know it.
+    QString hotkeyName;
+    std::shared_ptr<EventMonitor> eventMonitor;
+    std::shared_ptr<Pasteboard> pasteboard;
+    std::shared_ptr<PasteWitness> pasteWitness;
+    std::shared_ptr<KeyEventPoster> keyPoster;
+    std::shared_ptr<InputTrust> inputTrust;
+    std::shared_ptr<FocusedField> focusedField;
+    PanelWindowFactory makePanelWindow;
+    std::shared_ptr<ScreenSource> screens;
+    std::shared_ptr<StatusItem> statusItem;
+    std::shared_ptr<FrontmostFocus> focus;
+    std::shared_ptr<ApplicationShell> shell;
+    /// Keeps the application's palette that of the desktop while it lives.
+    std::shared_ptr<QObject> appearance;
+    /// Restores the clipboard and hands it on. Nothing is pasted after it. Finishes within three seconds.
+    std::function<QFuture<void>()> shutDown;
+};
+
+struct DesktopOptions {
+    std::shared_ptr<Clock> clock;
+    /// Names of the keys to hold; empty for the usual ones.
+    QStringList hotkeys;
+    /// "light" or "dark"; anything else follows the desktop.
+    QString colourScheme;
+    /// Called when the user asks the desktop to end Talmo.
+    std::function<void()> quit;
+};
+
+/// Finds out which desktop this session offers and chooses Qt's platform plug-in for it. Before QApplication is
+/// constructed. Throws Error with a sentence for users if there is none.
+void prepareDesktop();
+
+/// Opens the desktop that prepareDesktop() found. Main thread, with a QApplication. Throws Error.
+Desktop openDesktop(const DesktopOptions &options);
+
+} // namespace talmo

@@ -1,0 +1,81 @@
+#include "Platform/Linux/X11/X11Desktop.h"
+
+#include "Platform/Linux/Keys/StandInKeys.h"
+#include "Platform/Linux/Session/DesktopAppearance.h"
+#include "Platform/Linux/Session/DesktopNotice.h"
+#include "Platform/Linux/Session/TrayIcon.h"
+#include "Platform/Linux/X11/Clipboard/XcbPasteboard.h"
+#include "Platform/Linux/X11/Keys/XInput2EventMonitor.h"
+#include "Platform/Linux/X11/Keys/XInputTrust.h"
+#include "Platform/Linux/X11/Keys/XTestKeyEventPoster.h"
+#include "Platform/Linux/X11/Windows/AtSpiFocusedField.h"
+#include "Platform/Linux/X11/Windows/DesktopScreens.h"
+#include "Platform/Linux/X11/Windows/DesktopShell.h"
+#include "Platform/Linux/X11/Windows/EmbeddedTray.h"
+#include "Platform/Linux/X11/Windows/FloatingCard.h"
+#include "Platform/Linux/X11/Windows/XFrontmostFocus.h"
+#include "Platform/Linux/X11/XConnection.h"
+#include "Platform/Linux/X11/XSession.h"
+#include "UI/Style/Wording.h"
+
+#include <QGuiApplication>
+
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+bool isApplicationActive()
+{
+    return QGuiApplication::focusWindow() != nullptr;
+}
+
+const char *lossNotice(SelectionReading::Loss loss)
+{
+    if (loss == SelectionReading::Loss::TooLarge) {
+        return QT_TRANSLATE_NOOP("Talmo", "The clipboard held more than Talmo can keep, so part of it is gone.");
+    }
+    return QT_TRANSLATE_NOOP("Talmo", "Part of the clipboard is gone: its program did not hand it over in time.");
+}
+
+} // namespace
+
+void requireX11()
+{
+    const XConnection probe;
+}
+
+Desktop openX11Desktop(const DesktopOptions &options)
+{
+    const auto session = XSession::open();
+    const auto keys = standInKeySymbols(options.hotkeys);
+    const auto monitor = std::make_shared<XInput2EventMonitor>(session->postedKeys(), keys, &isApplicationActive);
+    const auto pasteboard = std::make_shared<XcbPasteboard>(session);
+    pasteboard->setOnLoss([](SelectionReading::Loss loss) { showDesktopNotice(Wording::text(lossNotice(loss))); });
+    const auto icon = std::make_shared<TrayIcon>(std::make_shared<EmbeddedTray>());
+
+    Desktop desktop;
+    desktop.description = QStringLiteral("X11");
+    desktop.hotkeyName = keyDisplayName(keys.first());
+    desktop.eventMonitor = monitor;
+    desktop.pasteboard = pasteboard;
+    desktop.pasteWitness = pasteboard;
+    desktop.keyPoster = std::make_shared<XTestKeyEventPoster>(session, pasteboard->transaction());
+    desktop.inputTrust = std::make_shared<XInputTrust>(session, monitor);
+    desktop.focusedField = std::make_shared<AtSpiFocusedField>(session);
+    desktop.makePanelWindow = &FloatingCard::make;
+    desktop.screens = std::make_shared<DesktopScreens>();
+    desktop.statusItem = icon;
+    desktop.focus = std::make_shared<XFrontmostFocus>(options.clock);
+    desktop.shell = std::make_shared<DesktopShell>(options.quit);
+    desktop.appearance = std::make_shared<DesktopAppearance>(options.colourScheme, [weak = std::weak_ptr(icon)] {
+        if (const auto shown = weak.lock()) {
+            shown->redraw();
+        }
+    });
+    desktop.shutDown = [pasteboard] { return pasteboard->shutDown(); };
+    return desktop;
+}
+
+} // namespace talmo

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Platform/Desktop.h"
+
+namespace talmo {
+
+/// Throws Error if there is no X server. Qt would end the process without a word that helps.
+void requireX11();
+
+/// Throws Error if the X server cannot be reached.
+Desktop openX11Desktop(const DesktopOptions &options);
+
+} // namespace talmo

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "Input/Permissions/InputTrust.h"
+#include "Insertion/KeyEventPoster.h"
+#include "Insertion/PasteReceipt.h"
+#include "Insertion/Pasteboard.h"
+
+#include <QFuture>
+
+#include <functional>
+#include <memory>
+
+namespace talmo {
+
+/// The part of a desktop that a program without windows needs in order to paste.
+struct Pasting {
+    std::shared_ptr<Pasteboard> pasteboard;
+    std::shared_ptr<PasteWitness> witness;
+    std::shared_ptr<KeyEventPoster> keyPoster;
+    std::shared_ptr<InputTrust> inputTrust;
+    /// Restores the clipboard. Nothing is pasted after it.
+    std::function<QFuture<void>()> shutDown;
+    /// Finishes once nothing of ours is on the clipboard any more.
+    std::function<QFuture<void>()> ownershipLost;
+};
+
+/// Throws Error if there is no desktop.
+Pasting openPasting();
+
+} // namespace talmo

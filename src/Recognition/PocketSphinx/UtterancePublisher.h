@@ -1,0 +1,27 @@
+#pragma once
+
+#include "Recognition/RecordingDecoder.h"
+
+#include <QString>
+
+namespace talmo {
+
+/// Publishes the text of one utterance after the other: volatile while it grows, final at its end.
+class UtterancePublisher {
+public:
+    explicit UtterancePublisher(RecordingDecoder::Publish publish);
+
+    /// Nothing is published if the text is empty or unchanged.
+    void publishVolatile(const QString &text);
+    /// An empty text withdraws what was shown.
+    void publishFinal(const QString &text);
+
+    bool hasHeardWords() const { return m_hasHeardWords; }
+
+private:
+    RecordingDecoder::Publish m_publish;
+    QString m_volatileText;
+    bool m_hasHeardWords = false;
+};
+
+} // namespace talmo

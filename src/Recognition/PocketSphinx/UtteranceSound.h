@@ -1,0 +1,33 @@
+#pragma once
+
+#include "Recognition/Signal/SteadySound.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace talmo {
+
+/// The sound of the current utterance, kept to be recognised a second time when more is known of the microphone or the
+/// noise. Samples are 16 kHz, one channel.
+class UtteranceSound {
+public:
+    /// `samples`: as recorded. `withoutNoise`: the same, reduced. `isReduced`: which of them is recognised.
+    void add(std::span<const std::int16_t> samples, std::span<const std::int16_t> withoutNoise, bool isReduced);
+    void clear();
+
+    std::size_t length() const { return m_recognised.size(); }
+    std::span<const std::int16_t> recognised() const { return m_recognised; }
+    /// Empty while the reduced sound is recognised anyway.
+    std::span<const std::int16_t> withoutNoise() const { return m_withoutNoise; }
+    /// Music: the decoder would hear words in it.
+    bool isMusic() const;
+
+private:
+    SteadySound m_steadySound;
+    std::vector<std::int16_t> m_recognised;
+    std::vector<std::int16_t> m_withoutNoise;
+};
+
+} // namespace talmo

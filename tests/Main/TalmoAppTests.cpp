@@ -1,0 +1,104 @@
+#include "Main/TalmoApp.h"
+
+#include "Support/FakeEventMonitor.h"
+#include "Support/FakePasteboard.h"
+#include "Support/Printing.h"
+#include "Support/TestLoop.h"
+#include "UI/ViewWorld.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+
+namespace talmo::test {
+
+namespace {
+
+class UnknownField final : public FocusedField {
+public:
+    QFuture<bool> isPassword(Duration) override { return ready(false); }
+};
+
+class EveryPasteIsTaken final : public PasteWitness {
+public:
+    QFuture<PasteReceipt> receipt() override { return ready(PasteReceipt()); }
+    bool holdsEarlierClipboard() const override { return false; }
+    QFuture<bool> putEarlierClipboardBack() override { return ready(false); }
+};
+
+QCoro::Task<void> note(QCoro::Task<void> task, bool *isDone)
+{
+    co_await task;
+    *isDone = true;
+}
+
+/// A desktop that exists nowhere, for a user without settings, sound or a model server.
+class TalmoAppTest : public testing::Test {
+protected:
+    TalmoAppTest()
+    {
+        for (const char *name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR"}) {
+            qputenv(name, home.path().toUtf8());
+        }
+        qputenv("PULSE_SERVER", "unix:/nonexistent");
+        QDir(home.path()).mkdir(u"talmo"_s);
+        QFile settings(home.filePath(u"talmo/settings.json"_s));
+        EXPECT_TRUE(settings.open(QFile::WriteOnly));
+        settings.write(R"({"linux.languageModelAddress": "off"})");
+    }
+    Desktop madeUpDesktop(const DesktopOptions &options)
+    {
+        quit = options.quit;
+        Desktop desktop;
+        desktop.hotkeyName = u"Moon"_s;
+        desktop.eventMonitor = keys;
+        desktop.pasteboard = pasteboard;
+        desktop.pasteWitness = std::make_shared<EveryPasteIsTaken>();
+        desktop.keyPoster = std::make_shared<FakeKeyEventPoster>(pasteboard->calls);
+        desktop.inputTrust = std::make_shared<FakeInputTrust>();
+        desktop.focusedField = std::make_shared<UnknownField>();
+        desktop.makePanelWindow = panels.factory();
+        desktop.screens = std::make_shared<FakeScreens>();
+        desktop.statusItem = icon;
+        desktop.focus = std::make_shared<FakeFocus>(panels.calls);
+        desktop.shell = std::make_shared<FakeShell>();
+        desktop.shutDown = [this] {
+            isShutDown = true;
+            return ready();
+        };
+        return desktop;
+    }
+
+    QTemporaryDir home;
+    FakePanels panels;
+    std::shared_ptr<FakeEventMonitor> keys = std::make_shared<FakeEventMonitor>();
+    std::shared_ptr<FakePasteboard> pasteboard = std::make_shared<FakePasteboard>();
+    std::shared_ptr<FakeStatusItem> icon = std::make_shared<FakeStatusItem>();
+    std::function<void()> quit;
+    bool isShutDown = false;
+};
+
+} // namespace
+
+TEST_F(TalmoAppTest, startsAndEndsOnAnyDesktop)
+{
+    TalmoApp app([this](const DesktopOptions &options) { return madeUpDesktop(options); });
+    app.start();
+    EXPECT_EQ(TalmoSettings::shared()->hotkeyDisplayName(), u"Moon"_s);
+    EXPECT_FALSE(icon->symbols.empty());
+    keys->press();
+    EXPECT_TRUE(waitFor([] { return TalmoCoordinator::shared().state().is(TalmoState::Case::Error); }));
+    keys->release();
+    bool hasQuit = false;
+    QObject::connect(&app, &TalmoApp::quitRequested, &app, [&hasQuit] { hasQuit = true; });
+    quit();
+    EXPECT_TRUE(hasQuit);
+    bool isDone = false;
+    logEscapes(note(app.shutDown(), &isDone));
+    EXPECT_TRUE(waitFor([&isDone] { return isDone; }));
+    EXPECT_TRUE(isShutDown);
+}
+
+} // namespace talmo::test
