@@ -2,6 +2,7 @@
 
 #include "Input/Audio/SpeexAudioConverter.h"
 #include "Recognition/FileTranscription.h"
+#include "Recognition/PocketSphinx/MicrophoneMemory.h"
 #include "SpokenText.h"
 #include "Support/ManualClock.h"
 #include "Support/Printing.h"

@@ -2,7 +2,6 @@
 
 #include "UI/Style/Card.h"
 
-#include "Support/Printing.h"
 #include "UI/DrawnView.h"
 #include "UI/Style/Appearance.h"
 
