@@ -29,7 +29,8 @@ protected:
             const QString text = QString::fromLatin1(file.readAll());
             const auto flags = text.section(u"flags:\t"_s, 1).section(u'\n', 0, 0).toUInt(nullptr, 8);
             if (name.toInt() > 2 && (flags & O_CLOEXEC) == 0) {
-                found.append(name + u' ' + QFile::symLinkTarget(u"/proc/%1/fd/%2"_s.arg(process, name)));
+                const QString target = QFile::symLinkTarget(u"/proc/%1/fd/%2"_s.arg(process, name));
+                found.append(name + u' ' + target.section(u'/', -1)); // A pipe has no folder of its own.
             }
         }
         return found;
