@@ -1,6 +1,6 @@
-// How long people wait: from letting the key go until the text stands in the window, and how much of that is
-// recognition. Each dictation is followed by a bare paste of the same text through the same clipboard and keys, so
-// that the figures can be read as multiples of what no dictation program can do without.
+// Measures how long users wait: from releasing the key until the text is in the window, and how much of that is
+// recognition. Each dictation is followed by a bare paste of the same text through the same clipboard and keys, so that
+// the figures can be read as multiples of the minimum for any dictation.
 
 #include "ChildProcess.h"
 #include "SoundServer.h"
@@ -73,7 +73,7 @@ public:
         recognised.add(released, waitFor(*talmo, QStringLiteral("raw transcript: "), from));
         inWindow.add(released, waitFor(*window, QStringLiteral("text: "), shown));
         waitFor(*talmo, QStringLiteral("state: idle"), from);
-        passTime(2s); // Until the clipboard is back and no press counts as a second tap.
+        passTime(2s); // Until the clipboard is restored and a press no longer counts as a second tap.
     }
 
     void pasteOnly(const QString &text)
@@ -100,7 +100,7 @@ private:
     {
         const auto line = process.waitForLine(text, patience, from);
         if (!line) {
-            throw Error(QStringLiteral("“%1” did not come:\n%2").arg(text, process.output()));
+            throw Error(QStringLiteral("Timed out waiting for “%1”:\n%2").arg(text, process.output()));
         }
         return line->time;
     }
@@ -114,10 +114,10 @@ private:
     std::shared_ptr<XSession> session = XSession::open();
     XcbPasteboard pasteboard{session};
     XTestKeyEventPoster poster{session, pasteboard.transaction()};
-    Series recording{"key held -> recording", {}};
-    Series recognised{"key let go -> recognised", {}};
-    Series inWindow{"key let go -> text in the window", {}};
-    Series paste{"bare paste -> text in the window", {}};
+    Series recording{"key pressed -> recording", {}};
+    Series recognised{"key released -> transcript", {}};
+    Series inWindow{"key released -> text in window", {}};
+    Series paste{"bare paste -> text in window", {}};
 };
 
 int run(int rounds)

@@ -1,4 +1,4 @@
-// Archives of models from anywhere: whatever they say, nothing but plain files within the folder and the limits.
+// Model archives from any source: whatever they contain, only plain files within the folder and the limits are written.
 
 #include "Base/Error.h"
 #include "Fuzzing.h"
@@ -21,7 +21,7 @@ namespace {
 constexpr UnpackingLimits limits{2000, 5};
 constexpr int deepest = 8;
 
-/// Without the right checksum, a changed tar header is refused before anybody looks at what it says.
+/// Corrects the checksums, since a changed tar header with a wrong one is rejected before its content is looked at.
 void mendTarChecksums(QByteArray &bytes)
 {
     constexpr int block = 512;

@@ -1,4 +1,4 @@
-// Lists of models that users put together, and what lies in a model's folder.
+// Model lists written by users, and the files in a model's folder.
 
 #include "Base/Error.h"
 #include "Fuzzing.h"
@@ -70,7 +70,7 @@ void checkCatalogue(const QByteArray &json)
     }
 }
 
-/// A file beside the model that anybody may have written.
+/// A file in the model's folder that may have been written by anyone.
 void checkFolder(const char *name, const QByteArray &content)
 {
     const QString path = modelFolder() + QLatin1Char('/') + QLatin1String(name);

@@ -1,4 +1,4 @@
-// Requests over the control socket, and the answers to them.
+// Requests over the control socket, and the replies to them.
 
 #include "Base/Error.h"
 #include "Control/ControlSocket.h"
@@ -17,7 +17,7 @@ bool isOneLine(const QByteArray &bytes)
     return bytes.endsWith('\n') && bytes.count('\n') == 1;
 }
 
-/// At most one thing is asked for, and the same request can be made again from what was understood.
+/// A request asks for one thing at most, and can be rebuilt from its parsed form.
 void checkRequest(const QByteArray &request)
 {
     const auto text = ControlSocket::textToInsert(request);

@@ -18,16 +18,16 @@
 
 namespace talmo::fuzz {
 
-/// Ends the process, which the fuzzer reports together with the input.
+/// Aborts the process, which the fuzzer reports together with the input.
 inline void require(bool holds, std::source_location location = std::source_location::current())
 {
     if (!holds) {
-        std::fprintf(stderr, "%s:%u: a promise does not hold\n", location.file_name(), location.line());
+        std::fprintf(stderr, "%s:%u: requirement violated\n", location.file_name(), location.line());
         std::abort();
     }
 }
 
-/// Drops the log: most inputs are damaged, and saying so takes longer than noticing.
+/// Drops the log: most inputs are damaged, and logging that takes longer than detecting it.
 class SilentLog final : public LogSink {
 public:
     static void install() { setLogSink(std::make_shared<SilentLog>()); }
@@ -38,7 +38,7 @@ public:
     }
 };
 
-/// A folder that goes with the process, in memory where there is room, since every input writes files.
+/// A folder that is deleted with the process, in memory if possible, since every input writes files.
 inline const QString &scratchFolder()
 {
     static const QTemporaryDir folder(
@@ -59,7 +59,7 @@ inline QByteArray bytesUpTo(FuzzedDataProvider &data, std::size_t most)
     return QByteArray::fromStdString(data.ConsumeRandomLengthString(most));
 }
 
-/// Half of them any UTF-16 code units at all, lone surrogates included.
+/// Half of them arbitrary UTF-16 code units, including lone surrogates.
 inline QString textUpTo(FuzzedDataProvider &data, std::size_t most)
 {
     const bool isUtf8 = data.ConsumeBool();

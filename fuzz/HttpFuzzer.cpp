@@ -1,4 +1,4 @@
-// Any bytes at all from a server on loopback, in one piece or two.
+// Arbitrary bytes from a server on loopback, in one piece or two.
 
 #include "Base/Error.h"
 #include "Fuzzing.h"
@@ -62,7 +62,7 @@ World *world = nullptr;
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {
-    // Kept for the life of the process.
+    // Lives as long as the process.
     static QCoreApplication application(*argc, *argv);
     fuzz::SilentLog::install();
     static World theWorld;
@@ -83,7 +83,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
     url.setPath(isPost ? QStringLiteral("/v1/chat") : QStringLiteral("/v1/models"));
     constexpr auto deadline = std::chrono::seconds(5);
     auto reply = isPost ? world->http.postJson(url, "{}", deadline) : world->http.get(url, deadline);
-    // Qt waits on for some damaged answers after their end; those the deadline ends, which comes in virtual time.
+    // For some damaged replies, Qt keeps waiting after their end; those are ended by the timeout, in virtual time.
     if (!testbed::waitUntil([&reply] { return reply.isFinished(); }, std::chrono::milliseconds(20))) {
         world->clock->advance(deadline);
     }
@@ -96,7 +96,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
         require(!error.localizedDescription().isEmpty());
     }
     test::settle();
-    world->clock->advance({}); // Drops the deadlines of what has been answered.
+    world->clock->advance({}); // Drops the timeouts of finished requests.
     require(world->clock->sleeperCount() == 0);
     return 0;
 }

@@ -26,7 +26,7 @@ constexpr std::uint8_t secondStandIn = 108;
 constexpr std::array<std::uint8_t, 4> keyCodes = {firstStandIn, secondStandIn, 38, 50};
 constexpr std::uint16_t keyboard = 3;
 
-/// What stands between the X server and the coordinator, in virtual time.
+/// The components between the X server and the coordinator, in virtual time.
 class Keyboard {
 public:
     Keyboard()
@@ -44,7 +44,7 @@ public:
         m_manager.start();
     }
 
-    /// A bit for each key that stands in from now on.
+    /// One bit per key that is a trigger key from now on.
     void setLayout(int bits)
     {
         std::set<std::uint8_t> standIns;
@@ -98,7 +98,7 @@ public:
     bool isRecording() const { return m_isRecording; }
     int starts() const { return m_starts; }
 
-    /// Holds whenever nothing is on its way any more.
+    /// Holds whenever nothing is pending.
     void checkAtRest() const
     {
         require(!m_raw.isHoldingBack());
@@ -117,7 +117,7 @@ private:
             } else {
                 m_real.erase(next->keyCode);
                 const auto change = m_standIns.keyUp(next->keyCode);
-                // All that stood in when they were pressed count as one key.
+                // All keys that were trigger keys when they were pressed count as one key.
                 const auto &held = m_standIns.held();
                 const bool isHeld = std::any_of(m_real.begin(), m_real.end(),
                                                 [&held](std::uint8_t keyCode) { return held.contains(keyCode); });
@@ -136,7 +136,7 @@ private:
         if (!change) {
             return;
         }
-        require(*change != m_isReportedDown); // Downs and ups alternate.
+        require(*change != m_isReportedDown); // Presses and releases alternate.
         m_isReportedDown = *change;
         m_monitor->send(*change ? GlobalHotkeyManager::functionFlag : 0);
         test::settle();
@@ -168,10 +168,10 @@ private:
                                   SerialExecutor::onCurrentThread()};
 };
 
-/// Long enough for every timer there is.
+/// Longer than every timer.
 constexpr auto rest = 700ms;
 
-/// Whatever came before, the next dictation works.
+/// Whatever happened before, the next dictation works.
 void checkNextDictation(Keyboard &keys)
 {
     keys.releaseAll();
@@ -190,7 +190,7 @@ void checkNextDictation(Keyboard &keys)
     keys.pass(FnGestureRecognizer::holdThreshold / 1ms * 1ms);
     require(keys.isRecording() && keys.starts() == before + 1);
     keys.key(firstStandIn, false, keyboard);
-    keys.pass(10ms); // A device that repeats keys has its releases held back.
+    keys.pass(10ms); // On a device that has repeated keys, releases are held back.
     require(!keys.isRecording());
 }
 
@@ -209,11 +209,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
     FuzzedDataProvider data(bytes, std::min(size, longest));
     Keyboard keys;
     while (data.remaining_bytes() > 0) {
-        // Three bits choose the key and the way, the others the time that passes before it.
+        // The low bits choose the key, the direction, the keyboard and a rest afterwards; the top three choose the time
+        // that passes before it.
         const auto step = data.ConsumeIntegral<std::uint8_t>();
         constexpr std::array<int, 8> times = {0, 0, 1, 4, 60, 149, 150, 300};
         keys.pass(std::chrono::milliseconds(times[step >> 5]));
-        constexpr int layoutChange = 0x18; // In the place of a rest after a release on the second keyboard.
+        constexpr int layoutChange = 0x18; // In place of a rest after a release on the second keyboard.
         if ((step & 0x1C) == layoutChange) {
             keys.setLayout(step & 3);
             continue;

@@ -1,4 +1,4 @@
-// What a language-model server answers, and the addresses that users type for one.
+// Replies of a language-model server, and the server addresses that users type.
 
 #include "Base/Error.h"
 #include "Fuzzing.h"
@@ -21,7 +21,7 @@ void checkAnswer(const QByteArray &body)
         const QString text = chatAnswer(body);
         const auto content = QJsonDocument::fromJson(body)[u"choices"][0][u"message"][u"content"];
         require(content.isString());
-        require(text.size() <= content.toString().size()); // Things are only taken out.
+        require(text.size() <= content.toString().size()); // Text is only removed.
     } catch (const Error &error) {
         require(!error.localizedDescription().isEmpty());
     }
@@ -54,7 +54,7 @@ void checkRequest(FuzzedDataProvider &data)
     require(document[u"messages"].toArray().size() == 2);
 }
 
-/// Whatever was typed, what is dictated goes nowhere but to this machine.
+/// Whatever the user typed, dictated text is sent only to this machine.
 void checkAddress(const QString &setting)
 {
     try {
@@ -75,7 +75,7 @@ void checkAddress(const QString &setting)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)
 {
     FuzzedDataProvider data(bytes, size);
-    // The choice is taken from the end, so that seeds are bodies as they are.
+    // The choice is taken from the end, so that unmodified bodies can serve as seeds.
     switch (data.ConsumeIntegralInRange(0, 3)) {
     case 0:
         checkRequest(data);

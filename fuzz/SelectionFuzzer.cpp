@@ -1,4 +1,4 @@
-// What other X clients put into selection properties: lists of targets, requests for many, values piece by piece.
+// Selection properties written by other X clients: target lists, MULTIPLE requests and incremental values.
 
 #include "Fuzzing.h"
 #include "Platform/Linux/X11/Clipboard/IncrementalValue.h"
@@ -14,7 +14,7 @@ using fuzz::require;
 
 namespace {
 
-/// Small numbers, so that repeats and excluded ones are met.
+/// Small numbers, so that duplicates and excluded targets occur.
 constexpr std::array<xcb_atom_t, 3> excluded = {1, 2, 0x01010101};
 constexpr int unitSizes[] = {8, 16, 32, 0};
 

@@ -1,4 +1,4 @@
-// Settings files that hands, other programs and broken disks have left.
+// Settings files edited manually, by other programs, or damaged on disk.
 
 #include "Fuzzing.h"
 #include "Platform/Linux/System/JsonUserDefaults.h"
@@ -42,7 +42,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const auto executor = SerialExecutor::onCurrentThread();
     JsonUserDefaults defaults(path, executor);
     LinuxSettings::read(defaults);
-    // A file is understood, or set aside as it is; it is never lost.
+    // A file is either understood or set aside unchanged; it is never lost.
     const bool isUnderstood = QJsonDocument::fromJson(content).isObject();
     require(QFile::exists(path) == isUnderstood);
     require(fuzz::readFile(isUnderstood ? path : path + QStringLiteral(".corrupt")) == content);

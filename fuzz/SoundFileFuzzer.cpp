@@ -1,4 +1,4 @@
-// Sound files of any make, on their way to the recogniser.
+// Sound files of any format, as they are read for recognition.
 
 #include "Base/Error.h"
 #include "Fuzzing.h"
@@ -14,7 +14,7 @@ using fuzz::require;
 
 namespace {
 
-/// As a dictation asks for it.
+/// The size that dictations use.
 constexpr quint32 framesPerBuffer = 4096;
 constexpr AudioFormat heard{16000, 1, SampleType::Float32};
 
@@ -67,7 +67,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         Recording recording(format);
         engine.installTap(framesPerBuffer,
                           [&recording](const auto &buffer, const AudioTime &) { recording.hear(buffer); });
-        // Some formats hold minutes of silence in a few bytes.
+        // Some formats encode minutes of silence in a few bytes.
         constexpr int enough = 16;
         for (int count = 0; count < enough && engine.deliverNext();) {
             ++count;

@@ -1,4 +1,5 @@
-// Transcripts of any code units at all, lone surrogates included: nothing may crash, and what the rules promise holds.
+// Transcripts of arbitrary code units, including lone surrogates: nothing may crash, and what the rules guarantee must
+// hold.
 
 #include "Base/Text.h"
 #include "Cleanup/LocalFormatting.h"
@@ -42,7 +43,7 @@ void checkFormatting(const QString &text)
 void checkSanitising(const QString &text)
 {
     const QString sanitised = sanitize(text);
-    require(text.contains(sanitised)); // It only takes away.
+    require(text.contains(sanitised)); // Text is only removed.
     require(sanitised == Text::trimWhitespaceAndNewlines(sanitised));
 }
 

@@ -11,12 +11,12 @@ ChildProcess::ChildProcess(const QString &program, const QStringList &arguments,
 {
     m_process.setProcessEnvironment(environment);
     m_process.setProcessChannelMode(QProcess::MergedChannels);
-    // The testbed may itself be killed; what it started goes with it.
+    // The testbed may itself be killed; its child processes must end with it.
     m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     QObject::connect(&m_process, &QProcess::readyRead, &m_process, [this] { readLines(); });
     m_process.start(program, arguments);
     if (!m_process.waitForStarted()) {
-        throw Error(QStringLiteral("%1 could not be started: %2").arg(program, m_process.errorString()));
+        throw Error(QStringLiteral("Cannot start %1: %2").arg(program, m_process.errorString()));
     }
 }
 

@@ -13,7 +13,7 @@
 
 namespace talmo::testbed {
 
-/// A program that the testbed runs, with every line it wrote. Ended, by its process id, when this goes.
+/// A child process and all lines it has written. The destructor ends it, by its process ID.
 class ChildProcess {
 public:
     struct Line {
@@ -21,14 +21,14 @@ public:
         std::chrono::steady_clock::time_point time;
     };
 
-    /// Throws Error when the program cannot be started.
+    /// Throws Error if the program cannot be started.
     ChildProcess(const QString &program, const QStringList &arguments, const QProcessEnvironment &environment);
     ~ChildProcess();
     ChildProcess(const ChildProcess &) = delete;
     ChildProcess &operator=(const ChildProcess &) = delete;
 
     const std::vector<Line> &lines() const { return m_lines; }
-    /// The first line from number `from` on that contains this text; waits for it.
+    /// The first line that contains this text, from line number `from` on; waits for it.
     std::optional<Line> waitForLine(const QString &text, Patience patience, std::size_t from = 0);
     QString output() const;
 
@@ -36,10 +36,10 @@ public:
     qint64 processId() const { return m_process.processId(); }
     void writeLine(const QString &line);
     void closeInput() { m_process.closeWriteChannel(); }
-    /// Asks it to end, waits, and ends it if it does not. Gives back the exit status, or -1 if it crashed or was
+    /// Terminates the process, or kills it after the timeout. Returns the exit status, or -1 if it crashed or was
     /// killed.
     int terminate(Patience patience = std::chrono::seconds(10));
-    /// At once, as if it had crashed.
+    /// Immediate, like a crash.
     void kill();
 
 private:

@@ -1,5 +1,5 @@
-// Shows the whole of Talmo on a desktop of its own: a key is held, a sentence is spoken into the microphone, and the
-// text appears in a window. Then its menu and its settings are opened. Pictures are taken of all of it.
+// Demonstrates Talmo on a private desktop: a key is held, a sentence is spoken into the microphone, and the text
+// appears in a window. Then the menu and the settings are opened. Screenshots are taken at each step.
 
 #include "ChildProcess.h"
 #include "DesktopParts.h"
@@ -42,7 +42,7 @@ long milliseconds(Time from, Time to)
 ChildProcess::Line required(std::optional<ChildProcess::Line> line, const QString &what, const ChildProcess &process)
 {
     if (!line) {
-        throw Error(QStringLiteral("%1 did not happen:\n%2").arg(what, process.output()));
+        throw Error(QStringLiteral("Timed out waiting for %1:\n%2").arg(what, process.output()));
     }
     return *line;
 }
@@ -62,7 +62,7 @@ QString afterMark(const QString &line, const QString &mark)
     return line.mid(line.indexOf(mark) + mark.size());
 }
 
-/// Where the pictures go, and how they get there.
+/// Takes screenshots and saves them in a folder.
 class Album {
 public:
     Album(VirtualDesktop &desktop, const QString &folder)
@@ -76,9 +76,9 @@ public:
     {
         const QString file = m_folder.absoluteFilePath(name + QStringLiteral(".png"));
         if (!m_desktop.screenshot().save(file)) {
-            throw Error(QStringLiteral("No picture could be saved to ") + file);
+            throw Error(QStringLiteral("Cannot save a screenshot to ") + file);
         }
-        say(QStringLiteral("  picture: %1").arg(file));
+        say(QStringLiteral("  screenshot: %1").arg(file));
     }
 
 private:
@@ -92,25 +92,25 @@ Stages dictate(SoundServer &sound, VirtualKeyboard &keyboard, ChildProcess &talm
     Stages stages;
     stages.pressed = std::chrono::steady_clock::now();
     keyboard.press(VirtualKeyboard::controlRight);
-    stages.recording =
-        required(talmo.waitForLine(QStringLiteral("state: recording"), patience), QStringLiteral("Recording"), talmo)
-            .time;
+    stages.recording = required(talmo.waitForLine(QStringLiteral("state: recording"), patience),
+                                QStringLiteral("the recording"), talmo)
+                           .time;
     sound.play(wav);
     album.take(QStringLiteral("overlay"));
     stages.released = std::chrono::steady_clock::now();
     keyboard.release(VirtualKeyboard::controlRight);
     const QString rawMark = QStringLiteral("raw transcript: ");
-    const auto raw = required(talmo.waitForLine(rawMark, patience), QStringLiteral("Recognition"), talmo);
+    const auto raw = required(talmo.waitForLine(rawMark, patience), QStringLiteral("the transcript"), talmo);
     stages.recognised = raw.time;
     stages.recognisedText = afterMark(raw.text, rawMark);
     const QString textMark = QStringLiteral("text: ");
-    const auto text = required(window.waitForLine(textMark, patience), QStringLiteral("Insertion"), talmo);
+    const auto text = required(window.waitForLine(textMark, patience), QStringLiteral("the inserted text"), talmo);
     stages.arrived = text.time;
     stages.insertedText = afterMark(text.text, textMark);
     return stages;
 }
 
-/// True once a window of that program that is no window manager's, and no icon, is seen or has gone.
+/// Waits until one of Talmo's unmanaged windows that is larger than an icon is shown, or until none is.
 bool waitForCard(VirtualDesktop &desktop, bool isShown)
 {
     constexpr int widestIcon = 100;
@@ -151,18 +151,19 @@ void showMenuAndSettings(VirtualDesktop &desktop, const QProcessEnvironment &env
 
 void report(const Stages &stages)
 {
-    say(QStringLiteral("  key held → recording        %1 ms (150 of them to tell a hold from a tap)")
+    say(QStringLiteral("  key pressed → recording         %1 ms (including 150 ms to tell a hold from a tap)")
             .arg(milliseconds(stages.pressed, stages.recording)));
-    say(QStringLiteral("  speaking                    %1 ms").arg(milliseconds(stages.recording, stages.released)));
-    say(QStringLiteral("  key let go → recognised     %1 ms").arg(milliseconds(stages.released, stages.recognised)));
-    say(QStringLiteral("  recognised → in the window  %1 ms").arg(milliseconds(stages.recognised, stages.arrived)));
-    say(QStringLiteral("  key let go → in the window  %1 ms").arg(milliseconds(stages.released, stages.arrived)));
+    say(QStringLiteral("  speech                          %1 ms").arg(milliseconds(stages.recording, stages.released)));
+    say(QStringLiteral("  key released → transcript       %1 ms")
+            .arg(milliseconds(stages.released, stages.recognised)));
+    say(QStringLiteral("  transcript → text in window     %1 ms").arg(milliseconds(stages.recognised, stages.arrived)));
+    say(QStringLiteral("  key released → text in window   %1 ms").arg(milliseconds(stages.released, stages.arrived)));
 }
 
 int run(const QString &sentence, const QString &pictureFolder)
 {
     const QDir programs(QCoreApplication::applicationDirPath());
-    say(QStringLiteral("Making a desktop: X server, window manager, tray, compositor, sound server …"));
+    say(QStringLiteral("Starting a private desktop: X server, window manager, tray, compositor, sound server …"));
     VirtualDesktop desktop;
     auto environment = desktop.environment();
     const auto compositor = startCompositor(environment);
@@ -179,20 +180,20 @@ int run(const QString &sentence, const QString &pictureFolder)
     environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("talmo.general.debug=true"));
     const QString talmoProgram = programs.filePath(QStringLiteral("talmo"));
     ChildProcess talmo(talmoProgram, {}, environment);
-    required(talmo.waitForLine(QStringLiteral("ready:"), patience), QStringLiteral("Talmo's start"), talmo);
+    required(talmo.waitForLine(QStringLiteral("ready:"), patience), QStringLiteral("Talmo to start"), talmo);
 
     say(QStringLiteral("Holding Right Ctrl and saying “%1” …").arg(sentence));
     const QString wav = speak(sentence, desktop.folder());
     VirtualKeyboard keyboard;
     const Stages stages = dictate(sound, keyboard, talmo, window, wav, album);
-    required(talmo.waitForLine(QStringLiteral("state: idle"), patience), QStringLiteral("The end"), talmo);
+    required(talmo.waitForLine(QStringLiteral("state: idle"), patience), QStringLiteral("the dictation to end"), talmo);
 
     report(stages);
     album.take(QStringLiteral("dictation"));
     say(QStringLiteral("Opening the menu and the settings …"));
     showMenuAndSettings(desktop, environment, talmoProgram, album);
     if (talmo.terminate() != 0) {
-        throw Error(QStringLiteral("Talmo did not end well:\n") + talmo.output());
+        throw Error(QStringLiteral("Talmo did not exit cleanly:\n") + talmo.output());
     }
     say(QStringLiteral("recognised: ") + stages.recognisedText);
     say(QStringLiteral("inserted: ") + stages.insertedText);
@@ -207,11 +208,13 @@ int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Dictates a sentence on a desktop of its own."));
+    parser.setApplicationDescription(QStringLiteral("Dictates a sentence on a private desktop."));
     parser.addHelpOption();
-    const QCommandLineOption sayOption(QStringLiteral("say"), QStringLiteral("Speak this."), QStringLiteral("TEXT"),
+    const QCommandLineOption sayOption(QStringLiteral("say"), QStringLiteral("The sentence to speak."),
+                                       QStringLiteral("TEXT"),
                                        QStringLiteral("the computer does not start after the last update"));
-    const QCommandLineOption pictureOption(QStringLiteral("pictures"), QStringLiteral("Save pictures here."),
+    const QCommandLineOption pictureOption(QStringLiteral("pictures"),
+                                           QStringLiteral("The folder to save screenshots in."),
                                            QStringLiteral("FOLDER"), QStringLiteral("talmo-demo"));
     parser.addOptions({sayOption, pictureOption});
     parser.process(application);

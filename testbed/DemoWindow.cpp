@@ -1,5 +1,5 @@
-// A text window to dictate into. Says on its standard output what it holds, a line per change. It can be made slow, and
-// such that it takes no paste.
+// A text window to dictate into. Prints its content to standard output, one line per change. It can be made slow, or
+// read-only so that it refuses a paste.
 
 #include <QApplication>
 #include <QPlainTextEdit>
@@ -16,7 +16,7 @@ QString escaped(const QString &text)
     return line;
 }
 
-/// Sleeps before it handles a key, like a program that is busy.
+/// Sleeps before it handles a key, like a busy program.
 class SlowEditor final : public QPlainTextEdit {
 public:
     explicit SlowEditor(unsigned long delay)

@@ -9,7 +9,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Waits until somebody owns this selection, which is how such programs say that they are there.
+/// Waits until this selection has an owner, which is how such programs announce that they are ready.
 void waitForOwner(const char *selection, const ChildProcess &process)
 {
     XConnection connection;
@@ -20,7 +20,7 @@ void waitForOwner(const char *selection, const ChildProcess &process)
         return reply && reply->owner != XCB_NONE;
     };
     if (!pollUntil(isOwned, 20s)) {
-        throw Error(QStringLiteral("Nobody owns %1: ").arg(QLatin1String(selection)) + process.output());
+        throw Error(QStringLiteral("%1 has no owner: ").arg(QLatin1String(selection)) + process.output());
     }
 }
 

@@ -8,16 +8,16 @@
 
 namespace talmo::testbed {
 
-/// What a desktop may have besides a window manager. Each ends when the pointer goes; each throws Error when it does
-/// not start.
+/// Optional parts of a desktop besides the window manager. Each ends when its pointer is destroyed; each throws Error
+/// if it does not start.
 
-/// A bar into which icons are embedded, in the upper right corner.
+/// A bar in the upper right corner that icons are embedded into.
 std::unique_ptr<ChildProcess> startTray(const QProcessEnvironment &environment, const QStringList &arguments = {});
 
-/// What makes windows translucent.
+/// The program that makes translucent windows possible.
 std::unique_ptr<ChildProcess> startCompositor(const QProcessEnvironment &environment);
 
-/// A session bus of its own, which `environment` and this process know from then on.
+/// A private session bus, which is set in `environment` and in this process.
 std::unique_ptr<ChildProcess> startBus(QProcessEnvironment &environment);
 
 } // namespace talmo::testbed

@@ -1,4 +1,4 @@
-// Hundreds of dictations in a row, with mixed gestures, windows and clipboards. Says what went wrong and what grew.
+// Hundreds of dictations in a row, with mixed gestures, windows and clipboards. Reports failures and resource growth.
 
 #include "ChildProcess.h"
 #include "SoundServer.h"
@@ -27,9 +27,9 @@ namespace {
 
 using namespace std::chrono_literals;
 constexpr Patience patience = 20s;
-/// Longer than a double tap's window.
+/// Longer than the window for a double-tap.
 constexpr Patience apart = 320ms;
-/// Dictations until everything that is made once has been made.
+/// Dictations until everything that is created once exists.
 constexpr int warmUp = 20;
 constexpr int dictationsPerWindow = 25;
 
@@ -49,7 +49,7 @@ struct Failures {
     int wrongTexts = 0;
     int wrongClipboards = 0;
     int stuck = 0;
-    /// No failure of the insertion: on a busy machine the speech itself is played with gaps.
+    /// Not a failure of insertion: on a busy machine the speech itself is played with gaps.
     int misheard = 0;
     int sum() const { return wrongTexts + wrongClipboards + stuck; }
 };
@@ -78,7 +78,7 @@ public:
             }
             runRound(round);
             if (failures.stuck > 3) {
-                std::printf("stopped: stuck too often\n");
+                std::printf("stopped: too many stuck states\n");
                 break;
             }
             roundsDone = round + 1;
@@ -117,7 +117,7 @@ private:
     {
         window.reset();
         const bool isGtk = number % 2 == 1 && QFile::exists(program("talmo-gtk-window"));
-        // Another title each time, so that the one that is closing is not taken for it.
+        // A new title each time, so that a window that is still closing is not mistaken for the new one.
         const QString title = isGtk ? text("Target") : text("Window %1").arg(number);
         window = std::make_unique<ChildProcess>(program(isGtk ? "talmo-gtk-window" : "talmo-demo-window"),
                                                 QStringList{title}, environment);
@@ -149,7 +149,7 @@ private:
             break;
         }
         if (!pollUntil([&] { return finish(user.items()) == clipboard; }, patience)) {
-            fail(failures.wrongClipboards, round, "the clipboard did not come back");
+            fail(failures.wrongClipboards, round, "the clipboard was not restored");
         }
         passTime(apart);
     }
@@ -162,7 +162,7 @@ private:
             all.append({text("text/html"), "<b>" + utf8 + "</b>", text("text/html"), 8});
         }
         if (round % 3 == 2) {
-            constexpr qsizetype large = 600'000; // Sent piece by piece.
+            constexpr qsizetype large = 600'000; // Large enough for an incremental transfer.
             all.append({text("image/x-talmo-test"), QByteArray(large, 'x'), text("image/x-talmo-test"), 8});
         }
         if (round % 7 == 6) {
@@ -189,7 +189,7 @@ private:
         }
         keyboard.release(VirtualKeyboard::controlRight);
         if (!records || !comes("state: idle")) {
-            fail(failures.stuck, roundsDone, "no recording, or no end of it");
+            fail(failures.stuck, roundsDone, "the recording did not start or did not end");
             return;
         }
         const QString meant = lastCleaned();
@@ -197,7 +197,7 @@ private:
         expect(meant);
     }
 
-    /// What Talmo meant to insert.
+    /// The text that Talmo meant to insert.
     QString lastCleaned() const
     {
         const QString prefix = text("cleaned transcript: ");
@@ -228,7 +228,7 @@ private:
     {
         expected += added;
         if (!window->waitForLine(text("text: ") + expected, patience)) {
-            fail(failures.wrongTexts, roundsDone, "the window does not show what was said");
+            fail(failures.wrongTexts, roundsDone, "the window does not contain the dictated text");
             const auto &lines = window->lines();
             expected = lines.empty() ? QString() : lines.back().text.mid(6);
         }
@@ -282,7 +282,7 @@ private:
         return now;
     }
 
-    /// What the X server holds for the process, in all its connections.
+    /// The X server's resources for all connections of the process.
     qint64 serverResources()
     {
         auto *connection = counter.get();

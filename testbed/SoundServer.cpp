@@ -36,7 +36,7 @@ void SoundServer::startServer()
     auto environment = m_environment;
     environment.remove(QStringLiteral("DISPLAY"));
     environment.remove(QStringLiteral("PULSE_SERVER"));
-    // An idle null sink renders in blocks of up to two seconds unless told that nobody rewinds it.
+    // An idle null sink renders in blocks of up to two seconds unless rewinding is disabled.
     const QStringList arguments = {
         QStringLiteral("--daemonize=no"),
         QStringLiteral("--exit-idle-time=-1"),
@@ -76,7 +76,7 @@ void SoundServer::addMicrophone(const QStringList &options)
                 options);
     control({QStringLiteral("set-default-source"), QStringLiteral("mic")});
     if (m_microphoneModule.isEmpty()) {
-        throw Error(QStringLiteral("The sound server made no microphone: ") + m_server->output());
+        throw Error(QStringLiteral("The sound server did not create a microphone: ") + m_server->output());
     }
 }
 
@@ -109,13 +109,13 @@ void SoundServer::play(const QString &wavFile)
     const auto player = startPlaying(wavFile);
     waitUntil([&player] { return !player->isRunning(); }, 60s);
     if (player->terminate() != 0) {
-        throw Error(QStringLiteral("The speech could not be played: ") + player->output());
+        throw Error(QStringLiteral("Cannot play the speech: ") + player->output());
     }
 }
 
 QString SoundServer::listenToStrangers()
 {
-    // The kernel knows a free port; the server cannot be asked which one it took.
+    // Lets the kernel pick a free port, since the server cannot be asked which one it uses.
     QTcpServer probe;
     probe.listen(QHostAddress::LocalHost);
     const int port = probe.serverPort();
@@ -123,7 +123,7 @@ QString SoundServer::listenToStrangers()
     const QString module = control({QStringLiteral("load-module"), QStringLiteral("module-native-protocol-tcp"),
                                     QStringLiteral("listen=127.0.0.1"), QStringLiteral("port=%1").arg(port)});
     if (module.isEmpty()) {
-        throw Error(QStringLiteral("The sound server does not listen: ") + m_server->output());
+        throw Error(QStringLiteral("The sound server is not listening: ") + m_server->output());
     }
     return QStringLiteral("tcp:127.0.0.1:%1").arg(port);
 }

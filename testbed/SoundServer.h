@@ -9,34 +9,33 @@
 
 namespace talmo::testbed {
 
-/// A private sound server whose default microphone hears what is played into it.
+/// A private sound server whose default microphone records what is played into it.
 class SoundServer {
 public:
-    /// `folder` is private to the server. Sets PULSE_SERVER for this process and adds it to `environment`. Throws
-    /// Error.
+    /// `folder` is private to the server. Sets PULSE_SERVER in this process and in `environment`. Throws Error.
     SoundServer(const QString &folder, QProcessEnvironment &environment);
     ~SoundServer();
     SoundServer(const SoundServer &) = delete;
     SoundServer &operator=(const SoundServer &) = delete;
 
-    /// Plays a file into the microphone to its end. Throws Error.
+    /// Plays a file into the microphone and waits for its end. Throws Error.
     void play(const QString &wavFile);
-    /// Begins to play it and returns.
+    /// Starts playing and returns.
     std::unique_ptr<ChildProcess> startPlaying(const QString &wavFile);
-    /// Takes the microphone away: the server then has none.
+    /// Removes the microphone; the server then has none.
     void removeMicrophone();
     /// `options` are those of module-remap-source, such as "rate=8000".
     void addMicrophone(const QStringList &options = {});
     void muteMicrophone(bool isMuted);
-    /// Makes another source the default one, as the desktop's mixer would; it hears the same.
+    /// Makes another source the default one, as the desktop's mixer would; it records the same sound.
     void switchMicrophone();
     void killServer();
-    /// After killServer().
+    /// Call after killServer().
     void restartServer();
-    /// Has the server listen on a loopback port too, where it lets only those in who know its secret; gives back the
+    /// Makes the server listen on a loopback port too, where it accepts only clients that know its secret; returns the
     /// address for PULSE_SERVER.
     QString listenToStrangers();
-    /// The server stops answering, and goes on when told so.
+    /// The server stops responding until it is told to continue.
     void freeze();
     void thaw();
 

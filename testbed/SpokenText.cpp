@@ -20,7 +20,8 @@ void run(const QString &program, const QStringList &arguments, const QByteArray 
     process.closeWriteChannel();
     constexpr int patience = 60000;
     if (!process.waitForFinished(patience) || process.exitCode() != 0) {
-        throw Error(program + QStringLiteral(" could not speak: ") + QString::fromUtf8(process.readAllStandardError()));
+        throw Error(program + QStringLiteral(" failed to synthesise speech: ") +
+                    QString::fromUtf8(process.readAllStandardError()));
     }
 }
 
@@ -44,7 +45,7 @@ QString speak(const QString &text, const QString &folder, const QString &voice)
             {QStringLiteral("-voice"), voice, QStringLiteral("-t"), text, QStringLiteral("-o"), file}, {});
     }
     if (!QFile::exists(file)) {
-        throw Error(QStringLiteral("Nothing was spoken."));
+        throw Error(QStringLiteral("The synthesised speech is empty."));
     }
     return file;
 }

@@ -17,7 +17,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// The client window within a window manager's frame: the first that says which program it belongs to.
+/// The client window within a window manager's frame: the first one with a WM_CLASS.
 xcb_window_t clientWindow(XConnection &connection, xcb_window_t window)
 {
     if (!xProperty(connection.get(), window, XCB_ATOM_WM_CLASS).isEmpty()) {
@@ -34,7 +34,7 @@ xcb_window_t clientWindow(XConnection &connection, xcb_window_t window)
     return XCB_NONE;
 }
 
-/// Waits for any event of the connection's; false when the time is up.
+/// Waits for any event on the connection; false on timeout.
 bool waitForEvent(XConnection &connection, std::chrono::steady_clock::time_point deadline)
 {
     while (true) {
@@ -78,7 +78,7 @@ VirtualDesktop::VirtualDesktop()
         m_environment.insert(QString::fromLatin1(name), value);
     }
     m_environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
-    // There is no bus here. Not knowing where one would be, programs would start their own.
+    // There is no bus here. Without an address, programs would start their own.
     m_environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("unix:path=%1/bus").arg(run));
     storeSettings({{QStringLiteral("linux.languageModelAddress"), QStringLiteral("off")}});
     startServer();
@@ -92,7 +92,7 @@ void VirtualDesktop::storeSettings(const QJsonObject &settings)
     QFile file(m_folder.filePath(QStringLiteral("config/talmo/settings.json")));
     const auto bytes = QJsonDocument(settings).toJson();
     if (!file.open(QFile::WriteOnly) || file.write(bytes) != bytes.size()) {
-        throw Error(QStringLiteral("No settings could be stored: ") + file.errorString());
+        throw Error(QStringLiteral("Cannot write the settings file: ") + file.errorString());
     }
 }
 
@@ -112,7 +112,7 @@ void VirtualDesktop::startServer()
                                                           QStringLiteral("1024x640x24"), QStringLiteral("-nolisten"),
                                                           QStringLiteral("tcp"), QStringLiteral("-noreset")},
                                               m_environment);
-    // It writes the number of the display once it serves it, and nothing else that is only digits.
+    // The server prints its display number once it is ready, and no other line of digits.
     QString number;
     const bool isReady = waitUntil(
         [this, &number] {
@@ -137,7 +137,7 @@ void VirtualDesktop::startWindowManager()
     constexpr quint32 events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(m_connection->get(), m_connection->root(), XCB_CW_EVENT_MASK, &events);
     m_connection->flush();
-    // Its own command at the end of its start: a window that comes before is only adopted, and gets no keyboard.
+    // Openbox runs this command at the end of its start; a window that opens earlier is only adopted and gets no focus.
     const QString ready = QStringLiteral("window-manager-is-ready");
     m_windowManager = std::make_unique<ChildProcess>(
         QStringLiteral("openbox"), QStringList{QStringLiteral("--startup"), QStringLiteral("echo ") + ready},
@@ -196,7 +196,7 @@ bool VirtualDesktop::waitForActiveWindow(const QString &title, Patience patience
 
 int VirtualDesktop::takeActiveWindowChanges()
 {
-    activeWindowTitle(); // What happened before the answer is in the queue now.
+    activeWindowTitle(); // Events from before the reply are in the queue by then.
     int changes = 0;
     while (const XcbPtr<xcb_generic_event_t> event{xcb_poll_for_event(m_connection->get())}) {
         if (event->response_type == XCB_PROPERTY_NOTIFY) {
@@ -221,7 +221,7 @@ QList<VirtualDesktop::Window> VirtualDesktop::visibleWindows()
             xcb_get_geometry_reply(connection, xcb_get_geometry(connection, window), nullptr));
         if (attributes && geometry && attributes->map_state == XCB_MAP_STATE_VIEWABLE) {
             const auto client = clientWindow(*m_connection, window);
-            // A window that the window manager handles lies in a frame of its own.
+            // A managed window is inside a frame of the window manager.
             windows.append({xProperty(connection, client, XCB_ATOM_WM_CLASS).split('\0').value(0),
                             client != window && client != XCB_NONE,
                             QRect(geometry->x, geometry->y, geometry->width, geometry->height)});

@@ -15,11 +15,11 @@
 
 namespace talmo::testbed {
 
-/// A private X server with a window manager. Sets DISPLAY and the private folders of this process, for as long as it
-/// lives, so that what is made in this process lands there too.
+/// A private X server with a window manager. While it lives, DISPLAY and the private folders of this process are set to
+/// it, so that everything created in this process belongs there too.
 class VirtualDesktop {
 public:
-    /// Throws Error when one of the programs is missing or does not start.
+    /// Throws Error if one of the programs is missing or does not start.
     VirtualDesktop();
     ~VirtualDesktop();
     VirtualDesktop(const VirtualDesktop &) = delete;
@@ -27,19 +27,19 @@ public:
 
     /// For programs that run on this desktop.
     QProcessEnvironment environment() const { return m_environment; }
-    /// Private to this desktop, gone with it.
+    /// Private to this desktop and deleted with it.
     QString folder() const { return m_folder.path(); }
-    /// What a Talmo that starts on this desktop finds in its settings. Unless told otherwise it finds that it is to ask
-    /// no language model, since one may happen to run on this machine.
+    /// Replaces the settings of any Talmo started on this desktop. Initially they switch the language model off, since
+    /// a server may be running on this machine.
     void storeSettings(const QJsonObject &settings);
 
-    /// Waits until the window whose title contains this text is there and has the keyboard.
+    /// Waits until a window whose title contains this text is shown and has the focus.
     bool waitForActiveWindow(const QString &title, Patience patience);
     QString activeWindowTitle();
     void minimiseActiveWindow();
-    /// How often the window manager gave another window the keyboard since the last time this was asked.
+    /// How often the window manager moved the focus since the last call.
     int takeActiveWindowChanges();
-    /// A window on the screen, not its frame. The later in the list, the further in front.
+    /// A window on the screen, without its frame. Windows later in the list are further in front.
     struct Window {
         QByteArray program;
         bool isManaged; ///< By the window manager.
@@ -47,7 +47,7 @@ public:
     };
     QList<Window> visibleWindows();
     void killServer() { m_server->kill(); }
-    /// What is on the screen now. Needs a QGuiApplication for nothing: it is plain image data.
+    /// The current screen content. Plain image data, so no QGuiApplication is needed.
     QImage screenshot();
 
 private:

@@ -27,10 +27,10 @@ void VirtualKeyboard::send(quint32 keySym, quint8 type)
 {
     const auto keyCode = keyCodeFor(readKeyboardLayout(m_connection), keySym);
     if (!keyCode) {
-        throw Error(QStringLiteral("The keyboard has no such key."));
+        throw Error(QStringLiteral("The keyboard layout lacks this key."));
     }
     xcb_test_fake_input(m_connection.get(), type, *keyCode, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
-    // Wait until the server has done it, so that what follows comes after.
+    // Waits until the server has processed the event, so that later events come after it.
     const XcbPtr<xcb_get_input_focus_reply_t> done(
         xcb_get_input_focus_reply(m_connection.get(), xcb_get_input_focus(m_connection.get()), nullptr));
 }

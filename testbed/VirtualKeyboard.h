@@ -4,7 +4,7 @@
 
 namespace talmo::testbed {
 
-/// A keyboard whose keys are held by a program, on the display that DISPLAY names.
+/// Presses keys on the display that DISPLAY names.
 class VirtualKeyboard {
 public:
     static constexpr quint32 tab = 0xff09;

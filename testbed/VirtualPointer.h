@@ -6,7 +6,7 @@
 
 namespace talmo::testbed {
 
-/// A mouse that is moved by a program, on the display that DISPLAY names.
+/// Moves and clicks the mouse on the display that DISPLAY names.
 class VirtualPointer {
 public:
     void moveTo(QPoint place);

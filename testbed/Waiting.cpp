@@ -9,7 +9,7 @@ namespace talmo::testbed {
 bool waitUntil(const std::function<bool()> &condition, Patience patience)
 {
     const auto deadline = std::chrono::steady_clock::now() + patience;
-    QTimer wake; // Only so that the loop below wakes up when the time is up.
+    QTimer wake; // Only to wake the loop below when the time is up.
     wake.setTimerType(Qt::PreciseTimer);
     wake.start(patience);
     while (!condition()) {
@@ -17,7 +17,7 @@ bool waitUntil(const std::function<bool()> &condition, Patience patience)
         if (left.count() <= 0) {
             return false;
         }
-        // Timers may fire a little early; this one is set again for what is left.
+        // Timers may fire a little early; this one is then restarted for the rest.
         wake.setInterval(std::chrono::ceil<std::chrono::milliseconds>(left));
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }

@@ -7,13 +7,14 @@ namespace talmo::testbed {
 
 using Patience = std::chrono::milliseconds;
 
-/// Runs the event loop until the condition holds, looking at it after every event; false when the time is up.
+/// Runs the event loop until the condition holds, checking it after every event; false on timeout.
 bool waitUntil(const std::function<bool()> &condition, Patience patience);
 
-/// The same for what no event tells of, such as another program's clipboard: looks again every few milliseconds.
+/// Like waitUntil(), but checks every few milliseconds, for conditions that cause no event, such as another program's
+/// clipboard.
 bool pollUntil(const std::function<bool()> &condition, Patience patience);
 
-/// Lets this much time pass while the event loop runs: for a person's pace, never to wait for something to happen.
+/// Runs the event loop for this long, to imitate a user's pace; never use it to wait for something to happen.
 void passTime(Patience time);
 
 } // namespace talmo::testbed

@@ -1,5 +1,5 @@
-// How many words come out right: sentences played into a sound server, or read from files, through the service that
-// dictations go through.
+// Measures recognition accuracy: sentences are played into a sound server, or read from files, and recognised by the
+// service that dictations use.
 
 #include "accuracy/Corpus.h"
 #include "accuracy/Listener.h"
@@ -77,7 +77,7 @@ void count(Score &score, const Utterance &utterance, const QString &heard)
     }
 }
 
-/// A session begins as a new microphone does: nothing is known of it.
+/// Every session starts with an unknown microphone.
 Score run(const std::vector<Session> &sessions, const Options &options)
 {
     Score score;
@@ -119,7 +119,7 @@ double percentile(std::vector<double> values, double share)
     return values[static_cast<std::size_t>(share * static_cast<double>(values.size() - 1))];
 }
 
-/// The most memory that was in use at a time.
+/// The peak memory use of this process.
 QString memoryUsed()
 {
     QFile status(QStringLiteral("/proc/self/status"));
@@ -140,9 +140,9 @@ void report(const QString &name, const std::vector<Session> &sessions, const Opt
     std::printf("%-28s %6d words  %5.1f %% errors", qUtf8Printable(name), score.words,
                 100.0 * score.errors / std::max(score.words, 1));
     if (score.chances > 0) {
-        std::printf("  %d of %d caught", score.hits, score.chances);
+        std::printf("  %d of %d targets correct", score.hits, score.chances);
     }
-    std::printf("  %d commands nobody spoke  end %.0f ms, p95 %.0f ms  %.2f of a core\n", score.falseCommands,
+    std::printf("  %d false commands  end %.0f ms, p95 %.0f ms  %.2f of a core\n", score.falseCommands,
                 percentile(score.finishing, 0.5), percentile(score.finishing, 0.95),
                 (cpuSeconds() - before) / std::max(score.spokenSeconds, 1.0));
     std::fflush(stdout);
@@ -154,13 +154,13 @@ void reportWordless(const Options &options)
         const QString file = wordless(kind, options.folder);
         const std::vector<Session> sessions{{file, {{file, {}, {}}}}};
         const Score score = run(sessions, options);
-        std::printf("%-28s %d words where nobody spoke\n", qUtf8Printable(file.section(QLatin1Char('/'), -1)),
+        std::printf("%-28s %d words without speech\n", qUtf8Printable(file.section(QLatin1Char('/'), -1)),
                     score.errors);
     }
 }
 
-/// How long the end takes after a recording of so many seconds, in the middle of speech: nothing was settled by a
-/// pause. What was said counts for nothing here.
+/// How long finishing takes after a recording of so many seconds that ends in the middle of speech, without a pause
+/// that would have settled anything. Accuracy is not counted here.
 void reportLengths(const Options &options)
 {
     for (const int seconds : {3, 10, 30}) {
@@ -234,16 +234,17 @@ Options parse(const QCoreApplication &application)
 {
     QCommandLineParser parser;
     parser.addHelpOption();
-    const QCommandLineOption voices(QStringLiteral("voices"), QStringLiteral("Of these voices only."),
+    const QCommandLineOption voices(QStringLiteral("voices"), QStringLiteral("Use only these voices."),
                                     QStringLiteral("LIST"), allVoices.join(QLatin1Char(',')));
     const QCommandLineOption sets(
-        QStringLiteral("sets"), QStringLiteral("Only these sets."), QStringLiteral("LIST"),
+        QStringLiteral("sets"), QStringLiteral("Run only these sets."), QStringLiteral("LIST"),
         QStringLiteral("sentences,recorded,changed,commands,lists,plain,personal,lengths,wordless"));
-    const QCommandLineOption half(QStringLiteral("half"), QStringLiteral("Which half: tuning, report or both."),
+    const QCommandLineOption half(QStringLiteral("half"),
+                                  QStringLiteral("The half of the sentences to use: tuning, report or both."),
                                   QStringLiteral("HALF"), QStringLiteral("report"));
-    const QCommandLineOption folder(QStringLiteral("folder"), QStringLiteral("Keep the sound files here."),
+    const QCommandLineOption folder(QStringLiteral("folder"), QStringLiteral("The folder to keep the sound files in."),
                                     QStringLiteral("FOLDER"), QStringLiteral("build/accuracy"));
-    const QCommandLineOption errors(QStringLiteral("errors"), QStringLiteral("Show what was heard wrongly."));
+    const QCommandLineOption errors(QStringLiteral("errors"), QStringLiteral("Show misrecognised sentences."));
     const QCommandLineOption engine(QStringLiteral("engine"),
                                     QStringLiteral("The recogniser: embedded, or the name of an installed model."),
                                     QStringLiteral("NAME"), EngineRegistry::embeddedChoice);
@@ -274,7 +275,7 @@ int main(int argc, char **argv)
     QCoreApplication application(argc, argv);
     try {
         talmo::accuracy::runSets(talmo::accuracy::parse(application));
-        std::printf("memory at most: %s\n", qUtf8Printable(talmo::accuracy::memoryUsed()));
+        std::printf("peak memory: %s\n", qUtf8Printable(talmo::accuracy::memoryUsed()));
         return EXIT_SUCCESS;
     } catch (const talmo::Error &error) {
         std::fprintf(stderr, "%s\n", qUtf8Printable(error.localizedDescription()));

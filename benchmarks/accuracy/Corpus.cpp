@@ -44,7 +44,7 @@ void addIfThere(Session &session, const QString &file, const QString &text)
     }
 }
 
-/// Lines such as "<s> words </s> (name)".
+/// Parses lines such as "<s> words </s> (name)".
 Session transcribed(const QString &speaker, const QString &folder, const QString &transcription, Half half)
 {
     Session session{speaker, {}};

@@ -7,11 +7,11 @@
 
 namespace talmo::accuracy {
 
-/// Something that was said, and what it should come out as.
+/// A recording of speech and its expected text.
 struct Utterance {
     QString file;
     QString text;
-    /// For personal words: the one that must be spelled exactly so. Else empty.
+    /// For the custom vocabulary: the word that must be spelled exactly like this. Else empty.
     QString keyword;
 };
 
@@ -21,19 +21,19 @@ struct Session {
     std::vector<Utterance> utterances;
 };
 
-/// Tuning looks at the one half, reports are about the other: every second sentence.
+/// One half is for tuning, the other for reports: every second sentence.
 enum class Half { Tuning, Report, Both };
 
-/// What acts wherever it is written.
+/// The phrases that act as commands wherever they occur in a text.
 QStringList commandPhrases();
 
-/// A list of sentences, spoken by each voice. Speaking takes a while the first time; `folder` keeps it.
+/// A list of sentences, spoken by each voice. Synthesis takes a while the first time; `folder` caches it.
 std::vector<Session> spoken(const QString &list, const QStringList &voices, Half half, const QString &folder);
 
-/// Recordings of real people that Debian's packages hold; empty where the packages are not installed.
+/// Recordings of real people from Debian's packages; empty if the packages are not installed.
 std::vector<Session> recorded(Half half, const QString &folder);
 
-/// The same with other sound: `change` gets each file and gives back the changed one.
+/// The same sessions with different sound: `change` takes each file and returns the changed one.
 template <typename Change>
 std::vector<Session> changed(std::vector<Session> sessions, Change change)
 {

@@ -21,7 +21,7 @@ namespace talmo::accuracy {
 
 namespace {
 
-/// What a task ended with, since waiting for one that throws never ends.
+/// The result or the error of a task: waiting for a task that throws would never return.
 struct Outcome {
     FileTranscript transcript;
     std::exception_ptr error;
@@ -51,7 +51,7 @@ void requireEngine(const EngineRegistry &engines, const QString &name)
     const auto found =
         std::find_if(models.begin(), models.end(), [&name](const InstalledModel &model) { return model.name == name; });
     if (name != EngineRegistry::embeddedChoice && found == models.end()) {
-        throw Error(QStringLiteral("There is no model “%1”; talmoctl model list says which there are.").arg(name));
+        throw Error(QStringLiteral("Unknown model “%1”; run talmoctl model list for the installed ones.").arg(name));
     }
     if (found != models.end() && !found->problem.isEmpty()) {
         throw Error(found->problem);
@@ -91,7 +91,7 @@ FileTranscript Listener::hear(const QString &file)
     return outcome.transcript;
 }
 
-/// As a dictation goes: the microphone is on before the first word, and the key is let go with the last one.
+/// As in a dictation: the microphone is on before the first word, and the key is released with the last one.
 QCoro::Task<FileTranscript> Listener::hearPlayed(QString file)
 {
     const auto engine = std::make_shared<PulseAudioEngine>();

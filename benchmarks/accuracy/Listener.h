@@ -14,19 +14,20 @@ namespace talmo::accuracy {
 struct ListenerOptions {
     /// "embedded", or the name of an installed model.
     QString engine;
-    /// Personal words, as they are spelled.
+    /// The custom vocabulary, in its exact spelling.
     QStringList words;
-    /// Into whose microphone the files are played; null to read them instead, which is faster than speaking.
+    /// The server whose microphone the files are played into; null to read the files instead, which is faster than real
+    /// time.
     std::shared_ptr<testbed::SoundServer> sound;
 };
 
-/// A Talmo that has just been started and knows no microphone, as far as recognising goes.
+/// The recognition side of a Talmo that has just been started and knows no microphone.
 class Listener {
 public:
-    /// Throws Error when the engine is not there.
+    /// Throws Error if the engine is missing.
     explicit Listener(const ListenerOptions &options);
 
-    /// What is recognised of a sound file. Throws Error.
+    /// The transcript of a sound file. Throws Error.
     FileTranscript hear(const QString &file);
 
 private:

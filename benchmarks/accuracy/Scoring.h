@@ -5,13 +5,13 @@
 
 namespace talmo::accuracy {
 
-/// Words as they are compared: in lower case, without punctuation.
+/// Words for comparison: in lower case, without punctuation.
 QStringList comparableWords(const QString &text);
 
-/// How many words were put in, left out or exchanged.
+/// The number of inserted, deleted and substituted words.
 int wordErrors(const QStringList &expected, const QStringList &heard);
 
-/// How often these words stand in this text one after the other.
+/// The number of times these words occur consecutively in the text.
 int occurrences(const QStringList &text, const QStringList &words);
 
 } // namespace talmo::accuracy

@@ -57,7 +57,7 @@ void write(const QString &path, const Sound &sound)
     sf_writef_double(file.get(), sound.samples.data(), static_cast<sf_count_t>(sound.samples.size()));
 }
 
-/// The file of that name, made by `make` if it is not there.
+/// The file of that name, created by `make` if missing.
 QString once(const QString &folder, const QString &name, const std::function<Sound()> &make)
 {
     const QString path = folder + QLatin1Char('/') + name + QStringLiteral(".wav");

@@ -5,17 +5,17 @@
 
 namespace talmo::accuracy {
 
-/// Each makes a new sound file in the folder, unless it is there from before, and gives back its path. Throws Error.
+/// Each creates a sound file in the folder, unless it exists, and returns its path. Throws Error.
 
-/// 16 kHz, one channel, from a file without a header.
+/// From a file without a header: 16 kHz, one channel.
 QString fromRaw(const QString &file, const QString &folder);
-/// White noise under it, so many decibels below the speech.
+/// Adds white noise, this many decibels below the speech.
 QString withNoise(const QString &file, int decibels, const QString &folder);
-/// Louder or softer by so many decibels.
+/// Louder (positive) or softer (negative) by this many decibels.
 QString withGain(const QString &file, int decibels, const QString &folder);
-/// Speech without a pause, cut off after so many seconds.
+/// Speech without a pause, cut off after this many seconds.
 QString joined(const QStringList &files, int seconds, const QString &name, const QString &folder);
-/// A minute in which nobody speaks.
+/// A minute without speech.
 enum class Wordless { Silence, Noise, Music };
 QString wordless(Wordless kind, const QString &folder);
 

@@ -42,22 +42,22 @@ struct Desktop {
     std::shared_ptr<ApplicationShell> shell;
     /// Keeps the application's palette that of the desktop while it lives.
     std::shared_ptr<QObject> appearance;
-    /// Restores the clipboard and hands it on. Nothing is pasted after it. Finishes within three seconds.
+    /// Restores the clipboard and passes it on. Nothing can be pasted afterwards. Finishes within three seconds.
     std::function<QFuture<void>()> shutDown;
 };
 
 struct DesktopOptions {
     std::shared_ptr<Clock> clock;
-    /// Names of the keys to hold; empty for the usual ones.
+    /// Names of the keys to hold; empty for the default ones.
     QStringList hotkeys;
-    /// "light" or "dark"; anything else follows the desktop.
+    /// "light" or "dark" overrides the desktop; any other value follows it.
     QString colourScheme;
-    /// Called when the user asks the desktop to end Talmo.
+    /// Called when the user asks the desktop to quit Talmo.
     std::function<void()> quit;
 };
 
-/// Finds out which desktop this session offers and chooses Qt's platform plug-in for it. Before QApplication is
-/// constructed. Throws Error with a sentence for users if there is none.
+/// Detects the desktop of this session and selects Qt's platform plug-in for it. Call before constructing QApplication.
+/// Throws Error with a sentence for users if there is no desktop.
 void prepareDesktop();
 
 /// Opens the desktop that prepareDesktop() found. Main thread, with a QApplication. Throws Error.

@@ -18,9 +18,9 @@ struct Pasting {
     std::shared_ptr<PasteWitness> witness;
     std::shared_ptr<KeyEventPoster> keyPoster;
     std::shared_ptr<InputTrust> inputTrust;
-    /// Restores the clipboard. Nothing is pasted after it.
+    /// Restores the clipboard. Nothing can be pasted afterwards.
     std::function<QFuture<void>()> shutDown;
-    /// Finishes once nothing of ours is on the clipboard any more.
+    /// Finishes once Talmo no longer owns the clipboard.
     std::function<QFuture<void>()> ownershipLost;
 };
 

@@ -7,8 +7,8 @@
 
 namespace talmo {
 
-/// Has a view read again after changes: once, on the next turn of the loop, however many were announced. By then the
-/// announced values are stored. Lives at most as long as what it watches.
+/// Refreshes a view after changes: once, on the next turn of the event loop, however many were announced. By then the
+/// announced values are stored. Must not outlive what it watches.
 class ChangeWatcher : public QObject {
 public:
     ChangeWatcher(const Observable &watched, std::function<void()> reread)

@@ -5,13 +5,13 @@
 
 namespace talmo {
 
-/// Which server, and which model of its, edits what is dictated; for people to see.
+/// The server and model that edit dictated text, for display.
 struct EditingServer {
-    /// As the server names it; empty when there is none.
+    /// As the server names it; empty if there is none.
     QString model;
     /// Its address on this machine.
     QString place;
-    /// Addresses where programs of other users answer, which are not used.
+    /// Addresses that are not used because programs of other users listen there.
     QStringList refused;
 };
 

@@ -17,7 +17,7 @@ class MenuPanel;
 class SettingsWindow;
 class StatusItemController;
 
-/// What the views need of the platform.
+/// What the views need from the platform.
 struct UserInterfaceParts {
     std::shared_ptr<StatusItem> statusItem;
     PanelWindowFactory makePanelWindow;
@@ -26,7 +26,7 @@ struct UserInterfaceParts {
     std::shared_ptr<ApplicationShell> shell;
 };
 
-/// The icon in the menu bar, the panel that drops from it and the settings window. The overlay is the coordinator's.
+/// The menu bar icon, the panel that drops from it and the settings window. The overlay belongs to the coordinator.
 /// Main thread.
 class UserInterface {
 public:
@@ -35,7 +35,7 @@ public:
 
     /// Opens the settings window and brings it to the front.
     void openSettings();
-    /// Takes down what is in the way of an insertion; finishes when the keyboard is back in the window in front.
+    /// Closes whatever is in the way of an insertion; finishes when the frontmost window has the keyboard focus again.
     QFuture<void> clearTheWay();
 
 private:

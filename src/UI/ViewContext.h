@@ -16,23 +16,23 @@
 
 namespace talmo {
 
-/// What the views look at and act upon. They observe the coordinator alone, which announces every change of the
-/// settings and of the permissions as its own. It outlives the views.
+/// What the views show and act upon. They observe only the coordinator, which also announces changes of the settings
+/// and of the permissions. It outlives the views.
 struct ViewContext {
     TalmoCoordinator *coordinator = nullptr;
     std::shared_ptr<TalmoSettings> settings;
     std::shared_ptr<PermissionsManager> permissions;
-    /// Why the language model cannot be used, as a sentence; none when it can. Never waits.
+    /// Why the language model is unavailable, as a sentence; none if it is available. Never blocks.
     std::function<std::optional<QString>()> unavailabilityMessage;
-    /// Has that looked up anew; finishes when it has been. Never fails.
+    /// Probes the availability again; finishes once that is done. Never fails.
     std::function<QFuture<void>()> refreshAvailability;
-    /// Who gets the text. Never waits. Empty on a system that has no servers for that.
+    /// The server that receives the text. Never blocks. Empty if the platform has no such servers.
     std::function<EditingServer()> editingServer;
-    /// Null on a system that has one recogniser and nothing to choose.
+    /// Null if the platform has only one recogniser.
     std::shared_ptr<RecogniserSettings> recogniser;
-    /// Null on a system that cannot tell password fields from others.
+    /// Null if the platform cannot detect password fields.
     std::shared_ptr<PasswordFieldSettings> passwordFields;
-    /// Null where nothing can be got back.
+    /// Null if nothing can be recovered.
     std::shared_ptr<DictationRecovery> recovery;
 };
 

@@ -40,8 +40,8 @@ FAULT(Clipboard, ownerEndsInMidValue, "The program that owns the clipboard ends 
     const RawSelectionOwner owner("CLIPBOARD", {{"UTF8_STRING", plain("kept")}, {"image/png", dying}});
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(nextMeant()));
-    EXPECT_TRUE(talmo->waitForLine(u"the clipboard's image/png was not kept (200000 bytes had come): its owner ended"_s,
-                                   patience));
+    EXPECT_TRUE(talmo->waitForLine(
+        u"the clipboard's image/png was not kept (200000 bytes received): its owner exited"_s, patience));
     EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "kept"; }, patience));
     nextDictationWorks();
 }

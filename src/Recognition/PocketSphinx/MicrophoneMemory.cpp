@@ -17,7 +17,7 @@ namespace talmo {
 
 namespace {
 
-/// More than any microphone's, and far from what the recogniser could not survive.
+/// More than any microphone's, and far below what would break the decoder.
 constexpr double largestValue = 1000;
 constexpr qsizetype longestMean = 64;
 
@@ -96,7 +96,7 @@ void MicrophoneMemory::remember(const QString &microphone, const Mean &mean)
     }
 }
 
-/// A failure costs the next run a second of learning, unless a later try succeeds.
+/// A failure costs the next run a second of calibration, unless a later attempt succeeds.
 void MicrophoneMemory::write()
 {
     QJsonObject object;

@@ -8,22 +8,21 @@
 
 namespace talmo {
 
-/// What a recogniser has learnt about the sound of each microphone, kept from one run to the next. Any thread, but none
-/// that must not wait for the disk.
+/// The calibration of each microphone, kept from one run to the next. Any thread that may block on the disk.
 class MicrophoneMemory {
 public:
     using Mean = QList<float>;
 
-    /// Reads the file if it is there; an unreadable one is as good as none, since everything in it can be learnt again.
-    /// An empty path keeps it all in memory.
+    /// Reads the file if it exists; an unreadable one counts as empty, since everything in it can be calibrated again.
+    /// With an empty path, everything stays in memory.
     explicit MicrophoneMemory(const QString &path = {});
 
-    /// Where it belongs for this user.
+    /// The path of this user's file.
     static QString standardPath();
 
-    /// Empty when the microphone is unknown.
+    /// Empty if the microphone is unknown.
     Mean recall(const QString &microphone) const;
-    /// Written down when it is new or has changed audibly.
+    /// Writes the file if the calibration is new or audibly different.
     void remember(const QString &microphone, const Mean &mean);
 
 private:

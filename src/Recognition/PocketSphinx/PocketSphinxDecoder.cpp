@@ -43,16 +43,16 @@ void require(int result, const char *what)
     }
 }
 
-/// The commands as words of their own: heard as several, “new” and “line” lose against what is more usual. Weights are
-/// relative to an average word's.
+/// The commands, as dictionary words of their own: as separate words, “new” and “line” lose to more common ones.
+/// Weights are relative to an average word's.
 struct CommandWord {
     const char *token;
     const char *phones;
     const char *words;
-    /// What takes its place in the middle of a sentence: nobody means a command there, and it must not act.
+    /// The replacement in the middle of a sentence, where no command is meant and none must be carried out.
     const char *inPassing;
-    /// A request for a list: it is the end of what was said, or a pause follows it; “as the list shows” begins all too
-    /// much like one.
+    /// A list command, which must be the last phrase or be followed by a pause; “as the list shows” starts in much the
+    /// same way.
     bool isListRequest;
 };
 constexpr CommandWord commandWords[] = {
@@ -78,13 +78,13 @@ const CommandWord *findCommand(const QByteArray &token)
     return command != std::end(commandWords) ? command : nullptr;
 }
 
-/// Names are rare in general and frequent with the one who has entered them.
+/// Names are rare in general, but frequent for the user who added them.
 constexpr float personalWeight = 3000;
 
 constexpr char searchName[] = "talmo";
 
-/// What goes into the language model as one class: it stands a handful of single words more, or a second class, and
-/// then reads beyond its own memory.
+/// The words that are added to the language model, as one class: with more than a handful of single words, or with a
+/// second class, the library reads beyond its own memory.
 struct OwnWords {
     QByteArrayList tokens;
     std::vector<float> weights;
@@ -131,14 +131,15 @@ bool PocketSphinxDecoder::isModelInstalled(const QString &modelFolder)
 std::unique_ptr<PocketSphinxDecoder> PocketSphinxDecoder::load(const QString &modelFolder,
                                                                const PersonalVocabulary &vocabulary)
 {
-    err_set_logfp(nullptr); // The library would tell the terminal about every frame.
+    err_set_logfp(nullptr); // Silences the library's per-frame logging.
     const QByteArray hmm = QFile::encodeName(acousticModel(modelFolder));
     const QByteArray dict = QFile::encodeName(dictionary(modelFolder));
-    // One pass with narrow beams: measured to lose next to nothing, and the end of an utterance then costs a few
-    // milliseconds instead of a tenth of a second and more.
+    // One pass with narrow beams: measured to lose next to no accuracy, while ending an utterance takes a few
+    // milliseconds instead of a tenth of a second or more.
     cmd_ln_t *config = cmd_ln_init(nullptr, ps_args(), TRUE, "-hmm", hmm.constData(), "-dict", dict.constData(),
                                    "-fwdflat", "no", "-beam", "1e-60", "-pbeam", "1e-60", "-wbeam", "1e-40",
-                                   // Noise would have it follow every reading there is, and take longer than the sound.
+                                   // Without a limit, noise would keep every hypothesis alive and decoding would take
+                                   // longer than real time.
                                    "-maxhmmpf", "5000", nullptr);
     ps_decoder_t *decoder = config != nullptr ? ps_init(config) : nullptr;
     if (config != nullptr) {
@@ -152,7 +153,7 @@ std::unique_ptr<PocketSphinxDecoder> PocketSphinxDecoder::load(const QString &mo
     return result;
 }
 
-/// Words must be in the dictionary and in the language model before the search is made of the two.
+/// Words must be in the dictionary and in the language model before the search is created from the two.
 void PocketSphinxDecoder::addVocabulary(const QString &modelFolder, const PersonalVocabulary &vocabulary)
 {
     m_vocabulary = vocabulary;
@@ -265,7 +266,7 @@ int PocketSphinxDecoder::trailingSilence() const
 QString PocketSphinxDecoder::hypothesis() const
 {
     const auto words = heardWords();
-    // A filler that is long enough, or the edge of what was said, is where people mean commands.
+    // Users mean commands only beside a pause: a filler of this length, or the start or end of the utterance.
     constexpr int shortestPause = 4; // Frames of a hundredth of a second.
     const auto isPause = [&words](std::size_t index) {
         return index >= words.size() || (words[index].isFiller() && words[index].frames >= shortestPause) ||
@@ -278,7 +279,7 @@ QString PocketSphinxDecoder::hypothesis() const
             continue;
         }
         const CommandWord *command = findCommand(word.token);
-        // Before the first there is the edge as well: an index below it is beyond the last.
+        // The start counts as a pause too: the index before the first word wraps around to beyond the last.
         if (command != nullptr && (isPause(index + 1) || (!command->isListRequest && isPause(index - 1)))) {
             text.append(QString::fromLatin1(command->words));
         } else {
@@ -306,10 +307,10 @@ bool PocketSphinxDecoder::setCepstralMean(const CepstralMean &mean)
     return true;
 }
 
-/// By a front end apart from the decoder's: the decoder's would be searched, slowly, with the wrong sound.
+/// Uses a separate front end: the decoder's own would run the search, slowly and without calibration.
 bool PocketSphinxDecoder::learnFrom(std::span<const std::int16_t> samples)
 {
-    constexpr int leastFrames = 40; // A hundred are a second. Those without speech do not count.
+    constexpr int leastFrames = 40; // A hundred are a second. Frames without speech do not count.
     constexpr int32 framesAtOnce = 64;
     const std::unique_ptr<fe_t, decltype(&fe_free)> frontEnd(fe_init_auto_r(ps_get_config(m_decoder)), &fe_free);
     if (!frontEnd) {

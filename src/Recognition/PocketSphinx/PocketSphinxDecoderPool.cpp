@@ -56,7 +56,7 @@ void PocketSphinxDecoderPool::discard(std::unique_ptr<PocketSphinxDecoder> decod
 
 void PocketSphinxDecoderPool::setVocabulary(const PersonalVocabulary &vocabulary)
 {
-    std::unique_ptr<PocketSphinxDecoder> outdated; // Let go of without the lock: it takes a while.
+    std::unique_ptr<PocketSphinxDecoder> outdated; // Destroyed after the lock is released, since that takes a while.
     const std::lock_guard lock(m_mutex);
     m_vocabulary = vocabulary;
     if (m_kept && m_kept->vocabulary() != vocabulary) {

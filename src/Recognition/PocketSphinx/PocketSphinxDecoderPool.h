@@ -10,24 +10,24 @@
 
 namespace talmo {
 
-/// Keeps one decoder for the next recording, which gives it back at its end. Any thread.
+/// Keeps one decoder for the next recording, which returns it when it ends. Any thread.
 class PocketSphinxDecoderPool {
 public:
     explicit PocketSphinxDecoderPool(QString modelFolder);
 
-    /// The one that is kept, if it knows the right words, or else a freshly loaded one. Throws Error.
+    /// The kept decoder if it has the current vocabulary, else a newly loaded one. Throws Error.
     std::unique_ptr<PocketSphinxDecoder> take();
     void giveBack(std::unique_ptr<PocketSphinxDecoder> decoder);
-    /// Instead of giveBack(), for one that is no longer fit.
+    /// Instead of giveBack(), for a decoder that is unusable.
     void discard(std::unique_ptr<PocketSphinxDecoder> decoder);
-    /// Loads the one to keep, unless there is one or a recording is about to give one back. Throws Error.
+    /// Loads a decoder to keep, unless there is one or a recording will return one. Throws Error.
     void warmUp();
-    /// How many decoders have been loaded so far.
+    /// The number of decoders loaded so far.
     int loadCount() const { return m_loadCount; }
     QString modelFolder() const { return m_modelFolder; }
-    /// What decoders are to know from the next one that is taken on.
+    /// The vocabulary of decoders taken from now on.
     void setVocabulary(const PersonalVocabulary &vocabulary);
-    /// Gives the memory of the one that is kept back.
+    /// Frees the memory of the kept decoder.
     void unload();
     bool keepsOne() const;
 

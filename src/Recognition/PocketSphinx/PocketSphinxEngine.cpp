@@ -10,7 +10,7 @@ std::optional<QString> englishModelLocale(const QString &locale)
 {
     static const QRegularExpression english(
         QRegularExpression::anchoredPattern(QStringLiteral("en([_-][A-Za-z0-9]{2,8})*(\\.[A-Za-z0-9-]+)?(@[a-z]+)?")));
-    // A machine without a language speaks the one its messages are written in.
+    // A system without a language counts as English, the language of its messages.
     static const QRegularExpression unnamed(
         QRegularExpression::anchoredPattern(QStringLiteral("(C|POSIX)(\\.[A-Za-z0-9-]+)?")));
     if (english.match(locale).hasMatch() || unnamed.match(locale).hasMatch()) {
@@ -53,7 +53,7 @@ QString PocketSphinxEngine::problem() const
                      "Talmo", "The speech model isn't installed. Install the package pocketsphinx-en-us."));
 }
 
-/// Debian checks its packages, so this model is never checked.
+/// Debian verifies its packages, so this model is not verified again.
 QStringList PocketSphinxEngine::files() const
 {
     return {};

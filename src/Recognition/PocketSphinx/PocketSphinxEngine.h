@@ -14,8 +14,8 @@ class PocketSphinxEngine final : public SpeechEngine {
 public:
     static const QString engineId;
 
-    /// An empty folder stands for Debian's. Without knowledge of microphones it takes all for the same one, and forgets
-    /// its calibration when it goes.
+    /// An empty folder stands for Debian's. Without `microphone`, all microphones count as the same one, and the
+    /// calibration is lost with this object.
     explicit PocketSphinxEngine(const QString &modelFolder = {}, MicrophoneKnowledge microphone = {});
 
     static QString debianModelFolder();
@@ -31,9 +31,9 @@ public:
     void warmUp() override { m_pool->warmUp(); }
     void unload() override { m_pool->unload(); }
 
-    /// Whether a model waits in memory for the next recording. Any thread.
+    /// Whether a decoder is kept in memory for the next recording. Any thread.
     bool isLoaded() const { return m_pool->keepsOne(); }
-    /// How many times the model has been loaded. Any thread.
+    /// The number of times the model has been loaded. Any thread.
     int loadCount() const { return m_pool->loadCount(); }
 
 private:
@@ -41,7 +41,7 @@ private:
     MicrophoneKnowledge m_microphone;
 };
 
-/// The model's locale for any kind of English, and for a system that names no language at all ("C", "POSIX").
+/// The model's locale for any kind of English, and for a system without a language ("C", "POSIX").
 std::optional<QString> englishModelLocale(const QString &locale);
 
 } // namespace talmo

@@ -63,7 +63,7 @@ void PocketSphinxRecording::process(std::span<const std::int16_t> samples)
     m_isBroken = false;
 }
 
-/// With its noise taken out, a microphone is calibrated separately.
+/// A microphone has a separate calibration for sound without its noise.
 QString PocketSphinxRecording::soundName() const
 {
     return m_reducesNoise ? m_microphoneName + QStringLiteral(" without noise") : m_microphoneName;
@@ -130,7 +130,7 @@ void PocketSphinxRecording::endUtterance()
     m_transcript.publishFinal(text);
 }
 
-/// Worth its time if the noise turned out to be loud, or most of the utterance came after the calibration.
+/// Worthwhile if the noise turned out to be loud, or most of the utterance came after the calibration.
 void PocketSphinxRecording::recogniseAgain()
 {
     const auto calibratedWith = std::exchange(m_calibratedWith, 0);
@@ -160,7 +160,7 @@ void PocketSphinxRecording::finish()
     if (m_transcript.hasHeardWords()) {
         m_memory->remember(soundName(), m_decoder->cepstralMean());
     } else {
-        // Only speech tells how speech sounds here.
+        // Without speech, the calibration would be wrong.
         m_decoder->setCepstralMean(m_memory->recall(soundName()));
     }
     m_isBroken = false;

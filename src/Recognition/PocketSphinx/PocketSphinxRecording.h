@@ -17,23 +17,23 @@
 
 namespace talmo {
 
-/// What the embedded recogniser needs to know of the microphone.
+/// What the embedded engine knows about the microphones.
 struct MicrophoneKnowledge {
-    /// The name of the one that is recorded with; asked on the recogniser's thread. Empty when unknown.
+    /// The name of the current microphone, called on the decoder thread. Empty if unknown.
     std::function<QString()> currentName;
     std::shared_ptr<MicrophoneMemory> memory;
-    /// The noise around each, by its name. On the recogniser's thread.
+    /// The noise around each microphone, by its name. On the decoder thread.
     std::shared_ptr<QHash<QString, std::shared_ptr<NoiseReduction>>> noise =
         std::make_shared<QHash<QString, std::shared_ptr<NoiseReduction>>>();
 
-    /// Made when it is not there yet.
+    /// Created if missing.
     std::shared_ptr<NoiseReduction> noiseAround(const QString &name) const;
 };
 
-/// One recording, cut at its pauses, so that the end of it has little left to do.
+/// One recording, split at its pauses, so that little is left to do at its end.
 class PocketSphinxRecording final : public RecordingDecoder {
 public:
-    /// Takes a decoder from the pool, and gives it back in the end unless it refused something. Throws Error.
+    /// Takes a decoder from the pool and returns it in the end, unless it has failed. Throws Error.
     PocketSphinxRecording(std::shared_ptr<PocketSphinxDecoderPool> pool, const MicrophoneKnowledge &microphone,
                           Publish publish);
     ~PocketSphinxRecording() override;
@@ -57,14 +57,14 @@ private:
     UtterancePublisher m_transcript;
     QString m_microphoneName;
     std::shared_ptr<NoiseReduction> m_noise;
-    /// The noise is taken out of what is recognised.
+    /// Whether the sound without noise is recognised.
     bool m_reducesNoise;
     std::unique_ptr<PocketSphinxDecoder> m_decoder;
-    /// The decoder refused something, so its state is unknown.
+    /// The decoder has failed, so its state is unknown.
     bool m_isBroken = false;
     bool m_isInUtterance = false;
     MicrophoneCalibration m_calibration;
-    /// In samples, of the current utterance; 0 for a known microphone.
+    /// In samples of the current utterance; 0 for a known microphone.
     std::size_t m_calibratedWith = 0;
     UtteranceSegmenter m_segmenter;
     UtteranceSound m_sound;

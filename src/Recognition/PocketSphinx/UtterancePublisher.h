@@ -6,14 +6,14 @@
 
 namespace talmo {
 
-/// Publishes the text of one utterance after the other: volatile while it grows, final at its end.
+/// Publishes the text of one utterance after another: volatile while it grows, final at its end.
 class UtterancePublisher {
 public:
     explicit UtterancePublisher(RecordingDecoder::Publish publish);
 
-    /// Nothing is published if the text is empty or unchanged.
+    /// Publishes nothing if the text is empty or unchanged.
     void publishVolatile(const QString &text);
-    /// An empty text withdraws what was shown.
+    /// An empty text withdraws the volatile text.
     void publishFinal(const QString &text);
 
     bool hasHeardWords() const { return m_hasHeardWords; }

@@ -4,7 +4,7 @@
 
 namespace talmo {
 
-/// Decides where an utterance ends, so that the end of a recording leaves little to do: at a pause, and in a long
+/// Decides where an utterance ends, so that little is left to do at the end of a recording: at a pause, and in a long
 /// utterance at ever shorter ones, since the cost of finishing an utterance grows with its length.
 class UtteranceSegmenter {
 public:

@@ -9,11 +9,12 @@
 
 namespace talmo {
 
-/// The sound of the current utterance, kept to be recognised a second time when more is known of the microphone or the
-/// noise. Samples are 16 kHz, one channel.
+/// The sound of the current utterance, kept so that it can be recognised again when more is known about the microphone
+/// or the noise. Samples are 16 kHz, one channel.
 class UtteranceSound {
 public:
-    /// `samples`: as recorded. `withoutNoise`: the same, reduced. `isReduced`: which of them is recognised.
+    /// `samples`: as recorded. `withoutNoise`: the same after noise reduction. `isReduced`: whether the latter is
+    /// recognised.
     void add(std::span<const std::int16_t> samples, std::span<const std::int16_t> withoutNoise, bool isReduced);
     void clear();
 
@@ -21,7 +22,7 @@ public:
     std::span<const std::int16_t> recognised() const { return m_recognised; }
     /// Empty while the reduced sound is recognised anyway.
     std::span<const std::int16_t> withoutNoise() const { return m_withoutNoise; }
-    /// Music: the decoder would hear words in it.
+    /// Whether the sound is music, in which the decoder would hear words.
     bool isMusic() const;
 
 private:

@@ -15,7 +15,7 @@ bool isPiece(const QByteArray &token)
     return !token.startsWith('<') && !token.startsWith('#');
 }
 
-/// Whether no piece has a small letter.
+/// Whether no piece has a lower-case letter.
 bool areCapitals(const QByteArray &tokens)
 {
     const auto lines = tokens.split('\n');
@@ -51,7 +51,7 @@ HotWordVocabulary::HotWordVocabulary(const SherpaModel &model)
     }
 }
 
-/// The likelihood of the n-th of many words is about one in n.
+/// By Zipf's law, the n-th most frequent word has a probability of about 1/n.
 void HotWordVocabulary::guess(const QByteArray &tokens)
 {
     m_guessed = std::make_unique<QTemporaryFile>();

@@ -8,16 +8,16 @@
 
 namespace talmo {
 
-/// What a neural model must be given to be told words to listen for: the pieces that its words are made of, and how
-/// likely each is. Some models bring that as "bpe.vocab"; for the others it is guessed from the order of their tokens,
-/// which are sorted that way. Waits for the disk.
+/// What a neural model needs for hot words: the pieces that its words consist of, and the probability of each. Some
+/// models come with these as "bpe.vocab"; for the others they are estimated from the order of their tokens, which are
+/// sorted by frequency. Blocks on the disk.
 class HotWordVocabulary {
 public:
     explicit HotWordVocabulary(const SherpaModel &model);
 
-    /// False where the model cannot be told words.
+    /// False if the model does not support hot words.
     bool isUsable() const { return m_isUsable; }
-    /// The file with the pieces, which lives as long as this; empty where none is needed.
+    /// The file with the pieces, which lives as long as this object; empty if none is needed.
     QString path() const { return m_path; }
     bool hasCapitals() const { return m_hasCapitals; }
 

@@ -19,7 +19,7 @@ namespace {
 
 class SherpaRecording final : public RecordingDecoder {
 public:
-    /// `giveUp`: called when the recogniser fails.
+    /// `giveUp`: called when the library fails.
     SherpaRecording(std::shared_ptr<SherpaLibrary::Recogniser> recogniser, PersonalSpelling spelling, Publish publish,
                     std::function<void()> giveUp)
         : m_spelling(std::move(spelling)),
@@ -37,7 +37,7 @@ public:
     void finish() override
     {
         guarded([this] {
-            // The last sound is held back until enough comes behind it.
+            // The model holds back the last sound until enough audio follows.
             constexpr std::size_t tail = std::size_t(sampleRate) * 6 / 10;
             m_stream.accept(std::vector<float>(tail));
             m_stream.inputFinished();
@@ -105,7 +105,7 @@ private:
 
 } // namespace
 
-/// The recogniser while it is in memory. On the recogniser's thread, unless a comment says otherwise.
+/// The model and, while it is in memory, its recogniser. On the decoder thread, unless a comment says otherwise.
 class SherpaEngine::LoadedModel {
 public:
     LoadedModel(std::shared_ptr<SherpaLibrary> library, SherpaModel model)
@@ -114,7 +114,7 @@ public:
     {
     }
 
-    /// Throws Error; then it is not tried again. What has changed on the disk since it was looked at is noticed here.
+    /// Throws Error; the model is then not tried again. Re-examines the files, which may have changed on disk.
     std::shared_ptr<SherpaLibrary::Recogniser> get()
     {
         if (!m_recogniser) {
@@ -128,7 +128,7 @@ public:
         return m_recogniser;
     }
     void unload() { m_recogniser.reset(); }
-    /// It failed in the middle of a recording, and may do so again.
+    /// The library failed in the middle of a recording, and may do so again.
     void giveUp()
     {
         m_isUsable = false;

@@ -12,8 +12,8 @@ namespace talmo {
 /// sherpa-onnx with one streaming model.
 class SherpaEngine final : public SpeechEngine {
 public:
-    /// `libraryPath`: empty to look in the usual places. Throws Error if the library or the model is unusable, as far
-    /// as can be told without loading it.
+    /// `libraryPath`: empty to search the usual places. Throws Error if the library or the model is unusable, as far as
+    /// can be determined without loading it.
     SherpaEngine(QString name, const QString &libraryPath, const QString &modelFolder);
 
     QString id() const override { return m_name; }

@@ -18,8 +18,8 @@ namespace talmo {
 
 namespace {
 
-// What the library's functions take, as its documentation describes it. Written down here, since it comes without
-// headers; the layout has been the same since the oldest version that is let in.
+// The arguments of the library's functions, as its documentation describes them. Declared here, since the library is
+// installed without headers; the layout has not changed since the oldest supported version.
 struct OnlineModelConfig {
     const char *transducerEncoder = "";
     const char *transducerDecoder = "";
@@ -65,7 +65,7 @@ struct OnlineRecogniserConfig {
 };
 static_assert(sizeof(OnlineRecogniserConfig) == 272, "the layout that the library expects");
 
-/// How much likelier a reading becomes with a word that is listened for, in the model's own measure.
+/// The bonus for hypotheses that contain a hot word, in the model's log probability.
 constexpr float hotWordScore = 2.0F;
 
 constexpr char libraryName[] = "libsherpa-onnx-c-api.so";
@@ -127,7 +127,7 @@ QStringList SherpaLibrary::usualPlaces()
         places.append(folder + QStringLiteral("/talmo/engines/") + name);
     }
     places.append(QStringLiteral("/usr/local/lib/") + name);
-    places.append(name); // Wherever the loader looks.
+    places.append(name); // The dynamic loader's own search path.
     return places;
 }
 
@@ -152,8 +152,8 @@ std::shared_ptr<SherpaLibrary> SherpaLibrary::open(const QString &path)
         if (place.contains(QLatin1Char('/')) && !QFile::exists(place)) {
             continue;
         }
-        // For good: what it throws is destroyed by its own code, possibly after the last use of it here.
-        // Now, not when a function is first needed: what cannot be resolved would end the process then.
+        // NODELETE, because exceptions thrown by the library are destroyed by its own code, possibly after its last use
+        // here. NOW, because an unresolved symbol would otherwise end the process when it is first called.
         void *handle = dlopen(QFile::encodeName(place).constData(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
         if (handle != nullptr) {
             return std::shared_ptr<SherpaLibrary>(new SherpaLibrary(handle, place));
@@ -209,7 +209,7 @@ std::shared_ptr<SherpaLibrary::Recogniser> SherpaLibrary::Recogniser::load(std::
     const QByteArray tokens = file(model.tokens);
     OnlineRecogniserConfig config;
     config.model.tokens = tokens.constData();
-    constexpr int mostThreads = 4; // More hardly help a model that listens as fast as one speaks.
+    constexpr int mostThreads = 4; // More hardly help a model that runs in real time.
     config.model.threadCount = std::clamp(QThread::idealThreadCount() / 2, 1, mostThreads);
     switch (model.kind) {
     case SherpaModel::Kind::Transducer:
@@ -228,7 +228,7 @@ std::shared_ptr<SherpaLibrary::Recogniser> SherpaLibrary::Recogniser::load(std::
     const QByteArray unit = model.hotWordUnit.toLatin1();
     const QByteArray pieces = QFile::encodeName(vocabulary.path());
     if (vocabulary.isUsable()) {
-        // Words can only be listened for where several readings are kept.
+        // Hot words require a decoding method that keeps several hypotheses.
         config.decodingMethod = "modified_beam_search";
         config.hotwordsScore = hotWordScore;
         config.model.modelingUnit = unit.constData();
@@ -262,7 +262,7 @@ SherpaLibrary::Recogniser::~Recogniser()
 
 namespace {
 
-/// The library throws what is unknown here, over models that do not fit their tokens for example.
+/// The library throws exceptions of unknown types, for example if a model does not fit its tokens.
 template <typename Call>
 auto guarded(Call call)
 {
@@ -282,7 +282,7 @@ const void *SherpaLibrary::Stream::create(const Recogniser &recogniser, const QS
         return functions.createStream(recogniser.m_handle);
     }
     QStringList words = hotWords;
-    words.replaceInStrings(QStringLiteral("/"), QStringLiteral(" ")); // It stands between two words.
+    words.replaceInStrings(QStringLiteral("/"), QStringLiteral(" ")); // It separates the hot words.
     const QString joined = words.join(QLatin1Char('/'));
     return functions.createStreamWithHotwords(
         recogniser.m_handle, (recogniser.m_wantsCapitals ? joined.toUpper() : joined).toUtf8().constData());

@@ -10,41 +10,41 @@
 
 namespace talmo {
 
-/// A neural recogniser's model on disk, as the library wants to be told of it.
+/// A neural model on disk, described as the library needs it.
 struct SherpaModel {
     enum class Kind { Transducer, ZipformerCtc, NemoCtc };
 
     QString folder;
     Kind kind = Kind::Transducer;
-    /// File names within the folder; those that the kind does not need are empty.
+    /// File names within the folder; empty if the kind does not need them.
     QString encoder;
     QString decoder;
     QString joiner;
     QString model;
     QString tokens;
-    /// What it recognises, such as "en"; never empty.
+    /// The languages it recognises, such as "en"; never empty.
     QStringList languages;
-    /// How its tokens are made of words, "bpe" or "cjkchar", where it can be told words to listen for; else empty.
+    /// How words are split into its tokens, "bpe" or "cjkchar", if it supports hot words; else empty.
     QString hotWordUnit;
 
-    /// Looks what lies in the folder, and checks as far as can be without loading: the library ends the process over
-    /// some of what can be wrong. Throws Error.
+    /// Examines the files in the folder as far as possible without loading them, because the library aborts on some
+    /// invalid models. Throws Error.
     static SherpaModel examine(const QString &folder);
-    /// Whether all its files are still there.
+    /// Whether all its files still exist.
     bool isComplete() const;
 };
 
-/// The library of the neural recogniser, which the user may have installed: found and asked for its version when the
-/// program runs. Not thread-safe.
+/// The library of the neural engine, which is optional: it is located and its version checked at run time. Not
+/// thread-safe.
 class SherpaLibrary {
 public:
-    /// The oldest version whose structures are those known here.
+    /// The oldest version with the structures declared here.
     static constexpr int oldestVersion[] = {1, 12, 13};
 
     class Recogniser;
     class Stream;
 
-    /// `path`: the file, or empty to look in the usual places. Throws Error, with what to do about it.
+    /// `path`: the file, or empty to search the usual places. Throws Error with advice for the user.
     static std::shared_ptr<SherpaLibrary> open(const QString &path);
     ~SherpaLibrary();
     SherpaLibrary(const SherpaLibrary &) = delete;
@@ -53,10 +53,10 @@ public:
     QString version() const;
     QString path() const { return m_path; }
 
-    /// Whether there is such a file, without loading it.
+    /// Whether the library's file exists, without loading it.
     static bool isInstalled(const QString &path);
 
-    /// Where it is looked for.
+    /// The places that are searched.
     static QStringList usualPlaces();
 
     struct Functions;
@@ -72,7 +72,7 @@ private:
 /// A loaded model. One thread.
 class SherpaLibrary::Recogniser {
 public:
-    /// Throws Error when the library refuses the model.
+    /// Throws Error if the library rejects the model.
     static std::shared_ptr<Recogniser> load(std::shared_ptr<SherpaLibrary> library, const SherpaModel &model);
     ~Recogniser();
     Recogniser(const Recogniser &) = delete;
@@ -85,22 +85,22 @@ private:
     std::shared_ptr<SherpaLibrary> m_library;
     const void *m_handle;
     bool m_takesHotWords;
-    /// Its tokens are capitals, so words to be listened for must be too.
+    /// The model's tokens are upper case, so hot words must be too.
     bool m_wantsCapitals;
 };
 
-/// One recording. Its recogniser's thread.
+/// One recording. The thread of its recogniser.
 class SherpaLibrary::Stream {
 public:
-    /// `hotWords`: to be listened for, in small letters; without effect where the model cannot. Throws Error.
+    /// `hotWords`: in lower case; ignored if the model does not support them. Throws Error.
     explicit Stream(std::shared_ptr<Recogniser> recogniser, const QStringList &hotWords = {});
     ~Stream();
     Stream(const Stream &) = delete;
     Stream &operator=(const Stream &) = delete;
 
-    /// Samples between -1 and 1, 16,000 a second.
+    /// Samples between -1 and 1, at 16 kHz.
     void accept(std::span<const float> samples);
-    /// No more will come: what is held back is recognised as well.
+    /// Call after the last samples: recognises what the model has held back.
     void inputFinished();
     /// The text since the last reset.
     QString text() const;

@@ -18,7 +18,7 @@ namespace {
 constexpr qint64 smallestModel = 128;
 constexpr qint64 largestTokens = qint64(16) * 1024 * 1024;
 
-/// Files such as "encoder-epoch-99.int8.onnx": the smaller numbers are quicker and next to as good, so they come first.
+/// Files such as "encoder-epoch-99.int8.onnx": int8 models are faster and almost as accurate, so they come first.
 QString find(const QDir &folder, const QString &part)
 {
     for (const auto &pattern : {QStringLiteral("*%1*.int8.onnx"), QStringLiteral("*%1*.onnx")}) {
@@ -38,13 +38,13 @@ void requireModel(const QDir &folder, const QString &name, const QString &what)
     }
     char first = 0;
     const bool isReadable = file.open(QFile::ReadOnly) && file.read(&first, 1) == 1;
-    constexpr char beginningOfEveryModel = 0x08; // The first field, which says the format's version.
+    constexpr char beginningOfEveryModel = 0x08; // The tag of the first field, the format's version.
     if (!isReadable || file.size() < smallestModel || first != beginningOfEveryModel) {
         throw Error(QStringLiteral("%1 is no model, or is damaged.").arg(file.fileName()));
     }
 }
 
-/// Every line must be a token and its number: the library ends the process over one that is not.
+/// Every line must be a token and its number: the library aborts on any other line.
 void requireTokens(const QDir &folder, const QString &name)
 {
     QFile file(folder.filePath(name));
@@ -67,7 +67,7 @@ void requireTokens(const QDir &folder, const QString &name)
     }
 }
 
-/// A model that nothing is said of is an English one, as most are.
+/// A model without a declared language counts as English, as most are.
 QStringList languagesOf(const QJsonObject &note)
 {
     QStringList languages;

@@ -4,14 +4,14 @@
 
 namespace talmo {
 
-/// The keyboard's place in the window in front, which Talmo's menu borrows. Main thread.
+/// The keyboard focus of the frontmost window, which Talmo's menu borrows. Main thread.
 class FrontmostFocus {
 public:
     virtual ~FrontmostFocus() = default;
 
-    /// Called before the keyboard is borrowed: here it has to come back to.
+    /// Call before grabbing the keyboard; records the window to return focus to.
     virtual void remember() = 0;
-    /// Finishes when keys go there again, or after half a second at most, if it never comes back. Never fails.
+    /// Finishes when that window has the focus again, or after half a second if it never does. Never fails.
     virtual QFuture<void> returned() = 0;
 };
 

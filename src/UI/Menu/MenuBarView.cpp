@@ -121,7 +121,7 @@ void MenuBarView::showContents()
     layout()->activate();
 }
 
-/// Text that wraps only says how high it is once it knows how wide it is.
+/// The height of wrapping text is known only once its width is.
 QSize MenuBarView::sizeHint() const
 {
     return {panelWidth, layout()->totalHeightForWidth(panelWidth)};

@@ -17,18 +17,18 @@ namespace talmo {
 class MenuRow;
 class TintedLabel;
 
-/// The content of the panel that drops from the menu bar: what Talmo is doing, what it misses, and what can be done.
-/// It has no state of its own.
+/// The content of the panel that drops from the menu bar: the state, the missing permissions and the commands. Holds no
+/// state of its own.
 class MenuBarView final : public QWidget {
 public:
-    /// `perform` is called with what was chosen, never with MenuAction::None.
+    /// `perform` is called with the chosen action, never with MenuAction::None.
     MenuBarView(ViewContext context, std::function<void(MenuAction)> perform);
 
-    /// Reads everything anew at once; otherwise that happens after every change.
+    /// Refreshes everything at once; otherwise that happens after every change.
     void reread();
-    /// Puts the keyboard on the row that is most likely wanted.
+    /// Gives the keyboard focus to the row that is most likely wanted.
     void focusFirstRow();
-    /// As wide as it always is, and as high as it has to be.
+    /// The width is fixed; the height follows the content.
     QSize sizeHint() const override;
     void setOnSizeChanged(std::function<void()> callback) { m_onSizeChanged = std::move(callback); }
 

@@ -49,7 +49,7 @@ QList<MenuEntry> recoveryRows(const DictationRecovery &recovery)
     return rows;
 }
 
-/// Title, subtitle and main row.
+/// Fills in the title, the subtitle and the main row.
 void describeState(MenuContents &contents, const TalmoState &state, const QString &hotkeyDisplayName)
 {
     contents.mainRow = startRow();

@@ -25,29 +25,29 @@ enum class MenuAction {
 struct MenuEntry {
     QString symbol;
     QString title;
-    /// A hint at the other end of the row, such as a shortcut.
+    /// A hint at the end of the row, such as a shortcut.
     QString hint;
     MenuAction action = MenuAction::None;
 
     bool operator==(const MenuEntry &) const = default;
 };
 
-/// What the menu says, worded for people: the panel and the plain menu say the same about the state.
+/// The texts of the menu, shared by the panel and the plain menu.
 struct MenuContents {
     QString title;
     QString subtitle;
-    /// One for each missing permission; when there are any, `grant` is offered.
+    /// One per missing permission; if there are any, `grant` is offered.
     QStringList warnings;
     MenuEntry grant;
     MenuEntry mainRow;
-    /// What can be got back; in the plain menu alone.
+    /// Commands that recover lost content; only in the plain menu.
     QList<MenuEntry> recovery;
     MenuEntry settings;
     MenuEntry quit;
 
     bool operator==(const MenuContents &) const = default;
 
-    /// The title for a tool tip, which would take markup in it for formatting.
+    /// The title for a tool tip, escaped if Qt would take it for rich text.
     QString toolTip() const;
 
     static MenuContents make(const TalmoState &state, SimpleStatus microphone, SimpleStatus speechRecognition,
@@ -55,7 +55,7 @@ struct MenuContents {
     static MenuContents make(const ViewContext &context);
 };
 
-/// The symbol in the menu bar: each state has a shape of its own.
+/// The menu bar symbol; each state has a distinct shape.
 QString menuBarSymbol(const TalmoState &state);
 
 } // namespace talmo

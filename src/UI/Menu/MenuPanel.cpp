@@ -11,7 +11,7 @@ namespace talmo {
 
 namespace {
 
-/// Between the panel and the icon, and between the panel and the edges of the screen.
+/// Between the panel and the icon, and between the panel and the edges of the screen, in logical pixels.
 constexpr int gap = 6;
 
 int within(int value, int lowest, int highest)
@@ -91,7 +91,7 @@ void MenuPanel::open(std::optional<QRect> icon)
             }
         });
     }
-    // Permissions may have been given or taken away without a word.
+    // Permissions may have been granted or revoked without notice.
     m_context.permissions->refresh();
     m_view->reread();
     m_icon = icon;

@@ -30,7 +30,7 @@ void MenuRow::setContents(const QString &symbol, const QString &title, const QSt
 {
     m_symbol = symbol;
     m_hint = hint;
-    // A plain “&” in a button's text marks the letter behind it.
+    // A plain “&” in a button's text would mark the next letter as its mnemonic.
     setText(QString(title).replace(QLatin1Char('&'), QLatin1String("&&")));
     setAccessibleName(title);
     setAccessibleDescription(hint);

@@ -5,8 +5,8 @@
 
 namespace talmo {
 
-/// A row that can be chosen: an icon, a title, and a hint at the other end where there is one. The row under the
-/// pointer has the focus, so that there is one highlight, whichever way it was moved there.
+/// A menu row: an icon, a title and an optional hint at the end. Hovering moves the focus, so that only one row is ever
+/// highlighted.
 class MenuRow final : public QPushButton {
 public:
     MenuRow();

@@ -10,19 +10,19 @@
 
 namespace talmo {
 
-/// The icon in the menu bar, tray or panel of the desktop. Main thread. It may be that there is no place for one yet,
-/// or never: then nothing is shown until there is.
+/// The icon in the desktop's menu bar, tray or panel. Main thread. If the desktop has no place for one yet, nothing is
+/// shown until it does.
 class StatusItem {
 public:
     virtual ~StatusItem() = default;
 
-    /// A name for Symbol, drawn in the colour that fits where it is shown.
+    /// A name for Symbol, drawn in a colour that suits the surroundings.
     virtual void setSymbol(const QString &symbol) = 0;
-    /// What the plain menu says, for desktops that show only that; its title is the icon's tooltip.
+    /// The plain menu, for desktops that show only that; its title is the icon's tool tip.
     virtual void setMenu(const MenuContents &contents) = 0;
-    /// The icon was clicked. Where it is, if that can be known.
+    /// Called when the icon is clicked, with its position if known.
     virtual void setOnActivated(std::function<void(std::optional<QRect> place)> callback) = 0;
-    /// Something was chosen in the plain menu.
+    /// Called when an entry of the plain menu is chosen.
     virtual void setOnChosen(std::function<void(MenuAction)> callback) = 0;
     /// Closes the plain menu if it is open.
     virtual void closeMenu() = 0;

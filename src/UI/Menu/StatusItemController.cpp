@@ -12,7 +12,7 @@ StatusItemController::StatusItemController(ViewContext context, std::shared_ptr<
     reread();
 }
 
-/// Only what is different is handed on: words arrive many times a second, and icons are not redrawn for them.
+/// Passes on only what has changed: words arrive many times a second and must not cause the icon to be redrawn.
 void StatusItemController::reread()
 {
     const QString symbol = menuBarSymbol(m_context.coordinator->state());

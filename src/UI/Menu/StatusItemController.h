@@ -8,7 +8,7 @@
 
 namespace talmo {
 
-/// Keeps the icon in the menu bar and its plain menu telling what the coordinator does. Main thread.
+/// Keeps the menu bar icon and its plain menu in step with the coordinator. Main thread.
 class StatusItemController {
 public:
     StatusItemController(ViewContext context, std::shared_ptr<StatusItem> item);

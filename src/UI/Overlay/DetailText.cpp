@@ -15,7 +15,7 @@ namespace talmo {
 
 namespace {
 
-/// No two lines of that size hold more than this, so nothing before it needs to be measured.
+/// Longer than two lines can hold, so that only this many characters from the end need to be measured.
 constexpr qsizetype longestMeasuredText = 1000;
 
 const QString ellipsis = QStringLiteral("…");
@@ -35,7 +35,7 @@ void prepare(QTextLayout &layout)
     layout.setTextOption(option);
 }
 
-/// Breaks the text, at one line more than `mostLines` at most.
+/// Breaks the text, stopping at `mostLines` + 1 lines.
 Lines breakIntoLines(QTextLayout &layout, int width, int mostLines, int lineHeight)
 {
     Lines lines;
@@ -57,7 +57,7 @@ Lines measure(const QString &text, const QFont &font, int width, int mostLines)
     return breakIntoLines(layout, width, mostLines, 0);
 }
 
-/// Where the text may begin if its head has to go: at words, or at characters.
+/// The positions at which the visible part may begin, in words or in characters.
 QList<qsizetype> beginnings(const QString &text, QTextBoundaryFinder::BoundaryType type)
 {
     QList<qsizetype> positions;
@@ -72,7 +72,7 @@ QList<qsizetype> beginnings(const QString &text, QTextBoundaryFinder::BoundaryTy
     return positions;
 }
 
-/// The text from the first of these beginnings on with which it fits; empty when none will do.
+/// The text from the first of these positions at which it fits; empty if none does.
 QString longestFitting(const QString &text, const QList<qsizetype> &positions, const QFont &font, int width,
                        int mostLines)
 {
@@ -95,7 +95,7 @@ QString lastPart(const QString &text)
     return text.mid(position);
 }
 
-/// The layout would begin a line at each of them, and a tab has no place to go to.
+/// The layout would start a new line at each line break, and a tab has no tab stop.
 QString withoutLineBreaks(QString text)
 {
     const auto isBreak = [](QChar character) {
@@ -121,7 +121,7 @@ DetailText::DetailText(const QString &text, const QFont &font, int width, int mo
         }
         lines = measure(m_shownText, font, width, mostLines);
     }
-    // A text that wraps takes the whole width, so that it keeps it while it grows.
+    // Wrapped text takes the whole width, so that it keeps its width while it grows.
     const int widest = lines.count > 1 ? width : static_cast<int>(std::ceil(lines.widest));
     m_size = QSize(widest, lines.count * lineHeight(font));
 }

@@ -10,19 +10,19 @@ class QPainter;
 
 namespace talmo {
 
-/// A text broken into a few lines at most, whose beginning goes where it is too long: the newest words stay.
+/// A text of a few lines at most. If it is too long, its beginning is cut, so that the newest words stay visible.
 class DetailText {
 public:
     DetailText() = default;
-    /// `width`: the most that a line may take, in logical pixels.
+    /// `width`: the maximum width of a line, in logical pixels.
     DetailText(const QString &text, const QFont &font, int width, int mostLines);
 
     bool isEmpty() const { return m_shownText.isEmpty(); }
-    /// What is left of the text, behind an ellipsis if something is missing.
+    /// The visible part of the text, after an ellipsis if the beginning was cut.
     const QString &shownText() const { return m_shownText; }
-    /// What the lines take up. Each is as high as every other, whatever is written in it, so that nothing jumps.
+    /// The size of the lines. All lines have the same height whatever their glyphs, so that the text does not jump.
     QSize size() const { return m_size; }
-    /// Right-to-left text begins at the right of the `width`, which is not less than the text's own.
+    /// Right-to-left text is aligned to the right of `width`, which must not be less than the text's own.
     void paint(QPainter &painter, const QPointF &topLeft, int width, const QColor &colour) const;
 
     static int lineHeight(const QFont &font);

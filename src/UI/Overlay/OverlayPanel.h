@@ -4,7 +4,7 @@
 
 namespace talmo {
 
-/// The window of the overlay: there for the eyes only.
+/// The window of the overlay, which takes no input.
 class OverlayPanel {
 public:
     static constexpr QSize initialSize{320, 70};
@@ -22,7 +22,7 @@ public:
     static constexpr bool canBecomeKeyWindow() { return false; }
     static constexpr bool canBecomeMainWindow() { return false; }
 
-    /// How the overlay's panel is made.
+    /// The options the overlay's panel is created with.
     static PanelOptions options(QSize largestContentSize);
 
     PanelWindow &window() { return *m_window; }

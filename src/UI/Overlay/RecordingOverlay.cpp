@@ -120,7 +120,7 @@ void RecordingOverlay::paintEvent(QPaintEvent * /*event*/)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    // In the middle of a card that is higher than it has to be.
+    // Centres the content in a card that is higher than needed.
     const int slack = std::max(0, height() - idealSize().height());
     const QRect area = rect().marginsRemoved(padding).translated(0, slack / 2);
     painter.setPen(Qt::NoPen);

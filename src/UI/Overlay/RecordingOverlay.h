@@ -15,19 +15,19 @@ namespace talmo {
 
 class TalmoCoordinator;
 
-/// What the overlay says in a state.
+/// The texts of the overlay in a given state.
 struct OverlayContents {
     QColor dot;
     QString title;
     QString detail;
     bool operator==(const OverlayContents &) const = default;
 
-    /// The transcript is the user's own and shown as it is; everything else is worded for this platform. The notice, if
-    /// there is one, stands where a state that works on a sentence has nothing to say.
+    /// The transcript is shown verbatim; all other texts are looked up for this platform. The notice, if there is one,
+    /// fills the detail line in states that have none of their own.
     static OverlayContents make(const TalmoState &state, const QString &liveTranscript, const QString &notice = {});
 };
 
-/// The content of the overlay: a coloured dot and a title, and below it what is being heard or what went wrong.
+/// The content of the overlay: a coloured dot and a title, and below it the live transcript or the error.
 class RecordingOverlay final : public QWidget {
 public:
     static constexpr int smallestWidth = 220;
@@ -36,14 +36,14 @@ public:
     /// Without a notice, only the coordinator's state is shown.
     explicit RecordingOverlay(const TalmoCoordinator &coordinator, std::shared_ptr<DictationNotice> notice = nullptr);
 
-    /// Reads the coordinator at once; otherwise that happens after every change.
+    /// Refreshes from the coordinator at once; otherwise that happens after every change.
     void reread();
     const OverlayContents &contents() const { return m_contents; }
-    /// What is seen of the detail.
+    /// The visible part of the detail.
     const QString &shownDetail() const { return m_detail.shownText(); }
 
     QSize idealSize() const;
-    /// No content needs more.
+    /// The size that no content exceeds.
     QSize largestSize() const;
     void setOnIdealSizeChanged(std::function<void()> callback) { m_onIdealSizeChanged = std::move(callback); }
 

@@ -29,7 +29,7 @@ void RecordingOverlayController::show()
                                                  m_content);
         m_content->setOnIdealSizeChanged([this] { followContent(); });
     }
-    // The change that brought this call may not have reached the content yet.
+    // The content may not have seen the change that caused this call yet.
     m_content->reread();
     position(m_panel->window());
     m_panel->window().orderFrontRegardless();
@@ -62,11 +62,11 @@ void RecordingOverlayController::position(PanelWindow &panel)
 
 QRect RecordingOverlayController::frameFor(QSize size) const
 {
-    // Kept doubled, since half pixels lost at each step would make a growing card wander.
+    // Stored doubled: rounding half pixels at each step would make a growing card drift.
     return QRect(QPoint((m_doubledMiddle - size.width()) / 2, m_bottom - size.height()), size);
 }
 
-/// The card grows and shrinks with what is said; its bottom edge and its middle stay where they are.
+/// Resizes the card with its content, keeping its bottom edge and its horizontal centre.
 void RecordingOverlayController::followContent()
 {
     if (m_isPlaced && m_panel->window().isVisible()) {

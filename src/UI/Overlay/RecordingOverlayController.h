@@ -19,7 +19,7 @@ class TalmoCoordinator;
 class RecordingOverlayController final : public OverlayService {
 public:
     static constexpr int smallestHeight = 50;
-    /// From the bottom of the screen's usable area to the card's.
+    /// From the bottom of the screen's usable area to the bottom of the card, in logical pixels.
     static constexpr int distanceFromBottom = 90;
 
     RecordingOverlayController(TalmoCoordinator &coordinator, PanelWindowFactory makeWindow,
@@ -27,10 +27,10 @@ public:
                                std::shared_ptr<DictationNotice> notice = nullptr);
     ~RecordingOverlayController() override;
 
-    /// Sizes and places the card for what it shows now, on the screen under the pointer.
+    /// Sizes and positions the card for its current content, on the screen under the pointer.
     void show() override;
     void hide() override;
-    /// Does nothing when there is no screen; a card shown without one is placed when a screen is added.
+    /// Does nothing without a screen; a card shown without one is positioned when a screen is added.
     void position(PanelWindow &panel);
 
 private:
@@ -44,11 +44,11 @@ private:
     std::shared_ptr<ScreenSource> m_screens;
     std::shared_ptr<DictationNotice> m_notice;
     std::unique_ptr<OverlayPanel> m_panel;
-    RecordingOverlay *m_content = nullptr; ///< Belongs to the panel.
+    RecordingOverlay *m_content = nullptr; ///< Owned by the panel.
     bool m_isPlaced = false;
     int m_doubledMiddle = 0;
     int m_bottom = 0;
-    QObject m_receiver; ///< Ends the connection to the screens along with the controller.
+    QObject m_receiver; ///< Disconnects from the screens when the controller is destroyed.
 };
 
 } // namespace talmo

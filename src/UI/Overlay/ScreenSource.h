@@ -11,11 +11,11 @@ namespace talmo {
 
 struct Screen {
     QRect frame;
-    /// Without what bars and docks take up.
+    /// The frame without the areas reserved for bars and docks.
     QRect visibleFrame;
 };
 
-/// The screens and the pointer, in logical pixels, y growing downwards. Main thread; read anew at every call.
+/// The screens and the pointer, in logical pixels, y growing downwards. Main thread; queried afresh at every call.
 class ScreenSource : public QObject {
     Q_OBJECT
 
@@ -30,7 +30,7 @@ Q_SIGNALS:
     void screenAdded();
 };
 
-/// The first screen that the pointer is on, else the main screen, if there is one.
+/// The first screen that contains the pointer, else the main screen, if there is one.
 std::optional<Screen> screenUnderPointer(const ScreenSource &source);
 
 } // namespace talmo

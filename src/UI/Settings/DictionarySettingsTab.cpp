@@ -22,7 +22,7 @@ namespace {
 constexpr int spacing = 8;
 constexpr int controlHeight = 28;
 
-/// A button that shows a symbol in the colour of its text.
+/// A button that shows a symbol in its text colour.
 class SymbolButton final : public QToolButton {
 public:
     SymbolButton(const QString &symbol, const QString &name)
@@ -59,7 +59,7 @@ QStringList shownWords(const QListWidget &list)
     return words;
 }
 
-/// Where the word stands that has so many equal ones before it; -1 when there is none.
+/// The index of the word that has this many equal words before it; -1 if there is none.
 qsizetype placeOf(const QStringList &words, const QString &word, qsizetype equalOnesBefore)
 {
     auto place = words.indexOf(word);
@@ -132,7 +132,7 @@ void DictionarySettingsTab::reread()
 {
     const QStringList words = m_context.settings->dictionaryWords();
     if (words == shownWords(*m_list)) {
-        return; // What is selected stays selected.
+        return; // Keeps the selection.
     }
     const auto selected = selectedWords();
     m_list->clear();
@@ -167,14 +167,14 @@ void DictionarySettingsTab::add()
     }
 }
 
-/// From the list as it is now: it may have changed since it was shown.
+/// Removes from the current list, which may have changed since it was shown.
 void DictionarySettingsTab::removeSelected()
 {
     const auto selected = selectedWords();
     const QStringList before = m_context.settings->dictionaryWords();
     QStringList words = before;
     int firstRemoved = -1;
-    // From the end, so that the places of those still to be removed hold.
+    // From the end, so that the indexes of the remaining words stay valid.
     for (auto each = selected.crbegin(); each != selected.crend(); ++each) {
         if (const auto place = placeOf(words, each->word, each->equalOnesBefore); place >= 0) {
             words.removeAt(place);
@@ -185,7 +185,7 @@ void DictionarySettingsTab::removeSelected()
         m_context.settings->setDictionaryWords(words);
     }
     reread();
-    if (firstRemoved >= 0 && !words.isEmpty()) { // So that several can go one after the other.
+    if (firstRemoved >= 0 && !words.isEmpty()) { // So that several words can be deleted in succession.
         m_list->setCurrentRow(std::min(firstRemoved, m_list->count() - 1));
     }
 }

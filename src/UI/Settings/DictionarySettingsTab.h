@@ -13,7 +13,7 @@ class QToolButton;
 
 namespace talmo {
 
-/// The user's own words. Every change is written at once.
+/// The user's custom vocabulary. Every change is saved at once.
 class DictionarySettingsTab final : public QWidget {
 public:
     explicit DictionarySettingsTab(ViewContext context);
@@ -24,7 +24,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    /// A word of the list, and how many equal ones stand before it.
+    /// A word in the list, and the number of equal words before it.
     struct ShownWord {
         QString word;
         qsizetype equalOnesBefore;

@@ -15,12 +15,12 @@ namespace {
 
 constexpr int symbolSpacing = 6;
 
-const char *const usedText = QT_TRANSLATE_NOOP("Talmo", "Your text goes to %1 at %2.");
-const char *const unusedText = QT_TRANSLATE_NOOP("Talmo", "%1 at %2 gets no text while this is off.");
+const char *const usedText = QT_TRANSLATE_NOOP("Talmo", "Your text is sent to %1 at %2.");
+const char *const unusedText = QT_TRANSLATE_NOOP("Talmo", "While this is off, no text is sent to %1 at %2.");
 const char *const refusedText =
-    QT_TRANSLATE_NOOP("Talmo", "Another user's program answers at %1. It gets none of your text.");
+    QT_TRANSLATE_NOOP("Talmo", "Another user's program is listening at %1. Your text is not sent to it.");
 
-/// What a server calls its model may hold anything, and a line of it is too wide.
+/// A server may give its model any name; one as long as a line is too wide.
 QString shortened(const QString &name)
 {
     constexpr qsizetype longest = 48;

@@ -10,13 +10,13 @@ class SymbolLabel;
 class TintedLabel;
 class WarningRow;
 
-/// Says in a line which server and which model get the text, and in another which programs were refused. Takes no room
-/// while there is nothing to say.
+/// Shows the server and model that receive the text, and the servers that were refused. Hidden if there is nothing to
+/// show.
 class EditingServerRow final : public QWidget {
 public:
     EditingServerRow();
 
-    /// `isUsed`: whether the user wants texts to be edited at all.
+    /// `isUsed`: whether the user has enabled editing by a language model.
     void setServer(const EditingServer &server, bool isUsed);
 
 private:

@@ -16,12 +16,12 @@ class KeyCap;
 class TintedLabel;
 class WarningRow;
 
-/// The shortcut, the cleanup, the start at login. Every control writes its setting at once.
+/// The shortcut, the cleanup and launching at login. Every control saves its setting at once.
 class GeneralSettingsTab final : public QWidget {
 public:
     explicit GeneralSettingsTab(ViewContext context);
 
-    /// Shows what the settings are now; otherwise that happens after every change.
+    /// Refreshes from the settings at once; otherwise that happens after every change.
     void reread();
 
 private:

@@ -4,7 +4,7 @@
 
 namespace talmo {
 
-/// The name of a key, drawn as the key.
+/// The name of a key, drawn as a key cap.
 class KeyCap final : public QLabel {
 public:
     KeyCap();

@@ -26,8 +26,8 @@ const char *const privacyCaption = QT_TRANSLATE_NOOP(
              "cleanup all run using Apple's on-device Speech and Foundation Models frameworks. Nothing you say or type "
              "is sent anywhere.");
 const char *const passwordFieldsCaption = QT_TRANSLATE_NOOP(
-    "Talmo", "Talmo pastes nothing where the application in front says that the cursor is in a password field. Only "
-             "works while the desktop's accessibility service is running.");
+    "Talmo", "Talmo does not paste if the application in front reports that the cursor is in a password field. "
+             "Requires the desktop's accessibility service.");
 
 } // namespace
 
@@ -46,7 +46,7 @@ PrivacySettingsTab::PrivacySettingsTab(ViewContext context)
         *section, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Microphone")),
         [permissions] { return permissions->microphoneStatus() == SimpleStatus::Granted; },
         [permissions] { permissions->openMicrophoneSettings(); });
-    // It has no pane of its own; what it needs is heard through the microphone.
+    // Speech recognition has no pane of its own; it depends on the microphone.
     addPermission(
         *section, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Speech Recognition")),
         [permissions] { return permissions->speechRecognitionStatus() == SimpleStatus::Granted; },

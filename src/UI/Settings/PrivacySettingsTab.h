@@ -16,7 +16,7 @@ namespace talmo {
 class SettingsSection;
 class SymbolLabel;
 
-/// What Talmo does with what it hears, and the permissions it has.
+/// What Talmo does with recorded speech, and the permissions it has.
 class PrivacySettingsTab final : public QWidget {
 public:
     explicit PrivacySettingsTab(ViewContext context);
@@ -35,7 +35,7 @@ private:
 
     ViewContext m_context;
     std::vector<PermissionRow> m_permissions;
-    QCheckBox *m_guardPasswordFields = nullptr; ///< Null where password fields are not known.
+    QCheckBox *m_guardPasswordFields = nullptr; ///< Null if the platform cannot detect password fields.
     ChangeWatcher m_watcher;
     std::unique_ptr<ChangeWatcher> m_passwordFieldsWatcher;
 };

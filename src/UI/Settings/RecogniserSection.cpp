@@ -23,8 +23,8 @@ namespace {
 const char *const sectionTitle = QT_TRANSLATE_NOOP("Talmo", "Recogniser");
 const char *const modelTitle = QT_TRANSLATE_NOOP("Talmo", "Model");
 const char *const choiceCaption = QT_TRANSLATE_NOOP(
-    "Talmo", "Talmo's own addition on Linux. What you say is recognised on this computer whichever you choose; only "
-             "the download of a model uses the network.");
+    "Talmo", "Available on Linux only. Speech is recognised on this computer whichever recogniser you choose; the "
+             "network is used only to download models.");
 
 constexpr int progressSteps = 1000;
 constexpr int progressHeight = 9;
@@ -40,7 +40,7 @@ QComboBox *makePicker(const QString &name)
     return picker;
 }
 
-/// Brings the entries of a picker up to date, and leaves what is selected where it still exists.
+/// Updates the entries of a picker, keeping the selection if it still exists.
 void fill(QComboBox &picker, const QList<RecogniserSettings::Choice> &entries, const QString &selected)
 {
     const QSignalBlocker blocker(picker);
@@ -115,7 +115,7 @@ QString RecogniserSection::selectedModel() const
     return m_models->currentData().toString();
 }
 
-/// What the button does: it says so.
+/// Performs the action named on the button.
 void RecogniserSection::act()
 {
     const QString id = selectedModel();
@@ -183,7 +183,7 @@ void RecogniserSection::rereadInstallation()
     m_progress->setVisible(installation.has_value());
     m_progressText->setVisible(installation.has_value());
     if (installation) {
-        // Without an end the bar only moves to and fro.
+        // With a maximum of 0 the bar shows activity without progress.
         m_progress->setRange(0, installation->share ? progressSteps : 0);
         m_progress->setValue(static_cast<int>(installation->share.value_or(0) * progressSteps));
         m_progressText->setText(installation->description);

@@ -18,8 +18,7 @@ class SettingsSection;
 class TintedLabel;
 class WarningRow;
 
-/// Which recogniser is used, and a row for the models that can be had: look at one, install or remove it, see how far
-/// that has come.
+/// A picker for the recogniser, and a row to view, install and remove models and to follow an installation.
 class RecogniserSection final : public QWidget {
 public:
     explicit RecogniserSection(std::shared_ptr<RecogniserSettings> settings);

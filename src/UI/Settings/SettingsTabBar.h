@@ -4,7 +4,7 @@
 
 namespace talmo {
 
-/// Tabs as symbols with their names below them, in the middle of the window.
+/// Tabs shown as symbols with their titles below them, centred in the window.
 class SettingsTabBar final : public QTabBar {
 public:
     SettingsTabBar();

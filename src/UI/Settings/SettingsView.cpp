@@ -48,7 +48,7 @@ SettingsView::SettingsView(const ViewContext &context)
     addShortcuts();
 }
 
-/// A page scrolls where the screen is too low for it.
+/// Pages scroll on screens that are too low for them.
 void SettingsView::addPage(QWidget *page, const QString &title, const QString &symbol)
 {
     auto *inner = new QWidget;

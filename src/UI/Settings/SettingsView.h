@@ -11,14 +11,14 @@ namespace talmo {
 
 class SettingsTabBar;
 
-/// The settings: three tabs, without an Apply or a Cancel, since every control writes at once.
+/// The settings, in three tabs. There is no Apply or Cancel, since every control saves at once.
 class SettingsView final : public QWidget {
 public:
     explicit SettingsView(const ViewContext &context);
 
-    /// Shows everything as it is now; otherwise that happens after every change.
+    /// Refreshes everything at once; otherwise that happens after every change.
     void reread();
-    /// What it takes for the first tab to show without scrolling.
+    /// The height at which the first tab fits without scrolling.
     int idealHeight(int width) const;
 
 private:

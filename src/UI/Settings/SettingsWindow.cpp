@@ -17,7 +17,7 @@ namespace talmo {
 namespace {
 
 constexpr int idealWidth = 540;
-/// What a window manager puts around a window, and a little air.
+/// Allows for the window manager's frame and a small margin.
 constexpr int airAround = 60;
 
 } // namespace
@@ -43,7 +43,7 @@ void SettingsWindow::open()
     m_view->reread();
     if (!isVisible()) {
         place();
-        setFocus(); // On no control: the first Tab goes to the first one.
+        setFocus(); // To the window rather than a control: the first press of Tab then reaches the first control.
     }
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
@@ -66,7 +66,7 @@ void SettingsWindow::place()
 
 void SettingsWindow::changeEvent(QEvent *event)
 {
-    // Coming back from setting up a model, the user wants to see that it is there.
+    // A user who returns from setting up a model expects to see it.
     if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
         refreshAvailability();
     }

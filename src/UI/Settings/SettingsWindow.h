@@ -11,12 +11,12 @@ namespace talmo {
 
 class SettingsView;
 
-/// The window around the settings, made when it is first asked for and kept from then on. Main thread.
+/// The settings window, created when it is first opened and then kept. Main thread.
 class SettingsWindow final : public QWidget {
 public:
     SettingsWindow(const ViewContext &context, std::shared_ptr<ScreenSource> screens);
 
-    /// Shows it, on the screen under the pointer when it was closed, or brings it out from under others.
+    /// Raises the window if it is open; otherwise shows it on the screen under the pointer.
     void open();
 
 protected:

@@ -6,7 +6,7 @@ namespace talmo {
 
 class TintedLabel;
 
-/// A sentence about something that is not as it should be, behind a warning sign; not there while there is none.
+/// A warning sign and a sentence; hidden while the text is empty.
 class WarningRow final : public QWidget {
 public:
     WarningRow();

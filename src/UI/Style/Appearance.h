@@ -9,7 +9,7 @@ namespace talmo {
 /// Whether the desktop's surfaces are light or dark.
 enum class ColourScheme { Light, Dark };
 
-/// Fonts and colours that the views share. Sizes of fonts are in logical pixels, as all sizes in the views are.
+/// Fonts and colours that the views share. Font sizes are in logical pixels, like all sizes in the views.
 namespace Appearance {
 
 inline constexpr int titleSize = 13;
@@ -18,19 +18,19 @@ inline constexpr int captionSize = 11;
 
 QFont font(int pixelSize, QFont::Weight weight = QFont::Normal);
 
-/// Judged by the palette's windows.
+/// Judged by the palette's window colour.
 bool isDark(const QPalette &palette);
 ColourScheme scheme(const QPalette &palette);
-/// The dimmed foreground for what is said second.
+/// A dimmed foreground for secondary text.
 QColor secondary(const QPalette &palette);
 QColor hairline(const QPalette &palette);
-/// A surface a little apart from the window's.
+/// A surface slightly set off from the window's.
 QColor groupSurface(const QPalette &palette);
-/// For warnings and for what is as it should be; legible on the palette's windows.
+/// For warnings and for success; legible on the palette's window colour.
 QColor orange(const QPalette &palette);
 QColor green(const QPalette &palette);
 
-/// For desktops that say which scheme they want and set no palette for it.
+/// For desktops that name a colour scheme but set no palette for it.
 QPalette palette(ColourScheme scheme);
 
 } // namespace Appearance

@@ -17,11 +17,11 @@ namespace {
 
 constexpr qreal shadowDrop = 4;
 
-/// Corners whose curvature begins gently, rather than at once as that of a circle does.
+/// A rounded rectangle whose corners start to curve gradually, unlike circular arcs.
 QPainterPath outline(const QRectF &rect)
 {
     constexpr qreal exponent = 1.12; // Stretches the corner along the edges…
-    constexpr qreal handle = 0.36;   // …and draws its curve out of them softly.
+    constexpr qreal handle = 0.36;   // …and makes the curve leave them gradually.
     const qreal reach = std::min({cornerRadius * exponent, rect.width() / 2, rect.height() / 2});
     const qreal near = reach * handle;
     QPainterPath path(QPointF(rect.left() + reach, rect.top()));
@@ -39,7 +39,7 @@ QPainterPath outline(const QRectF &rect)
     return path;
 }
 
-/// How dark the shadow is at this distance from the card's edge, inside it negative.
+/// The opacity of the shadow at this distance from the card's edge, negative inside.
 qreal shadowStrength(qreal distance)
 {
     constexpr qreal darkest = 0.34;
@@ -78,7 +78,7 @@ const QImage &shadow(qreal ratio)
     return image;
 }
 
-/// The corners as they are, the edges and the middle stretched.
+/// Draws the corners unscaled and stretches the edges and the middle.
 void paintShadow(QPainter &painter, const QRect &card)
 {
     const qreal ratio = painter.device()->devicePixelRatioF();
@@ -115,7 +115,7 @@ void paint(QPainter &painter, const QRect &card, const QPalette &palette, bool i
     const QPainterPath shape = outline(card);
     if (isTranslucent) {
         painter.save();
-        // Only around the card: under it, it would show through.
+        // Only around the card: underneath, it would show through.
         QPainterPath around;
         around.addRect(QRectF(card).adjusted(-shadowMargin, -shadowMargin, shadowMargin, shadowMargin + shadowDrop));
         painter.setClipPath(around.subtracted(shape));

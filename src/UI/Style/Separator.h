@@ -7,7 +7,7 @@ namespace talmo {
 /// A hairline between groups.
 class Separator final : public QWidget {
 public:
-    /// `height`: of the room that it stands in the middle of. `inset`: how far it stays from both ends.
+    /// `height`: that of the widget, with the line in its middle. `inset`: the gap at both ends of the line.
     explicit Separator(int height, int inset = 0);
 
 protected:

@@ -9,7 +9,7 @@ namespace talmo::Symbol {
 
 namespace {
 
-/// Some symbols are drawn a second time, on a grid of this many pixels, for trays that are that high.
+/// Some symbols have a second drawing on a grid of this many pixels, for trays of that height.
 constexpr int trayGrid = 22;
 
 QString file(const QString &name)
@@ -17,14 +17,14 @@ QString file(const QString &name)
     return QStringLiteral(":/symbols/%1.svg").arg(name);
 }
 
-/// The drawing whose grid the size fits best.
+/// The drawing whose grid fits the size best.
 QString fittingFile(const QString &name, int deviceSize)
 {
     const QString large = file(QStringLiteral("%1@%2").arg(name).arg(trayGrid));
     return deviceSize % trayGrid == 0 && QFile::exists(large) ? large : file(name);
 }
 
-/// For pictures that are drawings themselves.
+/// Used if the painter records vector graphics, such as SVG.
 void paintAsDrawing(QPainter &painter, const QRectF &square, const QString &name, const QColor &colour)
 {
     QFile drawing(file(name));
@@ -52,7 +52,7 @@ QPixmap pixmap(const QString &name, int size, const QColor &colour, qreal ratio)
     if (exists(name)) {
         QPainter painter(&result);
         QSvgRenderer(fittingFile(name, deviceSize)).render(&painter, QRectF(0, 0, deviceSize, deviceSize));
-        // The drawings say where there is ink, not what colour it has.
+        // The drawings define only the shape; the colour comes from the caller.
         painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
         painter.fillRect(result.rect(), colour);
     }

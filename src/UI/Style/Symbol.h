@@ -10,18 +10,18 @@ class QRectF;
 
 namespace talmo {
 
-/// Talmo's own drawings, each in one colour, by name: "mic.circle", "gearshape" and so on.
+/// Talmo's own single-colour drawings, by name: "mic.circle", "gearshape" and so on.
 namespace Symbol {
 
-/// The side of the square in which symbols are drawn beside text, in logical pixels.
+/// The side of the square that symbols beside text are drawn in, in logical pixels.
 inline constexpr int rowSize = 16;
 
 bool exists(const QString &name);
 
-/// Nothing for a name that does not exist.
+/// Draws nothing if there is no symbol of that name.
 void paint(QPainter &painter, const QRectF &square, const QString &name, const QColor &colour);
 
-/// `size` in logical pixels, with `ratio` device pixels each.
+/// `size` is in logical pixels, `ratio` in device pixels per logical pixel.
 QPixmap pixmap(const QString &name, int size, const QColor &colour, qreal ratio = 1);
 
 /// In all the sizes at which trays and views show icons.

@@ -8,11 +8,11 @@
 
 namespace talmo {
 
-/// A symbol beside a text, in a colour that follows the palette. Says what it means to those who cannot see it, where
-/// it means something that the text beside it does not say.
+/// A symbol beside a text, in a colour that follows the palette. It has an accessible name if its meaning is not in the
+/// text beside it.
 class SymbolLabel final : public QWidget {
 public:
-    /// Gives the colour for a palette.
+    /// Returns the colour for a palette.
     using Colour = std::function<QColor(const QPalette &)>;
 
     SymbolLabel(const QString &symbol, Colour colour, int size = 16);

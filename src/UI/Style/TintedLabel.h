@@ -9,7 +9,7 @@
 
 namespace talmo {
 
-/// Plain text that wraps, in a colour derived from the palette, so that it follows a change from light to dark.
+/// Plain text that wraps, in a colour derived from the palette, so that it follows a change of the colour scheme.
 class TintedLabel final : public QLabel {
 public:
     using Colour = std::function<QColor(const QPalette &)>;

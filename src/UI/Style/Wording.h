@@ -6,22 +6,22 @@ class QTranslator;
 
 namespace talmo {
 
-/// The door through which every text of Talmo's own passes on its way to the eye: Qt's translation catalogues, in which
-/// a platform words anew what names the places and products of another one, and a translator adds languages. What the
-/// user dictated never comes here. Main thread.
+/// The single lookup for user-visible strings, in Qt's translation catalogues. A platform's catalogue replaces texts
+/// that name the places and products of another platform, and translators add languages. Dictated text is never looked
+/// up. Main thread.
 namespace Wording {
 
-/// The context of all texts in the catalogues; QT_TRANSLATE_NOOP("Talmo", …) marks them in the source.
+/// The context of all texts in the catalogues; mark them in the source with QT_TRANSLATE_NOOP("Talmo", …).
 inline constexpr const char *context = "Talmo";
 
-/// The text as people read it here; the source text itself when no catalogue knows it.
+/// The translated text, or the source text if no catalogue has it.
 QString text(const QString &source);
 QString text(const char *source);
 
-/// The same with the name of the key to hold wherever the catalogue's text says %1.
+/// The translated text with each %1 replaced by the name of the key to hold.
 QString textWithKey(const char *source, const QString &keyName);
 
-/// An error's description: one that ends in a foreign system's words keeps those as they are.
+/// A translated error description. Only the prefix before a foreign system's message is translated.
 QString errorText(const QString &description);
 
 } // namespace Wording

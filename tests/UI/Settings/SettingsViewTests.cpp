@@ -205,10 +205,10 @@ TEST_F(GeneralTabTest, showsWhichServerAndModelGetTheText)
 {
     world.server = {u"qwen2.5:7b"_s, u"127.0.0.1:11434"_s, {}};
     tab.reread();
-    EXPECT_TRUE(texts().contains(u"Your text goes to qwen2.5:7b at 127.0.0.1:11434."_s));
+    EXPECT_TRUE(texts().contains(u"Your text is sent to qwen2.5:7b at 127.0.0.1:11434."_s));
     toggle(u"Enable AI cleanup"_s).click();
     settle();
-    EXPECT_TRUE(texts().contains(u"qwen2.5:7b at 127.0.0.1:11434 gets no text while this is off."_s));
+    EXPECT_TRUE(texts().contains(u"While this is off, no text is sent to qwen2.5:7b at 127.0.0.1:11434."_s));
     world.server = {};
     tab.reread();
     EXPECT_FALSE(texts().join(u'\n').contains(u"11434"_s));
@@ -219,7 +219,7 @@ TEST_F(GeneralTabTest, showsWhichServersAreRefused)
     world.server = {{}, {}, {u"127.0.0.1:8080"_s, u"127.0.0.1:1234"_s}};
     tab.reread();
     EXPECT_TRUE(texts().contains(
-        u"Another user's program answers at 127.0.0.1:8080, 127.0.0.1:1234. It gets none of your text."_s));
+        u"Another user's program is listening at 127.0.0.1:8080, 127.0.0.1:1234. Your text is not sent to it."_s));
     EXPECT_TRUE(symbols(tab).contains(u"exclamationmark.triangle"_s));
     world.server = {};
     tab.reread();
@@ -230,7 +230,7 @@ TEST_F(GeneralTabTest, shortensServersModelNameAsPlainText)
 {
     world.server = {u"<b>%2</b>"_s + QString(200, u'x'), u"127.0.0.1:8080"_s, {}};
     tab.reread();
-    EXPECT_TRUE(texts().contains(u"Your text goes to <b>%2</b>"_s + QString(38, u'x') + u"… at 127.0.0.1:8080."_s));
+    EXPECT_TRUE(texts().contains(u"Your text is sent to <b>%2</b>"_s + QString(38, u'x') + u"… at 127.0.0.1:8080."_s));
 }
 
 TEST_F(GeneralTabTest, toggleStaysOnIfLoginItemFails)

@@ -37,22 +37,23 @@ QStringList catalogueSources()
 const std::map<QString, QString> &reworded()
 {
     static const std::map<QString, QString> texts{
-        {u"This Mac doesn't support Apple Intelligence."_s, u"This computer is set up without a language model."_s},
+        {u"This Mac doesn't support Apple Intelligence."_s,
+         u"The language model is turned off in Talmo's settings file."_s},
         {u"Apple Intelligence isn't turned on. Enable it in System Settings > Apple Intelligence & Siri to use AI cleanup."_s,
          u"No language model is running on this computer. Start one, such as llama.cpp's server or Ollama, to use AI cleanup."_s},
         {u"Talmo needs Accessibility access (System Settings > Privacy & Security > Accessibility) to insert text into other apps."_s,
-         u"Talmo needs an X server that lets it type (with the extensions XTEST and XInput) to insert text into other apps."_s},
+         u"Talmo needs an X server with the XTEST and XInput 2.2 extensions to insert text into other apps."_s},
         {u"On-device speech recognition isn't available on this Mac."_s,
          u"On-device speech recognition isn't available on this computer."_s},
         {u"Hold fn to record and release to insert, or double-tap fn for hands-free recording (press fn again to stop). Works even when Talmo isn't the frontmost app. Requires \"Press 🌐 key to: Do Nothing\" in System Settings > Keyboard, so macOS's own Globe-key action doesn't also fire. Not yet configurable in this MVP."_s,
-         u"Hold %1 to record and release to insert, or double-tap %1 for hands-free recording (press %1 again to stop). Works even when Talmo isn't the frontmost app. Other keys can be named in ~/.config/talmo/settings.json, as \"linux.standInKeys\"."_s},
+         u"Hold %1 to record and release to insert, or double-tap %1 for hands-free recording (press %1 again to stop). Works even when Talmo isn't the frontmost app. To use other keys, set \"linux.standInKeys\" in Talmo's settings file."_s},
         {u"Uses Apple's on-device Foundation Models to remove filler words and fix punctuation. When off, only basic local formatting is applied."_s,
          u"Uses a language-model server on this computer to remove filler words and fix punctuation. When off, only basic local formatting is applied."_s},
         {u"⌘,"_s, u"Ctrl+,"_s},
         {u"Audio and transcripts are processed locally on this Mac."_s,
          u"Audio and transcripts are processed locally on this computer."_s},
         {u"Talmo has no backend, no account, and no network functionality. Recording, transcription, and text cleanup all run using Apple's on-device Speech and Foundation Models frameworks. Nothing you say or type is sent anywhere."_s,
-         u"Talmo has no backend and no account. Recording and transcription run on this computer. With AI cleanup on, the text is handed to a language-model server on this computer, if one is running, and to nothing else. Talmo itself uses the internet only for the one-time download of a speech model."_s},
+         u"Talmo has no backend and no account. Recording and transcription run on this computer. With AI cleanup on, the text is sent to a language-model server on this computer, if one is running, and nowhere else. Talmo itself uses the internet only for the one-time download of a speech model."_s},
     };
     return texts;
 }

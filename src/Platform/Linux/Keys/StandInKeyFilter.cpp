@@ -21,7 +21,7 @@ std::optional<bool> StandInKeyFilter::keyDown(std::uint8_t keyCode, Time now)
             return false;
         }
         if (!m_held.empty() && !m_isReportedDown) {
-            m_usedAsModifier = now; // Still typing with it.
+            m_usedAsModifier = now; // The modifier is still in use.
             m_isHeldBack = false;
         }
         return std::nullopt;
@@ -49,7 +49,7 @@ std::optional<StandInKeyFilter::Time> StandInKeyFilter::withheldUntil() const
     if (!m_isHeldBack || !m_usedAsModifier) {
         return std::nullopt;
     }
-    // The smallest step beyond: exactly at its end the window of a double-tap is still open.
+    // One millisecond later: at the exact end, the window of a double-tap is still open.
     return *m_usedAsModifier + withheldAfterUse + std::chrono::milliseconds(1);
 }
 

@@ -8,34 +8,34 @@
 
 namespace talmo {
 
-/// Decides what of the stand-in key's life is the dictation key's: a keyboard's own fn key seldom reaches the system,
-/// so another key stands in for it, and one that is a modifier must still work as one. A plain value; the caller
+/// Decides which presses of the trigger key count as the dictation key. A keyboard's own fn key seldom reaches the
+/// system, so another key stands in for it; one that is a modifier must still work as one. A plain value; the caller
 /// passes the time.
 class StandInKeyFilter {
 public:
     using Time = std::chrono::steady_clock::time_point;
 
-    /// A modifier used with another key is not a dictation, and a press this soon after it is likely part of the same
-    /// typing, and would count as the second of a double-tap. It is held back, and reported once the time is over if
-    /// the key is still down: so nobody speaks in vain who dictates right after a Ctrl+C.
+    /// A modifier used with another key is not a dictation. A press this soon after such a use probably belongs to the
+    /// same typing, and would count as the second of a double-tap. It is withheld, and reported when this time has
+    /// passed if the key is still down, so that dictating right after a Ctrl+C loses no speech.
     static constexpr auto withheldAfterUse = std::chrono::milliseconds(300);
-    /// Held for this long, the key has begun a dictation, and other keys no longer take it back.
+    /// After this long the key has begun a dictation, and other keys no longer cancel it.
     static constexpr auto gestureBegins = std::chrono::milliseconds(150);
 
-    /// All of them together count as one key. Held keys stay held, whatever they have become: their release is
-    /// reported.
+    /// All of these keys together count as one. Held keys stay held even if they are no longer in the set: their
+    /// release is reported.
     void setKeyCodes(std::set<std::uint8_t> standIns);
     bool isStandIn(std::uint8_t keyCode) const { return m_standIns.contains(keyCode); }
-    /// Its presses and releases count: it stands in, or it did when it was pressed.
+    /// Whether the key's presses and releases count: it is a trigger key, or was one when it was pressed.
     bool isWatched(std::uint8_t keyCode) const { return isStandIn(keyCode) || m_held.contains(keyCode); }
 
-    /// The change to report for this press or release: the key went down, up, or nothing changed.
+    /// The change to report for this press or release: true if the key went down, false if up, none if nothing changed.
     std::optional<bool> keyDown(std::uint8_t keyCode, Time now);
     std::optional<bool> keyUp(std::uint8_t keyCode);
 
-    /// When a press that is held back is due; none when there is no such press.
+    /// When a withheld press is due; none if there is none.
     std::optional<Time> withheldUntil() const;
-    /// The change to report now that it is due.
+    /// The change to report if a withheld press is due.
     std::optional<bool> timePassed(Time now);
 
     bool isReportedDown() const { return m_isReportedDown; }

@@ -40,9 +40,9 @@ QList<quint32> standInKeySymbols(const QStringList &names)
     for (const auto &name : names) {
         const auto symbol = xkb_keysym_from_name(name.toUtf8().constData(), XKB_KEYSYM_CASE_INSENSITIVE);
         if (symbol == XKB_KEY_NoSymbol) {
-            generalLog().error("there is no key named %@: it cannot stand in for fn", {name});
+            generalLog().error("unknown key %@ in linux.standInKeys: ignored", {name});
         } else if (xkb_keysym_to_utf32(symbol) != 0) {
-            generalLog().error("the key %@ types: it cannot stand in for fn", {name});
+            generalLog().error("the key %@ in linux.standInKeys produces text: ignored", {name});
         } else if (!symbols.contains(symbol)) {
             symbols.append(symbol);
         }

@@ -6,12 +6,12 @@
 
 namespace talmo {
 
-/// The key symbols of the keys that stand in for fn, from their names as the X server knows them ("Control_R"). Right
-/// Ctrl, the fn key where a laptop lets the system see it, and F13 where none is named. A name that is no key's, or
-/// that of a key that types, is said in the log and left out.
+/// The key symbols of the trigger keys that stand in for fn, from their X key names ("Control_R"). If there are none:
+/// Right Ctrl, the fn key on laptops that pass it to the system, and F13. Unknown names and keys that produce text are
+/// logged and ignored.
 QList<quint32> standInKeySymbols(const QStringList &names);
 
-/// What people call a key: the first one of those above is the one that texts mention.
+/// The name on a key cap. User-visible texts mention the first of the keys above.
 QString keyDisplayName(quint32 keySymbol);
 
 } // namespace talmo

@@ -21,7 +21,7 @@ constexpr int focusedState = 12;
 constexpr int showingState = 25;
 constexpr quint32 passwordTextRole = 40;
 
-/// All sent before the first answer is waited for, so that a hundred questions take little longer than one.
+/// Sends all calls before waiting for the first reply, so that a hundred calls take little longer than one.
 QList<QDBusMessage> askAll(const QDBusConnection &connection, const QList<QDBusMessage> &questions,
                            const QDeadlineTimer &deadline)
 {
@@ -51,13 +51,13 @@ QDBusMessage childCountQuestion(const Accessible &object)
     return message;
 }
 
-/// The answer's first value; invalid for an error.
+/// The reply's first value; invalid if the reply is an error.
 QVariant value(const QDBusMessage &answer)
 {
     return answer.type() == QDBusMessage::ReplyMessage ? answer.arguments().value(0) : QVariant();
 }
 
-/// An answer that is no array of object references is none.
+/// The object references in the reply; none if it is not an array of them.
 QList<Accessible> references(const QDBusMessage &answer)
 {
     QList<Accessible> all;

@@ -10,19 +10,19 @@
 
 namespace talmo {
 
-/// An object that a program shows to assistive technologies.
+/// An object that a program exposes to assistive technologies.
 struct Accessible {
     QString service;
     QString path;
 };
 
-/// A connection to the bus on which programs show their windows to assistive technologies (AT-SPI). It exists only
-/// while it is needed: programs do more work for a listener that stays. Every call waits for its answers, until the
-/// deadline at most; an object that gives none counts as having no states and no children. Any one thread without a
-/// user interface.
+/// A connection to the accessibility bus (AT-SPI), on which programs expose their windows to assistive technologies.
+/// Keep it only as long as needed: programs do more work while a client is connected. Every call blocks until the
+/// replies are in or the deadline passes; an object that does not reply counts as having no states and no children. Any
+/// one thread without a user interface.
 class AccessibilityBus {
 public:
-    /// Null unless accessibility is running already: it is never switched on for the desktop.
+    /// Null unless accessibility is already running: it is never switched on for the desktop.
     static std::unique_ptr<AccessibilityBus> connect(QDeadlineTimer deadline);
     ~AccessibilityBus();
     AccessibilityBus(const AccessibilityBus &) = delete;
@@ -32,8 +32,8 @@ public:
     QList<Accessible> applications(qint64 processId);
 
     struct Status {
-        bool isActive = false;  ///< A window that has the keyboard.
-        bool isFocused = false; ///< The object that has it.
+        bool isActive = false;  ///< A window with the keyboard focus.
+        bool isFocused = false; ///< The object with the keyboard focus.
         bool isShowing = false;
         int childCount = 0;
     };

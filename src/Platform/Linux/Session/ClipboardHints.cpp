@@ -6,7 +6,7 @@ namespace talmo {
 
 QList<PasteboardRepresentation> historyHints()
 {
-    // Klipper and newer versions of CopyQ read the first, CopyQ before version 8 reads only the second.
+    // Klipper and current versions of CopyQ read the first; CopyQ before version 8 reads only the second.
     const QString passwordManagerHint = QStringLiteral("x-kde-passwordManagerHint");
     const QString hidden = QStringLiteral("application/x-copyq-hidden");
     return {{passwordManagerHint, "secret", passwordManagerHint, 8}, {hidden, "1", hidden, 8}};

@@ -4,11 +4,11 @@
 
 namespace talmo {
 
-/// What to offer beside a text so that clipboard history programs leave it out. docs/Clipboard.md lists which do.
+/// The types to offer beside a text so that clipboard history programs skip it. docs/Clipboard.md lists those that do.
 QList<PasteboardRepresentation> historyHints();
 
-/// Whether the owner of this content asked history programs to leave it out, as password managers do. Names and values
-/// have to match exactly, as they do for those programs.
+/// Whether the content's owner asks clipboard history programs to skip it, as password managers do. Names and values
+/// must match exactly, as they must for those programs.
 bool isSecret(const QList<PasteboardRepresentation> &representations);
 
 } // namespace talmo

@@ -21,7 +21,7 @@ const QString portalSettings = QStringLiteral("org.freedesktop.portal.Settings")
 const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
 const QString colourSchemeKey = QStringLiteral("color-scheme");
 
-/// Nobody gave the application colours: they are what the style brings along.
+/// Whether the application's palette is the style's own, rather than one set by the desktop.
 bool isPaletteOfStyle()
 {
     const auto standard = QApplication::style()->standardPalette();
@@ -36,7 +36,7 @@ std::optional<ColourScheme> colourSchemeFromPortal(const QVariant &value)
     constexpr uint prefersDark = 1;
     constexpr uint prefersLight = 2;
     QVariant inner = value;
-    while (inner.canConvert<QDBusVariant>()) { // Older portals wrap it twice.
+    while (inner.canConvert<QDBusVariant>()) { // Older portals wrap the value twice.
         inner = inner.value<QDBusVariant>().variant();
     }
     bool isNumber = false;
@@ -88,7 +88,7 @@ void DesktopAppearance::settingChanged(const QString &group, const QString &key,
     }
 }
 
-/// A theme of the desktop's that is as dark or as light as it should be keeps its own colours.
+/// A desktop theme that already has the requested scheme keeps its own colours.
 void DesktopAppearance::follow(const QVariant &portalValue)
 {
     const auto scheme = colourSchemeFromPortal(portalValue);

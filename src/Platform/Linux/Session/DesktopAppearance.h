@@ -12,14 +12,14 @@ class QDBusVariant;
 
 namespace talmo {
 
-/// Has Talmo's windows look light or dark as the desktop wants it. Asks the desktop's portal, without waiting for it,
-/// and follows what it says later. Main thread.
+/// Gives Talmo's windows the desktop's light or dark colour scheme. Asks the desktop portal asynchronously and follows
+/// its later changes. Main thread.
 class DesktopAppearance final : public QObject {
     Q_OBJECT
 
 public:
-    /// `wish`: "light" or "dark" to be that whatever the desktop says; anything else to follow it. `onChanged` is
-    /// called after the palette was changed.
+    /// `wish`: "light" or "dark" overrides the desktop; any other value follows it. `onChanged` is called after the
+    /// palette has changed.
     DesktopAppearance(const QString &wish, std::function<void()> onChanged);
 
 private:
@@ -31,7 +31,7 @@ private:
     std::function<void()> m_onChanged;
 };
 
-/// What the portal's number stands for; none when it has no preference.
+/// The colour scheme for the portal's value; none if it has no preference.
 std::optional<ColourScheme> colourSchemeFromPortal(const QVariant &value);
 
 } // namespace talmo

@@ -4,7 +4,7 @@
 
 namespace talmo {
 
-/// Has the desktop show a notification, where it has such a service. Never waits; any thread.
+/// Shows a desktop notification, if a notification service is running. Never blocks; any thread.
 void showDesktopNotice(const QString &text);
 
 } // namespace talmo

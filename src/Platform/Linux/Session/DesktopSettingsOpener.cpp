@@ -12,13 +12,13 @@ namespace talmo {
 namespace {
 
 struct Command {
-    const char *desktop; ///< Null for any.
+    const char *desktop; ///< Null for any desktop.
     SettingsPane pane;
     const char *commandLine;
 };
 
-/// The microphone's pane is the one for sound: desktops have privacy settings for it only for programs in a sandbox,
-/// and there are none of those that Talmo would heed.
+/// The microphone's pane is the one for sound: the privacy settings that desktops have for it apply only to sandboxed
+/// programs, and Talmo is not one.
 constexpr std::array commands = {
     Command{"GNOME", SettingsPane::Accessibility, "gnome-control-center universal-access"},
     Command{"GNOME", SettingsPane::Microphone, "gnome-control-center sound"},
@@ -54,7 +54,7 @@ void DesktopSettingsOpener::open(SettingsPane pane)
         settingsCommand(pane, qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':')),
                         [](const QString &program) { return !QStandardPaths::findExecutable(program).isEmpty(); });
     if (words.isEmpty()) {
-        generalLog().info("this desktop has no settings pane for that");
+        generalLog().info("this desktop has no matching settings pane");
         return;
     }
     const QString program = words.takeFirst();

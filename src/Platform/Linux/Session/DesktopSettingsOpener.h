@@ -9,14 +9,14 @@
 
 namespace talmo {
 
-/// Starts the settings program of the desktop that runs.
+/// Starts the settings program of the current desktop.
 class DesktopSettingsOpener final : public SettingsPaneOpener {
 public:
     void open(SettingsPane pane) override;
 };
 
-/// The command line that opens a pane: the first of the desktop's whose program is there; empty when there is none.
-/// `desktops` are the session's names for itself, most specific first.
+/// The command line that opens a pane: the desktop's first one whose program is installed; empty if there is none.
+/// `desktops` are the session's desktop names, most specific first.
 QStringList settingsCommand(SettingsPane pane, const QStringList &desktops,
                             const std::function<bool(const QString &)> &isInstalled);
 

@@ -6,12 +6,12 @@ namespace talmo {
 
 namespace {
 
-/// A table may have a child for each of a million cells, and a program makes them all when it is asked.
+/// A table may have a million cells, and some programs create all of these child objects when asked for them.
 constexpr int mostChildren = 250;
-/// A page may have more objects than can be looked at in time, each of which costs the program a moment.
+/// A page may have more objects than can be checked in time, and each costs the program a moment.
 constexpr qsizetype mostObjects = 4000;
 
-/// What to look into next: what has the keyboard, else whatever is shown.
+/// The objects to descend into: those with the focus, else those that are visible.
 QList<Accessible> worthLookingInto(const QList<Accessible> &level, const QList<AccessibilityBus::Status> &statuses)
 {
     QList<Accessible> focused;
@@ -28,7 +28,7 @@ QList<Accessible> worthLookingInto(const QList<Accessible> &level, const QList<A
     return focused.isEmpty() ? shown : focused;
 }
 
-/// The windows that have the keyboard; all of them where the program does not say.
+/// The windows with the keyboard focus; all of them if the program reports none.
 QList<Accessible> activeWindows(AccessibilityBus &bus, const QList<Accessible> &applications)
 {
     auto windows = bus.children(applications);

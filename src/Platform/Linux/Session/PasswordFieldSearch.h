@@ -4,8 +4,8 @@
 
 namespace talmo {
 
-/// Whether the keyboard is in a password field of this process, as it tells assistive technologies. False when it
-/// shows nothing to them, or when the deadline of the bus comes first.
+/// Whether the keyboard focus is in a password field of this process, as reported to assistive technologies. False if
+/// the process exposes nothing to them, or if the bus's deadline passes first.
 bool isInPasswordField(AccessibilityBus &bus, qint64 processId);
 
 } // namespace talmo

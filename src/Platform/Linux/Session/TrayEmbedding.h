@@ -8,20 +8,20 @@
 
 namespace talmo {
 
-/// The kind of tray that icons are embedded into as windows. Main thread.
+/// A tray that icons are embedded into as windows. Main thread.
 class TrayEmbedding : public QObject {
     Q_OBJECT
 
 public:
     virtual bool hasTray() const = 0;
-    /// As the tray itself announces them; empty if it does not.
+    /// The colours that the tray announces; empty if it announces none.
     virtual QList<quint32> colours() const = 0;
-    /// Behind the embedded icon, if it can be read.
+    /// The colour behind the embedded icon; none if it cannot be read.
     virtual std::optional<QColor> background() const = 0;
 
 Q_SIGNALS:
     void trayAppeared();
-    /// Something of Talmo's was drawn, possibly the icon in its place.
+    /// One of Talmo's windows was drawn, possibly the embedded icon.
     void exposed();
 };
 

@@ -42,8 +42,8 @@ void TrayIcon::watchNotifierHosts()
     connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, [this] { askForNotifierHost(); });
 }
 
-/// Asked, and not waited for. Only once there is one may Qt be told to make the icon: what it finds the first time, it
-/// believes for ever.
+/// Asks asynchronously. Create QSystemTrayIcon only once a host exists: Qt picks its backend at first use and never
+/// re-checks.
 void TrayIcon::askForNotifierHost()
 {
     auto question = QDBusMessage::createMethodCall(
@@ -60,7 +60,7 @@ void TrayIcon::askForNotifierHost()
             askForEmbedder();
         }
     });
-    if (answer->isFinished()) { // Without a bus it is over at once, and does not say so.
+    if (answer->isFinished()) { // Without a bus, the call finishes at once and emits no signal.
         answer->deleteLater();
         askForEmbedder();
     }
@@ -75,7 +75,8 @@ void TrayIcon::askForEmbedder()
     }
 }
 
-/// Once the icon lies in its place. On a later turn: it is being drawn now.
+/// Called once the icon is in place. Reads on a later turn of the event loop, since the icon is being drawn at this
+/// moment.
 void TrayIcon::readBackground()
 {
     if (!m_isGroundWanted || !m_icon || m_icon->geometry().isEmpty()) {
@@ -103,7 +104,7 @@ void TrayIcon::create()
     m_icon->setContextMenu(&m_menu);
     m_icon->setToolTip(m_toolTip);
     connect(m_icon.get(), &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
-        // Two clicks in a row are two clicks: one may have closed the menu that the other opens.
+        // Treats a double click as two clicks: the first may have closed the menu that the second opens.
         const bool isClick = reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick;
         if (isClick && m_onActivated) {
             const QRect place = m_icon->geometry();
@@ -171,7 +172,7 @@ void TrayIcon::addEntry(const MenuEntry &entry)
 {
     auto *action = m_menu.addAction(entry.title);
     action->setEnabled(entry.action != MenuAction::None);
-    // On a later turn: the menu has closed by then.
+    // On a later turn of the event loop, when the menu has closed.
     connect(
         action, &QAction::triggered, this,
         [this, chosen = entry.action] {

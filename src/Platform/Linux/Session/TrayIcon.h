@@ -12,8 +12,8 @@
 
 namespace talmo {
 
-/// The icon in the desktop's tray, by StatusNotifierItem where a host for that runs, else by XEmbed. A tray that comes
-/// after Talmo is used as soon as it is there. Nothing here waits for an answer over D-Bus.
+/// The icon in the desktop's tray: by StatusNotifierItem if a host for that is running, else by XEmbed. A tray that
+/// starts after Talmo is used as soon as it appears. D-Bus calls are asynchronous.
 class TrayIcon final : public QObject, public StatusItem {
 public:
     /// `embedding`: null on desktops without that kind of tray.
@@ -25,7 +25,7 @@ public:
     void setOnChosen(std::function<void(MenuAction)> callback) override;
     void closeMenu() override;
 
-    /// Draws the icon again after the desktop's colours have changed.
+    /// Redraws the icon after the desktop's colours have changed.
     void redraw();
 
 private:

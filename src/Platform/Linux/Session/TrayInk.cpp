@@ -18,7 +18,7 @@ QColor trayInk(const QList<quint32> &trayColours, const std::optional<QColor> &g
         constexpr int middle = 140;
         return qGray(ground->rgb()) < middle ? light : dark;
     }
-    // Their bars are dark whatever the windows are.
+    // The bars of these desktops are dark whatever the windows are.
     const QStringList darkBars{QStringLiteral("GNOME"), QStringLiteral("Unity"), QStringLiteral("Pantheon")};
     const bool hasDarkBar =
         std::any_of(desktops.cbegin(), desktops.cend(), [&](const auto &name) { return darkBars.contains(name); });

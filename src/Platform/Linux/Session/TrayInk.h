@@ -10,11 +10,10 @@
 
 namespace talmo {
 
-/// The colour in which an icon shows on the desktop's bar.
+/// The colour in which an icon is legible on the desktop's bar.
 ///
-/// `trayColours`: what the tray itself says, as the numbers of its property; empty when it says nothing. `ground`: what
-/// is seen behind the icon, where that can be known. `desktops`: the session's names for itself. `scheme`: that of the
-/// desktop's windows.
+/// `trayColours`: the numbers of the tray's colour property; empty if it has none. `ground`: the background of the
+/// icon, if known. `desktops`: the session's desktop names. `scheme`: the colour scheme of the desktop's windows.
 QColor trayInk(const QList<quint32> &trayColours, const std::optional<QColor> &ground, const QStringList &desktops,
                ColourScheme scheme);
 

@@ -22,10 +22,10 @@ namespace {
 constexpr const char *group = G_KEY_FILE_DESKTOP_GROUP;
 constexpr const char *execKey = G_KEY_FILE_DESKTOP_KEY_EXEC;
 constexpr const char *hiddenKey = G_KEY_FILE_DESKTOP_KEY_HIDDEN;
-/// With it GNOME's own settings switch an entry off without removing it.
+/// GNOME's own settings use this key to switch an entry off without removing it.
 constexpr const char *gnomeEnabledKey = "X-GNOME-Autostart-enabled";
 
-/// A desktop entry; what stands in it that we do not know is kept.
+/// A desktop entry; keys that Talmo does not use are preserved.
 class DesktopEntry {
 public:
     explicit DesktopEntry(const QString &path)
@@ -70,7 +70,7 @@ private:
     std::unique_ptr<GKeyFile, decltype(&g_key_file_unref)> m_keys;
 };
 
-/// One argument of a command line as desktop entries want it.
+/// Quotes one argument of a command line by the rules for desktop entries.
 QByteArray quoted(const QString &argument)
 {
     QByteArray result = "\"";
@@ -85,7 +85,7 @@ QByteArray quoted(const QString &argument)
     return result + '"';
 }
 
-/// Whether a command line would start anything: an entry from before Talmo was moved does not.
+/// Whether the command line's program exists: it does not in an entry written before Talmo was moved.
 bool isExecutable(const QByteArray &commandLine)
 {
     int count = 0;
@@ -127,7 +127,7 @@ QString XdgAutostart::userEntry() const
     return m_userFolder + QLatin1Char('/') + entryName();
 }
 
-/// The entry that the desktop heeds: the first one wins. Empty when there is none.
+/// The entry that is in effect: the first one found. Empty if there is none.
 QString XdgAutostart::effectiveEntry() const
 {
     for (const auto &folder : QStringList{m_userFolder} + m_systemFolders) {
@@ -153,7 +153,7 @@ LoginItemStatus XdgAutostart::status() const
 void XdgAutostart::registerItem()
 {
     if (!QDir().mkpath(m_userFolder)) {
-        throw Error(QStringLiteral("The folder %1 cannot be made.").arg(m_userFolder));
+        throw Error(QStringLiteral("Cannot create the folder %1.").arg(m_userFolder));
     }
     DesktopEntry entry(userEntry());
     entry.set(G_KEY_FILE_DESKTOP_KEY_TYPE, QByteArray(G_KEY_FILE_DESKTOP_TYPE_APPLICATION));
@@ -169,14 +169,14 @@ void XdgAutostart::registerItem()
 void XdgAutostart::unregisterItem()
 {
     if (QFileInfo::exists(userEntry()) && !QFile::remove(userEntry())) {
-        throw Error(QStringLiteral("%1 cannot be removed.").arg(userEntry()));
+        throw Error(QStringLiteral("Cannot remove %1.").arg(userEntry()));
     }
     if (effectiveEntry().isEmpty()) {
         return;
     }
-    // One that the system brought can only be overridden.
+    // An entry in the system's folders can only be overridden.
     if (!QDir().mkpath(m_userFolder)) {
-        throw Error(QStringLiteral("The folder %1 cannot be made.").arg(m_userFolder));
+        throw Error(QStringLiteral("Cannot create the folder %1.").arg(m_userFolder));
     }
     DesktopEntry entry(effectiveEntry());
     entry.set(hiddenKey, true);

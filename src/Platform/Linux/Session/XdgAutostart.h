@@ -7,14 +7,14 @@
 
 namespace talmo {
 
-/// Started at login by an entry in the desktop's autostart folder.
+/// Launches Talmo at login by an entry in the desktop's autostart folder.
 class XdgAutostart final : public LoginItem {
 public:
-    /// `program`: what the entry starts, as an absolute path. `userFolder` is where it is written; the system's
-    /// folders are only looked at, since an entry of ours there counts too unless the user's overrides it.
+    /// `program`: the absolute path of the program to start. Entries are written to `userFolder`; the system's folders
+    /// are only read, since an entry there counts too unless the user's folder overrides it.
     XdgAutostart(QString program, QString userFolder, QStringList systemFolders);
 
-    /// The program that runs just now, in this session's folders.
+    /// For this program, with the folders of this session.
     static XdgAutostart forThisSession(const QString &program);
 
     LoginItemStatus status() const override;

@@ -64,7 +64,7 @@ AudioFormat PulseAudioEngine::inputFormat()
         const auto source = ensureConnection(deadline)->defaultSource(deadline);
         const std::lock_guard lock(m_mutex);
         if (m_capture && (source.name != m_source.name || source.format != m_source.format)) {
-            m_capture.reset(); // Made ahead for another microphone.
+            m_capture.reset(); // Prepared for another microphone.
         }
         m_source = source;
         return source.format;
@@ -87,14 +87,14 @@ void PulseAudioEngine::installTap(quint32 bufferSize, AudioBufferHandler handler
 {
     const std::lock_guard lock(m_mutex);
     if (m_source.format.bytesPerFrame() == 0 || bufferSize == 0) {
-        throw Error(QStringLiteral("There is nothing to tap."));
+        throw Error(QStringLiteral("installTap() called before inputFormat()."));
     }
     m_blocks = std::make_unique<FrameBlocks>(m_source.format, bufferSize, std::move(handler));
 }
 
 void PulseAudioEngine::prepare()
 {
-    // Everything is made ready when it is first needed.
+    // Everything is prepared at first use.
 }
 
 std::unique_ptr<PulseCapture> PulseAudioEngine::openCapture(PulseConnection::Deadline deadline)
@@ -107,7 +107,8 @@ std::unique_ptr<PulseCapture> PulseAudioEngine::openCapture(PulseConnection::Dea
         source = m_source;
     }
     if (!connection) {
-        throw Error(QStringLiteral("The sound server went away."));
+        throw Error(
+            QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The connection to the sound server was lost. Try again.")));
     }
     return PulseCapture::open(connection, source, deadline);
 }
@@ -125,7 +126,8 @@ void PulseAudioEngine::start()
         m_capture = std::move(fresh);
     }
     if (!m_capture || !m_blocks) {
-        throw Error(QStringLiteral("The sound server went away."));
+        throw Error(
+            QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The connection to the sound server was lost. Try again.")));
     }
     m_capture->begin(std::move(m_blocks));
 }
@@ -143,13 +145,13 @@ void PulseAudioEngine::stop()
 {
     const std::lock_guard lock(m_mutex);
     if (m_capture && (!m_capture->isAlive() || m_capture->isStalled())) {
-        // A server that died or got stuck is not asked again: the next recording connects anew.
+        // A server that died or hangs is not asked again: the next recording opens a new connection.
         m_connection.reset();
     }
     m_capture.reset();
 }
 
-/// True when there is a stream already, which keeps from now on or records.
+/// Restarts keeping audio on an existing stream. False if there is none to use; true also while it is recording.
 bool PulseAudioEngine::keepAnew()
 {
     const std::lock_guard lock(m_mutex);

@@ -13,10 +13,10 @@
 
 namespace talmo {
 
-/// The microphone of a PulseAudio server, or of PipeWire's stand-in for one.
+/// The microphone of a PulseAudio server, or of PipeWire's replacement for it.
 ///
-/// The handler runs on the connection's thread. What was kept ahead is handed over on the thread that starts, and the
-/// last buffers on the one that removes the tap, never at the same time.
+/// The tap's handler runs on the connection's thread. Audio that was kept before the start is delivered on the thread
+/// that starts, and the last buffers on the thread that removes the tap; these calls never overlap.
 class PulseAudioEngine final : public AudioEngine {
 public:
     ~PulseAudioEngine() override;
@@ -28,26 +28,27 @@ public:
     void start() override;
     void stop() override;
 
-    /// Makes a stream ahead of a start that may come, so that the start costs next to nothing, and keeps what is
-    /// captured from now on: the tap gets that first. Same thread as start(), and so are the four below; fails
-    /// silently, since the start will tell. None of them touches a recording that runs.
+    /// Prepares a stream for a possible start, so that the start costs next to nothing, and keeps the audio captured
+    /// until then for the tap. Call this and the next four on the thread of start(). Fails silently, since start()
+    /// reports the error. None of them affects a running recording.
     void warmUp();
-    /// Captures no more, but keeps what there is; goes on.
+    /// Pauses capturing but keeps the audio so far; resumeKeeping() continues.
     void pauseKeeping();
     void resumeKeeping();
-    /// Throws away what was kept; the stream stays.
+    /// Discards the kept audio but not the stream.
     void discardKept();
-    /// Lets a stream go that was made ahead and not used.
+    /// Closes a prepared stream that was not used.
     void coolDown();
 
-    /// The microphone that was asked about last; empty before. Any thread.
+    /// The name of the last queried microphone; empty before the first query. Any thread.
     QString sourceName() const;
 
-    /// Asks the server, half a second at most, whether it lets Talmo in; false when it refuses. Same thread as start().
+    /// Asks the server whether it grants Talmo access, within half a second; false if it refuses. Same thread as
+    /// start().
     bool askForAccess();
-    /// Whether the server refused Talmo the last time it was asked. Any thread.
+    /// Whether the server refused access the last time it was asked. Any thread.
     bool isAccessRefused() const { return m_isAccessRefused; }
-    /// Called, on the thread that asked the server, when that has changed. Set before the first use.
+    /// Called when that changes, on the thread that asked the server. Set before first use.
     void setOnAccessChanged(std::function<void()> callback) { m_onAccessChanged = std::move(callback); }
 
 private:
@@ -56,7 +57,7 @@ private:
     bool keepAnew();
     std::unique_ptr<PulseCapture> openCapture(PulseConnection::Deadline deadline);
 
-    /// Guards the pointers. Never held while the server is asked, since a stop on the main thread takes it.
+    /// Guards the pointers. Never held while waiting for the server, since a stop on the main thread takes it.
     mutable std::mutex m_mutex;
     std::shared_ptr<PulseConnection> m_connection;
     std::unique_ptr<PulseCapture> m_capture;

@@ -11,11 +11,11 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// How often the server sends: small, so that little is on its way when the key is let go.
+/// The server's sending interval: short, so that little is in flight when the key is released.
 constexpr auto fragmentTime = 10ms;
-/// The longest wait for what is on its way.
+/// The longest wait for audio in flight.
 constexpr auto deliveryTime = 30ms;
-/// Behind the last speech, so that a resampler with a delay of some milliseconds gives it all out.
+/// Appended to the speech to flush a resampler with a delay of some milliseconds.
 constexpr auto trailingSilence = 10ms;
 constexpr auto stallTime = 1500ms;
 
@@ -45,7 +45,8 @@ std::unique_ptr<PulseCapture> PulseCapture::open(std::shared_ptr<PulseConnection
         return state == PA_STREAM_READY || !PA_STREAM_IS_GOOD(state);
     });
     if (!answered) {
-        throw Error(QStringLiteral("The sound server does not answer."));
+        throw Error(
+            QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The sound server is not responding. Try again in a moment.")));
     }
     if (!capture->isReady()) {
         throw Error(link.errorText());
@@ -70,7 +71,7 @@ void PulseCapture::connectStream(const PulseSource &source)
     pa_buffer_attr attributes{};
     attributes.maxlength = attributes.tlength = attributes.prebuf = attributes.minreq = static_cast<quint32>(-1);
     attributes.fragsize = framesIn(m_format, fragmentTime) * static_cast<quint32>(m_format.bytesPerFrame());
-    // A source that goes away ends the stream at once instead of moving it to another one's silence.
+    // Without moving: a source that disappears then ends the stream at once, instead of moving it to a silent one.
     const auto flags =
         static_cast<pa_stream_flags_t>(PA_STREAM_START_CORKED | PA_STREAM_DONT_MOVE | PA_STREAM_ADJUST_LATENCY |
                                        PA_STREAM_AUTO_TIMING_UPDATE | PA_STREAM_INTERPOLATE_TIMING);
@@ -150,9 +151,9 @@ void PulseCapture::end()
         m_connection->waitUntil(std::chrono::steady_clock::now() + deliveryTime,
                                 [this, wanted] { return m_blocks->frameCount() >= wanted || !isReady(); });
     } else {
-        generalLog().error("the sound server went away during the recording; what was heard is kept");
+        generalLog().error("lost the sound server while recording; the audio so far is kept");
     }
-    // Taken out first: nothing that the handler leads to finds it running.
+    // Taken out first, so that nothing called from the handler sees a running recording.
     const auto blocks = std::exchange(m_blocks, nullptr);
     blocks->flush(framesIn(m_format, trailingSilence));
 }
@@ -189,7 +190,7 @@ void PulseCapture::takeData()
             break;
         }
         if (m_blocks) {
-            // No data with a length is a hole in the recording: silence.
+            // A null pointer with a length is a gap in the recording: silence.
             m_blocks->append(static_cast<const char *>(data), static_cast<qsizetype>(byteCount));
             m_lastData = std::chrono::steady_clock::now();
         } else if (m_isKeeping) {
@@ -200,7 +201,7 @@ void PulseCapture::takeData()
     m_connection->wake();
 }
 
-/// What has been captured and is not here yet, as far as the server has told how far it lags behind.
+/// The captured frames that have not arrived yet, from the latency that the server reports.
 quint64 PulseCapture::framesUnderway() const
 {
     pa_usec_t latency = 0;

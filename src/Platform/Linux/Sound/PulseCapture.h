@@ -9,37 +9,37 @@
 
 namespace talmo {
 
-/// One recording stream, made corked. Its data is taken on the connection's thread.
+/// One recording stream, created corked. Its data is read on the connection's thread.
 class PulseCapture {
 public:
-    /// Throws Error when the server refuses or does not answer in time.
+    /// Throws Error if the server refuses or times out.
     static std::unique_ptr<PulseCapture> open(std::shared_ptr<PulseConnection> connection, const PulseSource &source,
                                               PulseConnection::Deadline deadline);
     ~PulseCapture();
     PulseCapture(const PulseCapture &) = delete;
     PulseCapture &operator=(const PulseCapture &) = delete;
 
-    /// The most that is kept ahead of a recording.
+    /// The most audio that is kept before a recording.
     static constexpr std::chrono::seconds longestKept{30};
 
-    /// Keeps what is captured, for begin(); goes on after pauseKeeping(). Nothing of this touches a recording that
-    /// runs.
+    /// Keeps captured audio for begin(); continues after pauseKeeping(). Does not affect a running recording, nor do
+    /// the next two.
     void keep();
-    /// Captures no more until keep() or begin(); what is kept stays.
+    /// Pauses capturing until keep() or begin(); the kept audio stays.
     void pauseKeeping();
-    /// The same, and what is kept is thrown away.
+    /// Pauses capturing and discards the kept audio.
     void discardKept();
 
-    /// Begins to hand captured audio on, block by block: first what was kept, within this call.
+    /// Starts delivering captured audio, block by block; the kept audio is delivered within this call.
     void begin(std::unique_ptr<FrameBlocks> blocks);
 
-    /// Hands on what was captured until this call, with a little silence behind it. Waits 30 ms at most for what is
-    /// still on its way. No block is handed on once this has returned.
+    /// Delivers the audio captured until this call, followed by a little silence. Waits up to 30 ms for audio in
+    /// flight. No block is delivered after this has returned.
     void end();
 
     bool isRunning() const;
     bool isAlive() const;
-    /// Running, but the server has sent nothing for so long that it must be stuck.
+    /// Whether the stream is running, but the server has sent nothing for so long that it must be hanging.
     bool isStalled() const;
 
 private:

@@ -58,7 +58,8 @@ std::unique_ptr<PulseConnection> PulseConnection::open(Deadline deadline)
         return state == PA_CONTEXT_READY || !PA_CONTEXT_IS_GOOD(state);
     });
     if (!answered) {
-        throw Error(QStringLiteral("The sound server does not answer."));
+        throw Error(
+            QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The sound server is not responding. Try again in a moment.")));
     }
     if (pa_context_get_state(context) != PA_CONTEXT_READY) {
         if (pa_context_errno(context) == PA_ERR_ACCESS) {
@@ -100,7 +101,8 @@ PulseSource PulseConnection::defaultSource(Deadline deadline)
     pa_operation_cancel(operation);
     pa_operation_unref(operation);
     if (!answered || !query.done) {
-        throw Error(QStringLiteral("The sound server does not answer."));
+        throw Error(
+            QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The sound server is not responding. Try again in a moment.")));
     }
     return query.source;
 }

@@ -13,7 +13,7 @@
 
 namespace talmo {
 
-/// The sound server does not let Talmo in.
+/// The sound server denies Talmo access.
 class SoundAccessRefused : public Error {
 public:
     using Error::Error;
@@ -22,16 +22,16 @@ public:
 /// The microphone as the sound server describes it.
 struct PulseSource {
     QByteArray name;
-    AudioFormat format; ///< 0 channels where there is no microphone.
+    AudioFormat format; ///< 0 channels if there is no microphone.
 };
 
-/// A connection to the sound server, with the thread that serves it. Waits are bounded: a server that stops answering
-/// gives an error, never a hang. Not for use from its own thread.
+/// A connection to the sound server, with the thread that serves it. All waits have a timeout: a server that stops
+/// responding causes an error, never a hang. Not for use on its own thread.
 class PulseConnection {
 public:
     using Deadline = std::chrono::steady_clock::time_point;
 
-    /// Holds the lock of the connection's thread: nothing of the connection's runs meanwhile.
+    /// Holds the connection's lock, which keeps its thread from running callbacks.
     class Lock {
     public:
         explicit Lock(pa_threaded_mainloop *loop)
@@ -47,24 +47,24 @@ public:
         pa_threaded_mainloop *m_loop;
     };
 
-    /// Throws Error when no server answers in time.
+    /// Throws Error if no server responds in time.
     static std::unique_ptr<PulseConnection> open(Deadline deadline);
     ~PulseConnection();
     PulseConnection(const PulseConnection &) = delete;
     PulseConnection &operator=(const PulseConnection &) = delete;
 
     bool isAlive() const;
-    /// The default source, unless it only listens to what the machine itself plays. Throws Error.
+    /// The default source, unless it is a monitor of the machine's own output. Throws Error.
     PulseSource defaultSource(Deadline deadline);
 
     pa_threaded_mainloop *loop() const { return m_loop; }
     pa_context *context() const { return m_context; }
     void wake() { pa_threaded_mainloop_signal(m_loop, 0); }
 
-    /// With the lock held: waits until `isDone` says so; false when the deadline came first. Whatever may change the
-    /// answer calls wake().
+    /// Call with the lock held. Waits until `isDone` returns true; returns false if the deadline passes first. Whatever
+    /// may change the result calls wake().
     bool waitUntil(Deadline deadline, const std::function<bool()> &isDone);
-    /// The server's last complaint.
+    /// The server's last error.
     QString errorText() const;
 
 private:

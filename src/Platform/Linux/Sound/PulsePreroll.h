@@ -8,8 +8,8 @@
 
 namespace talmo {
 
-/// The engine's own keeping of what is said ahead of a recording, on the thread that starts recordings: there the calls
-/// and the starts take turns in the order in which they were made.
+/// Controls the engine's keeping of audio before a recording, on the thread that starts recordings, so that these calls
+/// and the starts run in the order in which they were made.
 class PulsePreroll final : public SpeechPreroll {
 public:
     PulsePreroll(std::shared_ptr<PulseAudioEngine> engine, std::shared_ptr<SerialExecutor> executor);

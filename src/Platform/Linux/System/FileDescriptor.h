@@ -6,7 +6,7 @@
 
 namespace talmo {
 
-/// Owns a file descriptor; -1 stands for none.
+/// Owns a file descriptor; -1 for none.
 class FileDescriptor {
 public:
     FileDescriptor() = default;

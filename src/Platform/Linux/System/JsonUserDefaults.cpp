@@ -58,7 +58,7 @@ QString JsonUserDefaults::standardPath()
            QStringLiteral("/talmo/settings.json");
 }
 
-/// What is stored, if it is of the type that is asked for, else what is registered, else an undefined value.
+/// The stored value if it has the requested type, else the registered one, else an undefined value.
 QJsonValue JsonUserDefaults::find(const QString &key, bool (*isOfType)(const QJsonValue &)) const
 {
     for (const auto *layer : {&m_stored, &m_registered}) {
@@ -116,7 +116,8 @@ QFuture<void> JsonUserDefaults::saved() const
 {
     return m_writer->call([file = m_file] {
         if (!file->isAllWritten()) {
-            throw Error(QStringLiteral("The settings could not be saved. Is the disk full?"));
+            throw Error(
+                QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The settings could not be saved. Is the disk full?")));
         }
     });
 }

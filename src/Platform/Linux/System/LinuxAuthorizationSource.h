@@ -6,13 +6,13 @@
 
 namespace talmo {
 
-/// A plain Linux session asks nobody before a microphone is opened, and the recogniser is our own. Denied is only what
-/// the sound server has refused; one that is not there says so when capture starts.
+/// A plain Linux session does not ask before a microphone is opened, and the recogniser is Talmo's own. Only a refusal
+/// by the sound server counts as denied; a missing server is reported when capture starts.
 class LinuxAuthorizationSource final : public AuthorizationSource {
 public:
-    /// `isMicrophoneRefused`: whether the sound server kept Talmo out the last time it was asked; must not wait.
-    /// `askAgain`: asks the server once more whether it lets Talmo in; finishes on any thread. None where nobody can be
-    /// asked.
+    /// `isMicrophoneRefused`: whether the sound server refused access the last time it was asked; must not block.
+    /// `askAgain`: asks the server again whether it grants access; finishes on any thread. None if there is no server
+    /// to ask.
     explicit LinuxAuthorizationSource(std::function<bool()> isMicrophoneRefused,
                                       std::function<QFuture<bool>()> askAgain = {});
 

@@ -12,12 +12,12 @@ namespace talmo {
 
 namespace {
 
-/// Accounts of people begin here, on Debian as elsewhere.
+/// On Debian, as elsewhere, accounts of people start here.
 constexpr uid_t firstPersonsUser = 1000;
 
 QByteArray contentOf(const QString &path)
 {
-    QFile file(path); // Nothing to be read is nobody to be trusted.
+    QFile file(path); // An unreadable file means that no server is trusted.
     return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
 }
 
@@ -36,7 +36,7 @@ uid_t LinuxServerTrust::ownUser()
 
 bool LinuxServerTrust::isTrusted(const Endpoint &server, const Endpoint &client) const
 {
-    // The kernel hands its table out in pieces, and a line may slip through while others come and go.
+    // The kernel returns its table in pieces, and a row may be missed while others come and go.
     constexpr int tries = 3;
     for (int attempt = 0; attempt < tries; ++attempt) {
         const auto owner = serverOwner(contentOf(m_folder + QStringLiteral("/tcp")),

@@ -8,11 +8,11 @@
 
 namespace talmo {
 
-/// Trusts the programs of this user and those of the system's own accounts, such as a model server that the package
-/// manager installed. Asks the kernel who holds the other end.
+/// Trusts programs of this user and of system accounts, such as a model server installed by the package manager. Asks
+/// the kernel who owns the other end.
 class LinuxServerTrust final : public ServerTrust {
 public:
-    /// `folder`: where the kernel's files "tcp" and "tcp6" lie; `user`: the one to trust.
+    /// `folder`: contains the kernel's files "tcp" and "tcp6"; `user`: the user to trust.
     explicit LinuxServerTrust(QString folder = QStringLiteral("/proc/net"), uid_t user = ownUser());
 
     bool isTrusted(const Endpoint &server, const Endpoint &client) const override;

@@ -8,25 +8,25 @@
 
 namespace talmo {
 
-/// What only this platform needs to be told, in keys of its own beside the preferences. Read once, at the start.
+/// Settings that exist only on this platform, beside the preferences. Read once, at startup.
 struct LinuxSettings {
     /// "linux.languageModelAddress" and "linux.languageModelName".
     LoopbackLanguageModel::Configuration languageModel;
-    /// "linux.standInKeys": names of keys that stand in for fn. Empty for the usual ones.
+    /// "linux.standInKeys": names of keys that stand in for fn. Empty for the default ones.
     QStringList standInKeys;
     /// "linux.dictationLanguage", such as "en_GB". Empty for the desktop's.
     QString dictationLanguage;
-    /// "linux.colorScheme": "light" or "dark". Empty to look as the desktop does.
+    /// "linux.colorScheme": "light" or "dark". Empty to follow the desktop.
     QString colourScheme;
 
-    /// "linux.neuralLibrary": the neural recogniser's library. Empty to look in the usual places.
+    /// "linux.neuralLibrary": the library of the neural engine. Empty to search the usual places.
     QString neuralLibrary;
-    /// "linux.speechEngine": "automatic", "embedded", or the name of an installed model, which goes before the others.
+    /// "linux.speechEngine": "automatic", "embedded", or the name of an installed model, which is then preferred.
     QString speechEngine;
 
     static QString speechEngineKey();
-    /// "linux.guardPasswordFields": whether nothing is pasted into password fields, which is so unless it is false.
-    /// Read before each insertion.
+    /// "linux.guardPasswordFields": whether pasting into password fields is prevented; true unless it is false. Read
+    /// before each insertion.
     static QString guardPasswordFieldsKey();
     static LinuxSettings read(const UserDefaults &defaults);
 };

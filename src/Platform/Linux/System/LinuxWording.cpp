@@ -10,7 +10,7 @@ namespace {
 
 const QString folder = QStringLiteral(":/wording");
 
-/// A catalogue that is asked before those that were added earlier.
+/// Adds a catalogue that takes precedence over those added earlier.
 void add(const QLocale &locale)
 {
     auto *translator = new QTranslator(QCoreApplication::instance());

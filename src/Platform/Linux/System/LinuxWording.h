@@ -2,8 +2,8 @@
 
 namespace talmo {
 
-/// Has the views' texts worded for Linux, and in the user's language where there is a catalogue for it. Once, under a
-/// QCoreApplication.
+/// Installs the texts for Linux, and the translation for the user's language if there is one. Call once, after creating
+/// the QCoreApplication.
 void installWording();
 
 } // namespace talmo

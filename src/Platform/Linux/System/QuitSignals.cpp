@@ -11,17 +11,17 @@ namespace talmo {
 
 namespace {
 
-/// What the handler may touch: written once, before the handler is installed.
+/// The descriptor for the handler: written once, before the handler is installed.
 std::atomic<int> noted = -1;
 std::atomic<pid_t> owner = 0;
 
-/// Async-signal-safe. A child that has not called exec yet has this handler too, and shares the descriptor.
+/// Async-signal-safe. A child that has not called exec yet also has this handler, and shares the descriptor.
 void note(int /*number*/)
 {
     const int before = errno;
     const std::uint64_t one = 1;
     if (::getpid() == owner.load() && ::write(noted.load(), &one, sizeof(one)) < 0) {
-        // Full of requests already.
+        // The counter is full: a request is pending anyway.
     }
     errno = before;
 }

@@ -7,17 +7,17 @@
 
 namespace talmo {
 
-/// Turns the signals that ask a program to end (interrupt, terminate, hang-up) into a Qt signal on the main thread.
-/// They are caught, not blocked: a program that Talmo starts would begin with the same signals blocked, and nobody
-/// could end it. One per process.
+/// Turns the signals that ask a program to quit (interrupt, terminate, hang-up) into a Qt signal on the main thread.
+/// They are caught, not blocked: child processes would inherit the blocked signals and could not be terminated. One per
+/// process.
 class QuitSignals final : public QObject {
     Q_OBJECT
 
 public:
-    /// From here on the signals no longer end the process. What comes before there is an object is not lost.
+    /// From here on the signals no longer end the process. One that arrives before the object exists is not lost.
     static void install();
 
-    /// install() comes first.
+    /// Call install() first.
     QuitSignals();
 
 Q_SIGNALS:

@@ -22,9 +22,9 @@ namespace talmo {
 
 namespace {
 
-/// Nobody's settings are this large; something else is.
+/// Larger than any real settings file.
 constexpr qint64 largestFile = qint64(16) * 1024 * 1024;
-/// Another process that writes needs milliseconds.
+/// Other processes need only milliseconds to write.
 constexpr auto lockPatience = std::chrono::seconds(2);
 
 class Damaged : public Error {
@@ -32,18 +32,18 @@ public:
     using Error::Error;
 };
 
-/// Keeps other processes from writing at the same time, for as long as the descriptor lives. The kernel lets go of the
-/// lock of a process that dies; a lock that is a file by itself would stay. One that hangs is waited for in vain: what
-/// is written is whole even so, only a change of theirs may be lost.
+/// Keeps other processes from writing for as long as the descriptor lives. The kernel releases the lock of a process
+/// that dies, whereas a lock file would stay. If a process hangs with the lock, this times out and continues without
+/// it: the file still stays whole, and only a change of the other process may be lost.
 FileDescriptor lockedFile(const QString &path)
 {
     FileDescriptor descriptor(PrivateFile::openLock(path));
     if (!descriptor) {
-        throw Error(QStringLiteral("%1 cannot be opened.").arg(path));
+        throw Error(QStringLiteral("Cannot open %1.").arg(path));
     }
     const auto deadline = std::chrono::steady_clock::now() + lockPatience;
     while (::flock(descriptor.get(), LOCK_EX | LOCK_NB) != 0 && std::chrono::steady_clock::now() < deadline) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(5)); // The kernel cannot wait for a bounded time.
+        std::this_thread::sleep_for(std::chrono::milliseconds(5)); // The kernel has no timeout for this.
     }
     return descriptor;
 }
@@ -66,28 +66,28 @@ QJsonObject SettingsFile::read()
         generalLog().error("The settings cannot be read: %@", {error.localizedDescription()});
     }
     if (!m_inPlaceOfDamaged.isEmpty()) {
-        generalLog().error("The default settings hold, but for these: %s",
+        generalLog().error("Using the default settings, except for these: %s",
                            {QString::fromUtf8(QJsonDocument(m_inPlaceOfDamaged).toJson(QJsonDocument::Compact))});
     }
     return m_inPlaceOfDamaged;
 }
 
-/// None when there is no file. Throws Damaged when it cannot be understood, and Error when it cannot be read.
+/// None if there is no file. Throws Damaged if its content is invalid, and Error if it cannot be read.
 std::optional<QJsonObject> SettingsFile::load() const
 {
     struct stat status{};
-    // Everything but its absence, such as a folder that may not be entered, means that there may be one.
+    // Any error but absence, such as a folder without permission, means that there may be a file.
     if (::lstat(QFile::encodeName(m_path).constData(), &status) != 0 && (errno == ENOENT || errno == ENOTDIR)) {
         return std::nullopt;
     }
     QFile file(m_path);
-    // Opening a pipe would wait for somebody to write into it.
+    // Opening a pipe would block until it is opened for writing.
     if (!QFileInfo(m_path).isFile() || !file.open(QFile::ReadOnly)) {
-        throw Error(QStringLiteral("%1 cannot be opened.").arg(m_path));
+        throw Error(QStringLiteral("Cannot open %1.").arg(m_path));
     }
-    const QByteArray bytes = file.read(std::min(file.size(), largestFile) + 1); // Reserves that much.
+    const QByteArray bytes = file.read(std::min(file.size(), largestFile) + 1); // read() reserves that much.
     if (file.error() != QFile::NoError) {
-        throw Error(QStringLiteral("%1 cannot be read.").arg(m_path));
+        throw Error(QStringLiteral("Cannot read %1.").arg(m_path));
     }
     const auto document = bytes.size() > largestFile ? QJsonDocument() : QJsonDocument::fromJson(bytes);
     if (!document.isObject()) {
@@ -96,7 +96,8 @@ std::optional<QJsonObject> SettingsFile::load() const
     return document.object();
 }
 
-/// What holds in place of a damaged file has to hold at the next start too, when there would be no file.
+/// The replacement values are saved at once, so that they still apply at the next start, when the file would be
+/// missing.
 void SettingsFile::replaceDamaged()
 {
     try {
@@ -107,7 +108,7 @@ void SettingsFile::replaceDamaged()
         try {
             save(m_inPlaceOfDamaged);
         } catch (const Error &) {
-            QFile::rename(name, m_path); // A damaged one says as much.
+            QFile::rename(name, m_path); // At the next start, the damaged file leads here again.
             throw;
         }
     } catch (const Error &error) {
@@ -115,14 +116,14 @@ void SettingsFile::replaceDamaged()
     }
 }
 
-/// The new name.
+/// Returns the new name.
 QString SettingsFile::setAside()
 {
     constexpr int mostKept = 100;
     for (int number = 1; number <= mostKept; ++number) {
         const QString suffix = number == 1 ? QString() : QStringLiteral("-%1").arg(number);
         const QString name = m_path + QStringLiteral(".corrupt") + suffix;
-        if (QFile::rename(m_path, name)) { // Replaces nothing.
+        if (QFile::rename(m_path, name)) { // Does not overwrite.
             QFile::setPermissions(name, PrivateFile::permissions);
             generalLog().error("The settings file is damaged. It was set aside as %@", {name});
             return name;

@@ -7,25 +7,25 @@
 
 namespace talmo {
 
-/// The settings as a private JSON file. Any thread, one at a time; every call may wait for the disk.
+/// The settings as a private JSON file. Any thread, one at a time; every call may block on the disk.
 ///
-/// A file that cannot be understood is set aside under another name and never overwritten; one that cannot be read is
-/// left alone. Both are said in the log.
+/// A file with invalid content is renamed and never overwritten; one that cannot be read is left alone. Both are
+/// logged.
 class SettingsFile {
 public:
-    /// `inPlaceOfDamaged`: what is read where there is a file that cannot be used, and stored where it was set aside.
-    /// The defaults would undo what the user has chosen, and some of that must not be undone.
+    /// `inPlaceOfDamaged`: the values to use if the file is unusable, and to save if it was set aside. The defaults
+    /// would undo the user's choices, and some of those must not be undone.
     explicit SettingsFile(QString path, QJsonObject inPlaceOfDamaged = {});
 
-    /// Empty when there is no file.
+    /// Empty if there is no file.
     QJsonObject read();
 
-    /// Puts these values into the file, and leaves what else stands in it: another process may have written there.
-    /// Where the file is gone, `all` is written. A failure is logged, and what could not be written goes along with
-    /// the next call. What stands in the file is at all times either the old or the new content.
+    /// Saves these values and keeps the others in the file, which another process may have written. If the file is
+    /// gone, saves `all`. A failure is logged, and the unsaved values are saved with the next call. The file always
+    /// holds either the old or the new content.
     void write(const QJsonObject &changes, const QJsonObject &all);
 
-    /// False from a write that failed until one that did not.
+    /// False from a failed write until a successful one.
     bool isAllWritten() const { return m_unwritten.isEmpty(); }
 
 private:

@@ -18,7 +18,7 @@ namespace {
 constexpr int patience = 5000;
 constexpr unsigned long pause = 50;
 
-/// One attempt; false when nobody listens yet.
+/// One attempt; false if no instance is listening yet.
 bool ask(QDeadlineTimer deadline)
 {
     const auto left = static_cast<int>(deadline.remainingTime());

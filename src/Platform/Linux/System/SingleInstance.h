@@ -4,10 +4,11 @@
 
 namespace talmo {
 
-/// Sees to it that one Talmo runs for a user on a display. The kernel lets go of it with the process, however it ends.
+/// Ensures that only one Talmo runs per user and display. The kernel releases the lock when the process ends, however
+/// it ends.
 class SingleInstance {
 public:
-    /// `path`: the file that stands for the place; made if need be. Where it cannot be made, this counts as the first.
+    /// `path`: the lock file, created if missing. If it cannot be created, this instance is treated as the first.
     explicit SingleInstance(const QString &path);
     ~SingleInstance();
     SingleInstance(const SingleInstance &) = delete;
@@ -15,8 +16,8 @@ public:
 
     bool isFirst() const { return m_isFirst; }
 
-    /// Has the one that runs open its settings; waits for it while it is still starting, a few seconds at most. False
-    /// when it does not answer.
+    /// Asks the running instance to open its settings; waits a few seconds if it is still starting. False if it does
+    /// not respond.
     static bool askForSettings();
 
 private:

@@ -14,10 +14,11 @@ namespace {
 
 /// States as the kernel numbers them.
 constexpr int established = 1;
-constexpr int beingEstablished = 3; ///< Deferred until the first data comes.
+constexpr int beingEstablished = 3; ///< Accepting is deferred until data arrives.
 constexpr int listening = 10;
 
-/// One line. Version 4 addresses are kept mapped into version 6's; `isVersion6` tells where the line stood.
+/// One row of the table. IPv4 addresses are stored as IPv4-mapped IPv6 addresses; `isVersion6` tells which table the
+/// row is from.
 struct Row {
     in6_addr local{};
     in6_addr remote{};
@@ -56,7 +57,7 @@ in6_addr addressOf(const QHostAddress &address)
     return result;
 }
 
-/// "0100007F:1F90": words as they lie in this machine's memory, then the port.
+/// Parses "0100007F:1F90": 32-bit words in this machine's byte order, then the port.
 bool readEndpoint(const QByteArray &field, in6_addr &address, quint16 &port)
 {
     constexpr qsizetype wordDigits = 8;
@@ -113,8 +114,7 @@ QList<Row> readRows(const QByteArray &tcp, const QByteArray &tcp6)
     return rows;
 }
 
-/// How the kernel chooses among the listeners for an address: the higher the number, the sooner. 0 where it never gets
-/// the connection.
+/// The kernel's precedence among listeners for an address: the highest gets the connection; 0 never gets it.
 int precedence(const Row &listener, const in6_addr &address)
 {
     enum { None, AnyOfBoth, Any, ExactOfBoth, Exact };
@@ -141,7 +141,7 @@ std::optional<uid_t> listenerOwner(const QList<Row> &rows, const in6_addr &addre
             best = rank;
             owner = row.user;
         } else if (rank == best && rank > 0 && owner != row.user) {
-            owner = std::nullopt; // They share the port, and either may get the connection.
+            owner = std::nullopt; // The listeners share the port, and either may get the connection.
         }
     }
     return owner;
@@ -162,7 +162,7 @@ std::optional<uid_t> serverOwner(const QByteArray &tcp, const QByteArray &tcp6, 
     if (connection == rows.end()) {
         return std::nullopt;
     }
-    // Until a program has accepted it, a connection has no inode, and older kernels show root for its user.
+    // Until it is accepted, a connection has no inode, and older kernels report root as its user.
     return connection->inode != 0 ? std::optional(connection->user) : listenerOwner(rows, serverAddress, server.port);
 }
 

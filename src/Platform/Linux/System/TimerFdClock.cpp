@@ -22,7 +22,7 @@ timespec toTimespec(Duration duration)
     return {static_cast<time_t>(seconds.count()), static_cast<long>((duration - seconds).count())};
 }
 
-/// One wait. Lives in the thread that waits and deletes itself there, once due or cancelled.
+/// One wait. Lives in the waiting thread and deletes itself there once due or cancelled.
 class Sleeper final : public QObject {
 public:
     Sleeper(FileDescriptor timer, std::shared_ptr<Completion<void>> completion)
@@ -36,7 +36,7 @@ public:
         });
     }
 
-    /// The stop may be requested on any thread; the sleeper itself is only touched on its own.
+    /// A stop may be requested on any thread; the sleeper itself is only accessed on its own.
     void cancelOn(const std::stop_token &stop, const std::stop_token &ending)
     {
         const auto cancel = [this] {
@@ -57,7 +57,7 @@ private:
     FileDescriptor m_timer;
     QSocketNotifier m_notifier;
     std::shared_ptr<Completion<void>> m_completion;
-    // Last: destroying it waits for a callback that runs on another thread, which uses what stands above.
+    // Last: its destructor waits for a callback running on another thread, which uses the members above.
     std::optional<std::stop_callback<std::function<void()>>> m_onStop;
     std::optional<std::stop_callback<std::function<void()>>> m_onEnding;
 };
@@ -84,7 +84,7 @@ QFuture<void> TimerFdClock::sleep(Duration duration, std::stop_token stop)
     timeout.it_value = toTimespec(std::max(duration, Duration(1)));
     FileDescriptor timer(timerfd_create(CLOCK_BOOTTIME, TFD_NONBLOCK | TFD_CLOEXEC));
     if (!timer || timerfd_settime(timer.get(), 0, &timeout, nullptr) != 0) {
-        completion->fail(std::make_exception_ptr(Error(QStringLiteral("No timer could be made."))));
+        completion->fail(std::make_exception_ptr(Error(QStringLiteral("Cannot create a timer."))));
         return future;
     }
     auto *sleeper = new Sleeper(std::move(timer), completion);

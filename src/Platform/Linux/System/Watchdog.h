@@ -2,7 +2,8 @@
 
 namespace talmo {
 
-/// The kernel kills the process after this many seconds, whatever it is doing then. A later call replaces the earlier.
+/// Has the kernel kill the process after this many seconds, whatever it is doing then. A later call replaces an earlier
+/// one.
 void killProcessAfter(unsigned seconds);
 
 } // namespace talmo

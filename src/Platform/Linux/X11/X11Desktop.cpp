@@ -34,9 +34,12 @@ bool isApplicationActive()
 const char *lossNotice(SelectionReading::Loss loss)
 {
     if (loss == SelectionReading::Loss::TooLarge) {
-        return QT_TRANSLATE_NOOP("Talmo", "The clipboard held more than Talmo can keep, so part of it is gone.");
+        return QT_TRANSLATE_NOOP(
+            "Talmo", "Part of the clipboard was lost: it held more than Talmo can keep. Copy it again if you need it.");
     }
-    return QT_TRANSLATE_NOOP("Talmo", "Part of the clipboard is gone: its program did not hand it over in time.");
+    return QT_TRANSLATE_NOOP(
+        "Talmo",
+        "Part of the clipboard was lost: its application did not provide it in time. Copy it again if you need it.");
 }
 
 } // namespace

@@ -4,7 +4,7 @@
 
 namespace talmo {
 
-/// Throws Error if there is no X server. Qt would end the process without a word that helps.
+/// Throws Error if there is no X server; Qt would only end the process, without a helpful message.
 void requireX11();
 
 /// Throws Error if the X server cannot be reached.

@@ -13,14 +13,14 @@ namespace talmo {
 struct XcbFree {
     void operator()(void *memory) const { std::free(memory); } // NOLINT: xcb allocates with malloc.
 };
-/// Owns what xcb hands out: replies, events, errors.
+/// Owns a reply, event or error allocated by xcb.
 template <typename T>
 using XcbPtr = std::unique_ptr<T, XcbFree>;
 
 /// A connection to the X server. One thread at a time.
 class XConnection {
 public:
-    /// Throws Error when there is no display.
+    /// Throws Error if there is no display.
     XConnection();
     ~XConnection();
     XConnection(const XConnection &) = delete;
@@ -29,12 +29,12 @@ public:
     xcb_connection_t *get() const { return m_connection; }
     xcb_window_t root() const { return m_screen->root; }
     const xcb_screen_t &screen() const { return *m_screen; }
-    /// The server went away; nothing works any more.
+    /// Whether the server is gone and the connection unusable.
     bool isBroken() const { return xcb_connection_has_error(m_connection) != 0; }
     int fileDescriptor() const { return xcb_get_file_descriptor(m_connection); }
     void flush() const { xcb_flush(m_connection); }
 
-    /// Asked for once each.
+    /// Each atom is requested only once.
     xcb_atom_t atom(const QByteArray &name);
     QByteArray atomName(xcb_atom_t atom);
 

@@ -9,17 +9,17 @@
 
 namespace talmo {
 
-/// A property's bytes, a megabyte at most; empty when the window or the property is not there.
+/// A property's bytes, up to a megabyte; empty if the window or the property is missing.
 QByteArray xProperty(xcb_connection_t *connection, xcb_window_t window, xcb_atom_t name);
 
-/// A property that is a list of 32-bit numbers.
+/// Parses a property of 32-bit numbers.
 QList<quint32> xNumbers(const QByteArray &property);
 
-/// The connection that the application's own windows use, so that what they asked for has been done once an answer to a
-/// later question is there. Main thread, under a QGuiApplication on X11.
+/// The connection of the application's own windows; a reply on it implies that their earlier requests have been carried
+/// out. Main thread, with a QGuiApplication on X11.
 xcb_connection_t *applicationConnection();
 xcb_window_t applicationRoot();
-/// Asked for once each.
+/// Each atom is requested only once.
 xcb_atom_t applicationAtom(const char *name);
 
 } // namespace talmo

@@ -61,7 +61,7 @@ void XSession::flush()
     }
     m_connection->flush();
     if (m_connection->isBroken() && m_notifier && m_notifier->isEnabled()) {
-        m_notifier->setEnabled(false); // Its end of file would wake the thread for ever.
+        m_notifier->setEnabled(false); // The end of file would wake the thread endlessly.
         generalLog().error("the connection to the X server was lost");
         if (m_onConnectionLost) {
             m_onConnectionLost();
@@ -78,7 +78,7 @@ void XSession::dispatch(XcbPtr<xcb_generic_event_t> event)
 
 void XSession::synchronise()
 {
-    // Any answer will do: it comes behind all events that were on their way.
+    // Any reply will do: it comes after all events that were under way.
     const XcbPtr<xcb_get_input_focus_reply_t> answer(
         xcb_get_input_focus_reply(m_connection->get(), xcb_get_input_focus(m_connection->get()), nullptr));
     flush();
@@ -101,7 +101,7 @@ xcb_timestamp_t XSession::serverTime()
         XcbPtr<xcb_generic_event_t> event(xcb_poll_for_event(connection));
         if (!event) {
             pollfd descriptor{m_connection->fileDescriptor(), POLLIN, 0};
-            constexpr int patience = 1000; // The server itself is asked; it answers or is gone.
+            constexpr int patience = 1000; // Milliseconds. The server itself responds, unless it is gone.
             if (poll(&descriptor, 1, patience) <= 0) {
                 break;
             }

@@ -12,16 +12,16 @@
 
 namespace talmo {
 
-/// One connection to the X server with a thread of its own, shared by all that serve the clipboard and type: so the
-/// order of a paste chord and of the reads it leads to is known, and the main thread never serves what it may itself
-/// be waiting for.
+/// One connection to the X server with its own thread, shared by all code that serves the clipboard or types. The order
+/// of a paste shortcut and of the reads it causes is therefore known, and the main thread never has to serve a request
+/// while it waits for the requester.
 ///
-/// Made on the main thread; everything else happens on the executor's thread.
+/// Created on the main thread; everything else happens on the executor's thread.
 class XSession {
 public:
     using EventHandler = std::function<void(const xcb_generic_event_t &)>;
 
-    /// Throws Error when there is no display.
+    /// Throws Error if there is no display.
     static std::shared_ptr<XSession> open();
     ~XSession();
     XSession(const XSession &) = delete;
@@ -32,7 +32,7 @@ public:
 
     // The executor's thread only.
     XConnection &connection() const { return *m_connection; }
-    /// Never shown; owns and asks for selections.
+    /// Never shown; owns and requests selections.
     xcb_window_t window() const { return m_window; }
     void addEventHandler(EventHandler handler) { m_handlers.push_back(std::move(handler)); }
     /// Called once when the server is gone; one listener.
@@ -42,13 +42,14 @@ public:
         m_handlers.clear();
         m_onConnectionLost = {};
     }
-    /// Sends what was written and handles whatever came meanwhile.
+    /// Sends buffered requests and handles pending events.
     void flush();
-    /// Has seen and handled everything that happened before this call, the loss of a selection included.
+    /// Returns once everything that happened before this call has been received and handled, including the loss of a
+    /// selection.
     void synchronise();
-    /// None when nobody owns it.
+    /// XCB_NONE if there is no owner.
     xcb_window_t selectionOwner(xcb_atom_t selection);
-    /// The server's time now, as selections want it.
+    /// The server's current time, as selections need it.
     xcb_timestamp_t serverTime();
 
 private:
@@ -63,7 +64,7 @@ private:
     std::function<void()> m_onConnectionLost;
     std::vector<XcbPtr<xcb_generic_event_t>> m_putBack;
     xcb_window_t m_window = XCB_NONE;
-    // Last, so that its thread has ended before anything else goes.
+    // Last, so that its thread has ended before the other members are destroyed.
     std::shared_ptr<SerialExecutor> m_executor;
 };
 

@@ -17,7 +17,7 @@
     </message>
     <message>
         <source>This Mac doesn&apos;t support Apple Intelligence.</source>
-        <translation>This computer is set up without a language model.</translation>
+        <translation>The language model is turned off in Talmo&apos;s settings file.</translation>
     </message>
     <message>
         <source>Apple Intelligence isn&apos;t turned on. Enable it in System Settings &gt; Apple Intelligence &amp; Siri to use AI cleanup.</source>
@@ -45,7 +45,7 @@
     </message>
     <message>
         <source>Talmo needs Accessibility access (System Settings &gt; Privacy &amp; Security &gt; Accessibility) to insert text into other apps.</source>
-        <translation>Talmo needs an X server that lets it type (with the extensions XTEST and XInput) to insert text into other apps.</translation>
+        <translation>Talmo needs an X server with the XTEST and XInput 2.2 extensions to insert text into other apps.</translation>
     </message>
     <message>
         <source>Nothing to insert.</source>
@@ -93,7 +93,7 @@
     </message>
     <message>
         <source>Hold fn to record and release to insert, or double-tap fn for hands-free recording (press fn again to stop). Works even when Talmo isn&apos;t the frontmost app. Requires &quot;Press 🌐 key to: Do Nothing&quot; in System Settings &gt; Keyboard, so macOS&apos;s own Globe-key action doesn&apos;t also fire. Not yet configurable in this MVP.</source>
-        <translation>Hold %1 to record and release to insert, or double-tap %1 for hands-free recording (press %1 again to stop). Works even when Talmo isn&apos;t the frontmost app. Other keys can be named in ~/.config/talmo/settings.json, as &quot;linux.standInKeys&quot;.</translation>
+        <translation>Hold %1 to record and release to insert, or double-tap %1 for hands-free recording (press %1 again to stop). Works even when Talmo isn&apos;t the frontmost app. To use other keys, set &quot;linux.standInKeys&quot; in Talmo&apos;s settings file.</translation>
     </message>
     <message>
         <source>Uses Apple&apos;s on-device Foundation Models to remove filler words and fix punctuation. When off, only basic local formatting is applied.</source>
@@ -241,7 +241,7 @@
     </message>
     <message>
         <source>Talmo has no backend, no account, and no network functionality. Recording, transcription, and text cleanup all run using Apple&apos;s on-device Speech and Foundation Models frameworks. Nothing you say or type is sent anywhere.</source>
-        <translation>Talmo has no backend and no account. Recording and transcription run on this computer. With AI cleanup on, the text is handed to a language-model server on this computer, if one is running, and to nothing else. Talmo itself uses the internet only for the one-time download of a speech model.</translation>
+        <translation>Talmo has no backend and no account. Recording and transcription run on this computer. With AI cleanup on, the text is sent to a language-model server on this computer, if one is running, and nowhere else. Talmo itself uses the internet only for the one-time download of a speech model.</translation>
     </message>
     <message>
         <source>Microphone</source>
@@ -312,7 +312,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Talmo&apos;s own addition on Linux. What you say is recognised on this computer whichever you choose; only the download of a model uses the network.</source>
+        <source>Available on Linux only. Speech is recognised on this computer whichever recogniser you choose; the network is used only to download models.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -348,7 +348,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Talmo pastes nothing where the application in front says that the cursor is in a password field. Only works while the desktop&apos;s accessibility service is running.</source>
+        <source>Talmo does not paste if the application in front reports that the cursor is in a password field. Requires the desktop&apos;s accessibility service.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -356,15 +356,27 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Your text goes to %1 at %2.</source>
+        <source>Your text is sent to %1 at %2.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>%1 at %2 gets no text while this is off.</source>
+        <source>While this is off, no text is sent to %1 at %2.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Another user&apos;s program answers at %1. It gets none of your text.</source>
+        <source>Another user&apos;s program is listening at %1. Your text is not sent to it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The settings could not be saved. Is the disk full?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The sound server is not responding. Try again in a moment.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The connection to the sound server was lost. Try again.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

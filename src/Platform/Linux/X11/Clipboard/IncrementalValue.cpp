@@ -21,7 +21,7 @@ IncrementalValue::State IncrementalValue::append(const SelectionValue &piece)
     }
     const bool isFirst = m_value.data.isEmpty();
     if (piece.data.isEmpty()) {
-        // Owners end with any type and unit; only an empty value has no other.
+        // Owners may end a transfer with any type and unit, so these count only if the whole value is empty.
         if (isFirst) {
             m_value = piece;
         }

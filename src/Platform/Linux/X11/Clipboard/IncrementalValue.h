@@ -6,7 +6,7 @@
 
 namespace talmo {
 
-/// What a selection's owner hands over for one target.
+/// A selection's value for one target, as its owner sends it.
 struct SelectionValue {
     QByteArray data;
     xcb_atom_t type = XCB_ATOM_NONE;
@@ -15,11 +15,11 @@ struct SelectionValue {
     friend bool operator==(const SelectionValue &, const SelectionValue &) = default;
 };
 
-/// Puts the pieces of an INCR transfer together. The size that the owner announces is not believed: memory grows only
-/// with what has come. Pure.
+/// Assembles the pieces of an INCR transfer. The size that the owner announces is ignored: memory grows only with the
+/// data received. Pure.
 class IncrementalValue {
 public:
-    /// Bytes of a clipboard that Talmo holds at most.
+    /// The most clipboard data that Talmo holds, in bytes.
     static constexpr qsizetype maximumSize = qsizetype(256) << 20;
 
     enum class State {
@@ -34,8 +34,8 @@ public:
     {
     }
 
-    /// Appends the next piece; an empty one is the end. Once the state is another than Incomplete, pieces change
-    /// nothing. Returns the state.
+    /// Appends the next piece; an empty one ends the transfer. Once the state is no longer Incomplete, pieces have no
+    /// effect. Returns the state.
     State append(const SelectionValue &piece);
 
     State state() const { return m_state; }

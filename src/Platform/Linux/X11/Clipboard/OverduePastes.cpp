@@ -85,7 +85,7 @@ void OverduePastes::handleAnswer(xcb_window_t topLevel)
     const auto kept = std::find_if(m_kept.begin(), m_kept.end(),
                                    [topLevel](const auto &entry) { return entry.second.topLevel == topLevel; });
     if (kept != m_kept.end()) {
-        // It has handled the shortcut by now. One that took no paste must not find this at a later one.
+        // By now it has handled the shortcut. If it did not paste, it must not get this text at a later paste.
         dropLater(kept->first, RestorePolicy::readTime);
     }
 }

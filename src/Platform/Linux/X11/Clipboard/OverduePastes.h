@@ -9,29 +9,29 @@
 
 namespace talmo {
 
-/// Windows that hang, and what was pasted into them meanwhile: each gets it when it wakes, whatever stands on the
-/// clipboard by then. The X session's thread only.
+/// The texts that were pasted into windows that hang: each window gets its text when it responds again, whatever is on
+/// the clipboard by then. The X session's thread only.
 class OverduePastes {
 public:
     OverduePastes(XSession &session, SelectionServer &clipboard, SelectionServer &primary);
 
-    /// Asks a window whether it hangs; hangs() is true until it has answered. False for one that takes no part in this.
+    /// Pings a window; hangs() is true until it has responded. hangs() is false for windows that do not support pings.
     void ask(const FrontWindow &window) { m_ping.send(window.topLevel); }
     bool hangs(const FrontWindow &window) const { return m_ping.isUnanswered(window.topLevel); }
-    /// Nobody wants to know any more; not for a window that something is kept for.
+    /// Stops waiting for a response, unless a text is kept for the window.
     void stopAsking(const FrontWindow &window);
 
     /// Keeps the text for a window that hangs.
     void add(const FrontWindow &window, const QString &text);
-    /// Adds to what is kept for a window that still hangs: it will carry out one paste, of everything. False when it
-    /// does not hang; what was kept for it is then dropped, as it has had its chance.
+    /// Appends to the text kept for a window that still hangs: it will carry out only one paste, of everything. False
+    /// if it does not hang; the text kept for it is then dropped, as it has had its chance.
     bool extend(const FrontWindow &window, const QString &text);
-    /// The client has read something; soon nothing is kept for it.
+    /// Call when the client has read something; the text kept for it is then dropped soon.
     void noteRead(quint32 client);
 
     bool isEmpty() const { return m_kept.empty(); }
     void clear();
-    /// Called when nothing is kept any more.
+    /// Called when no text is kept any longer.
     void setOnEmpty(std::function<void()> callback) { m_onEmpty = std::move(callback); }
 
 private:

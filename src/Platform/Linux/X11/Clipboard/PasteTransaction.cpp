@@ -12,11 +12,12 @@ namespace {
 using namespace std::chrono_literals;
 using Outcome = PasteReceipt::Outcome;
 
-/// The paste waits for it, so an owner that gives nothing is not waited for long; one that does give is.
+/// The paste waits for the snapshot, so an owner that sends nothing gets a short timeout; one that is sending gets
+/// longer.
 constexpr SelectionReader::Patience snapshotPatience{500ms, 2000ms};
-/// A window that has not read the text by then is asked whether it hangs.
+/// A window that has not read the text by then is pinged.
 constexpr auto pingDelay = 1000ms;
-/// How often the text is put back on the clipboard when another program takes that before it was read.
+/// The most times the text is put back on the clipboard if another program takes the clipboard before it was read.
 constexpr int mostClaims = 3;
 
 RestorePolicy::Time now()
@@ -66,7 +67,7 @@ PasteTransaction::PasteTransaction(XSession &session, std::chrono::milliseconds 
 
 PasteTransaction::~PasteTransaction()
 {
-    // The parts of this were the session's only listeners; events may still come until it ends.
+    // The members were the session's only listeners; events may still arrive until it ends.
     m_session.removeEventHandlers();
 }
 
@@ -96,7 +97,7 @@ QCoro::Task<QList<PasteboardItem>> PasteTransaction::snapshot(std::shared_ptr<Pa
     self->m_session.synchronise(); // Another program may have just taken the clipboard.
     Content all;
     if (self->m_earlier && self->m_clipboard.isOwner()) {
-        all = self->m_earlier.value(); // The text that nobody took is not the user's clipboard.
+        all = self->m_earlier.value(); // A text that was not pasted is not the user's clipboard.
     } else {
         all = co_await readOrOwn(self, &self->m_clipboard);
     }
@@ -139,8 +140,8 @@ void PasteTransaction::clear()
         setEarlier(std::nullopt);
         m_clipboard.disown();
     }
-    // In a paste before its text that follows at once. An empty clipboard in between would only call clipboard
-    // managers into action that want to fill it.
+    // Within a paste, before its text: that follows at once. An empty clipboard in between would only cause clipboard
+    // managers to fill it.
 }
 
 void PasteTransaction::setString(const QString &text)
@@ -209,10 +210,11 @@ void PasteTransaction::end()
     m_isPasting = false;
     if (m_restore && m_wasLost) {
         conclude(Outcome::Taken);
-        applyRestore(); // Somebody wrote after the text was read; the user's own clipboard comes back all the same.
+        applyRestore(); // Another program took the clipboard after the text was read; the user's content is restored
+                        // anyway.
         return;
     }
-    evaluate(); // Without anything to restore the paste was cut short: the text stays where it is.
+    evaluate(); // If there is nothing to restore, the paste was cut short: the text stays on the clipboard.
 }
 
 quint32 PasteTransaction::readerOf(const SelectionServer::Request &request)
@@ -238,7 +240,7 @@ void PasteTransaction::handleRequest(const SelectionServer::Request &request)
     evaluate();
 }
 
-/// A window that has woken, or the user's own paste into the window in front.
+/// The reader is a window that responds again, or the user's own paste into the frontmost window.
 void PasteTransaction::noteLateRead(const SelectionServer::Request &request)
 {
     const bool isTarget = m_target.window != XCB_NONE ? request.client == m_target.client ||
@@ -256,12 +258,13 @@ void PasteTransaction::handleLost()
     const bool isUnread = m_hasText && !m_policy.isRead();
     if (m_isPasting && isUnread && m_claims < mostClaims) {
         ++m_claims;
-        m_clipboard.own(textRepresentations(m_text)); // The program in front must find the text, not what came between.
+        m_clipboard.own(textRepresentations(
+            m_text)); // The frontmost program must get the text, not what another program put there.
     } else if (m_isPasting) {
         m_wasLost = m_policy.isRead();
         m_refusal = isUnread ? std::optional(Outcome::ClipboardLost) : m_refusal;
     } else if (m_restore) {
-        // Written after the restore was called for: what the user copied meanwhile is the newest.
+        // Written after the restore was requested: what the user copied in the meantime is the newest content.
         conclude(isUnread ? Outcome::ClipboardLost : Outcome::Taken);
         m_restore.reset();
         applyRestore();
@@ -309,7 +312,7 @@ void PasteTransaction::evaluate()
             next = pingTime;
         }
     }
-    // Nothing runs once the restore is done.
+    // The timer stops once the restore is done.
     m_timer.start(std::chrono::ceil<std::chrono::milliseconds>(next - time));
 }
 
@@ -320,7 +323,8 @@ void PasteTransaction::conclude(Outcome outcome)
     }
 }
 
-/// The text stays, and so does Talmo's ownership, until somebody takes the text or asks for what was there.
+/// The text stays on the clipboard, and Talmo stays its owner, until a program reads it or the user asks for the
+/// earlier content.
 void PasteTransaction::withhold(Outcome outcome)
 {
     m_timer.stop();
@@ -438,11 +442,11 @@ QFuture<void> PasteTransaction::settled()
 
 QCoro::Task<void> PasteTransaction::shutDown(std::shared_ptr<PasteTransaction> self)
 {
-    // A paste that was under way never ends now; what it had saved still comes back.
+    // A running paste will not be ended by anyone else; the content it saved is still restored.
     self->end();
     const auto idle = self->settled();
     co_await idle;
-    // A secret is nobody's to keep.
+    // A secret must not be passed to a clipboard manager.
     if (self->m_clipboard.isOwner() && !(self->m_secret.isSecret() && isSecret(self->m_clipboard.content()))) {
         co_await self->m_reader.ask(self->m_session.connection().atom("CLIPBOARD_MANAGER"), "SAVE_TARGETS",
                                     snapshotPatience);

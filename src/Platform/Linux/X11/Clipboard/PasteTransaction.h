@@ -20,9 +20,9 @@
 
 namespace talmo {
 
-/// The clipboard's side of a paste: what stands there, what is to stand there again, and when. What stood there before
-/// comes back once the program in front has read the text; while nobody has, the text stays, and a window that hangs
-/// gets it when it wakes. The X session's thread only.
+/// The clipboard's side of a paste: the current content, the content to restore, and when to restore it. The earlier
+/// content is restored once the frontmost program has read the text; until a program has, the text stays, and a window
+/// that hangs gets it when it responds again. The X session's thread only.
 class PasteTransaction {
 public:
     using OnLoss = std::function<void(SelectionReading::Loss)>;
@@ -40,27 +40,28 @@ public:
     void setString(const QString &text);
     void writeItems(const QList<PasteboardItem> &items);
 
-    /// The window to post the shortcut to; none when nothing is to be posted, which settles the paste.
+    /// The window to post the shortcut to; none if nothing is to be posted, which settles the paste.
     std::optional<FrontWindow> chooseTarget();
-    /// The shortcut has gone out to this window: from now on its reads count.
+    /// Call when the shortcut has been posted to this window: from then on its reads count.
     void notePosted(const FrontWindow &target);
-    /// The shortcut cannot be posted.
+    /// Call if the shortcut cannot be posted.
     void refuse(PasteReceipt::Outcome outcome);
 
-    /// What became of the last paste.
+    /// The outcome of the last paste.
     QFuture<PasteReceipt> receipt();
     /// Any thread.
     bool holdsEarlier() const { return m_holdsEarlier.load(); }
-    /// Puts back what a text that nobody took has displaced; false when there is nothing.
+    /// Restores the content that was replaced by a text no program has read; false if there is none.
     bool putEarlierBack();
-    /// Called when something that stood on the clipboard could not be saved.
+    /// Called if some of the clipboard's content could not be saved.
     void setOnLoss(OnLoss callback) { m_onLoss = std::move(callback); }
 
-    /// Finishes once no restore is pending; a text that nobody took does not count.
+    /// Finishes once no restore is pending. Earlier content kept behind an unread text does not count as pending.
     QFuture<void> settled();
-    /// Finishes once nothing of ours stands on the clipboard: another program has taken it, or there is no server.
+    /// Finishes once Talmo no longer owns the clipboard: another program has taken it, or the server is gone.
     QFuture<void> relieved();
-    /// Waits for a pending restore, then hands what Talmo holds to the desktop's clipboard manager, if there is one.
+    /// Waits for a pending restore, then passes the content that Talmo owns to the desktop's clipboard manager, if
+    /// there is one.
     static QCoro::Task<void> shutDown(std::shared_ptr<PasteTransaction> self);
 
 private:
@@ -94,7 +95,7 @@ private:
 
     bool m_isPasting = false;
     bool m_beginsAfterRestore = false;
-    /// In this paste the text has been written; what is written now is to stand there again.
+    /// The text of this paste has been written; anything written after that is the content to restore.
     bool m_hasText = false;
     QString m_text;
     int m_claims = 0;
@@ -108,7 +109,7 @@ private:
     bool m_ownsPrimaryForPaste = false;
 
     std::optional<Content> m_restore;
-    /// What a text that nobody took has displaced.
+    /// The content that was replaced by a text no program has read.
     std::optional<Content> m_earlier;
     std::atomic<bool> m_holdsEarlier = false;
     bool m_wasReadLate = false;

@@ -21,7 +21,7 @@ void SecretLifetime::begin(xcb_window_t owner)
     auto *connection = m_session.connection().get();
     constexpr quint32 events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(connection, owner, XCB_CW_EVENT_MASK, &events);
-    // It may have ended before it was watched.
+    // It may have exited before it was watched.
     const XcbPtr<xcb_get_window_attributes_reply_t> attributes(
         xcb_get_window_attributes_reply(connection, xcb_get_window_attributes(connection, owner), nullptr));
     m_isOver = !attributes;

@@ -9,25 +9,25 @@
 
 namespace talmo {
 
-/// How long Talmo keeps a secret that it has found on the clipboard: a password manager takes its passwords away after
-/// a while, and cannot while Talmo owns the clipboard. A secret ends with the program that copied it, and a minute
-/// after Talmo has put it back. The X session's thread only.
+/// Limits how long Talmo keeps a secret it found on the clipboard: a password manager removes its passwords after a
+/// while, but cannot while Talmo owns the clipboard. A secret expires with the program that copied it, or a minute
+/// after Talmo has restored it. The X session's thread only.
 class SecretLifetime {
 public:
     static constexpr std::chrono::minutes longestTime{1};
 
-    /// `onEnd` is called when a secret that was put back has to go.
+    /// `onEnd` is called when a restored secret expires.
     SecretLifetime(XSession &session, std::function<void()> onEnd, std::chrono::milliseconds time = longestTime);
 
-    /// What was just read is this owner's secret.
+    /// Call when the content just read is this owner's secret.
     void begin(xcb_window_t owner);
-    /// What was just read is no secret.
+    /// Call when the content just read is not a secret.
     void forget();
 
     bool isSecret() const { return m_owner != XCB_NONE; }
-    /// It must not stand on the clipboard any more.
+    /// It must not be on the clipboard any longer.
     bool isOver() const { return m_isOver; }
-    /// The secret stands on the clipboard again; the minute begins with the first time.
+    /// Call when the secret is restored to the clipboard; the minute starts with the first call.
     void putBack();
 
 private:

@@ -18,7 +18,7 @@ const char *describe(SelectionReading::Loss loss)
     case SelectionReading::Loss::OwnerTooSlow:
         return "its owner took too long";
     case SelectionReading::Loss::OwnerEnded:
-        return "its owner ended";
+        return "its owner exited";
     case SelectionReading::Loss::TooLarge:
         return "it is too large";
     case SelectionReading::Loss::Malformed:
@@ -34,7 +34,7 @@ const char *describe(SelectionReading::Loss loss)
 struct SelectionReader::Conversion {
     xcb_atom_t property = XCB_ATOM_NONE;
     std::shared_ptr<Completion<Answer>> completion = Completion<Answer>::make();
-    /// Set once the owner has announced that it sends piece by piece.
+    /// Set once the owner has announced an incremental transfer.
     std::unique_ptr<IncrementalValue> pieces;
 };
 
@@ -52,7 +52,7 @@ void SelectionReader::begin(xcb_atom_t selection, Patience patience)
     auto *connection = m_session.connection().get();
     m_owner = m_session.selectionOwner(selection);
     if (m_owner != XCB_NONE && m_owner != m_session.window()) {
-        // An owner that ends in the middle of a value says nothing more; its window's end is the only sign.
+        // If the owner exits in the middle of a value, the destruction of its window is the only sign.
         constexpr quint32 events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
         xcb_change_window_attributes(connection, m_owner, XCB_CW_EVENT_MASK, &events);
     }
@@ -73,7 +73,7 @@ QCoro::Task<SelectionReading> SelectionReader::read(xcb_atom_t selection, Patien
 {
     SelectionReading reading;
     const auto miss = [&reading](const QString &type, Loss loss, qsizetype size) {
-        generalLog().error("the clipboard's %s was not kept (%s bytes had come): %s",
+        generalLog().error("the clipboard's %s was not kept (%s bytes received): %s",
                            {type, QString::number(size), QString::fromLatin1(describe(loss))});
         reading.loss = reading.loss == Loss::None ? loss : reading.loss;
     };
@@ -136,7 +136,7 @@ QFuture<SelectionReader::Answer> SelectionReader::convert(xcb_atom_t selection, 
 {
     auto conversion = std::make_shared<Conversion>();
     auto &connection = m_session.connection();
-    // A name of its own for each of the last few, so that a late answer is not taken for another one's.
+    // The last few conversions use different property names, so that a late reply is not taken for another one's.
     constexpr unsigned nameCount = 64;
     conversion->property = connection.atom("TALMO_VALUE_" + QByteArray::number(m_counter++ % nameCount));
     m_conversions.push_back(conversion);
@@ -171,7 +171,7 @@ void SelectionReader::handleEvent(const xcb_generic_event_t &event)
 void SelectionReader::handleNotify(const xcb_selection_notify_event_t &event)
 {
     if (event.property == XCB_ATOM_NONE) {
-        // A refusal does not say which property it is for; they are asked one after the other.
+        // A refusal does not name its property; but conversions run one at a time.
         if (!m_conversions.empty()) {
             finish(m_conversions.front(), {});
         }
@@ -184,7 +184,7 @@ void SelectionReader::handleNotify(const xcb_selection_notify_event_t &event)
     }
     noteProgress();
     if (answer.value && answer.value->type == m_session.connection().atom("INCR")) {
-        // Having deleted the property tells the owner to begin.
+        // Deleting the property tells the owner to begin.
         conversion->pieces = std::make_unique<IncrementalValue>(m_room);
         return;
     }
@@ -223,7 +223,7 @@ void SelectionReader::handleProperty(const xcb_property_notify_event_t &event)
     }
 }
 
-/// Reads the property and deletes it, which is also how the owner learns that the piece has arrived.
+/// Reads and deletes the property; the deletion tells the owner that the piece has arrived.
 SelectionReader::Answer SelectionReader::takeProperty(xcb_atom_t property)
 {
     auto *connection = m_session.connection().get();
@@ -250,7 +250,7 @@ std::shared_ptr<SelectionReader::Conversion> SelectionReader::findConversion(xcb
     return found != m_conversions.end() ? *found : nullptr;
 }
 
-/// Takes the conversion by value: what the caller names may be the very element that goes.
+/// Takes the conversion by value, since the caller's reference may be to the element that is erased.
 void SelectionReader::finish(std::shared_ptr<Conversion> conversion, Answer answer)
 {
     std::erase(m_conversions, conversion);

@@ -16,27 +16,27 @@
 
 namespace talmo {
 
-/// What another program offers in a selection, as far as it could be had.
+/// The content that another program offers in a selection, as far as it could be read.
 struct SelectionReading {
     enum class Loss {
         None,
-        /// Its owner did not answer, or stopped in the middle of a value.
+        /// Its owner did not respond, or stopped in the middle of a value.
         OwnerTooSlow,
         OwnerEnded,
-        /// Beyond what Talmo holds: IncrementalValue::maximumSize in all, SelectionTargets::maximumCount types.
+        /// More than Talmo holds: IncrementalValue::maximumSize in total, SelectionTargets::maximumCount types.
         TooLarge,
         Malformed,
     };
 
     QList<PasteboardRepresentation> representations;
-    /// Why something is missing; of several reasons the first.
+    /// Why something is missing; the first reason if there are several.
     Loss loss = Loss::None;
 };
 
-/// Reads other programs' selections, piece by piece where they send it so. The X session's thread only.
+/// Reads other programs' selections, including incremental transfers. The X session's thread only.
 class SelectionReader {
 public:
-    /// How long an owner may go without giving anything, and how long it may take for all it has.
+    /// The timeouts: for an owner that sends nothing, and for everything it has.
     struct Patience {
         std::chrono::milliseconds pause;
         std::chrono::milliseconds whole;
@@ -44,13 +44,13 @@ public:
 
     explicit SelectionReader(XSession &session);
 
-    /// Everything that the owner offers and hands over in time, in its order, but for targets that only steer the
-    /// protocol or do something to the owner's document. Empty without an owner. What is missing is logged by type and
-    /// size. A type that the owner lists and then refuses is not missing: it was never there.
+    /// Everything that the owner offers and sends in time, in its order, except targets that only control the protocol
+    /// or have side effects on the owner's document. Empty if there is no owner. Missing values are logged by type and
+    /// size. A type that the owner lists and then refuses does not count as missing: it never existed.
     QCoro::Task<SelectionReading> read(xcb_atom_t selection, Patience patience);
 
-    /// Has the owner convert one target for what it does, not for what it gives. Returns when it has, refuses, or the
-    /// time is up; at once without an owner.
+    /// Asks the owner to convert one target for its side effect, not for its value. Returns when the owner has
+    /// converted or refused it or the timeout has passed; at once if there is no owner.
     QCoro::Task<void> ask(xcb_atom_t selection, QByteArray target, Patience patience);
 
 private:
@@ -59,7 +59,7 @@ private:
     struct Answer {
         std::optional<SelectionValue> value;
         Loss loss = Loss::None;
-        /// Bytes that had come by then.
+        /// The bytes received until then.
         qsizetype size = 0;
     };
 
@@ -81,7 +81,7 @@ private:
     std::chrono::steady_clock::time_point m_end;
     Loss m_ending = Loss::None;
     xcb_window_t m_owner = XCB_NONE;
-    /// Bytes that may still come.
+    /// The bytes that may still be received.
     qsizetype m_room = 0;
     std::vector<std::shared_ptr<Conversion>> m_conversions;
     unsigned m_counter = 0;

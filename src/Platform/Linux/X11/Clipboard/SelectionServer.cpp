@@ -12,10 +12,10 @@ namespace talmo {
 
 namespace {
 
-/// Values up to this size go in one property; larger ones piece by piece, as requests of that size are not for every
-/// server.
+/// The largest value sent in one property; larger ones are sent in pieces, since not every server accepts such
+/// requests.
 constexpr qsizetype pieceSize = qsizetype(128) << 10;
-/// A reader that stops reading in mid-value is forgotten after this time.
+/// After this time, a reader that stops reading in the middle of a value is dropped.
 constexpr auto transferPatience = std::chrono::seconds(5);
 
 const char *rawData(const QByteArray &data, qsizetype offset = 0)
@@ -110,7 +110,7 @@ void SelectionServer::handleEvent(const xcb_generic_event_t &event)
 
 void SelectionServer::handleClear(const xcb_selection_clear_event_t &event)
 {
-    // One that our own taking or leaving caused names an older time.
+    // An event caused by Talmo's own taking or releasing has an older timestamp.
     if (event.selection != m_selection || !m_isOwner || isBefore(event.time, m_ownedSince)) {
         return;
     }
@@ -130,7 +130,7 @@ void SelectionServer::handleRequest(const xcb_selection_request_event_t &request
         return;
     }
     auto &connection = m_session.connection();
-    // Programs of the old school leave the property to the owner.
+    // Obsolete clients leave the property to the owner.
     const xcb_atom_t property = request.property != XCB_ATOM_NONE ? request.property : request.target;
     const bool isMultiple = request.target == connection.atom("MULTIPLE");
     bool wasServed = false;
@@ -145,7 +145,7 @@ void SelectionServer::handleRequest(const xcb_selection_request_event_t &request
     notify.selection = request.selection;
     notify.target = request.target;
     notify.property = wasServed ? property : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-    // Events travel in 32 bytes, whatever the struct's size.
+    // Events are 32 bytes long on the wire, whatever the struct's size.
     std::array<char, 32> wire{};
     static_assert(sizeof(notify) <= wire.size());
     std::memcpy(wire.data(), &notify, sizeof(notify));
@@ -214,7 +214,7 @@ void SelectionServer::answerTargets(xcb_window_t requestor, xcb_atom_t property)
                         static_cast<quint32>(targets.size()), targets.data());
 }
 
-/// The property holds pairs of target and property; those that cannot be answered are marked by no property.
+/// The property holds pairs of target and property; in the answer, those that cannot be converted have no property.
 bool SelectionServer::answerMultiple(xcb_window_t requestor, xcb_atom_t property)
 {
     auto &connection = m_session.connection();
@@ -256,7 +256,7 @@ void SelectionServer::beginTransfer(xcb_window_t requestor, xcb_atom_t property,
     m_staleness.start(transferPatience);
 }
 
-/// The reader deletes the property once it has read it; that asks for the next piece. An empty one is the end.
+/// The reader deletes the property once it has read it, which requests the next piece. An empty one ends the transfer.
 void SelectionServer::sendNextPiece(const xcb_property_notify_event_t &event)
 {
     if (event.state != XCB_PROPERTY_DELETE) {

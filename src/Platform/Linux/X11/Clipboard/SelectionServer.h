@@ -13,12 +13,12 @@
 
 namespace talmo {
 
-/// Owns one selection and serves it to whoever asks. The X session's thread only.
+/// Owns one selection and serves it to other clients. The X session's thread only.
 class SelectionServer {
 public:
     struct Request {
         quint32 client; ///< See XConnection::clientOf().
-        bool wantsData; ///< Not only the list of targets.
+        bool wantsData; ///< False if it asked only for the list of targets.
         bool wasServed;
     };
 
@@ -31,12 +31,13 @@ public:
     bool isOwner() const { return m_isOwner; }
     const QList<PasteboardRepresentation> &content() const { return m_content; }
 
-    /// Takes the selection and serves this from now on. False when the server gave it to somebody else.
+    /// Takes the selection and serves this content from then on. False if the server gave the selection to another
+    /// client.
     bool own(QList<PasteboardRepresentation> content);
-    /// Leaves the selection without an owner, if it is still ours.
+    /// Releases the selection if Talmo still owns it.
     void disown();
-    /// Serves this client something else than the others get, as long as the selection is ours: a paste that it has not
-    /// carried out yet was of this. Its requests may be as old as that paste.
+    /// Serves this content to one client instead of the common content, as long as Talmo owns the selection: the client
+    /// still has to carry out a paste of it. Its requests may be as old as that paste.
     void owe(quint32 client, QList<PasteboardRepresentation> content) { m_owed[client] = std::move(content); }
     void settleDebt(quint32 client) { m_owed.erase(client); }
 
@@ -44,7 +45,7 @@ public:
     void setOnRequest(std::function<void(const Request &)> callback) { m_onRequest = std::move(callback); }
     /// Called when another program has taken the selection.
     void setOnLost(std::function<void()> callback) { m_onLost = std::move(callback); }
-    /// True while a large value is still being sent piece by piece.
+    /// True while a large value is still being sent in pieces.
     bool isSending() const { return !m_transfers.empty(); }
 
 private:
@@ -75,7 +76,7 @@ private:
     std::function<void()> m_onLost;
 };
 
-/// Server timestamps count milliseconds in 32 bits and begin anew every 49.7 days.
+/// Server timestamps count milliseconds in 32 bits and wrap around every 49.7 days.
 inline bool isBefore(xcb_timestamp_t time, xcb_timestamp_t other)
 {
     return static_cast<qint32>(time - other) < 0;

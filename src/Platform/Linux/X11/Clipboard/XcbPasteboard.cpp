@@ -14,7 +14,7 @@ XcbPasteboard::XcbPasteboard(std::shared_ptr<XSession> session, std::chrono::mil
 
 XcbPasteboard::~XcbPasteboard()
 {
-    // Its timers live on the session's thread and go there.
+    // Its timers live on the session's thread and must be destroyed there.
     m_session->executor()
         .call([transaction = std::move(m_transaction)]() mutable { transaction.reset(); })
         .waitForFinished();

@@ -9,7 +9,7 @@
 
 namespace talmo {
 
-/// The clipboard of the X session. The calls are carried out on the session's thread in their order.
+/// The clipboard of the X session. Calls are carried out in order on the session's thread.
 class XcbPasteboard final : public Pasteboard, public PasteWitness {
 public:
     /// `secretTime`: see SecretLifetime.
@@ -29,17 +29,17 @@ public:
     bool holdsEarlierClipboard() const override { return m_transaction->holdsEarlier(); }
     QFuture<bool> putEarlierClipboardBack() override;
 
-    /// Called on the session's thread when something that stood on the clipboard could not be saved.
+    /// Called on the session's thread if some of the clipboard's content could not be saved.
     void setOnLoss(PasteTransaction::OnLoss callback);
 
-    /// Finishes once nothing of Talmo's stands on the clipboard: another program has taken it, or the server is gone.
+    /// Finishes once Talmo no longer owns the clipboard: another program has taken it, or the server is gone.
     QFuture<void> relieved();
 
-    /// Completes a pending restore and hands the clipboard on; nothing is pasted after it. Finishes within two and a
-    /// half seconds.
+    /// Completes a pending restore and passes the clipboard on; nothing can be pasted afterwards. Finishes within two
+    /// and a half seconds.
     QFuture<void> shutDown();
 
-    /// What the chord and the clipboard share; for the session's thread.
+    /// Shared by the paste shortcut and the clipboard; for the session's thread.
     std::shared_ptr<PasteTransaction> transaction() const { return m_transaction; }
 
 private:

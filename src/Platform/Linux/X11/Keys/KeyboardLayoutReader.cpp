@@ -55,7 +55,7 @@ void readGroup(XConnection &connection, KeyboardLayout &layout)
     const auto cookie = xcb_query_pointer(connection.get(), connection.root());
     const XcbPtr<xcb_query_pointer_reply_t> reply(xcb_query_pointer_reply(connection.get(), cookie, nullptr));
     if (reply) {
-        // The server puts the layout in use into the two bits above the buttons.
+        // The server puts the active layout into the two bits above the buttons.
         layout.group = reply->mask >> 13 & 3;
     }
 }

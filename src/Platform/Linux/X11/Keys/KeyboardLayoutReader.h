@@ -5,7 +5,7 @@
 
 namespace talmo {
 
-/// The keyboard as it is this moment: three round trips.
+/// The keyboard's current layout, modifiers and held keys. Costs three round trips.
 KeyboardLayout readKeyboardLayout(XConnection &connection);
 
 } // namespace talmo

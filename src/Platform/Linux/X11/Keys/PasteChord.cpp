@@ -13,7 +13,7 @@ constexpr xcb_keysym_t keySymInsert = 0xff63;
 // Rows of the modifier map.
 constexpr int shiftModifier = 0;
 constexpr int controlModifier = 2;
-/// Shift, Mod1, Mod3, Mod4 and Mod5: what hands hold. Not the locks, which stay as they are.
+/// Shift, Mod1, Mod3, Mod4 and Mod5: the modifiers that users hold. The locks are left as they are.
 constexpr std::array heldModifiers = {0, 3, 5, 6, 7};
 
 template <std::size_t Size>
@@ -158,7 +158,7 @@ bool importsClipboard(const QString &instanceName, const QString &className)
 
 std::optional<std::uint8_t> keyCodeFor(const KeyboardLayout &layout, xcb_keysym_t keySym)
 {
-    // Two columns a layout: plain and shifted. The layout in use comes first.
+    // Two columns per layout: unshifted and shifted. The active layout comes first.
     const int groups = (layout.keySymsPerKeyCode + 1) / 2;
     if (layout.group < groups) {
         if (const auto keyCode = keyCodeInColumn(layout, keySym, layout.group * 2)) {

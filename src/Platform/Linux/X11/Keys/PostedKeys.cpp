@@ -6,7 +6,8 @@ namespace talmo {
 
 namespace {
 
-/// The server may swallow a key, such as the release of one that is up. Such a one must not hide the user's later.
+/// The server may swallow a posted key, such as the release of one that is up. Such an entry must not hide a later key
+/// of the user's.
 constexpr auto longestWay = std::chrono::seconds(1);
 
 } // namespace

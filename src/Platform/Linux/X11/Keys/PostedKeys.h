@@ -7,13 +7,13 @@
 
 namespace talmo {
 
-/// The keys that Talmo itself has posted and not yet seen come back, so that its key monitor can tell them from the
-/// user's. Any thread.
+/// The keys that Talmo has posted and not yet received, so that its key monitor can tell them from the user's. Any
+/// thread.
 class PostedKeys {
 public:
     void expect(std::uint8_t keyCode, bool isDown);
 
-    /// True, once for every expected key, when this is one of ours.
+    /// True, once per expected key, if this is a key that Talmo posted.
     bool take(std::uint8_t keyCode, bool isDown);
 
 private:

@@ -8,29 +8,29 @@
 
 namespace talmo {
 
-/// A key as the X server reports it raw.
+/// A raw key event from the X server.
 struct RawKey {
     std::uint8_t keyCode = 0;
     std::uint16_t sourceDevice = 0;
     bool isDown = false;
-    std::uint32_t time = 0; ///< Milliseconds of the server.
+    std::uint32_t time = 0; ///< The server's time, in milliseconds.
     bool operator==(const RawKey &) const = default;
 };
 
-/// Takes auto-repeat out of the raw keys. Raw keys do not repeat, but a server that is nested in another one gets the
-/// repeats of the outer one as pairs of release and press; taken for real they would look like double-taps.
+/// Removes auto-repeat from raw key events. Raw keys do not repeat, but a server nested in another one receives the
+/// outer server's repeats as pairs of release and press, which would look like double-taps.
 class RepeatPairFilter {
 public:
-    /// How close together such a pair is, in milliseconds.
+    /// The most time between the two events of a pair, in milliseconds.
     static constexpr std::uint32_t pairGap = 1;
 
     explicit RepeatPairFilter(std::function<bool(std::uint8_t keyCode)> isWatched);
 
     void push(const RawKey &key) { m_queue.push_back(key); }
 
-    /// The next key that is real. None when there is none, or when a release may be the first half of a pair whose
-    /// other half is still on its way: then isHoldingBack() is true, and the caller asks again, with
-    /// `isPatienceOver` once it has waited. Only devices where pairs were seen are waited for.
+    /// The next real key event. None if there is none, or if a release may be the first half of a pair whose other half
+    /// has not arrived: isHoldingBack() is then true, and the caller calls again with `isPatienceOver` after a timeout.
+    /// Only devices that have sent pairs are waited for.
     std::optional<RawKey> take(bool isPatienceOver);
     bool isHoldingBack() const { return !m_queue.empty(); }
 

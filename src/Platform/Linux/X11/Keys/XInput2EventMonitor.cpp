@@ -14,7 +14,7 @@ namespace talmo {
 
 namespace {
 
-/// How long a release is held back that may be half of an auto-repeat.
+/// How long a release that may be half of an auto-repeat is held back.
 constexpr auto repeatPairPatience = std::chrono::milliseconds(5);
 
 } // namespace
@@ -42,7 +42,7 @@ XInput2EventMonitor::XInput2EventMonitor(std::shared_ptr<PostedKeys> postedKeys,
     if (selectRawKeys()) {
         readStandIns();
     } else {
-        generalLog().error("this X server has no XInput 2.2: keys cannot be seen");
+        generalLog().error("this X server lacks XInput 2.2: key events cannot be observed");
     }
 }
 
@@ -55,13 +55,13 @@ bool XInput2EventMonitor::selectRawKeys()
     if (extension == nullptr || extension->present == 0) {
         return false;
     }
-    // Servers hide raw events under another program's grab from clients that know only 2.0.
+    // For clients of version 2.0, servers hide raw events during another program's grab.
     const XcbPtr<xcb_input_xi_query_version_reply_t> version(
         xcb_input_xi_query_version_reply(connection, xcb_input_xi_query_version(connection, 2, 2), nullptr));
     if (!version || version->major_version < 2 || (version->major_version == 2 && version->minor_version < 2)) {
         return false;
     }
-    // Master devices only: the physical ones would deliver every key once more.
+    // Master devices only: the physical ones would deliver every key twice.
     struct {
         xcb_input_event_mask_t head;
         quint32 mask;
@@ -92,10 +92,10 @@ void XInput2EventMonitor::readStandIns()
     releaseLostKeys(layout);
 }
 
-/// A keyboard that is exchanged or reconfigured may take a key's release with it.
+/// A keyboard that is replaced or reconfigured may never send the release of a held key.
 void XInput2EventMonitor::releaseLostKeys(const KeyboardLayout &layout)
 {
-    const auto held = m_filter.held(); // Changes below.
+    const auto held = m_filter.held(); // A copy, since the set changes below.
     for (const auto keyCode : held) {
         const auto end = layout.heldKeys.end();
         if (std::find(layout.heldKeys.begin(), end, keyCode) == end && m_filter.keyUp(keyCode)) {
@@ -125,7 +125,7 @@ XInput2EventMonitor::addLocalMonitor(quint64 eventMask,
         return nullptr;
     }
     auto monitor = std::make_shared<Monitor>();
-    // What it gives back is delivered by the server anyway: raw events are copies.
+    // The handler's result is ignored: raw events are copies, and the server delivers the original anyway.
     monitor->handler = [handler = std::move(handler)](const FlagsChangedEvent &event) { handler(event); };
     m_monitors.push_back(monitor);
     return monitor;
@@ -133,8 +133,8 @@ XInput2EventMonitor::addLocalMonitor(quint64 eventMask,
 
 void XInput2EventMonitor::readEvents()
 {
-    // Reading the keyboard again waits for the server's answers, and events that come with those are only found by
-    // looking once more: nothing else would wake us for them.
+    // Reading the keyboard state waits for replies, and events that arrive with those are found only by polling again:
+    // nothing else would wake this thread for them.
     bool isMappingChanged = true;
     while (isMappingChanged) {
         isMappingChanged = false;
@@ -147,8 +147,8 @@ void XInput2EventMonitor::readEvents()
         }
     }
     if (m_connection.isBroken()) {
-        m_notifier.setEnabled(false); // Its end of file would wake us for ever.
-        generalLog().error("the connection to the X server was lost: keys cannot be seen any more");
+        m_notifier.setEnabled(false); // The end of file would wake this thread endlessly.
+        generalLog().error("the connection to the X server was lost: key events are no longer observed");
         return;
     }
     handleCollected(false);
@@ -201,7 +201,7 @@ void XInput2EventMonitor::reportWithheld()
     if (m_filter.timePassed(now)) {
         report(true);
     } else if (const auto due = m_filter.withheldUntil()) {
-        m_withheld.start(std::chrono::ceil<std::chrono::milliseconds>(*due - now)); // Fired a little early.
+        m_withheld.start(std::chrono::ceil<std::chrono::milliseconds>(*due - now)); // The timer fired a little early.
     }
 }
 
@@ -209,7 +209,7 @@ void XInput2EventMonitor::report(bool isDown)
 {
     const FlagsChangedEvent event{isDown ? GlobalHotkeyManager::functionFlag : 0};
     const bool isGlobal = !m_isApplicationActive();
-    const auto monitors = m_monitors; // A handler may add or drop one.
+    const auto monitors = m_monitors; // A handler may add or remove monitors.
     for (const auto &weak : monitors) {
         const auto monitor = weak.lock();
         if (monitor && monitor->isGlobal == isGlobal) {

@@ -20,12 +20,12 @@ namespace talmo {
 
 struct KeyboardLayout;
 
-/// Sees the keys of the whole X session as raw events of XInput 2.2, under another program's grab too, and takes none
-/// from anybody. Main thread.
+/// Observes the keys of the whole X session as raw XInput 2.2 events, also during another program's grab, without
+/// consuming them. Main thread.
 class XInput2EventMonitor final : public EventMonitor {
 public:
-    /// Opens a connection of its own; throws Error when there is no display. `standIns` are the symbols of the keys
-    /// that stand in for fn. `isApplicationActive` tells whether keys go to one of Talmo's own windows just now.
+    /// Opens its own connection; throws Error if there is no display. `standIns` are the symbols of the keys that stand
+    /// in for fn. `isApplicationActive` returns whether one of Talmo's own windows has the keyboard focus.
     XInput2EventMonitor(std::shared_ptr<PostedKeys> postedKeys, QList<quint32> standIns,
                         std::function<bool()> isApplicationActive);
     ~XInput2EventMonitor() override;
@@ -36,7 +36,7 @@ public:
     addLocalMonitor(quint64 eventMask,
                     std::function<std::optional<FlagsChangedEvent>(const FlagsChangedEvent &)> handler) override;
 
-    /// The server has XInput 2.2: keys can be seen.
+    /// Whether the server has XInput 2.2 and the connection is alive, so that keys can be observed.
     bool isUsable() const { return m_opcode != 0 && !m_connection.isBroken(); }
 
 private:

@@ -8,10 +8,11 @@
 
 namespace talmo {
 
-/// On X11 nobody grants anything: trusted is who has a server with XInput 2.2, to see keys, and XTEST, to type.
+/// X11 has no permission for this: access counts as granted if the server has XInput 2.2, to observe keys, and XTEST,
+/// to type.
 class XInputTrust final : public InputTrust {
 public:
-    /// Without a monitor, for a program that types and listens to no key, XTEST is enough.
+    /// Without a monitor, for a program that only types, XTEST is enough.
     XInputTrust(const std::shared_ptr<XSession> &session, std::shared_ptr<XInput2EventMonitor> monitor);
 
     bool isTrusted() const override;

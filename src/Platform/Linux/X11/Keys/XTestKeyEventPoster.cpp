@@ -38,18 +38,18 @@ void XTestKeyEventPoster::post(const KeyEvent &event)
     const bool isPaste = event.keyCode == ClipboardPasteInsertionService::pasteKeyCode &&
                          event.flags == ClipboardPasteInsertionService::commandFlag;
     if (!isPaste) {
-        generalLog().error("a key was not posted: only the paste shortcut is known");
+        generalLog().error("a key was not posted: only the paste shortcut is supported");
         return;
     }
     if (!event.isDown) {
-        return; // Went out with the key that went down.
+        return; // The whole shortcut was sent with the key press.
     }
     m_session->executor().post([session = m_session.get(), transaction = m_transaction] {
         postOnceFree(session, transaction, longestGrab / grabPause);
     });
 }
 
-/// Menus and window switchers grab the keyboard for a moment.
+/// Posts the shortcut when the keyboard is free: menus and window switchers grab it for a moment.
 void XTestKeyEventPoster::postOnceFree(XSession *session, std::shared_ptr<PasteTransaction> transaction, int tries)
 {
     if (!isKeyboardGrabbed(*session)) {
@@ -74,7 +74,7 @@ void XTestKeyEventPoster::postChord(XSession &session, PasteTransaction &transac
         return;
     }
     auto *connection = session.connection().get();
-    // Nobody can move the keyboard between the last look and the keys.
+    // So that the focus cannot move between the last check and the keys.
     xcb_grab_server(connection);
     const bool isStillInFront = !isKeyboardGrabbed(session) && frontWindow(session).window == target->window;
     if (isStillInFront) {

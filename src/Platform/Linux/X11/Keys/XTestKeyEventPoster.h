@@ -8,8 +8,8 @@
 
 namespace talmo {
 
-/// Types through the XTEST extension. It knows one chord, the paste shortcut, and types it as the program in front
-/// wants it; the whole chord goes out with the key that goes down.
+/// Types through the XTEST extension. It supports only the paste shortcut, in the form that the frontmost program
+/// expects; the whole shortcut is sent on the key press.
 class XTestKeyEventPoster final : public KeyEventPoster {
 public:
     XTestKeyEventPoster(std::shared_ptr<XSession> session, std::shared_ptr<PasteTransaction> transaction);

@@ -11,8 +11,8 @@ namespace talmo {
 
 namespace {
 
-/// The process of the window that has the keyboard; 0 when there is none or it does not say. Some toolkits give the
-/// keyboard to a window within the one that says it.
+/// The process of the window with the keyboard focus; 0 if there is none or it is not declared. Some toolkits give the
+/// focus to a child of the window that declares it.
 qint64 focusedProcess(XSession &session)
 {
     constexpr int deepest = 8;
@@ -32,7 +32,7 @@ qint64 focusedProcess(XSession &session)
 
 bool ask(qint64 processId, QDeadlineTimer deadline)
 {
-    // Those that had to wait for a program that hangs come too late.
+    // The call may have been queued behind a program that hangs.
     if (deadline.hasExpired()) {
         return false;
     }

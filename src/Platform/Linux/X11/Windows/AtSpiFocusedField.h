@@ -7,9 +7,9 @@
 
 namespace talmo {
 
-/// Asks the application in front what its focused field is, over the accessibility bus (AT-SPI), if the desktop has
-/// one running. Connects for each question and lets go again. The questions have a thread of their own, since a program
-/// that hangs keeps them waiting.
+/// Asks the frontmost application about its focused field over the accessibility bus (AT-SPI), if that is running.
+/// Connects only for the duration of each call. The calls have their own thread, since a program that hangs blocks
+/// them.
 class AtSpiFocusedField final : public FocusedField {
 public:
     explicit AtSpiFocusedField(std::shared_ptr<XSession> session);

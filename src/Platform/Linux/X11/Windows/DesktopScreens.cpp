@@ -14,7 +14,7 @@ namespace talmo {
 
 namespace {
 
-/// Of every window that the window manager knows, asked for in one go.
+/// Of all windows known to the window manager, requested in one batch.
 QList<Strut> readStruts()
 {
     auto *connection = applicationConnection();
@@ -38,7 +38,7 @@ QList<Strut> readStruts()
     return struts;
 }
 
-/// Qt leaves a screen's corner where the server has it and scales its size.
+/// Qt keeps a screen's position in device pixels and scales only its size.
 QRect inDevicePixels(const QScreen &screen)
 {
     return {screen.geometry().topLeft(), screen.geometry().size() * screen.devicePixelRatio()};
@@ -48,7 +48,7 @@ Screen describe(const QScreen &screen, const QList<Strut> &struts)
 {
     const auto *root = xcb_setup_roots_iterator(xcb_get_setup(applicationConnection())).data;
     const QRect device = inDevicePixels(screen);
-    // The size that the connection began with may be outdated; the screens' own are not.
+    // The size from the connection's setup may be outdated; the screens' own sizes are not.
     QRect desktop(0, 0, root->width_in_pixels, root->height_in_pixels);
     if (const auto all = QGuiApplication::screens(); !all.isEmpty()) {
         desktop = QRect();

@@ -4,7 +4,7 @@
 
 namespace talmo {
 
-/// The screens as the X server has them, less what the windows of bars and docks ask to be kept free.
+/// The X server's screens, without the areas that bars and docks reserve.
 class DesktopScreens final : public ScreenSource {
 public:
     DesktopScreens();

@@ -11,8 +11,8 @@ namespace talmo {
 
 namespace {
 
-/// As the desktop's own bars ask for it: a window manager may refuse a program that asks for itself, but the user has
-/// just asked for this, possibly where the window manager could not see it.
+/// Sends the request as a pager would: a window manager may refuse a program that activates itself, but the user has
+/// just asked for this, possibly in a way that the window manager could not see.
 void activate(const QWindow &window)
 {
     constexpr quint32 askedByTheUser = 2;
@@ -35,7 +35,7 @@ DesktopShell::DesktopShell(std::function<void()> quit)
 {
 }
 
-/// Windows alone make a program show in task bars here, and an accessory has none until it is asked for one.
+/// On X11 only windows put a program into task bars, and an accessory has none until it is asked for one.
 void DesktopShell::setActivationPolicy(ActivationPolicy policy)
 {
     QGuiApplication::setQuitOnLastWindowClosed(policy == ActivationPolicy::Regular);

@@ -6,10 +6,10 @@
 
 namespace talmo {
 
-/// Talmo among the other programs of an X11 desktop.
+/// Talmo's activation on an X11 desktop.
 class DesktopShell final : public ApplicationShell {
 public:
-    /// `quit` begins the end of the program.
+    /// `quit` starts quitting the program.
     explicit DesktopShell(std::function<void()> quit);
 
     void setActivationPolicy(ActivationPolicy policy) override;

@@ -14,7 +14,7 @@ namespace {
 
 const char *const trayAtom = "_NET_SYSTEM_TRAY_S0";
 
-/// The window of the tray that icons are embedded into, if there is one.
+/// The tray window that icons are embedded into; XCB_NONE if there is none.
 xcb_window_t embedder()
 {
     auto *connection = applicationConnection();
@@ -23,7 +23,7 @@ xcb_window_t embedder()
     return reply ? reply->owner : XCB_NONE;
 }
 
-/// The window into which Qt draws an embedded icon; none while it is not embedded anywhere.
+/// The window that Qt draws an embedded icon into; XCB_NONE while the icon is not embedded.
 xcb_window_t embeddedIcon()
 {
     for (const auto *widget : QApplication::topLevelWidgets()) {
@@ -34,8 +34,8 @@ xcb_window_t embeddedIcon()
     return XCB_NONE;
 }
 
-/// What the tray shows in a corner of the icon, where nothing is drawn: read from the tray's own window, since
-/// something else may lie over it on the screen. None when the tray itself is translucent.
+/// The tray's background, sampled at a corner of the icon where nothing is drawn. It is read from the tray's own
+/// window, since another window may cover it on the screen. None if the tray is translucent.
 std::optional<QColor> groundOfEmbeddedIcon()
 {
     auto *connection = applicationConnection();

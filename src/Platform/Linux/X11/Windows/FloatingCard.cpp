@@ -30,7 +30,7 @@ Qt::WindowFlags flagsFor(const PanelOptions &options)
     return flags;
 }
 
-/// Whether somebody mixes what windows show: without that, translucent pixels come out black.
+/// Whether a compositor is running: without one, translucent pixels come out black.
 bool isScreenComposited()
 {
     auto *connection = applicationConnection();
@@ -49,7 +49,7 @@ FloatingCard::FloatingCard(const PanelOptions &options, QWidget *content)
 {
     setAttribute(Qt::WA_TranslucentBackground, !options.isOpaque);
     setAttribute(Qt::WA_ShowWithoutActivating);
-    setAttribute(Qt::WA_NoMouseReplay); // A click beside the menu closes it and does nothing else.
+    setAttribute(Qt::WA_NoMouseReplay); // A click outside the menu closes it and has no other effect.
     setAttribute(Qt::WA_QuitOnClose, false);
     content->setParent(this);
     content->show();
@@ -77,8 +77,9 @@ void FloatingCard::setFrame(const QRect &frame)
     }
 }
 
-/// A window whose content has a largest size is made for that and stays as it is, so that a growing card needs no new
-/// window contents from the server and cannot flicker. The card keeps its bottom edge and its middle, and so does it.
+/// If the content has a largest size, the window is created with that and never resized: a growing card then needs no
+/// new window contents from the server and cannot flicker. Like the card, the window keeps its bottom edge and its
+/// horizontal centre.
 void FloatingCard::layOut()
 {
     const QSize size = m_options.largestContentSize.expandedTo(m_frame.size());
@@ -105,7 +106,7 @@ void FloatingCard::applyShape()
     }
 }
 
-/// Tells compositors that draw shadows themselves that the rim of this window is one.
+/// Declares the window's margin as its shadow to compositors that draw shadows themselves.
 void FloatingCard::declareShadow()
 {
     const QRect card = cardInWindow();
@@ -143,7 +144,7 @@ void FloatingCard::hideEvent(QHideEvent *event)
     QWidget::hideEvent(event);
 }
 
-/// When another window comes to the front while the card is shown, the card goes above it again.
+/// Raises the card again when another window is raised while it is shown.
 bool FloatingCard::nativeEventFilter(const QByteArray & /*eventType*/, void *message, qintptr * /*result*/)
 {
     const auto *event = static_cast<const xcb_generic_event_t *>(message);

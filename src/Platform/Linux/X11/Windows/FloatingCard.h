@@ -7,9 +7,9 @@
 
 namespace talmo {
 
-/// A panel as X11 has it: a window that no window manager handles, and which is so on every desktop, above full-screen
-/// windows and in no task bar. One that becomes key borrows the keyboard and the pointer as menus do; the window in
-/// front stays the one in front.
+/// A panel on X11: a window that the window manager does not handle, and which is therefore on every desktop, above
+/// full-screen windows and in no task bar. One that becomes key grabs the keyboard and the pointer as menus do; the
+/// frontmost window stays the same.
 class FloatingCard final : public QWidget, public PanelWindow, private QAbstractNativeEventFilter {
 public:
     FloatingCard(const PanelOptions &options, QWidget *content);

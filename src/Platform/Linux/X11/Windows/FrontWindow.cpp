@@ -17,7 +17,7 @@ xcb_window_t parentOf(xcb_connection_t *connection, xcb_window_t window)
     return tree ? tree->parent : static_cast<xcb_window_t>(XCB_NONE);
 }
 
-/// The innermost window under the pointer, which gets the keys while no window has the keyboard for itself.
+/// The innermost window under the pointer, which receives the keys while no window has the focus.
 xcb_window_t windowUnderPointer(XConnection &connection)
 {
     xcb_window_t window = connection.root();
@@ -50,18 +50,18 @@ quint32 numberAt(XConnection &connection, xcb_window_t window, const QByteArray 
     return xNumbers(xProperty(connection.get(), window, connection.atom(property))).value(0, XCB_NONE);
 }
 
-/// Where no window is active, window managers give the keyboard to a hidden one of their own.
+/// While no window is active, window managers give the focus to a hidden window of their own.
 bool isPlaceholder(XConnection &connection, xcb_window_t window)
 {
     const auto manager = numberAt(connection, connection.root(), "_NET_SUPPORTING_WM_CHECK");
     if (manager == window) {
-        return true; // Whatever it says is active: Openbox goes on naming a window that is gone.
+        return true; // Whatever the active window property says: Openbox keeps naming a window that is gone.
     }
     return manager != XCB_NONE && connection.clientOf(manager) == connection.clientOf(window) &&
            numberAt(connection, connection.root(), "_NET_ACTIVE_WINDOW") == XCB_NONE;
 }
 
-/// By the first window on the way up that says what program it belongs to: the keyboard may be in an inner one.
+/// Uses the nearest ancestor that declares its program, since an inner window may have the focus.
 void describeProgram(XConnection &connection, FrontWindow &front)
 {
     bool isNamed = false;
@@ -103,7 +103,7 @@ FrontWindow frontWindow(XSession &session)
 
 bool isKeyboardGrabbed(XSession &session)
 {
-    // A window that is never shown cannot grab, so this asks and takes nothing.
+    // An unmapped window cannot grab, so this only queries the state.
     auto *connection = session.connection().get();
     const auto cookie =
         xcb_grab_keyboard(connection, 0, session.window(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);

@@ -5,11 +5,11 @@
 
 namespace talmo {
 
-/// The window that has the keyboard, and what a paste has to know of its program.
+/// The window with the keyboard focus, and what a paste needs to know about its program.
 struct FrontWindow {
-    /// None: what is typed now reaches nobody.
+    /// XCB_NONE if no window would receive keys.
     xcb_window_t window = XCB_NONE;
-    /// The window that the window manager knows it by.
+    /// The top-level window, as the window manager knows it.
     xcb_window_t topLevel = XCB_NONE;
     /// See XConnection::clientOf().
     quint32 client = 0;
@@ -22,10 +22,11 @@ struct FrontWindow {
 
 FrontWindow frontWindow(XSession &session);
 
-/// Another client receives every key, whichever window has the keyboard: a screen locker, an open menu.
+/// Whether another client receives all keys, whichever window has the focus: a screen locker or an open menu.
 bool isKeyboardGrabbed(XSession &session);
 
-/// One of the client's windows is embedded in this one, however deep; then keys reach it through the outer window.
+/// Whether one of the client's windows is embedded in this one, at any depth; keys then reach it through the outer
+/// window.
 bool isEmbeddedIn(XSession &session, xcb_window_t topLevel, quint32 client);
 
 } // namespace talmo

@@ -4,7 +4,7 @@ namespace talmo {
 
 namespace {
 
-/// The rectangle of the desktop that the strut takes.
+/// The rectangle of the desktop that the strut reserves.
 QRect taken(const Strut &strut, QSize desktop)
 {
     const int length = strut.end - strut.begin + 1;

@@ -6,8 +6,8 @@
 
 namespace talmo {
 
-/// What a bar or dock takes up of an edge of the whole desktop, in device pixels: `depth` from the edge, between
-/// `begin` and `end` along it, both included.
+/// The area that a bar or dock reserves at an edge of the whole desktop, in device pixels: `depth` from the edge, from
+/// `begin` to `end` along it, both inclusive.
 struct Strut {
     enum class Edge { Left, Right, Top, Bottom };
     Edge edge;
@@ -16,11 +16,12 @@ struct Strut {
     int end;
 };
 
-/// The struts that the twelve numbers of a window's property say; none when they are not twelve.
+/// The struts in the twelve numbers of a window's property; none if there are not twelve.
 QList<Strut> strutsFromProperty(const QList<quint32> &numbers);
 
-/// What is left of a screen of a desktop of that size. Struts count for the screens that they lie on, since each is
-/// measured from the edge of the desktop, not of its screen. One that would leave nothing is not believed.
+/// The part of the screen that the struts leave free, on a desktop of that size. Struts count only on the screens that
+/// they lie on, since each is measured from the edge of the desktop, not of its screen. A strut that would leave
+/// nothing is ignored.
 QRect withoutStruts(const QRect &screen, QSize desktop, const QList<Strut> &struts);
 
 } // namespace talmo

@@ -72,8 +72,8 @@ void WindowPing::settle(xcb_window_t topLevel)
     }
 }
 
-/// Answers go to the root window, with either mask: some toolkits take the one, some the other. What else happens there
-/// would only wake this thread.
+/// Replies go to the root window with one of these two event masks, depending on the toolkit. Listens only while
+/// needed: other events there would wake this thread for nothing.
 void WindowPing::listenToRoot(bool listens)
 {
     auto &connection = m_session.connection();

@@ -7,19 +7,19 @@
 
 namespace talmo {
 
-/// Asks windows whether they still handle their events. The answer follows whatever was sent to the window before, so
-/// one that has answered has also handled the shortcut that was posted to it. The X session's thread only.
+/// Pings windows to find out whether they still handle events. A reply comes after everything sent to the window
+/// before, so a window that has replied has also handled the shortcut posted to it. The X session's thread only.
 class WindowPing {
 public:
     explicit WindowPing(XSession &session);
 
-    /// Windows that do not take part in this are not asked.
+    /// Does nothing for windows that do not support pings.
     void send(xcb_window_t topLevel);
-    /// Was asked and has not answered.
+    /// Whether the window was pinged and has not replied.
     bool isUnanswered(xcb_window_t topLevel) const;
-    /// No answer is awaited any more.
+    /// Stops waiting for a reply.
     void forget(xcb_window_t topLevel);
-    /// Called with a window that has answered, or that is gone.
+    /// Called with a window that has replied or is gone.
     void setOnAnswer(std::function<void(xcb_window_t topLevel)> callback) { m_onAnswer = std::move(callback); }
 
 private:

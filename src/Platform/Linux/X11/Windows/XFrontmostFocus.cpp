@@ -15,7 +15,7 @@ namespace {
 constexpr Duration pause = std::chrono::milliseconds(10);
 constexpr Duration longestWait = std::chrono::milliseconds(500);
 
-/// The window that has the keyboard. By the time of the answer, the server has done what was asked of it before.
+/// The window with the keyboard focus. When the reply arrives, the server has carried out all earlier requests.
 quint32 focusedWindow()
 {
     auto *connection = applicationConnection();

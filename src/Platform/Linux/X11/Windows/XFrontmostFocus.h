@@ -9,8 +9,8 @@
 
 namespace talmo {
 
-/// The keyboard as the X server assigns it. A menu grabs it without moving it, so it is back as soon as the server has
-/// seen the end of the grab; a window manager that moved it all the same is waited for.
+/// The X server's keyboard focus. A menu grabs the keyboard without moving the focus, so it is back as soon as the
+/// server has processed the end of the grab; if a window manager moved the focus anyway, this waits for it.
 class XFrontmostFocus final : public FrontmostFocus {
 public:
     explicit XFrontmostFocus(std::shared_ptr<Clock> clock);
