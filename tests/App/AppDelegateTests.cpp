@@ -6,7 +6,7 @@
 
 namespace talmo::test {
 
-TEST(AppDelegate, aFinishedLaunchMakesAnAccessoryAndThenListensForTheKey)
+TEST(AppDelegate, becomesAccessoryAppThenStartsListeningOnLaunch)
 {
     ViewWorld world;
     const auto shell = std::make_shared<FakeShell>();
@@ -24,7 +24,7 @@ TEST(AppDelegate, aFinishedLaunchMakesAnAccessoryAndThenListensForTheKey)
     TalmoCoordinator::setSharedFactory({});
 }
 
-TEST(AppDelegate, comingBackReadsThePermissionsAnew)
+TEST(AppDelegate, refreshesPermissionsOnActivation)
 {
     ViewWorld world;
     AppDelegate delegate(std::make_shared<FakeShell>(), world.permissions);
@@ -34,7 +34,7 @@ TEST(AppDelegate, comingBackReadsThePermissionsAnew)
     EXPECT_EQ(world.permissions->microphoneStatus(), SimpleStatus::NotDetermined);
 }
 
-TEST(AppDelegate, itsRestorableStateIsSecure)
+TEST(AppDelegate, supportsSecureRestorableState)
 {
     EXPECT_TRUE(AppDelegate::applicationSupportsSecureRestorableState());
 }

@@ -54,7 +54,7 @@ TEST_F(DeferringHotkeyServiceTest, holdDuringEditInsertsLocalTextThenRecords)
     EXPECT_EQ(on.state(), TalmoState::processing());
 }
 
-TEST_F(DeferringHotkeyServiceTest, modelEditsAgainAfterAnEditWasGivenUp)
+TEST_F(DeferringHotkeyServiceTest, modelEditsAgainAfterAnAbandonedEdit)
 {
     on.beEditing();
     on.hold();
@@ -65,7 +65,7 @@ TEST_F(DeferringHotkeyServiceTest, modelEditsAgainAfterAnEditWasGivenUp)
     EXPECT_EQ(on.state(), TalmoState::processing());
 }
 
-TEST_F(DeferringHotkeyServiceTest, holdBeforeTheEditBeginsSkipsTheModel)
+TEST_F(DeferringHotkeyServiceTest, holdBeforeEditStartsSkipsTheModel)
 {
     const auto stopped = Completion<QString>::make();
     on.world.onStop = [stopped] { return stopped->future(); };
@@ -132,7 +132,7 @@ TEST_F(DeferringHotkeyServiceTest, secondHoldWhileWaitingJoinsTheFirst)
     EXPECT_EQ(on.count("startTranscription en_US"), 1);
 }
 
-TEST_F(DeferringHotkeyServiceTest, waitsForAnErrorToo)
+TEST_F(DeferringHotkeyServiceTest, deferredPressRunsAfterAnError)
 {
     on.beInserting();
     on.hold();
@@ -141,7 +141,7 @@ TEST_F(DeferringHotkeyServiceTest, waitsForAnErrorToo)
     EXPECT_EQ(on.state(), TalmoState::recording());
 }
 
-TEST_F(DeferringHotkeyServiceTest, aShortWaitIsNotAnnounced)
+TEST_F(DeferringHotkeyServiceTest, shortWaitIsNotAnnounced)
 {
     on.beInserting();
     on.hold();
@@ -152,7 +152,7 @@ TEST_F(DeferringHotkeyServiceTest, aShortWaitIsNotAnnounced)
     EXPECT_EQ(on.notice->text(), QString());
 }
 
-TEST_F(DeferringHotkeyServiceTest, aLongWaitIsAnnouncedUntilTheRecordingBegins)
+TEST_F(DeferringHotkeyServiceTest, longWaitIsAnnouncedUntilRecordingStarts)
 {
     on.beInserting();
     on.hold();
@@ -163,7 +163,7 @@ TEST_F(DeferringHotkeyServiceTest, aLongWaitIsAnnouncedUntilTheRecordingBegins)
     EXPECT_EQ(on.state(), TalmoState::recording());
 }
 
-TEST_F(DeferringHotkeyServiceTest, aPressDuringAHangingInsertionIsAnsweredAtOnce)
+TEST_F(DeferringHotkeyServiceTest, pressDuringHangingInsertionShowsNoticeImmediately)
 {
     on.beInserting();
     on.pass(DeferringHotkeyService::noticeDelay);
@@ -171,7 +171,7 @@ TEST_F(DeferringHotkeyServiceTest, aPressDuringAHangingInsertionIsAnsweredAtOnce
     EXPECT_EQ(on.notice->text(), stillWorking);
 }
 
-TEST_F(DeferringHotkeyServiceTest, aHoldReleasedBeforeRecordingBeginsEndsIt)
+TEST_F(DeferringHotkeyServiceTest, releaseBeforeRecordingStartsEndsIt)
 {
     const auto checked = Completion<ModelStatus>::make();
     on.world.onModelStatus = [checked] { return checked->future(); };
@@ -185,7 +185,7 @@ TEST_F(DeferringHotkeyServiceTest, aHoldReleasedBeforeRecordingBeginsEndsIt)
     EXPECT_EQ(on.state(), TalmoState::processing());
 }
 
-TEST_F(DeferringHotkeyServiceTest, aSecondHoldBeforeRecordingBeginsStartsNoSecondRecording)
+TEST_F(DeferringHotkeyServiceTest, secondHoldBeforeRecordingStartsDoesNotRecordTwice)
 {
     const auto checked = Completion<ModelStatus>::make();
     on.world.onModelStatus = [checked] { return checked->future(); };
@@ -201,7 +201,7 @@ TEST_F(DeferringHotkeyServiceTest, aSecondHoldBeforeRecordingBeginsStartsNoSecon
     EXPECT_EQ(on.state(), TalmoState::processing());
 }
 
-TEST_F(DeferringHotkeyServiceTest, aFailedStartClosesTheMicrophoneAndTheNextHoldRecords)
+TEST_F(DeferringHotkeyServiceTest, failedStartClosesMicrophoneAndNextHoldRecords)
 {
     on.world.onStart = [] { return failed<void>(std::make_exception_ptr(Error(u"no microphone"_s))); };
     on.hold();
@@ -215,7 +215,7 @@ TEST_F(DeferringHotkeyServiceTest, aFailedStartClosesTheMicrophoneAndTheNextHold
     EXPECT_EQ(on.state(), TalmoState::recording());
 }
 
-TEST_F(DeferringHotkeyServiceTest, aRefusedGestureClosesTheMicrophone)
+TEST_F(DeferringHotkeyServiceTest, refusedGestureClosesMicrophone)
 {
     on.world.permissions->microphone = SimpleStatus::Denied;
     on.hold();
@@ -223,12 +223,12 @@ TEST_F(DeferringHotkeyServiceTest, aRefusedGestureClosesTheMicrophone)
     EXPECT_FALSE(on.gestures->isGestureActive());
 }
 
-TEST_F(DeferringHotkeyServiceTest, finishingWhileIdleIsDoneAtOnce)
+TEST_F(DeferringHotkeyServiceTest, finishingWhileIdleCompletesImmediately)
 {
     expectFinished(finish(), true);
 }
 
-TEST_F(DeferringHotkeyServiceTest, finishingWhileRecordingInsertsTheLocalText)
+TEST_F(DeferringHotkeyServiceTest, finishingWhileRecordingInsertsLocalText)
 {
     on.hold();
     const auto finishing = finish();
@@ -240,7 +240,7 @@ TEST_F(DeferringHotkeyServiceTest, finishingWhileRecordingInsertsTheLocalText)
     EXPECT_EQ(on.state(), TalmoState::idle());
 }
 
-TEST_F(DeferringHotkeyServiceTest, finishingWhileTheModelThinksInsertsTheLocalText)
+TEST_F(DeferringHotkeyServiceTest, finishingWhileModelEditsInsertsLocalText)
 {
     on.beEditing();
     const auto finishing = finish();
@@ -250,7 +250,7 @@ TEST_F(DeferringHotkeyServiceTest, finishingWhileTheModelThinksInsertsTheLocalTe
     expectFinished(finishing, true);
 }
 
-TEST_F(DeferringHotkeyServiceTest, finishingWhileAGestureWaitsInsertsBothSentences)
+TEST_F(DeferringHotkeyServiceTest, finishingWithDeferredGestureInsertsBothSentences)
 {
     on.beInserting();
     on.hold();
@@ -262,7 +262,7 @@ TEST_F(DeferringHotkeyServiceTest, finishingWhileAGestureWaitsInsertsBothSentenc
     expectFinished(finishing, true);
 }
 
-TEST_F(DeferringHotkeyServiceTest, finishingGivesUpInTimeAndTheKeyCountsAgain)
+TEST_F(DeferringHotkeyServiceTest, finishingTimesOutAndReenablesTheKey)
 {
     on.beInserting();
     const auto finishing = finish();
@@ -273,7 +273,7 @@ TEST_F(DeferringHotkeyServiceTest, finishingGivesUpInTimeAndTheKeyCountsAgain)
     EXPECT_EQ(on.state(), TalmoState::recording());
 }
 
-TEST_F(DeferringHotkeyServiceTest, onceClosedTheKeyCountsNoMore)
+TEST_F(DeferringHotkeyServiceTest, ignoresKeyAfterClose)
 {
     on.gestures->close();
     on.hold();

@@ -21,7 +21,7 @@ std::exception_ptr failure(const QString &text)
     return std::make_exception_ptr(Error(text));
 }
 
-/// Writes down what is asked of it, with what the coordinator publishes at that moment.
+/// Records its calls together with what the coordinator publishes at that moment.
 class DictationOrderTest : public testing::Test {
 protected:
     class LoggingSettings final : public SettingsService {
@@ -128,7 +128,7 @@ protected:
         };
     }
 
-    /// What the coordinator publishes now.
+    /// What the coordinator currently publishes.
     std::string published() const
     {
         const auto &coordinator = *world.coordinator;
@@ -168,7 +168,7 @@ protected:
 
 } // namespace
 
-TEST_F(DictationOrderTest, everyStepSeesTheValuesOfItsOwnTime)
+TEST_F(DictationOrderTest, eachStepSeesOnlyCurrentValues)
 {
     begin();
     EXPECT_THAT(takeTrace(), ElementsAre("locale: idle||-", "status: idle||-", "start: idle||-", "show: recording||-"));
@@ -180,7 +180,7 @@ TEST_F(DictationOrderTest, everyStepSeesTheValuesOfItsOwnTime)
                             "insert: inserting|Hello.|-", "hide: idle|Hello.|-"));
 }
 
-TEST_F(DictationOrderTest, announcesEveryChangeBeforeStoringItAndInOrder)
+TEST_F(DictationOrderTest, announcesEachChangeBeforeStoringItInOrder)
 {
     noteAnnouncements();
     begin();
@@ -196,7 +196,7 @@ TEST_F(DictationOrderTest, announcesEveryChangeBeforeStoringItAndInOrder)
                             "insert: inserting|Hello.|-", "change: inserting|Hello.|-", "hide: idle|Hello.|-"));
 }
 
-TEST_F(DictationOrderTest, clearsTheTranscriptBeforeTheErrorAndBothAtOnce)
+TEST_F(DictationOrderTest, clearsTranscriptThenErrorWithinOneCall)
 {
     begin();
     world.onUpdate(u"old"_s);
@@ -209,7 +209,7 @@ TEST_F(DictationOrderTest, clearsTheTranscriptBeforeTheErrorAndBothAtOnce)
     EXPECT_EQ(published(), "error||-");
 }
 
-TEST_F(DictationOrderTest, anErrorIsPublishedAndLoggedBeforeTheOverlayShowsIt)
+TEST_F(DictationOrderTest, publishesAndLogsErrorBeforeShowingOverlay)
 {
     begin();
     takeTrace();
@@ -225,7 +225,7 @@ TEST_F(DictationOrderTest, anErrorIsPublishedAndLoggedBeforeTheOverlayShowsIt)
     EXPECT_EQ(log.formats().front(), u"error: %s"_s);
 }
 
-TEST_F(DictationOrderTest, theErrorIsInTheLogWhenTheOverlayAppears)
+TEST_F(DictationOrderTest, errorIsLoggedWhenOverlayAppears)
 {
     std::size_t linesAtShow = 0;
     class Overlay final : public OverlayService {
@@ -251,17 +251,17 @@ TEST_F(DictationOrderTest, theErrorIsInTheLogWhenTheOverlayAppears)
     other.clock->advance(3s);
 }
 
-TEST_F(DictationOrderTest, aFailureCancelsTheTranscriptionBeforeItsTimerStarts)
+TEST_F(DictationOrderTest, failureCancelsTranscriptionBeforeStartingTimer)
 {
     begin();
     world.takeCalls();
     world.onError(failure(u"broke"_s));
-    EXPECT_THAT(world.takeCalls(), IsEmpty()) << "neither may hold up the call that reported the failure";
+    EXPECT_THAT(world.takeCalls(), IsEmpty()) << "neither may delay the call that reported the failure";
     settle();
     EXPECT_THAT(world.takeCalls(), ElementsAre("cancelTranscription", "sleep 3000"));
 }
 
-TEST_F(DictationOrderTest, anErrorsTimerThatIsCancelledCountsAsFinished)
+TEST_F(DictationOrderTest, cancelledErrorTimerHidesOverlay)
 {
     clock->failure = std::make_exception_ptr(Cancelled());
     world.permissions->speech = SimpleStatus::Denied;
@@ -271,7 +271,7 @@ TEST_F(DictationOrderTest, anErrorsTimerThatIsCancelledCountsAsFinished)
     EXPECT_THAT(trace.back(), testing::StartsWith("hide: error"));
 }
 
-TEST_F(DictationOrderTest, bothTranscriptsAreLoggedBeforeWhatComesNext)
+TEST_F(DictationOrderTest, logsEachTranscriptBeforeTheNextStep)
 {
     begin();
     std::vector<std::size_t> linesAtChange;
@@ -286,7 +286,7 @@ TEST_F(DictationOrderTest, bothTranscriptsAreLoggedBeforeWhatComesNext)
     EXPECT_THAT(log.formats(), ElementsAre(u"raw transcript: %s"_s, u"cleaned transcript: %s"_s));
 }
 
-TEST_F(DictationOrderTest, readsTheSettingsOnceAfterTheTranscriptIsThere)
+TEST_F(DictationOrderTest, readsSettingsOnceAfterTranscription)
 {
     const auto gate = Completion<QString>::make();
     world.onStop = [gate] { return gate->future(); };
@@ -299,7 +299,7 @@ TEST_F(DictationOrderTest, readsTheSettingsOnceAfterTheTranscriptIsThere)
     EXPECT_EQ(std::count(trace.begin(), trace.end(), "settings: processing||-"), 1);
 }
 
-TEST_F(DictationOrderTest, oneDictationKeepsTheLocaleItBeganWith)
+TEST_F(DictationOrderTest, dictationKeepsItsInitialLocale)
 {
     const auto gate = Completion<void>::make();
     world.onModelStatus = [] { return ready(ModelStatus{true, false}); };
@@ -315,7 +315,7 @@ TEST_F(DictationOrderTest, oneDictationKeepsTheLocaleItBeganWith)
     EXPECT_EQ(world.takeCalls().front(), "modelStatus de_DE");
 }
 
-TEST_F(DictationOrderTest, theLocaleIsReadWhenTheSequenceRunsNotAtThePress)
+TEST_F(DictationOrderTest, readsLocaleWhenSequenceRunsNotOnPress)
 {
     world.coordinator->beginDictation();
     EXPECT_THAT(trace, IsEmpty());
@@ -324,7 +324,7 @@ TEST_F(DictationOrderTest, theLocaleIsReadWhenTheSequenceRunsNotAtThePress)
     EXPECT_THAT(world.takeCalls(), ElementsAre("modelStatus fr_FR", "startTranscription fr_FR"));
 }
 
-TEST_F(DictationOrderTest, oneMissingPermissionIsEnoughToRefuse)
+TEST_F(DictationOrderTest, singleMissingPermissionIsRefused)
 {
     for (const auto status : {SimpleStatus::NotDetermined, SimpleStatus::Denied}) {
         world.permissions->microphone = status;
@@ -337,7 +337,7 @@ TEST_F(DictationOrderTest, oneMissingPermissionIsEnoughToRefuse)
     EXPECT_EQ(world.coordinator->state(), TalmoState::recording());
 }
 
-TEST(DictationEnd, mayComeDuringAnyWait)
+TEST(DictationEnd, coordinatorCanBeDestroyedDuringAnyWait)
 {
     for (int wait = 0; wait < 7; ++wait) {
         const auto gate = Completion<void>::make();
@@ -368,7 +368,7 @@ TEST(DictationEnd, mayComeDuringAnyWait)
     }
 }
 
-TEST(DictationEnd, mayComeWhileATaskWaitsForItsTurn)
+TEST(DictationEnd, coordinatorCanBeDestroyedWithQueuedTask)
 {
     RecordingWorld world;
     world.coordinator->beginDictation();
@@ -380,7 +380,7 @@ TEST(DictationEnd, mayComeWhileATaskWaitsForItsTurn)
     EXPECT_THAT(world.takeCalls(), IsEmpty());
 }
 
-TEST(TalmoCoordinatorShared, aReleasedOneIsBuiltAgain)
+TEST(TalmoCoordinatorShared, isRebuiltAfterRelease)
 {
     int built = 0;
     RecordingWorld worlds[2];

@@ -53,7 +53,7 @@ protected:
 
 } // namespace
 
-TEST_F(InterruptibleCleanupServiceTest, unhurriedItWaitsForTheModel)
+TEST_F(InterruptibleCleanupServiceTest, waitsForModelUnlessHurried)
 {
     clean(true);
     EXPECT_THAT(outcomes, ElementsAre());
@@ -63,7 +63,7 @@ TEST_F(InterruptibleCleanupServiceTest, unhurriedItWaitsForTheModel)
     EXPECT_THAT(service->edits, ElementsAre(true));
 }
 
-TEST_F(InterruptibleCleanupServiceTest, hurriedInTheMiddleItGivesTheLocalText)
+TEST_F(InterruptibleCleanupServiceTest, hurryingDuringEditReturnsLocalText)
 {
     clean(true);
     cleanup.setHurried(true);
@@ -75,7 +75,7 @@ TEST_F(InterruptibleCleanupServiceTest, hurriedInTheMiddleItGivesTheLocalText)
     EXPECT_THAT(outcomes, ElementsAre(u"Local."_s));
 }
 
-TEST_F(InterruptibleCleanupServiceTest, hurryingAfterTheEditGivesNothingUp)
+TEST_F(InterruptibleCleanupServiceTest, hurryingAfterEditAbandonsNothing)
 {
     clean(true);
     service->edit->finish(u"Edited."_s);
@@ -84,7 +84,7 @@ TEST_F(InterruptibleCleanupServiceTest, hurryingAfterTheEditGivesNothingUp)
     EXPECT_EQ(givenUp, 0);
 }
 
-TEST_F(InterruptibleCleanupServiceTest, hurriedAheadItNeverAsksTheModel)
+TEST_F(InterruptibleCleanupServiceTest, hurryingBeforeEditSkipsTheModel)
 {
     cleanup.setHurried(true);
     clean(true);
@@ -92,7 +92,7 @@ TEST_F(InterruptibleCleanupServiceTest, hurriedAheadItNeverAsksTheModel)
     EXPECT_THAT(service->edits, ElementsAre(false));
 }
 
-TEST_F(InterruptibleCleanupServiceTest, hurryingALocalCleanupFormatsOnce)
+TEST_F(InterruptibleCleanupServiceTest, hurryingLocalCleanupFormatsOnce)
 {
     const auto slow = Completion<QString>::make();
     service->local = slow->future();
@@ -104,14 +104,14 @@ TEST_F(InterruptibleCleanupServiceTest, hurryingALocalCleanupFormatsOnce)
     EXPECT_THAT(outcomes, ElementsAre(u"Local."_s));
 }
 
-TEST_F(InterruptibleCleanupServiceTest, aFailedEditFallsBackToTheLocalText)
+TEST_F(InterruptibleCleanupServiceTest, failedEditFallsBackToLocalText)
 {
     clean(true);
     fail();
     EXPECT_THAT(outcomes, ElementsAre(u"Local."_s));
 }
 
-TEST_F(InterruptibleCleanupServiceTest, aFailedLocalCleanupFails)
+TEST_F(InterruptibleCleanupServiceTest, failedLocalCleanupFails)
 {
     service->local = failed<QString>(std::make_exception_ptr(Error(u"broken"_s)));
     clean(false);

@@ -7,14 +7,14 @@
 
 namespace talmo::test {
 
-TEST(LastDictation, hasNothingBeforeTheFirstDictation)
+TEST(LastDictation, isEmptyBeforeFirstDictation)
 {
     const LastDictation last;
     EXPECT_EQ(last.text(), std::nullopt);
     EXPECT_EQ(last.rawText(), std::nullopt);
 }
 
-TEST(LastDictation, keepsTheCleanedTextAndTheRawWords)
+TEST(LastDictation, keepsCleanedTextAndRawTranscript)
 {
     LastDictation last;
     last.begin();
@@ -24,7 +24,7 @@ TEST(LastDictation, keepsTheCleanedTextAndTheRawWords)
     EXPECT_EQ(last.rawText(), u"hello world"_s);
 }
 
-TEST(LastDictation, keepsWhatWasHeardOfOneThatFailed)
+TEST(LastDictation, keepsRawTranscriptOfFailedDictation)
 {
     LastDictation last;
     last.begin();
@@ -35,7 +35,7 @@ TEST(LastDictation, keepsWhatWasHeardOfOneThatFailed)
     EXPECT_EQ(last.text(), u"two thr"_s);
 }
 
-TEST(LastDictation, aRecordingThatHearsNothingReplacesNothing)
+TEST(LastDictation, emptyRecordingKeepsPreviousDictation)
 {
     LastDictation last;
     last.begin();

@@ -1,4 +1,4 @@
-// What services may not do, and what the platform seldom does: each ends in the error state, or goes on.
+// Misbehaving services and rare platform failures: each ends in the error state or is survived.
 
 #include "Input/Audio/AudioRecorder.h"
 #include "Input/Hotkey/GlobalHotkeyManager.h"
@@ -16,7 +16,7 @@ namespace talmo::test {
 
 using testing::Contains;
 
-TEST(PipelineFailure, aCleanupThatThrowsEndsInErrorAndKeepsTheText)
+TEST(PipelineFailure, throwingCleanupEndsInErrorAndKeepsText)
 {
     RecordingWorld world;
     world.coordinator->start();
@@ -31,7 +31,7 @@ TEST(PipelineFailure, aCleanupThatThrowsEndsInErrorAndKeepsTheText)
     world.clock->advance(std::chrono::seconds(5));
 }
 
-TEST(PipelineFailure, withoutATimerAnErrorsCardStillGoes)
+TEST(PipelineFailure, hidesErrorOverlayWhenTimerFails)
 {
     RecordingWorld world([](CoordinatorParts &parts) { parts.clock = std::make_shared<FailingClock>(); });
     world.coordinator->start();
@@ -41,7 +41,7 @@ TEST(PipelineFailure, withoutATimerAnErrorsCardStillGoes)
     EXPECT_EQ(world.calls.back(), "overlay.hide");
 }
 
-TEST(PipelineFailure, withoutATimerAHoldStillSignals)
+TEST(PipelineFailure, signalsHoldWhenTimerFails)
 {
     const auto keys = std::make_shared<FakeEventMonitor>();
     GlobalHotkeyManager manager(keys, std::make_shared<FakeInputTrust>(), std::make_shared<FailingClock>(),
@@ -54,7 +54,7 @@ TEST(PipelineFailure, withoutATimerAHoldStillSignals)
     EXPECT_EQ(downs, 1);
 }
 
-TEST(PipelineFailure, anyExceptionOutOfATapIsATapInstallationFailure)
+TEST(PipelineFailure, anyTapExceptionIsTapInstallationFailure)
 {
     const auto engine = std::make_shared<FakeAudioEngine>();
     engine->tapFailure = std::make_exception_ptr(std::runtime_error("out of memory"));

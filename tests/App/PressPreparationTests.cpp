@@ -19,7 +19,7 @@ protected:
 
 } // namespace
 
-TEST_F(PressPreparationTest, aPressPreparesBeforeTheGestureIsDecided)
+TEST_F(PressPreparationTest, pressPreparesBeforeGestureIsDecided)
 {
     on.press();
     EXPECT_THAT(on.world.calls, ElementsAre("preroll.begin", "warmUp"));
@@ -28,7 +28,7 @@ TEST_F(PressPreparationTest, aPressPreparesBeforeTheGestureIsDecided)
     EXPECT_EQ(on.count("preroll.discard"), 0);
 }
 
-TEST_F(PressPreparationTest, aTapThrowsItsSoundAwayAndClosesTheMicrophoneLater)
+TEST_F(PressPreparationTest, tapDiscardsAudioAndClosesMicrophoneLater)
 {
     on.press();
     on.world.takeCalls();
@@ -40,7 +40,7 @@ TEST_F(PressPreparationTest, aTapThrowsItsSoundAwayAndClosesTheMicrophoneLater)
     EXPECT_THAT(on.world.calls, ElementsAre("preroll.close"));
 }
 
-TEST_F(PressPreparationTest, aSecondTapBeginsAnewAndKeepsTheMicrophone)
+TEST_F(PressPreparationTest, secondTapRestartsAndKeepsMicrophoneOpen)
 {
     on.doubleTap();
     on.pass(1s);
@@ -50,7 +50,7 @@ TEST_F(PressPreparationTest, aSecondTapBeginsAnewAndKeepsTheMicrophone)
     EXPECT_EQ(on.count("preroll.close"), 0);
 }
 
-TEST_F(PressPreparationTest, thePressThatEndsHandsFreePreparesNothing)
+TEST_F(PressPreparationTest, pressEndingHandsFreePreparesNothing)
 {
     on.doubleTap();
     on.pass(1s);
@@ -63,7 +63,7 @@ TEST_F(PressPreparationTest, thePressThatEndsHandsFreePreparesNothing)
     EXPECT_EQ(on.count("preroll.discard"), 0);
 }
 
-TEST_F(PressPreparationTest, aTapDuringAnInsertionThrowsItsSoundAway)
+TEST_F(PressPreparationTest, tapDuringInsertionDiscardsAudio)
 {
     on.beInserting();
     on.world.takeCalls();
@@ -76,7 +76,7 @@ TEST_F(PressPreparationTest, aTapDuringAnInsertionThrowsItsSoundAway)
     EXPECT_EQ(on.state(), TalmoState::idle());
 }
 
-TEST_F(PressPreparationTest, keysInTalmosOwnWindowsPrepareToo)
+TEST_F(PressPreparationTest, pressInOwnWindowsPreparesToo)
 {
     on.keys->isApplicationActive = true;
     on.press();

@@ -50,7 +50,7 @@ protected:
 
 } // namespace
 
-TEST_F(TalmoCoordinatorTest, aFreshOneIsIdleAndStartListensWithBothCallbacksSet)
+TEST_F(TalmoCoordinatorTest, startsIdleAndSetsBothHotkeyCallbacks)
 {
     RecordingWorld fresh;
     EXPECT_EQ(fresh.coordinator->state(), TalmoState::idle());
@@ -61,7 +61,7 @@ TEST_F(TalmoCoordinatorTest, aFreshOneIsIdleAndStartListensWithBothCallbacksSet)
     EXPECT_THAT(fresh.takeCalls(), ElementsAre("hotkeys.start"));
 }
 
-TEST_F(TalmoCoordinatorTest, oneHoldGestureMakesAllItsCallsInOrder)
+TEST_F(TalmoCoordinatorTest, holdGestureMakesAllCallsInOrder)
 {
     press();
     EXPECT_EQ(state(), TalmoState::recording());
@@ -79,7 +79,7 @@ TEST_F(TalmoCoordinatorTest, oneHoldGestureMakesAllItsCallsInOrder)
                                          u"general debug: cleaned transcript: Hello world."_s));
 }
 
-TEST_F(TalmoCoordinatorTest, theRecorderStopsBeforeAnyWaiting)
+TEST_F(TalmoCoordinatorTest, stopsRecorderBeforeAnyAwait)
 {
     press();
     world.takeCalls();
@@ -88,7 +88,7 @@ TEST_F(TalmoCoordinatorTest, theRecorderStopsBeforeAnyWaiting)
     EXPECT_EQ(state(), TalmoState::processing());
 }
 
-TEST_F(TalmoCoordinatorTest, beginReturnsAtOnceAndTheStateStaysUntilTheStartSequenceSucceeds)
+TEST_F(TalmoCoordinatorTest, stateChangesOnlyAfterStartSequenceSucceeds)
 {
     world.hotkeys->down();
     EXPECT_THAT(world.takeCalls(), IsEmpty());
@@ -97,7 +97,7 @@ TEST_F(TalmoCoordinatorTest, beginReturnsAtOnceAndTheStateStaysUntilTheStartSequ
     EXPECT_EQ(state(), TalmoState::recording());
 }
 
-TEST_F(TalmoCoordinatorTest, withoutPermissionsTheGateShowsItsErrorFor3Seconds)
+TEST_F(TalmoCoordinatorTest, missingPermissionShowsErrorFor3Seconds)
 {
     for (const bool isMicrophone : {true, false}) {
         world.permissions->microphone = isMicrophone ? SimpleStatus::Denied : SimpleStatus::Granted;
@@ -116,7 +116,7 @@ TEST_F(TalmoCoordinatorTest, withoutPermissionsTheGateShowsItsErrorFor3Seconds)
     }
 }
 
-TEST_F(TalmoCoordinatorTest, aNewDictationClearsTranscriptAndError)
+TEST_F(TalmoCoordinatorTest, newDictationClearsTranscriptAndError)
 {
     world.onStart = [] { return failed<void>(failure(u"no"_s)); };
     press();
@@ -131,7 +131,7 @@ TEST_F(TalmoCoordinatorTest, aNewDictationClearsTranscriptAndError)
     EXPECT_EQ(state(), TalmoState::recording());
 }
 
-TEST_F(TalmoCoordinatorTest, everyStateIgnoresTheEventsThatAreNotItsOwn)
+TEST_F(TalmoCoordinatorTest, eachStateIgnoresUnexpectedEvents)
 {
     auto gate = Completion<void>::make();
     release();
@@ -161,7 +161,7 @@ TEST_F(TalmoCoordinatorTest, everyStateIgnoresTheEventsThatAreNotItsOwn)
     EXPECT_EQ(state(), TalmoState::idle());
 }
 
-TEST_F(TalmoCoordinatorTest, inErrorAReleaseIsIgnored)
+TEST_F(TalmoCoordinatorTest, releaseInErrorIsIgnored)
 {
     world.onStart = [] { return failed<void>(failure(u"no"_s)); };
     press();
@@ -171,7 +171,7 @@ TEST_F(TalmoCoordinatorTest, inErrorAReleaseIsIgnored)
     EXPECT_EQ(state(), TalmoState::error(u"no"_s));
 }
 
-TEST_F(TalmoCoordinatorTest, anUnsupportedLocaleFails)
+TEST_F(TalmoCoordinatorTest, unsupportedLocaleFails)
 {
     world.onModelStatus = [] { return ready(ModelStatus{false, false}); };
     press();
@@ -180,7 +180,7 @@ TEST_F(TalmoCoordinatorTest, anUnsupportedLocaleFails)
                                                "cancelTranscription"));
 }
 
-TEST_F(TalmoCoordinatorTest, aMissingModelIsInstalledOnceAndLogged)
+TEST_F(TalmoCoordinatorTest, missingModelIsInstalledOnceAndLogged)
 {
     world.onModelStatus = [] { return ready(ModelStatus{true, false}); };
     auto gate = Completion<void>::make();
@@ -197,7 +197,7 @@ TEST_F(TalmoCoordinatorTest, aMissingModelIsInstalledOnceAndLogged)
                                                "makeOverlay", "overlay.show"));
 }
 
-TEST_F(TalmoCoordinatorTest, aFailedInstallIsShownAndTheNextDictationChecksAgain)
+TEST_F(TalmoCoordinatorTest, failedInstallIsShownAndRecheckedNextTime)
 {
     world.onModelStatus = [] { return ready(ModelStatus{true, false}); };
     world.onInstall = [] { return failed<void>(failure(u"offline"_s)); };
@@ -208,7 +208,7 @@ TEST_F(TalmoCoordinatorTest, aFailedInstallIsShownAndTheNextDictationChecksAgain
     EXPECT_EQ(world.takeCalls().front(), "modelStatus en_US");
 }
 
-TEST_F(TalmoCoordinatorTest, theModelIsCheckedOncePerLocaleAndTheConfirmationSurvivesFailures)
+TEST_F(TalmoCoordinatorTest, modelCheckIsCachedPerLocaleAcrossFailures)
 {
     press();
     release();
@@ -227,7 +227,7 @@ TEST_F(TalmoCoordinatorTest, theModelIsCheckedOncePerLocaleAndTheConfirmationSur
     EXPECT_EQ(world.takeCalls().front(), "modelStatus en_GB");
 }
 
-TEST_F(TalmoCoordinatorTest, aStartThatThrowsLeavesItsDescription)
+TEST_F(TalmoCoordinatorTest, failedStartShowsItsDescription)
 {
     world.onStart = [] {
         return failed<void>(
@@ -238,7 +238,7 @@ TEST_F(TalmoCoordinatorTest, aStartThatThrowsLeavesItsDescription)
                                          u"recognizer."_s));
 }
 
-TEST_F(TalmoCoordinatorTest, aReleaseDuringTheStartSequenceIsIgnoredAndTheRecordingStaysUntilTheNext)
+TEST_F(TalmoCoordinatorTest, releaseDuringStartSequenceIsIgnored)
 {
     auto gate = Completion<void>::make();
     world.onStart = [gate] { return gate->future(); };
@@ -251,7 +251,7 @@ TEST_F(TalmoCoordinatorTest, aReleaseDuringTheStartSequenceIsIgnoredAndTheRecord
     EXPECT_EQ(state(), TalmoState::idle());
 }
 
-TEST_F(TalmoCoordinatorTest, aSecondPressDuringTheStartSequenceStartsASecondOne)
+TEST_F(TalmoCoordinatorTest, secondPressDuringStartSequenceStartsAnother)
 {
     auto gate = Completion<ModelStatus>::make();
     world.onModelStatus = [gate] { return gate->future(); };
@@ -273,7 +273,7 @@ TEST_F(TalmoCoordinatorTest, onErrorTearsDownInAnyState)
     settle();
     EXPECT_EQ(state(), TalmoState::error(u"broke"_s));
     EXPECT_THAT(world.takeCalls(), ElementsAre("recorder.stop", "overlay.show", "cancelTranscription"));
-    onError(failure(u"again"_s)); // In error.
+    onError(failure(u"again"_s)); // In the error state.
     settle();
     EXPECT_EQ(state(), TalmoState::error(u"again"_s));
     press();
@@ -284,7 +284,7 @@ TEST_F(TalmoCoordinatorTest, onErrorTearsDownInAnyState)
     EXPECT_EQ(state(), TalmoState::error(u"late"_s));
 }
 
-TEST_F(TalmoCoordinatorTest, aFailureAndAPressRightAfterItDictateAgain)
+TEST_F(TalmoCoordinatorTest, pressRightAfterFailureDictatesAgain)
 {
     press();
     world.onError(failure(u"broke"_s));
@@ -296,7 +296,7 @@ TEST_F(TalmoCoordinatorTest, aFailureAndAPressRightAfterItDictateAgain)
     EXPECT_EQ(state(), TalmoState::idle());
 }
 
-TEST_F(TalmoCoordinatorTest, aStopThatThrowsIsShown)
+TEST_F(TalmoCoordinatorTest, failedStopIsShown)
 {
     press();
     world.onStop = [] { return failed<QString>(failure(u"finalise"_s)); };
@@ -304,7 +304,7 @@ TEST_F(TalmoCoordinatorTest, aStopThatThrowsIsShown)
     EXPECT_EQ(state(), TalmoState::error(u"finalise"_s));
 }
 
-TEST_F(TalmoCoordinatorTest, anEmptyTranscriptIsNoSpeechAndTheMarkStaysAfterTheOverlayWent)
+TEST_F(TalmoCoordinatorTest, emptyTranscriptStaysNoSpeechErrorAfterOverlayHides)
 {
     world.transcript = QString();
     press();
@@ -316,7 +316,7 @@ TEST_F(TalmoCoordinatorTest, anEmptyTranscriptIsNoSpeechAndTheMarkStaysAfterTheO
     EXPECT_EQ(state(), TalmoState::error(u"No speech detected."_s));
 }
 
-TEST_F(TalmoCoordinatorTest, aTranscriptOfBlanksIsHandedToInsertionAsTheEmptyText)
+TEST_F(TalmoCoordinatorTest, blankTranscriptIsInsertedAsEmptyText)
 {
     world.transcript = u"  \n "_s;
     world.onInsert = [] { return failed<void>(failure(u"Nothing to insert."_s)); };
@@ -327,7 +327,7 @@ TEST_F(TalmoCoordinatorTest, aTranscriptOfBlanksIsHandedToInsertionAsTheEmptyTex
     EXPECT_THAT(world.calls, testing::Not(testing::Contains(testing::StartsWith("cleanup"))));
 }
 
-TEST_F(TalmoCoordinatorTest, theTranscriptIsTrimmedForTheCleanup)
+TEST_F(TalmoCoordinatorTest, trimsTranscriptBeforeCleanup)
 {
     world.transcript = u" \n hello \n"_s;
     press();
@@ -335,7 +335,7 @@ TEST_F(TalmoCoordinatorTest, theTranscriptIsTrimmedForTheCleanup)
     EXPECT_THAT(world.takeCalls(), testing::Contains("cleanup \"hello\" ai full 0 Talmo"));
 }
 
-TEST_F(TalmoCoordinatorTest, aSettingChangedDuringProcessingDoesNotAffectThisDictation)
+TEST_F(TalmoCoordinatorTest, settingChangedDuringProcessingAffectsOnlyNextDictation)
 {
     auto gate = Completion<QString>::make();
     world.onCleanup = [gate] { return gate->future(); };
@@ -353,7 +353,7 @@ TEST_F(TalmoCoordinatorTest, aSettingChangedDuringProcessingDoesNotAffectThisDic
     EXPECT_THAT(world.takeCalls(), testing::Contains("cleanup \"hello world\" local concise 3 A,B"));
 }
 
-TEST_F(TalmoCoordinatorTest, anInsertionThatThrowsIsShown)
+TEST_F(TalmoCoordinatorTest, failedInsertionIsShown)
 {
     world.onInsert = [] { return failed<void>(failure(u"no access"_s)); };
     press();
@@ -365,7 +365,7 @@ TEST_F(TalmoCoordinatorTest, anInsertionThatThrowsIsShown)
                 ElementsAre("recorder.stop", "overlay.show", "cancelTranscription"));
 }
 
-TEST_F(TalmoCoordinatorTest, twoErrorsWithTheSameTextWithin3SecondsHideEarly)
+TEST_F(TalmoCoordinatorTest, repeatedErrorWithin3SecondsHidesEarly)
 {
     world.onStart = [] { return failed<void>(failure(u"same"_s)); };
     press();
@@ -376,7 +376,7 @@ TEST_F(TalmoCoordinatorTest, twoErrorsWithTheSameTextWithin3SecondsHideEarly)
     EXPECT_THAT(world.takeCalls(), ElementsAre("overlay.hide"));
 }
 
-TEST_F(TalmoCoordinatorTest, aTimerWhoseErrorWasReplacedDoesNothing)
+TEST_F(TalmoCoordinatorTest, timerOfReplacedErrorDoesNothing)
 {
     world.onStart = [] { return failed<void>(failure(u"first"_s)); };
     press();
@@ -390,7 +390,7 @@ TEST_F(TalmoCoordinatorTest, aTimerWhoseErrorWasReplacedDoesNothing)
     EXPECT_THAT(world.takeCalls(), ElementsAre("overlay.hide"));
 }
 
-TEST_F(TalmoCoordinatorTest, aTimerDoesNotHideTheNextDictation)
+TEST_F(TalmoCoordinatorTest, errorTimerDoesNotHideNextDictation)
 {
     world.onStart = [] { return failed<void>(failure(u"first"_s)); };
     press();
@@ -402,7 +402,7 @@ TEST_F(TalmoCoordinatorTest, aTimerDoesNotHideTheNextDictation)
     EXPECT_EQ(state(), TalmoState::recording());
 }
 
-TEST_F(TalmoCoordinatorTest, asksForPermissionsInOrderWhateverTheAnswers)
+TEST_F(TalmoCoordinatorTest, requestsPermissionsInOrderWhateverTheAnswers)
 {
     world.permissions->answer = false;
     auto task = world.coordinator->requestPermissions();
@@ -411,7 +411,7 @@ TEST_F(TalmoCoordinatorTest, asksForPermissionsInOrderWhateverTheAnswers)
                                                "requestAccessibility"));
 }
 
-TEST_F(TalmoCoordinatorTest, announcesChangesBeforeTheyAreStoredAndForwardsItsChildrens)
+TEST_F(TalmoCoordinatorTest, announcesOwnAndChildChangesBeforeStoring)
 {
     std::vector<QString> states;
     QObject::connect(world.coordinator.get(), &Observable::objectWillChange, world.coordinator.get(),
@@ -424,7 +424,7 @@ TEST_F(TalmoCoordinatorTest, announcesChangesBeforeTheyAreStoredAndForwardsItsCh
     EXPECT_EQ(state(), TalmoState::recording());
 }
 
-TEST_F(TalmoCoordinatorTest, callbacksAndSequencesAfterItsEndFindNobody)
+TEST_F(TalmoCoordinatorTest, callbacksAfterDestructionDoNothing)
 {
     auto gate = Completion<void>::make();
     world.onStart = [gate] { return gate->future(); };
@@ -440,7 +440,7 @@ TEST_F(TalmoCoordinatorTest, callbacksAndSequencesAfterItsEndFindNobody)
     EXPECT_THAT(world.takeCalls(), ElementsAre("modelStatus en_US", "startTranscription en_US"));
 }
 
-TEST_F(TalmoCoordinatorTest, canEndInEveryState)
+TEST_F(TalmoCoordinatorTest, canBeDestroyedInEveryState)
 {
     for (int reached = 0; reached < 5; ++reached) {
         const auto stopGate = Completion<QString>::make();
@@ -472,7 +472,7 @@ TEST_F(TalmoCoordinatorTest, canEndInEveryState)
     }
 }
 
-TEST_F(TalmoCoordinatorTest, handsFreeModeIsLeftOverAfterAnErrorOrAMenuStopSoTheNextPressOnlyEndsIt)
+TEST_F(TalmoCoordinatorTest, pressAfterErrorOrMenuStopOnlyEndsHandsFree)
 {
     const auto monitor = std::make_shared<FakeEventMonitor>();
     GlobalHotkeyManager manager(monitor, std::make_shared<FakeInputTrust>(), world.clock,
@@ -509,7 +509,7 @@ TEST_F(TalmoCoordinatorTest, handsFreeModeIsLeftOverAfterAnErrorOrAMenuStopSoThe
     }
 }
 
-TEST(TalmoCoordinatorShared, isBuiltOnceByTheRegisteredFactory)
+TEST(TalmoCoordinatorShared, isBuiltOnceByRegisteredFactory)
 {
     RecordingWorld world;
     int built = 0;

@@ -6,7 +6,7 @@
 
 namespace talmo::test {
 
-TEST(TalmoState, isEqualForTheSameCaseWithTheSameMessage)
+TEST(TalmoState, isEqualForSameCaseAndMessage)
 {
     EXPECT_EQ(TalmoState::idle(), TalmoState::idle());
     EXPECT_NE(TalmoState::idle(), TalmoState::recording());
@@ -14,14 +14,14 @@ TEST(TalmoState, isEqualForTheSameCaseWithTheSameMessage)
     EXPECT_NE(TalmoState::error(u"a"_s), TalmoState::error(u"b"_s));
 }
 
-TEST(TalmoState, equalMessagesMayBeComposedDifferently)
+TEST(TalmoState, comparesMessagesByCanonicalEquivalence)
 {
     EXPECT_EQ(TalmoState::error(u"Caf\u00E9"_s), TalmoState::error(u"Cafe\u0301"_s));
     EXPECT_NE(TalmoState::error(u"Cafe"_s), TalmoState::error(u"cafe"_s));
-    EXPECT_NE(TalmoState::error({}), TalmoState::idle()) << "an error without a message is one all the same";
+    EXPECT_NE(TalmoState::error({}), TalmoState::idle()) << "an error without a message is still an error";
 }
 
-TEST(TalmoState, hasItsNames)
+TEST(TalmoState, hasExpectedNames)
 {
     EXPECT_EQ(name(TalmoState::idle()), u"idle"_s);
     EXPECT_EQ(name(TalmoState::recording()), u"recording"_s);

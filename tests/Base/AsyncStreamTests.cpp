@@ -31,7 +31,7 @@ Read readNow(const Stream &stream)
 
 } // namespace
 
-TEST(AsyncStream, keepsValuesYieldedBeforeAnybodyReads)
+TEST(AsyncStream, buffersValuesYieldedBeforeFirstRead)
 {
     const auto [stream, continuation] = Stream::make();
     for (int value = 0; value < 1000; ++value) {
@@ -42,7 +42,7 @@ TEST(AsyncStream, keepsValuesYieldedBeforeAnybodyReads)
     }
 }
 
-TEST(AsyncStream, answersAWaitingReaderWhenAValueComes)
+TEST(AsyncStream, resumesWaitingReaderOnYield)
 {
     const auto [stream, continuation] = Stream::make();
     Read read;
@@ -53,7 +53,7 @@ TEST(AsyncStream, answersAWaitingReaderWhenAValueComes)
     EXPECT_EQ(read.value, 7);
 }
 
-TEST(AsyncStream, dropsYieldsAfterTheEndButGivesOutWhatWasThere)
+TEST(AsyncStream, deliversBufferedValuesAndDropsYieldsAfterFinish)
 {
     const auto [stream, continuation] = Stream::make();
     continuation.yield(1);
@@ -66,7 +66,7 @@ TEST(AsyncStream, dropsYieldsAfterTheEndButGivesOutWhatWasThere)
     EXPECT_FALSE(end.error);
 }
 
-TEST(AsyncStream, endsWhenTheLastContinuationGoes)
+TEST(AsyncStream, finishesWhenLastContinuationIsDestroyed)
 {
     auto made = std::make_unique<std::pair<Stream, Stream::Continuation>>(Stream::make());
     const Stream stream = made->first;
@@ -80,7 +80,7 @@ TEST(AsyncStream, endsWhenTheLastContinuationGoes)
     EXPECT_FALSE(read.value);
 }
 
-TEST(AsyncStream, throwsTheErrorItEndedWithAndOnlyTheFirstEndCounts)
+TEST(AsyncStream, throwsErrorOfFirstFinishOnly)
 {
     const auto [stream, continuation] = Stream::make();
     continuation.finish(std::make_exception_ptr(std::runtime_error("broken")));
@@ -90,7 +90,7 @@ TEST(AsyncStream, throwsTheErrorItEndedWithAndOnlyTheFirstEndCounts)
     EXPECT_THROW(future.result(), std::runtime_error);
 }
 
-TEST(AsyncStream, keepsTheOrderOfEachWriterWithManyThreads)
+TEST(AsyncStream, keepsEachWritersOrderAcrossThreads)
 {
     constexpr int writers = 4;
     constexpr int each = 5000;
@@ -107,7 +107,7 @@ TEST(AsyncStream, keepsTheOrderOfEachWriterWithManyThreads)
             });
         }
         made.reset();
-        // Plain threads and no Qt in between, so that the thread sanitizer sees all of it.
+        // Plain threads without Qt, so that the thread sanitizer sees every synchronisation.
         while (true) {
             std::promise<std::optional<int>> next;
             stream.next([&next](std::optional<int> value, std::exception_ptr) { next.set_value(value); });

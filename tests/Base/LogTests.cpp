@@ -9,13 +9,13 @@ namespace talmo::test {
 
 using testing::ElementsAre;
 
-TEST(Log, fillsInItsPlaceholdersInOrder)
+TEST(Log, fillsPlaceholdersInOrder)
 {
     EXPECT_EQ(formatLogLine("a=%{bool}d b=%lu c=%s d=%@", {true, quint64(1) << 40, u"x"_s, u"y"_s}),
               u"a=true b=1099511627776 c=x d=y"_s);
 }
 
-TEST(Log, leavesWhatIsNoPlaceholderAlone)
+TEST(Log, leavesOtherPercentSignsAlone)
 {
     EXPECT_EQ(formatLogLine("100 % and %q and %s", {}), u"100 % and %q and %s"_s);
     EXPECT_EQ(formatLogLine("%s", {u"50 %s"_s}), u"50 %s"_s);
@@ -43,7 +43,7 @@ void capture(QtMsgType, const QMessageLogContext &context, const QString &line)
 
 } // namespace
 
-TEST(Log, keepsDebugLinesOffUnlessSwitchedOn)
+TEST(Log, suppressesDebugLinesByDefault)
 {
     QStringList lines;
     captured = &lines;

@@ -41,7 +41,7 @@ QCoro::Task<QThread *> threadAfterwards(std::shared_ptr<SerialExecutor> executor
 
 } // namespace
 
-TEST(SerialExecutor, runsOnItsOwnThreadAndAnswersOnTheCallers)
+TEST(SerialExecutor, runsOnOwnThreadAndResumesOnCallers)
 {
     const auto executor = SerialExecutor::onNewThread(u"test"_s);
     const QFuture<QThread *> future = executor->call([] { return QThread::currentThread(); });
@@ -55,7 +55,7 @@ TEST(SerialExecutor, runsOnItsOwnThreadAndAnswersOnTheCallers)
     EXPECT_EQ(resumedOn, QThread::currentThread());
 }
 
-TEST(SerialExecutor, isReentrantWhileACallWaits)
+TEST(SerialExecutor, runsNextCallWhileOneIsSuspended)
 {
     const auto executor = SerialExecutor::onNewThread(u"test"_s);
     auto gate = Completion<void>::make();
@@ -70,7 +70,7 @@ TEST(SerialExecutor, isReentrantWhileACallWaits)
     EXPECT_THAT(order, testing::ElementsAre(1, 2, 102, 101));
 }
 
-TEST(SerialExecutor, givesBackExceptionsOfFunctionsAndOfCoroutines)
+TEST(SerialExecutor, propagatesExceptionsOfFunctionsAndCoroutines)
 {
     const auto executor = SerialExecutor::onNewThread(u"test"_s);
     auto called = executor->call([]() -> int { throw std::runtime_error("plain"); });
@@ -81,7 +81,7 @@ TEST(SerialExecutor, givesBackExceptionsOfFunctionsAndOfCoroutines)
     EXPECT_THROW(run.result(), std::runtime_error);
 }
 
-TEST(SerialExecutor, failsWhatItNeverGotToWhenItGoes)
+TEST(SerialExecutor, destructionCancelsPendingCalls)
 {
     auto executor = SerialExecutor::onNewThread(u"test"_s);
     auto isBusy = Completion<void>::make();
@@ -93,7 +93,7 @@ TEST(SerialExecutor, failsWhatItNeverGotToWhenItGoes)
     isBusy->future().waitForFinished();
     auto never = executor->call([] { return 1; });
     std::jthread releaser([&mayEnd, thread = executor->context()->thread()] {
-        // Only once the executor is on its way out, which nothing but its destructor can bring about.
+        // Wait until the destructor has requested interruption, which nothing else does.
         while (!thread->isInterruptionRequested()) {
             std::this_thread::yield();
         }
@@ -104,7 +104,7 @@ TEST(SerialExecutor, failsWhatItNeverGotToWhenItGoes)
     EXPECT_THROW(never.result(), Cancelled);
 }
 
-TEST(SerialExecutor, onTheCurrentThreadRunsOnALaterTurn)
+TEST(SerialExecutor, onCurrentThreadRunsOnLaterLoopIteration)
 {
     const auto executor = SerialExecutor::onCurrentThread();
     bool hasRun = false;
@@ -115,7 +115,7 @@ TEST(SerialExecutor, onTheCurrentThreadRunsOnALaterTurn)
     EXPECT_TRUE(executor->isCurrentThread());
 }
 
-TEST(SerialExecutor, logsWhatEscapesFromPostedWork)
+TEST(SerialExecutor, logsExceptionsOfPostedWork)
 {
     RecordingLog log;
     const auto executor = SerialExecutor::onCurrentThread();
@@ -124,7 +124,7 @@ TEST(SerialExecutor, logsWhatEscapesFromPostedWork)
     EXPECT_THAT(log.lines(), testing::ElementsAre(u"general error: unexpected error: lost"_s));
 }
 
-TEST(SerialExecutor, canBeLetGoFromItsOwnThread)
+TEST(SerialExecutor, canBeReleasedFromItsOwnThread)
 {
     auto executor = SerialExecutor::onNewThread(u"test"_s);
     auto *raw = executor.get();

@@ -33,7 +33,7 @@ QCoro::Task<void> throwing()
 
 } // namespace
 
-TEST(Task, isLaunchedOnALaterTurnNeverInsideTheCall)
+TEST(Task, startsOnLaterLoopIterationNeverInline)
 {
     const auto executor = SerialExecutor::onCurrentThread();
     std::vector<int> order;
@@ -43,7 +43,7 @@ TEST(Task, isLaunchedOnALaterTurnNeverInsideTheCall)
     EXPECT_THAT(order, testing::ElementsAre(1, 2));
 }
 
-TEST(Task, canBeCancelledAndWaitedFor)
+TEST(Task, canBeCancelledAndAwaited)
 {
     const auto executor = SerialExecutor::onCurrentThread();
     ManualClock clock;
@@ -57,7 +57,7 @@ TEST(Task, canBeCancelledAndWaitedFor)
     EXPECT_THROW(task.finished().waitForFinished(), Cancelled);
 }
 
-TEST(Task, anEmptyHandleCanBeCancelled)
+TEST(Task, emptyHandleCanBeCancelled)
 {
     const TaskHandle none;
     EXPECT_FALSE(none);
@@ -65,7 +65,7 @@ TEST(Task, anEmptyHandleCanBeCancelled)
     EXPECT_FALSE(none.isCancelled());
 }
 
-TEST(Task, logsWhatEscapesFromATaskNobodyWaitsFor)
+TEST(Task, logsExceptionsOfDetachedTask)
 {
     RecordingLog log;
     logEscapes(throwing());
@@ -73,7 +73,7 @@ TEST(Task, logsWhatEscapesFromATaskNobodyWaitsFor)
     EXPECT_THAT(log.lines(), testing::ElementsAre(u"general error: unexpected error: escaped"_s));
 }
 
-TEST(ManualClock, wakesSleepersInTheOrderOfTheirTimes)
+TEST(ManualClock, wakesSleepersInDeadlineOrder)
 {
     ManualClock clock;
     std::vector<int> order;

@@ -6,7 +6,7 @@
 
 namespace talmo::test {
 
-TEST(Text, spacesAreTheSpaceSeparatorsAndTab)
+TEST(Text, spacesAreSpaceSeparatorsAndTab)
 {
     for (const char32_t space :
          {U' ', U'\t', U'\u00A0', U'\u1680', U'\u2000', U'\u200A', U'\u202F', U'\u205F', U'\u3000'}) {
@@ -18,7 +18,7 @@ TEST(Text, spacesAreTheSpaceSeparatorsAndTab)
     }
 }
 
-TEST(Text, newlinesAreTheLineBreaks)
+TEST(Text, newlinesAreAllLineBreaks)
 {
     for (const char32_t newline : {U'\n', U'\v', U'\f', U'\r', U'\u0085', U'\u2028', U'\u2029'}) {
         EXPECT_TRUE(Text::isWhitespaceOrNewline(newline)) << static_cast<unsigned>(newline);
@@ -37,7 +37,7 @@ TEST(Text, trimsBothEndsOnly)
     EXPECT_EQ(Text::trimSpaces(QString()), QString());
 }
 
-TEST(Text, countsCharactersAsReadersDo)
+TEST(Text, countsGraphemeClusters)
 {
     EXPECT_EQ(Text::characterCount(QString()), 0);
     EXPECT_EQ(Text::characterCount(u"abc"_s), 3);
@@ -46,7 +46,7 @@ TEST(Text, countsCharactersAsReadersDo)
     EXPECT_EQ(Text::characterCount(u"\U0001F600\U0001F600"_s), 2);
 }
 
-TEST(Text, findsTheFirstCharacter)
+TEST(Text, findsFirstCharacter)
 {
     EXPECT_EQ(Text::firstCharacterLength(QString()), 0);
     EXPECT_EQ(Text::firstCharacterLength(u"abc"_s), 1);
@@ -55,7 +55,7 @@ TEST(Text, findsTheFirstCharacter)
     EXPECT_EQ(Text::firstCharacterLength(QString(QChar(0xD800))), 1);
 }
 
-TEST(Text, upperCasesFully)
+TEST(Text, usesFullUpperCaseMapping)
 {
     EXPECT_EQ(Text::uppercased(u"ß"_s), u"SS"_s);
     EXPECT_EQ(Text::uppercased(u"ŉ"_s), u"ʼN"_s);

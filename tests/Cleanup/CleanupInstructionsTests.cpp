@@ -28,7 +28,7 @@ std::string joined(const std::vector<std::string> &blocks)
     return text;
 }
 
-/// What stands between the rules for everybody and the closing examples, for each tone without and with conciseness.
+/// The lines between the common rules and the closing examples, for each tone without and with conciseness.
 struct Row {
     TextTone tone;
     bool concise;
@@ -79,21 +79,21 @@ TEST(CleanupInstructions, everyCombinationWithDictionary)
     }
 }
 
-TEST(CleanupInstructions, thePlainOnesAre32LinesThatEndWithTheOutputFormat)
+TEST(CleanupInstructions, plainInstructionsAre32LinesEndingWithOutputFormat)
 {
     const auto lines = buildInstructions({}, false, false, TextTone::Standard).split(u'\n');
     EXPECT_EQ(lines.size(), 32);
     EXPECT_TRUE(lines.last().startsWith(u"Output format: respond with ONLY the edited transcript text itself."_s));
 }
 
-TEST(CleanupInstructions, dictionaryWordsAreTakenAsTheyAre)
+TEST(CleanupInstructions, dictionaryWordsAreUsedVerbatim)
 {
     const auto lines =
         buildInstructions({u" b "_s, u"a, \"c\""_s, u" b "_s}, false, false, TextTone::Standard).split(u'\n');
     EXPECT_EQ(lines.last().toStdString(), std::string(dictionaryPrefix) + " b , a, \"c\",  b .");
 }
 
-TEST(CleanupInstructions, thePromptWrapsTheTranscriptInTagsAlone)
+TEST(CleanupInstructions, promptWrapsTranscriptInTagsOnly)
 {
     EXPECT_EQ(transcriptPrompt(u"hello world"_s), u"<transcript>hello world</transcript>"_s);
     EXPECT_EQ(transcriptPrompt(QString()), u"<transcript></transcript>"_s);

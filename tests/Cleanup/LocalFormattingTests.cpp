@@ -41,14 +41,14 @@ QString joined(const QString &transcript)
 
 } // namespace
 
-TEST(SplitIntoSegments, splitsAtACommandAndJoinsAgain)
+TEST(SplitIntoSegments, splitsAtCommandAndRejoins)
 {
     EXPECT_THAT(splitIntoSegments(u"hello new paragraph world"_s),
                 ElementsAre(segment(u"hello"_s, u"\n\n"_s), segment(u"world"_s)));
     EXPECT_EQ(joined(u"hello new paragraph world"_s), u"hello\n\nworld"_s);
 }
 
-TEST(SplitIntoSegments, keepsTheOrderOfBothCommands)
+TEST(SplitIntoSegments, keepsOrderOfBothCommands)
 {
     EXPECT_THAT(splitIntoSegments(u"first new line second new paragraph third"_s),
                 ElementsAre(segment(u"first"_s, u"\n"_s), segment(u"second"_s, u"\n\n"_s), segment(u"third"_s)));
@@ -65,13 +65,13 @@ TEST(SplitIntoSegments, collapsesConsecutiveCommands)
     EXPECT_EQ(joined(u"a new line new paragraph b"_s), u"a\nb"_s);
 }
 
-TEST(SplitIntoSegments, aCommandAtTheEndHasNoEffect)
+TEST(SplitIntoSegments, commandAtEndHasNoEffect)
 {
     EXPECT_THAT(splitIntoSegments(u"hello new line"_s), ElementsAre(segment(u"hello"_s, u"\n"_s)));
     EXPECT_EQ(joined(u"hello new line"_s), u"hello"_s);
 }
 
-TEST(SplitIntoSegments, aCommandAtTheStartHasNoEffect)
+TEST(SplitIntoSegments, commandAtStartHasNoEffect)
 {
     EXPECT_THAT(splitIntoSegments(u"new paragraph hello"_s), ElementsAre(segment(u"hello"_s)));
     EXPECT_THAT(splitIntoSegments(u"New line hello"_s), ElementsAre(segment(u"hello"_s)));
@@ -79,18 +79,18 @@ TEST(SplitIntoSegments, aCommandAtTheStartHasNoEffect)
                 ElementsAre(segment(u"a"_s, u"\n"_s), segment(u"b"_s)));
 }
 
-TEST(SplitIntoSegments, aDroppedSegmentTakesItsSeparatorAlong)
+TEST(SplitIntoSegments, droppedSegmentDropsItsSeparator)
 {
     EXPECT_THAT(splitIntoSegments(u"a new paragraph new line b new line"_s),
                 ElementsAre(segment(u"a"_s, u"\n\n"_s), segment(u"b"_s, u"\n"_s)));
     EXPECT_THAT(splitIntoSegments(u"a new line \t new paragraph b"_s),
                 ElementsAre(segment(u"a"_s, u"\n"_s), segment(u"b"_s)));
-    // A line break is no space, so what holds one is kept.
+    // A line break is not a space, so a segment that contains one is kept.
     EXPECT_THAT(splitIntoSegments(u"a new line \n new line b"_s),
                 ElementsAre(segment(u"a"_s, u"\n"_s), segment(u"\n"_s, u"\n"_s), segment(u"b"_s)));
 }
 
-TEST(SplitIntoSegments, spacesOfEveryKindAreTrimmedAndLineBreaksOfEveryKindAreNot)
+TEST(SplitIntoSegments, trimsEverySpaceButNoLineBreak)
 {
     for (const QString &space : {u" "_s, u"\t"_s, u"\u00A0"_s, u"\u2003"_s, u"\u3000"_s, u"\u202F"_s}) {
         EXPECT_THAT(splitIntoSegments(space + u"a"_s + space + u"new line"_s + space + u"b"_s + space),
@@ -113,14 +113,14 @@ TEST(JoinSegments, separatesAllButTheLast)
               u"A\n\n\nC"_s);
 }
 
-TEST(SplitIntoSegments, onlyCommandsGiveNoSegment)
+TEST(SplitIntoSegments, onlyCommandsYieldNoSegment)
 {
     EXPECT_THAT(splitIntoSegments(u"new line"_s), IsEmpty());
     EXPECT_THAT(splitIntoSegments(QString()), IsEmpty());
     EXPECT_THAT(splitIntoSegments(u" \t"_s), IsEmpty());
 }
 
-TEST(SplitIntoSegments, leavesPunctuationNextToACommand)
+TEST(SplitIntoSegments, keepsPunctuationNextToCommand)
 {
     EXPECT_THAT(splitIntoSegments(u"Hello, new line, world"_s),
                 ElementsAre(segment(u"Hello,"_s, u"\n"_s), segment(u", world"_s)));
@@ -138,13 +138,13 @@ TEST(SplitIntoSegments, trimsSpacesButNotLineBreaks)
                 ElementsAre(segment(u"a\n"_s, u"\n"_s), segment(u"b"_s)));
 }
 
-TEST(SplitIntoSegments, lettersThatGrowWhenFoldedDoNotShiftTheSplit)
+TEST(SplitIntoSegments, caseFoldingThatLengthensTextDoesNotShiftSplit)
 {
     EXPECT_EQ(joined(u"İİİ new line"_s), u"İİİ"_s);
     EXPECT_EQ(joined(u"İİİ new line ß new paragraph ŉ"_s), u"İİİ\nß\n\nŉ"_s);
 }
 
-TEST(SplitIntoSegments, survivesLoneSurrogatesAndMegabytes)
+TEST(SplitIntoSegments, handlesLoneSurrogatesAndMegabytes)
 {
     const QString lone = QString(QChar(0xDC00)) + u" new line "_s + QChar(0xD800);
     EXPECT_EQ(splitIntoSegments(lone).size(), 2U);
@@ -155,7 +155,7 @@ TEST(SplitIntoSegments, survivesLoneSurrogatesAndMegabytes)
     EXPECT_EQ(splitIntoSegments(large).size(), 100000U);
 }
 
-TEST(SplitIntoSegments, losesNothingButCommandsAndTrimmedSpaces)
+TEST(SplitIntoSegments, losesOnlyCommandsAndTrimmedSpaces)
 {
     std::mt19937 random(42);
     const QStringList pieces = {u"a"_s, u" "_s, u"new line"_s, u"New Paragraph"_s, u"é"_s, u","_s, u"b"_s};
@@ -178,7 +178,7 @@ TEST(SplitIntoSegments, losesNothingButCommandsAndTrimmedSpaces)
     }
 }
 
-TEST(DetectBulletRequest, hasItsPhrasesInOrder)
+TEST(DetectBulletRequest, hasPhrasesInOrder)
 {
     QStringList phrases;
     for (const QStringView phrase : bulletTriggerPhrases) {
@@ -189,7 +189,7 @@ TEST(DetectBulletRequest, hasItsPhrasesInOrder)
                                     u"make this a list"_s, u"format this as a list"_s, u"bullet point this"_s}));
 }
 
-TEST(DetectBulletRequest, takesThePhraseOutWhereverItStands)
+TEST(DetectBulletRequest, removesPhraseAnywhereInText)
 {
     EXPECT_EQ(detectBulletRequest(u"buy milk and eggs as a list"_s), (BulletRequest{u"buy milk and eggs"_s, true}));
     EXPECT_EQ(detectBulletRequest(u"as a bulleted list buy milk"_s), (BulletRequest{u"buy milk"_s, true}));
@@ -197,26 +197,26 @@ TEST(DetectBulletRequest, takesThePhraseOutWhereverItStands)
     EXPECT_EQ(detectBulletRequest(u"milk AS A LIST"_s), (BulletRequest{u"milk"_s, true}));
 }
 
-TEST(DetectBulletRequest, triesThePhrasesInOrderAndTakesOneOnly)
+TEST(DetectBulletRequest, triesPhrasesInOrderAndRemovesOne)
 {
     EXPECT_EQ(detectBulletRequest(u"write this as a bullet list as a list"_s),
               (BulletRequest{u"write this as a list"_s, true}));
     EXPECT_EQ(detectBulletRequest(u"as a list milk as a list"_s), (BulletRequest{u"milk as a list"_s, true}));
-    // The shorter phrase comes earlier in the list.
+    // The shorter phrase comes first in the list.
     EXPECT_EQ(detectBulletRequest(u"format this as a list"_s), (BulletRequest{u"format this"_s, true}));
 }
 
-TEST(DetectBulletRequest, collapsesDoubleSpacesOnlyWhenItTookAPhraseOut)
+TEST(DetectBulletRequest, collapsesDoubleSpacesOnlyAfterRemovingPhrase)
 {
     EXPECT_EQ(detectBulletRequest(u"a   b  as a list    c"_s).text, u"a b c"_s);
     EXPECT_EQ(detectBulletRequest(u" a  b \n"_s), (BulletRequest{u"a  b"_s, false}));
     EXPECT_EQ(detectBulletRequest(u" \n "_s), (BulletRequest{QString(), false}));
     EXPECT_EQ(detectBulletRequest(u"as a list"_s), (BulletRequest{QString(), true}));
-    EXPECT_EQ(detectBulletRequest(u"a\t\t b as a list \n c"_s).text, u"a\t\t b \n c"_s) << "only blanks collapse";
+    EXPECT_EQ(detectBulletRequest(u"a\t\t b as a list \n c"_s).text, u"a\t\t b \n c"_s) << "only spaces collapse";
     EXPECT_EQ(detectBulletRequest(u"a as a list\n"_s).text, u"a"_s);
 }
 
-TEST(FormatLocally, capitalisesTheFirstCharacterAndEndsTheSentence)
+TEST(FormatLocally, capitalisesFirstCharacterAndEndsSentence)
 {
     EXPECT_EQ(formatLocally(u"hello world"_s), u"Hello world."_s);
     EXPECT_EQ(formatLocally(u"is it done?"_s), u"Is it done?"_s);
@@ -235,18 +235,18 @@ TEST(FormatLocally, onlyThreeCharactersEndASentence)
         EXPECT_EQ(formatLocally(u"so"_s + end), u"So"_s + end + u"."_s);
     }
     EXPECT_EQ(formatLocally(u"\u2028so\u2029"_s), u"So."_s);
-    EXPECT_EQ(formatLocally(u"one\u2028two"_s), u"One\u2028two."_s) << "what is within stays";
+    EXPECT_EQ(formatLocally(u"one\u2028two"_s), u"One\u2028two."_s) << "inner text stays unchanged";
     EXPECT_EQ(formatLocally(u"."_s), u"."_s);
 }
 
-TEST(FormatLocally, upperCasesOneWholeCharacter)
+TEST(FormatLocally, capitalisesOneWholeCharacter)
 {
     EXPECT_EQ(formatLocally(u"ßtraße"_s), u"SStraße."_s);
     EXPECT_EQ(formatLocally(u"e\u0301cole"_s), u"E\u0301cole."_s);
     EXPECT_EQ(formatLocally(u"\U0001F600 fine"_s), u"\U0001F600 fine."_s);
 }
 
-TEST(FormatLocally, changesNoInnerCharacter)
+TEST(FormatLocally, leavesInnerCharactersUnchanged)
 {
     EXPECT_EQ(formatLocally(u"one.  two ,three i"_s), u"One.  two ,three i."_s);
     const QString lone = QString(QChar(0xD800)) + u"x"_s;

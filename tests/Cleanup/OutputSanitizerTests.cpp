@@ -34,7 +34,7 @@ TEST(OutputSanitizer, trims)
            {u"\u00A0Hello.\u3000"_s, u"Hello."_s}});
 }
 
-TEST(OutputSanitizer, dropsTheArrowOfTheExamples)
+TEST(OutputSanitizer, removesLeadingArrow)
 {
     check({{u"-> Could you please send me the file?"_s, u"Could you please send me the file?"_s},
            {u"  ->   Hello."_s, u"Hello."_s},
@@ -42,10 +42,10 @@ TEST(OutputSanitizer, dropsTheArrowOfTheExamples)
            {u"-> -> Hello."_s, u"-> Hello."_s},
            {u"- > Hello."_s, u"- > Hello."_s},
            {u"Hello -> world."_s, u"Hello -> world."_s},
-           {u"-> "_s, u"->"_s}}); // Trimmed first, so no arrow with its space is left.
+           {u"-> "_s, u"->"_s}}); // Trimmed first, so the arrow has lost its space.
 }
 
-TEST(OutputSanitizer, dropsAPreambleParagraph)
+TEST(OutputSanitizer, removesPreambleParagraph)
 {
     for (const auto &opening : {u"Sure,"_s, u"sure!"_s, u"SURE -"_s, u"Certainly,"_s, u"Certainly!"_s, u"Of course,"_s,
                                 u"Of course!"_s, u"Here's"_s, u"Here is"_s, u"Here you go"_s}) {
@@ -55,17 +55,17 @@ TEST(OutputSanitizer, dropsAPreambleParagraph)
     check({{u"Sure, here's the edited text:\n\nHello there."_s, u"Hello there."_s},
            {u"Sure, hello there."_s, u"Sure, hello there."_s},
            {u"Sure, here it is:\nHello there."_s, u"Sure, here it is:\nHello there."_s},
-           {u"Sure,\n\nOf course,\n\nHello."_s, u"Of course,\n\nHello."_s}, // One at most.
+           {u"Sure,\n\nOf course,\n\nHello."_s, u"Of course,\n\nHello."_s}, // At most one preamble is removed.
            {u"Hello.\n\nSure, why not."_s, u"Hello.\n\nSure, why not."_s},
            {u"Surely not.\n\nHello."_s, u"Surely not.\n\nHello."_s},
            {u"Sure.\n\nHello."_s, u"Sure.\n\nHello."_s},
            {u"Sure,\n\n\n\n Hello."_s, u"Hello."_s},
-           {u"Sure, \n \nHello."_s, u"Sure, \n \nHello."_s}, // No two line ends in a row.
+           {u"Sure, \n \nHello."_s, u"Sure, \n \nHello."_s}, // The line breaks are not adjacent.
            {u"Sure,\r\n\r\nHello."_s, u"Sure,\r\n\r\nHello."_s},
            {u"I'm sure, yes.\n\nHello."_s, u"I'm sure, yes.\n\nHello."_s}});
 }
 
-TEST(OutputSanitizer, dropsThePairOfTags)
+TEST(OutputSanitizer, removesTranscriptTags)
 {
     check({{u"<transcript>Hello.</transcript>"_s, u"Hello."_s},
            {u"<transcript>Hello."_s, u"<transcript>Hello."_s},
@@ -75,10 +75,10 @@ TEST(OutputSanitizer, dropsThePairOfTags)
            {u"<transcript> Hello. </transcript>"_s, u"Hello."_s}});
 }
 
-TEST(OutputSanitizer, dropsACodeFence)
+TEST(OutputSanitizer, removesCodeFence)
 {
     check({{u"```\nHello.\n```"_s, u"Hello."_s},
-           {u"```text\nHello.\n```"_s, u"text\nHello."_s}, // A language word stays.
+           {u"```text\nHello.\n```"_s, u"text\nHello."_s}, // The language tag stays.
            {u"````Hello.``"_s, u"Hello."_s},
            {u"```Hello `code`"_s, u"Hello `code"_s},
            {u"``Hello.``"_s, u"``Hello.``"_s},
@@ -86,7 +86,7 @@ TEST(OutputSanitizer, dropsACodeFence)
            {u"```"_s, u""_s}});
 }
 
-TEST(OutputSanitizer, dropsAPairOfQuotationMarks)
+TEST(OutputSanitizer, removesEnclosingQuotationMarks)
 {
     check({{u"\"Hello.\""_s, u"Hello."_s},
            {u"\""_s, u"\""_s},
@@ -95,9 +95,9 @@ TEST(OutputSanitizer, dropsAPairOfQuotationMarks)
            {u"\"\"Hello.\"\""_s, u"\"Hello.\""_s},
            {u"\u201CHello.\u201D"_s, u"\u201CHello.\u201D"_s},
            {u"'Hello.'"_s, u"'Hello.'"_s},
-           {u"She said \"no\""_s, u"She said \"no\""_s},   // One at the end alone.
-           {u"\"No\" she said"_s, u"\"No\" she said"_s},   // One at the start alone.
-           {u"\"Yes\" and \"no\""_s, u"Yes\" and \"no"_s}, // Any two, matching or not.
+           {u"She said \"no\""_s, u"She said \"no\""_s},   // Only one, at the end.
+           {u"\"No\" she said"_s, u"\"No\" she said"_s},   // Only one, at the start.
+           {u"\"Yes\" and \"no\""_s, u"Yes\" and \"no"_s}, // Any pair, whether or not they match each other.
            {u"\u00ABHello.\u00BB"_s, u"\u00ABHello.\u00BB"_s},
            {u"\u201EHello.\u201C"_s, u"\u201EHello.\u201C"_s},
            {u"\u2018Hello.\u2019"_s, u"\u2018Hello.\u2019"_s},
@@ -108,36 +108,36 @@ TEST(OutputSanitizer, dropsAPairOfQuotationMarks)
            {u"\" Hello. \""_s, u"Hello."_s}});
 }
 
-TEST(OutputSanitizer, oneThingAfterTheOtherInThisOrder)
+TEST(OutputSanitizer, appliesStepsInOrder)
 {
     check({{u"-> Sure, here you go:\n\n<transcript>```\"Hello.\"```</transcript>"_s, u"Hello."_s},
-           // The fence is seen before the quotation marks, so those inside it go, and those around it hide it.
+           // Fences are removed before quotation marks: quotes inside are removed, quotes outside hide the fence.
            {u"```\"Hello.\"```"_s, u"Hello."_s},
            {u"\"```Hello.```\""_s, u"```Hello.```"_s},
-           // White space within the fence hides quotation marks, since nothing is trimmed in between.
+           // White space inside the fence hides the quotation marks, since nothing is trimmed in between.
            {u"```\n\"Hello.\"\n```"_s, u"\"Hello.\""_s},
-           // Tags are looked for before the fence is opened.
+           // Tags are removed before fences.
            {u"```<transcript>Hello.</transcript>```"_s, u"<transcript>Hello.</transcript>"_s},
            {u"<transcript>-> Hello.</transcript>"_s, u"-> Hello."_s},
            {u"Sure,\n\n-> Hello."_s, u"-> Hello."_s}});
 }
 
-TEST(OutputSanitizer, leavesAnAnswerThatIsOnlyTextAlone)
+TEST(OutputSanitizer, leavesPlainTextUnchanged)
 {
     check({{u"- milk\n- eggs"_s, u"- milk\n- eggs"_s},
            {u"Hello.\n\nWorld."_s, u"Hello.\n\nWorld."_s},
            {u"Use `ls` and \"quotes\" here."_s, u"Use `ls` and \"quotes\" here."_s}});
 }
 
-/// Where the answer carries none of the marks, a second pass finds nothing to do. Where it carries some, a second pass
-/// may find more, since each mark is taken once and in order: the rows above show which.
-TEST(OutputSanitizer, isIdempotentOnTextWithoutMarks)
+/// Without marks, a second pass changes nothing. With marks it may remove more, since each kind is removed once and in
+/// order: see the rows above.
+TEST(OutputSanitizer, isIdempotentOnUnmarkedText)
 {
-    std::mt19937 random(4711); // NOLINT(cert-msc51-cpp): the same texts every time.
+    std::mt19937 random(4711); // NOLINT(cert-msc51-cpp): a fixed seed, for reproducible texts.
     const std::vector<QString> pieces{u"hello"_s,  u" "_s,  u"\n"_s, u"\n\n"_s,   u"- "_s, u"."_s,
                                       u"you're"_s, u"\t"_s, u">"_s,  u"\u00E4"_s, u"<"_s,  u"`code` x"_s};
     for (int round = 0; round < 2000; ++round) {
-        QString text = u"x"_s; // Nothing that could be a mark stands at the front.
+        QString text = u"x"_s; // So that no mark is at the front.
         for (auto count = random() % 12; count > 0; --count) {
             text += pieces[random() % pieces.size()];
         }
@@ -147,8 +147,8 @@ TEST(OutputSanitizer, isIdempotentOnTextWithoutMarks)
     }
 }
 
-/// It only ever takes away from the ends and, once, a paragraph: what is left stands in the answer as it was.
-TEST(OutputSanitizer, addsNothingAndChangesNothingWithin)
+/// Text is only removed from the ends, and at most one preamble paragraph; the rest is a substring of the answer.
+TEST(OutputSanitizer, resultIsTrimmedSubstringOfAnswer)
 {
     std::mt19937 random(815); // NOLINT(cert-msc51-cpp)
     const std::vector<QString> pieces{

@@ -59,26 +59,26 @@ QFuture<QString> failure()
 
 } // namespace
 
-TEST_F(TextCleanupServiceTest, switchedOffItRemovesTheTriggerAndFormatsLocally)
+TEST_F(TextCleanupServiceTest, disabledRemovesTriggerAndFormatsLocally)
 {
     EXPECT_EQ(cleaned(u"send the file as a list"_s, withoutModel), u"Send the file."_s);
     EXPECT_THAT(model->requests(), IsEmpty());
 }
 
-TEST_F(TextCleanupServiceTest, aTranscriptOfOnlyCommandsComesBackAsItIs)
+TEST_F(TextCleanupServiceTest, transcriptOfOnlyCommandsIsReturnedUnchanged)
 {
     EXPECT_EQ(cleaned(u"new line"_s), u"new line"_s);
     EXPECT_EQ(cleaned(u"new line new paragraph"_s), u"new line new paragraph"_s);
     EXPECT_THAT(model->requests(), IsEmpty());
 }
 
-TEST_F(TextCleanupServiceTest, formatsEverySegmentAndKeepsTheOrder)
+TEST_F(TextCleanupServiceTest, formatsEachSegmentInOrder)
 {
     EXPECT_EQ(cleaned(u"hello new paragraph world"_s, withoutModel), u"Hello.\n\nWorld."_s);
     EXPECT_EQ(cleaned(u"one new line two new line three"_s, withoutModel), u"One.\nTwo.\nThree."_s);
 }
 
-TEST_F(TextCleanupServiceTest, aSegmentThatIsOnlyATriggerOrSpacesIsEmptyWithoutACall)
+TEST_F(TextCleanupServiceTest, triggerOnlySegmentIsEmptyWithoutModelCall)
 {
     EXPECT_EQ(cleanedSegment(u"as a list"_s), QString());
     EXPECT_EQ(cleanedSegment(u"   "_s), QString());
@@ -87,10 +87,10 @@ TEST_F(TextCleanupServiceTest, aSegmentThatIsOnlyATriggerOrSpacesIsEmptyWithoutA
     EXPECT_EQ(cleaned(u"one new line as a list new line two"_s, withoutModel), u"One.\n\nTwo."_s);
 }
 
-TEST_F(TextCleanupServiceTest, asksTheModelAndTakesItsAnswerAsItIs)
+TEST_F(TextCleanupServiceTest, usesModelAnswerUnchanged)
 {
     model->onRequest = [](const auto &) { return ready(u"hello, World"_s); };
-    EXPECT_EQ(cleaned(u"um hello world"_s), u"hello, World"_s) << "a model's answer is not formatted once more";
+    EXPECT_EQ(cleaned(u"um hello world"_s), u"hello, World"_s) << "a model's answer is not formatted again";
     const auto requests = model->requests();
     ASSERT_THAT(requests, SizeIs(1));
     EXPECT_EQ(requests[0].prompt, u"<transcript>um hello world</transcript>"_s);
@@ -100,16 +100,16 @@ TEST_F(TextCleanupServiceTest, asksTheModelAndTakesItsAnswerAsItIs)
     EXPECT_NE(requests[0].thread, QThread::currentThread());
 }
 
-TEST_F(TextCleanupServiceTest, everySettingReachesTheInstructions)
+TEST_F(TextCleanupServiceTest, everySettingReachesInstructions)
 {
     cleaned(u"hello as bullet points"_s, {true, true, TextTone::Polite, {u"Talmo"_s}});
     const auto requests = model->requests();
     ASSERT_THAT(requests, SizeIs(1));
     EXPECT_EQ(requests[0].instructions, buildInstructions({u"Talmo"_s}, true, true, TextTone::Polite));
-    EXPECT_EQ(requests[0].prompt, u"<transcript>hello</transcript>"_s) << "without the request for bullets";
+    EXPECT_EQ(requests[0].prompt, u"<transcript>hello</transcript>"_s) << "without the bullet request";
 }
 
-TEST_F(TextCleanupServiceTest, anAnswerIsSanitised)
+TEST_F(TextCleanupServiceTest, sanitisesAnswer)
 {
     for (const auto &answer : {u"-> Hello."_s, u"Sure, here you go:\n\nHello."_s, u"<transcript>Hello.</transcript>"_s,
                                u"```\nHello.\n```"_s, u"\"Hello.\""_s, u"\n Hello. \n"_s}) {
@@ -118,7 +118,7 @@ TEST_F(TextCleanupServiceTest, anAnswerIsSanitised)
     }
 }
 
-TEST_F(TextCleanupServiceTest, anAnswerOfNothingFallsBack)
+TEST_F(TextCleanupServiceTest, emptyAnswerFallsBackToLocalText)
 {
     for (const auto &answer : {u""_s, u" \n"_s, u"\"\""_s, u"```"_s, u"<transcript></transcript>"_s}) {
         model->onRequest = [answer](const auto &) { return ready(QString(answer)); };
@@ -126,35 +126,35 @@ TEST_F(TextCleanupServiceTest, anAnswerOfNothingFallsBack)
     }
 }
 
-TEST_F(TextCleanupServiceTest, noAnswerIsTooLongOrTooStrange)
+TEST_F(TextCleanupServiceTest, acceptsAnswersOfAnyLengthAndContent)
 {
     const QString strange = QString(5000, u'x') + u" 42"_s;
     model->onRequest = [strange](const auto &) { return ready(QString(strange)); };
     EXPECT_EQ(cleaned(u"hello"_s), strange);
 }
 
-TEST_F(TextCleanupServiceTest, everyFailureFallsBackInSilence)
+TEST_F(TextCleanupServiceTest, everyFailureFallsBackSilently)
 {
     const RecordingLog log;
     model->onRequest = [](const auto &) { return failure(); };
     EXPECT_EQ(cleaned(u"hello new line world"_s), u"Hello.\nWorld."_s);
     model->onRequest = [](const auto &) -> QFuture<QString> { throw std::runtime_error("broken"); };
     EXPECT_EQ(cleaned(u"hello"_s), u"Hello."_s);
-    model->onRequest = [](const auto &) { return Completion<QString>::make()->future(); }; // Dropped unfinished.
+    model->onRequest = [](const auto &) { return Completion<QString>::make()->future(); }; // Destroyed unfinished.
     EXPECT_EQ(cleaned(u"hello"_s), u"Hello."_s);
     EXPECT_THAT(log.lines(), IsEmpty());
 }
 
-TEST_F(TextCleanupServiceTest, anUnavailableModelIsNotAsked)
+TEST_F(TextCleanupServiceTest, doesNotCallUnavailableModel)
 {
     model->reason = UnavailableReason::ModelNotReady;
     EXPECT_EQ(cleaned(u"hello as a list"_s), u"Hello."_s);
     EXPECT_THAT(model->requests(), IsEmpty());
 }
 
-TEST_F(TextCleanupServiceTest, segmentsAreCleanedAtTheSameTimeAndJoinedInOrder)
+TEST_F(TextCleanupServiceTest, cleansSegmentsConcurrentlyAndJoinsInOrder)
 {
-    // No request is answered before the last one was made, and then in the wrong order.
+    // All requests are made before the first is answered, and they are answered out of order.
     std::map<QString, std::shared_ptr<Completion<QString>>> waiting;
     model->onRequest = [&waiting](const ScriptedLanguageModel::Request &request) {
         auto completion = Completion<QString>::make();
@@ -171,11 +171,11 @@ TEST_F(TextCleanupServiceTest, segmentsAreCleanedAtTheSameTimeAndJoinedInOrder)
     const auto requests = model->requests();
     ASSERT_THAT(requests, SizeIs(3));
     for (std::size_t index = 0; index < requests.size(); ++index) {
-        EXPECT_EQ(requests[index].session, int(index) + 1) << "a session of its own for each";
+        EXPECT_EQ(requests[index].session, int(index) + 1) << "one session each";
     }
 }
 
-TEST_F(TextCleanupServiceTest, oneFailedSegmentDoesNotTouchTheOthers)
+TEST_F(TextCleanupServiceTest, failedSegmentDoesNotAffectOthers)
 {
     model->onRequest = [](const ScriptedLanguageModel::Request &request) {
         return request.prompt.contains(u"two"_s) ? failure() : ready(u"-> Edited."_s);
@@ -183,7 +183,7 @@ TEST_F(TextCleanupServiceTest, oneFailedSegmentDoesNotTouchTheOthers)
     EXPECT_EQ(cleaned(u"one new line two new line three"_s), u"Edited.\nTwo.\nEdited."_s);
 }
 
-TEST_F(TextCleanupServiceTest, everyDictationHasAFreshSession)
+TEST_F(TextCleanupServiceTest, eachDictationUsesNewSession)
 {
     cleaned(u"one"_s);
     cleaned(u"one"_s);
@@ -192,7 +192,7 @@ TEST_F(TextCleanupServiceTest, everyDictationHasAFreshSession)
     EXPECT_NE(requests[0].session, requests[1].session);
 }
 
-TEST_F(TextCleanupServiceTest, theResponseLimitCountsCharactersAsReadersDo)
+TEST_F(TextCleanupServiceTest, responseLimitCountsGraphemeClusters)
 {
     EXPECT_EQ(responseLimit(0), 64);
     EXPECT_EQ(responseLimit(100), 64);
@@ -201,12 +201,12 @@ TEST_F(TextCleanupServiceTest, theResponseLimitCountsCharactersAsReadersDo)
     EXPECT_EQ(responseLimit(129), 64);
     EXPECT_EQ(responseLimit(130), 65);
     EXPECT_EQ(responseLimit(300), 150);
-    // 300 characters of four code points each, and a trigger that does not count.
+    // 300 grapheme clusters of several code points each, and a trigger, which does not count.
     cleaned(u"\U0001F469\u200D\U0001F52C"_s.repeated(300) + u" as a list"_s);
     EXPECT_EQ(model->requests().at(0).options.maximumResponseTokens, 150);
 }
 
-TEST_F(TextCleanupServiceTest, saysWhyThereIsNoModel)
+TEST_F(TextCleanupServiceTest, reportsWhyModelIsUnavailable)
 {
     EXPECT_FALSE(service.unavailabilityMessage());
     const std::map<UnavailableReason, QString> messages{

@@ -24,7 +24,7 @@ using namespace std::chrono_literals;
 
 struct FakeSubject {
     FakeAudioEngine engine;
-    /// A microphone captures all the time; the fake one when it is told.
+    /// A real microphone captures continuously, the fake one on demand.
     void captureSome() { engine.capture(silence(engine.format, 2048)); }
 };
 
@@ -57,7 +57,7 @@ protected:
     }
     bool waitForFrames(quint32 count)
     {
-        // Frames come on the capture thread, which wakes no loop of ours: look again after a while.
+        // Frames arrive on the capture thread, which does not wake this loop, so poll.
         for (int look = 0; look < 1000 && frames < count; ++look) {
             subject.captureSome();
             testbed::passTime(10ms);
@@ -81,7 +81,7 @@ TYPED_TEST(AudioEngineContract, hasAFormat)
     EXPECT_GT(format.channelCount, 0U);
 }
 
-TYPED_TEST(AudioEngineContract, handsOnBuffersOfTheSizeAskedFor)
+TYPED_TEST(AudioEngineContract, deliversBuffersOfRequestedSize)
 {
     this->start();
     EXPECT_TRUE(this->waitForFrames(10000));
@@ -89,7 +89,7 @@ TYPED_TEST(AudioEngineContract, handsOnBuffersOfTheSizeAskedFor)
     EXPECT_EQ(this->longest, 2048U);
 }
 
-TYPED_TEST(AudioEngineContract, noHandlerRunsOnceTheTapIsRemoved)
+TYPED_TEST(AudioEngineContract, callsNoHandlerAfterTapIsRemoved)
 {
     this->start();
     EXPECT_TRUE(this->waitForFrames(1));
@@ -111,7 +111,7 @@ TYPED_TEST(AudioEngineContract, canBeStartedAgain)
     }
 }
 
-TYPED_TEST(AudioEngineContract, removingWithoutATapIsHarmless)
+TYPED_TEST(AudioEngineContract, removingMissingTapIsHarmless)
 {
     this->subject.engine.removeTap();
     this->subject.engine.stop();
@@ -135,7 +135,7 @@ protected:
 
 } // namespace
 
-TEST_F(PulseAudioEngineTest, stopIsShortAndDeliversTheLastWordWithSilenceBehindIt)
+TEST_F(PulseAudioEngineTest, stopIsQuickAndPadsLastWordWithSilence)
 {
     std::atomic<int> buffers = 0;
     std::atomic<quint32> lastLength = 0;
@@ -154,10 +154,10 @@ TEST_F(PulseAudioEngineTest, stopIsShortAndDeliversTheLastWordWithSilenceBehindI
     subject->engine.stop();
     EXPECT_GE(buffers, 3);
     EXPECT_EQ(lastLength, 480U); // Ten milliseconds of silence.
-    EXPECT_LT(took, 500ms);      // The bound of 30 ms is benchmarked; here only that nothing hangs.
+    EXPECT_LT(took, 500ms);      // The benchmark checks the 30 ms limit; this only checks that nothing hangs.
 }
 
-TEST_F(PulseAudioEngineTest, withoutAMicrophoneSaysSoAndTheNextStartWorks)
+TEST_F(PulseAudioEngineTest, reportsMissingMicrophoneAndRecovers)
 {
     auto engine = std::make_shared<PulseAudioEngine>();
     AudioRecorder recorder(engine);
@@ -168,7 +168,7 @@ TEST_F(PulseAudioEngineTest, withoutAMicrophoneSaysSoAndTheNextStartWorks)
     recorder.stop();
 }
 
-TEST_F(PulseAudioEngineTest, withoutAServerSaysSoAndTheNextStartWorks)
+TEST_F(PulseAudioEngineTest, reportsMissingServerAndRecovers)
 {
     auto engine = std::make_shared<PulseAudioEngine>();
     AudioRecorder recorder(engine);
@@ -179,7 +179,7 @@ TEST_F(PulseAudioEngineTest, withoutAServerSaysSoAndTheNextStartWorks)
     recorder.stop();
 }
 
-TEST_F(PulseAudioEngineTest, aServerThatDiesInMidRecordingIsLeftAndTheNextStartConnectsAnew)
+TEST_F(PulseAudioEngineTest, reconnectsAfterServerDiesWhileRecording)
 {
     auto engine = std::make_shared<PulseAudioEngine>();
     AudioRecorder recorder(engine);
@@ -192,7 +192,7 @@ TEST_F(PulseAudioEngineTest, aServerThatDiesInMidRecordingIsLeftAndTheNextStartC
     recorder.stop();
 }
 
-TEST_F(PulseAudioEngineTest, aServerThatStopsAnsweringDoesNotHang)
+TEST_F(PulseAudioEngineTest, unresponsiveServerDoesNotHang)
 {
     auto engine = std::make_shared<PulseAudioEngine>();
     AudioRecorder recorder(engine);
@@ -205,7 +205,7 @@ TEST_F(PulseAudioEngineTest, aServerThatStopsAnsweringDoesNotHang)
     recorder.stop();
 }
 
-TEST_F(PulseAudioEngineTest, aServerThatRefusesDeniesTheMicrophoneUntilItLetsTalmoIn)
+TEST_F(PulseAudioEngineTest, refusingServerDeniesMicrophoneUntilItAccepts)
 {
     QFile secret(subject->folder.filePath(u"wrong-secret"_s));
     ASSERT_TRUE(secret.open(QFile::WriteOnly));
@@ -220,7 +220,7 @@ TEST_F(PulseAudioEngineTest, aServerThatRefusesDeniesTheMicrophoneUntilItLetsTal
 
     qputenv("PULSE_SERVER", subject->sound.listenToStrangers().toUtf8());
     qputenv("PULSE_COOKIE", secret.fileName().toUtf8());
-    EXPECT_EQ(authorization.microphoneStatus(), 3) << "nobody has refused anything yet";
+    EXPECT_EQ(authorization.microphoneStatus(), 3) << "nothing has been refused yet";
     EXPECT_EQ(startError(recorder), u"No microphone input is available."_s);
     EXPECT_EQ(authorization.microphoneStatus(), 2);
     EXPECT_FALSE(LinuxAuthorizationSource(authorization).requestMicrophoneAccess().result());
@@ -236,7 +236,7 @@ TEST_F(PulseAudioEngineTest, aServerThatRefusesDeniesTheMicrophoneUntilItLetsTal
     recorder.stop();
 }
 
-TEST_F(PulseAudioEngineTest, aServerThatIsNotThereDeniesNothing)
+TEST_F(PulseAudioEngineTest, missingServerDoesNotDenyMicrophone)
 {
     const auto engine = std::make_shared<PulseAudioEngine>();
     subject->sound.killServer();
@@ -245,7 +245,7 @@ TEST_F(PulseAudioEngineTest, aServerThatIsNotThereDeniesNothing)
     EXPECT_FALSE(engine->isAccessRefused());
 }
 
-TEST_F(PulseAudioEngineTest, aStreamMadeAheadIsUsedOrLetGo)
+TEST_F(PulseAudioEngineTest, preparedStreamIsUsedOrReleased)
 {
     auto engine = std::make_shared<PulseAudioEngine>();
     AudioRecorder recorder(engine);

@@ -65,7 +65,7 @@ TYPED_TEST_SUITE(EventMonitorContract, Subjects);
 
 } // namespace
 
-TYPED_TEST(EventMonitorContract, seesPressAndReleaseForOtherApplications)
+TYPED_TEST(EventMonitorContract, seesPressAndReleaseInOtherApplications)
 {
     this->addBoth();
     ASSERT_TRUE(this->global && this->local);
@@ -77,7 +77,7 @@ TYPED_TEST(EventMonitorContract, seesPressAndReleaseForOtherApplications)
     EXPECT_THAT(this->localEvents, IsEmpty());
 }
 
-TYPED_TEST(EventMonitorContract, anEventReachesTheLocalMonitorWhenTheApplicationIsActive)
+TYPED_TEST(EventMonitorContract, localMonitorSeesEventsWhenApplicationIsActive)
 {
     this->addBoth();
     this->subject.setActive(true);
@@ -89,7 +89,7 @@ TYPED_TEST(EventMonitorContract, anEventReachesTheLocalMonitorWhenTheApplication
     EXPECT_THAT(this->globalEvents, IsEmpty());
 }
 
-TYPED_TEST(EventMonitorContract, aMonitorWhoseTokenWentHearsNothing)
+TYPED_TEST(EventMonitorContract, monitorReceivesNothingAfterTokenIsReleased)
 {
     this->addBoth();
     this->global.reset();
@@ -115,7 +115,7 @@ protected:
             events.push_back(event.modifierFlags & fn);
         });
     }
-    /// Presses and releases the stand-in after all that came before, and waits for it: then everything has been seen.
+    /// Presses and releases the stand-in key and waits for both events: all earlier events have then arrived.
     void flush()
     {
         const auto before = events.size();
@@ -131,7 +131,7 @@ protected:
 
 } // namespace
 
-TEST_F(XInput2EventMonitorTest, seesTheKeyUnderAnotherProgramsPassiveGrab)
+TEST_F(XInput2EventMonitorTest, seesKeyUnderAnotherProgramsPassiveGrab)
 {
     XConnection other;
     for (int code = 8; code < 256; ++code) {
@@ -147,7 +147,7 @@ TEST_F(XInput2EventMonitorTest, seesTheKeyUnderAnotherProgramsPassiveGrab)
     EXPECT_THAT(events, ElementsAre(fn, 0U));
 }
 
-TEST_F(XInput2EventMonitorTest, takesNoKeyFromAnybody)
+TEST_F(XInput2EventMonitorTest, doesNotConsumeKeys)
 {
     XConnection other;
     const xcb_window_t window = xcb_generate_id(other.get());
@@ -182,7 +182,7 @@ TEST_F(XInput2EventMonitorTest, takesNoKeyFromAnybody)
     EXPECT_THAT(events, ElementsAre(fn, 0U));
 }
 
-TEST_F(XInput2EventMonitorTest, rightCtrlUsedAsAModifierIsTakenBackAtOnce)
+TEST_F(XInput2EventMonitorTest, retractsRightCtrlUsedAsModifierImmediately)
 {
     subject.press();
     subject.keyboard.tap('c');
@@ -191,15 +191,16 @@ TEST_F(XInput2EventMonitorTest, rightCtrlUsedAsAModifierIsTakenBackAtOnce)
     EXPECT_THAT(events, ElementsAre(fn, 0U));
 }
 
-TEST_F(XInput2EventMonitorTest, ignoresTheKeysThatTalmoItselfPosts)
+TEST_F(XInput2EventMonitorTest, ignoresKeysPostedByTalmo)
 {
-    // The stand-in's own key code stands for any: expected once each, it is not reported.
+    // Uses the stand-in's own key code: expected once for press and release, it is not reported.
     const auto layoutKey = std::uint8_t(105);
     subject.postedKeys->expect(layoutKey, true);
     subject.postedKeys->expect(layoutKey, false);
     subject.press();
     subject.release();
-    testbed::passTime(std::chrono::milliseconds(20)); // A release and a press at once would be taken for auto-repeat.
+    testbed::passTime(
+        std::chrono::milliseconds(20)); // A release followed at once by a press would count as auto-repeat.
     flush();
     EXPECT_THAT(events, ElementsAre(fn, 0U));
 }

@@ -52,12 +52,12 @@ TYPED_TEST_SUITE(PasteboardContract, Subjects);
 
 } // namespace
 
-TYPED_TEST(PasteboardContract, isEmptyWithoutAnything)
+TYPED_TEST(PasteboardContract, isEmptyInitially)
 {
     EXPECT_TRUE(this->items().isEmpty());
 }
 
-TYPED_TEST(PasteboardContract, givesBackTheString)
+TYPED_TEST(PasteboardContract, returnsTheString)
 {
     this->pasteboard().clearContents();
     this->pasteboard().setString(u"héllo – \U0001F600\nworld"_s);
@@ -71,7 +71,7 @@ TYPED_TEST(PasteboardContract, clearingLeavesNothing)
     EXPECT_TRUE(this->items().isEmpty());
 }
 
-TYPED_TEST(PasteboardContract, givesBackItemsByteForByteInOrder)
+TYPED_TEST(PasteboardContract, returnsItemsByteForByteInOrder)
 {
     QByteArray large(3 << 20, '\0');
     for (qsizetype index = 0; index < large.size(); ++index) {
@@ -87,7 +87,7 @@ TYPED_TEST(PasteboardContract, givesBackItemsByteForByteInOrder)
     EXPECT_EQ(this->items(), items);
 }
 
-TYPED_TEST(PasteboardContract, carriesOutItsCallsInOrder)
+TYPED_TEST(PasteboardContract, executesCallsInOrder)
 {
     this->pasteboard().setString(u"one"_s);
     const auto first = this->pasteboard().items();
@@ -98,7 +98,7 @@ TYPED_TEST(PasteboardContract, carriesOutItsCallsInOrder)
     EXPECT_EQ(this->textOf(second.result()), "two");
 }
 
-TYPED_TEST(PasteboardContract, aPasteThatWasCutShortKeepsTheText)
+TYPED_TEST(PasteboardContract, interruptedPasteKeepsText)
 {
     this->pasteboard().beginPaste();
     this->items();

@@ -27,7 +27,7 @@ struct PocketSphinxSubject {
     EngineSpeechPlatform &platform = *made;
 };
 
-/// A spoken text in the recogniser's own format: flite's voices speak at 16 kHz.
+/// Speech in the recogniser's format: flite's voices are sampled at 16 kHz.
 QByteArray spokenSamples(const QString &text)
 {
     const QTemporaryDir folder;
@@ -97,7 +97,7 @@ TYPED_TEST(SpeechPlatformContract, isAvailableAndInstalled)
     EXPECT_EQ(status.result(), AssetStatus::Installed);
 }
 
-TYPED_TEST(SpeechPlatformContract, wordsSpokenBeforeItReadsAreKeptAndTheEndBringsTheFinalResult)
+TYPED_TEST(SpeechPlatformContract, keepsEarlyAudioAndPublishesFinalResultAtEnd)
 {
     this->speak(spokenSamples(u"hello world"_s));
     const auto started = this->analyzer->start(this->input, {});
@@ -109,7 +109,7 @@ TYPED_TEST(SpeechPlatformContract, wordsSpokenBeforeItReadsAreKeptAndTheEndBring
     EXPECT_EQ(results.back(), (SpeechResult{u"hello world"_s, true}));
 }
 
-TYPED_TEST(SpeechPlatformContract, cancellingEndsTheResultsWithoutAnotherOne)
+TYPED_TEST(SpeechPlatformContract, cancellingEndsResultsWithoutAnother)
 {
     const auto started = this->analyzer->start(this->input, {});
     this->speak(spokenSamples(u"hello"_s).left(1366));
@@ -119,13 +119,13 @@ TYPED_TEST(SpeechPlatformContract, cancellingEndsTheResultsWithoutAnotherOne)
     EXPECT_TRUE(this->allResults().empty());
 }
 
-TYPED_TEST(SpeechPlatformContract, freeingTheAnalyzerEndsTheResults)
+TYPED_TEST(SpeechPlatformContract, destroyingAnalyzerEndsResults)
 {
     this->analyzer.reset();
     EXPECT_TRUE(this->allResults().empty());
 }
 
-TYPED_TEST(SpeechPlatformContract, startEndsWhenTheLastContinuationGoes)
+TYPED_TEST(SpeechPlatformContract, startEndsWhenLastContinuationIsDestroyed)
 {
     const auto started = this->analyzer->start(this->input, {});
     this->continuation.reset();
@@ -139,7 +139,7 @@ using PocketSphinxTest = SpeechPlatformContract<PocketSphinxSubject>;
 
 } // namespace
 
-TEST_F(PocketSphinxTest, showsWordsWhileTheyAreSpokenAndSettlesThemAtAPause)
+TEST_F(PocketSphinxTest, showsVolatileWordsAndFinalisesAtPause)
 {
     const auto started = analyzer->start(input, {});
     speak(spokenSamples(u"hello world"_s) + QByteArray(32000, '\0') + spokenSamples(u"thank you very much"_s));
@@ -158,7 +158,7 @@ TEST_F(PocketSphinxTest, showsWordsWhileTheyAreSpokenAndSettlesThemAtAPause)
     EXPECT_THAT(finals, testing::ElementsAre(u"hello world"_s, u"thank you very much"_s));
 }
 
-TEST_F(PocketSphinxTest, silenceGivesNoWords)
+TEST_F(PocketSphinxTest, silenceYieldsNoWords)
 {
     const auto started = analyzer->start(input, {});
     speak(QByteArray(160000, '\0'));
@@ -167,10 +167,10 @@ TEST_F(PocketSphinxTest, silenceGivesNoWords)
     EXPECT_TRUE(allResults().empty());
 }
 
-TEST_F(PocketSphinxTest, aCancelledRecordingLeavesTheDecoderFitForTheNext)
+TEST_F(PocketSphinxTest, decoderIsReusableAfterCancelledRecording)
 {
     const auto started = analyzer->start(input, {});
-    // Long enough for a microphone that is not known to be learnt, so that there is something to cancel.
+    // Long enough to calibrate an unknown microphone, so that there is something to cancel.
     speak(spokenSamples(u"something else entirely that goes on and on for a while"_s));
     ASSERT_TRUE(waitFor(transcriber->results().next()));
     ASSERT_TRUE(waitFor(analyzer->cancelAndFinishNow()));

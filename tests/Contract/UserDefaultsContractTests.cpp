@@ -15,7 +15,7 @@ namespace {
 
 struct MemorySubject {
     std::shared_ptr<UserDefaults> defaults = std::make_shared<MemoryUserDefaults>();
-    void startAgain() {} // What is stored is seen at once, so there is nothing to read anew.
+    void startAgain() {} // Stored values are visible immediately, so there is nothing to reload.
 };
 
 struct JsonSubject {
@@ -46,14 +46,14 @@ TYPED_TEST_SUITE(UserDefaultsContract, Subjects);
 
 } // namespace
 
-TYPED_TEST(UserDefaultsContract, missingValuesAreNone)
+TYPED_TEST(UserDefaultsContract, missingValuesAreNullopt)
 {
     EXPECT_FALSE(this->defaults().boolean(u"talmo.a"_s));
     EXPECT_FALSE(this->defaults().string(u"talmo.a"_s));
     EXPECT_FALSE(this->defaults().stringArray(u"talmo.a"_s));
 }
 
-TYPED_TEST(UserDefaultsContract, keepsWhatIsSetForTheNextRun)
+TYPED_TEST(UserDefaultsContract, persistsValuesAcrossRuns)
 {
     const QStringList words{u"Caf\u00E9"_s, u"Cafe\u0301"_s, u"a\"b\\c\n"_s, QString()};
     this->defaults().set(u"talmo.flag"_s, true);
@@ -69,7 +69,7 @@ TYPED_TEST(UserDefaultsContract, keepsWhatIsSetForTheNextRun)
     }
 }
 
-TYPED_TEST(UserDefaultsContract, aValueOfAnotherTypeCountsAsMissing)
+TYPED_TEST(UserDefaultsContract, valueOfWrongTypeCountsAsMissing)
 {
     this->defaults().set(u"talmo.text"_s, u"true"_s);
     this->defaults().set(u"talmo.flag"_s, true);
@@ -78,17 +78,17 @@ TYPED_TEST(UserDefaultsContract, aValueOfAnotherTypeCountsAsMissing)
     EXPECT_FALSE(this->defaults().string(u"talmo.flag"_s));
 }
 
-TYPED_TEST(UserDefaultsContract, registeredDefaultsLieBelowWhatIsStoredAndAreNotStored)
+TYPED_TEST(UserDefaultsContract, storedValuesOverrideRegisteredDefaultsWhichAreNotStored)
 {
     this->defaults().registerDefault(u"talmo.name"_s, u"Right Ctrl"_s);
     EXPECT_EQ(this->defaults().string(u"talmo.name"_s), u"Right Ctrl"_s);
     this->defaults().set(u"talmo.name"_s, u"F13"_s);
     EXPECT_EQ(this->defaults().string(u"talmo.name"_s), u"F13"_s);
     this->defaults().set(u"talmo.name"_s, false);
-    EXPECT_EQ(this->defaults().string(u"talmo.name"_s), u"Right Ctrl"_s) << "one of another type hides nothing";
+    EXPECT_EQ(this->defaults().string(u"talmo.name"_s), u"Right Ctrl"_s) << "a value of another type does not hide it";
 }
 
-TYPED_TEST(UserDefaultsContract, theLastValueStays)
+TYPED_TEST(UserDefaultsContract, lastValueWins)
 {
     for (const bool value : {true, false, false, true}) {
         this->defaults().set(u"talmo.flag"_s, value);

@@ -2,6 +2,7 @@
 
 #include "Base/Task.h"
 #include "Control/ControlSocket.h"
+#include "Control/LocalSockets.h"
 #include "Platform/Linux/System/FileDescriptor.h"
 #include "Support/AnotherUser.h"
 #include "Support/ManualClock.h"
@@ -26,21 +27,6 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-
-sockaddr_un addressOf(const QString &path)
-{
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    const QByteArray name = QFile::encodeName(path);
-    EXPECT_LT(static_cast<std::size_t>(name.size()), sizeof(address.sun_path));
-    std::copy(name.begin(), name.end(), address.sun_path);
-    return address;
-}
-
-FileDescriptor makeSocket()
-{
-    return FileDescriptor(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-}
 
 class ControlServerTest : public testing::Test {
 protected:
@@ -75,7 +61,7 @@ protected:
         socket->connectToServer(path);
         return socket;
     }
-    /// Everything that the server says until it hangs up.
+    /// Everything the server sends until it disconnects.
     static QByteArray answerOf(QLocalSocket &socket)
     {
         QByteArray answer;
@@ -110,12 +96,12 @@ TEST_F(ControlServerTest, answersOneRequestPerConnection)
     EXPECT_EQ(clock->sleeperCount(), 0U);
 }
 
-TEST_F(ControlServerTest, choiceThatCannotBeSavedIsAnError)
+TEST_F(ControlServerTest, unsavableChoiceIsAnError)
 {
     EXPECT_THAT(answerTo(ControlSocket::recogniserRequest(u"toy"_s)).toStdString(), HasSubstr("could not be saved"));
 }
 
-TEST_F(ControlServerTest, programOfAnotherUserIsTurnedAwayUnheard)
+TEST_F(ControlServerTest, rejectsOtherUsersProgramUnread)
 {
     if (!AnotherUser::isPossible()) {
         GTEST_SKIP() << "only root can act as another user";
@@ -146,7 +132,7 @@ TEST_F(ControlServerTest, overlongRequestIsRefused)
     EXPECT_EQ(clock->sleeperCount(), 0U);
 }
 
-TEST_F(ControlServerTest, clientThatSendsNoWholeRequestIsHungUpOn)
+TEST_F(ControlServerTest, disconnectsClientWithIncompleteRequest)
 {
     const auto socket = connected();
     socket->write("{\"command\"");
@@ -157,7 +143,7 @@ TEST_F(ControlServerTest, clientThatSendsNoWholeRequestIsHungUpOn)
     EXPECT_THAT(answerOf(*socket).toStdString(), HasSubstr("too long to arrive"));
 }
 
-TEST_F(ControlServerTest, clientWaitingForItsInsertionIsNotHungUpOn)
+TEST_F(ControlServerTest, keepsClientWaitingForItsInsertion)
 {
     insertion = Completion<void>::make();
     const auto socket = connected();
@@ -169,7 +155,7 @@ TEST_F(ControlServerTest, clientWaitingForItsInsertionIsNotHungUpOn)
     EXPECT_EQ(answerOf(*socket), ControlSocket::answer(std::nullopt));
 }
 
-TEST_F(ControlServerTest, oneClientTooManyIsSentAway)
+TEST_F(ControlServerTest, rejectsClientBeyondTheLimit)
 {
     std::vector<std::unique_ptr<QLocalSocket>> idle;
     constexpr std::size_t mostClients = 32;
@@ -182,30 +168,6 @@ TEST_F(ControlServerTest, oneClientTooManyIsSentAway)
     idle.clear();
     ASSERT_TRUE(waitFor([this] { return clock->sleeperCount() == 0; }));
     EXPECT_EQ(answerTo(ControlSocket::insertRequest(u"hello"_s)), ControlSocket::answer(std::nullopt));
-}
-
-TEST(ControlSocket, nothingIsSentToAnotherUsersListener)
-{
-    if (!AnotherUser::isPossible()) {
-        GTEST_SKIP() << "only root can act as another user";
-    }
-    const QTemporaryDir folder;
-    const QByteArray before = qgetenv("XDG_RUNTIME_DIR");
-    qputenv("XDG_RUNTIME_DIR", folder.path().toUtf8());
-    RecordingLog log;
-    const FileDescriptor listener = makeSocket();
-    const auto address = addressOf(ControlSocket::path());
-    ASSERT_EQ(::bind(listener.get(), reinterpret_cast<const sockaddr *>(&address), sizeof(address)), 0);
-    {
-        const AnotherUser user;
-        ASSERT_EQ(::listen(listener.get(), 1), 0);
-    }
-    EXPECT_EQ(ControlSocket::exchange(ControlSocket::settingsRequest(), 1000, 1000), std::nullopt);
-    const FileDescriptor accepted(::accept(listener.get(), nullptr, nullptr));
-    char byte = 0;
-    EXPECT_EQ(::recv(accepted.get(), &byte, 1, 0), 0) << "nothing but the end of the connection";
-    EXPECT_THAT(log.lines(), Contains(testing::Property(&QString::toStdString, HasSubstr("another user"))));
-    qputenv("XDG_RUNTIME_DIR", before);
 }
 
 } // namespace talmo::test

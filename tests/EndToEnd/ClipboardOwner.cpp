@@ -1,5 +1,5 @@
-// Another program's clipboard: text, HTML and a large image, offered by Qt's own implementation. Says "owned" once it
-// has it; the image's bytes go to the file given, to compare with.
+// Another program's clipboard: text, HTML and a large image, offered by Qt. Prints "owned" once it owns the clipboard;
+// writes the image's bytes to the given file, for comparison.
 
 #include <QBuffer>
 #include <QClipboard>
@@ -13,7 +13,7 @@
 int main(int argc, char **argv)
 {
     QGuiApplication application(argc, argv);
-    // Random enough that PNG cannot make it small.
+    // Random, so that PNG cannot compress it.
     QByteArray noise(2 << 20, '\0');
     quint32 state = 1;
     for (auto &byte : noise) {

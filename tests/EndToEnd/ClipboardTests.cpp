@@ -1,4 +1,4 @@
-#include "EndToEnd/TalmoRun.h"
+#include "EndToEnd/TalmoFixture.h"
 
 #include "Support/Printing.h"
 
@@ -6,9 +6,9 @@
 
 namespace talmo::test {
 
-using ClipboardRun = TalmoRun;
+using ClipboardEndToEndTest = TalmoFixture;
 
-TEST_F(ClipboardRun, textAndHtmlAndALargeImageAreByteIdenticalAfterwards)
+TEST_F(ClipboardEndToEndTest, restoresTextHtmlAndLargeImageByteForByte)
 {
     const QString image = desktop.folder() + u"/image"_s;
     testbed::ChildProcess owner(QStringLiteral(TALMO_BIN "/talmo-clipboard-owner"), {image}, environment);
@@ -30,7 +30,7 @@ TEST_F(ClipboardRun, textAndHtmlAndALargeImageAreByteIdenticalAfterwards)
     }
 }
 
-TEST_F(ClipboardRun, anEmptyClipboardIsEmptyAfterwards)
+TEST_F(ClipboardEndToEndTest, emptyClipboardStaysEmpty)
 {
     openQtWindow();
     startTalmo();
@@ -40,7 +40,7 @@ TEST_F(ClipboardRun, anEmptyClipboardIsEmptyAfterwards)
     EXPECT_TRUE(testbed::pollUntil([this] { return isClipboardEmpty(); }, patience));
 }
 
-TEST_F(ClipboardRun, aProgramThatIs300msSlowStillGetsTheNewText)
+TEST_F(ClipboardEndToEndTest, program300msSlowGetsNewText)
 {
     openQtWindow(u"300"_s);
     startTalmo();
@@ -50,7 +50,7 @@ TEST_F(ClipboardRun, aProgramThatIs300msSlowStillGetsTheNewText)
     EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
 }
 
-TEST_F(ClipboardRun, quittingRightAfterAPasteGivesTheClipboardBackFirst)
+TEST_F(ClipboardEndToEndTest, quittingAfterPasteRestoresClipboardFirst)
 {
     openQtWindow(u"300"_s);
     startTalmo();

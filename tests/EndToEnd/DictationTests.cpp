@@ -1,6 +1,6 @@
-// Real speech, real recogniser, real windows. Only sentences that the engine reliably gets are asserted word by word.
+// Real speech, recogniser and windows. Only sentences that the engine reliably recognises are asserted word by word.
 
-#include "EndToEnd/TalmoRun.h"
+#include "EndToEnd/TalmoFixture.h"
 
 #include "Support/Printing.h"
 
@@ -10,7 +10,9 @@ namespace talmo::test {
 
 using namespace std::chrono_literals;
 
-TEST_F(TalmoRun, holdingTheKeyDictatesIntoAQtProgram)
+using DictationEndToEndTest = TalmoFixture;
+
+TEST_F(DictationEndToEndTest, holdingKeyDictatesIntoQtProgram)
 {
     openQtWindow();
     startTalmo();
@@ -21,7 +23,7 @@ TEST_F(TalmoRun, holdingTheKeyDictatesIntoAQtProgram)
     EXPECT_EQ(quitTalmo(), 0);
 }
 
-TEST_F(TalmoRun, holdingTheKeyDictatesIntoAGtkProgram)
+TEST_F(DictationEndToEndTest, holdingKeyDictatesIntoGtkProgram)
 {
     openWindow(QStringLiteral(TALMO_BIN "/talmo-gtk-window"));
     startTalmo();
@@ -30,7 +32,7 @@ TEST_F(TalmoRun, holdingTheKeyDictatesIntoAGtkProgram)
     EXPECT_EQ(quitTalmo(), 0);
 }
 
-TEST_F(TalmoRun, holdingTheKeyDictatesIntoXterm)
+TEST_F(DictationEndToEndTest, holdingKeyDictatesIntoXterm)
 {
     const QString file = desktop.folder() + u"/typed"_s;
     QFile(file).open(QFile::WriteOnly);
@@ -49,7 +51,7 @@ TEST_F(TalmoRun, holdingTheKeyDictatesIntoXterm)
     EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
 }
 
-TEST_F(TalmoRun, aDoubleTapDictatesHandsFreeUntilTheNextPress)
+TEST_F(DictationEndToEndTest, doubleTapDictatesHandsFreeUntilNextPress)
 {
     openQtWindow();
     startTalmo();
@@ -62,20 +64,20 @@ TEST_F(TalmoRun, aDoubleTapDictatesHandsFreeUntilTheNextPress)
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
 }
 
-TEST_F(TalmoRun, theTextArrivesWhileRightCtrlIsStillHeld)
+TEST_F(DictationEndToEndTest, insertsTextWhileRightCtrlIsHeld)
 {
     openQtWindow();
     startTalmo();
     doubleTap();
     ASSERT_TRUE(talmoSays(u"state: recording"_s));
     speak(u"thank you very much"_s);
-    keyboard.press(key); // Stops, and stays down until the text is there.
+    keyboard.press(key); // Stops recording; stays down until the text arrives.
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
     EXPECT_TRUE(windowShows(u"Thank you very much."_s));
     keyboard.release(key);
 }
 
-TEST_F(TalmoRun, heldShiftAndSuperDoNotSpoilThePaste)
+TEST_F(DictationEndToEndTest, heldShiftAndSuperDoNotBreakPaste)
 {
     openQtWindow();
     startTalmo();
@@ -90,7 +92,7 @@ TEST_F(TalmoRun, heldShiftAndSuperDoNotSpoilThePaste)
     keyboard.release(testbed::VirtualKeyboard::shiftLeft);
 }
 
-TEST_F(TalmoRun, aKeyboardWithoutALatinLetterPastesToo)
+TEST_F(DictationEndToEndTest, pastesOnKeyboardWithoutLatinLetters)
 {
     testbed::ChildProcess layout(u"setxkbmap"_s, {u"ru"_s}, environment);
     ASSERT_TRUE(testbed::waitUntil([&layout] { return !layout.isRunning(); }, patience));
@@ -100,20 +102,20 @@ TEST_F(TalmoRun, aKeyboardWithoutALatinLetterPastesToo)
     EXPECT_TRUE(windowShows(u"Hello world."_s));
 }
 
-TEST_F(TalmoRun, twoDictationsWithinASecondBothArriveAndTheClipboardIsAsItWas)
+TEST_F(DictationEndToEndTest, twoDictationsWithinASecondArriveAndRestoreClipboard)
 {
     openQtWindow();
     startTalmo();
     copy(u"clipboard before"_s);
     dictate(u"hello world"_s);
     ASSERT_TRUE(talmoSays(u"state: idle"_s));
-    testbed::passTime(310ms); // Just long enough to be no second tap.
+    testbed::passTime(310ms); // Just longer than the double-tap window.
     dictate(u"thank you very much"_s);
     EXPECT_TRUE(windowShows(u"Hello world.Thank you very much."_s));
     EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
 }
 
-TEST_F(TalmoRun, rightCtrlAsAModifierRecordsNothing)
+TEST_F(DictationEndToEndTest, rightCtrlAsModifierRecordsNothing)
 {
     openQtWindow();
     startTalmo();
@@ -123,7 +125,7 @@ TEST_F(TalmoRun, rightCtrlAsAModifierRecordsNothing)
         keyboard.release(key);
         testbed::passTime(50ms);
     }
-    // At once: the press is held back for the moment, and then counts.
+    // Immediately: the press is deferred and then counts.
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(u"Hello world."_s));
     int recordings = 0;
@@ -133,7 +135,7 @@ TEST_F(TalmoRun, rightCtrlAsAModifierRecordsNothing)
     EXPECT_EQ(recordings, 1);
 }
 
-TEST_F(TalmoRun, nothingSpokenIsNoSpeechAndTheNextDictationWorks)
+TEST_F(DictationEndToEndTest, silenceReportsNoSpeechAndNextDictationWorks)
 {
     openQtWindow();
     startTalmo();
@@ -142,7 +144,7 @@ TEST_F(TalmoRun, nothingSpokenIsNoSpeechAndTheNextDictationWorks)
     keyboard.release(key);
     EXPECT_TRUE(talmoSays(u"error: No speech detected."_s));
     EXPECT_TRUE(talmoSays(u"state: error"_s));
-    testbed::passTime(350ms); // The gap that keeps the next press from being a double-tap.
+    testbed::passTime(350ms); // Longer than the double-tap window.
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(u"Hello world."_s));
 }

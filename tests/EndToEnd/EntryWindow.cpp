@@ -1,5 +1,5 @@
-// A GTK window with an ordinary entry and one for a password; the argument "password" or "ordinary" says which has the
-// keyboard. Says on its standard output what they hold, a line per change.
+// A GTK window with an ordinary entry and a password entry; the argument "password" or "ordinary" chooses the focused
+// one. Prints their content, one line per change.
 
 #include <gtk/gtk.h>
 

@@ -1,4 +1,4 @@
-// A GTK text window to dictate into. Says on its standard output what it holds, a line per change.
+// A GTK text window to dictate into. Prints its content, one line per change.
 
 #include <gtk/gtk.h>
 

@@ -1,6 +1,6 @@
-// Nothing is dictated, so nothing happens: no timer, no repaint, no wake-up, in any thread.
+// While idle, no timer, repaint or wake-up occurs in any thread.
 
-#include "EndToEnd/TalmoRun.h"
+#include "EndToEnd/TalmoFixture.h"
 
 #include "DesktopParts.h"
 #include "Support/Printing.h"
@@ -15,12 +15,14 @@ using namespace std::chrono_literals;
 
 namespace {
 
+using IdleEndToEndTest = TalmoFixture;
+
 constexpr auto watched = 30s;
-/// Until what belongs to a dictation is over: the microphone's stream, the clipboard's restore, and the threads with
-/// which Qt draws, which it lets go half a minute after it needed them.
+/// Until everything after a dictation is over: the microphone's stream, the clipboard's restore, and Qt's drawing
+/// threads, which exit after 30 idle seconds.
 constexpr auto aftermath = 35s;
 
-/// What the tracer saw, but for the call in which each thread was waiting when it came.
+/// The system calls traced, without the one in which each thread was blocked when tracing started.
 QStringList callsMade(const QString &file)
 {
     QFile trace(file);
@@ -41,7 +43,7 @@ QStringList callsMade(const QString &file)
 
 } // namespace
 
-TEST_F(TalmoRun, nothingWakesUpWhileNothingIsDictated)
+TEST_F(IdleEndToEndTest, noThreadWakesUpWhileIdle)
 {
     const auto tray = testbed::startTray(environment);
     openQtWindow();
@@ -49,7 +51,7 @@ TEST_F(TalmoRun, nothingWakesUpWhileNothingIsDictated)
     dictate(u"hello world"_s);
     ASSERT_TRUE(windowShows(u"Hello world."_s));
     testbed::VirtualPointer pointer;
-    pointer.clickAt({1024 - 12, 12}); // The panel was open once, too.
+    pointer.clickAt({1024 - 12, 12}); // The panel has been open once, too.
     testbed::passTime(500ms);
     pointer.clickAt({500, 600});
     testbed::passTime(aftermath);
@@ -59,14 +61,14 @@ TEST_F(TalmoRun, nothingWakesUpWhileNothingIsDictated)
         u"strace"_s, {u"-f"_s, u"-tt"_s, u"-o"_s, file, u"-p"_s, QString::number(talmo->processId())}, environment);
     testbed::passTime(1s);
     if (!tracer.isRunning()) {
-        GTEST_SKIP() << "No process may be traced here, so wake-ups were NOT counted:\n" << qPrintable(tracer.output());
+        GTEST_SKIP() << "tracing is not permitted here, so wake-ups were NOT counted:\n" << qPrintable(tracer.output());
     }
     testbed::passTime(watched);
     tracer.terminate();
     const auto calls = callsMade(file);
     EXPECT_TRUE(calls.isEmpty()) << calls.size() << " calls:\n" << qPrintable(calls.mid(0, 40).join(QLatin1Char('\n')));
 
-    // The tracer does see what happens when something does.
+    // Prove that the tracer does record activity.
     testbed::ChildProcess second(u"strace"_s, {u"-f"_s, u"-o"_s, file, u"-p"_s, QString::number(talmo->processId())},
                                  environment);
     ASSERT_TRUE(second.waitForLine(u"attached"_s, patience));

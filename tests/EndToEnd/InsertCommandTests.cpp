@@ -1,6 +1,6 @@
-// talmoctl insert: through the Talmo that runs, and without one.
+// talmoctl insert, with and without a running Talmo.
 
-#include "EndToEnd/TalmoRun.h"
+#include "EndToEnd/TalmoFixture.h"
 
 #include "Support/Printing.h"
 
@@ -14,9 +14,9 @@ namespace talmo::test {
 
 namespace {
 
-class InsertCommandRun : public TalmoRun {
+class InsertCommandEndToEndTest : public TalmoFixture {
 protected:
-    /// Its exit status, once the caller may go on.
+    /// Runs talmoctl insert; returns its exit status.
     int insert(const QByteArray &text, const QStringList &options = {})
     {
         QProcess process;
@@ -36,7 +36,7 @@ protected:
         return environment.value(u"XDG_RUNTIME_DIR"_s) + u"/talmo"_s + environment.value(u"DISPLAY"_s);
     }
 
-    /// The processes that run our talmoctl, by their ids.
+    /// The ids of the processes running our talmoctl.
     static QStringList talmoctlProcesses()
     {
         QStringList found;
@@ -55,20 +55,20 @@ protected:
 
 } // namespace
 
-TEST_F(InsertCommandRun, insertsThroughTheTalmoThatRuns)
+TEST_F(InsertCommandEndToEndTest, insertsThroughRunningTalmo)
 {
     openQtWindow();
     startTalmo();
     copy(u"clipboard before"_s);
     EXPECT_EQ(insert("typed by a script\n"), 0) << output.toStdString();
     EXPECT_TRUE(windowShows(u"typed by a script"_s));
-    EXPECT_EQ(talmoctlProcesses(), QStringList()) << "Talmo is the one that stays";
+    EXPECT_EQ(talmoctlProcesses(), QStringList()) << "only Talmo keeps running";
     EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
     EXPECT_EQ(quitTalmo(), 0);
     EXPECT_FALSE(QFileInfo::exists(socketPath()));
 }
 
-TEST_F(InsertCommandRun, manyAtOnceTakeTurns)
+TEST_F(InsertCommandEndToEndTest, concurrentCommandsTakeTurns)
 {
     openQtWindow();
     startTalmo();
@@ -89,19 +89,19 @@ TEST_F(InsertCommandRun, manyAtOnceTakeTurns)
     EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
 }
 
-TEST_F(InsertCommandRun, withoutTalmoItStaysUntilAnotherProgramTakesTheClipboard)
+TEST_F(InsertCommandEndToEndTest, withoutTalmoStaysUntilClipboardOwnerChanges)
 {
     openQtWindow();
     copy(u"clipboard before"_s);
     EXPECT_EQ(insert("typed by a script\n"), 0) << output.toStdString();
     EXPECT_TRUE(windowShows(u"typed by a script"_s));
     EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
-    EXPECT_EQ(talmoctlProcesses().size(), 1) << "somebody has to own what was there";
+    EXPECT_EQ(talmoctlProcesses().size(), 1) << "the restored content needs an owner";
     copy(u"copied later"_s);
     EXPECT_TRUE(isAlone());
 }
 
-TEST_F(InsertCommandRun, withoutTalmoAnEmptyClipboardNeedsNobody)
+TEST_F(InsertCommandEndToEndTest, withoutTalmoEmptyClipboardLeavesNoProcess)
 {
     openQtWindow();
     EXPECT_EQ(insert("typed by a script"), 0) << output.toStdString();
@@ -110,7 +110,7 @@ TEST_F(InsertCommandRun, withoutTalmoAnEmptyClipboardNeedsNobody)
     EXPECT_TRUE(isClipboardEmpty());
 }
 
-TEST_F(InsertCommandRun, withoutTalmoItEndsWithTheDisplay)
+TEST_F(InsertCommandEndToEndTest, withoutTalmoEndsWithTheDisplay)
 {
     openQtWindow();
     copy(u"clipboard before"_s);
@@ -119,7 +119,7 @@ TEST_F(InsertCommandRun, withoutTalmoItEndsWithTheDisplay)
     EXPECT_TRUE(isAlone());
 }
 
-TEST_F(InsertCommandRun, aSocketThatATalmoLeftBehindIsNoTalmo)
+TEST_F(InsertCommandEndToEndTest, staleSocketCountsAsNoTalmo)
 {
     openQtWindow();
     startTalmo();
@@ -132,7 +132,7 @@ TEST_F(InsertCommandRun, aSocketThatATalmoLeftBehindIsNoTalmo)
     EXPECT_TRUE(windowShows(u"typed by a script and again"_s));
 }
 
-TEST_F(InsertCommandRun, aTalmoThatHangsIsSaidAndNothingIsTypedTwice)
+TEST_F(InsertCommandEndToEndTest, hangingTalmoIsReportedAndNothingIsTypedTwice)
 {
     openQtWindow();
     startTalmo();
@@ -142,7 +142,7 @@ TEST_F(InsertCommandRun, aTalmoThatHangsIsSaidAndNothingIsTypedTwice)
     ::kill(static_cast<pid_t>(talmo->processId()), SIGCONT);
 }
 
-TEST_F(InsertCommandRun, lineEndsAndTextsOfAnyKindArriveAsTheyAre)
+TEST_F(InsertCommandEndToEndTest, insertsLineEndsAndAnyTextUnchanged)
 {
     openQtWindow();
     EXPECT_EQ(insert("one\ntwo\n", {u"--raw"_s}), 0) << output.toStdString();
@@ -152,7 +152,7 @@ TEST_F(InsertCommandRun, lineEndsAndTextsOfAnyKindArriveAsTheyAre)
     EXPECT_TRUE(output.contains("nothing to insert")) << output.toStdString();
 }
 
-TEST_F(InsertCommandRun, whatIsNoRequestIsRefusedAndTheNextOneServed)
+TEST_F(InsertCommandEndToEndTest, refusesMalformedRequestAndServesTheNext)
 {
     openQtWindow();
     startTalmo();
@@ -164,7 +164,7 @@ TEST_F(InsertCommandRun, whatIsNoRequestIsRefusedAndTheNextOneServed)
         ASSERT_TRUE(testbed::waitUntil([&socket] { return socket.canReadLine(); }, patience)) << request.toStdString();
         EXPECT_TRUE(socket.readLine().contains("does not know")) << request.toStdString();
     }
-    QLocalSocket silent; // Says nothing, and is nobody's problem.
+    QLocalSocket silent; // A client that sends nothing must not block others.
     silent.connectToServer(socketPath());
     EXPECT_EQ(insert("typed by a script"), 0) << output.toStdString();
     EXPECT_TRUE(windowShows(u"typed by a script"_s));

@@ -1,6 +1,6 @@
-// Somebody speaks on, quits or logs out while a sentence is not in its window yet: it arrives all the same.
+// The next dictation, quitting and logging out while a sentence is still being processed: it must still arrive.
 
-#include "EndToEnd/TalmoRun.h"
+#include "EndToEnd/TalmoFixture.h"
 
 #include "SpokenText.h"
 #include "Support/Printing.h"
@@ -14,8 +14,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// The model server takes the request and never answers.
-class InterruptionRun : public TalmoRun {
+/// The model server accepts the request and never answers.
+class InterruptionEndToEndTest : public TalmoFixture {
 protected:
     void beEditing()
     {
@@ -26,7 +26,7 @@ protected:
         ASSERT_TRUE(talmo->waitForLine(u"language model: test-model"_s, patience));
         dictate(u"hello world"_s);
         ASSERT_TRUE(server.waitForChats(1));
-        testbed::passTime(350ms); // A press before that would be a second tap.
+        testbed::passTime(350ms); // Longer than the double-tap window.
     }
     int count(const QString &text) const
     {
@@ -41,11 +41,11 @@ protected:
 
 } // namespace
 
-TEST_F(InterruptionRun, aPressDuringTheEditInsertsTheSentenceAndHearsTheNextFromThePressOn)
+TEST_F(InterruptionEndToEndTest, pressDuringEditInsertsSentenceAndRecordsNext)
 {
     beEditing();
     keyboard.press(key);
-    speak(u"thank you very much"_s); // At once: the recording has not begun yet.
+    speak(u"thank you very much"_s); // Immediately, before recording has started.
     EXPECT_EQ(server.chats().size(), 1U);
     server.answerWith({{u"answer"_s, u"Edited thanks."_s}});
     keyboard.release(key);
@@ -53,7 +53,7 @@ TEST_F(InterruptionRun, aPressDuringTheEditInsertsTheSentenceAndHearsTheNextFrom
     EXPECT_EQ(quitTalmo(), 0);
 }
 
-TEST_F(InterruptionRun, aDoubleTapDuringTheEditHearsTheNextHandsFree)
+TEST_F(InterruptionEndToEndTest, doubleTapDuringEditRecordsNextHandsFree)
 {
     beEditing();
     doubleTap();
@@ -64,14 +64,14 @@ TEST_F(InterruptionRun, aDoubleTapDuringTheEditHearsTheNextHandsFree)
     EXPECT_TRUE(windowShows(u"Hello world.Edited thanks."_s));
 }
 
-TEST_F(InterruptionRun, quittingWhileTheModelThinksInsertsTheSentence)
+TEST_F(InterruptionEndToEndTest, quittingWhileModelEditsInsertsSentence)
 {
     beEditing();
     EXPECT_EQ(quitTalmo(), 0);
     EXPECT_TRUE(windowShows(u"Hello world."_s));
 }
 
-TEST_F(InterruptionRun, quittingWhileRecordingInsertsTheSentence)
+TEST_F(InterruptionEndToEndTest, quittingWhileRecordingInsertsSentence)
 {
     openQtWindow();
     startTalmo();
@@ -83,7 +83,7 @@ TEST_F(InterruptionRun, quittingWhileRecordingInsertsTheSentence)
     keyboard.release(key);
 }
 
-TEST_F(InterruptionRun, theSessionEndsOnlyOnceTheSentenceIsInserted)
+TEST_F(InterruptionEndToEndTest, sessionEndWaitsUntilSentenceIsInserted)
 {
     testbed::ChildProcess manager(QStringLiteral(TALMO_BIN "/talmo-session-manager"), {}, environment);
     const auto address = manager.waitForLine(u"address "_s, patience);
@@ -97,12 +97,14 @@ TEST_F(InterruptionRun, theSessionEndsOnlyOnceTheSentenceIsInserted)
     EXPECT_TRUE(windowShows(u"Hello world."_s));
     const auto idle = talmo->waitForLine(u"state: idle"_s, patience);
     ASSERT_TRUE(idle);
-    EXPECT_LE(idle->time, saved->time + 2s); // The model would have been waited for ten; pipes are read in any order.
+    EXPECT_LE(idle->time,
+              saved->time +
+                  2s); // Well below the model's ten-second timeout. The two pipes may be read in either order.
     manager.writeLine(u"die"_s);
     EXPECT_TRUE(testbed::waitUntil([this] { return !talmo->isRunning(); }, patience));
 }
 
-TEST_F(InterruptionRun, aSecondRequestToQuitNeitherHangsNorCostsTheSentence)
+TEST_F(InterruptionEndToEndTest, secondQuitRequestNeitherHangsNorLosesSentence)
 {
     beEditing();
     ::kill(static_cast<pid_t>(talmo->processId()), SIGTERM);
@@ -111,11 +113,11 @@ TEST_F(InterruptionRun, aSecondRequestToQuitNeitherHangsNorCostsTheSentence)
     EXPECT_TRUE(windowShows(u"Hello world."_s));
 }
 
-TEST_F(InterruptionRun, aHoldReleasedBeforeTheRecordingBeganLeavesNoMicrophoneOn)
+TEST_F(InterruptionEndToEndTest, holdReleasedBeforeRecordingStartsClosesMicrophone)
 {
     openQtWindow();
     startTalmo();
-    sound->freeze(); // The microphone takes its time to open.
+    sound->freeze(); // The microphone opens slowly.
     keyboard.press(key);
     testbed::passTime(250ms);
     keyboard.release(key);

@@ -1,6 +1,6 @@
-// Spoken words, edited by a model server in a process of its own.
+// Speech edited by a model server in a separate process.
 
-#include "EndToEnd/TalmoRun.h"
+#include "EndToEnd/TalmoFixture.h"
 
 #include "Support/Printing.h"
 #include "Support/TestModelServer.h"
@@ -11,7 +11,7 @@ namespace talmo::test {
 
 namespace {
 
-class LanguageModelRun : public TalmoRun {
+class LanguageModelEndToEndTest : public TalmoFixture {
 protected:
     TestModelServer server;
 
@@ -22,15 +22,15 @@ protected:
         desktop.storeSettings(settings);
         openQtWindow();
         startTalmo();
-        ASSERT_TRUE(talmo->waitForLine(u"language model: test-model"_s, patience)); // Before or after it is ready.
+        ASSERT_TRUE(talmo->waitForLine(u"language model: test-model"_s, patience)); // May come before or after "ready".
     }
-    /// What a demo window says of line ends.
+    /// Line ends as the demo window prints them.
     static QString shown(QString text) { return text.replace(u"\n"_s, u"\\n"_s); }
 };
 
 } // namespace
 
-TEST_F(LanguageModelRun, aDictationIsEditedByTheModel)
+TEST_F(LanguageModelEndToEndTest, modelEditsDictation)
 {
     server.answerWith({{u"answer"_s, u"-> Hello, dear World!"_s}});
     useServer({{u"talmo.textTone"_s, u"friendly"_s}, {u"talmo.dictionaryWords"_s, QJsonArray{u"Talmo"_s}}});
@@ -45,7 +45,7 @@ TEST_F(LanguageModelRun, aDictationIsEditedByTheModel)
     EXPECT_EQ(quitTalmo(), 0);
 }
 
-TEST_F(LanguageModelRun, bulletsAndParagraphsArriveInOrder)
+TEST_F(LanguageModelEndToEndTest, bulletsAndParagraphsArriveInOrder)
 {
     server.behave(
         {{u"chat"_s, QJsonArray{QJsonObject{{u"when"_s, u"milk"_s}, {u"answer"_s, u"- Buy milk\n- Buy eggs"_s}},
@@ -62,7 +62,7 @@ TEST_F(LanguageModelRun, bulletsAndParagraphsArriveInOrder)
     }
 }
 
-TEST_F(LanguageModelRun, aServerThatIsKilledInTheMiddleCostsNoSentence)
+TEST_F(LanguageModelEndToEndTest, serverKilledDuringRequestLosesNoSentence)
 {
     server.answerWith({{u"fault"_s, u"hang"_s}});
     useServer();
@@ -71,14 +71,14 @@ TEST_F(LanguageModelRun, aServerThatIsKilledInTheMiddleCostsNoSentence)
     server.kill();
     EXPECT_TRUE(windowShows(u"Hello world."_s));
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
-    // The next one is not even tried with it. A press right after a release would be a double-tap.
+    // The next dictation does not try it. The pause keeps its press from being a double tap.
     testbed::passTime(std::chrono::milliseconds(400));
     dictate(u"hello world"_s);
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
     EXPECT_TRUE(windowShows(u"Hello world.Hello world."_s));
 }
 
-TEST_F(LanguageModelRun, switchedOffInTheSettingsItIsNotAsked)
+TEST_F(LanguageModelEndToEndTest, disabledModelIsNotCalled)
 {
     useServer({{u"talmo.aiCleanupEnabled"_s, false}});
     dictate(u"hello world"_s);
@@ -86,7 +86,7 @@ TEST_F(LanguageModelRun, switchedOffInTheSettingsItIsNotAsked)
     EXPECT_TRUE(server.chats().empty());
 }
 
-TEST_F(LanguageModelRun, aServerThatStartsLaterIsFoundAtTheNextPress)
+TEST_F(LanguageModelEndToEndTest, serverStartedLaterIsFoundOnNextPress)
 {
     const int port = server.port();
     server.kill();

@@ -1,7 +1,7 @@
-// The neural recogniser in the whole of Talmo, with a made model that tells low sound from high. Skipped, and said so,
-// where TALMO_NEURAL_LIBRARY does not name its library.
+// The neural recogniser end to end, with a generated model that tells low from high tones. Skipped, with a message,
+// unless TALMO_NEURAL_LIBRARY names its library.
 
-#include "EndToEnd/TalmoRun.h"
+#include "EndToEnd/TalmoFixture.h"
 
 #include "Support/Printing.h"
 #include "Support/TestFileServer.h"
@@ -17,7 +17,7 @@ namespace talmo::test {
 
 namespace {
 
-class NeuralRun : public TalmoRun {
+class NeuralEndToEndTest : public TalmoFixture {
 protected:
     void SetUp() override
     {
@@ -37,7 +37,7 @@ protected:
                                     {QStringLiteral(TALMO_TESTS_FOLDER "/Support/make_toy_model.py"), folder}),
                   0);
     }
-    /// Hold, a low tone, let go.
+    /// Holds the key, plays a low tone, releases.
     void dictateTone()
     {
         keyboard.press(key);
@@ -59,13 +59,13 @@ protected:
     const QString tone = desktop.folder() + u"/tone.wav"_s;
 };
 
-/// Somebody who speaks a language of which no model is here yet.
-class FrenchRun : public NeuralRun {
+/// A user whose language has no installed model.
+class ModelInstallationEndToEndTest : public NeuralEndToEndTest {
 protected:
-    FrenchRun() { language = u"fr_FR"_s; }
+    ModelInstallationEndToEndTest() { language = u"fr_FR"_s; }
     void SetUp() override
     {
-        NeuralRun::SetUp();
+        NeuralEndToEndTest::SetUp();
         if (IsSkipped() || HasFatalFailure()) {
             return;
         }
@@ -90,7 +90,7 @@ protected:
 
 } // namespace
 
-TEST_F(NeuralRun, dictatesIntoAWindow)
+TEST_F(NeuralEndToEndTest, dictatesIntoAWindow)
 {
     openQtWindow();
     startTalmo();
@@ -101,7 +101,7 @@ TEST_F(NeuralRun, dictatesIntoAWindow)
     EXPECT_EQ(quitTalmo(), 0);
 }
 
-TEST_F(NeuralRun, aDamagedModelIsSaidAndTheEmbeddedRecogniserGoesOn)
+TEST_F(NeuralEndToEndTest, damagedModelIsReportedAndEmbeddedRecogniserIsUsed)
 {
     ASSERT_TRUE(QFile(models + u"/toy/model.onnx"_s).resize(1500));
     openQtWindow();
@@ -111,7 +111,7 @@ TEST_F(NeuralRun, aDamagedModelIsSaidAndTheEmbeddedRecogniserGoesOn)
     EXPECT_TRUE(windowShows(u"Hello world."_s));
 }
 
-TEST_F(NeuralRun, theRecogniserIsChosenWhileTalmoRuns)
+TEST_F(NeuralEndToEndTest, recogniserCanBeChangedWhileRunning)
 {
     openQtWindow();
     startTalmo();
@@ -122,12 +122,12 @@ TEST_F(NeuralRun, theRecogniserIsChosenWhileTalmoRuns)
     EXPECT_TRUE(windowShows(u"Hello world."_s));
     ASSERT_TRUE(talmoSays(u"state: idle"_s));
     EXPECT_EQ(quitTalmo(), 0);
-    startTalmo(); // It is remembered.
+    startTalmo(); // The choice persists.
     dictate(u"thank you very much"_s);
     EXPECT_TRUE(windowShows(u"Hello world.Thank you very much."_s));
 }
 
-TEST_F(FrenchRun, aModelThatIsMissingComesAtTheFirstPressAndALaterOneIsToldThatItIsGone)
+TEST_F(ModelInstallationEndToEndTest, installsMissingModelOnFirstPress)
 {
     storeCatalogue(u"/french.tar.gz?break=300"_s);
     openQtWindow();
@@ -135,8 +135,16 @@ TEST_F(FrenchRun, aModelThatIsMissingComesAtTheFirstPressAndALaterOneIsToldThatI
     dictateTone();
     EXPECT_TRUE(windowShows(u"Lo"_s));
     EXPECT_EQ(server->requests().size(), 2);
-    ASSERT_TRUE(talmoSays(u"state: idle"_s));
+}
 
+TEST_F(ModelInstallationEndToEndTest, reportsRemovedModelOnNextPress)
+{
+    storeCatalogue(u"/french.tar.gz"_s);
+    openQtWindow();
+    startTalmo();
+    dictateTone();
+    EXPECT_TRUE(windowShows(u"Lo"_s));
+    ASSERT_TRUE(talmoSays(u"state: idle"_s));
     ASSERT_TRUE(QDir(models + u"/toy-fr"_s).removeRecursively());
     keyboard.press(key);
     EXPECT_TRUE(talmoSays(u"error: The on-device speech model for this language isn't installed yet. Installing it "
@@ -144,7 +152,7 @@ TEST_F(FrenchRun, aModelThatIsMissingComesAtTheFirstPressAndALaterOneIsToldThatI
     keyboard.release(key);
 }
 
-TEST_F(FrenchRun, aModelThatCannotBeHadIsAnError)
+TEST_F(ModelInstallationEndToEndTest, unavailableModelIsAnError)
 {
     storeCatalogue(u"/french.tar.gz?status=404"_s);
     openQtWindow();
@@ -155,7 +163,7 @@ TEST_F(FrenchRun, aModelThatCannotBeHadIsAnError)
     EXPECT_EQ(quitTalmo(), 0);
 }
 
-TEST_F(FrenchRun, quittingBreaksADownloadOff)
+TEST_F(ModelInstallationEndToEndTest, quittingCancelsDownload)
 {
     storeCatalogue(u"/french.tar.gz?stall=300"_s);
     openQtWindow();

@@ -1,6 +1,6 @@
-// Fields for passwords in real windows, over a real accessibility bus.
+// Password fields in real windows, over a real accessibility bus.
 
-#include "EndToEnd/TalmoRun.h"
+#include "EndToEnd/TalmoFixture.h"
 
 #include "DesktopParts.h"
 #include "Support/Printing.h"
@@ -16,15 +16,15 @@ namespace {
 const QString gtk = QStringLiteral(TALMO_BIN "/talmo-entry-window");
 const QString qt = QStringLiteral(TALMO_BIN "/talmo-qt-entry-window");
 
-class PasswordFieldRun : public TalmoRun {
+class PasswordFieldEndToEndTest : public TalmoFixture {
 protected:
-    PasswordFieldRun()
+    PasswordFieldEndToEndTest()
     {
         environment.remove(u"NO_AT_BRIDGE"_s);
         environment.insert(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s, u"1"_s);
     }
 
-    /// As a desktop does that has accessibility.
+    /// Starts the accessibility bus as a desktop with accessibility does.
     void startAccessibility()
     {
         auto session = QDBusConnection::connectToBus(environment.value(u"DBUS_SESSION_BUS_ADDRESS"_s), u"test"_s);
@@ -34,7 +34,7 @@ protected:
         QDBusConnection::disconnectFromBus(u"test"_s);
     }
 
-    /// Its exit status.
+    /// Runs talmoctl insert; returns its exit status.
     int insert(const QByteArray &text)
     {
         testbed::ChildProcess process(QStringLiteral(TALMO_BIN "/talmoctl"), {u"insert"_s}, environment);
@@ -49,15 +49,15 @@ protected:
     QString output;
 };
 
-/// The program that makes the window.
-class PasswordFieldRunOf : public PasswordFieldRun, public testing::WithParamInterface<QString> {
+/// Runs for each toolkit; the parameter is the window's program.
+class PasswordFieldToolkitTest : public PasswordFieldEndToEndTest, public testing::WithParamInterface<QString> {
 protected:
-    PasswordFieldRunOf() { startAccessibility(); }
+    PasswordFieldToolkitTest() { startAccessibility(); }
 };
 
 } // namespace
 
-TEST_P(PasswordFieldRunOf, passwordFieldGetsNothingAndTheReasonIsSaid)
+TEST_P(PasswordFieldToolkitTest, passwordFieldGetsNothingAndReasonIsReported)
 {
     openWindow(GetParam(), {u"password"_s});
     startTalmo();
@@ -67,10 +67,10 @@ TEST_P(PasswordFieldRunOf, passwordFieldGetsNothingAndTheReasonIsSaid)
         << output.toStdString();
     EXPECT_EQ(clipboard(), "clipboard before\n");
     EXPECT_FALSE(window->output().contains(u"text:"_s)) << window->output().toStdString();
-    EXPECT_TRUE(bus->output().contains(u"org.a11y"_s)) << "where it is started, the bus says so";
+    EXPECT_TRUE(bus->output().contains(u"org.a11y"_s)) << "the bus reports when it is started";
 }
 
-TEST_P(PasswordFieldRunOf, ordinaryFieldBesideItGetsTheText)
+TEST_P(PasswordFieldToolkitTest, ordinaryFieldInSameWindowGetsText)
 {
     openWindow(GetParam(), {u"ordinary"_s});
     startTalmo();
@@ -78,7 +78,7 @@ TEST_P(PasswordFieldRunOf, ordinaryFieldBesideItGetsTheText)
     EXPECT_TRUE(windowShows(u"hello"_s));
 }
 
-TEST_P(PasswordFieldRunOf, guardThatIsSwitchedOffLetsTheTextIn)
+TEST_P(PasswordFieldToolkitTest, disabledGuardInsertsIntoPasswordField)
 {
     desktop.storeSettings({{u"linux.guardPasswordFields"_s, false}, {u"linux.languageModelAddress"_s, u"off"_s}});
     openWindow(GetParam(), {u"password"_s});
@@ -87,10 +87,10 @@ TEST_P(PasswordFieldRunOf, guardThatIsSwitchedOffLetsTheTextIn)
     EXPECT_TRUE(windowShows(u"hello"_s));
 }
 
-INSTANTIATE_TEST_SUITE_P(Toolkits, PasswordFieldRunOf, testing::Values(gtk, qt),
+INSTANTIATE_TEST_SUITE_P(Toolkits, PasswordFieldToolkitTest, testing::Values(gtk, qt),
                          [](const auto &toolkit) { return toolkit.param == gtk ? "Gtk" : "Qt"; });
 
-TEST_F(PasswordFieldRun, accessibilityIsNotStartedForTheQuestion)
+TEST_F(PasswordFieldEndToEndTest, checkDoesNotStartAccessibility)
 {
     environment.insert(u"NO_AT_BRIDGE"_s, u"1"_s);
     environment.remove(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s);

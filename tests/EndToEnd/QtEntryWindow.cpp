@@ -1,4 +1,4 @@
-// The same as EntryWindow.cpp, made by Qt.
+// EntryWindow.cpp for Qt.
 
 #include <QApplication>
 #include <QLineEdit>

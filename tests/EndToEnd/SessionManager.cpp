@@ -1,6 +1,6 @@
-// A session manager for the tests. Says "address …", the value for SESSION_MANAGER, then "registered" for every client.
-// On the line "logout" it asks all clients to save what they have and says "saved" when they are done; on "die" it
-// tells them to end.
+// A session manager for the tests. Prints "address …", the value for SESSION_MANAGER, then "registered" for every
+// client. On the line "logout" it asks all clients to save and prints "saved" when they are done; on "die" it tells
+// them to exit.
 
 #include <X11/ICE/ICElib.h>
 #include <X11/SM/SMlib.h>
@@ -15,11 +15,11 @@
 #include <utility>
 #include <vector>
 
-extern "C" void _IceTransNoListen(const char *protocol); // NOLINT: the library's name for it; no header has it.
+extern "C" void _IceTransNoListen(const char *protocol); // NOLINT: exported by the library, but in no header.
 
 namespace {
 
-std::vector<SmsConn> clients;     // NOLINT: the library's callbacks have nowhere else to look.
+std::vector<SmsConn> clients;     // NOLINT: the library's callbacks have no user data.
 std::vector<IceConn> connections; // NOLINT
 bool isLoggingOut = false;        // NOLINT
 
@@ -32,7 +32,7 @@ void say(const std::string &line)
 Status registerClient(SmsConn client, SmPointer, char *previousId)
 {
     if (previousId != nullptr) {
-        free(previousId); // NOLINT: the library's own allocation.
+        free(previousId); // NOLINT: allocated by the library.
         return 0;
     }
     char *id = SmsGenerateClientID(client);

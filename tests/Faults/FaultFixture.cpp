@@ -14,22 +14,22 @@ std::vector<FaultRow> &faultTable()
     return table;
 }
 
-void FaultRun::signalTalmo(int signal)
+void FaultTest::signalTalmo(int signal)
 {
     ::kill(static_cast<pid_t>(talmo->processId()), signal);
 }
 
-void FaultRun::signalWindow(int signal)
+void FaultTest::signalWindow(int signal)
 {
     ::kill(static_cast<pid_t>(window->processId()), signal);
 }
 
-QString FaultRun::settingsPath() const
+QString FaultTest::settingsPath() const
 {
     return environment.value(u"XDG_CONFIG_HOME"_s) + u"/talmo/settings.json"_s;
 }
 
-void FaultRun::writeSettings(const QByteArray &bytes)
+void FaultTest::writeSettings(const QByteArray &bytes)
 {
     QDir().mkpath(QFileInfo(settingsPath()).path());
     QFile file(settingsPath());

@@ -1,20 +1,20 @@
 #pragma once
 
-#include "EndToEnd/TalmoRun.h"
+#include "EndToEnd/TalmoFixture.h"
 #include "Support/Printing.h"
 
 #include <vector>
 
 namespace talmo::test {
 
-/// One line of the table in docs/Reliability.md: what goes wrong, and what people see of it.
+/// One row of the table in docs/Reliability.md: the fault and what the user sees.
 struct FaultRow {
     const char *area;
     const char *fault;
     const char *seen;
 };
 
-/// All rows, in the order of the source.
+/// All rows, in source order.
 std::vector<FaultRow> &faultTable();
 
 struct FaultRegistration {
@@ -27,22 +27,22 @@ struct FaultRegistration {
 /// A test that is also a row of the table.
 #define FAULT(area, name, fault, seen)                                                                                 \
     static const FaultRegistration area##name##Row(#area, fault, seen);                                                \
-    TEST_F(FaultRun, area##name)
+    TEST_F(FaultTest, area##name)
 
-/// Something goes wrong, and the dictation after it works.
-class FaultRun : public TalmoRun {
+/// Causes a fault, then checks that the next dictation works.
+class FaultTest : public TalmoFixture {
 protected:
-    /// A new window, since the fault may have cost the old one.
+    /// Dictates into a new window, since the fault may have closed the old one.
     void nextDictationWorks()
     {
-        testbed::passTime(std::chrono::milliseconds(350)); // Longer than a double tap's window.
+        testbed::passTime(std::chrono::milliseconds(350)); // Longer than the double-tap window.
         window.reset();
         expectLinesFromHere();
         openWindow(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Target again"_s});
         dictate(u"thank you very much"_s);
         EXPECT_TRUE(windowShows(nextMeant()));
     }
-    /// Waits for what Talmo means to insert next. On a busy machine speech is played with gaps and misheard.
+    /// Waits for the next text that Talmo is going to insert. Under load, playback may have gaps and be misrecognised.
     QString nextMeant()
     {
         const QString prefix = u"cleaned transcript: "_s;
@@ -54,7 +54,7 @@ protected:
     }
     std::size_t seenLines() const { return m_linesSeen; }
     void expectLinesFromHere() { m_linesSeen = talmo ? talmo->lines().size() : 0; }
-    /// Begins to dictate and says the sentence; the key is still down.
+    /// Holds the key and speaks; the key stays down.
     void holdAndSpeak(const QString &text = u"hello world"_s)
     {
         keyboard.press(key);
@@ -63,7 +63,7 @@ protected:
     }
     void signalTalmo(int signal);
     void signalWindow(int signal);
-    /// The file that Talmo reads at its start.
+    /// Writes the settings file that Talmo reads on startup.
     void writeSettings(const QByteArray &bytes);
     QString settingsPath() const;
 

@@ -7,7 +7,7 @@ namespace talmo::test {
 
 namespace {
 
-class ModelServerFault : public FaultRun {
+class ModelServerFault : public FaultTest {
 protected:
     void dictateWith(const QJsonObject &rule)
     {

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// The rows as Markdown, one heading an area.
+/// The rows as Markdown, one heading per area.
 void printTable()
 {
     const char *area = "";

@@ -8,14 +8,14 @@ namespace talmo::test {
 
 namespace {
 
-/// Talmo sees another folder of the embedded model than the rest of the machine does.
-class ModelFault : public FaultRun {
+/// Shows Talmo a damaged copy of the embedded model in its own mount namespace.
+class ModelFault : public FaultTest {
 protected:
-    /// `damage`: shell commands on a copy of the model, which lies in "$model".
+    /// `damage`: shell commands that damage the copy in "$model".
     void errorAfter(const QString &damage)
     {
         if (std::system("unshare --mount true 2>/dev/null") != 0) { // NOLINT(cert-env33-c,concurrency-mt-unsafe)
-            GTEST_SKIP() << "no mount namespaces may be made here";
+            GTEST_SKIP() << "mount namespaces are not permitted here";
         }
         environment.insert(u"TALMO_DAMAGE"_s, damage);
         talmo = std::make_unique<testbed::ChildProcess>(
@@ -27,12 +27,12 @@ protected:
             environment);
         ASSERT_TRUE(talmo->waitForLine(u"ready:"_s, patience));
         openQtWindow();
-        for (int round = 0; round < 2; ++round) { // It does not matter whether it was tried before.
+        for (int round = 0; round < 2; ++round) { // A second attempt fails in the same way.
             expectLinesFromHere();
             keyboard.press(key);
             EXPECT_TRUE(talmo->waitForLine(u"error: "_s, patience, seenLines()));
             keyboard.release(key);
-            testbed::passTime(std::chrono::milliseconds(350)); // Longer than a double tap's window.
+            testbed::passTime(std::chrono::milliseconds(350)); // Longer than the double-tap window.
         }
         EXPECT_THAT(talmo->output().toStdString(), testing::Not(testing::HasSubstr("inserting")));
         EXPECT_EQ(quitTalmo(), 0);

@@ -58,7 +58,7 @@ FAULT(Process, quitInAnError, "Talmo is asked to end in an error", "It ends")
 
 namespace {
 
-class KillFault : public FaultRun {
+class KillFault : public FaultTest {
 protected:
     void killAndStartAgain()
     {

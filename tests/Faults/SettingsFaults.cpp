@@ -8,7 +8,7 @@ namespace talmo::test {
 
 namespace {
 
-class SettingsFault : public FaultRun {
+class SettingsFault : public FaultTest {
 protected:
     void dictateWithSettings(const QByteArray &bytes)
     {
@@ -63,7 +63,7 @@ TEST_F(SettingsFault, huge)
 
 FAULT(Settings, folderCannotBeMade, "The settings cannot be read or written", "The defaults")
 {
-    environment.insert(u"XDG_CONFIG_HOME"_s, u"/proc"_s); // Where not even root can make a file.
+    environment.insert(u"XDG_CONFIG_HOME"_s, u"/proc"_s); // Not even root can create a file there.
     startTalmo();
     nextDictationWorks();
     EXPECT_EQ(quitTalmo(), 0);
@@ -71,7 +71,7 @@ FAULT(Settings, folderCannotBeMade, "The settings cannot be read or written", "T
 
 FAULT(Settings, diskFull, "The disk is full", "Dictating works; what cannot be saved says so")
 {
-    startTalmoAfter(u"trap '' XFSZ; ulimit -f 0"_s); // No file may grow.
+    startTalmoAfter(u"trap '' XFSZ; ulimit -f 0"_s); // Files may not grow.
     nextDictationWorks();
     testbed::ChildProcess choice(QStringLiteral(TALMO_BIN "/talmoctl"), {u"model"_s, u"use"_s, u"embedded"_s},
                                  environment);

@@ -107,7 +107,7 @@ FAULT(Sound, microphoneMuted, "The microphone is muted", "“No speech detected.
 
 namespace {
 
-class OddMicrophone : public FaultRun {
+class OddMicrophone : public FaultTest {
 protected:
     void dictateThrough(const QStringList &options)
     {
@@ -117,7 +117,7 @@ protected:
         startTalmo();
         holdAndSpeak();
         keyboard.release(key);
-        EXPECT_TRUE(talmoSays(u"raw transcript: "_s)); // Which words depends on the rate.
+        EXPECT_TRUE(talmoSays(u"raw transcript: "_s)); // The words depend on the rate.
         EXPECT_TRUE(talmoSays(u"state: idle"_s));
         sound->removeMicrophone();
         sound->addMicrophone();

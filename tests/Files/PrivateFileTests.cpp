@@ -40,7 +40,7 @@ protected:
 
 } // namespace
 
-TEST_F(PrivateFileTest, foldersAreMadePrivateAtEveryLevel)
+TEST_F(PrivateFileTest, createsPrivateFoldersAtEveryLevel)
 {
     PrivateFile::makeFolder(folder.filePath(u"a/b/c"_s));
     for (const auto &name : {u"a"_s, u"a/b"_s, u"a/b/c"_s}) {
@@ -48,7 +48,7 @@ TEST_F(PrivateFileTest, foldersAreMadePrivateAtEveryLevel)
     }
 }
 
-TEST_F(PrivateFileTest, looserFolderIsTightenedAndThoseAboveAreLeft)
+TEST_F(PrivateFileTest, tightensFolderAndLeavesItsParents)
 {
     ASSERT_EQ(mkdir(QFile::encodeName(folder.filePath(u"a"_s)).constData(), 0755), 0);
     ASSERT_EQ(mkdir(QFile::encodeName(folder.filePath(u"a/b"_s)).constData(), 0755), 0);
@@ -57,13 +57,13 @@ TEST_F(PrivateFileTest, looserFolderIsTightenedAndThoseAboveAreLeft)
     EXPECT_EQ(modeOf(folder.filePath(u"a/b"_s)), 0700U);
 }
 
-TEST_F(PrivateFileTest, folderThatCannotBeMadeIsAnError)
+TEST_F(PrivateFileTest, uncreatableFolderIsAnError)
 {
     PrivateFile::write(path, "a file");
     EXPECT_THROW(PrivateFile::makeFolder(path + u"/a"_s), Error);
 }
 
-TEST_F(PrivateFileTest, contentIsReplacedAndPrivate)
+TEST_F(PrivateFileTest, replacesContentPrivately)
 {
     PrivateFile::write(path, "one");
     EXPECT_EQ(modeOf(path), 0600U);
@@ -74,7 +74,7 @@ TEST_F(PrivateFileTest, contentIsReplacedAndPrivate)
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"file"_s});
 }
 
-TEST_F(PrivateFileTest, fullDiskIsAnErrorAndKeepsTheOldContent)
+TEST_F(PrivateFileTest, fullDiskIsAnErrorAndKeepsOldContent)
 {
     PrivateFile::write(path, "one");
     {
@@ -86,7 +86,7 @@ TEST_F(PrivateFileTest, fullDiskIsAnErrorAndKeepsTheOldContent)
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"file"_s});
 }
 
-TEST_F(PrivateFileTest, looserLockIsTightened)
+TEST_F(PrivateFileTest, tightensLooseLock)
 {
     ::close(PrivateFile::openLock(path));
     EXPECT_EQ(modeOf(path), 0600U);
@@ -96,7 +96,7 @@ TEST_F(PrivateFileTest, looserLockIsTightened)
     EXPECT_LT(PrivateFile::openLock(folder.path()), 0);
 }
 
-TEST_F(PrivateFileTest, microphoneMemoryIsPrivateAndTriedAgainAfterAFullDisk)
+TEST_F(PrivateFileTest, microphoneMemoryIsPrivateAndRetriedAfterFullDisk)
 {
     const QString memory = folder.filePath(u"state/microphones.json"_s);
     MicrophoneMemory microphones(memory);

@@ -29,7 +29,7 @@ protected:
     std::shared_ptr<FakeInputTrust> trust = std::make_shared<FakeInputTrust>();
     std::shared_ptr<ManualClock> clock = std::make_shared<ManualClock>();
     ClipboardPasteInsertionService service{pasteboard, poster, trust, clock};
-    /// Empty while it runs; then "done" or the error's description.
+    /// Empty while running, then "done" or the error's description.
     QString outcome;
     const PasteboardItem item{
         {{u"UTF8_STRING"_s, "old", u"UTF8_STRING"_s, 8}, {u"image/png"_s, "\x89PNG\0x", u"image/png"_s, 8}}};
@@ -50,7 +50,7 @@ private:
 
 } // namespace
 
-TEST_F(ClipboardPasteInsertionServiceTest, hasItsConstants)
+TEST_F(ClipboardPasteInsertionServiceTest, hasExpectedConstants)
 {
     EXPECT_EQ(ClipboardPasteInsertionService::pasteKeyCode, 9);
     EXPECT_EQ(ClipboardPasteInsertionService::commandFlag, 0x100000U);
@@ -58,7 +58,7 @@ TEST_F(ClipboardPasteInsertionServiceTest, hasItsConstants)
     EXPECT_EQ(ClipboardPasteInsertionService::pasteTime, 65ms);
 }
 
-TEST_F(ClipboardPasteInsertionServiceTest, goesStepByStep)
+TEST_F(ClipboardPasteInsertionServiceTest, runsStepsInOrder)
 {
     pasteboard->content = {item};
     insert(u"hello"_s);
@@ -76,7 +76,7 @@ TEST_F(ClipboardPasteInsertionServiceTest, goesStepByStep)
     EXPECT_EQ(pasteboard->content, QList<PasteboardItem>{item});
 }
 
-TEST_F(ClipboardPasteInsertionServiceTest, anEmptyPasteboardIsEmptyAgain)
+TEST_F(ClipboardPasteInsertionServiceTest, emptyPasteboardIsRestoredToEmpty)
 {
     insert(u"hello"_s);
     clock->advance(1s);
@@ -92,13 +92,13 @@ TEST_F(ClipboardPasteInsertionServiceTest, emptyTextThrowsEvenWithoutAccess)
     EXPECT_THAT(pasteboard->calls, IsEmpty());
 }
 
-TEST_F(ClipboardPasteInsertionServiceTest, aTextOfSpacesIsInsertedAsItIs)
+TEST_F(ClipboardPasteInsertionServiceTest, insertsTextOfSpacesUnchanged)
 {
     insert(u"  "_s);
     EXPECT_EQ(pasteboard->calls.back(), "setString   ");
 }
 
-TEST_F(ClipboardPasteInsertionServiceTest, withoutAccessThePasteboardIsUnchanged)
+TEST_F(ClipboardPasteInsertionServiceTest, pasteboardIsUnchangedWithoutAccess)
 {
     trust->trusted = false;
     pasteboard->content = {item};
@@ -109,7 +109,7 @@ TEST_F(ClipboardPasteInsertionServiceTest, withoutAccessThePasteboardIsUnchanged
     EXPECT_EQ(trust->requests, 0);
 }
 
-TEST_F(ClipboardPasteInsertionServiceTest, cancelledInTheFirstWaitPostsNothingAndKeepsTheText)
+TEST_F(ClipboardPasteInsertionServiceTest, cancellingFirstWaitPostsNothingAndKeepsText)
 {
     std::stop_source stop;
     pasteboard->content = {item};
@@ -121,7 +121,7 @@ TEST_F(ClipboardPasteInsertionServiceTest, cancelledInTheFirstWaitPostsNothingAn
     EXPECT_THAT(pasteboard->calls, ElementsAre("beginPaste", "items", "clear", "setString hello", "endPaste"));
 }
 
-TEST_F(ClipboardPasteInsertionServiceTest, cancelledInTheSecondWaitDoesNotRestore)
+TEST_F(ClipboardPasteInsertionServiceTest, cancellingSecondWaitDoesNotRestore)
 {
     std::stop_source stop;
     insert(u"hello"_s, stop.get_token());
@@ -133,7 +133,7 @@ TEST_F(ClipboardPasteInsertionServiceTest, cancelledInTheSecondWaitDoesNotRestor
                 ElementsAre("beginPaste", "items", "clear", "setString hello", "key down", "key up", "endPaste"));
 }
 
-TEST_F(ClipboardPasteInsertionServiceTest, aKeyEventThatCannotBeMadeIsNotPosted)
+TEST_F(ClipboardPasteInsertionServiceTest, skipsKeyEventsThatCannotBeCreated)
 {
     poster->makesDown = false;
     insert(u"hello"_s);

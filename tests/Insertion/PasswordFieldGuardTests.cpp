@@ -79,7 +79,7 @@ TEST_F(PasswordFieldGuardTest, passwordFieldGetsNothingAndUserIsTold)
                      u"icon's menu."_s);
 }
 
-TEST_F(PasswordFieldGuardTest, otherFieldGetsTheTextOnceItHasAnswered)
+TEST_F(PasswordFieldGuardTest, insertsIntoOtherFieldAfterItsAnswer)
 {
     insert(u"hello"_s);
     EXPECT_THAT(inner->inserted, IsEmpty());
@@ -90,7 +90,7 @@ TEST_F(PasswordFieldGuardTest, otherFieldGetsTheTextOnceItHasAnswered)
     EXPECT_THAT(inner->inserted, ElementsAre(u"hello"_s));
 }
 
-TEST_F(PasswordFieldGuardTest, fieldWithoutAnswerIsWaitedForNoLongerThanTheLimit)
+TEST_F(PasswordFieldGuardTest, waitsNoLongerThanTheTimeout)
 {
     insert(u"hello"_s);
     clock->advance(PasswordFieldGuard::answerTime - std::chrono::milliseconds(1));
@@ -100,7 +100,7 @@ TEST_F(PasswordFieldGuardTest, fieldWithoutAnswerIsWaitedForNoLongerThanTheLimit
     EXPECT_THAT(field->limits, ElementsAre(PasswordFieldGuard::answerTime));
 }
 
-TEST_F(PasswordFieldGuardTest, answerAfterTheLimitChangesNothing)
+TEST_F(PasswordFieldGuardTest, answerAfterTimeoutChangesNothing)
 {
     insert(u"hello"_s);
     clock->advance(PasswordFieldGuard::answerTime);
@@ -118,7 +118,7 @@ TEST_F(PasswordFieldGuardTest, answerEndsTheWait)
     EXPECT_EQ(clock->sleeperCount(), 0U);
 }
 
-TEST_F(PasswordFieldGuardTest, questionThatFailsCountsAsUnknown)
+TEST_F(PasswordFieldGuardTest, failedQueryCountsAsUnknown)
 {
     insert(u"hello"_s);
     field->answer->fail(std::make_exception_ptr(Cancelled()));
@@ -127,7 +127,7 @@ TEST_F(PasswordFieldGuardTest, questionThatFailsCountsAsUnknown)
     EXPECT_THAT(inner->inserted, ElementsAre(u"hello"_s));
 }
 
-TEST_F(PasswordFieldGuardTest, switchedOffItInsertsWithoutAsking)
+TEST_F(PasswordFieldGuardTest, disabledGuardInsertsWithoutAsking)
 {
     isOn = false;
     insert(u"hello"_s);
@@ -135,7 +135,7 @@ TEST_F(PasswordFieldGuardTest, switchedOffItInsertsWithoutAsking)
     EXPECT_THAT(field->limits, IsEmpty());
 }
 
-TEST_F(PasswordFieldGuardTest, switchIsReadBeforeEachInsertion)
+TEST_F(PasswordFieldGuardTest, readsSettingBeforeEachInsertion)
 {
     field->answer->finish(true);
     isOn = false;
@@ -145,7 +145,7 @@ TEST_F(PasswordFieldGuardTest, switchIsReadBeforeEachInsertion)
     EXPECT_THAT(inner->inserted, ElementsAre(u"first"_s));
 }
 
-TEST_F(PasswordFieldGuardTest, passesOnTheErrorOfTheInsertion)
+TEST_F(PasswordFieldGuardTest, propagatesInsertionError)
 {
     inner->outcome = failed<void>(std::make_exception_ptr(Error(u"no window"_s)));
     field->answer->finish(false);

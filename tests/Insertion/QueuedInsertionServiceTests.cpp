@@ -13,7 +13,7 @@ namespace {
 
 using testing::ElementsAre;
 
-/// Inserts when the test says so.
+/// Completes an insertion when the test says so.
 class SlowInsertion final : public TextInsertionService {
 public:
     QStringList begun;
@@ -28,7 +28,7 @@ public:
 
 } // namespace
 
-TEST(QueuedInsertionService, oneAfterTheOther)
+TEST(QueuedInsertionService, insertsOneAtATime)
 {
     const auto slow = std::make_shared<SlowInsertion>();
     QueuedInsertionService queue(slow);
@@ -46,7 +46,7 @@ TEST(QueuedInsertionService, oneAfterTheOther)
     EXPECT_THAT(done, ElementsAre(u"a"_s, u"b"_s));
 }
 
-TEST(QueuedInsertionService, oneThatFailsTellsItsCallerAndHoldsUpNobody)
+TEST(QueuedInsertionService, failureReachesItsCallerAndDoesNotBlockQueue)
 {
     const auto slow = std::make_shared<SlowInsertion>();
     QueuedInsertionService queue(slow);

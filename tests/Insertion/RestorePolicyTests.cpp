@@ -19,13 +19,13 @@ protected:
 
 } // namespace
 
-TEST_F(RestorePolicyTest, waitsWhileNoShortcutWasPosted)
+TEST_F(RestorePolicyTest, waitsUntilShortcutIsPosted)
 {
     policy.begin();
     EXPECT_EQ(policy.verdict(start + 1h, false), Verdict::Wait);
 }
 
-TEST_F(RestorePolicyTest, givesUpExactlyWhenTheReadTimeIsOver)
+TEST_F(RestorePolicyTest, givesUpExactlyAtReadTimeout)
 {
     policy.post(start, target);
     EXPECT_EQ(policy.verdict(start + 1500ms - 1ns, false), Verdict::Wait);
@@ -33,7 +33,7 @@ TEST_F(RestorePolicyTest, givesUpExactlyWhenTheReadTimeIsOver)
     EXPECT_EQ(policy.nextLook(start), start + 1500ms);
 }
 
-TEST_F(RestorePolicyTest, restoresOnceTheReaderHasBeenQuiet)
+TEST_F(RestorePolicyTest, restoresOnceReaderIsQuiet)
 {
     policy.post(start, target);
     policy.noteRequest(start + 10ms, target, true);
@@ -43,7 +43,7 @@ TEST_F(RestorePolicyTest, restoresOnceTheReaderHasBeenQuiet)
     EXPECT_EQ(policy.nextLook(start + 20ms), start + 130ms);
 }
 
-TEST_F(RestorePolicyTest, anyRequestOfTheReaderProlongsTheQuietTime)
+TEST_F(RestorePolicyTest, anyReaderRequestExtendsQuietTime)
 {
     policy.post(start, target);
     policy.noteRequest(start + 10ms, target, true);
@@ -52,7 +52,7 @@ TEST_F(RestorePolicyTest, anyRequestOfTheReaderProlongsTheQuietTime)
     EXPECT_EQ(policy.verdict(start + 180ms, false), Verdict::Restore);
 }
 
-TEST_F(RestorePolicyTest, ignoresOtherReadersAndMereQuestions)
+TEST_F(RestorePolicyTest, ignoresOtherReadersAndTargetQueries)
 {
     policy.post(start, target);
     policy.noteRequest(start, other, true);
@@ -61,7 +61,7 @@ TEST_F(RestorePolicyTest, ignoresOtherReadersAndMereQuestions)
     EXPECT_EQ(policy.verdict(start + 1500ms, false), Verdict::GiveUp);
 }
 
-TEST_F(RestorePolicyTest, ignoresWhatWasReadBeforeTheShortcut)
+TEST_F(RestorePolicyTest, ignoresReadsBeforeShortcut)
 {
     policy.begin();
     policy.noteRequest(start, target, true);
@@ -69,7 +69,7 @@ TEST_F(RestorePolicyTest, ignoresWhatWasReadBeforeTheShortcut)
     EXPECT_FALSE(policy.isRead());
 }
 
-TEST_F(RestorePolicyTest, waitsWhileALargeTextIsBeingSent)
+TEST_F(RestorePolicyTest, waitsDuringIncrementalTransfer)
 {
     policy.post(start, target);
     policy.noteRequest(start, target, true);
@@ -77,7 +77,7 @@ TEST_F(RestorePolicyTest, waitsWhileALargeTextIsBeingSent)
     EXPECT_GT(policy.nextLook(start + 10s), start + 10s);
 }
 
-TEST_F(RestorePolicyTest, countsEarlyReadsOfImportersAndGivesThemTheWholeTime)
+TEST_F(RestorePolicyTest, countsEarlyImporterReadsAndWaitsFullTimeout)
 {
     policy.begin();
     policy.noteRequest(start, other, true);
@@ -87,7 +87,7 @@ TEST_F(RestorePolicyTest, countsEarlyReadsOfImportersAndGivesThemTheWholeTime)
     EXPECT_EQ(policy.verdict(start + 1500ms, false), Verdict::Restore);
 }
 
-TEST_F(RestorePolicyTest, withoutAKnownReaderAnybodysReadingCounts)
+TEST_F(RestorePolicyTest, countsAnyReadWhenReaderIsUnknown)
 {
     policy.post(start, std::nullopt);
     policy.noteRequest(start, other, true);

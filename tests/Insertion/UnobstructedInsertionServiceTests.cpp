@@ -24,7 +24,7 @@ public:
 
 } // namespace
 
-TEST(UnobstructedInsertionService, insertsOnlyOnceTheWayIsClear)
+TEST(UnobstructedInsertionService, insertsOnceOwnWindowsAreClosed)
 {
     const auto inner = std::make_shared<WritingService>();
     const auto cleared = Completion<void>::make();

@@ -29,7 +29,7 @@ public:
     PasteReceipt answer;
 };
 
-/// What the user is told; empty when the insertion counts as done.
+/// The message shown to the user; empty if the insertion succeeded.
 QString outcomeOf(PasteReceipt::Outcome outcome, const QString &shortcut = u"Ctrl+V"_s)
 {
     const auto inserter = std::make_shared<Inserter>();
@@ -51,12 +51,12 @@ QString outcomeOf(PasteReceipt::Outcome outcome, const QString &shortcut = u"Ctr
 
 } // namespace
 
-TEST(VerifiedInsertionService, isDoneWhenTheTextWasTaken)
+TEST(VerifiedInsertionService, succeedsWhenTextWasRead)
 {
     EXPECT_EQ(outcomeOf(PasteReceipt::Outcome::Taken), QString());
 }
 
-TEST(VerifiedInsertionService, saysWhereTheTextIsAndHowToPasteIt)
+TEST(VerifiedInsertionService, tellsWhereTextIsAndHowToPasteIt)
 {
     EXPECT_EQ(outcomeOf(PasteReceipt::Outcome::NotTaken),
               u"No window accepted the text. It is on the clipboard: paste it with Ctrl+V."_s);
@@ -64,7 +64,7 @@ TEST(VerifiedInsertionService, saysWhereTheTextIsAndHowToPasteIt)
               u"No window accepted the text. It is on the clipboard: paste it with Ctrl+Shift+V."_s);
 }
 
-TEST(VerifiedInsertionService, hasASentenceOfItsOwnForEveryFailure)
+TEST(VerifiedInsertionService, hasDistinctMessageForEachFailure)
 {
     QStringList told;
     for (const auto outcome :

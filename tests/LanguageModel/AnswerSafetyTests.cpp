@@ -15,12 +15,12 @@ TEST(WithoutControls, keepsTextTabsAndLineFeeds)
     }
 }
 
-TEST(WithoutControls, turnsEveryLineEndIntoALineFeed)
+TEST(WithoutControls, normalisesLineEndsToLineFeed)
 {
     EXPECT_EQ(withoutControls(u"a\r\nb\rc\vd\fe\u0085f\u2028g\u2029h\r\r\n\n"_s), u"a\nb\nc\nd\ne\nf\ng\nh\n\n\n"_s);
 }
 
-TEST(WithoutControls, stripsWhatSteersOrHides)
+TEST(WithoutControls, stripsControlAndInvisibleCharacters)
 {
     EXPECT_EQ(withoutControls(u"a\u0007b\u001b[2Jc\u007f\u009bd"_s + QChar(u'\0') + u"e"_s), u"ab[2Jcde"_s);
     EXPECT_EQ(withoutControls(u"\u202ereversed\u202c \u2066isolated\u2069"_s), u"reversed isolated"_s);
@@ -29,7 +29,7 @@ TEST(WithoutControls, stripsWhatSteersOrHides)
     EXPECT_EQ(withoutControls(u"a"_s + QChar(0xD800) + u"b"_s + QChar(0xDC00)), u"ab"_s);
 }
 
-TEST(RequireProportion, allowsEditedCopiesAndNothingMuchLonger)
+TEST(RequireProportion, rejectsTextMuchLongerThanOriginal)
 {
     const QString prompt = u"x"_s.repeated(1000);
     EXPECT_NO_THROW(requireProportion(u"x"_s.repeated(600), {}));

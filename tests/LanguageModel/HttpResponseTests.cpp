@@ -8,7 +8,7 @@ namespace talmo::test {
 
 namespace {
 
-/// What comes out, whole or a byte at a time; "refused" for an Error, "more" where it is not whole.
+/// The result, fed whole or byte by byte; "refused" for an Error, "more" if the response is incomplete.
 QByteArray read(const QByteArray &bytes, bool ends = false)
 {
     QByteArray results;
@@ -47,7 +47,7 @@ TEST(HttpResponse, readsBodiesOfKnownLength)
     EXPECT_EQ(read("HTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\nhell", true), "refused");
 }
 
-TEST(HttpResponse, readsBodiesUntilTheEnd)
+TEST(HttpResponse, readsBodiesUntilConnectionCloses)
 {
     EXPECT_EQ(read("HTTP/1.1 200 OK\r\n\r\nhello"), "more");
     EXPECT_EQ(read("HTTP/1.1 200 OK\r\n\r\nhello", true), "200 hello");
@@ -55,7 +55,7 @@ TEST(HttpResponse, readsBodiesUntilTheEnd)
     EXPECT_EQ(read("", true), "refused");
 }
 
-TEST(HttpResponse, readsChunks)
+TEST(HttpResponse, readsChunkedBodies)
 {
     const QByteArray head = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n";
     EXPECT_EQ(read(head + "5\r\nhello\r\nA;x=y\r\n, my world\r\n0\r\nTrailer: x\r\n\r\n"), "200 hello, my world");
@@ -67,7 +67,7 @@ TEST(HttpResponse, readsChunks)
     }
 }
 
-TEST(HttpResponse, refusesWhatIsNoResponse)
+TEST(HttpResponse, rejectsMalformedResponses)
 {
     for (const char *bad :
          {"SSH-2.0-OpenSSH\r\n", "HTTP/2 200\r\n\r\n", "HTTP/1.1 abc\r\n", "HTTP/1.1 +20\r\n", "HTTP/1.1 20\r\n",
@@ -79,14 +79,14 @@ TEST(HttpResponse, refusesWhatIsNoResponse)
     }
 }
 
-TEST(HttpResponse, refusesMoreThanItsLimits)
+TEST(HttpResponse, rejectsOversizedResponses)
 {
     const QByteArray head = "HTTP/1.1 200 OK\r\n";
     EXPECT_EQ(read(head + QByteArray(HttpResponse::largestHead, 'x')), "refused") << "one header";
     EXPECT_EQ(read(head + QByteArray("X: y\r\n").repeated(HttpResponse::largestHead / 6)), "refused") << "many headers";
     EXPECT_EQ(read(QByteArray("HTTP/1.1 100 Continue\r\n\r\n").repeated(HttpResponse::largestHead / 25 + 1)),
               "refused");
-    EXPECT_EQ(read(head + "Content-Length: 1048577\r\n\r\n"), "refused") << "before a byte of the body came";
+    EXPECT_EQ(read(head + "Content-Length: 1048577\r\n\r\n"), "refused") << "before any byte of the body";
     HttpResponse response;
     response.take(head + "\r\n" + QByteArray(HttpResponse::largestBody, 'x'));
     EXPECT_FALSE(response.isWhole());

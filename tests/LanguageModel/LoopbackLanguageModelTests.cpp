@@ -31,8 +31,8 @@ public:
     }
 };
 
-/// A real server in a process of its own; only time is virtual, so that nobody waits ten seconds for a server that
-/// hangs. Everything runs on the test's thread.
+/// A real server in a separate process. Only time is virtual, so that timeouts need no real waiting. Everything runs on
+/// the test's thread.
 class LoopbackLanguageModelTest : public testing::Test {
 protected:
     RecordingLog log;
@@ -58,7 +58,7 @@ protected:
     {
         return model->makeSession(u"instructions"_s)->respond(prompt, {SamplingMode::Greedy, std::nullopt, 64});
     }
-    /// The answer, or what went wrong.
+    /// "answer: " and the text, or "error: " and the message.
     static QString outcome(const QFuture<QString> &future)
     {
         EXPECT_TRUE(waitFor(future));
@@ -74,7 +74,7 @@ protected:
         EXPECT_TRUE(waitFor([&result] { return result->has_value(); }));
         return result->value_or(QString());
     }
-    /// The text, once there is one.
+    /// Holds the text once cleanup has finished.
     std::shared_ptr<std::optional<QString>> cleaning(const QString &transcript)
     {
         auto result = std::make_shared<std::optional<QString>>();
@@ -84,7 +84,7 @@ protected:
         });
         return result;
     }
-    /// One request at a time, each held until it is let go by its name.
+    /// Handles one request at a time, each held until letGo() is called with its name.
     void beSlow(bool isAlone, const QStringList &names)
     {
         QJsonArray rules;
@@ -103,13 +103,13 @@ protected:
 
 } // namespace
 
-TEST_F(LoopbackLanguageModelTest, isNotReadyBeforeItWasLookedFor)
+TEST_F(LoopbackLanguageModelTest, isNotReadyBeforeFirstProbe)
 {
     EXPECT_EQ(model->unavailableReason(), UnavailableReason::ModelNotReady);
-    EXPECT_THAT(server.requests(), IsEmpty()) << "nothing is asked before somebody wants to know";
+    EXPECT_THAT(server.requests(), IsEmpty()) << "nothing is sent before the first probe";
 }
 
-TEST_F(LoopbackLanguageModelTest, findsAServerAndAsksIt)
+TEST_F(LoopbackLanguageModelTest, findsServerAndSendsRequest)
 {
     EXPECT_EQ(refreshed(), std::nullopt);
     EXPECT_EQ(model->description(), u"test-model at "_s + server.address());
@@ -123,7 +123,7 @@ TEST_F(LoopbackLanguageModelTest, findsAServerAndAsksIt)
     EXPECT_FALSE(chats[0].contains(u"tools"_s));
 }
 
-TEST_F(LoopbackLanguageModelTest, sendsNothingButWhatIsNeeded)
+TEST_F(LoopbackLanguageModelTest, sendsOnlyNecessaryData)
 {
     refreshed();
     outcome(ask());
@@ -137,7 +137,7 @@ TEST_F(LoopbackLanguageModelTest, sendsNothingButWhatIsNeeded)
     }
 }
 
-TEST_F(LoopbackLanguageModelTest, theUsersModelNameIsAskedFor)
+TEST_F(LoopbackLanguageModelTest, requestsConfiguredModelName)
 {
     model = makeModel(server.address(), u"my-model"_s);
     EXPECT_EQ(refreshed(), std::nullopt);
@@ -145,13 +145,13 @@ TEST_F(LoopbackLanguageModelTest, theUsersModelNameIsAskedFor)
     EXPECT_EQ(server.chats().at(0).value(u"model"_s), u"my-model"_s);
 }
 
-TEST_F(LoopbackLanguageModelTest, nobodyListening)
+TEST_F(LoopbackLanguageModelTest, reportsNoListeningServer)
 {
     server.kill();
     EXPECT_EQ(refreshed(), UnavailableReason::AppleIntelligenceNotEnabled);
 }
 
-TEST_F(LoopbackLanguageModelTest, localhostIsTriedOverBothProtocols)
+TEST_F(LoopbackLanguageModelTest, triesLocalhostOverIpv4AndIpv6)
 {
     TestModelServer server6(0, QProcessEnvironment::systemEnvironment(), {u"--v6"_s});
     model = makeModel(u"http://localhost:%1"_s.arg(server6.port()));
@@ -159,9 +159,9 @@ TEST_F(LoopbackLanguageModelTest, localhostIsTriedOverBothProtocols)
     EXPECT_EQ(outcome(ask()), u"answer: Hello from the model."_s);
 }
 
-TEST_F(LoopbackLanguageModelTest, stillLoading)
+TEST_F(LoopbackLanguageModelTest, reportsLoadingModel)
 {
-    // llama.cpp's server may answer so to everything, or list its model already.
+    // llama.cpp's server may answer every request like this, or list its model already.
     server.behave({{u"models"_s, QJsonObject{{u"status"_s, 503}, {u"body"_s, u"{\"error\":{\"code\":503}}"_s}}}});
     EXPECT_EQ(refreshed(), UnavailableReason::ModelNotReady);
     server.behave({{u"models"_s, QJsonArray{u"m"_s}}, {u"health"_s, 503}});
@@ -170,14 +170,14 @@ TEST_F(LoopbackLanguageModelTest, stillLoading)
     EXPECT_EQ(refreshed(), std::nullopt);
 }
 
-TEST_F(LoopbackLanguageModelTest, aServerWithoutModels)
+TEST_F(LoopbackLanguageModelTest, reportsServerWithoutModels)
 {
     server.behave({{u"models"_s, QJsonArray()}});
     EXPECT_EQ(refreshed(), UnavailableReason::Other);
     EXPECT_TRUE(model->description().contains(u"has no model"_s));
 }
 
-TEST_F(LoopbackLanguageModelTest, somethingElseAtTheUsersAddress)
+TEST_F(LoopbackLanguageModelTest, reportsOtherServiceAtConfiguredAddress)
 {
     for (const auto &models :
          {QJsonObject{{u"status"_s, 404}}, QJsonObject{{u"status"_s, 401}},
@@ -190,7 +190,7 @@ TEST_F(LoopbackLanguageModelTest, somethingElseAtTheUsersAddress)
     }
 }
 
-TEST_F(LoopbackLanguageModelTest, aServerThatHangsHoldsNobodyUpForLong)
+TEST_F(LoopbackLanguageModelTest, probeOfHangingServerTimesOut)
 {
     server.behave({{u"models"_s, QJsonObject{{u"fault"_s, u"hang"_s}}}});
     const auto refreshing = model->refresh();
@@ -201,16 +201,16 @@ TEST_F(LoopbackLanguageModelTest, aServerThatHangsHoldsNobodyUpForLong)
     EXPECT_EQ(model->unavailableReason(), UnavailableReason::Other);
 }
 
-TEST_F(LoopbackLanguageModelTest, looksOnceForAllWhoAskMeanwhile)
+TEST_F(LoopbackLanguageModelTest, concurrentProbesShareOne)
 {
     const auto first = model->refresh();
     const auto second = model->refresh();
     EXPECT_TRUE(waitFor(first));
     EXPECT_TRUE(waitFor(second));
-    EXPECT_THAT(server.requests(), SizeIs(2)) << "the models and the health, once";
+    EXPECT_THAT(server.requests(), SizeIs(2)) << "models and health, once each";
 }
 
-TEST_F(LoopbackLanguageModelTest, isLookedForOnlyWhenToldTo)
+TEST_F(LoopbackLanguageModelTest, probesOnlyOnRequest)
 {
     refreshed();
     const auto before = server.requests().size();
@@ -219,14 +219,14 @@ TEST_F(LoopbackLanguageModelTest, isLookedForOnlyWhenToldTo)
     EXPECT_EQ(clock->sleeperCount(), 0U);
 }
 
-TEST_F(LoopbackLanguageModelTest, switchedOff)
+TEST_F(LoopbackLanguageModelTest, reportsDisabled)
 {
     model = makeModel(u"off"_s);
     EXPECT_EQ(model->unavailableReason(), UnavailableReason::DeviceNotEligible);
     EXPECT_EQ(refreshed(), UnavailableReason::DeviceNotEligible);
 }
 
-TEST_F(LoopbackLanguageModelTest, anAddressElsewhereIsRefusedInTheLog)
+TEST_F(LoopbackLanguageModelTest, remoteAddressIsRefusedAndLogged)
 {
     model = makeModel(u"http://192.168.1.2:8080"_s);
     EXPECT_EQ(refreshed(), UnavailableReason::Other);
@@ -237,8 +237,8 @@ TEST_F(LoopbackLanguageModelTest, anAddressElsewhereIsRefusedInTheLog)
     EXPECT_TRUE(isSaid);
 }
 
-/// Each row is a way for a request to go wrong; every one ends in the locally formatted sentence.
-TEST_F(LoopbackLanguageModelTest, everyFaultEndsInLocalFormatting)
+/// Each row makes a request fail in another way; every one ends in locally formatted text.
+TEST_F(LoopbackLanguageModelTest, everyFaultFallsBackToLocalFormatting)
 {
     const std::vector<QJsonObject> rules{
         {{u"status"_s, 503}, {u"body"_s, u"{\"error\":{\"code\":503,\"message\":\"Loading model\"}}"_s}},
@@ -272,11 +272,11 @@ TEST_F(LoopbackLanguageModelTest, everyFaultEndsInLocalFormatting)
         server.answerWith(rule);
         const auto before = server.chats().size();
         EXPECT_EQ(cleaned(u"hello world"_s), u"Hello world."_s) << QJsonDocument(rule).toJson().toStdString();
-        EXPECT_EQ(server.chats().size(), before + 1) << "asked once, and not again";
+        EXPECT_EQ(server.chats().size(), before + 1) << "not retried";
     }
 }
 
-TEST_F(LoopbackLanguageModelTest, theRequestOfAServerThatHangsOrDripsEndsAfterTenSeconds)
+TEST_F(LoopbackLanguageModelTest, hangingOrDrippingServerTimesOutAfterTenSeconds)
 {
     for (const auto &fault : {u"hang"_s, u"drip"_s}) {
         ASSERT_EQ(refreshed(), std::nullopt);
@@ -291,7 +291,7 @@ TEST_F(LoopbackLanguageModelTest, theRequestOfAServerThatHangsOrDripsEndsAfterTe
     }
 }
 
-TEST_F(LoopbackLanguageModelTest, aServerKilledWhileItThinks)
+TEST_F(LoopbackLanguageModelTest, serverKilledDuringRequestFallsBack)
 {
     ASSERT_EQ(refreshed(), std::nullopt);
     server.answerWith({{u"fault"_s, u"hang"_s}});
@@ -299,12 +299,12 @@ TEST_F(LoopbackLanguageModelTest, aServerKilledWhileItThinks)
     ASSERT_TRUE(server.waitForChats(1));
     server.kill();
     EXPECT_TRUE(outcome(answer).startsWith(u"error: "_s));
-    // It was looked for anew, and is known to be gone.
+    // It was probed again and found to be gone.
     EXPECT_TRUE(
         waitFor([this] { return model->unavailableReason() == UnavailableReason::AppleIntelligenceNotEnabled; }));
 }
 
-TEST_F(LoopbackLanguageModelTest, aServerThatLoadsAgainIsNotReadyAtOnce)
+TEST_F(LoopbackLanguageModelTest, reloadingServerIsNotReadyImmediately)
 {
     ASSERT_EQ(refreshed(), std::nullopt);
     server.behave({{u"health"_s, 503}});
@@ -313,7 +313,7 @@ TEST_F(LoopbackLanguageModelTest, aServerThatLoadsAgainIsNotReadyAtOnce)
     EXPECT_EQ(model->unavailableReason(), UnavailableReason::ModelNotReady);
 }
 
-TEST_F(LoopbackLanguageModelTest, textWithTagsFencesAndPreamblesIsSanitised)
+TEST_F(LoopbackLanguageModelTest, sanitisesTagsFencesAndPreambles)
 {
     ASSERT_EQ(refreshed(), std::nullopt);
     for (const auto &answer : {u"-> Hello."_s, u"Sure, here you go:\n\nHello."_s, u"<transcript>Hello.</transcript>"_s,
@@ -323,14 +323,14 @@ TEST_F(LoopbackLanguageModelTest, textWithTagsFencesAndPreamblesIsSanitised)
     }
 }
 
-TEST_F(LoopbackLanguageModelTest, controlCharactersAreStrippedFromAnswers)
+TEST_F(LoopbackLanguageModelTest, stripsControlCharactersFromAnswers)
 {
     ASSERT_EQ(refreshed(), std::nullopt);
     server.answerWith({{u"answer"_s, u"Hello\u001b[31m,\r\nwor\u202eld\u0007."_s}});
     EXPECT_EQ(cleaned(u"hello"_s), u"Hello[31m,\nworld."_s);
 }
 
-TEST_F(LoopbackLanguageModelTest, paragraphsAreEditedOneAfterAnotherWithTenSecondsEach)
+TEST_F(LoopbackLanguageModelTest, editsParagraphsInTurnWithTenSecondsEach)
 {
     ASSERT_EQ(refreshed(), std::nullopt);
     beSlow(false, {u"one"_s, u"two"_s, u"three"_s});
@@ -339,14 +339,14 @@ TEST_F(LoopbackLanguageModelTest, paragraphsAreEditedOneAfterAnotherWithTenSecon
         const auto count = name == u"one"_s ? 1U : name == u"two"_s ? 2U : 3U;
         ASSERT_TRUE(server.waitForChats(count));
         clock->advance(std::chrono::seconds(9));
-        EXPECT_EQ(server.chats().size(), count) << "the next one is not sent before";
+        EXPECT_EQ(server.chats().size(), count) << "the next one is not sent earlier";
         letGo({u"one"_s, count > 1 ? u"two"_s : QString(), count > 2 ? u"three"_s : QString()});
         ASSERT_TRUE(waitFor([&] { return text->has_value() || server.chats().size() > count; }));
     }
     EXPECT_EQ(text->value_or(QString()), u"Edited one.\n\nEdited two.\n\nEdited three."_s);
 }
 
-TEST_F(LoopbackLanguageModelTest, slowParagraphCostsNoOtherItsEditing)
+TEST_F(LoopbackLanguageModelTest, slowParagraphDoesNotAffectOthers)
 {
     ASSERT_EQ(refreshed(), std::nullopt);
     beSlow(true, {u"one"_s, u"two"_s});
@@ -354,7 +354,7 @@ TEST_F(LoopbackLanguageModelTest, slowParagraphCostsNoOtherItsEditing)
     ASSERT_TRUE(server.waitForChats(1));
     const auto looks = server.requests().size();
     clock->advance(std::chrono::seconds(10));
-    // The server still edits what nobody waits for any more, and says nothing.
+    // The server is still busy with the abandoned request and sends nothing.
     ASSERT_TRUE(waitFor([&] { return server.requests().size() > looks; }));
     clock->advance(std::chrono::seconds(1));
     ASSERT_TRUE(waitFor([&] { return server.requests().size() > looks + 1; }));
@@ -364,7 +364,7 @@ TEST_F(LoopbackLanguageModelTest, slowParagraphCostsNoOtherItsEditing)
     EXPECT_EQ(text->value_or(QString()), u"One.\n\nEdited two."_s);
 }
 
-TEST_F(LoopbackLanguageModelTest, hungServerCostsTwentySecondsHoweverManyParagraphsWait)
+TEST_F(LoopbackLanguageModelTest, hungServerCostsTwentySecondsForAnyParagraphCount)
 {
     ASSERT_EQ(refreshed(), std::nullopt);
     beSlow(true, {u"one"_s});
@@ -380,7 +380,7 @@ TEST_F(LoopbackLanguageModelTest, hungServerCostsTwentySecondsHoweverManyParagra
     EXPECT_EQ(server.chats().size(), 1U);
 }
 
-TEST_F(LoopbackLanguageModelTest, lookWhileTheServerEditsDoesNotTakeItForGone)
+TEST_F(LoopbackLanguageModelTest, probeTimeoutDuringEditKeepsServerAvailable)
 {
     ASSERT_EQ(refreshed(), std::nullopt);
     beSlow(true, {u"one"_s});
@@ -397,7 +397,7 @@ TEST_F(LoopbackLanguageModelTest, lookWhileTheServerEditsDoesNotTakeItForGone)
     EXPECT_EQ(text->value_or(QString()), u"Edited one."_s);
 }
 
-TEST_F(LoopbackLanguageModelTest, cancellingEndsEveryRequestAtOnce)
+TEST_F(LoopbackLanguageModelTest, cancellingEndsAllRequestsImmediately)
 {
     ASSERT_EQ(refreshed(), std::nullopt);
     beSlow(false, {u"one"_s});
@@ -412,7 +412,7 @@ TEST_F(LoopbackLanguageModelTest, cancellingEndsEveryRequestAtOnce)
     EXPECT_EQ(server.chats().size(), 2U);
 }
 
-TEST_F(LoopbackLanguageModelTest, foundServerIsSentNothingUnlessItIsTrusted)
+TEST_F(LoopbackLanguageModelTest, sendsNothingToUntrustedDiscoveredServer)
 {
     trust->answer = false;
     model = makeModel({});
@@ -427,7 +427,7 @@ TEST_F(LoopbackLanguageModelTest, foundServerIsSentNothingUnlessItIsTrusted)
     EXPECT_EQ(trust->asked.front().port, server.port());
 }
 
-TEST_F(LoopbackLanguageModelTest, trustIsAskedForAgainBeforeEachTextIsSent)
+TEST_F(LoopbackLanguageModelTest, rechecksTrustBeforeEachRequest)
 {
     model = makeModel({});
     ASSERT_EQ(refreshed(), std::nullopt);
@@ -438,14 +438,14 @@ TEST_F(LoopbackLanguageModelTest, trustIsAskedForAgainBeforeEachTextIsSent)
     EXPECT_EQ(model->server().model, QString());
 }
 
-TEST_F(LoopbackLanguageModelTest, serverNamedInTheSettingsIsTrusted)
+TEST_F(LoopbackLanguageModelTest, trustsConfiguredServer)
 {
     trust->answer = false;
     EXPECT_EQ(refreshed(), std::nullopt);
     EXPECT_TRUE(trust->asked.empty());
 }
 
-TEST_F(LoopbackLanguageModelTest, tellsWhichServerAndModelGetTheText)
+TEST_F(LoopbackLanguageModelTest, reportsServerAndModelInUse)
 {
     server.behave({{u"models"_s, QJsonArray{u"qwen\u001b\u202e2.5"_s}}});
     EXPECT_EQ(refreshed(), std::nullopt);
@@ -456,7 +456,7 @@ TEST_F(LoopbackLanguageModelTest, tellsWhichServerAndModelGetTheText)
     EXPECT_EQ(model->server().place, QString());
 }
 
-TEST_F(LoopbackLanguageModelTest, manySegmentsAreMoreThanTheConnections)
+TEST_F(LoopbackLanguageModelTest, editsMoreSegmentsThanConnections)
 {
     ASSERT_EQ(refreshed(), std::nullopt);
     QStringList spoken;
@@ -466,7 +466,7 @@ TEST_F(LoopbackLanguageModelTest, manySegmentsAreMoreThanTheConnections)
     EXPECT_EQ(cleaned(spoken.join(u" new line "_s)).count(u"Hello from the model."_s), 20);
 }
 
-TEST_F(LoopbackLanguageModelTest, aProxyIsNotAsked)
+TEST_F(LoopbackLanguageModelTest, ignoresProxy)
 {
     TestModelServer proxy;
     qputenv("http_proxy", proxy.address().toUtf8());
@@ -479,7 +479,7 @@ TEST_F(LoopbackLanguageModelTest, aProxyIsNotAsked)
     EXPECT_THAT(server.chats(), SizeIs(1));
 }
 
-TEST_F(LoopbackLanguageModelTest, whatIsUnderWayAtTheEndIsCancelled)
+TEST_F(LoopbackLanguageModelTest, destructionCancelsPendingRequests)
 {
     ASSERT_EQ(refreshed(), std::nullopt);
     server.answerWith({{u"fault"_s, u"hang"_s}});
@@ -487,7 +487,7 @@ TEST_F(LoopbackLanguageModelTest, whatIsUnderWayAtTheEndIsCancelled)
     ASSERT_TRUE(server.waitForChats(1));
     EXPECT_TRUE(waitFor(model->shutDown()));
     EXPECT_TRUE(outcome(answer).startsWith(u"error: "_s));
-    EXPECT_TRUE(waitFor(model->refresh())) << "a late look finds nothing to do";
+    EXPECT_TRUE(waitFor(model->refresh())) << "a late probe does nothing";
     EXPECT_TRUE(outcome(ask()).startsWith(u"error: "_s));
 }
 

@@ -22,14 +22,14 @@ std::vector<std::string> addresses(const QString &setting)
 
 } // namespace
 
-TEST(ModelServerAddress, theUsualPortsOfThisMachine)
+TEST(ModelServerAddress, defaultsToUsualLoopbackPorts)
 {
     EXPECT_THAT(addresses(QString()),
                 ElementsAre("http://127.0.0.1:8080", "http://127.0.0.1:11434", "http://127.0.0.1:1234"));
     EXPECT_EQ(addresses(u"  "_s), addresses(QString()));
 }
 
-TEST(ModelServerAddress, thisMachineInAllItsSpellings)
+TEST(ModelServerAddress, acceptsAllLoopbackSpellings)
 {
     EXPECT_THAT(addresses(u"http://127.0.0.1:9000"_s), ElementsAre("http://127.0.0.1:9000"));
     EXPECT_THAT(addresses(u"127.0.0.1:9000"_s), ElementsAre("http://127.0.0.1:9000"));
@@ -46,7 +46,7 @@ TEST(ModelServerAddress, pathsEndBeforeTheVersion)
     EXPECT_THAT(addresses(u"http://127.0.0.1:9000/llm/v1"_s), ElementsAre("http://127.0.0.1:9000/llm"));
 }
 
-TEST(ModelServerAddress, everythingElseIsRefusedWithTheReason)
+TEST(ModelServerAddress, refusesOtherAddressesWithReason)
 {
     for (const auto &setting : {u"http://192.168.1.2:8080"_s,
                                 u"http://8.8.8.8:8080"_s,
@@ -85,8 +85,8 @@ TEST(ModelServerAddress, everythingElseIsRefusedWithTheReason)
     }
 }
 
-/// Spellings that some software takes for 127.0.0.1: they end there or are refused, and never lead elsewhere.
-TEST(ModelServerAddress, oddNumbersLeadNowhereElse)
+/// Spellings that some software reads as 127.0.0.1: they must resolve to it or be refused, never lead elsewhere.
+TEST(ModelServerAddress, oddNumericSpellingsStayOnLoopback)
 {
     for (const auto &setting :
          {u"http://127.1:80"_s, u"http://2130706433:80"_s, u"http://0x7f000001:80"_s, u"http://0177.0.0.1:80"_s,
@@ -96,7 +96,7 @@ TEST(ModelServerAddress, oddNumbersLeadNowhereElse)
                 EXPECT_TRUE(url.host().startsWith(u"127."_s))
                     << setting.toStdString() << " → " << url.toString().toStdString();
             }
-        } catch (const Error &) { // NOLINT(bugprone-empty-catch): refused is as good.
+        } catch (const Error &) { // NOLINT(bugprone-empty-catch): refusing is fine too.
         }
     }
 }

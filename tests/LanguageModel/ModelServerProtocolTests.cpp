@@ -11,7 +11,7 @@
 
 namespace talmo::test {
 
-TEST(ModelServerProtocol, aRequestIsOneGreedyConversation)
+TEST(ModelServerProtocol, requestIsOneGreedyChatCompletion)
 {
     const auto request = chatRequest(u"a model"_s, u"line one\nline \"two\""_s, u"<transcript>h\u00E9</transcript>"_s,
                                      {SamplingMode::Greedy, std::nullopt, 64});
@@ -22,7 +22,7 @@ TEST(ModelServerProtocol, aRequestIsOneGreedyConversation)
         "temperature": 0, "seed": 0, "stream": false, "max_tokens": 64})"));
 }
 
-TEST(ModelServerProtocol, anAnswerIsTheFirstChoicesText)
+TEST(ModelServerProtocol, answerIsTextOfFirstChoice)
 {
     EXPECT_EQ(
         chatAnswer(R"({"choices": [{"finish_reason": "stop", "message": {"role": "assistant", "content": " Hi. "}},
@@ -32,7 +32,7 @@ TEST(ModelServerProtocol, anAnswerIsTheFirstChoicesText)
     EXPECT_EQ(chatAnswer(R"({"choices": [{"finish_reason": null, "message": {"content": "Hi."}}]})"), u"Hi."_s);
 }
 
-TEST(ModelServerProtocol, whatAModelThoughtBeforeIsNoAnswer)
+TEST(ModelServerProtocol, excludesReasoningFromAnswer)
 {
     EXPECT_EQ(chatAnswer(R"({"choices": [{"message": {"content": "<think>\n\n</think>\n\nHi."}}]})"), u"\n\nHi."_s);
     EXPECT_EQ(chatAnswer(R"({"choices": [{"message": {"content": "Hi <think>x</think>."}}]})"),
@@ -40,7 +40,7 @@ TEST(ModelServerProtocol, whatAModelThoughtBeforeIsNoAnswer)
     EXPECT_EQ(chatAnswer(R"({"choices": [{"message": {"content": "<think>Hi."}}]})"), u"<think>Hi."_s);
 }
 
-TEST(ModelServerProtocol, whatIsNoAnswerThrows)
+TEST(ModelServerProtocol, malformedAnswerThrows)
 {
     for (const QByteArray &body :
          {QByteArray(""), QByteArray("<html>"), QByteArray("[]"), QByteArray("{}"), QByteArray(R"({"choices": []})"),
@@ -55,7 +55,7 @@ TEST(ModelServerProtocol, whatIsNoAnswerThrows)
     }
 }
 
-TEST(ModelServerProtocol, anAnswerThatWasCutOffThrows)
+TEST(ModelServerProtocol, truncatedAnswerThrows)
 {
     EXPECT_THROW(chatAnswer(R"({"choices": [{"finish_reason": "length", "message": {"content": "Half a"}}]})"), Error);
 }
@@ -70,7 +70,7 @@ TEST(ModelServerProtocol, listsModels)
     EXPECT_THROW(modelNames("<html>"), Error);
 }
 
-TEST(ModelServerProtocol, prefersAModelThatWrites)
+TEST(ModelServerProtocol, prefersChatModels)
 {
     EXPECT_EQ(preferredModel({u"nomic-embed-text:latest"_s, u"a"_s, u"b"_s}), u"a"_s);
     EXPECT_EQ(preferredModel({u"text-Embedding-3"_s}), QString());

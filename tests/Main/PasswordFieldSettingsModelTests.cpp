@@ -7,18 +7,18 @@
 
 namespace talmo::test {
 
-TEST(PasswordFieldSettingsModel, guardsUnlessSwitchedOff)
+TEST(PasswordFieldSettingsModel, isEnabledByDefault)
 {
     const auto defaults = std::make_shared<MemoryUserDefaults>();
     PasswordFieldSettingsModel settings(defaults);
     EXPECT_TRUE(settings.isGuarded());
     defaults->store(u"linux.guardPasswordFields"_s, u"false"_s);
-    EXPECT_TRUE(settings.isGuarded()) << "a text is no Boolean";
+    EXPECT_TRUE(settings.isGuarded()) << "a string is not a Boolean";
     defaults->store(u"linux.guardPasswordFields"_s, false);
     EXPECT_FALSE(settings.isGuarded());
 }
 
-TEST(PasswordFieldSettingsModel, storesAndAnnouncesAChange)
+TEST(PasswordFieldSettingsModel, storesAndAnnouncesChange)
 {
     const auto defaults = std::make_shared<MemoryUserDefaults>();
     PasswordFieldSettingsModel settings(defaults);

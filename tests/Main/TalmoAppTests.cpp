@@ -34,7 +34,7 @@ QCoro::Task<void> note(QCoro::Task<void> task, bool *isDone)
     *isDone = true;
 }
 
-/// A desktop that exists nowhere, for a user without settings, sound or a model server.
+/// A fake desktop, for a user without settings, sound or a model server.
 class TalmoAppTest : public testing::Test {
 protected:
     TalmoAppTest()

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# Reads off the installed programs that they were built with hardening.
+# Checks that the installed programs were built with hardening.
 #
 #   hardening.sh BUILD [unoptimised]
 set -euo pipefail
 build=$1
 if [ "${2:-}" = unoptimised ]; then
-  echo "SKIPPED: this build is not optimised or has sanitizers, and people run neither."
+  echo "SKIPPED: this build is unoptimised or has sanitizers; only release builds are checked."
   exit 77
 fi
 folder=$(mktemp -d)
@@ -13,7 +13,7 @@ trap 'rm -rf "$folder"' EXIT
 cmake --install "$build" --prefix "$folder" >/dev/null
 
 failures=0
-# expect WHAT PATTERN COMMAND…: the command's output has a line like that.
+# expect WHAT PATTERN COMMAND…: the command's output must have a line that matches.
 expect() {
   local what=$1 pattern=$2
   shift 2

@@ -16,8 +16,8 @@ namespace {
 
 constexpr auto standstill = EngineAnalyzer::longestStandstill;
 
-/// An engine that takes as long in virtual time as a test says, and says a word for each buffer. The recogniser's
-/// thread is the test's own, so one that hangs is one whose work is never run.
+/// An engine that takes as much virtual time as the test says and recognises one word per buffer. The decoder thread is
+/// the test's thread; an engine that hangs is one whose work is never run.
 struct Engine {
     std::shared_ptr<ManualClock> clock = std::make_shared<ManualClock>();
     Duration loadTime{0};
@@ -102,7 +102,7 @@ const QString stoppedResponding =
 
 } // namespace
 
-TEST_F(EngineAnalyzerTest, aModelThatLoadsForLongLosesNothing)
+TEST_F(EngineAnalyzerTest, slowlyLoadingModelLosesNothing)
 {
     engine.loadTime = 20s;
     const auto analyzer = makeAnalyzer(thread);
@@ -115,7 +115,7 @@ TEST_F(EngineAnalyzerTest, aModelThatLoadsForLongLosesNothing)
     EXPECT_EQ(results(), u"word word word end"_s);
 }
 
-TEST_F(EngineAnalyzerTest, anEngineThatFallsFarBehindLosesNothing)
+TEST_F(EngineAnalyzerTest, engineFarBehindLosesNothing)
 {
     engine.bufferTime = 20s;
     const auto analyzer = makeAnalyzer(thread);
@@ -128,9 +128,9 @@ TEST_F(EngineAnalyzerTest, anEngineThatFallsFarBehindLosesNothing)
     EXPECT_EQ(results(), u"word word word word word end"_s);
 }
 
-TEST_F(EngineAnalyzerTest, anEngineThatStandsStillFailsAndWhatWasHeardStays)
+TEST_F(EngineAnalyzerTest, stalledEngineFailsAndKeepsResults)
 {
-    // The input never ends, as far as the engine gets to see: it waits for ever.
+    // The engine never sees the end of the input, so it waits forever.
     const auto analyzer = makeAnalyzer(thread);
     analyzer->start(input.first, {});
     speak(2);
@@ -143,7 +143,7 @@ TEST_F(EngineAnalyzerTest, anEngineThatStandsStillFailsAndWhatWasHeardStays)
     EXPECT_EQ(results(), u"word word "_s);
 }
 
-TEST_F(EngineAnalyzerTest, progressPutsTheBoundOff)
+TEST_F(EngineAnalyzerTest, progressExtendsTimeout)
 {
     const auto analyzer = makeAnalyzer(thread);
     analyzer->start(input.first, {});
@@ -161,7 +161,7 @@ TEST_F(EngineAnalyzerTest, progressPutsTheBoundOff)
     EXPECT_EQ(engine.clock->sleeperCount(), 0U);
 }
 
-TEST_F(EngineAnalyzerTest, finalisingWithoutAStartEnds)
+TEST_F(EngineAnalyzerTest, finalisingWithoutStartCompletes)
 {
     const auto analyzer = makeAnalyzer(thread);
     const auto finalised = analyzer->finalizeAndFinishThroughEndOfInput();
@@ -171,7 +171,7 @@ TEST_F(EngineAnalyzerTest, finalisingWithoutAStartEnds)
     EXPECT_EQ(engine.loads, 0);
 }
 
-TEST_F(EngineAnalyzerTest, cancellingEndsTheWatch)
+TEST_F(EngineAnalyzerTest, cancellingStopsTimeout)
 {
     const auto analyzer = makeAnalyzer(thread);
     analyzer->start(input.first, {});

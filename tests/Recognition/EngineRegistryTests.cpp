@@ -12,7 +12,7 @@
 
 #include <gmock/gmock.h>
 
-#if defined(__has_feature) // clang's way to tell; g++ has macros.
+#if defined(__has_feature) // For clang; g++ defines macros.
 #define TALMO_HAS_FEATURE(feature) __has_feature(feature)
 #else
 #define TALMO_HAS_FEATURE(feature) 0
@@ -71,14 +71,14 @@ protected:
 
 } // namespace
 
-TEST_F(EngineRegistryTest, modelsComeBeforeTheEmbeddedEngine)
+TEST_F(EngineRegistryTest, prefersModelsToEmbeddedEngine)
 {
     addModel(u"en-small"_s);
     addModel(u"de-large"_s);
     EXPECT_THAT(order(), ElementsAre(u"de-large"_s, u"en-small"_s, u"embedded"_s));
 }
 
-TEST_F(EngineRegistryTest, theChosenModelComesFirst)
+TEST_F(EngineRegistryTest, chosenModelComesFirst)
 {
     addModel(u"en-small"_s);
     addModel(u"en-large"_s);
@@ -86,14 +86,14 @@ TEST_F(EngineRegistryTest, theChosenModelComesFirst)
     EXPECT_THAT(order(), ElementsAre(u"en-small"_s, u"en-large"_s, u"embedded"_s));
 }
 
-TEST_F(EngineRegistryTest, theEmbeddedEngineComesFirstIfChosen)
+TEST_F(EngineRegistryTest, embeddedEngineComesFirstIfChosen)
 {
     addModel(u"en-small"_s);
     registry().choose(EngineRegistry::embeddedChoice);
     EXPECT_THAT(order(), ElementsAre(u"embedded"_s, u"en-small"_s));
 }
 
-TEST_F(EngineRegistryTest, warmUpLoadsTheEngineOfThatLanguageOnly)
+TEST_F(EngineRegistryTest, warmUpLoadsOnlyEngineOfThatLanguage)
 {
     addModel(u"de-large"_s);
     registry().warmUp(u"de_DE"_s);
@@ -102,7 +102,7 @@ TEST_F(EngineRegistryTest, warmUpLoadsTheEngineOfThatLanguageOnly)
     EXPECT_FALSE(embedded->isLoaded());
 }
 
-TEST_F(EngineRegistryTest, aModelFoundLaterGetsTheUsersWords)
+TEST_F(EngineRegistryTest, modelFoundLaterGetsCustomVocabulary)
 {
     registry().setWords({u"Kubernetes"_s});
     addModel(u"de-large"_s);
@@ -111,7 +111,7 @@ TEST_F(EngineRegistryTest, aModelFoundLaterGetsTheUsersWords)
     EXPECT_THAT(dynamic_cast<const MadeUpEngine &>(*registry().engines().front()).words, ElementsAre(u"Kubernetes"_s));
 }
 
-TEST_F(EngineRegistryTest, aModelOfAnUnknownEngineIsNotUsed)
+TEST_F(EngineRegistryTest, ignoresModelOfUnknownEngine)
 {
     addModel(u"de-large"_s);
     QFile notes(models.filePath(u"de-large/talmo-model.json"_s));
@@ -122,7 +122,7 @@ TEST_F(EngineRegistryTest, aModelOfAnUnknownEngineIsNotUsed)
     EXPECT_TRUE(registry().models().front().problem.contains(u"of-another-time"_s));
 }
 
-TEST_F(EngineRegistryTest, modelsAreUnloadedAfterTenIdleMinutes)
+TEST_F(EngineRegistryTest, unloadsModelsAfterTenIdleMinutes)
 {
     registry().warmUp(u"en_US"_s);
     settle();
@@ -138,10 +138,10 @@ TEST_F(EngineRegistryTest, modelsAreUnloadedAfterTenIdleMinutes)
     EXPECT_FALSE(embedded->isLoaded());
 }
 
-TEST_F(EngineRegistryTest, unloadingReturnsTheMemoryToTheSystem)
+TEST_F(EngineRegistryTest, unloadingReturnsMemoryToSystem)
 {
     if (isSanitized) {
-        GTEST_SKIP() << "the sanitizers keep memory of their own";
+        GTEST_SKIP() << "sanitizers keep freed memory";
     }
     registry();
     const auto before = ProcessMemory::usedMegabytes();
@@ -155,7 +155,7 @@ TEST_F(EngineRegistryTest, unloadingReturnsTheMemoryToTheSystem)
     EXPECT_LT(ProcessMemory::usedMegabytes() - before, loaded / 5);
 }
 
-TEST_F(EngineRegistryTest, changedWordsDropTheLoadedModel)
+TEST_F(EngineRegistryTest, changedVocabularyUnloadsModel)
 {
     registry().warmUp(u"en_US"_s);
     settle();

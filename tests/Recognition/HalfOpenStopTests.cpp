@@ -1,4 +1,4 @@
-// A stop that comes after a start has failed halfway.
+// Stopping after a start that failed halfway.
 
 #include "Base/Task.h"
 #include "Input/Audio/AudioRecorder.h"
@@ -37,7 +37,7 @@ QCoro::Task<void> startAndStop(SpeechTranscriptionService *service, std::shared_
 
 } // namespace
 
-TEST(HalfOpenStop, endsAfterTheRecorderFailedToStart)
+TEST(HalfOpenStop, completesAfterRecorderFailedToStart)
 {
     const auto executor = SerialExecutor::onCurrentThread();
     SpeechTranscriptionService service(platformWith(std::make_shared<MadeUpEngine>()),

@@ -19,7 +19,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// User defaults without a value, which tell when they are read or written.
+/// Empty user defaults that report every read and write.
 class WatchedDefaults final : public UserDefaults {
 public:
     std::function<void(const QString &)> onSet = [](const QString &) {};
@@ -52,7 +52,7 @@ protected:
     }
 
     void note(const QString &what) { events.push_back(what + u": "_s + value()); }
-    /// All values at once, so that a setter that changes another one is seen.
+    /// All values at once, to notice a setter that changes another value.
     QString value() const
     {
         return QStringList{settings.aiCleanupEnabled() ? u"ai"_s : u"-"_s,
@@ -115,7 +115,7 @@ TEST_F(SettingsAnnouncementTest, eachSetterAnnouncesThenStoresThenWrites)
     EXPECT_THAT(takeEvents(), ElementsAre(u"announced: "_s + before, u"talmo.hotkeyDisplayName: "_s + now));
 }
 
-TEST_F(SettingsAnnouncementTest, anEqualValueIsAnnouncedAndWrittenBySetters)
+TEST_F(SettingsAnnouncementTest, settersAnnounceAndWriteEqualValues)
 {
     settings.setAiCleanupEnabled(true);
     settings.setTextTone(TextTone::Standard);
@@ -128,7 +128,7 @@ TEST_F(SettingsAnnouncementTest, anEqualValueIsAnnouncedAndWrittenBySetters)
     }
 }
 
-TEST_F(SettingsAnnouncementTest, anAddedWordIsAnnouncedOnceAndAnIgnoredOneNever)
+TEST_F(SettingsAnnouncementTest, announcesAddedWordOnceAndIgnoredWordNever)
 {
     settings.addDictionaryWord(u"\u2028 Qt\t\n"_s);
     const QString now = replaced(fresh, u"Kubernetes"_s, u"Kubernetes+Qt"_s);
@@ -138,7 +138,7 @@ TEST_F(SettingsAnnouncementTest, anAddedWordIsAnnouncedOnceAndAnIgnoredOneNever)
     EXPECT_THAT(events, IsEmpty());
 }
 
-TEST_F(SettingsAnnouncementTest, theLoginItemIsNoSettingAndChangesNone)
+TEST_F(SettingsAnnouncementTest, loginItemUpdateChangesNoSetting)
 {
     settings.updateLaunchAtLogin(true);
     EXPECT_THAT(loginItem->calls, ElementsAre("register"));
@@ -147,7 +147,7 @@ TEST_F(SettingsAnnouncementTest, theLoginItemIsNoSettingAndChangesNone)
     EXPECT_THAT(loginItem->calls, ElementsAre("register")) << "the setter alone registers nothing";
 }
 
-TEST_F(SettingsAnnouncementTest, aFailedUnregistrationIsLoggedToo)
+TEST_F(SettingsAnnouncementTest, failedUnregistrationIsLogged)
 {
     const RecordingLog log;
     loginItem->answer = LoginItemStatus::Enabled;
@@ -157,7 +157,7 @@ TEST_F(SettingsAnnouncementTest, aFailedUnregistrationIsLoggedToo)
     EXPECT_FALSE(settings.launchAtLogin());
 }
 
-TEST_F(SettingsAnnouncementTest, aReleasedSharedInstanceIsMadeAgain)
+TEST_F(SettingsAnnouncementTest, releasedSharedInstanceIsRecreated)
 {
     int made = 0;
     TalmoSettings::setSharedFactory([&] {

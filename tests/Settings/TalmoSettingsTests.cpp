@@ -17,7 +17,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
 
-/// Writes down what it is asked for; registering fails when told so.
+/// Records its calls; registering fails on demand.
 class TalmoSettingsTest : public testing::Test {
 protected:
     std::shared_ptr<MemoryUserDefaults> defaults = std::make_shared<MemoryUserDefaults>();
@@ -28,7 +28,7 @@ const QStringList freshWords{u"Talmo"_s, u"Terraform"_s, u"CloudFormation"_s, u"
 
 } // namespace
 
-TEST_F(TalmoSettingsTest, freshInstall)
+TEST_F(TalmoSettingsTest, freshInstallHasDefaults)
 {
     const TalmoSettings settings(defaults, loginItem);
     EXPECT_TRUE(settings.aiCleanupEnabled());
@@ -41,7 +41,7 @@ TEST_F(TalmoSettingsTest, freshInstall)
     EXPECT_THAT(loginItem->calls, IsEmpty());
 }
 
-TEST_F(TalmoSettingsTest, startsFromTheStoredValues)
+TEST_F(TalmoSettingsTest, startsFromStoredValues)
 {
     defaults->store(u"talmo.aiCleanupEnabled"_s, false);
     defaults->store(u"talmo.conciseTextEnabled"_s, true);
@@ -54,13 +54,13 @@ TEST_F(TalmoSettingsTest, startsFromTheStoredValues)
     EXPECT_TRUE(settings.conciseTextEnabled());
     EXPECT_EQ(settings.textTone(), TextTone::Polite);
     EXPECT_TRUE(settings.launchAtLogin());
-    EXPECT_EQ(settings.dictionaryWords(), QStringList()) << "an empty list that was saved stays empty";
+    EXPECT_EQ(settings.dictionaryWords(), QStringList()) << "a saved empty list stays empty";
     EXPECT_EQ(settings.hotkeyDisplayName(), u"F13"_s);
     EXPECT_THAT(defaults->writes, IsEmpty());
     EXPECT_THAT(loginItem->calls, IsEmpty()) << "the preference alone registers nothing";
 }
 
-TEST_F(TalmoSettingsTest, valuesOfTheWrongTypeGiveTheDefaults)
+TEST_F(TalmoSettingsTest, wrongTypesFallBackToDefaults)
 {
     defaults->store(u"talmo.aiCleanupEnabled"_s, u"false"_s);
     defaults->store(u"talmo.conciseTextEnabled"_s, u"true"_s);
@@ -77,7 +77,7 @@ TEST_F(TalmoSettingsTest, valuesOfTheWrongTypeGiveTheDefaults)
     EXPECT_EQ(settings.hotkeyDisplayName(), u"fn"_s);
 }
 
-TEST_F(TalmoSettingsTest, anUnknownToneIsStandardAndStaysStoredUntilAnotherIsPicked)
+TEST_F(TalmoSettingsTest, unknownToneReadsAsStandardAndStaysStored)
 {
     defaults->store(u"talmo.textTone"_s, u"casual"_s);
     TalmoSettings settings(defaults, loginItem);
@@ -109,7 +109,7 @@ TEST_F(TalmoSettingsTest, everySetterWritesThrough)
     EXPECT_EQ(next.dictionaryWords(), (QStringList{u"One"_s, u"Two"_s}));
 }
 
-TEST_F(TalmoSettingsTest, anEqualValueIsAnnouncedBeforeItIsStoredAndWritten)
+TEST_F(TalmoSettingsTest, equalValueIsAnnouncedStoredAndWritten)
 {
     TalmoSettings settings(defaults, loginItem);
     std::vector<bool> seen;
@@ -145,7 +145,7 @@ TEST_F(TalmoSettingsTest, composedAndDecomposedAreOneWord)
     EXPECT_EQ(settings.dictionaryWords(), before);
 }
 
-TEST_F(TalmoSettingsTest, theLoginItemIsBroughtInLineOnlyWhereItIsNot)
+TEST_F(TalmoSettingsTest, updatesLoginItemOnlyWhenItDiffers)
 {
     TalmoSettings settings(defaults, loginItem);
     struct Row {
@@ -167,7 +167,7 @@ TEST_F(TalmoSettingsTest, theLoginItemIsBroughtInLineOnlyWhereItIsNot)
     EXPECT_THAT(defaults->writes, IsEmpty()) << "the preference is set by its own setter";
 }
 
-TEST_F(TalmoSettingsTest, aLoginItemThatFailsIsLoggedAndThePreferenceStays)
+TEST_F(TalmoSettingsTest, failingLoginItemIsLoggedAndPreferenceStays)
 {
     const RecordingLog log;
     TalmoSettings settings(defaults, loginItem);
@@ -179,7 +179,7 @@ TEST_F(TalmoSettingsTest, aLoginItemThatFailsIsLoggedAndThePreferenceStays)
     EXPECT_THAT(log.formats(), ElementsAre(u"Failed to update launch-at-login: %@"_s));
 }
 
-TEST_F(TalmoSettingsTest, theSharedOneIsMadeOnceOnFirstUse)
+TEST_F(TalmoSettingsTest, sharedInstanceIsCreatedOnceOnFirstUse)
 {
     int made = 0;
     TalmoSettings::setSharedFactory([&] {

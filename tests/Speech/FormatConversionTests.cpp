@@ -12,7 +12,7 @@ namespace {
 
 const AudioFormat target{16000, 1, SampleType::Int16};
 
-/// Writes down what it was asked and takes what it is given.
+/// Records its calls and consumes its input.
 class ScriptedConverter final : public AudioConverter {
 public:
     struct Script {
@@ -65,7 +65,7 @@ protected:
         box.targetFormat = target;
     }
 
-    /// What the analyzer gets for this buffer.
+    /// What the analyzer receives for this buffer.
     std::shared_ptr<const AudioBuffer> send(const std::shared_ptr<const AudioBuffer> &buffer)
     {
         std::shared_ptr<const AudioBuffer> received;
@@ -86,7 +86,7 @@ protected:
 
 } // namespace
 
-TEST(ConversionCapacity, isTheExactRatioTruncatedPlus1024)
+TEST(ConversionCapacity, isTruncatedExactRatioPlus1024)
 {
     EXPECT_EQ(conversionCapacity(48000, 16000, 4800), 2624U);
     EXPECT_EQ(conversionCapacity(44100, 16000, 1024), 1395U);
@@ -94,7 +94,7 @@ TEST(ConversionCapacity, isTheExactRatioTruncatedPlus1024)
     EXPECT_EQ(conversionCapacity(48000, 16000, 0), 1024U);
 }
 
-TEST(ConversionCapacity, countsRatesUpTo1HzAs1)
+TEST(ConversionCapacity, clampsSourceRateToAtLeast1Hz)
 {
     EXPECT_EQ(conversionCapacity(0, 16000, 2), 33024U);
     EXPECT_EQ(conversionCapacity(1, 16000, 2), 33024U);
@@ -102,14 +102,14 @@ TEST(ConversionCapacity, countsRatesUpTo1HzAs1)
     EXPECT_EQ(conversionCapacity(std::numeric_limits<double>::quiet_NaN(), 16000, 2), 33024U);
 }
 
-TEST(ConversionCapacity, countsRatesUpToOneAsOne)
+TEST(ConversionCapacity, handlesFractionalAndNegativeRates)
 {
     EXPECT_EQ(conversionCapacity(1.25, 12.5, 10), 1124U);
     EXPECT_EQ(conversionCapacity(0.5, 10, 10), 1124U);
-    EXPECT_EQ(conversionCapacity(1, -0.5, 1), 1024U) << "above -1 it is cut to nothing";
+    EXPECT_EQ(conversionCapacity(1, -0.5, 1), 1024U) << "above -1 it truncates to zero";
 }
 
-TEST(ConversionCapacity, takesTheLastCountThatLeavesRoom)
+TEST(ConversionCapacity, acceptsLargestFrameCountThatFits)
 {
     constexpr quint32 largest = std::numeric_limits<quint32>::max();
     EXPECT_EQ(conversionCapacity(1, 1, largest - 1024), largest);
@@ -119,7 +119,7 @@ TEST(ConversionCapacity, takesTheLastCountThatLeavesRoom)
     EXPECT_DEATH(conversionCapacity(1, -1, 1), "do not fit in a buffer");
 }
 
-TEST(ConversionCapacityDeathTest, endsTheProcessWhenNoBufferCanHoldIt)
+TEST(ConversionCapacityDeathTest, abortsWhenNoBufferCanHoldTheResult)
 {
     EXPECT_DEATH(conversionCapacity(0, 16000, 300000), "do not fit in a buffer");
     EXPECT_DEATH(conversionCapacity(1, std::numeric_limits<double>::infinity(), 1), "do not fit in a buffer");
@@ -127,7 +127,7 @@ TEST(ConversionCapacityDeathTest, endsTheProcessWhenNoBufferCanHoldIt)
     EXPECT_DEATH(conversionCapacity(1, 1, std::numeric_limits<quint32>::max() - 1000), "no room for the margin");
 }
 
-TEST_F(FormatConversionTest, makesOneConverterAndReusesIt)
+TEST_F(FormatConversionTest, createsOneConverterAndReusesIt)
 {
     const auto first = send(silence({48000, 1, SampleType::Float32}, 4800));
     const auto second = send(silence({48000, 1, SampleType::Float32}, 4800));
@@ -138,21 +138,21 @@ TEST_F(FormatConversionTest, makesOneConverterAndReusesIt)
     EXPECT_THAT(factory->script->capacities, testing::ElementsAre(2624U, 2624U));
 }
 
-TEST_F(FormatConversionTest, givesTheInputOnceAndNeverReportsAnEnd)
+TEST_F(FormatConversionTest, suppliesInputOnceAndNeverReportsEnd)
 {
     send(silence({48000, 1, SampleType::Float32}, 10));
     using enum ConverterInputStatus;
     EXPECT_THAT(factory->script->statuses, testing::ElementsAre(HaveData, NoDataNow, NoDataNow));
 }
 
-TEST_F(FormatConversionTest, equalFormatsAreConvertedToo)
+TEST_F(FormatConversionTest, convertsEqualFormatsToo)
 {
     send(silence(target, 512));
     EXPECT_EQ(factory->script->converted, 1);
     EXPECT_THAT(factory->script->capacities, testing::ElementsAre(1536U));
 }
 
-TEST_F(FormatConversionTest, withoutAConverterBuffersGoUnconvertedAndEachTriesAgain)
+TEST_F(FormatConversionTest, withoutConverterSendsUnconvertedAndRetries)
 {
     factory->refuses = true;
     const auto buffer = silence({48000, 1, SampleType::Float32}, 10);
@@ -161,7 +161,7 @@ TEST_F(FormatConversionTest, withoutAConverterBuffersGoUnconvertedAndEachTriesAg
     EXPECT_EQ(factory->script->made, 2);
 }
 
-TEST_F(FormatConversionTest, aFailedConversionSendsTheBufferAsItCameAndKeepsTheConverter)
+TEST_F(FormatConversionTest, failedConversionSendsOriginalBufferAndKeepsConverter)
 {
     factory->script->fails = true;
     const auto buffer = silence({48000, 1, SampleType::Float32}, 10);
@@ -171,7 +171,7 @@ TEST_F(FormatConversionTest, aFailedConversionSendsTheBufferAsItCameAndKeepsTheC
     EXPECT_EQ(factory->script->made, 1);
 }
 
-TEST_F(FormatConversionTest, aFormatThatChangesKeepsTheFirstConverter)
+TEST_F(FormatConversionTest, formatChangeKeepsFirstConverter)
 {
     send(silence({48000, 1, SampleType::Float32}, 10));
     send(silence({44100, 2, SampleType::Float32}, 10));
@@ -179,7 +179,7 @@ TEST_F(FormatConversionTest, aFormatThatChangesKeepsTheFirstConverter)
     EXPECT_EQ(factory->script->converted, 2);
 }
 
-TEST_F(FormatConversionTest, aBufferAfterTheEndIsConvertedAndDropped)
+TEST_F(FormatConversionTest, bufferAfterEndIsConvertedAndDropped)
 {
     continuation.finish();
     EXPECT_EQ(send(silence({48000, 1, SampleType::Float32}, 10)), nullptr);

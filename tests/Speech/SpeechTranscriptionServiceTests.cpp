@@ -50,7 +50,7 @@ QCoro::Task<void> noteOutcome(QCoro::Task<Value> task, QString *outcome)
     }
 }
 
-/// The actor runs on the test's own thread here: everything but the threads is real.
+/// Runs on the test's thread; everything else is real.
 class SpeechTranscriptionServiceTest : public testing::Test {
 protected:
     template <typename Value>
@@ -90,7 +90,7 @@ protected:
 
 } // namespace
 
-TEST(TranscriptionError, hasItsDescriptions)
+TEST(TranscriptionError, hasExpectedDescriptions)
 {
     using Case = TranscriptionError::Case;
     const auto text = [](Case which) { return TranscriptionError(which).localizedDescription(); };
@@ -104,7 +104,7 @@ TEST(TranscriptionError, hasItsDescriptions)
     EXPECT_EQ(text(Case::NotRecording), notRecording);
 }
 
-TEST_F(SpeechTranscriptionServiceTest, modelStatusAsksInOrder)
+TEST_F(SpeechTranscriptionServiceTest, modelStatusQueriesInOrder)
 {
     EXPECT_EQ(outcomeOf(service->modelStatus(u"en-GB"_s)), u"supported 1 installed 1"_s);
     EXPECT_THAT(platform->calls, ElementsAre("supportedLocale en-GB", "makeTranscriber en_US preset", "assetStatus"));
@@ -124,7 +124,7 @@ TEST_F(SpeechTranscriptionServiceTest, modelStatusIsBothFalseWhenUnavailableOrUn
     EXPECT_EQ(outcomeOf(service->modelStatus(u"xx"_s)), u"supported 0 installed 0"_s);
 }
 
-TEST_F(SpeechTranscriptionServiceTest, installModelDownloadsWhatIsMissing)
+TEST_F(SpeechTranscriptionServiceTest, installModelDownloadsMissingAssets)
 {
     auto request = std::make_shared<Request>();
     auto gate = Completion<void>::make();
@@ -148,7 +148,7 @@ TEST_F(SpeechTranscriptionServiceTest, installModelWithoutARequestSucceedsWithou
     EXPECT_EQ(outcomeOf(service->installModel(u"en"_s)), u"done"_s);
 }
 
-TEST_F(SpeechTranscriptionServiceTest, installModelPassesFailuresOn)
+TEST_F(SpeechTranscriptionServiceTest, installModelPropagatesFailures)
 {
     platform->onRequest = [] {
         return failed<std::shared_ptr<AssetInstallationRequest>>(std::make_exception_ptr(Error(u"no request"_s)));
@@ -163,7 +163,7 @@ TEST_F(SpeechTranscriptionServiceTest, installModelPassesFailuresOn)
               TranscriptionError(TranscriptionError::Case::LocaleNotSupported).localizedDescription());
 }
 
-TEST_F(SpeechTranscriptionServiceTest, startGoesStepByStepWithTheRecorderBeforeTheAnalyzer)
+TEST_F(SpeechTranscriptionServiceTest, startRunsRecorderBeforeAnalyzer)
 {
     platform->finalResult = u"hello"_s;
     EXPECT_EQ(start(u"en-GB"_s), u"done"_s);
@@ -172,7 +172,7 @@ TEST_F(SpeechTranscriptionServiceTest, startGoesStepByStepWithTheRecorderBeforeT
     EXPECT_TRUE(recorder->isRecording());
 }
 
-TEST_F(SpeechTranscriptionServiceTest, startFailsWithItsErrors)
+TEST_F(SpeechTranscriptionServiceTest, startFailsWithExpectedErrors)
 {
     using Case = TranscriptionError::Case;
     const auto text = [](Case which) { return TranscriptionError(which).localizedDescription(); };
@@ -188,7 +188,7 @@ TEST_F(SpeechTranscriptionServiceTest, startFailsWithItsErrors)
     EXPECT_EQ(stop(), notRecording);
 }
 
-TEST_F(SpeechTranscriptionServiceTest, stopWithoutAStartOrAfterAStopOrACancelIsNotRecording)
+TEST_F(SpeechTranscriptionServiceTest, stopWithoutRecordingFails)
 {
     EXPECT_EQ(stop(), notRecording);
     start();
@@ -200,7 +200,7 @@ TEST_F(SpeechTranscriptionServiceTest, stopWithoutAStartOrAfterAStopOrACancelIsN
     EXPECT_EQ(stop(), notRecording);
 }
 
-TEST_F(SpeechTranscriptionServiceTest, everyNonEmptyUpdateIsTheWholeTextSoFar)
+TEST_F(SpeechTranscriptionServiceTest, eachUpdateIsTheWholeTextSoFar)
 {
     start();
     yield(u"hello"_s, false);
@@ -212,7 +212,7 @@ TEST_F(SpeechTranscriptionServiceTest, everyNonEmptyUpdateIsTheWholeTextSoFar)
     EXPECT_EQ(stop(), u"text: hello world again and again"_s);
 }
 
-TEST_F(SpeechTranscriptionServiceTest, anEmptyTextIsNotPublished)
+TEST_F(SpeechTranscriptionServiceTest, emptyTextIsNotPublished)
 {
     start();
     yield(u""_s, false);
@@ -220,7 +220,7 @@ TEST_F(SpeechTranscriptionServiceTest, anEmptyTextIsNotPublished)
     EXPECT_EQ(stop(), u"text: "_s);
 }
 
-TEST_F(SpeechTranscriptionServiceTest, resultsOfBlanksArePublishedAndTrimmedAway)
+TEST_F(SpeechTranscriptionServiceTest, blankResultsArePublishedAndTrimmedAtStop)
 {
     start();
     yield(u" "_s, true);
@@ -228,7 +228,7 @@ TEST_F(SpeechTranscriptionServiceTest, resultsOfBlanksArePublishedAndTrimmedAway
     EXPECT_EQ(stop(), u"text: "_s);
 }
 
-TEST_F(SpeechTranscriptionServiceTest, buffersReachTheAnalyzerAndThoseAfterStopAreDropped)
+TEST_F(SpeechTranscriptionServiceTest, buffersReachAnalyzerUntilStop)
 {
     start();
     speak();
@@ -241,7 +241,7 @@ TEST_F(SpeechTranscriptionServiceTest, buffersReachTheAnalyzerAndThoseAfterStopA
     EXPECT_EQ(*platform->receivedBuffers, 2);
 }
 
-TEST_F(SpeechTranscriptionServiceTest, textOfOneRecordingNeverLeaksIntoTheNext)
+TEST_F(SpeechTranscriptionServiceTest, textDoesNotLeakIntoNextRecording)
 {
     platform->finalResult = u"first"_s;
     start();
@@ -252,7 +252,7 @@ TEST_F(SpeechTranscriptionServiceTest, textOfOneRecordingNeverLeaksIntoTheNext)
     EXPECT_EQ(stop(), u"text: "_s);
 }
 
-TEST_F(SpeechTranscriptionServiceTest, whenTheRecorderFailsItsErrorIsPassedOnAndStopStillFinalises)
+TEST_F(SpeechTranscriptionServiceTest, recorderErrorIsPropagatedAndStopStillFinalises)
 {
     engine->format.channelCount = 0;
     EXPECT_EQ(start(), u"No microphone input is available."_s);
@@ -264,7 +264,7 @@ TEST_F(SpeechTranscriptionServiceTest, whenTheRecorderFailsItsErrorIsPassedOnAnd
     EXPECT_EQ(start(), u"done"_s);
 }
 
-TEST_F(SpeechTranscriptionServiceTest, aCancelClearsAHalfOpenRecording)
+TEST_F(SpeechTranscriptionServiceTest, cancelClearsHalfOpenRecording)
 {
     engine->startFailure = std::make_exception_ptr(Error(u"busy"_s));
     EXPECT_EQ(start(), u"Couldn't start audio capture: busy"_s);
@@ -273,7 +273,7 @@ TEST_F(SpeechTranscriptionServiceTest, aCancelClearsAHalfOpenRecording)
     EXPECT_EQ(platform->livingAnalyzers, 0);
 }
 
-TEST_F(SpeechTranscriptionServiceTest, aFailedFinalisationIsThrownAndLeavesTheFieldsForACancel)
+TEST_F(SpeechTranscriptionServiceTest, failedFinalisationThrowsAndKeepsStateForCancel)
 {
     platform->onFinalize = [] { return failed<void>(std::make_exception_ptr(Error(u"finalise"_s))); };
     start();
@@ -283,7 +283,7 @@ TEST_F(SpeechTranscriptionServiceTest, aFailedFinalisationIsThrownAndLeavesTheFi
     EXPECT_EQ(stop(), notRecording);
 }
 
-TEST_F(SpeechTranscriptionServiceTest, aFailureOfTheAnalyzersTaskIsSwallowedAtStop)
+TEST_F(SpeechTranscriptionServiceTest, stopIgnoresAnalyzerTaskFailure)
 {
     platform->startFailure = std::make_exception_ptr(Error(u"analyzer"_s));
     platform->finalResult = u"kept"_s;
@@ -292,7 +292,7 @@ TEST_F(SpeechTranscriptionServiceTest, aFailureOfTheAnalyzersTaskIsSwallowedAtSt
     EXPECT_THAT(errors, IsEmpty());
 }
 
-TEST_F(SpeechTranscriptionServiceTest, aFailureOfTheResultsGoesToOnErrorOnceAndStopKeepsTheText)
+TEST_F(SpeechTranscriptionServiceTest, resultFailureReportsOnceAndStopKeepsText)
 {
     start();
     yield(u"so far"_s, true);
@@ -303,7 +303,7 @@ TEST_F(SpeechTranscriptionServiceTest, aFailureOfTheResultsGoesToOnErrorOnceAndS
     EXPECT_EQ(errors.size(), 1U);
 }
 
-TEST_F(SpeechTranscriptionServiceTest, cancelPassesAStopThatWaitsForAFinaliseThatHangs)
+TEST_F(SpeechTranscriptionServiceTest, cancelOvertakesHangingStop)
 {
     auto hang = Completion<void>::make();
     platform->onFinalize = [hang] { return hang->future(); };
@@ -323,7 +323,7 @@ TEST_F(SpeechTranscriptionServiceTest, cancelPassesAStopThatWaitsForAFinaliseTha
     EXPECT_NE(stopOutcome, QString());
 }
 
-TEST_F(SpeechTranscriptionServiceTest, resultsAfterACancelReachNobody)
+TEST_F(SpeechTranscriptionServiceTest, resultsAfterCancelAreDropped)
 {
     start();
     const auto transcriber = platform->lastTranscriber.lock();
@@ -334,16 +334,16 @@ TEST_F(SpeechTranscriptionServiceTest, resultsAfterACancelReachNobody)
     EXPECT_THAT(errors, IsEmpty());
 }
 
-TEST_F(SpeechTranscriptionServiceTest, aSecondStartKeepsTheFirstHandlerAndTheOverwrittenAnalyzerEndsAndIsFreed)
+TEST_F(SpeechTranscriptionServiceTest, secondStartKeepsFirstHandlerAndFreesReplacedAnalyzer)
 {
     start();
     const auto first = platform->lastAnalyzer;
     EXPECT_EQ(start(), u"done"_s);
     EXPECT_EQ(platform->livingAnalyzers, 2);
-    speak(); // Goes to the first one: the recorder keeps its handler.
+    speak(); // Goes to the first analyzer: the recorder keeps its handler.
     settle();
     EXPECT_EQ(*platform->receivedBuffers, 1);
-    recorder->stop(); // Drops the first handler, and with it the first stream's last continuation.
+    recorder->stop(); // Drops the first handler and with it the first stream's last continuation.
     settle();
     EXPECT_TRUE(first.expired());
     EXPECT_EQ(platform->livingAnalyzers, 1);
@@ -351,7 +351,7 @@ TEST_F(SpeechTranscriptionServiceTest, aSecondStartKeepsTheFirstHandlerAndTheOve
     EXPECT_EQ(platform->livingAnalyzers, 0);
 }
 
-TEST_F(SpeechTranscriptionServiceTest, canEndWhileItRecords)
+TEST_F(SpeechTranscriptionServiceTest, canBeDestroyedWhileRecording)
 {
     start();
     yield(u"hello"_s, false);
@@ -361,14 +361,14 @@ TEST_F(SpeechTranscriptionServiceTest, canEndWhileItRecords)
     EXPECT_THAT(updates, ElementsAre(u"hello"_s));
 }
 
-TEST_F(SpeechTranscriptionServiceTest, garbageForALocaleIsHandedToThePlatformAsItIs)
+TEST_F(SpeechTranscriptionServiceTest, passesGarbageLocaleToPlatformUnchanged)
 {
     platform->supported.reset();
     const QString garbage = QString(QChar(0xD800)) + u"\n../../x"_s;
     EXPECT_EQ(outcomeOf(service->modelStatus(garbage)), u"supported 0 installed 0"_s);
 }
 
-TEST(SpeechTranscriptionServiceThreads, answersAndCallsBackOnTheMainThreadFromAThreadOfItsOwn)
+TEST(SpeechTranscriptionServiceThreads, runsOnOwnThreadAndCallsBackOnMainThread)
 {
     const auto platform = std::make_shared<ScriptedSpeechPlatform>();
     platform->finalResult = u"threaded"_s;

@@ -19,19 +19,19 @@ TranscriptAccumulator folded(std::initializer_list<std::pair<QString, bool>> res
 
 } // namespace
 
-TEST(TranscriptAccumulator, noResultsGiveTheEmptyText)
+TEST(TranscriptAccumulator, noResultsYieldEmptyText)
 {
     EXPECT_EQ(folded({}).combinedText(), QString());
 }
 
-TEST(TranscriptAccumulator, aVolatileResultReplacesTheOneBefore)
+TEST(TranscriptAccumulator, volatileResultReplacesPreviousOne)
 {
     const auto text = folded({{u"hello"_s, false}, {u"hello world"_s, false}});
     EXPECT_EQ(text.volatileText(), u"hello world"_s);
     EXPECT_EQ(text.combinedText(), u"hello world"_s);
 }
 
-TEST(TranscriptAccumulator, aFinalResultTakesTheVolatileOnesPlace)
+TEST(TranscriptAccumulator, finalResultReplacesVolatileOne)
 {
     const auto text = folded({{u"hello wor"_s, false}, {u"hello world"_s, true}});
     EXPECT_EQ(text.finalizedText(), u"hello world"_s);
@@ -39,30 +39,30 @@ TEST(TranscriptAccumulator, aFinalResultTakesTheVolatileOnesPlace)
     EXPECT_EQ(text.combinedText(), u"hello world"_s);
 }
 
-TEST(TranscriptAccumulator, finalsAndTheTailAreJoinedBySpaces)
+TEST(TranscriptAccumulator, joinsFinalsAndTailWithSpaces)
 {
     EXPECT_EQ(folded({{u"one"_s, true}, {u"two"_s, true}, {u"thr"_s, false}}).combinedText(), u"one two thr"_s);
 }
 
-TEST(TranscriptAccumulator, anEmptyFinalLeavesATrailingSpace)
+TEST(TranscriptAccumulator, emptyFinalLeavesTrailingSpace)
 {
     const auto text = folded({{u"one"_s, true}, {QString(), true}});
     EXPECT_EQ(text.finalizedText(), u"one "_s);
     EXPECT_EQ(text.combinedText(), u"one "_s);
 }
 
-TEST(TranscriptAccumulator, anEmptyFirstFinalAddsNoSeparator)
+TEST(TranscriptAccumulator, emptyFirstFinalAddsNoSeparator)
 {
     EXPECT_EQ(folded({{QString(), true}}).finalizedText(), QString());
     EXPECT_EQ(folded({{QString(), true}, {u"one"_s, true}}).finalizedText(), u"one"_s);
 }
 
-TEST(TranscriptAccumulator, aSingleBlankIsNotEmpty)
+TEST(TranscriptAccumulator, singleSpaceIsNotEmpty)
 {
     EXPECT_EQ(folded({{u" "_s, false}}).combinedText(), u" "_s);
 }
 
-TEST(TranscriptAccumulator, takesTextsAsTheyComeWithBlanksAtTheSeam)
+TEST(TranscriptAccumulator, keepsSpacesBetweenResults)
 {
     EXPECT_EQ(folded({{u"one"_s, true}, {u" two"_s, true}}).combinedText(), u"one  two"_s);
 }

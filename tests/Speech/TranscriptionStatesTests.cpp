@@ -1,4 +1,4 @@
-// The states between idle and transcribing, results that come late, and the failures of each step.
+// The states between idle and transcribing, late results, and failures of each step.
 
 #include "Speech/SpeechTranscriptionService.h"
 
@@ -22,7 +22,7 @@ namespace {
 
 const QString notRecording = u"Not currently recording."_s;
 
-/// Makes no converter, and writes down between which formats it was to.
+/// Creates no converter; records the formats requested.
 class WatchedConverters final : public AudioConverterFactory {
 public:
     mutable std::vector<std::pair<AudioFormat, AudioFormat>> asked;
@@ -50,7 +50,7 @@ QCoro::Task<void> noteOutcome(QCoro::Task<Value> task, std::shared_ptr<QString> 
 
 class TranscriptionStatesTest : public testing::Test {
 protected:
-    /// What the task comes to; empty while it waits.
+    /// The task's outcome; empty while it is pending.
     template <typename Value>
     std::shared_ptr<QString> run(QCoro::Task<Value> task)
     {
@@ -103,7 +103,7 @@ protected:
 
 } // namespace
 
-TEST_F(TranscriptionStatesTest, aRecorderThatFailsStartsNoAnalyzer)
+TEST_F(TranscriptionStatesTest, failingRecorderStartsNoAnalyzer)
 {
     engine->startFailure = std::make_exception_ptr(Error(u"busy"_s));
     EXPECT_EQ(start(), u"Couldn't start audio capture: busy"_s);
@@ -115,7 +115,7 @@ TEST_F(TranscriptionStatesTest, aRecorderThatFailsStartsNoAnalyzer)
     EXPECT_EQ(platform->livingAnalyzers, 1);
 }
 
-TEST_F(TranscriptionStatesTest, aStartOverwritesAHalfOpenRecording)
+TEST_F(TranscriptionStatesTest, startReplacesHalfOpenRecording)
 {
     engine->startFailure = std::make_exception_ptr(Error(u"busy"_s));
     start();
@@ -127,7 +127,7 @@ TEST_F(TranscriptionStatesTest, aStartOverwritesAHalfOpenRecording)
     EXPECT_EQ(platform->livingAnalyzers, 0);
 }
 
-TEST_F(TranscriptionStatesTest, aCancelOfAHalfOpenRecordingReachesItsAnalyzer)
+TEST_F(TranscriptionStatesTest, cancelOfHalfOpenRecordingReachesAnalyzer)
 {
     engine->startFailure = std::make_exception_ptr(Error(u"busy"_s));
     start();
@@ -139,14 +139,14 @@ TEST_F(TranscriptionStatesTest, aCancelOfAHalfOpenRecordingReachesItsAnalyzer)
     EXPECT_THAT(platform->calls, IsEmpty()) << "nothing is left to cancel";
 }
 
-TEST_F(TranscriptionStatesTest, aCancelWhenIdleDoesNothing)
+TEST_F(TranscriptionStatesTest, cancelWhenIdleDoesNothing)
 {
     EXPECT_EQ(*cancel(), u"done"_s);
     EXPECT_THAT(platform->calls, IsEmpty());
     EXPECT_EQ(*stop(), notRecording);
 }
 
-TEST_F(TranscriptionStatesTest, theFailedStartOfARecorderKeepsNoTextOfTheRecordingBefore)
+TEST_F(TranscriptionStatesTest, failedRecorderStartClearsPreviousText)
 {
     platform->finalResult = u"first"_s;
     start();
@@ -158,7 +158,7 @@ TEST_F(TranscriptionStatesTest, theFailedStartOfARecorderKeepsNoTextOfTheRecordi
     EXPECT_EQ(*stop(), u"text: "_s);
 }
 
-TEST_F(TranscriptionStatesTest, stopEndsTheInputBeforeItHasTheAnalyzerFinish)
+TEST_F(TranscriptionStatesTest, stopEndsInputBeforeFinalisingAnalyzer)
 {
     start();
     speak();
@@ -172,7 +172,7 @@ TEST_F(TranscriptionStatesTest, stopEndsTheInputBeforeItHasTheAnalyzerFinish)
     EXPECT_EQ(*platform->receivedBuffers, 1);
 }
 
-TEST_F(TranscriptionStatesTest, stopWaitsForTheAnalyzersTask)
+TEST_F(TranscriptionStatesTest, stopWaitsForAnalyzerTask)
 {
     const auto running = Completion<void>::make();
     platform->onStart = [running] { return running->future(); };
@@ -184,7 +184,7 @@ TEST_F(TranscriptionStatesTest, stopWaitsForTheAnalyzersTask)
     EXPECT_EQ(*outcome, u"text: "_s);
 }
 
-TEST_F(TranscriptionStatesTest, stopWaitsForTheLastResults)
+TEST_F(TranscriptionStatesTest, stopWaitsForLastResults)
 {
     start();
     platform->onFinalize = [] { return ready(); };
@@ -199,7 +199,7 @@ TEST_F(TranscriptionStatesTest, stopWaitsForTheLastResults)
     EXPECT_EQ(*outcome, u"text: late but in time"_s);
 }
 
-TEST_F(TranscriptionStatesTest, aFailedFinalisationKeepsTheRecordingForACancel)
+TEST_F(TranscriptionStatesTest, failedFinalisationKeepsRecordingForCancel)
 {
     start();
     results().second.yield({u"so far"_s, true});
@@ -214,7 +214,7 @@ TEST_F(TranscriptionStatesTest, aFailedFinalisationKeepsTheRecordingForACancel)
     EXPECT_EQ(platform->livingAnalyzers, 0);
 }
 
-TEST_F(TranscriptionStatesTest, cancelEndsTheInputAndStopsBothTasks)
+TEST_F(TranscriptionStatesTest, cancelEndsInputAndStopsBothTasks)
 {
     start();
     EXPECT_FALSE(platform->lastStop.stop_requested());
@@ -236,7 +236,7 @@ TEST_F(TranscriptionStatesTest, cancelEndsTheInputAndStopsBothTasks)
     EXPECT_EQ(platform->livingAnalyzers, 0);
 }
 
-TEST_F(TranscriptionStatesTest, aCancelWhoseAnalyzerFailsClearsAllTheSame)
+TEST_F(TranscriptionStatesTest, cancelClearsStateEvenIfAnalyzerFails)
 {
     start();
     platform->onCancel = [] { return failed<void>(std::make_exception_ptr(Error(u"stuck"_s))); };
@@ -245,7 +245,7 @@ TEST_F(TranscriptionStatesTest, aCancelWhoseAnalyzerFailsClearsAllTheSame)
     EXPECT_EQ(*stop(), notRecording);
 }
 
-TEST_F(TranscriptionStatesTest, aFailureOfTheResultsAfterACancelIsNotReported)
+TEST_F(TranscriptionStatesTest, resultFailureAfterCancelIsNotReported)
 {
     start();
     const auto gate = Completion<void>::make();
@@ -258,7 +258,7 @@ TEST_F(TranscriptionStatesTest, aFailureOfTheResultsAfterACancelIsNotReported)
     settle();
 }
 
-TEST_F(TranscriptionStatesTest, resultsThatEndWellReportNoError)
+TEST_F(TranscriptionStatesTest, successfulResultsReportNoError)
 {
     start();
     results().second.finish();
@@ -267,14 +267,14 @@ TEST_F(TranscriptionStatesTest, resultsThatEndWellReportNoError)
     EXPECT_EQ(*stop(), u"text: "_s);
 }
 
-TEST_F(TranscriptionStatesTest, theNextResultWaitsUntilTheUpdateHasReturned)
+TEST_F(TranscriptionStatesTest, nextResultWaitsForUpdateHandler)
 {
     start();
     bool isUpdating = false;
     onUpdate = [&] {
-        EXPECT_FALSE(isUpdating) << "the next update came within this one";
+        EXPECT_FALSE(isUpdating) << "the next update was nested in this one";
         isUpdating = true;
-        settle(); // Whatever could run now, runs.
+        settle(); // Runs everything that is ready.
         isUpdating = false;
     };
     const auto continuation = results().second;
@@ -285,17 +285,17 @@ TEST_F(TranscriptionStatesTest, theNextResultWaitsUntilTheUpdateHasReturned)
     EXPECT_THAT(updates, ElementsAre(u"a"_s, u"a b"_s, u"a b c"_s));
 }
 
-TEST_F(TranscriptionStatesTest, buffersAreConvertedFromTheMicrophonesToTheAnalyzersFormat)
+TEST_F(TranscriptionStatesTest, convertsBuffersToAnalyzerFormat)
 {
     start();
     speak();
     speak();
     const std::pair formats(engine->format, *platform->format);
-    EXPECT_THAT(converters->asked, ElementsAre(formats, formats)) << "none could be made, so each buffer tries again";
+    EXPECT_THAT(converters->asked, ElementsAre(formats, formats)) << "no converter yet, so each buffer tries again";
     EXPECT_EQ(*platform->receivedBuffers, 2);
 }
 
-TEST_F(TranscriptionStatesTest, whatIsCapturedWhileTheRecorderStartsIsConvertedAndKept)
+TEST_F(TranscriptionStatesTest, keepsAudioCapturedDuringRecorderStart)
 {
     engine->onStart = [this] { engine->capture(silence(engine->format, 10)); };
     EXPECT_EQ(start(), u"done"_s);
@@ -304,13 +304,13 @@ TEST_F(TranscriptionStatesTest, whatIsCapturedWhileTheRecorderStartsIsConvertedA
     EXPECT_EQ(*platform->receivedBuffers, 1);
 }
 
-TEST_F(TranscriptionStatesTest, stopWaitsUntilAnErrorOfTheResultsWasReported)
+TEST_F(TranscriptionStatesTest, stopWaitsForResultErrorReport)
 {
     start();
     auto outcome = std::make_shared<QString>();
     bool wasReported = false;
     onError = [&] {
-        settle(); // Whatever could run now, runs.
+        settle(); // Runs everything that is ready.
         EXPECT_EQ(*outcome, QString());
         wasReported = true;
     };
@@ -321,7 +321,7 @@ TEST_F(TranscriptionStatesTest, stopWaitsUntilAnErrorOfTheResultsWasReported)
     EXPECT_EQ(*outcome, u"text: "_s);
 }
 
-TEST_F(TranscriptionStatesTest, aStoppedRecordingKeepsNothingOfThePlatforms)
+TEST_F(TranscriptionStatesTest, stoppedRecordingReleasesAnalyzerAndTranscriber)
 {
     start();
     stop();
@@ -329,7 +329,7 @@ TEST_F(TranscriptionStatesTest, aStoppedRecordingKeepsNothingOfThePlatforms)
     EXPECT_TRUE(platform->lastTranscriber.expired());
 }
 
-TEST_F(TranscriptionStatesTest, aServiceThatEndsFreesItsAnalyzer)
+TEST_F(TranscriptionStatesTest, destructionFreesAnalyzer)
 {
     start();
     const auto analyzer = platform->lastAnalyzer;

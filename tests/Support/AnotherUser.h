@@ -8,7 +8,7 @@
 
 namespace talmo::test {
 
-/// Lets this process act as an ordinary user other than itself while it lives. Only root may do so.
+/// While it lives, this process acts as another, unprivileged user. Needs root.
 class AnotherUser {
 public:
     static constexpr uid_t id = 12345;
@@ -18,7 +18,7 @@ public:
     AnotherUser()
     {
         if (seteuid(id) != 0) {
-            ADD_FAILURE() << "cannot be somebody else";
+            ADD_FAILURE() << "cannot act as another user";
         }
     }
     ~AnotherUser()

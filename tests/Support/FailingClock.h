@@ -5,7 +5,7 @@
 
 namespace talmo::test {
 
-/// Time stands still, and no wait can be made: the process is out of descriptors.
+/// Time stands still, and every sleep fails, as when the process is out of file descriptors.
 class FailingClock final : public Clock {
 public:
     Instant now() const override { return Instant(std::chrono::hours(1)); }

@@ -11,13 +11,13 @@
 
 namespace talmo::test {
 
-/// A microphone that captures what a test gives it, and writes down its calls.
+/// A microphone that captures what the test supplies and records its calls.
 class FakeAudioEngine final : public AudioEngine {
 public:
     AudioFormat format{48000, 1, SampleType::Float32};
     std::exception_ptr tapFailure;
     std::exception_ptr startFailure;
-    /// Called within start() and stop().
+    /// Called inside start() and stop().
     std::function<void()> onStart;
     std::function<void()> onStop;
     std::vector<std::string> calls;

@@ -10,14 +10,14 @@
 
 namespace talmo::test {
 
-/// Delivers the events that a test makes, to the global or the local monitors.
+/// Delivers the test's events to the global or local monitors.
 class FakeEventMonitor final : public EventMonitor {
 public:
     bool offersGlobal = true;
     bool offersLocal = true;
     bool isApplicationActive = false;
     std::vector<quint64> masks;
-    /// What the local monitors gave back.
+    /// The events returned by the local monitors.
     std::vector<std::optional<FlagsChangedEvent>> delivered;
 
     std::shared_ptr<EventMonitorToken> addGlobalMonitor(quint64 eventMask,

@@ -9,7 +9,7 @@
 
 namespace talmo::test {
 
-/// A pasteboard in memory that writes down its calls; a key poster beside it that writes into the same list.
+/// An in-memory pasteboard and a key event poster that record their calls in one list.
 class FakePasteboard final : public Pasteboard {
 public:
     std::vector<std::string> calls;

@@ -7,7 +7,7 @@
 
 namespace talmo::test {
 
-/// Recognisers and models as the test sets them, and what was asked for.
+/// Recognisers and models as set by the test; records the calls.
 class FakeRecogniserSettings final : public RecogniserSettings {
 public:
     QList<Choice> allChoices{{QStringLiteral("automatic"), QStringLiteral("Automatic (the best there is)")},

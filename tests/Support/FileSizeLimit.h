@@ -5,7 +5,7 @@
 
 namespace talmo::test {
 
-/// Stands in for a full disk: no file may grow beyond this while it lives.
+/// Simulates a full disk: while it lives, no file may grow beyond this many bytes.
 class FileSizeLimit {
 public:
     explicit FileSizeLimit(rlim_t bytes)

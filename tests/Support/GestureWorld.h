@@ -11,8 +11,7 @@
 
 namespace talmo::test {
 
-/// The way from the key to the coordinator with its real parts, in virtual time, between fakes that write down their
-/// calls.
+/// The real path from the key to the coordinator, in virtual time, between fakes that record their calls.
 class GestureWorld {
 public:
     class Preroll final : public SpeechPreroll {
@@ -91,16 +90,16 @@ public:
         pass(step);
         release();
     }
-    /// Long enough for the next press to be no second tap.
+    /// Waits long enough that the next press is not a double tap.
     void pause() { pass(std::chrono::milliseconds(400)); }
-    /// A sentence is spoken and its edit by the model has begun.
+    /// Dictates a sentence up to the start of its edit by the model.
     void beEditing()
     {
         hold();
         release();
         pause();
     }
-    /// The edit of a sentence is over and its insertion has begun.
+    /// Dictates a sentence up to the start of its insertion.
     void beInserting()
     {
         beEditing();
@@ -119,7 +118,7 @@ public:
     std::shared_ptr<FakeEventMonitor> keys = std::make_shared<FakeEventMonitor>();
     std::shared_ptr<FakeInputTrust> trust = std::make_shared<FakeInputTrust>();
     std::shared_ptr<DictationNotice> notice = std::make_shared<DictationNotice>();
-    /// What the language model and the window in front have not answered yet.
+    /// The pending answers of the language model and of the insertion.
     std::shared_ptr<Completion<QString>> edit = Completion<QString>::make();
     std::shared_ptr<Completion<void>> insertion = Completion<void>::make();
     std::shared_ptr<InterruptibleCleanupService> cleanup;

@@ -19,7 +19,7 @@ inline Sound silence(double seconds)
     return Sound(static_cast<std::size_t>(seconds * rate));
 }
 
-/// Tones one upon the other that keep their pitch, and begin anew each second.
+/// Chords of constant pitch that change every second.
 inline Sound chords(double seconds, double amplitude)
 {
     Sound sound = silence(seconds);
@@ -33,7 +33,7 @@ inline Sound chords(double seconds, double amplitude)
     return sound;
 }
 
-/// Something with the harmonics of a voice whose pitch rises and falls as in a sentence.
+/// A signal with a voice's harmonics, whose pitch varies as in a sentence.
 inline Sound voice(double seconds, double amplitude)
 {
     Sound sound = silence(seconds);
@@ -77,7 +77,7 @@ inline std::vector<std::int16_t> samplesOf(const Sound &sound)
     return samples;
 }
 
-/// Hands them over in pieces of no particular length, as they come.
+/// Passes them on in pieces of 777 samples, unrelated to any block size.
 template <typename Take>
 void inPieces(const std::vector<std::int16_t> &samples, Take take)
 {

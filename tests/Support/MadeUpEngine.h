@@ -8,7 +8,7 @@
 
 namespace talmo::test {
 
-/// Hears one text in every recording.
+/// Recognises the same text in every recording.
 class MadeUpEngine final : public SpeechEngine {
 public:
     explicit MadeUpEngine(QString name = QStringLiteral("made-up"), QString language = QStringLiteral("en"))

@@ -11,18 +11,18 @@
 
 namespace talmo::test {
 
-/// Virtual time for one thread.
+/// Virtual time. For one thread.
 class ManualClock final : public Clock {
 public:
     Instant now() const override { return m_now; }
     QFuture<void> sleep(Duration duration, std::stop_token stop) override;
 
-    /// Moves on, letting everything settle between one due sleep and the next.
+    /// Advances time, running the event loop after each sleep that becomes due.
     void advance(Duration duration);
 
-    /// Sleeps that are neither due nor cancelled.
+    /// The number of sleeps that are neither due nor cancelled.
     std::size_t sleeperCount() const;
-    /// The lengths of all sleeps ever begun, in order.
+    /// The durations of all sleeps so far, in order.
     const std::vector<Duration> &requestedSleeps() const { return m_requested; }
 
 private:

@@ -8,7 +8,7 @@
 
 namespace talmo::test {
 
-/// User defaults that last as long as the test, and write down every write.
+/// In-memory user defaults that record every write.
 class MemoryUserDefaults final : public UserDefaults {
 public:
     using Writes = std::vector<std::pair<QString, DefaultsValue>>;
@@ -25,7 +25,7 @@ public:
     }
     void registerDefault(const QString &key, const DefaultsValue &value) override { m_registered[key] = value; }
 
-    /// Puts a value there as an earlier run would have left it.
+    /// Stores a value as an earlier run would have left it.
     void store(const QString &key, const DefaultsValue &value) { m_stored[key] = value; }
     Writes takeWrites() { return std::exchange(writes, {}); }
 

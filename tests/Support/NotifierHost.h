@@ -10,7 +10,7 @@
 
 namespace talmo::test {
 
-/// A desktop's bar that shows icons by StatusNotifierItem, on the session bus that the environment names.
+/// A StatusNotifierItem host, on the session bus that the environment names.
 class NotifierHost final : public QDBusVirtualObject {
     Q_OBJECT
 
@@ -18,17 +18,17 @@ public:
     NotifierHost();
     ~NotifierHost() override;
 
-    /// The bus name of the item that was registered; empty until then.
+    /// The bus name of the registered item; empty until then.
     QString item() const { return m_item; }
     int registrations() const { return m_registrations; }
-    /// How often the item said that it has another icon.
+    /// How often the item has announced a new icon.
     int iconChanges() const { return m_iconChanges; }
 
-    /// Asks the item for a property. Waits for the answer while this thread's loop runs.
+    /// Reads a property of the item, running this thread's event loop until the reply arrives.
     QVariant itemProperty(const QString &name);
-    /// The pixels of the item's smallest icon; empty when it has none.
+    /// The pixels of the item's smallest icon; empty if it has none.
     QByteArray iconPixels();
-    /// Clicks on it, at that place of the screen.
+    /// Activates the item with that screen position.
     void activate(int x, int y);
 
     QString introspect(const QString &path) const override;

@@ -1,4 +1,4 @@
-/* Stands for a neural recogniser's library that is too old, or (with LACKING) one that lacks what is needed. */
+/* Stands in for a neural recogniser's library that is too old or, with LACKING, lacks required functions. */
 const char *SherpaOnnxGetVersionStr(void);
 
 const char *SherpaOnnxGetVersionStr(void)

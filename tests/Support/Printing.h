@@ -6,7 +6,7 @@
 
 #include <ostream>
 
-// GoogleTest finds these by the argument's namespace, so they stand in the global one.
+// Global, because GoogleTest finds these by argument-dependent lookup.
 inline void PrintTo(const QString &text, std::ostream *out)
 {
     *out << '"' << text.toStdString() << '"';
@@ -14,7 +14,7 @@ inline void PrintTo(const QString &text, std::ostream *out)
 
 namespace talmo::test {
 
-/// Short for a QString from UTF-8 source text.
+/// A QString literal.
 inline QString operator""_s(const char16_t *text, std::size_t length)
 {
     return QString(reinterpret_cast<const QChar *>(text), static_cast<qsizetype>(length));

@@ -24,7 +24,7 @@ RawSelectionOwner::RawSelectionOwner(const QByteArray &selection, std::vector<st
 RawSelectionOwner::~RawSelectionOwner()
 {
     m_isEnding = true;
-    // Wakes the thread: an event that we send to ourselves, from a connection of its own.
+    // Wakes the thread with an event sent over a separate connection.
     XConnection waker;
     std::array<char, 32> event{};
     event[0] = static_cast<char>(XCB_CLIENT_MESSAGE);

@@ -14,23 +14,23 @@
 
 namespace talmo::test {
 
-/// Another program that owns the clipboard, down to the protocol: it can offer anything, refuse what it offers, or
-/// keep silent, and it writes down what it was asked for. Runs on a thread and a connection of its own.
+/// Another program that owns the clipboard, at protocol level: it can offer anything, refuse to convert, or not
+/// respond, and it records the requests. Has its own thread and X connection.
 class RawSelectionOwner {
 public:
     struct Value {
         QByteArray data;
         QByteArray type;
         int unitBits = 8;
-        /// What a lying owner does when the target is really asked for.
+        /// How the owner treats requests for this target despite offering it.
         bool isRefused = false;
         bool isIgnored = false;
-        /// Announces that it sends piece by piece, sends this many pieces of the data, and then nothing more.
+        /// Starts an incremental transfer, sends this many pieces of the data, then nothing more.
         int pieces = 0;
-        /// Ends after the last piece, as a program that crashes.
+        /// Exits after the last piece, like a crashing program.
         bool endsThen = false;
     };
-    /// Types listed in TARGETS besides those of the values, which nobody has heard of.
+    /// The first of the unknown atoms listed in TARGETS besides the values' own.
     static constexpr std::uint32_t firstUnknownAtom = 0x100000;
 
     RawSelectionOwner(const QByteArray &selection, std::vector<std::pair<QByteArray, Value>> values,

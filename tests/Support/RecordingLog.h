@@ -10,7 +10,7 @@
 
 namespace talmo::test {
 
-/// Catches the log while it lives. Lines read "category level: text".
+/// Captures the log while it lives. Lines read "category level: text".
 class RecordingLog {
 public:
     RecordingLog();
@@ -19,7 +19,7 @@ public:
     RecordingLog &operator=(const RecordingLog &) = delete;
 
     std::vector<QString> lines() const;
-    /// The literal formats as they stand in the source.
+    /// The format strings, before placeholders are filled in.
     std::vector<QString> formats() const;
 
 private:

@@ -13,8 +13,8 @@
 
 namespace talmo::test {
 
-/// A coordinator whose services write down every call in order. What they answer can be set; by default all goes well.
-/// The coordinator and the fakes run on the test's own thread, in virtual time.
+/// A coordinator whose services record every call in order. Their answers can be set; by default everything succeeds.
+/// The coordinator and the fakes run on the test's thread, in virtual time.
 class RecordingWorld {
 public:
     using Calls = std::vector<std::string>;
@@ -71,7 +71,7 @@ public:
         Calls &m_calls;
     };
 
-    /// `adjust` may replace parts before the coordinator is made of them.
+    /// `adjust` may replace parts before the coordinator is created.
     explicit RecordingWorld(const std::function<void(CoordinatorParts &)> &adjust = {})
         : settings(std::make_shared<Settings>()),
           permissions(std::make_shared<Permissions>(calls)),
@@ -99,7 +99,7 @@ public:
         coordinator = std::make_unique<TalmoCoordinator>(std::move(parts));
     }
 
-    /// The calls since the last look.
+    /// The calls since the previous takeCalls().
     Calls takeCalls() { return std::exchange(calls, {}); }
 
     class Hotkeys final : public HotkeyService {

@@ -13,20 +13,20 @@
 
 namespace talmo::test {
 
-/// A language model that answers what the test tells it, and writes down what it was asked. Used on any thread.
+/// A language model that answers as the test tells it and records its requests. Thread-safe.
 class ScriptedLanguageModel final : public LanguageModel {
 public:
     struct Request {
         QString instructions;
         QString prompt;
         GenerationOptions options;
-        /// Which session it was made in, counted from 1.
+        /// The number of the session, from 1.
         int session = 0;
         QThread *thread = nullptr;
     };
 
     std::optional<UnavailableReason> reason;
-    /// How to answer; by default with the text between the prompt's tags, in upper case.
+    /// How to answer; by default the text between the prompt's tags in upper case.
     std::function<QFuture<QString>(const Request &)> onRequest = [](const Request &request) {
         return ready(request.prompt.mid(12, request.prompt.size() - 25).toUpper());
     };

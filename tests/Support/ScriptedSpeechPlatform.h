@@ -11,7 +11,7 @@
 
 namespace talmo::test {
 
-/// A recogniser that does what a test tells it, and writes down its calls.
+/// A speech platform that does as the test tells it and records its calls.
 class ScriptedSpeechPlatform final : public SpeechPlatform {
 public:
     using Results = AsyncStream<SpeechResult>;
@@ -22,8 +22,8 @@ public:
         std::pair<Results, Results::Continuation> stream = Results::make();
     };
 
-    /// Ends like a real one: start() when the input ends or a stop is asked for, the results when it is finalised,
-    /// cancelled or freed.
+    /// Ends like a real one: start() when the input ends or a stop is requested; the results when it is finalised,
+    /// cancelled or destroyed.
     class Analyzer final : public SpeechAnalyzer {
     public:
         Analyzer(ScriptedSpeechPlatform &platform, std::shared_ptr<Transcriber> transcriber)
@@ -103,9 +103,9 @@ public:
     std::function<QFuture<void>()> onStart;
     std::function<QFuture<void>()> onFinalize;
     std::function<QFuture<void>()> onCancel;
-    /// What the last analyzer was told to stop by.
+    /// The stop token passed to the last analyzer.
     std::stop_token lastStop;
-    /// Null: the end brings no result.
+    /// Null: finalising publishes no result.
     QString finalResult;
     std::exception_ptr resultsFailure;
     std::exception_ptr startFailure;

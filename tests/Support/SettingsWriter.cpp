@@ -1,7 +1,7 @@
-// Another process that changes settings, for the tests to run beside theirs and to kill.
+// Another process that changes settings, for tests to run concurrently and to kill.
 //
-//   talmo-settings-writer FILE PREFIX COUNT    sets PREFIX0, PREFIX1 …, says "set" after each; ends after COUNT
-//                                              (never, where that is 0)
+//   talmo-settings-writer FILE PREFIX COUNT    sets PREFIX0, PREFIX1 …, printing "set" after each,
+//                                              until COUNT (0: forever)
 
 #include "Platform/Linux/System/JsonUserDefaults.h"
 
@@ -15,7 +15,7 @@ int main(int argc, char **argv)
     const QStringList arguments = QCoreApplication::arguments();
     talmo::JsonUserDefaults defaults(arguments.at(1), talmo::SerialExecutor::onNewThread(QStringLiteral("writer")));
     const int count = arguments.at(3).toInt();
-    const QString filler(20000, QLatin1Char('x')); // Long enough for a kill to fall into the middle of a write.
+    const QString filler(20000, QLatin1Char('x')); // Large enough for a kill to hit in the middle of a write.
     for (int number = 0; count == 0 || number < count; ++number) {
         constexpr int keys = 50;
         defaults.set(arguments.at(2) + QString::number(number % keys), filler + QString::number(number));

@@ -5,7 +5,7 @@
 
 namespace talmo::test {
 
-/// A platform with one engine, on the test's own or another decoder thread.
+/// A platform with one engine, on the test's thread or another decoder thread.
 inline std::shared_ptr<EngineSpeechPlatform>
 platformWith(std::shared_ptr<SpeechEngine> engine,
              std::shared_ptr<SerialExecutor> executor = SerialExecutor::onCurrentThread())

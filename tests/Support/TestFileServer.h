@@ -9,14 +9,14 @@
 
 namespace talmo::test {
 
-/// Serves a folder's files on a loopback port, from a process of its own; see file_server.py for how it misbehaves.
+/// Serves a folder's files on a loopback port from a separate process; file_server.py lists its misbehaviours.
 class TestFileServer {
 public:
     explicit TestFileServer(const QString &folder, const QString &certificate = {});
 
-    /// "/model.tar.gz?break=100" as a whole address.
+    /// The full URL of a path such as "/model.tar.gz?break=100".
     QString address(const QString &path) const;
-    /// What was asked for so far: "/model.tar.gz whole -", "/model.tar.gz bytes=100- \"mark-1\"".
+    /// The requests so far: "/model.tar.gz whole -", "/model.tar.gz bytes=100- \"mark-1\"".
     QStringList requests() const;
     bool waitForRequests(qsizetype count) const;
 

@@ -7,14 +7,14 @@
 
 namespace talmo::test {
 
-/// Runs this thread's event loop until nothing is left to do in it.
+/// Runs this thread's event loop until it is idle.
 void settle();
 
-/// Runs the event loop until the condition holds, looking after every event. False when ten seconds were not enough:
-/// a test that gets that far has failed.
+/// Runs the event loop until the condition holds, checking after every event. False after ten seconds: the test has
+/// failed.
 bool waitFor(const std::function<bool()> &condition);
 
-/// The same for a future, which may be finished on another thread: the watcher wakes this one's loop for it.
+/// The same for a future that may finish on another thread; the watcher then wakes this thread's loop.
 template <typename T>
 bool waitFor(const QFuture<T> &future)
 {

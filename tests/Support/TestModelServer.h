@@ -8,10 +8,10 @@
 
 namespace talmo::test {
 
-/// A chat-completion server in a process of its own, on a loopback port; see model_server.py for how it can behave.
+/// A chat-completion server in a separate process on a loopback port; model_server.py lists its behaviours.
 class TestModelServer {
 public:
-    /// A port of 0 has the system choose one.
+    /// Port 0: the system chooses one.
     explicit TestModelServer(int port = 0,
                              const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment(),
                              const QStringList &options = {});
@@ -19,14 +19,14 @@ public:
     int port() const { return m_port; }
     QString address() const { return QStringLiteral("http://127.0.0.1:%1").arg(m_port); }
 
-    /// From the next request on.
+    /// Changes the behaviour from the next request on.
     void behave(const QJsonObject &changes);
-    /// What chat requests get: one rule for all of them.
+    /// Answers all chat requests by this rule.
     void answerWith(const QJsonObject &rule);
-    /// Dies at once, connections and all.
+    /// Kills the process and thereby its connections.
     void kill() { m_process->kill(); }
 
-    /// The chat requests so far, in the order in which they came: their JSON bodies.
+    /// The JSON bodies of the chat requests so far, in order of arrival.
     std::vector<QJsonObject> chats() const;
     /// Every request so far: "path", "headers", "body".
     std::vector<QJsonObject> requests() const;

@@ -12,8 +12,8 @@
 
 namespace talmo::test {
 
-/// Writes a sound file of so many tones at once around each of these frequencies (Hz), a second each, with a pause of
-/// one and a half behind each: many are a kind of noise, few are a chord.
+/// Writes a sound file with `count` simultaneous tones around each of these frequencies (Hz): one second each, followed
+/// by 1.5 s of silence. Many tones resemble noise, few a chord.
 inline void writeTones(const QString &file, std::initializer_list<double> frequencies, int count = 24)
 {
     std::vector<float> samples;
@@ -36,7 +36,7 @@ inline void writeTones(const QString &file, std::initializer_list<double> freque
     sf_close(out);
 }
 
-/// Writes the sound of one file into another, with noise of that amplitude.
+/// Copies a sound file, adding noise of that amplitude.
 inline void writeWithNoise(const QString &from, const QString &to, double amplitude)
 {
     SF_INFO info{};

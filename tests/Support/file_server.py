@@ -1,20 +1,20 @@
 #!/usr/bin/python3
-"""Serves a folder's files on a loopback port, and misbehaves as the address asks for.
+"""Serves a folder's files on a loopback port and misbehaves as the URL asks.
 
-  file_server.py FOLDER [CERTIFICATE]      with a certificate (and its key in the same file) over TLS
+  file_server.py FOLDER [CERTIFICATE]      with a certificate (and its key in the same file): over TLS
 
   ?break=N        the first answer ends after N bytes
   ?break=N&always=1   every answer does
-  ?stall=N        the first answer says nothing more after N bytes
+  ?stall=N        the first answer stalls after N bytes
   ?fail=K         the first K requests get 503
   ?status=S       every request gets S
   ?plain=1        ranges are ignored
-  ?changing=1     the mark of the file (ETag) is another one each time
-  ?weak=1         there is none that says that the bytes are the same
+  ?changing=1     the ETag differs each time
+  ?weak=1         there is no strong ETag
   ?more=1         more bytes than were announced
-  ?elsewhere=1    a continuation begins at another place
-  ?silent=1       no length is told
-  ?to=URL         leads there
+  ?elsewhere=1    a resumed download starts at the wrong offset
+  ?silent=1       no Content-Length
+  ?to=URL         redirects there
 """
 import collections
 import pathlib

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Makes a good archive of a model and many that nobody should unpack.
+"""Generates a valid model archive and many hostile ones.
 
   make_archives.py FOLDER
 """
@@ -58,12 +58,12 @@ archive("empty.tar.gz", [])
 with zipfile.ZipFile(folder / "upwards.zip", "w") as out:
     out.writestr("model-2026/model.onnx", MODEL)
     out.writestr("../outside", "gotcha")
-# 100 MB of nothing.
+# 100 MB of zeros.
 with tarfile.open(folder / "bomb.tar.gz", "w:gz") as out:
     info = tarfile.TarInfo("model-2026/zeros")
     info.size = 100 * 1024 * 1024
     out.addfile(info, open("/dev/zero", "rb"))
-# A file of a hundred gigabytes of which nothing but a hole is there, as GNU tar writes it.
+# A sparse file of 100 GB, as GNU tar writes it.
 with tarfile.open(folder / "holes.tar.gz", "w:gz", format=tarfile.PAX_FORMAT) as out:
     info, content = member("model-2026/holes", b"1\n107374182400\n1\n".ljust(512, b"\0") + b"x" * 512)
     info.pax_headers = {"GNU.sparse.major": "1", "GNU.sparse.minor": "0", "GNU.sparse.name": "model-2026/holes",

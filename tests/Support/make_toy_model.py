@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""Makes a neural model of 2.5 KB without any training: it tells low, middle and high sound apart, as the words "lo",
-"mid" and "hi", and so takes the neural recogniser's whole path.
+"""Generates an untrained neural model of 2.5 KB that recognises low, middle and high tones as the words "lo", "mid" and
+"hi", to exercise the neural recogniser's whole path.
 
   make_toy_model.py FOLDER     needs Debian's python3-onnx
 """

@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""Makes a neural model without any training that can be told words to listen for: low sound is "LO", or nearly as well
-"LOW"; high sound is "HI". A transducer of three parts, as the published ones are.
+"""Generates an untrained neural model that supports hot words: a low tone is "LO" or, almost as likely, "LOW"; a high tone
+is "HI". A transducer of three parts, like published ones.
 
   make_toy_transducer.py FOLDER     needs Debian's python3-onnx
 """
@@ -13,7 +13,7 @@ from onnx import TensorProto, helper, numpy_helper
 
 MELS = 80
 STEP = 8
-TOKENS = ["<blk>", "<sos/eos>", "<unk>", "\u2581LO", "\u2581LOW", "\u2581HI", "W"]  # The last stands alone in no word.
+TOKENS = ["<blk>", "<sos/eos>", "<unk>", "\u2581LO", "\u2581LOW", "\u2581HI", "W"]  # "W" never starts a word.
 SIZE = len(TOKENS)
 NEVER = -50.0
 
@@ -33,12 +33,12 @@ def save(path, nodes, inputs, outputs, constants, notes):
 
 
 def encoder(path):
-    """Averages eight frames and scores each token by the energy where its sound is."""
+    """Averages eight frames and scores each token by the energy in its frequency band."""
     weights = numpy.zeros((MELS, SIZE), numpy.float32)
     weights[0:25, 3] = 1 / 25
     weights[0:25, 4] = 1 / 25
     weights[55:80, 5] = 1 / 25
-    bias = numpy.array([-6, NEVER, NEVER, 0, -0.5, 0, NEVER], numpy.float32)  # Quiet is nothing; LO goes before LOW.
+    bias = numpy.array([-6, NEVER, NEVER, 0, -0.5, 0, NEVER], numpy.float32)  # Silence is blank; LO beats LOW.
     save(path, [
         helper.make_node("ReduceMean", ["x"], ["mean"], axes=[1], keepdims=1),
         helper.make_node("MatMul", ["mean", "weights"], ["energies"]),
@@ -60,7 +60,7 @@ def encoder(path):
 
 
 def decoder(path):
-    """Nothing is said twice in a row: LO and LOW are one sound."""
+    """No token follows itself: LO and LOW count as the same sound."""
     after = numpy.zeros((SIZE, SIZE), numpy.float32)
     after[3:5, 3:5] = NEVER
     after[5, 5] = NEVER

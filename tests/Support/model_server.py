@@ -1,21 +1,21 @@
 #!/usr/bin/env python3
 """A chat-completion server for the tests, with every fault that a test asks for.
 
-Says "listening PORT", and a line "request {...}" for everything it is asked and "answered {...}" for every answer that
-it has sent to the end. Each line on its standard input is a JSON object whose members replace those of the behaviour:
+Prints "listening PORT", then a line "request {...}" for every request and "answered {...}" for every answer sent in
+full. Each line on its standard input is a JSON object whose members replace those of the behaviour:
 
-  models   what GET /v1/models gives: a list of names, or a fault
-  health   what GET /health gives: a status, or a fault
-  chat     what POST /v1/chat/completions gives: a list of rules; the first whose "when" the user's message contains
-           counts. A rule is an answer {"answer": TEXT, "finish_reason": …} or a fault
+  models   what GET /v1/models returns: a list of names, or a fault
+  health   what GET /health returns: a status, or a fault
+  chat     what POST /v1/chat/completions returns: a list of rules, of which the first whose "when" occurs in the user's
+           message applies. A rule is an answer {"answer": TEXT, "finish_reason": …} or a fault
 
-  slots  0 for as many at a time as come, 1 to answer one chat request at a time, in whatever order
+  slots  0 for unlimited concurrent chat requests, 1 to answer one at a time, in any order
   alone  with one slot: nothing else is answered meanwhile either
-  free   the names for which rules need not wait any longer
+  free   the names whose held rules are released
 
 A fault: {"status": N, "body": TEXT, "type": …, "headers": {…}}, or {"fault": "hang" | "drip" | "close" | "reset" |
 "huge" | "truncate" | "header" | "headers" | "chunks"}: the last three never end. A rule with "held": NAME waits until
-"free" has that name, whether its client is still there or not.
+"free" has that name, whether or not its client is still connected.
 """
 
 import contextlib
@@ -129,7 +129,7 @@ class Server(http.server.ThreadingHTTPServer):
     daemon_threads = True
 
     def handle_error(self, *_):
-        pass  # Clients that give up are what the tests are about.
+        pass  # The tests cause clients to give up.
 
 
 class Server6(Server):

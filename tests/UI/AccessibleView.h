@@ -8,7 +8,7 @@
 
 namespace talmo::test {
 
-/// A view as a screen reader meets it.
+/// A view as a screen reader sees it.
 struct AccessibleThing {
     QAccessible::Role role;
     QString name;
@@ -29,7 +29,7 @@ inline void collectAccessible(QAccessibleInterface *interface, std::vector<Acces
     }
 }
 
-/// Everything that is shown, in the order of the tree.
+/// All visible elements, in tree order.
 inline std::vector<AccessibleThing> accessibleThings(QWidget &view)
 {
     std::vector<AccessibleThing> things;
@@ -48,7 +48,7 @@ inline QStringList accessibleNames(QWidget &view, QAccessible::Role role)
     return names;
 }
 
-/// The control of that role and name; null when there is none.
+/// The control with that role and name; null if there is none.
 inline QWidget *accessibleWidget(QWidget &view, QAccessible::Role role, const QString &name)
 {
     for (const auto &thing : accessibleThings(view)) {

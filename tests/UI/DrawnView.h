@@ -16,7 +16,7 @@
 
 namespace talmo::test {
 
-/// A view as it is painted, on nothing.
+/// The view painted on a transparent background.
 inline QImage drawn(QWidget &view)
 {
     QImage image(view.size(), QImage::Format_ARGB32_Premultiplied);
@@ -25,7 +25,7 @@ inline QImage drawn(QWidget &view)
     return image;
 }
 
-/// What a test paints itself, with the numbers that it expects.
+/// The expected image, painted by the test.
 inline QImage drawn(const QSize &size, const std::function<void(QPainter &)> &paint)
 {
     QImage image(size, QImage::Format_ARGB32_Premultiplied);
@@ -65,7 +65,7 @@ inline void outlineOf(const QLayout &layout, QStringList &lines)
     }
 }
 
-/// Fonts, paddings and sizes of a view and of all that is laid out in it, a line each.
+/// Fonts, paddings and sizes of a view and of everything in its layout, one per line.
 inline void outlineOf(const QWidget &view, QStringList &lines)
 {
     QStringList words;

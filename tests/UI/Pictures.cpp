@@ -1,7 +1,7 @@
-// Pictures of everything people see: every state, light and dark, on ordinary and on sharper screens. To be looked at.
+// Pictures of every state of the user interface, light and dark, at ordinary and high resolution, for visual review.
 //
 //   talmo-pictures FOLDER             as PNG
-//   talmo-pictures --drawings FOLDER  those that the README shows, as SVG
+//   talmo-pictures --drawings FOLDER  those shown in the README, as SVG
 
 #include "Platform/Linux/System/LinuxWording.h"
 #include "Support/FakeRecogniserSettings.h"
@@ -35,7 +35,7 @@ struct Look {
     QString name() const { return (scheme == ColourScheme::Dark ? u"dark"_s : u"light"_s) + u"-%1x"_s.arg(ratio); }
 };
 
-/// Something like a wallpaper.
+/// A stand-in for a wallpaper.
 void paintGround(QPainter &painter, const QRect &area, ColourScheme scheme)
 {
     QLinearGradient gradient(area.topLeft(), area.bottomRight());
@@ -80,7 +80,7 @@ public:
         view.setAttribute(Qt::WA_DontShowOnScreen);
         view.show();
         view.resize(size);
-        settle(); // What has just come or gone finds its place.
+        settle(); // Lets layout and painting finish.
         QImage image((QSizeF(view.size()) * m_look.ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
         image.setDevicePixelRatio(m_look.ratio);
         image.fill(view.palette().color(QPalette::Window));
@@ -88,7 +88,7 @@ public:
         save(image, name);
     }
 
-    /// All symbols of the menu bar side by side, as trays of two sizes show them.
+    /// All tray symbols side by side, at two tray sizes.
     void addIcons()
     {
         const QStringList names{u"mic.circle"_s, u"waveform.circle.fill"_s, u"ellipsis.circle"_s,
@@ -140,7 +140,7 @@ void inEveryState(ViewWorld &world, Add add)
     settle();
 }
 
-/// Below the rest of the first page, in a window that is high enough for it.
+/// The section below the rest of the first page, in a window tall enough for it.
 void addRecogniser(Gallery &gallery, FakeRecogniserSettings &recogniser, SettingsView &settings)
 {
     settings.findChild<QTabBar *>()->setCurrentIndex(0);
@@ -161,7 +161,7 @@ void addRecogniser(Gallery &gallery, FakeRecogniserSettings &recogniser, Setting
     show(u"without-library"_s);
 }
 
-/// The first page with a server that edits, with editing switched off, and with one that is refused.
+/// The first page with a working server, with editing disabled, and with a refused server.
 void addServers(Gallery &gallery)
 {
     ViewWorld world;

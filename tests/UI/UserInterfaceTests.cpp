@@ -31,7 +31,7 @@ protected:
 
 } // namespace
 
-TEST_F(UserInterfaceTest, theIconTellsTheState)
+TEST_F(UserInterfaceTest, iconShowsState)
 {
     EXPECT_THAT(item->symbols, testing::ElementsAre(u"mic.circle"_s));
     world.beInserting();
@@ -44,7 +44,7 @@ TEST_F(UserInterfaceTest, theIconTellsTheState)
     EXPECT_EQ(item->menus.back().title, u"broken"_s);
 }
 
-TEST_F(UserInterfaceTest, wordsRedrawNothingInTheBar)
+TEST_F(UserInterfaceTest, transcriptDoesNotRedrawMenuBar)
 {
     world.beRecording();
     const auto symbols = item->symbols.size();
@@ -56,7 +56,7 @@ TEST_F(UserInterfaceTest, wordsRedrawNothingInTheBar)
     EXPECT_EQ(item->menus.size(), menus);
 }
 
-TEST_F(UserInterfaceTest, aClickOpensThePanelAndAnotherClosesIt)
+TEST_F(UserInterfaceTest, clickTogglesPanel)
 {
     item->onActivated(QRect(900, 0, 24, 24));
     ASSERT_NE(panels.last, nullptr);
@@ -65,7 +65,7 @@ TEST_F(UserInterfaceTest, aClickOpensThePanelAndAnotherClosesIt)
     EXPECT_FALSE(panels.last->isVisible());
 }
 
-TEST_F(UserInterfaceTest, thePlainMenuDoesTheSame)
+TEST_F(UserInterfaceTest, plainMenuTriggersSameActions)
 {
     item->onChosen(MenuAction::BeginDictation);
     settle();
@@ -77,7 +77,7 @@ TEST_F(UserInterfaceTest, thePlainMenuDoesTheSame)
     EXPECT_THAT(shell->calls, testing::ElementsAre("terminate"));
 }
 
-TEST_F(UserInterfaceTest, grantingAsksForAllThree)
+TEST_F(UserInterfaceTest, grantingRequestsAllThreePermissions)
 {
     item->onChosen(MenuAction::GrantPermissions);
     world.authorization->microphoneAnswer->finish(true);
@@ -87,7 +87,7 @@ TEST_F(UserInterfaceTest, grantingAsksForAllThree)
     EXPECT_EQ(world.trust->requests, 1);
 }
 
-TEST_F(UserInterfaceTest, theSettingsComeToTheFront)
+TEST_F(UserInterfaceTest, settingsWindowIsRaised)
 {
     item->onChosen(MenuAction::OpenSettings);
     EXPECT_THAT(shell->calls, testing::ElementsAre("activate"));
@@ -98,13 +98,13 @@ TEST_F(UserInterfaceTest, theSettingsComeToTheFront)
     EXPECT_EQ(windows, 1);
 }
 
-TEST_F(UserInterfaceTest, theWayIsClearWhenNothingIsOpen)
+TEST_F(UserInterfaceTest, clearsImmediatelyWhenNothingIsOpen)
 {
     EXPECT_TRUE(interface.clearTheWay().isFinished());
     EXPECT_EQ(item->menuCloses, 1);
 }
 
-TEST_F(UserInterfaceTest, anOpenPanelGoesAndTheKeyboardIsAwaited)
+TEST_F(UserInterfaceTest, closesOpenPanelAndAwaitsKeyboard)
 {
     item->onActivated({});
     const auto cleared = interface.clearTheWay();
@@ -114,8 +114,8 @@ TEST_F(UserInterfaceTest, anOpenPanelGoesAndTheKeyboardIsAwaited)
     EXPECT_TRUE(cleared.isFinished());
 }
 
-/// Whoever cannot see the panel or the settings still knows what everything is, and gets everywhere with Tab.
-TEST_F(UserInterfaceTest, everyControlHasANameAndARole)
+/// With a screen reader every control has a name, and every control is reachable with Tab.
+TEST_F(UserInterfaceTest, everyControlHasNameAndRole)
 {
     world.setPermissions(false, false, false);
     item->onActivated({});
@@ -137,7 +137,7 @@ TEST_F(UserInterfaceTest, everyControlHasANameAndARole)
     EXPECT_GE(controls, 12);
 }
 
-TEST_F(UserInterfaceTest, tabGoesThroughTheSettingsFromTopToBottom)
+TEST_F(UserInterfaceTest, tabMovesThroughSettingsTopToBottom)
 {
     interface.openSettings();
     QWidget *window = nullptr;
@@ -158,7 +158,7 @@ TEST_F(UserInterfaceTest, tabGoesThroughTheSettingsFromTopToBottom)
         last = top;
         ++visited;
     }
-    EXPECT_EQ(visited, 5); // The tabs, three toggles and the picker.
+    EXPECT_EQ(visited, 5); // The tab bar, three toggles and the picker.
 }
 
 } // namespace talmo::test

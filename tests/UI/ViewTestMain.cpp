@@ -2,7 +2,7 @@
 
 #include <QApplication>
 
-/// The views alone, on no screen.
+/// Runs the views offscreen.
 int main(int argc, char **argv)
 {
     ::testing::InitGoogleMock(&argc, argv);

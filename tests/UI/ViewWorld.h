@@ -21,7 +21,7 @@
 
 namespace talmo::test {
 
-/// A coordinator that can be brought into any state, with the settings and the permissions themselves around it.
+/// A coordinator that can be put into any state, with real settings and permissions.
 class ViewWorld {
 public:
     ViewWorld()
@@ -32,7 +32,7 @@ public:
     {
     }
 
-    /// What still waits, such as an error to be taken off the screen, ends.
+    /// Lets pending timers expire, such as the one that hides an error.
     ~ViewWorld()
     {
         if (world.coordinator) {
@@ -140,7 +140,7 @@ public:
     QPoint mouseLocation() const override { return pointer; }
 };
 
-/// A panel that is not shown anywhere; its content is.
+/// A fake panel: only its content is shown.
 class FakePanelWindow final : public PanelWindow {
 public:
     FakePanelWindow(std::vector<std::string> &calls, const PanelOptions &panelOptions, QWidget *panelContent)
@@ -174,7 +174,7 @@ public:
         content->hide();
     }
     bool isVisible() const override { return m_isVisible; }
-    /// As a click elsewhere or Escape does.
+    /// Closes it as a click elsewhere or Escape does.
     void dismiss() { m_isVisible = false; }
 
 private:
@@ -182,7 +182,7 @@ private:
     bool m_isVisible = false;
 };
 
-/// Makes panels and remembers the last one.
+/// Creates panels and remembers the last one.
 struct FakePanels {
     std::vector<std::string> calls;
     FakePanelWindow *last = nullptr;

@@ -1,4 +1,4 @@
-// talmoctl as people and scripts meet it: the program itself, its output, its errors and its exit status.
+// talmoctl as users and scripts see it: the program, its output, errors and exit status.
 
 #include "Cleanup/CleanupInstructions.h"
 #include "SpokenText.h"
@@ -77,7 +77,7 @@ protected:
     {
         return run(u"bash"_s, {u"-c"_s, u"talmoctl() { '%1' \"$@\"; }; "_s.arg(program) + script});
     }
-    /// It succeeded, said this, and nothing else.
+    /// Succeeded with exactly this output.
     static void expectOutput(const Result &result, const std::string &output)
     {
         EXPECT_EQ(result.status, 0) << result.errors;
@@ -96,7 +96,7 @@ protected:
         EXPECT_TRUE(file.open(QFile::ReadOnly)) << path.toStdString();
         return QString::fromUtf8(file.readAll());
     }
-    /// The long options that a command's own help names.
+    /// The long options listed in a command's help.
     QStringList optionsOf(const QString &command) const
     {
         static const QRegularExpression word(u"--[a-z-]+"_s);
@@ -116,7 +116,7 @@ const QStringList commands{u"format"_s,        u"clean"_s,        u"instructions
 
 } // namespace
 
-TEST_F(TalmoctlTest, formatMakesTextByTheRulesAlone)
+TEST_F(TalmoctlTest, formatUsesRulesOnly)
 {
     expectOutput(talmoctl({u"format"_s}, "um so buy milk and eggs as a list new paragraph thanks\n"),
                  "Um so buy milk and eggs.\n\nThanks.\n");
@@ -130,7 +130,7 @@ TEST_F(TalmoctlTest, formatMakesTextByTheRulesAlone)
     expectOutput(talmoctl({u"format"_s}, ""), "");
 }
 
-TEST_F(TalmoctlTest, inputThatIsNoTextIsAnError)
+TEST_F(TalmoctlTest, nonTextInputIsAnError)
 {
     const auto result = talmoctl({u"format"_s}, "hello \xff world");
     EXPECT_EQ(result.status, 1);
@@ -138,7 +138,7 @@ TEST_F(TalmoctlTest, inputThatIsNoTextIsAnError)
     EXPECT_THAT(result.errors, HasSubstr("not valid UTF-8"));
 }
 
-TEST_F(TalmoctlTest, cleanUsesTheSettingsAndTheModel)
+TEST_F(TalmoctlTest, cleanUsesSettingsAndModel)
 {
     TestModelServer server;
     server.behave(
@@ -160,7 +160,7 @@ TEST_F(TalmoctlTest, cleanUsesTheSettingsAndTheModel)
                 HasSubstr("courteous and polite"));
 }
 
-TEST_F(TalmoctlTest, cleanSaysWhyThereIsNoModelAndFormatsAllTheSame)
+TEST_F(TalmoctlTest, cleanReportsMissingModelAndFormatsLocally)
 {
     TestModelServer server;
     server.kill();
@@ -171,7 +171,7 @@ TEST_F(TalmoctlTest, cleanSaysWhyThereIsNoModelAndFormatsAllTheSame)
     EXPECT_THAT(result.errors, HasSubstr("no model server is running on this machine"));
 }
 
-TEST_F(TalmoctlTest, cleanRefusesAnAddressElsewhere)
+TEST_F(TalmoctlTest, cleanRefusesRemoteAddress)
 {
     storeSettings({{u"linux.languageModelAddress"_s, u"http://192.168.1.2:8080"_s}});
     const auto result = talmoctl({u"clean"_s}, "hello");
@@ -179,7 +179,7 @@ TEST_F(TalmoctlTest, cleanRefusesAnAddressElsewhere)
     EXPECT_THAT(result.errors, AllOf(HasSubstr("192.168.1.2"), HasSubstr("refused")));
 }
 
-TEST_F(TalmoctlTest, cleanAsksNobodyWhereTheUserHasSwitchedItOff)
+TEST_F(TalmoctlTest, cleanDoesNotContactServerWhenDisabled)
 {
     TestModelServer server;
     storeSettings({{u"linux.languageModelAddress"_s, server.address()}, {u"talmo.aiCleanupEnabled"_s, false}});
@@ -206,7 +206,7 @@ TEST_F(TalmoctlTest, instructionsAreExact)
                  expected({u"a, b"_s, u"c"_s}, true, true, TextTone::Polite));
 }
 
-TEST_F(TalmoctlTest, usageErrorsSayWhatAndWhereToLook)
+TEST_F(TalmoctlTest, usageErrorsNameProblemAndHelp)
 {
     expectUsageError(talmoctl({}), "no command given");
     expectUsageError(talmoctl({u"frobnicate"_s}), "frobnicate");
@@ -233,7 +233,7 @@ TEST_F(TalmoctlTest, helpAndVersion)
     EXPECT_THAT(talmoctl({u"--version"_s}).output, testing::MatchesRegex("talmoctl [0-9]+\\.[0-9]+\\.[0-9]+\n"));
 }
 
-TEST_F(TalmoctlTest, theApplicationItselfTakesNoOptions)
+TEST_F(TalmoctlTest, applicationTakesNoOptions)
 {
     const auto result = run(QStringLiteral(TALMO_BIN "/talmo"), {u"--help"_s});
     EXPECT_EQ(result.status, 2);
@@ -252,7 +252,7 @@ TEST_F(TalmoctlTest, worksInPipes)
     EXPECT_THAT(closed.errors, HasSubstr("cannot read stdin"));
 }
 
-TEST_F(TalmoctlTest, damagedSettingsAreNoReasonToFail)
+TEST_F(TalmoctlTest, damagedSettingsDoNotFail)
 {
     QFile file(folder.filePath(u"talmo/settings.json"_s));
     ASSERT_TRUE(file.open(QFile::WriteOnly));
@@ -263,7 +263,7 @@ TEST_F(TalmoctlTest, damagedSettingsAreNoReasonToFail)
     EXPECT_THAT(result.errors, HasSubstr("damaged"));
 }
 
-TEST_F(TalmoctlTest, transcribesAFile)
+TEST_F(TalmoctlTest, transcribesFile)
 {
     const QString wav = testbed::speak(u"hello world"_s, folder.path());
     expectOutput(talmoctl({u"transcribe"_s, wav}), "hello world\n");
@@ -274,7 +274,7 @@ TEST_F(TalmoctlTest, transcribesAFile)
     EXPECT_EQ(lines.last(), u"hello world"_s);
 }
 
-TEST_F(TalmoctlTest, whatCannotBeTranscribedIsAnError)
+TEST_F(TalmoctlTest, untranscribableFileIsAnError)
 {
     const QString wav = testbed::speak(u"hello world"_s, folder.path());
     EXPECT_THAT(talmoctl({u"transcribe"_s, folder.filePath(u"none.wav"_s)}).errors, HasSubstr("none.wav"));
@@ -290,7 +290,7 @@ TEST_F(TalmoctlTest, whatCannotBeTranscribedIsAnError)
     EXPECT_THAT(talmoctl({u"transcribe"_s, silence}).errors, HasSubstr("No speech detected."));
 }
 
-TEST_F(TalmoctlTest, insertWithoutADisplaySaysSo)
+TEST_F(TalmoctlTest, insertReportsMissingDisplay)
 {
     environment.remove(u"DISPLAY"_s);
     const auto result = talmoctl({u"insert"_s}, "hello");
@@ -298,7 +298,7 @@ TEST_F(TalmoctlTest, insertWithoutADisplaySaysSo)
     EXPECT_THAT(result.errors, HasSubstr("No X display could be opened"));
 }
 
-TEST_F(TalmoctlTest, manualAndCompletionsKnowEveryOption)
+TEST_F(TalmoctlTest, manualAndCompletionsListEveryOption)
 {
     const QString packaging = QStringLiteral(TALMO_SOURCE "/packaging/");
     const QString manual = contentOf(packaging + u"man/talmoctl.1"_s);
@@ -328,7 +328,7 @@ TEST_F(TalmoctlTest, manualAndCompletionsKnowEveryOption)
         "professional polite\n");
 }
 
-TEST_F(TalmoctlTest, listsModelsAndInstallsOneFromALoopbackServer)
+TEST_F(TalmoctlTest, listsModelsAndInstallsFromLoopbackServer)
 {
     const QTemporaryDir files;
     ASSERT_EQ(
@@ -365,9 +365,9 @@ TEST_F(TalmoctlTest, listsModelsAndInstallsOneFromALoopbackServer)
     expectUsageError(talmoctl({u"model"_s, u"paint"_s}), "unknown command “model paint”");
 }
 
-TEST_F(TalmoctlTest, modelUseSaysThatTheDiskIsFull)
+TEST_F(TalmoctlTest, modelUseReportsFullDisk)
 {
-    // A file that may not grow is refused as by a full disk; what is ignored stays so in the program.
+    // A file size limit fails like a full disk. The ignored signal stays ignored in the child process.
     const auto full = shell(u"trap '' XFSZ; ulimit -f 0; talmoctl model use embedded"_s);
     EXPECT_EQ(full.status, 1);
     EXPECT_EQ(full.output, "");
@@ -387,7 +387,7 @@ TEST_F(TalmoctlTest, modelRemoveRefusesLinksAndPaths)
     EXPECT_TRUE(QFile::exists(folder.filePath(u"outside/precious"_s)));
 }
 
-TEST_F(TalmoctlTest, cleanSendsNothingAfterTheSettingsWereDamaged)
+TEST_F(TalmoctlTest, cleanSendsNothingWithDamagedSettings)
 {
     const TestModelServer server;
     QFile file(folder.filePath(u"talmo/settings.json"_s));
@@ -397,10 +397,10 @@ TEST_F(TalmoctlTest, cleanSendsNothingAfterTheSettingsWereDamaged)
     EXPECT_EQ(talmoctl({u"clean"_s}, "hello").output, "Hello.\n");
     const auto next = talmoctl({u"clean"_s}, "hello");
     EXPECT_EQ(next.output, "Hello.\n");
-    EXPECT_EQ(next.errors, "") << "nor is a server looked for at the next call";
+    EXPECT_EQ(next.errors, "") << "nor does the next call probe a server";
 }
 
-TEST_F(TalmoctlTest, theManualIsWellFormed)
+TEST_F(TalmoctlTest, manualIsWellFormed)
 {
     expectOutput(run(u"mandoc"_s, {u"-T"_s, u"lint"_s, u"-W"_s, u"warning"_s,
                                    QStringLiteral(TALMO_SOURCE "/packaging/man/talmoctl.1")}),

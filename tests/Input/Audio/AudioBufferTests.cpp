@@ -22,12 +22,12 @@ TEST(AudioBuffer, refusesAbsurdSizes)
 {
     EXPECT_FALSE(AudioBuffer::make({48000, 8, SampleType::Float32}, std::numeric_limits<quint32>::max()));
     EXPECT_FALSE(AudioBuffer::make({48000, 0, SampleType::Float32}, 10));
-    // A gigabyte is the limit, whatever the frames are made of.
+    // The limit is one gigabyte for any format.
     EXPECT_FALSE(AudioBuffer::make({48000, 1, SampleType::Int16}, (1U << 29) + 1));
     EXPECT_FALSE(AudioBuffer::make({48000, 1U << 20, SampleType::Float32}, (1U << 8) + 1));
 }
 
-TEST(AudioBuffer, isSilentUntilItIsFilled)
+TEST(AudioBuffer, isSilentUntilFilled)
 {
     const auto buffer = AudioBuffer::make({48000, 2, SampleType::Int16}, 3);
     ASSERT_TRUE(buffer);

@@ -17,7 +17,7 @@ const std::string tap = "installTap 2048";
 
 class AudioRecorderTest : public testing::Test {
 protected:
-    /// The message of the error that starting gives.
+    /// The message of the error thrown by start().
     QString startError()
     {
         try {
@@ -48,7 +48,7 @@ TEST_F(AudioRecorderTest, startsAndStopsInOrder)
     EXPECT_THAT(engine->calls, ElementsAre("inputFormat", "removeTap", tap, "prepare", "start", "removeTap", "stop"));
 }
 
-TEST_F(AudioRecorderTest, aSecondStartKeepsTheFirstHandler)
+TEST_F(AudioRecorderTest, secondStartKeepsFirstHandler)
 {
     int first = 0;
     int second = 0;
@@ -82,7 +82,7 @@ TEST_F(AudioRecorderTest, canRecordAgainAfterAStop)
     EXPECT_TRUE(recorder.isRecording());
 }
 
-TEST_F(AudioRecorderTest, isRecordingFromTheEndOfAStartToTheEndOfAStop)
+TEST_F(AudioRecorderTest, isRecordingFromEndOfStartToEndOfStop)
 {
     std::vector<bool> seen;
     engine->onStart = [&] { seen.push_back(recorder.isRecording()); };
@@ -93,13 +93,13 @@ TEST_F(AudioRecorderTest, isRecordingFromTheEndOfAStartToTheEndOfAStop)
     EXPECT_FALSE(recorder.isRecording());
 }
 
-TEST_F(AudioRecorderTest, anyRateAboveZeroAndOneChannelWillDo)
+TEST_F(AudioRecorderTest, acceptsAnyPositiveRateAndOneChannel)
 {
     engine->format = {0.5, 1, SampleType::Int16};
     EXPECT_EQ(startError(), u"no error"_s);
 }
 
-TEST_F(AudioRecorderTest, aFailureSaysWhichKindItIs)
+TEST_F(AudioRecorderTest, failureReportsItsKind)
 {
     const auto kind = [this] {
         try {
@@ -117,7 +117,7 @@ TEST_F(AudioRecorderTest, aFailureSaysWhichKindItIs)
     EXPECT_EQ(kind(), RecorderError::Case::NoInputAvailable);
 }
 
-TEST_F(AudioRecorderTest, aDeviceOf0HzOr0ChannelsFailsBeforeAnyTapIsTouched)
+TEST_F(AudioRecorderTest, zeroRateOrChannelsFailsBeforeTouchingTap)
 {
     const AudioFormat formats[] = {{0, 1, SampleType::Float32},
                                    {-1, 1, SampleType::Float32},
@@ -132,7 +132,7 @@ TEST_F(AudioRecorderTest, aDeviceOf0HzOr0ChannelsFailsBeforeAnyTapIsTouched)
     }
 }
 
-TEST_F(AudioRecorderTest, ATapThatRaisesGivesItsReason)
+TEST_F(AudioRecorderTest, throwingTapReportsItsReason)
 {
     engine->tapFailure = std::make_exception_ptr(PlatformException(u"Fault"_s, u"format mismatch"_s));
     EXPECT_EQ(startError(), u"Couldn't set up microphone capture: format mismatch"_s);
@@ -145,7 +145,7 @@ TEST_F(AudioRecorderTest, ATapThatRaisesGivesItsReason)
     EXPECT_THAT(engine->calls, neverStarted);
 }
 
-TEST_F(AudioRecorderTest, afterAFailedEngineStartNoTapIsLeftAndTheNextStartCanSucceed)
+TEST_F(AudioRecorderTest, failedEngineStartRemovesTapAndCanBeRetried)
 {
     engine->startFailure = std::make_exception_ptr(Error(u"busy"_s));
     EXPECT_EQ(startError(), u"Couldn't start audio capture: busy"_s);
@@ -153,7 +153,7 @@ TEST_F(AudioRecorderTest, afterAFailedEngineStartNoTapIsLeftAndTheNextStartCanSu
     EXPECT_THAT(engine->calls, ElementsAre("inputFormat", "removeTap", tap, "prepare", "start", "removeTap"));
     engine->calls.clear();
     recorder.stop();
-    EXPECT_TRUE(engine->calls.empty()) << "nothing runs, so nothing is stopped";
+    EXPECT_TRUE(engine->calls.empty()) << "nothing is running, so nothing is stopped";
     engine->startFailure = nullptr;
     EXPECT_EQ(startError(), u"no error"_s);
     EXPECT_TRUE(recorder.isRecording());

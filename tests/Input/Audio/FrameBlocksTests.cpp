@@ -32,7 +32,7 @@ protected:
 
 } // namespace
 
-TEST_F(FrameBlocksTest, putsChunksOfAnySizeTogether)
+TEST_F(FrameBlocksTest, joinsChunksOfAnySize)
 {
     for (const std::size_t frames : {14U, 2000U, 1U, 2048U, 5000U, 0U}) {
         append(frames);
@@ -45,7 +45,7 @@ TEST_F(FrameBlocksTest, putsChunksOfAnySizeTogether)
     EXPECT_EQ(blocks.frameCount(), 9063U);
 }
 
-TEST_F(FrameBlocksTest, flushHandsOnTheBegunBlockAndThenSilence)
+TEST_F(FrameBlocksTest, flushEmitsPartialBlockThenSilence)
 {
     append(3);
     blocks.flush(2);
@@ -53,7 +53,7 @@ TEST_F(FrameBlocksTest, flushHandsOnTheBegunBlockAndThenSilence)
     EXPECT_THAT(received, testing::ElementsAre(1, 2, 3, 0, 0));
 }
 
-TEST_F(FrameBlocksTest, aHoleIsSilence)
+TEST_F(FrameBlocksTest, gapIsSilence)
 {
     append(1);
     blocks.append(nullptr, 8);

@@ -17,7 +17,7 @@ QByteArray all(KeptAudio &kept)
 
 } // namespace
 
-TEST(KeptAudio, givesBackWhatItWasGivenOnce)
+TEST(KeptAudio, returnsKeptAudioOnce)
 {
     KeptAudio kept(100);
     kept.append("ab", 2);
@@ -40,7 +40,7 @@ TEST(KeptAudio, keepsTheNewestWhenFull)
     EXPECT_EQ(all(kept), "defgh");
 }
 
-TEST(KeptAudio, clearedHoldsNothing)
+TEST(KeptAudio, isEmptyAfterClear)
 {
     KeptAudio kept(5);
     kept.append("abc", 3);

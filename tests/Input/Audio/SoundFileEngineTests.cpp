@@ -33,7 +33,7 @@ QString writeSilence(const QString &path, int sampleRate, int channels)
     return path;
 }
 
-/// Left rises, right falls, frame by frame.
+/// Left rises and right falls, frame by frame.
 QString writeStereoFile(const QString &path, int frames)
 {
     SF_INFO info{};
@@ -53,7 +53,7 @@ QString writeStereoFile(const QString &path, int frames)
 
 } // namespace
 
-TEST(SoundFileEngine, refusesAbsurdRatesAndChannelCounts)
+TEST(SoundFileEngine, rejectsAbsurdRatesAndChannelCounts)
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"a.wav"_s);
@@ -64,7 +64,7 @@ TEST(SoundFileEngine, refusesAbsurdRatesAndChannelCounts)
     EXPECT_THROW(SoundFileEngine(writeSilence(path, 8000, 65)), Error);
 }
 
-TEST(SoundFileEngine, handsOutTheWholeFileAndSilenceBehindIt)
+TEST(SoundFileEngine, deliversWholeFileThenSilence)
 {
     const QTemporaryDir folder;
     const auto engine = std::make_shared<SoundFileEngine>(writeStereoFile(folder.filePath(u"a.wav"_s), 5000));
@@ -91,7 +91,7 @@ TEST(SoundFileEngine, handsOutTheWholeFileAndSilenceBehindIt)
     EXPECT_FALSE(engine->deliverNext());
 }
 
-TEST(SoundFileEngine, whatIsNoSoundIsAnErrorThatNamesTheFile)
+TEST(SoundFileEngine, invalidSoundFileErrorNamesTheFile)
 {
     const QTemporaryDir folder;
     QFile file(folder.filePath(u"b.wav"_s));

@@ -30,7 +30,7 @@ std::shared_ptr<AudioBuffer> tone(const AudioFormat &format, quint32 frames, dou
     return buffer;
 }
 
-/// A tone through the whole conversion path, in buffers of this size.
+/// A tone sent through the whole conversion path in buffers of this size.
 std::vector<double> converted(const AudioFormat &from, quint32 bufferSize, int buffers, double frequency)
 {
     const auto converter = SpeexAudioConverterFactory().make(from, target);
@@ -58,9 +58,9 @@ double loudness(const std::vector<double> &samples, std::size_t from)
 
 } // namespace
 
-TEST(SpeexAudioConverter, carriesItsStateFromBufferToBuffer)
+TEST(SpeexAudioConverter, keepsStateBetweenBuffers)
 {
-    // In pieces of any size the result is that of one piece: no clicks at the seams.
+    // Any buffer size yields the same result, without clicks between buffers.
     const auto whole = converted({48000, 1, SampleType::Float32}, 48000, 1, 440);
     const auto pieces = converted({48000, 1, SampleType::Float32}, 480, 100, 440);
     ASSERT_EQ(whole.size(), pieces.size());
@@ -78,12 +78,12 @@ TEST(SpeexAudioConverter, keepsLoudnessAndMixesAllChannels)
     }
 }
 
-TEST(SpeexAudioConverter, takesOutWhatTheTargetCannotHold)
+TEST(SpeexAudioConverter, removesFrequenciesAboveTargetRate)
 {
     EXPECT_LT(loudness(converted({48000, 1, SampleType::Float32}, 2048, 20, 12000), 1000), 0.001);
 }
 
-TEST(SpeexAudioConverter, copesWithHighRatesAndRefusesAbsurdOnes)
+TEST(SpeexAudioConverter, handlesHighRatesAndRejectsAbsurdOnes)
 {
     EXPECT_GT(converted({192000, 2, SampleType::Float32}, 2048, 20, 440).size(), 3000U);
     const SpeexAudioConverterFactory factory;
@@ -94,7 +94,7 @@ TEST(SpeexAudioConverter, copesWithHighRatesAndRefusesAbsurdOnes)
     EXPECT_FALSE(factory.make({1e12, 1, SampleType::Float32}, target));
 }
 
-TEST(SpeexAudioConverter, turnsWhatIsNoNumberIntoSilence)
+TEST(SpeexAudioConverter, turnsNaNIntoSilence)
 {
     const AudioFormat from{16000, 1, SampleType::Float32};
     const auto converter = SpeexAudioConverterFactory().make(from, target);
@@ -134,7 +134,7 @@ TEST(SpeexAudioConverter, sumsOfHugeSamplesStayFinite)
     }
 }
 
-TEST(SpeexAudioConverter, reportsAFormatThatChanged)
+TEST(SpeexAudioConverter, reportsFormatChange)
 {
     const auto converter = SpeexAudioConverterFactory().make({48000, 1, SampleType::Float32}, target);
     EXPECT_FALSE(convertBuffer(tone({44100, 2, SampleType::Float32}, 100, 440, 0), *converter, target));

@@ -8,14 +8,14 @@
 
 namespace talmo::test {
 
-TEST(TLExceptionCatcher, leavesTheErrorPlaceUntouchedOnSuccess)
+TEST(TLExceptionCatcher, leavesErrorUntouchedOnSuccess)
 {
     std::optional<CaughtAudioException> error;
     EXPECT_TRUE(TLExceptionCatcher::run([] {}, &error));
     EXPECT_FALSE(error);
 }
 
-TEST(TLExceptionCatcher, tellsACaughtExceptionAsAnError)
+TEST(TLExceptionCatcher, convertsCaughtExceptionToError)
 {
     std::optional<CaughtAudioException> error;
     EXPECT_FALSE(TLExceptionCatcher::run([] { throw PlatformException(u"Name"_s, u"because"_s); }, &error));
@@ -27,7 +27,7 @@ TEST(TLExceptionCatcher, tellsACaughtExceptionAsAnError)
     EXPECT_EQ(error->userInfo.value(u"TLExceptionName"_s), u"Name"_s);
 }
 
-TEST(TLExceptionCatcher, hasWordsForAnExceptionWithoutNameOrReason)
+TEST(TLExceptionCatcher, describesExceptionWithoutNameOrReason)
 {
     std::optional<CaughtAudioException> error;
     EXPECT_FALSE(TLExceptionCatcher::run([] { throw PlatformException({}, {}); }, &error));
@@ -35,12 +35,12 @@ TEST(TLExceptionCatcher, hasWordsForAnExceptionWithoutNameOrReason)
     EXPECT_EQ(error->userInfo.value(u"TLExceptionName"_s), u"unknown"_s);
 }
 
-TEST(TLExceptionCatcher, givesFalseWithoutAPlaceForTheError)
+TEST(TLExceptionCatcher, returnsFalseWithoutErrorOutput)
 {
     EXPECT_FALSE(TLExceptionCatcher::run([] { throw PlatformException({}, {}); }, nullptr));
 }
 
-TEST(TLExceptionCatcher, letsEverythingElseThrough)
+TEST(TLExceptionCatcher, letsOtherExceptionsThrough)
 {
     EXPECT_THROW(TLExceptionCatcher::run([] { throw Error(u"other"_s); }, nullptr), Error);
 }

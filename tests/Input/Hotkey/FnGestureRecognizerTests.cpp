@@ -29,7 +29,7 @@ TEST(FnGestureRecognizer, holdSignalsDownOnConfirmationAndUpOnRelease)
     EXPECT_EQ(recognizer.lastReleaseTime(), start + 2s);
 }
 
-TEST(FnGestureRecognizer, aTapSignalsNothing)
+TEST(FnGestureRecognizer, tapSignalsNothing)
 {
     FnGestureRecognizer recognizer;
     EXPECT_EQ(recognizer.fnDown(start), undecided);
@@ -38,7 +38,7 @@ TEST(FnGestureRecognizer, aTapSignalsNothing)
     EXPECT_FALSE(recognizer.activeMode());
 }
 
-TEST(FnGestureRecognizer, aReleaseExactly300msBeforeThePressIsADoubleTap)
+TEST(FnGestureRecognizer, pressExactly300msAfterReleaseIsDoubleTap)
 {
     FnGestureRecognizer recognizer;
     recognizer.fnDown(start);
@@ -49,7 +49,7 @@ TEST(FnGestureRecognizer, aReleaseExactly300msBeforeThePressIsADoubleTap)
     EXPECT_FALSE(recognizer.awaitingHoldConfirmation());
 }
 
-TEST(FnGestureRecognizer, aRelease300msPlusTheSmallestStepBeforeThePressIsAFreshPress)
+TEST(FnGestureRecognizer, pressJustOver300msAfterReleaseIsNewPress)
 {
     FnGestureRecognizer recognizer;
     recognizer.fnDown(start);
@@ -58,7 +58,7 @@ TEST(FnGestureRecognizer, aRelease300msPlusTheSmallestStepBeforeThePressIsAFresh
     EXPECT_EQ(recognizer.lastReleaseTime(), start + 50ms);
 }
 
-TEST(FnGestureRecognizer, handsFreeGoesOnAfterTheReleaseUntilTheNextPress)
+TEST(FnGestureRecognizer, handsFreeLastsUntilNextPress)
 {
     FnGestureRecognizer recognizer;
     recognizer.fnDown(start);
@@ -70,7 +70,7 @@ TEST(FnGestureRecognizer, handsFreeGoesOnAfterTheReleaseUntilTheNextPress)
     EXPECT_FALSE(recognizer.activeMode());
 }
 
-TEST(FnGestureRecognizer, theStoppingPressStartsNoTimerAndItsReleaseIsRecorded)
+TEST(FnGestureRecognizer, stoppingPressStartsNoTimerAndRecordsRelease)
 {
     FnGestureRecognizer recognizer;
     recognizer.fnDown(start);
@@ -85,7 +85,7 @@ TEST(FnGestureRecognizer, theStoppingPressStartsNoTimerAndItsReleaseIsRecorded)
     EXPECT_EQ(recognizer.fnDown(start + 11s + 300ms), handsFree);
 }
 
-TEST(FnGestureRecognizer, aPressSoonAfterAHoldStartsHandsFree)
+TEST(FnGestureRecognizer, pressSoonAfterHoldStartsHandsFree)
 {
     FnGestureRecognizer recognizer;
     recognizer.fnDown(start);
@@ -94,7 +94,7 @@ TEST(FnGestureRecognizer, aPressSoonAfterAHoldStartsHandsFree)
     EXPECT_EQ(recognizer.fnDown(start + 5s + 200ms), handsFree);
 }
 
-TEST(FnGestureRecognizer, aPressWithinTheWindowNeverStartsAHoldTimerEvenIfKeptDown)
+TEST(FnGestureRecognizer, pressWithinDoubleTapWindowNeverStartsHoldTimer)
 {
     FnGestureRecognizer recognizer;
     recognizer.fnDown(start);
@@ -105,7 +105,7 @@ TEST(FnGestureRecognizer, aPressWithinTheWindowNeverStartsAHoldTimerEvenIfKeptDo
     EXPECT_EQ(recognizer.activeMode(), ActiveMode::Toggle);
 }
 
-TEST(FnGestureRecognizer, confirmHoldWhileAModeIsActiveChangesNothing)
+TEST(FnGestureRecognizer, confirmHoldInActiveModeChangesNothing)
 {
     FnGestureRecognizer recognizer;
     recognizer.fnDown(start);
@@ -114,7 +114,7 @@ TEST(FnGestureRecognizer, confirmHoldWhileAModeIsActiveChangesNothing)
     EXPECT_EQ(recognizer.activeMode(), ActiveMode::Hold);
 }
 
-TEST(FnGestureRecognizer, aDoubleTapEndsAnUndecidedPress)
+TEST(FnGestureRecognizer, doubleTapEndsUndecidedPress)
 {
     FnGestureRecognizer recognizer;
     recognizer.fnUp(start);
@@ -123,7 +123,7 @@ TEST(FnGestureRecognizer, aDoubleTapEndsAnUndecidedPress)
     EXPECT_FALSE(recognizer.awaitingHoldConfirmation());
 }
 
-TEST(FnGestureRecognizer, aFreshPressKeepsTheLastReleaseUntilTheNext)
+TEST(FnGestureRecognizer, newPressKeepsLastReleaseTime)
 {
     FnGestureRecognizer recognizer;
     EXPECT_FALSE(recognizer.lastReleaseTime());
@@ -135,7 +135,7 @@ TEST(FnGestureRecognizer, aFreshPressKeepsTheLastReleaseUntilTheNext)
     EXPECT_FALSE(recognizer.awaitingHoldConfirmation());
 }
 
-TEST(FnGestureRecognizer, hasItsConstants)
+TEST(FnGestureRecognizer, hasExpectedConstants)
 {
     EXPECT_EQ(FnGestureRecognizer::holdThreshold, 150ms);
     EXPECT_EQ(FnGestureRecognizer::doubleTapWindow, 300ms);

@@ -39,7 +39,7 @@ protected:
 
 } // namespace
 
-TEST_F(GlobalHotkeyManagerTest, hasItsConstants)
+TEST_F(GlobalHotkeyManagerTest, hasExpectedConstants)
 {
     EXPECT_EQ(GlobalHotkeyManager::flagsChangedMask, 4096U);
     EXPECT_EQ(GlobalHotkeyManager::functionFlag, 0x800000U);
@@ -56,7 +56,7 @@ TEST_F(GlobalHotkeyManagerTest, startInstallsBothMonitorsAndLogsOnce)
               u"start(): globalMonitor=%{bool}d localMonitor=%{bool}d accessibilityTrusted=%{bool}d"_s);
 }
 
-TEST_F(GlobalHotkeyManagerTest, aMissingMonitorIsOnlyLogged)
+TEST_F(GlobalHotkeyManagerTest, missingMonitorIsOnlyLogged)
 {
     monitor->offersGlobal = false;
     trust->trusted = false;
@@ -66,7 +66,7 @@ TEST_F(GlobalHotkeyManagerTest, aMissingMonitorIsOnlyLogged)
     EXPECT_EQ(trust->requests, 0);
 }
 
-TEST_F(GlobalHotkeyManagerTest, logsEveryFlagsChangeWithTheStateBefore)
+TEST_F(GlobalHotkeyManagerTest, logsEachFlagsChangeWithPreviousState)
 {
     manager->start();
     monitor->send(GlobalHotkeyManager::functionFlag | shiftFlag);
@@ -78,7 +78,7 @@ TEST_F(GlobalHotkeyManagerTest, logsEveryFlagsChangeWithTheStateBefore)
     EXPECT_EQ(log.formats()[1], u"flagsChanged raw=%lu function=%{bool}d isFnDown=%{bool}d"_s);
 }
 
-TEST_F(GlobalHotkeyManagerTest, holding150msSignalsDownOnceAndTheReleaseUp)
+TEST_F(GlobalHotkeyManagerTest, holding150msSignalsDownOnceAndUpOnRelease)
 {
     manager->start();
     monitor->press();
@@ -93,7 +93,7 @@ TEST_F(GlobalHotkeyManagerTest, holding150msSignalsDownOnceAndTheReleaseUp)
     EXPECT_THAT(clock->requestedSleeps(), ElementsAre(150ms));
 }
 
-TEST_F(GlobalHotkeyManagerTest, releasingAfter149msCancelsTheTimerAndSignalsNothing)
+TEST_F(GlobalHotkeyManagerTest, releasingAfter149msSignalsNothing)
 {
     manager->start();
     monitor->press();
@@ -104,7 +104,7 @@ TEST_F(GlobalHotkeyManagerTest, releasingAfter149msCancelsTheTimerAndSignalsNoth
     EXPECT_THAT(signalled, IsEmpty());
 }
 
-TEST_F(GlobalHotkeyManagerTest, anotherModifierWhileFnStaysDownChangesNothing)
+TEST_F(GlobalHotkeyManagerTest, otherModifierWhileFnIsDownChangesNothing)
 {
     manager->start();
     monitor->press();
@@ -116,7 +116,7 @@ TEST_F(GlobalHotkeyManagerTest, anotherModifierWhileFnStaysDownChangesNothing)
     EXPECT_EQ(clock->requestedSleeps().size(), 1U);
 }
 
-TEST_F(GlobalHotkeyManagerTest, anotherModifierWhileFnIsUpChangesNothing)
+TEST_F(GlobalHotkeyManagerTest, otherModifierWhileFnIsUpChangesNothing)
 {
     manager->start();
     monitor->send(shiftFlag);
@@ -127,7 +127,7 @@ TEST_F(GlobalHotkeyManagerTest, anotherModifierWhileFnIsUpChangesNothing)
 
 namespace {
 
-/// Time and timers are what the test says; a cancelled sleep goes on, as one does that is due already.
+/// Time and timers are under the test's control. Cancelling has no effect, as for a timer that is already due.
 class StoppedClock final : public Clock {
 public:
     Instant time{1h};
@@ -138,7 +138,7 @@ public:
 
 } // namespace
 
-TEST_F(GlobalHotkeyManagerTest, aTimerThatLostTheRaceAgainstTheReleaseSignalsNothing)
+TEST_F(GlobalHotkeyManagerTest, timerFiringAfterReleaseSignalsNothing)
 {
     const auto stopped = std::make_shared<StoppedClock>();
     manager = std::make_unique<GlobalHotkeyManager>(monitor, trust, stopped, SerialExecutor::onCurrentThread());
@@ -147,7 +147,7 @@ TEST_F(GlobalHotkeyManagerTest, aTimerThatLostTheRaceAgainstTheReleaseSignalsNot
     monitor->press();
     settle();
     monitor->release();
-    // A new press, undecided like the one that the timer was for.
+    // A new press, as undecided as the one the timer was started for.
     stopped->time += 400ms;
     monitor->press();
     std::exchange(stopped->timer, Completion<void>::make())->finish();
@@ -158,7 +158,7 @@ TEST_F(GlobalHotkeyManagerTest, aTimerThatLostTheRaceAgainstTheReleaseSignalsNot
     EXPECT_THAT(signalled, ElementsAre("down"));
 }
 
-TEST_F(GlobalHotkeyManagerTest, aPressMoreThan300msAfterTheReleaseIsANewOne)
+TEST_F(GlobalHotkeyManagerTest, pressMoreThan300msAfterReleaseIsNew)
 {
     manager->start();
     monitor->press();
@@ -172,7 +172,7 @@ TEST_F(GlobalHotkeyManagerTest, aPressMoreThan300msAfterTheReleaseIsANewOne)
     EXPECT_THAT(signalled, ElementsAre("down", "up"));
 }
 
-TEST_F(GlobalHotkeyManagerTest, withoutALocalMonitorTheGlobalOneWorks)
+TEST_F(GlobalHotkeyManagerTest, globalMonitorWorksWithoutLocalMonitor)
 {
     monitor->offersLocal = false;
     manager->start();
@@ -182,7 +182,7 @@ TEST_F(GlobalHotkeyManagerTest, withoutALocalMonitorTheGlobalOneWorks)
     EXPECT_THAT(signalled, ElementsAre("down"));
 }
 
-TEST_F(GlobalHotkeyManagerTest, aDoubleTapStartsOnTheSecondPressAndStopsOnTheThird)
+TEST_F(GlobalHotkeyManagerTest, doubleTapStartsOnSecondPressAndStopsOnThird)
 {
     manager->start();
     monitor->press();
@@ -212,7 +212,7 @@ TEST_F(GlobalHotkeyManagerTest, gesturesAdvanceWithBothCallbacksUnset)
     EXPECT_EQ(manager->recognizer().activeMode(), std::nullopt);
 }
 
-TEST_F(GlobalHotkeyManagerTest, theLocalMonitorGivesTheEventBackUnchanged)
+TEST_F(GlobalHotkeyManagerTest, localMonitorReturnsEventUnchanged)
 {
     manager->start();
     monitor->isApplicationActive = true;
@@ -222,7 +222,7 @@ TEST_F(GlobalHotkeyManagerTest, theLocalMonitorGivesTheEventBackUnchanged)
     EXPECT_THAT(monitor->delivered, ElementsAre(FlagsChangedEvent{GlobalHotkeyManager::functionFlag}));
 }
 
-TEST_F(GlobalHotkeyManagerTest, eventsAndTimersAfterItsEndFindNobody)
+TEST_F(GlobalHotkeyManagerTest, eventsAfterDestructionDoNothing)
 {
     manager->start();
     monitor->press();

@@ -1,4 +1,4 @@
-// The order in which the permissions are read, announced and stored.
+// The order in which permissions are read, announced and stored.
 
 #include "Input/Permissions/PermissionsManager.h"
 
@@ -16,7 +16,7 @@ using testing::ElementsAre;
 
 class PermissionAnnouncementTest : public testing::Test {
 protected:
-    /// What the system says; every question is written down, with what the manager holds at that time.
+    /// The system's answers; records every query and the manager's values at that time.
     class Authorization final : public AuthorizationSource {
     public:
         explicit Authorization(PermissionAnnouncementTest &test)
@@ -89,12 +89,12 @@ protected:
 
 } // namespace
 
-TEST_F(PermissionAnnouncementTest, aNewManagerReadsAllThreeInOrder)
+TEST_F(PermissionAnnouncementTest, readsAllThreeInOrderOnConstruction)
 {
     EXPECT_THAT(madeWith, ElementsAre("microphone", "speech", "trust"));
 }
 
-TEST_F(PermissionAnnouncementTest, aRefreshReadsAnnouncesAndStoresOneAfterTheOther)
+TEST_F(PermissionAnnouncementTest, refreshReadsAnnouncesAndStoresEachInTurn)
 {
     source->raw = 1; // Granted is 1, denied 2 in the trace.
     trust->trusted = false;
@@ -104,7 +104,7 @@ TEST_F(PermissionAnnouncementTest, aRefreshReadsAnnouncesAndStoresOneAfterTheOth
     EXPECT_FALSE(manager->accessibilityGranted());
 }
 
-TEST_F(PermissionAnnouncementTest, askingForTrustAnnouncesTheAnswerOnceAndReadsNothingElse)
+TEST_F(PermissionAnnouncementTest, requestingTrustAnnouncesOnceAndReadsNothingElse)
 {
     trust->trusted = false;
     manager->requestAccessibility();
@@ -115,7 +115,7 @@ TEST_F(PermissionAnnouncementTest, askingForTrustAnnouncesTheAnswerOnceAndReadsN
     EXPECT_TRUE(manager->accessibilityGranted());
 }
 
-TEST_F(PermissionAnnouncementTest, anAnswerIsFollowedByARefresh)
+TEST_F(PermissionAnnouncementTest, answerIsFollowedByRefresh)
 {
     std::optional<bool> granted;
     auto task = manager->requestSpeechRecognitionPermission().then([&granted](bool answer) { granted = answer; });
@@ -127,7 +127,7 @@ TEST_F(PermissionAnnouncementTest, anAnswerIsFollowedByARefresh)
     EXPECT_EQ(trace.size(), 6U);
 }
 
-TEST_F(PermissionAnnouncementTest, answersAfterItsEndAreStillGiven)
+TEST_F(PermissionAnnouncementTest, answersArriveAfterDestruction)
 {
     std::optional<bool> microphone;
     std::optional<bool> speech;

@@ -19,13 +19,13 @@ protected:
 
 } // namespace
 
-TEST_F(PermissionsManagerTest, readsAllThreeWhenItIsMade)
+TEST_F(PermissionsManagerTest, readsAllThreeOnConstruction)
 {
     const PermissionsManager manager(source, trust, panes);
     EXPECT_TRUE(manager.allGranted());
 }
 
-TEST_F(PermissionsManagerTest, restrictedAndDeniedAreDeniedAndUnknownIsUndetermined)
+TEST_F(PermissionsManagerTest, mapsRestrictedToDeniedAndUnknownToUndetermined)
 {
     const std::pair<int, SimpleStatus> table[] = {{0, SimpleStatus::NotDetermined}, {1, SimpleStatus::Denied},
                                                   {2, SimpleStatus::Denied},        {3, SimpleStatus::Granted},
@@ -49,7 +49,7 @@ TEST_F(PermissionsManagerTest, allGrantedNeedsAllThree)
     }
 }
 
-TEST_F(PermissionsManagerTest, aRequestGivesTheAnswerAndReadsAgain)
+TEST_F(PermissionsManagerTest, requestReturnsAnswerAndRereads)
 {
     source->microphone = 0;
     PermissionsManager manager(source, trust, panes);
@@ -76,7 +76,7 @@ TEST_F(PermissionsManagerTest, onlyAuthorizedSpeechCountsAsGranted)
     EXPECT_EQ(manager.speechRecognitionStatus(), SimpleStatus::Denied);
 }
 
-TEST_F(PermissionsManagerTest, trustStaysFalseUntilARefreshSeesIt)
+TEST_F(PermissionsManagerTest, trustStaysFalseUntilRefresh)
 {
     trust->trusted = false;
     PermissionsManager manager(source, trust, panes);
@@ -89,7 +89,7 @@ TEST_F(PermissionsManagerTest, trustStaysFalseUntilARefreshSeesIt)
     EXPECT_TRUE(manager.accessibilityGranted());
 }
 
-TEST_F(PermissionsManagerTest, aDecidedPermissionIsAnsweredAndReadAgainAllTheSame)
+TEST_F(PermissionsManagerTest, decidedPermissionIsStillRequestedAndReread)
 {
     PermissionsManager manager(source, trust, panes);
     source->microphone = 1;
@@ -101,7 +101,7 @@ TEST_F(PermissionsManagerTest, aDecidedPermissionIsAnsweredAndReadAgainAllTheSam
     EXPECT_EQ(manager.microphoneStatus(), SimpleStatus::Denied);
 }
 
-TEST_F(PermissionsManagerTest, opensThePanesAndNothingElse)
+TEST_F(PermissionsManagerTest, opensPanesAndNothingElse)
 {
     PermissionsManager manager(source, trust, panes);
     manager.openAccessibilitySettings();

@@ -19,7 +19,7 @@ namespace talmo::test {
 
 namespace {
 
-/// Archives made for this, in a folder, and another folder beside it to unpack in.
+/// Generated archives in one folder, and another folder to unpack into.
 class ModelArchiveTest : public testing::Test {
 protected:
     void SetUp() override
@@ -30,7 +30,7 @@ protected:
         ASSERT_TRUE(QDir(home.path()).mkpath(u"models/workshop"_s));
     }
     QString target() const { return home.filePath(u"models/workshop"_s); }
-    /// What is complained of; empty when it was unpacked.
+    /// The error message; empty if it was unpacked.
     QString unpack(const QString &name, const std::stop_token &stop = {})
     {
         constexpr std::int64_t mostBytes = 10'000'000;
@@ -63,7 +63,7 @@ protected:
     std::int64_t progress = 0;
 };
 
-/// "upwards.tar.gz" as the name of a test.
+/// Turns "upwards.tar.gz" into a test name.
 std::string nameOf(std::string file)
 {
     std::replace_if(
@@ -92,7 +92,7 @@ INSTANTIATE_TEST_SUITE_P(All, ModelArchiveKinds,
                          testing::Values("good.tar.gz", "good.tar.bz2", "good.tar.xz", "good.zip"),
                          [](const auto &test) { return nameOf(test.param); });
 
-TEST_P(HostileArchives, leadNowhereOutside)
+TEST_P(HostileArchives, writeNothingOutsideTheFolder)
 {
     const auto [name, complaint] = GetParam();
     EXPECT_TRUE(unpack(QString::fromLatin1(name)).contains(QString::fromLatin1(complaint)))
@@ -120,7 +120,7 @@ INSTANTIATE_TEST_SUITE_P(
                     std::pair("missing.tar.gz", "is damaged")),
     [](const auto &test) { return nameOf(test.param.first); });
 
-TEST_F(ModelArchiveTest, stopsWhenItIsToldTo)
+TEST_F(ModelArchiveTest, stopsWhenCancelled)
 {
     std::stop_source stop;
     stop.request_stop();

@@ -36,7 +36,7 @@ QString complaintAbout(const QByteArray &json)
 
 } // namespace
 
-TEST(ModelCatalogue, theOneThatComesWithTalmoIsSound)
+TEST(ModelCatalogue, bundledCatalogueIsValid)
 {
     const auto catalogue = ModelCatalogue::withUsersFile({});
     ASSERT_GT(catalogue.entries().size(), 5U);
@@ -48,7 +48,7 @@ TEST(ModelCatalogue, theOneThatComesWithTalmoIsSound)
     }
 }
 
-TEST(ModelCatalogue, theLocaleDecides)
+TEST(ModelCatalogue, picksBestModelForLocale)
 {
     const auto catalogue = ModelCatalogue::withUsersFile({});
     EXPECT_EQ(catalogue.bestFor(u"de_AT.UTF-8"_s)->id, u"kroko-de"_s);
@@ -59,7 +59,7 @@ TEST(ModelCatalogue, theLocaleDecides)
     EXPECT_EQ(catalogue.bestFor(QString()), nullptr);
 }
 
-TEST(ModelCatalogue, theUsersOwnEntriesComeFirstAndReplaceThoseOfTheSameName)
+TEST(ModelCatalogue, usersEntriesComeFirstAndReplaceSameId)
 {
     const QTemporaryDir folder;
     QFile file(folder.filePath(u"models.json"_s));
@@ -75,7 +75,7 @@ TEST(ModelCatalogue, theUsersOwnEntriesComeFirstAndReplaceThoseOfTheSameName)
     EXPECT_EQ(catalogue.find(u"kroko-de"_s)->size, 12);
 }
 
-TEST(ModelCatalogue, aUsersFileThatWillNotDoIsSaidAndLeftOut)
+TEST(ModelCatalogue, invalidUserFileIsLoggedAndIgnored)
 {
     const RecordingLog log;
     const QTemporaryDir folder;
@@ -89,7 +89,7 @@ TEST(ModelCatalogue, aUsersFileThatWillNotDoIsSaidAndLeftOut)
     EXPECT_TRUE(log.lines().front().contains(file.fileName()));
 }
 
-TEST(ModelCatalogue, saysWhatIsWrongWithWhichEntry)
+TEST(ModelCatalogue, reportsWhatIsWrongWithWhichEntry)
 {
     EXPECT_EQ(complaintAbout(catalogueOf(entryWith())), QString());
     EXPECT_TRUE(complaintAbout("{").size() > 0);
@@ -109,16 +109,16 @@ TEST(ModelCatalogue, saysWhatIsWrongWithWhichEntry)
     }
 }
 
-TEST(ModelCatalogue, plainHttpIsForThisVeryMachineOnly)
+TEST(ModelCatalogue, permitsPlainHttpOnLoopbackOnly)
 {
     EXPECT_TRUE(isPermittedAddress(QUrl(u"http://127.0.0.1:80/x"_s)));
     EXPECT_TRUE(isPermittedAddress(QUrl(u"http://[::1]/x"_s)));
-    EXPECT_FALSE(isPermittedAddress(QUrl(u"http://localhost/x"_s))); // Whatever that name may lead to.
+    EXPECT_FALSE(isPermittedAddress(QUrl(u"http://localhost/x"_s))); // The name may resolve to anything.
     EXPECT_FALSE(isPermittedAddress(QUrl(u"http://127.0.0.1.example.org/x"_s)));
     EXPECT_FALSE(isPermittedAddress(QUrl(u"http://127.0.0.1@example.org/x"_s)));
 }
 
-TEST(ModelCatalogue, noRedirectLeadsFromHttpsToHttp)
+TEST(ModelCatalogue, permitsNoRedirectFromHttpsToHttp)
 {
     const QUrl secure(u"https://example.org/x"_s);
     const QUrl local(u"http://127.0.0.1/x"_s);

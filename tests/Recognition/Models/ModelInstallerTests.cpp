@@ -1,4 +1,4 @@
-// Models over a real connection to a server that misbehaves, onto a real disk.
+// Installs models over a real connection from a misbehaving server to a real disk.
 
 #include "Recognition/Models/ModelInstaller.h"
 
@@ -50,7 +50,7 @@ protected:
         made.licence = u"public domain"_s;
         return made;
     }
-    /// One with a size and a checksum.
+    /// An entry with a size and a checksum.
     ModelEntry measured(const QString &path) const
     {
         auto made = entry(path);
@@ -67,7 +67,7 @@ protected:
         return executor->run<void>(
             [this, wanted, onProgress] { return installer.install(wanted, onProgress, stop.get_token()); });
     }
-    /// What went wrong; empty when it is installed. Pauses between tries pass at once.
+    /// The error message; empty if installed. Pauses between retries take no time.
     QString install(const ModelEntry &wanted)
     {
         const auto future = begin(wanted);
@@ -102,7 +102,7 @@ protected:
         EXPECT_EQ(inModelsFolder(), (QStringList{u".lock"_s, u"toy"_s}));
         EXPECT_EQ(QFile(home.filePath(u"models/toy/model.onnx"_s)).size(), 5001);
     }
-    /// Not the model, nor anything that was on the way to become one; perhaps a part for the next try.
+    /// Expects neither the model nor an incomplete one, except for a partial download.
     void expectNothing(const QStringList &left = {}) const
     {
         EXPECT_EQ(inModelsFolder(), QStringList{u".lock"_s} + left);
@@ -124,7 +124,7 @@ class HostileModels : public ModelInstallerTest, public testing::WithParamInterf
 
 } // namespace
 
-TEST_F(ModelInstallerTest, fetchesChecksUnpacksAndTriesBeforeAnythingIsSeen)
+TEST_F(ModelInstallerTest, downloadsVerifiesUnpacksAndTestsBeforePublishing)
 {
     tryModel = [this](const QString &folder) {
         EXPECT_TRUE(QFile::exists(folder + u"/model.onnx"_s));
@@ -148,13 +148,13 @@ TEST_F(ModelInstallerTest, fetchesChecksUnpacksAndTriesBeforeAnythingIsSeen)
     EXPECT_EQ(object.value(u"source"_s).toString(), server->address(u"/good.tar.gz"_s));
 }
 
-TEST_F(ModelInstallerTest, anArchiveWithoutAFolderAroundItWillDo)
+TEST_F(ModelInstallerTest, acceptsArchiveWithoutTopLevelFolder)
 {
     EXPECT_EQ(install(entry(u"/flat.tar.gz"_s)), QString());
     expectInstalled();
 }
 
-TEST_F(ModelInstallerTest, aModelThatIsThereAlreadyIsReplaced)
+TEST_F(ModelInstallerTest, replacesInstalledModel)
 {
     EXPECT_EQ(install(entry(u"/flat.tar.gz"_s)), QString());
     QFile(home.filePath(u"models/toy/tokens.txt"_s)).remove();
@@ -163,14 +163,14 @@ TEST_F(ModelInstallerTest, aModelThatIsThereAlreadyIsReplaced)
     EXPECT_TRUE(QFile::exists(home.filePath(u"models/toy/tokens.txt"_s)));
 }
 
-TEST_F(ModelInstallerTest, aBrokenConnectionGoesOnWhereItEnded)
+TEST_F(ModelInstallerTest, resumesAfterBrokenConnection)
 {
     EXPECT_EQ(install(measured(u"/good.zip?break=2000"_s)), QString());
     expectInstalled();
     EXPECT_EQ(server->requests(), (QStringList{u"/good.zip whole -"_s, u"/good.zip bytes=2000- \"mark-1\""_s}));
 }
 
-TEST_F(ModelInstallerTest, theNextInstallationGoesOnWhereTheOneBeforeWasBrokenOff)
+TEST_F(ModelInstallerTest, nextInstallationResumesCancelledOne)
 {
     auto future = begin(measured(u"/good.zip?stall=2000"_s));
     ASSERT_TRUE(waitFor([this] { return !progress.empty() && progress.back().done == 2000; }));
@@ -183,40 +183,41 @@ TEST_F(ModelInstallerTest, theNextInstallationGoesOnWhereTheOneBeforeWasBrokenOf
     expectInstalled();
 }
 
-TEST_F(ModelInstallerTest, aFileThatChangedMeanwhileIsFetchedAnew)
+TEST_F(ModelInstallerTest, changedFileIsDownloadedAgain)
 {
     EXPECT_EQ(install(entry(u"/good.zip?break=2000&changing=1"_s)), QString());
-    EXPECT_THAT(server->requests().last().toStdString(), HasSubstr("bytes=2000- \"mark-1\"")); // Not this one any more.
+    EXPECT_THAT(server->requests().last().toStdString(),
+                HasSubstr("bytes=2000- \"mark-1\"")); // The file with this mark is gone.
     expectInstalled();
 }
 
-TEST_F(ModelInstallerTest, whatNobodyCanTellFromAnotherFileIsFetchedAnew)
+TEST_F(ModelInstallerTest, weakETagIsDownloadedAgain)
 {
     EXPECT_EQ(install(entry(u"/good.zip?break=2000&weak=1"_s)), QString());
     EXPECT_EQ(server->requests().last(), u"/good.zip whole -"_s);
     expectInstalled();
 }
 
-TEST_F(ModelInstallerTest, aServerThatCannotContinueBeginsAnew)
+TEST_F(ModelInstallerTest, restartsIfServerCannotResume)
 {
     EXPECT_EQ(install(measured(u"/good.zip?break=2000&plain=1"_s)), QString());
     expectInstalled();
 }
 
-TEST_F(ModelInstallerTest, aServerThatContinuesElsewhereIsAskedForTheWhole)
+TEST_F(ModelInstallerTest, restartsIfServerResumesAtWrongOffset)
 {
     EXPECT_EQ(install(measured(u"/good.zip?break=2000&elsewhere=1"_s)), QString());
     EXPECT_EQ(server->requests().last(), u"/good.zip whole -"_s);
     expectInstalled();
 }
 
-TEST_F(ModelInstallerTest, aServerThatAlwaysBreaksOffIsGivenUpAfterAWhile)
+TEST_F(ModelInstallerTest, givesUpOnRepeatedlyBrokenConnection)
 {
     EXPECT_THAT(install(entry(u"/good.zip?break=2000&always=1&plain=1"_s)).toStdString(), HasSubstr("onnection"));
     EXPECT_EQ(server->requests().size(), 5);
 }
 
-TEST_F(ModelInstallerTest, silenceForHalfAMinuteIsTheEndOfAConnection)
+TEST_F(ModelInstallerTest, connectionTimesOutAfter30SecondsOfSilence)
 {
     auto future = begin(measured(u"/good.zip?stall=2000"_s));
     ASSERT_TRUE(waitFor([this] { return !progress.empty() && progress.back().done == 2000; }));
@@ -225,7 +226,7 @@ TEST_F(ModelInstallerTest, silenceForHalfAMinuteIsTheEndOfAConnection)
     expectInstalled();
 }
 
-TEST_F(ModelInstallerTest, aServerThatIsBusyIsAskedAgainLaterEachTimeAfterALongerPause)
+TEST_F(ModelInstallerTest, retriesBusyServerWithGrowingDelay)
 {
     EXPECT_EQ(install(measured(u"/good.zip?fail=3"_s)), QString());
     expectInstalled();
@@ -239,14 +240,14 @@ TEST_F(ModelInstallerTest, aServerThatIsBusyIsAskedAgainLaterEachTimeAfterALonge
     EXPECT_THAT(pauses, ElementsAre(std::chrono::seconds(1), std::chrono::seconds(2), std::chrono::seconds(4)));
 }
 
-TEST_F(ModelInstallerTest, aModelThatIsNotThereIsSaidAtOnce)
+TEST_F(ModelInstallerTest, reportsMissingModelImmediately)
 {
     EXPECT_THAT(install(entry(u"/good.zip?status=404"_s)).toStdString(), HasSubstr("404"));
     EXPECT_EQ(server->requests().size(), 1);
     expectNothing();
 }
 
-TEST_F(ModelInstallerTest, anotherSizeIsAnotherFile)
+TEST_F(ModelInstallerTest, rejectsWrongSize)
 {
     auto wanted = measured(u"/good.zip"_s);
     wanted.size = *wanted.size + 1;
@@ -257,7 +258,7 @@ TEST_F(ModelInstallerTest, anotherSizeIsAnotherFile)
     expectNothing();
 }
 
-TEST_F(ModelInstallerTest, withoutALengthTheKnownSizeHolds)
+TEST_F(ModelInstallerTest, checksKnownSizeWithoutContentLength)
 {
     EXPECT_EQ(install(measured(u"/good.zip?silent=1"_s)), QString());
     expectInstalled();
@@ -266,7 +267,7 @@ TEST_F(ModelInstallerTest, withoutALengthTheKnownSizeHolds)
     EXPECT_NE(install(wanted), QString());
 }
 
-TEST_F(ModelInstallerTest, anotherChecksumIsAnotherFile)
+TEST_F(ModelInstallerTest, rejectsWrongChecksum)
 {
     auto wanted = measured(u"/good.zip"_s);
     wanted.sha256[0] = wanted.sha256[0] == '0' ? '1' : '0';
@@ -274,15 +275,15 @@ TEST_F(ModelInstallerTest, anotherChecksumIsAnotherFile)
     expectNothing();
 }
 
-TEST_F(ModelInstallerTest, nobodyThereIsSaidAfterAFewTries)
+TEST_F(ModelInstallerTest, reportsUnreachableServerAfterRetries)
 {
     auto wanted = entry(u"/good.zip"_s);
-    wanted.address = QUrl(u"http://127.0.0.1:9/x"_s); // Nobody discards here any more.
+    wanted.address = QUrl(u"http://127.0.0.1:9/x"_s); // Nothing listens on the discard port.
     EXPECT_NE(install(wanted), QString());
     expectNothing();
 }
 
-TEST_F(ModelInstallerTest, aServerThatLeadsToAnUnsafePlaceIsNotFollowed)
+TEST_F(ModelInstallerTest, refusesUnsafeRedirect)
 {
     EXPECT_THAT(install(entry(u"/good.zip?to=http://example.org/x"_s)).toStdString(), HasSubstr("not HTTPS"));
     EXPECT_THAT(install(entry(u"/good.zip?to=file:///etc/passwd"_s)).toStdString(), testing::Not(testing::IsEmpty()));
@@ -291,7 +292,7 @@ TEST_F(ModelInstallerTest, aServerThatLeadsToAnUnsafePlaceIsNotFollowed)
     expectInstalled();
 }
 
-TEST_F(ModelInstallerTest, aServerThatNobodyVouchesForIsNotTrusted)
+TEST_F(ModelInstallerTest, rejectsUntrustedCertificate)
 {
     QProcess maker;
     maker.start(u"openssl"_s, {u"req"_s, u"-x509"_s, u"-newkey"_s, u"rsa:2048"_s, u"-nodes"_s, u"-days"_s, u"1"_s,
@@ -313,9 +314,9 @@ TEST_F(ModelInstallerTest, aServerThatNobodyVouchesForIsNotTrusted)
     EXPECT_TRUE(secure.requests().isEmpty());
 }
 
-TEST_F(ModelInstallerTest, aFullDiskIsSaidAndNotLeftFull)
+TEST_F(ModelInstallerTest, fullDiskIsReportedAndCleanedUp)
 {
-    // What the disk has no room for and what a file may not grow to are refused in the same way.
+    // A file size limit fails in the same way as a full disk.
     rlimit before{};
     ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
     const auto handler = std::signal(SIGXFSZ, SIG_IGN);
@@ -329,21 +330,21 @@ TEST_F(ModelInstallerTest, aFullDiskIsSaidAndNotLeftFull)
     expectNothing();
 }
 
-TEST_F(ModelInstallerTest, aModelThatTheRecogniserCannotUseIsNotInstalled)
+TEST_F(ModelInstallerTest, rejectsModelThatEngineCannotUse)
 {
     tryModel = [](const QString &) { throw Error(u"it will not do"_s); };
     EXPECT_EQ(install(entry(u"/good.zip"_s)), u"it will not do"_s);
     EXPECT_FALSE(installer.store().isInstalled(u"toy"_s));
 }
 
-TEST_F(ModelInstallerTest, oneAtATimeWhateverProcessAsks)
+TEST_F(ModelInstallerTest, allowsOneInstallationAcrossProcesses)
 {
     const auto held = installer.store().lock();
     EXPECT_THAT(install(entry(u"/good.zip"_s)).toStdString(), HasSubstr("Another model"));
     EXPECT_TRUE(server->requests().isEmpty());
 }
 
-TEST_F(ModelInstallerTest, whatADeadProcessLeftIsClearedAway)
+TEST_F(ModelInstallerTest, removesLeftoversOfDeadProcess)
 {
     QDir().mkpath(home.filePath(u"models/.unpacking-abc/half"_s));
     QDir().mkpath(home.filePath(u"models/.removed-toy/half"_s));
@@ -352,7 +353,7 @@ TEST_F(ModelInstallerTest, whatADeadProcessLeftIsClearedAway)
     expectInstalled();
 }
 
-TEST_F(ModelInstallerTest, whatIsRemovedIsGone)
+TEST_F(ModelInstallerTest, removesModel)
 {
     EXPECT_EQ(install(entry(u"/good.zip"_s)), QString());
     const auto lock = installer.store().lock();
@@ -363,7 +364,7 @@ TEST_F(ModelInstallerTest, whatIsRemovedIsGone)
     EXPECT_THROW(installer.store().remove(u"../models"_s), Error);
 }
 
-TEST_F(ModelInstallerTest, removeRefusesLinksAndWhateverLiesElsewhere)
+TEST_F(ModelInstallerTest, removeRefusesLinksAndPathsElsewhere)
 {
     const QString outside = home.filePath(u"outside/precious"_s);
     QDir().mkpath(outside);
@@ -377,7 +378,7 @@ TEST_F(ModelInstallerTest, removeRefusesLinksAndWhateverLiesElsewhere)
     EXPECT_TRUE(QFileInfo(home.filePath(u"models/linked"_s)).isSymLink());
 }
 
-TEST_F(ModelInstallerTest, clearingAwayFollowsNoLink)
+TEST_F(ModelInstallerTest, cleanupFollowsNoLinks)
 {
     QDir().mkpath(home.filePath(u"outside/precious"_s));
     QDir().mkpath(home.filePath(u"models"_s));
@@ -386,7 +387,7 @@ TEST_F(ModelInstallerTest, clearingAwayFollowsNoLink)
     EXPECT_TRUE(QFileInfo(home.filePath(u"outside/precious"_s)).isDir());
 }
 
-TEST_F(ModelInstallerTest, installingOverALinkReplacesTheLinkAlone)
+TEST_F(ModelInstallerTest, installingOverLinkReplacesOnlyTheLink)
 {
     QDir().mkpath(home.filePath(u"outside/precious"_s));
     QDir().mkpath(home.filePath(u"models"_s));
@@ -403,7 +404,7 @@ TEST_F(ModelInstallerTest, everythingIsPrivateWhateverTheUmask)
     auto future = begin(measured(u"/good.zip?stall=2000"_s));
     EXPECT_TRUE(waitFor([this] { return progress.back().done == 2000; }));
     stop.request_stop();
-    outcome(future); // A part and its notes are left.
+    outcome(future); // Leaves a partial download and its metadata.
     umask(before);
     QDirIterator each(home.filePath(u"models"_s), QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
                       QDirIterator::Subdirectories);
@@ -418,7 +419,7 @@ TEST_F(ModelInstallerTest, everythingIsPrivateWhateverTheUmask)
     EXPECT_EQ(QFile::permissions(home.filePath(u"models"_s)) & QFile::Permissions::fromInt(0x77), QFile::Permissions());
 }
 
-TEST_P(HostileModels, areNotInstalledAndLeaveNothingBehind)
+TEST_P(HostileModels, areRejectedAndLeaveNothingBehind)
 {
     EXPECT_NE(install(entry(u'/' + QString::fromLatin1(GetParam()))), QString());
     expectNothing();
@@ -434,7 +435,7 @@ INSTANTIATE_TEST_SUITE_P(All, HostileModels,
                              return QString::fromLatin1(test.param).section(u'.', 0, 0).toStdString();
                          });
 
-TEST(ModelProgress, saysHowFarItHasCome)
+TEST(ModelProgress, describesProgress)
 {
     using enum ModelProgress::Phase;
     EXPECT_EQ((ModelProgress{Downloading, 12'300'000, 120'000'000}).description(), u"Downloading: 12 of 120 MB"_s);

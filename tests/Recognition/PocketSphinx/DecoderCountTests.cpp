@@ -1,4 +1,4 @@
-// A decoder takes 100 MB and a third of a second to load: one is enough for all dictations.
+// A decoder takes 100 MB and a third of a second to load: one must serve all dictations.
 
 #include "Recognition/PocketSphinx/PocketSphinxEngine.h"
 #include "Support/Printing.h"
@@ -19,7 +19,7 @@ protected:
     {
         EXPECT_TRUE(waitFor(executor->call([this] { engine->warmUp(); })));
     }
-    /// A second of silence is heard, and `meanwhile` runs before the recording ends.
+    /// Records a second of silence, running `meanwhile` before the recording ends.
     void record(const std::function<void()> &meanwhile)
     {
         const auto transcriber = platform->makeTranscriber(u"en_US"_s, TranscriberConfiguration::VolatileResults);
@@ -41,7 +41,7 @@ protected:
 
 } // namespace
 
-TEST_F(DecoderCount, aPressDuringARecordingLoadsNoSecondDecoder)
+TEST_F(DecoderCount, pressDuringRecordingLoadsNoSecondDecoder)
 {
     warmUp();
     record([this] { warmUp(); });
@@ -51,7 +51,7 @@ TEST_F(DecoderCount, aPressDuringARecordingLoadsNoSecondDecoder)
     EXPECT_TRUE(engine->isLoaded());
 }
 
-TEST_F(DecoderCount, aPressAfterUnloadingLoadsAgain)
+TEST_F(DecoderCount, pressAfterUnloadingReloads)
 {
     warmUp();
     EXPECT_TRUE(waitFor(executor->call([this] { engine->unload(); })));

@@ -22,36 +22,36 @@ double shareOf(const Sound &sound)
 
 } // namespace
 
-TEST(SteadySound, chordsAreNearlyAllOfIt)
+TEST(SteadySound, chordsAreMostlySteady)
 {
     EXPECT_GT(shareOf(chords(4, 0.1)), 0.75);
     EXPECT_GT(shareOf(chords(4, 0.1) + noise(4, 0.003)), 0.75);
     EXPECT_LE(shareOf(chords(4, 0.1)), 1.0);
 }
 
-TEST(SteadySound, aVoiceHasLittleOfIt)
+TEST(SteadySound, voiceIsHardlySteady)
 {
     EXPECT_LT(shareOf(voice(4, 0.1)), 0.3);
 }
 
-TEST(SteadySound, neitherHasNoise)
+TEST(SteadySound, noiseIsHardlySteady)
 {
     EXPECT_LT(shareOf(noise(4, 0.1)), 0.1);
 }
 
-TEST(SteadySound, aVoiceOverMusicIsAVoice)
+TEST(SteadySound, voiceOverMusicIsNotSteady)
 {
     EXPECT_LT(shareOf(voice(4, 0.1) + chords(4, 0.05)), 0.6);
 }
 
-TEST(SteadySound, silenceAndHardlyAnythingAreNothing)
+TEST(SteadySound, silenceIsNotSteady)
 {
     EXPECT_EQ(shareOf({}), 0);
     EXPECT_EQ(shareOf(silence(2)), 0);
     EXPECT_EQ(shareOf(chords(0.1, 0.1)), 0);
 }
 
-TEST(SteadySound, beginsAnewWhenToldTo)
+TEST(SteadySound, restartsOnReset)
 {
     SteadySound steady;
     EXPECT_GT(shareOf(steady, chords(4, 0.1)), 0.75);

@@ -81,7 +81,7 @@ TEST_F(MenuBarViewTest, rendersEveryStateWithEveryPermission)
     }
 }
 
-TEST_F(MenuBarViewTest, saysWhatToDoAndDoesIt)
+TEST_F(MenuBarViewTest, rowsDescribeAndPerformActions)
 {
     row(u"Start Recording"_s)->click();
     row(u"Settings"_s)->click();
@@ -90,13 +90,13 @@ TEST_F(MenuBarViewTest, saysWhatToDoAndDoesIt)
     EXPECT_EQ(row(u"Settings"_s)->hint(), u"⌘,"_s);
 }
 
-TEST_F(MenuBarViewTest, theMainRowStopsARecordingAndDoesNothingWhileThereIsWork)
+TEST_F(MenuBarViewTest, mainRowStopsRecordingAndIsInertWhileProcessing)
 {
     world.beRecording();
     row(u"Stop Recording"_s)->click();
     EXPECT_THAT(chosen, testing::ElementsAre(MenuAction::EndDictation));
     world.beProcessing();
-    // A dictation that runs already is ended by the same helper.
+    // The "Stop Recording" row has become this one.
     row(u"Cleaning up…"_s)->click();
     EXPECT_EQ(chosen.size(), 1U);
 }
@@ -112,14 +112,14 @@ TEST_F(MenuBarViewTest, permissionsCanBeGranted)
     EXPECT_EQ(texts().first(), u"Talmo is ready"_s);
 }
 
-TEST_F(MenuBarViewTest, aNewNameOfTheKeyShowsAtOnce)
+TEST_F(MenuBarViewTest, showsNewKeyNameImmediately)
 {
     world.settings->setHotkeyDisplayName(u"F13"_s);
     settle();
     EXPECT_TRUE(texts().contains(u"Hold F13, or double-tap for hands-free"_s));
 }
 
-TEST_F(MenuBarViewTest, growsWithItsWarningsAndSaysSo)
+TEST_F(MenuBarViewTest, growsWithWarningsAndReportsIt)
 {
     int changes = 0;
     view.setOnSizeChanged([&changes] { ++changes; });
@@ -130,7 +130,7 @@ TEST_F(MenuBarViewTest, growsWithItsWarningsAndSaysSo)
     EXPECT_GT(view.sizeHint().height(), before.height());
 }
 
-TEST_F(MenuBarViewTest, aLongErrorWraps)
+TEST_F(MenuBarViewTest, longErrorWraps)
 {
     const QSize before = view.sizeHint();
     world.fail(u"Couldn't start audio capture: the sound server of this machine is not there, and nobody knows why."_s);
@@ -138,7 +138,7 @@ TEST_F(MenuBarViewTest, aLongErrorWraps)
     EXPECT_GT(view.sizeHint().height(), before.height() + 10);
 }
 
-TEST_F(MenuBarViewTest, theKeyboardReachesEveryRow)
+TEST_F(MenuBarViewTest, keyboardReachesEveryRow)
 {
     view.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&view));
@@ -161,7 +161,7 @@ TEST_F(MenuBarViewTest, theKeyboardReachesEveryRow)
     EXPECT_THAT(chosen, testing::ElementsAre(MenuAction::Quit, MenuAction::Quit, MenuAction::OpenSettings));
 }
 
-TEST_F(MenuBarViewTest, thePointerMovesTheHighlight)
+TEST_F(MenuBarViewTest, pointerMovesHighlight)
 {
     view.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&view));
@@ -171,7 +171,7 @@ TEST_F(MenuBarViewTest, thePointerMovesTheHighlight)
     EXPECT_TRUE(row(u"Settings"_s)->hasFocus());
 }
 
-TEST_F(MenuBarViewTest, whileTheMainRowCanDoNothingTheKeyboardStartsBelowIt)
+TEST_F(MenuBarViewTest, keyboardFocusSkipsInertMainRow)
 {
     world.beProcessing();
     view.activateWindow();

@@ -38,7 +38,7 @@ constexpr Permissions everything{true, true, true};
 
 } // namespace
 
-TEST(MenuContents, everyMissingPermissionHasItsWarningInEveryState)
+TEST(MenuContents, eachMissingPermissionWarnsInEveryState)
 {
     const TalmoState states[] = {TalmoState::idle(), TalmoState::recording(), TalmoState::processing(),
                                  TalmoState::inserting(), TalmoState::error(u"broken"_s)};
@@ -81,7 +81,7 @@ TEST(MenuContents, idleWithAPermissionMissing)
     }
 }
 
-TEST(MenuContents, theOtherStatesSayTheSameWhateverIsPermitted)
+TEST(MenuContents, otherStatesAreIndependentOfPermissions)
 {
     struct Row {
         TalmoState state;
@@ -111,19 +111,19 @@ TEST(MenuContents, theOtherStatesSayTheSameWhateverIsPermitted)
     }
 }
 
-TEST(MenuContents, aDeniedPermissionIsMissingToo)
+TEST(MenuContents, deniedPermissionCountsAsMissing)
 {
     const auto contents = MenuContents::make(TalmoState::idle(), SimpleStatus::Denied, SimpleStatus::Denied, true, {});
     EXPECT_EQ(contents.warnings.size(), 2);
 }
 
-TEST(MenuContents, theKeysNameIsInTheSubtitle)
+TEST(MenuContents, subtitleNamesTheKey)
 {
     EXPECT_EQ(make(TalmoState::idle(), everything, u"Right Ctrl"_s).subtitle,
               u"Hold Right Ctrl, or double-tap for hands-free"_s);
 }
 
-TEST(MenuContents, theFooter)
+TEST(MenuContents, footerHasExpectedRows)
 {
     const auto contents = make(TalmoState::idle(), everything);
     EXPECT_EQ(contents.grant.title, u"Grant Permissions…"_s);
@@ -131,7 +131,7 @@ TEST(MenuContents, theFooter)
     EXPECT_EQ(contents.quit, (MenuEntry{u"power"_s, u"Quit Talmo"_s, {}, MenuAction::Quit}));
 }
 
-TEST(MenuContents, eachStateHasItsSymbolInTheMenuBar)
+TEST(MenuContents, eachStateHasItsMenuBarSymbol)
 {
     EXPECT_EQ(menuBarSymbol(TalmoState::idle()), u"mic.circle"_s);
     EXPECT_EQ(menuBarSymbol(TalmoState::recording()), u"waveform.circle.fill"_s);

@@ -40,20 +40,20 @@ constexpr QSize size(300, 200);
 
 } // namespace
 
-TEST(MenuPanelFrame, dropsFromAnIconAtTheTopAndStaysOnTheScreen)
+TEST(MenuPanelFrame, opensBelowTopIconWithinScreen)
 {
     EXPECT_EQ(menuPanelFrame(screen, QRect(500, 0, 24, 24), {}, size), QRect(362, 30, 300, 200));
     EXPECT_EQ(menuPanelFrame(screen, QRect(970, 0, 24, 24), {}, size), QRect(694, 30, 300, 200));
     EXPECT_EQ(menuPanelFrame(screen, QRect(0, 0, 24, 24), {}, size), QRect(6, 30, 300, 200));
 }
 
-TEST(MenuPanelFrame, risesFromAnIconAtTheBottom)
+TEST(MenuPanelFrame, opensAboveBottomIcon)
 {
     const Screen bar{QRect(0, 0, 1000, 800), QRect(0, 0, 1000, 770)};
     EXPECT_EQ(menuPanelFrame(bar, QRect(900, 773, 24, 24), {}, size), QRect(694, 564, 300, 200));
 }
 
-TEST(MenuPanelFrame, withoutAnIconItIsInThePointersCorner)
+TEST(MenuPanelFrame, withoutIconOpensInPointersCorner)
 {
     EXPECT_EQ(menuPanelFrame(screen, std::nullopt, {990, 10}, size).topRight(), QPoint(993, 30));
     EXPECT_EQ(menuPanelFrame(screen, std::nullopt, {10, 10}, size).topLeft(), QPoint(6, 30));
@@ -61,14 +61,14 @@ TEST(MenuPanelFrame, withoutAnIconItIsInThePointersCorner)
     EXPECT_EQ(menuPanelFrame(screen, std::nullopt, {10, 790}, size).bottomLeft(), QPoint(6, 793));
 }
 
-TEST(MenuPanelFrame, worksOnASecondScreen)
+TEST(MenuPanelFrame, worksOnSecondScreen)
 {
     const Screen second{QRect(1000, 200, 640, 480), QRect(1000, 200, 640, 480)};
     EXPECT_EQ(menuPanelFrame(second, QRect(1600, 200, 24, 24), {}, size), QRect(1334, 230, 300, 200));
     EXPECT_EQ(menuPanelFrame(second, std::nullopt, {1630, 670}, size).bottomRight(), QPoint(1633, 673));
 }
 
-TEST_F(MenuPanelTest, opensAsAPanelThatBorrowsTheKeyboard)
+TEST_F(MenuPanelTest, opensAsPanelThatTakesKeyboard)
 {
     panel.open(QRect(900, 0, 24, 24));
     EXPECT_TRUE(panel.isOpen());
@@ -77,7 +77,7 @@ TEST_F(MenuPanelTest, opensAsAPanelThatBorrowsTheKeyboard)
     EXPECT_EQ(panels.last->frames.back().y(), 30);
 }
 
-TEST_F(MenuPanelTest, anotherClickOnTheIconClosesIt)
+TEST_F(MenuPanelTest, secondClickOnIconClosesIt)
 {
     panel.toggle(QRect(900, 0, 24, 24));
     panel.toggle(QRect(900, 0, 24, 24));
@@ -87,7 +87,7 @@ TEST_F(MenuPanelTest, anotherClickOnTheIconClosesIt)
     EXPECT_EQ(panels.made, 1);
 }
 
-TEST_F(MenuPanelTest, aRowActsOnlyOnceTheKeyboardIsBack)
+TEST_F(MenuPanelTest, rowActsAfterKeyboardIsReturned)
 {
     panel.open({});
     choose(u"Start Recording"_s);
@@ -98,7 +98,7 @@ TEST_F(MenuPanelTest, aRowActsOnlyOnceTheKeyboardIsBack)
     EXPECT_THAT(done, testing::ElementsAre(MenuAction::BeginDictation));
 }
 
-TEST_F(MenuPanelTest, closingWaitsForTheKeyboardAndIsDoneAtOnceWhenItIsNotOpen)
+TEST_F(MenuPanelTest, closingWaitsForKeyboardUnlessAlreadyClosed)
 {
     EXPECT_TRUE(panel.close().isFinished());
     panel.open({});
@@ -109,7 +109,7 @@ TEST_F(MenuPanelTest, closingWaitsForTheKeyboardAndIsDoneAtOnceWhenItIsNotOpen)
     EXPECT_TRUE(closed.isFinished());
 }
 
-TEST_F(MenuPanelTest, opensWithWhatHoldsNowAndReadsThePermissionsAnew)
+TEST_F(MenuPanelTest, opensWithCurrentStateAndRefreshesPermissions)
 {
     panel.open({});
     panels.last->dismiss();
@@ -119,7 +119,7 @@ TEST_F(MenuPanelTest, opensWithWhatHoldsNowAndReadsThePermissionsAnew)
               (QStringList{u"Talmo needs permissions"_s, u"Microphone access needed"_s}));
 }
 
-TEST_F(MenuPanelTest, growsInItsPlace)
+TEST_F(MenuPanelTest, growsDownwardsInPlace)
 {
     panel.open(QRect(900, 0, 24, 24));
     const QRect before = panels.last->frame();

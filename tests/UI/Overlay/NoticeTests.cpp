@@ -20,7 +20,7 @@ protected:
 
 } // namespace
 
-TEST_F(NoticeTest, standsBelowTheTitleWhileASentenceIsWorkedOn)
+TEST_F(NoticeTest, isShownBelowTitleWhileProcessing)
 {
     view.beProcessing();
     EXPECT_EQ(detail(), QString());
@@ -33,7 +33,7 @@ TEST_F(NoticeTest, standsBelowTheTitleWhileASentenceIsWorkedOn)
     EXPECT_EQ(detail(), QString());
 }
 
-TEST_F(NoticeTest, growsTheCard)
+TEST_F(NoticeTest, enlargesTheCard)
 {
     view.beInserting();
     const int before = overlay.idealSize().height();
@@ -42,7 +42,7 @@ TEST_F(NoticeTest, growsTheCard)
     EXPECT_GT(overlay.idealSize().height(), before);
 }
 
-TEST_F(NoticeTest, doesNotHideWhatIsHeardOrWentWrong)
+TEST_F(NoticeTest, doesNotHideTranscriptOrError)
 {
     notice->show(remark);
     view.beRecording();

@@ -1,4 +1,4 @@
-// What the card looks like to the pixel, and where it goes when screens come.
+// The card's appearance, pixel by pixel, and its position when screens are added.
 
 #include "UI/Overlay/RecordingOverlay.h"
 
@@ -40,7 +40,7 @@ protected:
 
 } // namespace
 
-TEST(OverlayContents, everyStateHasItsColour)
+TEST(OverlayContents, eachStateHasItsColour)
 {
     const auto dot = [](const TalmoState &state) { return OverlayContents::make(state, {}).dot; };
     EXPECT_EQ(dot(TalmoState::idle()), QColor(Qt::transparent));
@@ -50,7 +50,7 @@ TEST(OverlayContents, everyStateHasItsColour)
     EXPECT_EQ(dot(TalmoState::error({})), QColor(255, 149, 0));
 }
 
-TEST_F(OverlayDetailsTest, isAsLargeAsItsTextAndPaddings)
+TEST_F(OverlayDetailsTest, sizeIsTextPlusPadding)
 {
     RecordingOverlay overlay(world.coordinator());
     world.beRecording();
@@ -68,7 +68,7 @@ TEST_F(OverlayDetailsTest, isAsLargeAsItsTextAndPaddings)
     EXPECT_EQ(overlay.largestSize(), overlay.idealSize());
 }
 
-TEST_F(OverlayDetailsTest, isPaintedInTheseFontsColoursAndPlaces)
+TEST_F(OverlayDetailsTest, paintsExpectedFontsColoursAndPositions)
 {
     RecordingOverlay overlay(world.coordinator());
     world.beRecording();
@@ -90,7 +90,7 @@ TEST_F(OverlayDetailsTest, isPaintedInTheseFontsColoursAndPlaces)
     EXPECT_TRUE(drawn(overlay) == expected);
 }
 
-TEST_F(OverlayDetailsTest, standsInTheMiddleOfACardThatIsHigherThanItsText)
+TEST_F(OverlayDetailsTest, centresTextInTallerCard)
 {
     RecordingOverlay overlay(world.coordinator());
     world.beProcessing();
@@ -101,7 +101,7 @@ TEST_F(OverlayDetailsTest, standsInTheMiddleOfACardThatIsHigherThanItsText)
     EXPECT_TRUE(drawn(overlay).copy(0, 7, 220, ideal) == plain);
 }
 
-TEST_F(OverlayDetailsTest, aLongerTitleThanTheCardIsElided)
+TEST_F(OverlayDetailsTest, elidesLongTitle)
 {
     RecordingOverlay overlay(world.coordinator());
     world.beProcessing();
@@ -118,7 +118,7 @@ TEST_F(OverlayDetailsTest, aLongerTitleThanTheCardIsElided)
     EXPECT_TRUE(drawn(overlay) == expected);
 }
 
-TEST_F(OverlayDetailsTest, showsTheStateFromTheStart)
+TEST_F(OverlayDetailsTest, showsInitialState)
 {
     world.beRecording();
     const RecordingOverlay overlay(world.coordinator());
@@ -126,7 +126,7 @@ TEST_F(OverlayDetailsTest, showsTheStateFromTheStart)
     EXPECT_EQ(overlay.accessibleName(), u"Listening"_s);
 }
 
-TEST_F(OverlayDetailsTest, saysWhenItsSizeChangesAndOnlyThen)
+TEST_F(OverlayDetailsTest, reportsOnlyRealSizeChanges)
 {
     RecordingOverlay overlay(world.coordinator());
     int changes = 0;
@@ -140,7 +140,7 @@ TEST_F(OverlayDetailsTest, saysWhenItsSizeChangesAndOnlyThen)
     EXPECT_EQ(overlay.focusPolicy(), Qt::NoFocus);
 }
 
-TEST_F(OverlayDetailsTest, aCardShownWithoutAScreenIsPlacedWhenOneComes)
+TEST_F(OverlayDetailsTest, positionsCardWhenFirstScreenAppears)
 {
     RecordingOverlayController controller(world.coordinator(), panels.factory(), screens);
     const auto all = std::exchange(screens->all, {});
@@ -148,7 +148,7 @@ TEST_F(OverlayDetailsTest, aCardShownWithoutAScreenIsPlacedWhenOneComes)
     world.beRecording();
     controller.show();
     world.hear(u"many words "_s.repeated(40));
-    EXPECT_TRUE(panels.last->frames.empty()) << "there is no place for it yet";
+    EXPECT_TRUE(panels.last->frames.empty()) << "there is no position for it yet";
     screens->all = all;
     screens->main = main;
     Q_EMIT screens->screenAdded();
@@ -157,10 +157,10 @@ TEST_F(OverlayDetailsTest, aCardShownWithoutAScreenIsPlacedWhenOneComes)
     EXPECT_EQ(panels.last->frame().bottom() + 1, 710);
     EXPECT_THAT(panels.calls, ElementsAre("orderFrontRegardless", "orderFrontRegardless"));
     world.hear(u"few"_s);
-    EXPECT_EQ(panels.last->frames.size(), 2U) << "from then on it follows what is heard";
+    EXPECT_EQ(panels.last->frames.size(), 2U) << "it then follows the transcript";
 }
 
-TEST_F(OverlayDetailsTest, aScreenThatComesMovesNoCardThatHasItsPlaceOrIsHidden)
+TEST_F(OverlayDetailsTest, newScreenMovesNoPlacedOrHiddenCard)
 {
     RecordingOverlayController controller(world.coordinator(), panels.factory(), screens);
     Q_EMIT screens->screenAdded();
@@ -178,7 +178,7 @@ TEST_F(OverlayDetailsTest, aScreenThatComesMovesNoCardThatHasItsPlaceOrIsHidden)
     EXPECT_EQ(panels.last->frames.size(), 1U);
 }
 
-TEST_F(OverlayDetailsTest, everyKindOfLineBreakIsShownAsABlank)
+TEST_F(OverlayDetailsTest, showsEveryLineBreakAsSpace)
 {
     const QFont font = detailFont;
     for (const QString &lineBreak :
@@ -190,7 +190,7 @@ TEST_F(OverlayDetailsTest, everyKindOfLineBreakIsShownAsABlank)
     EXPECT_EQ(DetailText(u"one\u00A0two"_s, font, 332, 2).shownText(), u"one\u00A0two"_s);
 }
 
-TEST_F(OverlayDetailsTest, whatIsHeardIsNoMarkup)
+TEST_F(OverlayDetailsTest, treatsTranscriptAsPlainText)
 {
     RecordingOverlay overlay(world.coordinator());
     world.beRecording();

@@ -40,7 +40,7 @@ QFont detailFont()
 
 } // namespace
 
-TEST(OverlayContents, sayTheStateExactly)
+TEST(OverlayContents, describeEachStateExactly)
 {
     const QString heard = u"buy milk"_s;
     EXPECT_EQ(OverlayContents::make(TalmoState::idle(), heard), (OverlayContents{Qt::transparent, {}, {}}));
@@ -56,7 +56,7 @@ TEST(OverlayContents, sayTheStateExactly)
     EXPECT_EQ(error.detail, u"No speech detected."_s);
 }
 
-TEST(OverlayContents, theDotsDifferInColour)
+TEST(OverlayContents, dotColoursDiffer)
 {
     const auto hue = [](const TalmoState &state) { return OverlayContents::make(state, {}).dot.hue(); };
     EXPECT_LT(std::min(hue(TalmoState::recording()), 360 - hue(TalmoState::recording())), 20); // Red.
@@ -65,9 +65,9 @@ TEST(OverlayContents, theDotsDifferInColour)
     EXPECT_NEAR(hue(TalmoState::error({})), 35, 15);                                           // Orange.
 }
 
-TEST_F(RecordingOverlayTest, thePanelIsMadeAsItShouldBeAndOnce)
+TEST_F(RecordingOverlayTest, createsPanelOnceWithExpectedOptions)
 {
-    controller.hide(); // Before anything was shown: nothing.
+    controller.hide(); // Nothing has been shown yet.
     EXPECT_EQ(panels.made, 0);
     controller.show();
     controller.show();
@@ -89,7 +89,7 @@ TEST_F(RecordingOverlayTest, thePanelIsMadeAsItShouldBeAndOnce)
     EXPECT_THAT(panels.calls, testing::ElementsAre("orderFrontRegardless", "orderFrontRegardless", "orderOut"));
 }
 
-TEST_F(RecordingOverlayTest, itIsPlacedBeforeItComesToTheFront)
+TEST_F(RecordingOverlayTest, positionsPanelBeforeRaisingIt)
 {
     world.beRecording();
     controller.show();
@@ -100,7 +100,7 @@ TEST_F(RecordingOverlayTest, itIsPlacedBeforeItComesToTheFront)
     EXPECT_GE(frame().height(), 50);
 }
 
-TEST_F(RecordingOverlayTest, itStandsInTheUsableAreaOfTheScreenUnderThePointer)
+TEST_F(RecordingOverlayTest, staysWithinAvailableAreaOfPointersScreen)
 {
     screens->all = {{QRect(0, 0, 1000, 800), QRect(0, 24, 1000, 726)},
                     {QRect(1000, 100, 640, 480), QRect(1080, 100, 560, 480)}};
@@ -115,17 +115,17 @@ TEST_F(RecordingOverlayTest, itStandsInTheUsableAreaOfTheScreenUnderThePointer)
     EXPECT_EQ(frame().y() + frame().height(), 750 - 90);
 }
 
-TEST_F(RecordingOverlayTest, withThePointerOnNoScreenItIsOnTheMainOne)
+TEST_F(RecordingOverlayTest, usesMainScreenIfPointerIsOffScreen)
 {
     screens->all = {{QRect(0, 0, 1000, 800), QRect(0, 0, 1000, 800)},
                     {QRect(1000, 400, 640, 480), QRect(1000, 400, 640, 480)}};
     screens->main = screens->all.last();
-    screens->pointer = QPoint(1200, 100); // Above the second, beside the first.
+    screens->pointer = QPoint(1200, 100); // Above the second screen, right of the first.
     controller.show();
     EXPECT_EQ(frame().x() + frame().width() / 2, 1320);
 }
 
-TEST_F(RecordingOverlayTest, withoutAnyScreenItIsNotMoved)
+TEST_F(RecordingOverlayTest, isNotMovedWithoutScreens)
 {
     screens->all.clear();
     screens->main.reset();
@@ -134,13 +134,13 @@ TEST_F(RecordingOverlayTest, withoutAnyScreenItIsNotMoved)
     EXPECT_THAT(panels.calls, testing::ElementsAre("orderFrontRegardless"));
 }
 
-TEST_F(RecordingOverlayTest, isMeasuredForTheStateThatItIsShownFor)
+TEST_F(RecordingOverlayTest, sizesForTheStateBeingShown)
 {
     world.beRecording();
     controller.show();
     world.hear(words(40));
     const QSize large = frame().size();
-    // Called within the change, as the coordinator does, before anything queued has run.
+    // Called during the change notification, as the coordinator does, before anything queued has run.
     world.coordinator().endDictation();
     controller.show();
     EXPECT_EQ(content().contents().title, u"Cleaning up…"_s);
@@ -148,7 +148,7 @@ TEST_F(RecordingOverlayTest, isMeasuredForTheStateThatItIsShownFor)
     EXPECT_EQ(frame().width(), 220);
 }
 
-TEST_F(RecordingOverlayTest, growsWithWhatIsHeardAroundItsFoot)
+TEST_F(RecordingOverlayTest, growsWithTranscriptKeepingBottomCentre)
 {
     world.beRecording();
     controller.show();
@@ -169,7 +169,7 @@ TEST_F(RecordingOverlayTest, growsWithWhatIsHeardAroundItsFoot)
     EXPECT_FALSE(content().shownDetail().contains(u"word1 "_s));
 }
 
-TEST_F(RecordingOverlayTest, doesNotFollowWhileItIsHidden)
+TEST_F(RecordingOverlayTest, doesNotResizeWhileHidden)
 {
     world.beRecording();
     controller.show();
@@ -179,7 +179,7 @@ TEST_F(RecordingOverlayTest, doesNotFollowWhileItIsHidden)
     EXPECT_EQ(panels.last->frames.size(), before);
 }
 
-TEST_F(RecordingOverlayTest, neverExceedsTheSizeThatItsWindowIsMadeFor)
+TEST_F(RecordingOverlayTest, neverExceedsMaximumWindowSize)
 {
     world.beRecording();
     controller.show();
@@ -191,7 +191,7 @@ TEST_F(RecordingOverlayTest, neverExceedsTheSizeThatItsWindowIsMadeFor)
     }
 }
 
-TEST_F(RecordingOverlayTest, whatTheUserSaysIsNeverTranslated)
+TEST_F(RecordingOverlayTest, neverTranslatesTranscript)
 {
     world.beRecording();
     controller.show();
@@ -201,7 +201,7 @@ TEST_F(RecordingOverlayTest, whatTheUserSaysIsNeverTranslated)
     EXPECT_EQ(content().accessibleDescription(), u"Listening… Cleaning up…"_s);
 }
 
-TEST(DetailText, aShortTextIsShownAsItIs)
+TEST(DetailText, shortTextIsShownUnchanged)
 {
     const DetailText text(u"buy milk"_s, detailFont(), 332, 2);
     EXPECT_EQ(text.shownText(), u"buy milk"_s);
@@ -209,19 +209,19 @@ TEST(DetailText, aShortTextIsShownAsItIs)
     EXPECT_NEAR(text.size().width(), QFontMetricsF(detailFont()).horizontalAdvance(u"buy milk"_s), 1.5);
 }
 
-TEST(DetailText, twoLinesHoldAsManyNewWordsAsFit)
+TEST(DetailText, showsLatestWordsThatFitTwoLines)
 {
     const DetailText text(words(100), detailFont(), 332, 2);
     EXPECT_EQ(text.size(), QSize(332, 2 * DetailText::lineHeight(detailFont())));
     EXPECT_TRUE(text.shownText().startsWith(u"…word"_s)); // Cut at a word.
     EXPECT_TRUE(text.shownText().endsWith(u" word99 word100"_s));
-    // One more word would be too many.
+    // One more word would not fit.
     const int first = text.shownText().mid(5, text.shownText().indexOf(QLatin1Char(' ')) - 5).toInt();
     const QString longer = QStringLiteral("…word%1 ").arg(first - 1) + text.shownText().mid(1);
     EXPECT_LT(DetailText(longer, detailFont(), 332, 2).shownText().size(), longer.size());
 }
 
-TEST(DetailText, aSingleWordThatIsTooLongIsCutWithinItself)
+TEST(DetailText, truncatesSingleLongWord)
 {
     const QString word = QString(500, QLatin1Char('x')) + u"end"_s;
     const DetailText text(word, detailFont(), 332, 2);
@@ -230,7 +230,7 @@ TEST(DetailText, aSingleWordThatIsTooLongIsCutWithinItself)
     EXPECT_EQ(text.size().height(), 2 * DetailText::lineHeight(detailFont()));
 }
 
-TEST(DetailText, charactersOfManyPartsStayWhole)
+TEST(DetailText, keepsGraphemeClustersWhole)
 {
     const QString family = u"👩‍👩‍👧‍👦"_s;
     const DetailText text(family.repeated(300), detailFont(), 332, 2);
@@ -239,7 +239,7 @@ TEST(DetailText, charactersOfManyPartsStayWhole)
     EXPECT_EQ(rest, family.repeated(static_cast<int>(rest.size() / family.size())));
 }
 
-TEST(DetailText, newLinesBecomeBlanks)
+TEST(DetailText, newLinesBecomeSpaces)
 {
     EXPECT_EQ(DetailText(u"one\ntwo"_s, detailFont(), 332, 2).shownText(), u"one two"_s);
 }

@@ -31,7 +31,7 @@ protected:
     QPushButton &button() { return *section.findChild<QPushButton *>(); }
     QProgressBar &bar() { return *section.findChild<QProgressBar *>(); }
     QString texts() { return accessibleNames(section, QAccessible::StaticText).join(u'\n'); }
-    /// As the user does it.
+    /// Selects an entry as a user does.
     void select(QComboBox &combo, int index)
     {
         combo.setCurrentIndex(index);
@@ -49,7 +49,7 @@ protected:
 
 } // namespace
 
-TEST_F(RecogniserSectionTest, theRecogniserIsChosen)
+TEST_F(RecogniserSectionTest, choosesRecogniser)
 {
     auto &choice = picker(u"Recogniser"_s);
     EXPECT_EQ(choice.currentText(), u"Automatic (the best there is)"_s);
@@ -59,7 +59,7 @@ TEST_F(RecogniserSectionTest, theRecogniserIsChosen)
     EXPECT_EQ(choice.currentData().toString(), u"embedded"_s);
 }
 
-TEST_F(RecogniserSectionTest, aChoiceMadeElsewhereIsShown)
+TEST_F(RecogniserSectionTest, showsChoiceMadeElsewhere)
 {
     settings->allChoices.append({u"kroko-de"_s, u"German: Kroko"_s});
     settings->chosen = u"kroko-de"_s;
@@ -70,7 +70,7 @@ TEST_F(RecogniserSectionTest, aChoiceMadeElsewhereIsShown)
     EXPECT_TRUE(settings->calls.empty());
 }
 
-TEST_F(RecogniserSectionTest, aModelIsShownWithItsLicenceBeforeItIsInstalled)
+TEST_F(RecogniserSectionTest, showsLicenceBeforeInstallation)
 {
     EXPECT_TRUE(texts().contains(u"Favours the words in your dictionary."_s));
     EXPECT_TRUE(texts().contains(u"Apache-2.0"_s));
@@ -79,7 +79,7 @@ TEST_F(RecogniserSectionTest, aModelIsShownWithItsLicenceBeforeItIsInstalled)
     EXPECT_THAT(settings->calls, ElementsAre("install zipformer-en"));
 }
 
-TEST_F(RecogniserSectionTest, anInstalledOneCanBeRemoved)
+TEST_F(RecogniserSectionTest, removesInstalledModel)
 {
     select(picker(u"Model"_s), 1);
     EXPECT_EQ(button().text(), u"Remove"_s);
@@ -87,7 +87,7 @@ TEST_F(RecogniserSectionTest, anInstalledOneCanBeRemoved)
     EXPECT_THAT(settings->calls, ElementsAre("remove kroko-de"));
 }
 
-TEST_F(RecogniserSectionTest, showsHowFarAnInstallationIsAndLetsItBeBrokenOff)
+TEST_F(RecogniserSectionTest, showsInstallationProgressAndCancels)
 {
     EXPECT_FALSE(bar().isVisible());
     settings->underWay = {u"zipformer-en"_s, u"Downloading: 12 of 48 MB"_s, 0.25};
@@ -101,9 +101,9 @@ TEST_F(RecogniserSectionTest, showsHowFarAnInstallationIsAndLetsItBeBrokenOff)
 
     settings->underWay->share = std::nullopt;
     changed();
-    EXPECT_EQ(bar().maximum(), 0); // To and fro.
+    EXPECT_EQ(bar().maximum(), 0); // Indeterminate.
     select(picker(u"Model"_s), 1);
-    EXPECT_FALSE(button().isEnabled()); // One at a time.
+    EXPECT_FALSE(button().isEnabled()); // Only one installation at a time.
 
     settings->underWay = std::nullopt;
     changed();
@@ -111,7 +111,7 @@ TEST_F(RecogniserSectionTest, showsHowFarAnInstallationIsAndLetsItBeBrokenOff)
     EXPECT_EQ(picker(u"Model"_s).currentData().toString(), u"kroko-de"_s);
 }
 
-TEST_F(RecogniserSectionTest, saysWhatWentWrong)
+TEST_F(RecogniserSectionTest, showsError)
 {
     settings->wrongInstallation = u"Not enough disk space."_s;
     changed();
@@ -121,7 +121,7 @@ TEST_F(RecogniserSectionTest, saysWhatWentWrong)
     EXPECT_FALSE(texts().contains(u"Not enough disk space."_s));
 }
 
-TEST_F(RecogniserSectionTest, withoutTheLibraryNothingIsInstalledButWhatIsThereCanGo)
+TEST_F(RecogniserSectionTest, withoutLibraryModelsCanOnlyBeRemoved)
 {
     settings->wrongLibrary = u"The library is missing."_s;
     changed();
@@ -131,7 +131,7 @@ TEST_F(RecogniserSectionTest, withoutTheLibraryNothingIsInstalledButWhatIsThereC
     EXPECT_TRUE(button().isEnabled());
 }
 
-TEST(GeneralTab, theRecogniserStandsBelowEverythingElseWhereThereIsAChoice)
+TEST(GeneralTab, showsRecogniserSectionLastIfThereIsAChoice)
 {
     ViewWorld world;
     GeneralSettingsTab without(world.context());

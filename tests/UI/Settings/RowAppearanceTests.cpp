@@ -1,4 +1,4 @@
-// The rows of the menu and the tabs of the settings, to the pixel.
+// Menu rows and settings tabs, compared pixel by pixel.
 
 #include "UI/DrawnView.h"
 #include "UI/Menu/MenuRow.h"
@@ -87,13 +87,13 @@ protected:
 
 } // namespace
 
-TEST_F(MenuRowTest, isPaintedInTheseFontsColoursAndPlaces)
+TEST_F(MenuRowTest, paintsExpectedFontsColoursAndPositions)
 {
     row.clearFocus();
     EXPECT_TRUE(drawn(row) == expected(text(row), faded(text(row), 0.66F)));
 }
 
-TEST_F(MenuRowTest, isHighlightedUnderTheFocusAndDarkerWhilePressed)
+TEST_F(MenuRowTest, highlightsOnFocusAndDarkensWhilePressed)
 {
     row.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&row));
@@ -108,7 +108,7 @@ TEST_F(MenuRowTest, isHighlightedUnderTheFocusAndDarkerWhilePressed)
                 expected(row.palette().color(QPalette::Disabled, QPalette::WindowText), faded(text(row), 0.66F)));
 }
 
-TEST_F(MenuRowTest, isAsLargeAsItsContents)
+TEST_F(MenuRowTest, fitsItsContents)
 {
     const QFontMetrics metrics(Appearance::font(13));
     const int title = metrics.horizontalAdvance(u"Settings & more"_s);
@@ -119,11 +119,11 @@ TEST_F(MenuRowTest, isAsLargeAsItsContents)
     EXPECT_EQ(row.sizeHint().width(), 8 + 16 + 9 + title + 8);
 }
 
-TEST_F(MenuRowTest, saysWhatItIs)
+TEST_F(MenuRowTest, isAccessibleAndActivatedByKeyboard)
 {
     EXPECT_EQ(row.accessibleName(), u"Settings & more"_s);
     EXPECT_EQ(row.accessibleDescription(), u"Ctrl+,"_s);
-    EXPECT_EQ(row.text(), u"Settings && more"_s) << "no letter of a title is a shortcut";
+    EXPECT_EQ(row.text(), u"Settings && more"_s) << "titles have no mnemonics";
     EXPECT_TRUE(row.isFlat());
     EXPECT_EQ(row.focusPolicy(), Qt::StrongFocus);
     EXPECT_EQ(row.sizePolicy().horizontalPolicy(), QSizePolicy::Expanding);
@@ -136,7 +136,7 @@ TEST_F(MenuRowTest, saysWhatItIs)
     EXPECT_EQ(clicks, 3);
 }
 
-TEST_F(TabBarTest, showsWhichTabIsSelectedAndWhichIsPointedAt)
+TEST_F(TabBarTest, highlightsSelectedAndHoveredTab)
 {
     bar.clearFocus();
     const QColor chosen =
@@ -161,7 +161,7 @@ TEST_F(TabBarTest, showsWhichTabIsSelectedAndWhichIsPointedAt)
                 }));
 }
 
-TEST_F(TabBarTest, framesTheSelectedTabUnderTheFocus)
+TEST_F(TabBarTest, framesSelectedTabOnFocus)
 {
     bar.setPalette(Appearance::palette(ColourScheme::Dark));
     bar.activateWindow();
@@ -180,7 +180,7 @@ TEST_F(TabBarTest, framesTheSelectedTabUnderTheFocus)
                 }));
 }
 
-TEST_F(TabBarTest, hasRoomForSymbolAndTitle)
+TEST_F(TabBarTest, fitsSymbolAndTitle)
 {
     const QFontMetrics metrics(Appearance::font(11, QFont::Medium));
     EXPECT_EQ(bar.tabRect(0).size(), QSize(78, 20 + 4 + metrics.height() + 12));

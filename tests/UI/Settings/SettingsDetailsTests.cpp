@@ -1,4 +1,4 @@
-// The settings window in detail: what the wheel, a list that changes and markup do.
+// The settings window in detail: mouse wheel, changing lists, and markup in texts.
 
 #include "Support/FakeRecogniserSettings.h"
 #include "UI/Menu/MenuBarView.h"
@@ -20,7 +20,7 @@ namespace talmo::test {
 
 namespace {
 
-/// True when the wheel was taken by whoever is under it, rather than left to the page.
+/// Whether the widget consumed the wheel event rather than leaving it to the page.
 bool turnWheel(QWidget &widget)
 {
     QWheelEvent event(widget.rect().center(), widget.mapToGlobal(widget.rect().center()), {}, QPoint(0, -120),
@@ -61,7 +61,7 @@ protected:
 
 } // namespace
 
-TEST(Pickers, theWheelOverAClosedOneChangesNothing)
+TEST(Pickers, wheelOverClosedPickerChangesNothing)
 {
     ViewWorld world;
     world.recogniser = std::make_shared<FakeRecogniserSettings>();
@@ -75,21 +75,21 @@ TEST(Pickers, theWheelOverAClosedOneChangesNothing)
         const int before = picker->currentIndex();
         EXPECT_FALSE(turnWheel(*picker)) << picker->accessibleName().toStdString();
         EXPECT_EQ(picker->currentIndex(), before) << picker->accessibleName().toStdString();
-        EXPECT_EQ(picker->focusPolicy(), Qt::StrongFocus) << "the wheel moves no focus";
+        EXPECT_EQ(picker->focusPolicy(), Qt::StrongFocus) << "the wheel does not move the focus";
     }
     settle();
     EXPECT_TRUE(world.defaults->writes.empty());
 }
 
-TEST_F(DictionaryChangesTest, removesTheSelectedWordFromAListThatHasGrownMeanwhile)
+TEST_F(DictionaryChangesTest, removesSelectedWordFromListGrownMeanwhile)
 {
     select(1);
-    world.settings->addDictionaryWord(u"four"_s); // Announced, and not shown yet.
+    world.settings->addDictionaryWord(u"four"_s); // Announced but not shown yet.
     remove();
     EXPECT_EQ(words(), (QStringList{u"one"_s, u"three"_s, u"four"_s}));
 }
 
-TEST_F(DictionaryChangesTest, removesThatWordWhereverItHasMoved)
+TEST_F(DictionaryChangesTest, removesWordThatHasMoved)
 {
     select(1);
     world.settings->setDictionaryWords({u"zero"_s, u"one"_s, u"two"_s, u"three"_s});
@@ -99,21 +99,21 @@ TEST_F(DictionaryChangesTest, removesThatWordWhereverItHasMoved)
     EXPECT_EQ(words(), (QStringList{u"zero"_s, u"one"_s, u"three"_s}));
 }
 
-TEST_F(DictionaryChangesTest, removesNothingElseWhenTheWordHasGone)
+TEST_F(DictionaryChangesTest, removesNothingIfWordIsGone)
 {
     select(1);
     world.settings->setDictionaryWords({u"one"_s, u"three"_s});
     world.defaults->takeWrites();
-    remove(); // Before the list is shown anew.
+    remove(); // Before the list is refreshed.
     EXPECT_EQ(words(), (QStringList{u"one"_s, u"three"_s}));
     settle();
     EXPECT_TRUE(selected().isEmpty());
-    remove(); // And after.
+    remove(); // And after it.
     EXPECT_EQ(words(), (QStringList{u"one"_s, u"three"_s}));
     EXPECT_TRUE(world.defaults->writes.empty());
 }
 
-TEST_F(DictionaryChangesTest, ofEqualWordsTheSelectedOneGoes)
+TEST_F(DictionaryChangesTest, removesSelectedOneOfEqualWords)
 {
     world.settings->setDictionaryWords({u"same"_s, u"a"_s, u"same"_s, u"b"_s, u"same"_s});
     settle();
@@ -121,10 +121,10 @@ TEST_F(DictionaryChangesTest, ofEqualWordsTheSelectedOneGoes)
     world.settings->setDictionaryWords({u"new"_s, u"same"_s, u"a"_s, u"same"_s, u"b"_s, u"same"_s});
     remove();
     EXPECT_EQ(words(), (QStringList{u"new"_s, u"same"_s, u"a"_s, u"b"_s, u"same"_s}));
-    EXPECT_EQ(selected(), QStringList{u"b"_s}) << "the one that took its place";
+    EXPECT_EQ(selected(), QStringList{u"b"_s}) << "the word now at its position";
 }
 
-TEST_F(DictionaryChangesTest, afterTheLastWordTheOneBeforeItIsSelected)
+TEST_F(DictionaryChangesTest, selectsPreviousWordAfterRemovingLast)
 {
     select(2);
     remove();
@@ -134,14 +134,14 @@ TEST_F(DictionaryChangesTest, afterTheLastWordTheOneBeforeItIsSelected)
     EXPECT_TRUE(words().isEmpty());
 }
 
-TEST_F(DictionaryChangesTest, aWordThatReadsLikeMarkupIsShownAsItIs)
+TEST_F(DictionaryChangesTest, showsMarkupInWordVerbatim)
 {
     world.settings->setDictionaryWords({u"<b>bold</b>"_s});
     settle();
     EXPECT_EQ(list().item(0)->text(), u"<b>bold</b>"_s);
 }
 
-TEST(PlainText, noLabelTakesMarkupFromAName)
+TEST(PlainText, labelsTreatNamesAsPlainText)
 {
     ViewWorld world;
     const auto recogniser = std::make_shared<FakeRecogniserSettings>();
@@ -159,7 +159,7 @@ TEST(PlainText, noLabelTakesMarkupFromAName)
     int labels = 0;
     for (const QWidget *view : {static_cast<QWidget *>(&settings), static_cast<QWidget *>(&menu)}) {
         for (const auto *label : view->findChildren<QLabel *>()) {
-            // The licence's link is the one that needs markup; its names are escaped.
+            // Only the licence label needs markup, for its link; names in it are escaped.
             const bool isLink = label->openExternalLinks();
             EXPECT_EQ(label->textFormat(), isLink ? Qt::RichText : Qt::PlainText) << label->text().toStdString();
             ++labels;
@@ -168,7 +168,7 @@ TEST(PlainText, noLabelTakesMarkupFromAName)
     EXPECT_GT(labels, 25);
 }
 
-TEST(PlainText, theNameOfALicenceIsEscaped)
+TEST(PlainText, licenceNameIsEscaped)
 {
     ViewWorld world;
     const auto recogniser = std::make_shared<FakeRecogniserSettings>();
@@ -184,7 +184,7 @@ TEST(PlainText, theNameOfALicenceIsEscaped)
     EXPECT_EQ((*link)->text(), u"Licence: A &amp; &lt;B&gt;"_s);
 }
 
-TEST(PlainText, aToolTipTakesNoMarkupFromAnError)
+TEST(PlainText, tooltipEscapesErrorText)
 {
     MenuContents contents;
     contents.title = u"Reading & writing failed."_s;

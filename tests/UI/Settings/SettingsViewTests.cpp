@@ -89,7 +89,7 @@ protected:
 
 } // namespace
 
-TEST(SettingsView, hasThreeTabsInTheirOrder)
+TEST(SettingsView, hasThreeTabsInOrder)
 {
     ViewWorld world;
     SettingsView view(world.context());
@@ -101,7 +101,7 @@ TEST(SettingsView, hasThreeTabsInTheirOrder)
     EXPECT_EQ(bar->tabData(2).toString(), u"lock.shield"_s);
 }
 
-TEST(SettingsView, theKeyboardTurnsItsPages)
+TEST(SettingsView, keyboardSwitchesTabs)
 {
     ViewWorld world;
     SettingsView view(world.context());
@@ -120,7 +120,7 @@ TEST(SettingsView, theKeyboardTurnsItsPages)
     EXPECT_EQ(bar->currentIndex(), 1);
 }
 
-TEST_F(GeneralTabTest, saysExactlyThis)
+TEST_F(GeneralTabTest, hasExpectedTexts)
 {
     EXPECT_EQ(
         texts(),
@@ -150,7 +150,7 @@ TEST_F(GeneralTabTest, saysExactlyThis)
     EXPECT_EQ(tones, (QStringList{u"Standard"_s, u"Professional"_s, u"Friendly"_s, u"Polite"_s}));
 }
 
-TEST_F(GeneralTabTest, everyControlWritesAtOnce)
+TEST_F(GeneralTabTest, eachControlWritesImmediately)
 {
     toggle(u"Enable AI cleanup"_s).click();
     EXPECT_FALSE(world.settings->aiCleanupEnabled());
@@ -167,7 +167,7 @@ TEST_F(GeneralTabTest, everyControlWritesAtOnce)
     EXPECT_THAT(world.loginItem->calls, testing::ElementsAre("register", "unregister"));
 }
 
-TEST_F(GeneralTabTest, everyControlFollowsItsSettingAndWritesNothingThen)
+TEST_F(GeneralTabTest, eachControlFollowsItsSettingWithoutWriting)
 {
     world.settings->setAiCleanupEnabled(false);
     world.settings->setConciseTextEnabled(true);
@@ -185,7 +185,7 @@ TEST_F(GeneralTabTest, everyControlFollowsItsSettingAndWritesNothingThen)
     EXPECT_TRUE(world.loginItem->calls.empty());
 }
 
-TEST_F(GeneralTabTest, theModelsWarningStandsUnderItsToggleEvenWhenThatIsOff)
+TEST_F(GeneralTabTest, modelWarningIsShownEvenWhenDisabled)
 {
     const QString message = u"The on-device language model is still preparing. Try again shortly."_s;
     world.unavailability = message;
@@ -226,14 +226,14 @@ TEST_F(GeneralTabTest, showsWhichServersAreRefused)
     EXPECT_FALSE(symbols(tab).contains(u"exclamationmark.triangle"_s));
 }
 
-TEST_F(GeneralTabTest, modelNameFromAServerIsShortenedAndPlain)
+TEST_F(GeneralTabTest, shortensServersModelNameAsPlainText)
 {
     world.server = {u"<b>%2</b>"_s + QString(200, u'x'), u"127.0.0.1:8080"_s, {}};
     tab.reread();
     EXPECT_TRUE(texts().contains(u"Your text is sent to <b>%2</b>"_s + QString(38, u'x') + u"… at 127.0.0.1:8080."_s));
 }
 
-TEST_F(GeneralTabTest, aLoginItemThatCannotBeWrittenLeavesTheWish)
+TEST_F(GeneralTabTest, toggleStaysOnIfLoginItemFails)
 {
     world.loginItem->isBroken = true;
     toggle(u"Launch at login"_s).click();
@@ -241,7 +241,7 @@ TEST_F(GeneralTabTest, aLoginItemThatCannotBeWrittenLeavesTheWish)
     EXPECT_TRUE(toggle(u"Launch at login"_s).isChecked());
 }
 
-TEST_F(DictionaryTabTest, saysExactlyThis)
+TEST_F(DictionaryTabTest, hasExpectedTexts)
 {
     EXPECT_EQ(
         accessibleNames(tab, QAccessible::StaticText),
@@ -251,7 +251,7 @@ TEST_F(DictionaryTabTest, saysExactlyThis)
     EXPECT_EQ(shown(), (QStringList{u"Talmo"_s, u"Terraform"_s, u"Kubernetes"_s}));
 }
 
-TEST_F(DictionaryTabTest, returnAddsTheTrimmedWordAndClearsTheField)
+TEST_F(DictionaryTabTest, returnAddsTrimmedWordAndClearsField)
 {
     QTest::keyClicks(&field(), u"  Cloud Formation "_s);
     QTest::keyClick(&field(), Qt::Key_Return);
@@ -260,7 +260,7 @@ TEST_F(DictionaryTabTest, returnAddsTheTrimmedWordAndClearsTheField)
     EXPECT_EQ(field().text(), QString());
 }
 
-TEST_F(DictionaryTabTest, blanksAddNothingAndAreCleared)
+TEST_F(DictionaryTabTest, blankInputAddsNothingAndIsCleared)
 {
     QTest::keyClicks(&field(), u"   "_s);
     QTest::keyClick(&field(), Qt::Key_Return);
@@ -268,7 +268,7 @@ TEST_F(DictionaryTabTest, blanksAddNothingAndAreCleared)
     EXPECT_EQ(field().text(), QString());
 }
 
-TEST_F(DictionaryTabTest, deleteRemovesWhatIsSelected)
+TEST_F(DictionaryTabTest, deleteKeyRemovesSelection)
 {
     select({0, 2});
     QTest::keyClick(&list(), Qt::Key_Delete);
@@ -277,11 +277,11 @@ TEST_F(DictionaryTabTest, deleteRemovesWhatIsSelected)
     select({0});
     QTest::keyClick(&list(), Qt::Key_Backspace);
     EXPECT_TRUE(world.settings->dictionaryWords().isEmpty());
-    QTest::keyClick(&list(), Qt::Key_Delete); // Nothing is left, and nothing happens.
+    QTest::keyClick(&list(), Qt::Key_Delete); // The list is empty; nothing happens.
     EXPECT_TRUE(world.settings->dictionaryWords().isEmpty());
 }
 
-TEST_F(DictionaryTabTest, theButtonDeletesAndCanBePressedOnlyWhenSomethingIsSelected)
+TEST_F(DictionaryTabTest, deleteButtonIsEnabledOnlyWithSelection)
 {
     auto *remove = qobject_cast<QToolButton *>(accessibleWidget(tab, QAccessible::Button, u"Delete"_s));
     ASSERT_NE(remove, nullptr);
@@ -290,11 +290,11 @@ TEST_F(DictionaryTabTest, theButtonDeletesAndCanBePressedOnlyWhenSomethingIsSele
     EXPECT_TRUE(remove->isEnabled());
     remove->click();
     EXPECT_EQ(world.settings->dictionaryWords(), (QStringList{u"Talmo"_s, u"Kubernetes"_s}));
-    // The next one takes its place, so that several can go one after the other.
+    // The next word is selected, so that several can be deleted in a row.
     EXPECT_EQ(list().currentRow(), 1);
 }
 
-TEST_F(DictionaryTabTest, twoEqualWordsAreRemovedByTheirPlace)
+TEST_F(DictionaryTabTest, removesEqualWordsByPosition)
 {
     world.settings->setDictionaryWords({u"same"_s, u"other"_s, u"same"_s});
     settle();
@@ -303,7 +303,7 @@ TEST_F(DictionaryTabTest, twoEqualWordsAreRemovedByTheirPlace)
     EXPECT_EQ(world.settings->dictionaryWords(), (QStringList{u"same"_s, u"other"_s}));
 }
 
-TEST_F(DictionaryTabTest, followsTheSettingAndKeepsTheSelectionWhenNothingIsNew)
+TEST_F(DictionaryTabTest, followsSettingAndKeepsSelectionIfUnchanged)
 {
     select({1});
     world.settings->setConciseTextEnabled(true);
@@ -314,7 +314,7 @@ TEST_F(DictionaryTabTest, followsTheSettingAndKeepsTheSelectionWhenNothingIsNew)
     EXPECT_EQ(shown(), QStringList{u"only"_s});
 }
 
-TEST_F(PrivacyTabTest, saysExactlyThis)
+TEST_F(PrivacyTabTest, hasExpectedTexts)
 {
     EXPECT_EQ(
         accessibleNames(tab, QAccessible::StaticText),
@@ -326,7 +326,7 @@ TEST_F(PrivacyTabTest, saysExactlyThis)
               (QStringList{u"Open Settings…"_s, u"Open Settings…"_s, u"Open Settings…"_s}));
 }
 
-TEST_F(PrivacyTabTest, eachRowShowsItsPermissionByItsShape)
+TEST_F(PrivacyTabTest, eachRowShowsPermissionBySymbolShape)
 {
     const QString yes = u"checkmark.circle.fill"_s;
     const QString no = u"exclamationmark.triangle.fill"_s;
@@ -348,7 +348,7 @@ TEST_F(PrivacyTabTest, eachButtonOpensItsPane)
                 testing::ElementsAre(SettingsPane::Microphone, SettingsPane::Microphone, SettingsPane::Accessibility));
 }
 
-TEST(PrivacyTab, togglesTheGuardOfPasswordFields)
+TEST(PrivacyTab, togglesPasswordFieldGuard)
 {
     ViewWorld world;
     const auto fields = std::make_shared<FakePasswordFieldSettings>();
@@ -366,7 +366,7 @@ TEST(PrivacyTab, togglesTheGuardOfPasswordFields)
     EXPECT_TRUE(toggle->isChecked());
 }
 
-TEST(SettingsWindow, opensWithWhatHoldsNowInTheMiddleOfTheScreen)
+TEST(SettingsWindow, opensCentredWithCurrentValues)
 {
     ViewWorld world;
     const auto screens = std::make_shared<FakeScreens>();

@@ -1,11 +1,10 @@
-// Colours, and what is painted by hand, to the pixel.
+// Colours and custom painting, compared pixel by pixel.
 
 #include "UI/Style/Appearance.h"
 
 #include "UI/DrawnView.h"
 #include "UI/Settings/KeyCap.h"
 #include "UI/Settings/SettingsSection.h"
-#include "UI/Style/Card.h"
 #include "UI/Style/Separator.h"
 #include "UI/Style/Symbol.h"
 #include "UI/Style/SymbolLabel.h"
@@ -15,9 +14,6 @@
 #include <gmock/gmock.h>
 
 #include <QGuiApplication>
-
-#include <algorithm>
-#include <cmath>
 
 namespace talmo::test {
 
@@ -44,7 +40,7 @@ QColor text(const QWidget &view)
     return view.palette().color(QPalette::WindowText);
 }
 
-/// A line as thin and light as those around keys and groups.
+/// The thin, faint frame around key caps and groups.
 void paintFrame(QPainter &painter, const QWidget &view, const QColor &ground, qreal radius)
 {
     painter.setPen(QPen(faded(text(view), 0.12F), 1));
@@ -52,14 +48,9 @@ void paintFrame(QPainter &painter, const QWidget &view, const QColor &ground, qr
     painter.drawRoundedRect(QRectF(0.5, 0.5, view.width() - 1, view.height() - 1), radius, radius);
 }
 
-int alphaAt(const QImage &image, int x, int y)
-{
-    return image.pixelColor(x, y).alpha();
-}
-
 } // namespace
 
-TEST(Appearance, hasItsSizes)
+TEST(Appearance, hasExpectedSizes)
 {
     EXPECT_EQ(Appearance::titleSize, 13);
     EXPECT_EQ(Appearance::detailSize, 12);
@@ -71,7 +62,7 @@ TEST(Appearance, hasItsSizes)
     EXPECT_EQ(Appearance::font(11).weight(), QFont::Normal);
 }
 
-TEST(Appearance, judgesAPaletteByItsWindows)
+TEST(Appearance, judgesSchemeByWindowColour)
 {
     EXPECT_TRUE(Appearance::isDark(dark()));
     EXPECT_FALSE(Appearance::isDark(light()));
@@ -83,7 +74,7 @@ TEST(Appearance, judgesAPaletteByItsWindows)
     EXPECT_FALSE(Appearance::isDark(grey));
 }
 
-TEST(Appearance, dimsTheTextsColour)
+TEST(Appearance, dimsTextColour)
 {
     for (const auto &palette : {light(), dark()}) {
         const QColor ink = palette.color(QPalette::WindowText);
@@ -93,7 +84,7 @@ TEST(Appearance, dimsTheTextsColour)
     }
 }
 
-TEST(Appearance, warnsAndApprovesInLegibleColours)
+TEST(Appearance, warningAndSuccessColoursAreLegible)
 {
     EXPECT_EQ(Appearance::orange(dark()), QColor(255, 163, 58));
     EXPECT_EQ(Appearance::orange(light()), QColor(179, 84, 0));
@@ -101,7 +92,7 @@ TEST(Appearance, warnsAndApprovesInLegibleColours)
     EXPECT_EQ(Appearance::green(light()), QColor(27, 127, 55));
 }
 
-TEST(Appearance, hasAPaletteForEachScheme)
+TEST(Appearance, hasPaletteForEachScheme)
 {
     const auto names = [](const QPalette &palette) {
         QStringList colours;
@@ -127,128 +118,6 @@ TEST(Appearance, hasAPaletteForEachScheme)
     }
 }
 
-class CardTest : public testing::Test {
-protected:
-    /// A card of 200 by 100 with 40 pixels around it.
-    QImage painted(bool isTranslucent)
-    {
-        return drawn({280, 180}, [&](QPainter &painter) { Card::paint(painter, card, light(), isTranslucent); });
-    }
-    const QRect card{40, 40, 200, 100};
-};
-
-TEST_F(CardTest, isSolidWithoutTranslucency)
-{
-    const QImage image = painted(false);
-    EXPECT_EQ(image.pixelColor(140, 90), light().color(QPalette::Window));
-    EXPECT_EQ(alphaAt(image, 39, 90), 0) << "no shadow";
-    EXPECT_EQ(alphaAt(image, 40, 90), 255);
-    EXPECT_EQ(alphaAt(image, 239, 139), 0) << "the corner is round";
-    EXPECT_EQ(image.pixelColor(140, 40), image.pixelColor(40, 90)) << "the same border on all sides";
-    EXPECT_EQ(image.pixelColor(140, 139), image.pixelColor(239, 90));
-    // The text's colour at 8 % on the surface's.
-    EXPECT_NEAR(image.pixelColor(140, 40).red(), 0.92 * 0xf4 + 0.08 * 0x1c, 2);
-    EXPECT_EQ(image.pixelColor(140, 41), light().color(QPalette::Window)) << "the border is one pixel wide";
-}
-
-TEST_F(CardTest, shinesThroughAndThrowsASoftShadow)
-{
-    const QImage image = painted(true);
-    EXPECT_NEAR(alphaAt(image, 140, 90), 0.9 * 255, 1);
-    // Its edge lies four pixels lower than the card's; there it is half as dark as within.
-    const auto shadow = [](double distance) { return 255 * 0.34 * 0.5 * std::erfc(distance / 8); };
-    EXPECT_NEAR(alphaAt(image, 140, 141), shadow(-2.5), 4);
-    EXPECT_NEAR(alphaAt(image, 140, 150), shadow(6.5), 4);
-    EXPECT_NEAR(alphaAt(image, 140, 36), shadow(7.5), 4);
-    EXPECT_NEAR(alphaAt(image, 36, 90), shadow(3.5), 4);
-    EXPECT_NEAR(alphaAt(image, 26, 90), shadow(13.5), 4);
-    EXPECT_EQ(alphaAt(image, 140, 40 + 100 + 24 + 4), 0);
-    EXPECT_EQ(alphaAt(image, 140, 40 - 24), 0);
-    EXPECT_EQ(alphaAt(image, 36, 90), alphaAt(image, 279 - 36, 90)) << "the same at both sides";
-    int before = 255;
-    for (int y = 140; y < 168; ++y) {
-        EXPECT_LE(alphaAt(image, 140, y), before);
-        before = alphaAt(image, 140, y);
-    }
-}
-
-TEST_F(CardTest, theShadowIsThatOfTheCardAtEveryPixel)
-{
-    for (const qreal ratio : {1.0, 2.0}) {
-        QImage image((QSizeF(280, 180) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
-        image.setDevicePixelRatio(ratio);
-        image.fill(Qt::transparent);
-        QPainter painter(&image);
-        Card::paint(painter, card, light(), true);
-        painter.end();
-        int wrong = 0;
-        for (int y = 0; y < image.height(); ++y) {
-            for (int x = 0; x < image.width(); ++x) {
-                const QPointF point((x + 0.5) / ratio, (y + 0.5) / ratio);
-                if (QRectF(card).adjusted(-1, -1, 1, 1).contains(point)) {
-                    continue;
-                }
-                // From the rounded rectangle, four pixels lower, to the point.
-                const double beyondX = std::max(std::abs(point.x() - 140) - (100 - 14), 0.0);
-                const double beyondY = std::max(std::abs(point.y() - 94) - (50 - 14), 0.0);
-                const double distance = std::hypot(beyondX, beyondY) - 14;
-                const double expected = 255 * 0.34 * 0.5 * std::erfc(distance / 8);
-                wrong += std::abs(alphaAt(image, x, y) - expected) > 4 ? 1 : 0;
-            }
-        }
-        EXPECT_LE(wrong, 40) << "at ratio " << ratio << "; stretching rounds a few pixels elsewhere";
-    }
-}
-
-TEST_F(CardTest, leavesThePainterAsItWas)
-{
-    for (const bool isTranslucent : {true, false}) {
-        QImage image(280, 180, QImage::Format_ARGB32_Premultiplied);
-        QPainter painter(&image);
-        Card::paint(painter, card, light(), isTranslucent);
-        EXPECT_FALSE(painter.hasClipping());
-        EXPECT_FALSE(painter.testRenderHint(QPainter::Antialiasing));
-    }
-}
-
-TEST_F(CardTest, itsShapeIsTheSameOnAllSides)
-{
-    const QRegion shape = Card::shape(card);
-    int different = 0;
-    for (int y = 0; y < card.height(); ++y) {
-        for (int x = 0; x < card.width(); ++x) {
-            const bool isInside = shape.contains(card.topLeft() + QPoint(x, y));
-            const QPoint opposite = card.bottomRight() - QPoint(x, y);
-            different += shape.contains(opposite) != isInside ? 1 : 0;
-            different += shape.contains(QPoint(opposite.x(), card.top() + y)) != isInside ? 1 : 0;
-        }
-    }
-    EXPECT_LE(different, 8) << "a pixel at each corner may be rounded to the other side";
-}
-
-TEST_F(CardTest, itsShapeHasRoundCorners)
-{
-    const QRegion shape = Card::shape(card);
-    EXPECT_EQ(shape.boundingRect(), card);
-    EXPECT_TRUE(shape.contains(card.center()));
-    for (const QPoint corner : {card.topLeft(), card.topRight(), card.bottomLeft(), card.bottomRight()}) {
-        EXPECT_FALSE(shape.contains(corner));
-    }
-    // Straight beyond 14 pixels and a little, and cut by a few pixels on the diagonal.
-    EXPECT_TRUE(shape.contains(card.topLeft() + QPoint(16, 0)));
-    EXPECT_FALSE(shape.contains(card.topLeft() + QPoint(2, 2)));
-    EXPECT_TRUE(shape.contains(card.topLeft() + QPoint(5, 5)));
-    int missing = 0;
-    for (int x = 0; x < 20; ++x) {
-        for (int y = 0; y < 20; ++y) {
-            missing += shape.contains(card.topLeft() + QPoint(x, y)) ? 0 : 1;
-        }
-    }
-    EXPECT_NEAR(missing, 14 * 14 * 0.2146, 6) << "what a circle of 14 leaves of a square";
-    EXPECT_EQ(Card::cornerRadius, 14);
-    EXPECT_EQ(Card::shadowMargin, 24);
-}
-
 TEST(KeyCap, isDrawnAsAKey)
 {
     KeyCap cap;
@@ -264,7 +133,7 @@ TEST(KeyCap, isDrawnAsAKey)
                 }));
 }
 
-TEST(Separator, isAHairlineInItsMiddle)
+TEST(Separator, isCentredHairline)
 {
     Separator line(11, 8);
     line.resize(100, 11);
@@ -274,7 +143,7 @@ TEST(Separator, isAHairlineInItsMiddle)
                 }));
 }
 
-TEST(SettingsSection, standsOnASurface)
+TEST(SettingsSection, paintsItsSurface)
 {
     SettingsSection section;
     section.addCaption({});
@@ -287,7 +156,7 @@ TEST(SettingsSection, standsOnASurface)
                 }));
 }
 
-TEST(SymbolLabel, paintsItsSymbolInItsColour)
+TEST(SymbolLabel, paintsSymbolInItsColour)
 {
     SymbolLabel label(u"power"_s, &Appearance::orange, 16);
     EXPECT_EQ(label.size(), QSize(16, 16));
@@ -301,7 +170,7 @@ TEST(SymbolLabel, paintsItsSymbolInItsColour)
     EXPECT_EQ(label.symbol(), u"return"_s);
 }
 
-TEST(TintedLabel, paintsItsWordsInItsColour)
+TEST(TintedLabel, paintsTextInItsColour)
 {
     const auto *caption = TintedLabel::caption(u"<b>words</b>"_s);
     EXPECT_EQ(caption->textFormat(), Qt::PlainText);

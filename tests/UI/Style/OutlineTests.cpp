@@ -1,4 +1,4 @@
-// Fonts, paddings and sizes of what the settings and the menu are made of.
+// Fonts, paddings and sizes in the settings and the menu.
 
 #include "Support/FakeRecogniserSettings.h"
 #include "UI/DrawnView.h"
@@ -20,7 +20,8 @@ namespace talmo::test {
 
 namespace {
 
-/// Whether the lines stand in the outline one after the other. What is new between them need not change a test.
+/// Whether the outline contains these lines in this order. New lines between them are allowed, so additions need no
+/// change to the test.
 bool holds(const QStringList &outline, const QStringList &lines)
 {
     return std::search(outline.begin(), outline.end(), lines.begin(), lines.end()) != outline.end();
@@ -28,7 +29,7 @@ bool holds(const QStringList &outline, const QStringList &lines)
 
 } // namespace
 
-TEST(Outline, ofTheGeneralTab)
+TEST(Outline, generalTabMatches)
 {
     ViewWorld world;
     GeneralSettingsTab tab(world.context());
@@ -62,7 +63,7 @@ TEST(Outline, ofTheGeneralTab)
                               u"button 13/400 “Launch at login”"_s, u"gap 0"_s}));
 }
 
-TEST(Outline, ofTheDictionaryTab)
+TEST(Outline, dictionaryTabMatches)
 {
     ViewWorld world;
     DictionarySettingsTab tab(world.context());
@@ -74,7 +75,7 @@ TEST(Outline, ofTheDictionaryTab)
                               u"list 13/400 “Dictionary” spacing 2"_s, u"button -1/400 “” 28x28"_s}));
 }
 
-TEST(Outline, ofThePrivacyTab)
+TEST(Outline, privacyTabMatches)
 {
     ViewWorld world;
     PrivacySettingsTab tab(world.context());
@@ -109,7 +110,7 @@ TEST(Outline, ofThePrivacyTab)
                               u"gap 0"_s}));
 }
 
-TEST(Outline, ofTheRecognisers)
+TEST(Outline, recogniserSectionMatches)
 {
     RecogniserSection section(std::make_shared<FakeRecogniserSettings>());
     const QStringList outline = outlineOf(section);
@@ -127,7 +128,7 @@ TEST(Outline, ofTheRecognisers)
                      u"HBoxLayout 0,2,0,0 spacing 6"_s, u"16x16"_s, u"label 11/400 “” 0,0,0,0"_s}));
 }
 
-TEST(Outline, ofTheMenu)
+TEST(Outline, menuMatches)
 {
     ViewWorld world;
     world.setPermissions(false, true, true);
@@ -142,7 +143,7 @@ TEST(Outline, ofTheMenu)
                      u"height 11"_s, u"button 13/400 “Settings”"_s, u"button 13/400 “Quit Talmo”"_s}));
 }
 
-TEST(Outline, ofTheWholeWindow)
+TEST(Outline, settingsWindowMatches)
 {
     ViewWorld world;
     SettingsView view(world.context());

@@ -1,17 +1,14 @@
 #include "UI/Style/Symbol.h"
 
 #include "Support/Printing.h"
-#include "UI/Style/Card.h"
 
 #include <gtest/gtest.h>
-
-#include <QPainter>
 
 namespace talmo::test {
 
 namespace {
 
-/// How much of the picture is covered, of 1.
+/// The mean opacity of the image, from 0 to 1.
 double ink(const QPixmap &pixmap)
 {
     const QImage image = pixmap.toImage();
@@ -26,7 +23,7 @@ double ink(const QPixmap &pixmap)
 
 } // namespace
 
-TEST(Symbol, everyOneThatIsUsedIsDrawn)
+TEST(Symbol, everyUsedSymbolIsDrawn)
 {
     for (const auto &name : {u"mic.circle"_s,
                              u"waveform.circle.fill"_s,
@@ -58,20 +55,20 @@ TEST(Symbol, everyOneThatIsUsedIsDrawn)
     }
 }
 
-TEST(Symbol, isDrawnInTheColourThatIsAskedFor)
+TEST(Symbol, isDrawnInRequestedColour)
 {
     const QImage image = Symbol::pixmap(u"stop.fill"_s, 16, QColor(200, 30, 60)).toImage();
     EXPECT_EQ(image.pixelColor(8, 8), QColor(200, 30, 60));
 }
 
-TEST(Symbol, hasAllThePixelsOfASharperScreen)
+TEST(Symbol, usesFullResolutionOnHighDpiScreen)
 {
     const QPixmap pixmap = Symbol::pixmap(u"gearshape"_s, 16, Qt::black, 2);
     EXPECT_EQ(pixmap.size(), QSize(32, 32));
     EXPECT_EQ(pixmap.deviceIndependentSize(), QSizeF(16, 16));
 }
 
-TEST(Symbol, theFourOfTheBarDifferInShape)
+TEST(Symbol, menuBarSymbolsDifferInShape)
 {
     const QStringList names{u"mic.circle"_s, u"waveform.circle.fill"_s, u"ellipsis.circle"_s,
                             u"exclamationmark.circle"_s};
@@ -92,36 +89,10 @@ TEST(Symbol, theFourOfTheBarDifferInShape)
     }
 }
 
-TEST(Symbol, aNameThatDoesNotExistIsNothing)
+TEST(Symbol, unknownNameYieldsNothing)
 {
     EXPECT_FALSE(Symbol::exists(u"no.such"_s));
     EXPECT_EQ(ink(Symbol::pixmap(u"no.such"_s, 16, Qt::black)), 0);
-}
-
-TEST(Card, hasRoundCornersAndAShadowOnlyWhereTheScreenCanShowThem)
-{
-    const QRect card(40, 40, 200, 80);
-    const auto painted = [&card](bool isTranslucent) {
-        QImage image(280, 160, QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::transparent);
-        QPainter painter(&image);
-        Card::paint(painter, card, QPalette(Qt::white), isTranslucent);
-        return image;
-    };
-    const QImage translucent = painted(true);
-    EXPECT_GT(translucent.pixelColor(140, 125).alpha(), 20); // The shadow below…
-    EXPECT_EQ(translucent.pixelColor(140, 155).alpha(), 0);  // …has an end.
-    EXPECT_LT(translucent.pixelColor(140, 80).alpha(), 255);
-    const QImage solid = painted(false);
-    EXPECT_EQ(solid.pixelColor(140, 80).alpha(), 255);
-    EXPECT_EQ(solid.pixelColor(140, 125).alpha(), 0);
-    EXPECT_LT(solid.pixelColor(40, 40).alpha(), 30);
-
-    const QRegion shape = Card::shape(card);
-    EXPECT_FALSE(shape.contains(card.topLeft()));
-    EXPECT_FALSE(shape.contains(card.bottomRight()));
-    EXPECT_TRUE(shape.contains(card.center()));
-    EXPECT_EQ(shape.boundingRect(), card);
 }
 
 } // namespace talmo::test

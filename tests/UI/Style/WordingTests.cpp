@@ -1,4 +1,4 @@
-// The catalogue for Linux words anew what names another platform's places and products, and nothing else.
+// The Linux catalogue changes only the texts that name another platform's places and products.
 
 #include "UI/Style/Wording.h"
 
@@ -18,7 +18,7 @@ namespace talmo::test {
 
 namespace {
 
-/// Every source text of the catalogue, in its order.
+/// All source texts of the catalogue, in order.
 QStringList catalogueSources()
 {
     QFile file(QStringLiteral(TALMO_SOURCE "/src/Platform/Linux/System/Wording/talmo_en.ts"));
@@ -60,14 +60,14 @@ const std::map<QString, QString> &reworded()
 
 } // namespace
 
-TEST(Wording, withoutACatalogueEveryTextIsItself)
+TEST(Wording, withoutCatalogueTextsAreUnchanged)
 {
     EXPECT_EQ(Wording::text(u"⌘,"_s), u"⌘,"_s);
     EXPECT_EQ(Wording::textWithKey("Hold %1, or double-tap for hands-free", u"fn"_s),
               u"Hold fn, or double-tap for hands-free"_s);
 }
 
-TEST(Wording, theLinuxCatalogueTouchesExactlyThese)
+TEST(Wording, linuxCatalogueChangesExactlyTheseTexts)
 {
     installWording();
     const QStringList sources = catalogueSources();
@@ -85,7 +85,7 @@ TEST(Wording, theLinuxCatalogueTouchesExactlyThese)
     EXPECT_EQ(touched, reworded());
 }
 
-TEST(Wording, theKeysNameIsWhereTheCaptionSaidFn)
+TEST(Wording, keyNameReplacesFnInCaption)
 {
     installWording();
     const auto caption = std::find_if(reworded().begin(), reworded().end(),
@@ -96,7 +96,7 @@ TEST(Wording, theKeysNameIsWhereTheCaptionSaidFn)
     EXPECT_FALSE(text.contains(u"%1"_s));
 }
 
-TEST(Wording, errorsAreWordedAndWhatAForeignSystemSaysStays)
+TEST(Wording, translatesOwnErrorsAndKeepsForeignOnes)
 {
     installWording();
     EXPECT_EQ(Wording::errorText(u"On-device speech recognition isn't available on this Mac."_s),
@@ -110,8 +110,8 @@ TEST(Wording, errorsAreWordedAndWhatAForeignSystemSaysStays)
     EXPECT_EQ(contents.title, u"On-device speech recognition isn't available on this computer."_s);
 }
 
-/// The catalogue lists what the source holds; scripts/translations brings it up to date.
-TEST(Wording, theCatalogueKnowsTheViewsTexts)
+/// The catalogue lists the source's texts; scripts/translations updates it.
+TEST(Wording, catalogueContainsAllViewTexts)
 {
     const QStringList sources = catalogueSources();
     for (const auto &text : {u"Talmo is ready"_s, u"Start Recording"_s, u"Open Settings…"_s, u"No speech detected."_s,

@@ -1,4 +1,4 @@
-// The keyboard's layout changes while the key is held.
+// The keyboard layout changes while the key is held.
 
 #include "Platform/Linux/Keys/StandInKeyFilter.h"
 
@@ -27,20 +27,20 @@ protected:
 
 } // namespace
 
-TEST_F(KeyboardChangeTest, theHeldKeysReleaseIsStillReported)
+TEST_F(KeyboardChangeTest, heldKeysReleaseIsReported)
 {
     EXPECT_TRUE(filter.isWatched(rightControl));
     EXPECT_EQ(filter.keyUp(rightControl), false);
     EXPECT_FALSE(filter.isWatched(rightControl));
 }
 
-TEST_F(KeyboardChangeTest, theHeldKeysRepeatIsNoOtherKey)
+TEST_F(KeyboardChangeTest, heldKeysRepeatIsNotAnotherKey)
 {
     EXPECT_EQ(filter.keyDown(rightControl, start + 1ms), std::nullopt);
     EXPECT_TRUE(filter.isReportedDown());
 }
 
-TEST_F(KeyboardChangeTest, theNewKeyCountsAfterTheOldOneIsReleased)
+TEST_F(KeyboardChangeTest, newKeyCountsAfterOldKeyIsReleased)
 {
     filter.keyUp(rightControl);
     EXPECT_EQ(filter.keyDown(rightControl, start + 1s), std::nullopt);

@@ -21,19 +21,19 @@ protected:
 
 } // namespace
 
-TEST_F(StandInKeyFilterTest, reportsThePressAndTheRelease)
+TEST_F(StandInKeyFilterTest, reportsPressAndRelease)
 {
     EXPECT_EQ(filter.keyDown(rightControl, start), true);
     EXPECT_EQ(filter.keyUp(rightControl), false);
 }
 
-TEST_F(StandInKeyFilterTest, otherKeysAloneAreNothing)
+TEST_F(StandInKeyFilterTest, ignoresOtherKeysAlone)
 {
     EXPECT_EQ(filter.keyDown(letterC, start), std::nullopt);
     EXPECT_EQ(filter.keyUp(letterC), std::nullopt);
 }
 
-TEST_F(StandInKeyFilterTest, anotherKeySoonAfterThePressTakesItBack)
+TEST_F(StandInKeyFilterTest, anotherKeySoonAfterPressRetractsIt)
 {
     filter.keyDown(rightControl, start);
     EXPECT_EQ(filter.keyDown(letterC, start + 100ms), false);
@@ -41,7 +41,7 @@ TEST_F(StandInKeyFilterTest, anotherKeySoonAfterThePressTakesItBack)
     EXPECT_EQ(filter.keyUp(rightControl), std::nullopt);
 }
 
-TEST_F(StandInKeyFilterTest, copyAndPasteInARowIsNoDoubleTap)
+TEST_F(StandInKeyFilterTest, copyThenPasteIsNotADoubleTap)
 {
     filter.keyDown(rightControl, start);
     EXPECT_EQ(filter.keyDown(letterC, start + 50ms), false);
@@ -53,7 +53,7 @@ TEST_F(StandInKeyFilterTest, copyAndPasteInARowIsNoDoubleTap)
     EXPECT_EQ(filter.keyDown(rightControl, start + 601ms), true);
 }
 
-TEST_F(StandInKeyFilterTest, aPressRightAfterItsUseIsReportedOnceTheTimeIsOverIfItIsStillDown)
+TEST_F(StandInKeyFilterTest, pressAfterModifierUseIsReportedAfterDelay)
 {
     filter.keyDown(rightControl, start);
     filter.keyDown(letterC, start + 50ms);
@@ -65,7 +65,7 @@ TEST_F(StandInKeyFilterTest, aPressRightAfterItsUseIsReportedOnceTheTimeIsOverIf
     EXPECT_EQ(filter.keyUp(rightControl), false);
 }
 
-TEST_F(StandInKeyFilterTest, aPressRightAfterItsUseThatIsLetGoInTimeIsNothing)
+TEST_F(StandInKeyFilterTest, shortPressAfterModifierUseIsIgnored)
 {
     filter.keyDown(rightControl, start);
     filter.keyDown(letterC, start + 50ms);
@@ -76,7 +76,7 @@ TEST_F(StandInKeyFilterTest, aPressRightAfterItsUseThatIsLetGoInTimeIsNothing)
     EXPECT_EQ(filter.timePassed(start + 1s), std::nullopt);
 }
 
-TEST_F(StandInKeyFilterTest, aModifierThatIsKeptDownAfterItsUseNeverTurnsIntoADictation)
+TEST_F(StandInKeyFilterTest, modifierKeptDownNeverStartsDictation)
 {
     filter.keyDown(rightControl, start);
     filter.keyDown(letterC, start + 50ms);
@@ -84,7 +84,7 @@ TEST_F(StandInKeyFilterTest, aModifierThatIsKeptDownAfterItsUseNeverTurnsIntoADi
     EXPECT_EQ(filter.timePassed(start + 10s), std::nullopt);
 }
 
-TEST_F(StandInKeyFilterTest, onceTheHoldHasBegunOtherKeysDoNotTakeItBack)
+TEST_F(StandInKeyFilterTest, otherKeysDoNotRetractConfirmedHold)
 {
     filter.keyDown(rightControl, start);
     EXPECT_EQ(filter.keyDown(letterC, start + 150ms), std::nullopt);
@@ -99,7 +99,7 @@ TEST_F(StandInKeyFilterTest, severalStandInsCountAsOneKey)
     EXPECT_EQ(filter.keyUp(f13), false);
 }
 
-TEST_F(StandInKeyFilterTest, repeatsAndStrayReleasesAreNothing)
+TEST_F(StandInKeyFilterTest, ignoresRepeatsAndStrayReleases)
 {
     EXPECT_EQ(filter.keyUp(rightControl), std::nullopt);
     filter.keyDown(rightControl, start);

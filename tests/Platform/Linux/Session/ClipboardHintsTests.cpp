@@ -17,7 +17,7 @@ const PasteboardRepresentation text = offer("UTF8_STRING", "secret");
 
 } // namespace
 
-TEST(ClipboardHints, offersWhatEachHistoryProgramReads)
+TEST(ClipboardHints, offersHintsOfEachHistoryProgram)
 {
     const Representations expected = {offer("x-kde-passwordManagerHint", "secret"),
                                       offer("application/x-copyq-hidden", "1")};
@@ -46,7 +46,7 @@ TEST(ClipboardHints, otherValueIsNotSecret)
     }
 }
 
-TEST(ClipboardHints, otherCaseOfTheNameIsNotSecret)
+TEST(ClipboardHints, hintNameIsCaseSensitive)
 {
     EXPECT_FALSE(isSecret({text, offer("x-kde-passwordmanagerhint", "secret")}));
     EXPECT_FALSE(isSecret({text, offer("application/X-CopyQ-Hidden", "1")}));

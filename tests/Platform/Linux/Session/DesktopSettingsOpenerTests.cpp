@@ -17,7 +17,7 @@ QString command(SettingsPane pane, const QString &desktops, const QStringList &i
 
 } // namespace
 
-TEST(DesktopSettingsOpener, eachDesktopHasItsOwnPanes)
+TEST(DesktopSettingsOpener, choosesPaneByDesktop)
 {
     const QStringList all{u"gnome-control-center"_s, u"systemsettings"_s,      u"cinnamon-settings"_s,
                           u"mate-at-properties"_s,   u"mate-volume-control"_s, u"xfce4-accessibility-settings"_s,
@@ -42,7 +42,7 @@ TEST(DesktopSettingsOpener, eachDesktopHasItsOwnPanes)
     }
 }
 
-TEST(DesktopSettingsOpener, aProgramThatIsNotThereIsNotStarted)
+TEST(DesktopSettingsOpener, skipsMissingPrograms)
 {
     EXPECT_EQ(command(SettingsPane::Microphone, u"GNOME"_s, {}), QString());
     EXPECT_EQ(command(SettingsPane::Microphone, u"KDE"_s, {u"pavucontrol-qt"_s}), u"pavucontrol-qt"_s);

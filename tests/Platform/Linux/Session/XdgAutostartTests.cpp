@@ -51,7 +51,7 @@ protected:
         ASSERT_TRUE(file.open(QFile::WriteOnly | QFile::Truncate));
         file.write(text);
     }
-    /// What the desktop's own validator has to say; nothing is best.
+    /// The output of desktop-file-validate; empty if the entry is valid.
     static QByteArray complaints(const QString &entry)
     {
         QProcess validator;
@@ -77,7 +77,7 @@ TEST_F(XdgAutostartTest, registersAndUnregisters)
     EXPECT_FALSE(QFileInfo::exists(userEntry()));
 }
 
-TEST_F(XdgAutostartTest, doingItTwiceChangesNothing)
+TEST_F(XdgAutostartTest, registeringTwiceChangesNothing)
 {
     item.registerItem();
     const auto once = content();
@@ -88,7 +88,7 @@ TEST_F(XdgAutostartTest, doingItTwiceChangesNothing)
     EXPECT_EQ(item.status(), LoginItemStatus::NotRegistered);
 }
 
-TEST_F(XdgAutostartTest, pathsWithSpacesAndSpecialCharactersStartTheProgram)
+TEST_F(XdgAutostartTest, quotesSpacesAndSpecialCharactersInPaths)
 {
     for (const auto &name :
          {u"my talmo"_s, u"a\"b"_s, u"back\\slash"_s, u"do$HOME"_s, u"tick`s"_s, u"m\u00FCde"_s, u"semi;colon"_s}) {
@@ -103,7 +103,7 @@ TEST_F(XdgAutostartTest, pathsWithSpacesAndSpecialCharactersStartTheProgram)
     }
 }
 
-TEST_F(XdgAutostartTest, percentSignsAreNoPlaceholders)
+TEST_F(XdgAutostartTest, escapesPercentSigns)
 {
     const QString oddProgram = makeProgram(u"50%f talmo"_s);
     XdgAutostart odd(oddProgram, userFolder, {});
@@ -113,21 +113,21 @@ TEST_F(XdgAutostartTest, percentSignsAreNoPlaceholders)
     EXPECT_EQ(complaints(userEntry()), "");
 }
 
-TEST_F(XdgAutostartTest, theStatusIsReadFromWhatIsThere)
+TEST_F(XdgAutostartTest, readsStatusFromExistingEntry)
 {
     item.registerItem();
     QFile::remove(userEntry());
-    EXPECT_EQ(item.status(), LoginItemStatus::NotRegistered) << "removed by hand";
+    EXPECT_EQ(item.status(), LoginItemStatus::NotRegistered) << "removed manually";
     item.registerItem();
     replaceInEntry("X-GNOME-Autostart-enabled=true", "X-GNOME-Autostart-enabled=false");
-    EXPECT_EQ(item.status(), LoginItemStatus::NotRegistered) << "switched off in the desktop's own settings";
+    EXPECT_EQ(item.status(), LoginItemStatus::NotRegistered) << "disabled in the desktop's settings";
     item.registerItem();
     EXPECT_EQ(item.status(), LoginItemStatus::Enabled);
     QFile::remove(program);
     EXPECT_EQ(item.status(), LoginItemStatus::NotRegistered) << "it would start nothing";
 }
 
-TEST_F(XdgAutostartTest, whatTheUserAddedStays)
+TEST_F(XdgAutostartTest, keepsUsersAdditions)
 {
     item.registerItem();
     replaceInEntry("Terminal=false", "Terminal=false\nX-GNOME-Autostart-Delay=5");
@@ -135,7 +135,7 @@ TEST_F(XdgAutostartTest, whatTheUserAddedStays)
     EXPECT_TRUE(content().contains("X-GNOME-Autostart-Delay=5"));
 }
 
-TEST_F(XdgAutostartTest, anEntryOfTheSystemCountsAndIsOverridden)
+TEST_F(XdgAutostartTest, systemEntryCountsAndIsOverridden)
 {
     putSystemEntry();
     EXPECT_EQ(item.status(), LoginItemStatus::Enabled);
@@ -147,7 +147,7 @@ TEST_F(XdgAutostartTest, anEntryOfTheSystemCountsAndIsOverridden)
     EXPECT_EQ(item.status(), LoginItemStatus::Enabled);
 }
 
-TEST_F(XdgAutostartTest, damagedEntriesAreNoneAndAreReplaced)
+TEST_F(XdgAutostartTest, replacesDamagedEntries)
 {
     QDir().mkpath(userFolder);
     QFile file(userEntry());
@@ -160,7 +160,7 @@ TEST_F(XdgAutostartTest, damagedEntriesAreNoneAndAreReplaced)
     EXPECT_EQ(complaints(userEntry()), "");
 }
 
-TEST_F(XdgAutostartTest, aFolderThatCannotBeMadeIsAnError)
+TEST_F(XdgAutostartTest, uncreatableFolderIsAnError)
 {
     XdgAutostart nowhere(program, program + u"/autostart"_s, {});
     EXPECT_THROW(nowhere.registerItem(), Error);

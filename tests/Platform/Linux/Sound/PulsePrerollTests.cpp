@@ -16,7 +16,7 @@ using namespace std::chrono_literals;
 
 class PulsePrerollTest : public testing::Test {
 protected:
-    /// The frames that a recording has the moment it starts.
+    /// The number of frames a recording has as it starts.
     quint32 framesAtStart()
     {
         engine.inputFormat();
@@ -44,7 +44,7 @@ protected:
 
 } // namespace
 
-TEST_F(PulsePrerollTest, aRecordingBeginsWithWhatWasKept)
+TEST_F(PulsePrerollTest, recordingStartsWithKeptAudio)
 {
     engine.warmUp();
     testbed::passTime(400ms);
@@ -53,17 +53,17 @@ TEST_F(PulsePrerollTest, aRecordingBeginsWithWhatWasKept)
     for (int look = 0; look < 1000 && frames == kept; ++look) {
         testbed::passTime(5ms);
     }
-    EXPECT_GT(frames, kept) << "and goes on";
+    EXPECT_GT(frames, kept) << "and continues";
     end();
 }
 
-TEST_F(PulsePrerollTest, withoutAPressItBeginsWithNothing)
+TEST_F(PulsePrerollTest, recordingWithoutPressStartsEmpty)
 {
     EXPECT_EQ(framesAtStart(), 0U);
     end();
 }
 
-TEST_F(PulsePrerollTest, aTapsSoundIsThrownAway)
+TEST_F(PulsePrerollTest, discardsAudioOfTap)
 {
     engine.warmUp();
     testbed::passTime(400ms);
@@ -72,7 +72,7 @@ TEST_F(PulsePrerollTest, aTapsSoundIsThrownAway)
     end();
 }
 
-TEST_F(PulsePrerollTest, eachPressBeginsAnew)
+TEST_F(PulsePrerollTest, eachPressRestarts)
 {
     engine.warmUp();
     testbed::passTime(1000ms);
@@ -81,7 +81,7 @@ TEST_F(PulsePrerollTest, eachPressBeginsAnew)
     end();
 }
 
-TEST_F(PulsePrerollTest, pausedItListensNoFurtherAndKeepsWhatItHas)
+TEST_F(PulsePrerollTest, pauseStopsCaptureAndKeepsAudio)
 {
     engine.warmUp();
     testbed::passTime(400ms);
@@ -93,7 +93,7 @@ TEST_F(PulsePrerollTest, pausedItListensNoFurtherAndKeepsWhatItHas)
     end();
 }
 
-TEST_F(PulsePrerollTest, resumedItKeepsBothPieces)
+TEST_F(PulsePrerollTest, resumeKeepsAudioBeforeAndAfterPause)
 {
     engine.warmUp();
     testbed::passTime(300ms);
@@ -104,7 +104,7 @@ TEST_F(PulsePrerollTest, resumedItKeepsBothPieces)
     end();
 }
 
-TEST_F(PulsePrerollTest, noneOfItTouchesARecording)
+TEST_F(PulsePrerollTest, doesNotAffectRunningRecording)
 {
     framesAtStart();
     engine.warmUp();

@@ -39,7 +39,7 @@ protected:
     {
         return std::make_shared<JsonUserDefaults>(path, SerialExecutor::onNewThread(u"settings"_s));
     }
-    /// As the program opens the user's own.
+    /// Opens the file as the program opens the user's.
     std::shared_ptr<JsonUserDefaults> openAsUser() const
     {
         const QByteArray before = qgetenv("XDG_CONFIG_HOME");
@@ -90,13 +90,13 @@ protected:
     }
 };
 
-/// Root may do everything, so what is forbidden has to be tried as somebody else.
+/// Drops root while it lives, because root ignores file permissions.
 class WithoutRoot {
 public:
     WithoutRoot()
     {
         if (m_isRoot && seteuid(nobody) != 0) {
-            ADD_FAILURE() << "cannot be somebody else";
+            ADD_FAILURE() << "cannot act as another user";
         }
     }
     ~WithoutRoot()
@@ -115,7 +115,7 @@ private:
 
 } // namespace
 
-TEST_F(JsonUserDefaultsTest, readingMakesNothing)
+TEST_F(JsonUserDefaultsTest, readingCreatesNoFile)
 {
     open();
     EXPECT_FALSE(QFileInfo::exists(QFileInfo(path).absolutePath()));
@@ -134,7 +134,7 @@ TEST_F(JsonUserDefaultsTest, fileAndFolderArePrivate)
     EXPECT_EQ(status.st_mode & 0777U, 0700U);
 }
 
-TEST_F(JsonUserDefaultsTest, aFileThatOthersCouldReadBecomesPrivate)
+TEST_F(JsonUserDefaultsTest, readableFileBecomesPrivate)
 {
     put("{}");
     QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther | QFile::ReadGroup);
@@ -142,7 +142,7 @@ TEST_F(JsonUserDefaultsTest, aFileThatOthersCouldReadBecomesPrivate)
     EXPECT_EQ(QFile::permissions(path) & (QFile::ReadOther | QFile::ReadGroup), QFile::Permissions());
 }
 
-TEST_F(JsonUserDefaultsTest, booleansAreBooleansAlone)
+TEST_F(JsonUserDefaultsTest, acceptsOnlyBooleansAsBoolean)
 {
     put(R"({"a": 1, "b": "true", "c": 0, "d": null, "e": true, "f": [true]})");
     const auto defaults = open();
@@ -152,7 +152,7 @@ TEST_F(JsonUserDefaultsTest, booleansAreBooleansAlone)
     EXPECT_EQ(defaults->boolean(u"e"_s), true);
 }
 
-TEST_F(JsonUserDefaultsTest, anArrayWithAnythingButStringsIsNone)
+TEST_F(JsonUserDefaultsTest, rejectsArraysWithNonStrings)
 {
     put(R"({"a": ["x", 1], "b": ["x", null], "c": {"0": "x"}, "d": []})");
     const auto defaults = open();
@@ -162,7 +162,7 @@ TEST_F(JsonUserDefaultsTest, anArrayWithAnythingButStringsIsNone)
     EXPECT_EQ(defaults->stringArray(u"d"_s), QStringList());
 }
 
-TEST_F(JsonUserDefaultsTest, keysThatItDoesNotKnowAreKept)
+TEST_F(JsonUserDefaultsTest, keepsUnknownKeys)
 {
     put(R"({"somebody.else": {"deep": [1, 2.5, null]}, "large": 9007199254740993})");
     set(*open(), key, u"polite"_s);
@@ -171,7 +171,7 @@ TEST_F(JsonUserDefaultsTest, keysThatItDoesNotKnowAreKept)
     EXPECT_EQ(object().value(key), u"polite"_s);
 }
 
-TEST_F(JsonUserDefaultsTest, whatAnotherProcessWroteMeanwhileIsKept)
+TEST_F(JsonUserDefaultsTest, keepsConcurrentChangesOfOtherProcess)
 {
     const auto ours = open();
     set(*open(), u"talmo.other"_s, u"theirs"_s);
@@ -179,7 +179,7 @@ TEST_F(JsonUserDefaultsTest, whatAnotherProcessWroteMeanwhileIsKept)
     EXPECT_EQ(object(), (QJsonObject{{u"talmo.other"_s, u"theirs"_s}, {key, u"polite"_s}}));
 }
 
-TEST_F(JsonUserDefaultsTest, aDamagedFileIsSetAsideAndNeverOverwritten)
+TEST_F(JsonUserDefaultsTest, damagedFileIsBackedUpAndNeverOverwritten)
 {
     for (const QByteArray &damaged :
          {QByteArray("{\"talmo.textTone\": \"pol"), QByteArray(), QByteArray("[]"), QByteArray("\xff\xfe\x00", 3)}) {
@@ -203,7 +203,7 @@ TEST_F(JsonUserDefaultsTest, aDamagedFileIsSetAsideAndNeverOverwritten)
                             u"settings.json.corrupt-3"_s, u"settings.json.corrupt-4"_s));
 }
 
-TEST_F(JsonUserDefaultsTest, damagedFileLeavesAiCleanupOffForGood)
+TEST_F(JsonUserDefaultsTest, damagedFileDisablesAiCleanupPermanently)
 {
     for (const QByteArray &damaged : {QByteArray("{\"talmo.aiCleanupEnabled\": fal"), QByteArray()}) {
         put(damaged);
@@ -213,36 +213,36 @@ TEST_F(JsonUserDefaultsTest, damagedFileLeavesAiCleanupOffForGood)
         EXPECT_TRUE(logSays(u"talmo.aiCleanupEnabled"_s));
     }
     set(*openAsUser(), aiCleanup, true);
-    EXPECT_EQ(openAsUser()->boolean(aiCleanup), true) << "switched on again";
+    EXPECT_EQ(openAsUser()->boolean(aiCleanup), true) << "enabled again";
 }
 
-TEST_F(JsonUserDefaultsTest, missingFileLeavesEveryDefault)
+TEST_F(JsonUserDefaultsTest, missingFileUsesDefaults)
 {
     EXPECT_EQ(openAsUser()->boolean(aiCleanup), std::nullopt);
     EXPECT_FALSE(QFileInfo::exists(path));
 }
 
-TEST_F(JsonUserDefaultsTest, damagedFileThatCannotBeReplacedStaysDamaged)
+TEST_F(JsonUserDefaultsTest, unreplaceableDamagedFileStaysDamaged)
 {
     put("{\"talmo");
     {
         const FileSizeLimit full(0);
         EXPECT_EQ(openAsUser()->boolean(aiCleanup), false);
     }
-    EXPECT_EQ(content(), "{\"talmo") << "no file at all would mean the defaults";
+    EXPECT_EQ(content(), "{\"talmo") << "a missing file would mean the defaults";
     EXPECT_EQ(openAsUser()->boolean(aiCleanup), false);
 }
 
-TEST_F(JsonUserDefaultsTest, unreadableFileLeavesAiCleanupOff)
+TEST_F(JsonUserDefaultsTest, unreadableFileDisablesAiCleanup)
 {
-    QDir().mkpath(path); // Nobody can read a folder as a file, not even root.
+    QDir().mkpath(path); // Not even root can read a folder as a file.
     EXPECT_EQ(openAsUser()->boolean(aiCleanup), false);
     QDir().rmdir(path);
     ASSERT_EQ(symlink("/nonexistent/settings.json", QFile::encodeName(path).constData()), 0);
-    EXPECT_EQ(openAsUser()->boolean(aiCleanup), false) << "the file may be on a disk that is not there";
+    EXPECT_EQ(openAsUser()->boolean(aiCleanup), false) << "the file may be on an unmounted disk";
 }
 
-TEST_F(JsonUserDefaultsTest, unreachableFolderLeavesAiCleanupOff)
+TEST_F(JsonUserDefaultsTest, inaccessibleFolderDisablesAiCleanup)
 {
     put("{}");
     QFile::setPermissions(folder.path(), QFile::Permissions());
@@ -253,7 +253,7 @@ TEST_F(JsonUserDefaultsTest, unreachableFolderLeavesAiCleanupOff)
     QFile::setPermissions(folder.path(), QFile::Permissions::fromInt(0x7700));
 }
 
-TEST_F(JsonUserDefaultsTest, fileDamagedWhileRunningDoesNotSwitchAiCleanupOn)
+TEST_F(JsonUserDefaultsTest, fileDamagedWhileRunningDoesNotEnableAiCleanup)
 {
     const auto defaults = openAsUser();
     put("{\"talmo");
@@ -261,7 +261,7 @@ TEST_F(JsonUserDefaultsTest, fileDamagedWhileRunningDoesNotSwitchAiCleanupOn)
     EXPECT_EQ(object(), (QJsonObject{{key, u"polite"_s}, {aiCleanup, false}}));
 }
 
-TEST_F(JsonUserDefaultsTest, savedFailsUntilEverythingIsOnTheDisk)
+TEST_F(JsonUserDefaultsTest, savedFailsUntilEverythingIsOnDisk)
 {
     const auto defaults = open();
     const auto isSaved = [&defaults] {
@@ -284,7 +284,7 @@ TEST_F(JsonUserDefaultsTest, savedFailsUntilEverythingIsOnTheDisk)
     EXPECT_TRUE(isSaved());
 }
 
-TEST_F(JsonUserDefaultsTest, looserFolderAndLockBecomePrivate)
+TEST_F(JsonUserDefaultsTest, tightensLooseFolderAndLock)
 {
     put("{}");
     QFile lock(path + u".lock"_s);
@@ -296,7 +296,7 @@ TEST_F(JsonUserDefaultsTest, looserFolderAndLockBecomePrivate)
     EXPECT_EQ(modeOf(QFileInfo(path).absolutePath()), 0700U);
 }
 
-TEST_F(JsonUserDefaultsTest, aFileDamagedWhileRunningIsSetAsideAndTheRunningValuesAreWritten)
+TEST_F(JsonUserDefaultsTest, fileDamagedWhileRunningIsBackedUpAndRewritten)
 {
     const auto defaults = open();
     set(*defaults, u"talmo.a"_s, true);
@@ -306,7 +306,7 @@ TEST_F(JsonUserDefaultsTest, aFileDamagedWhileRunningIsSetAsideAndTheRunningValu
     EXPECT_EQ(contentOf(path + u".corrupt"_s), "{\"talmo.a\": tr");
 }
 
-TEST_F(JsonUserDefaultsTest, aFileRemovedWhileRunningIsWrittenAnewInWhole)
+TEST_F(JsonUserDefaultsTest, fileRemovedWhileRunningIsRewrittenInFull)
 {
     const auto defaults = open();
     set(*defaults, u"talmo.a"_s, true);
@@ -315,7 +315,7 @@ TEST_F(JsonUserDefaultsTest, aFileRemovedWhileRunningIsWrittenAnewInWhole)
     EXPECT_EQ(object(), (QJsonObject{{u"talmo.a"_s, true}, {u"talmo.b"_s, false}}));
 }
 
-TEST_F(JsonUserDefaultsTest, aFolderThatCannotBeWrittenToLosesNoRunningValue)
+TEST_F(JsonUserDefaultsTest, readOnlyFolderKeepsValuesInMemory)
 {
     put(R"({"talmo.a": true})");
     const QByteArray before = content();
@@ -334,10 +334,10 @@ TEST_F(JsonUserDefaultsTest, aFolderThatCannotBeWrittenToLosesNoRunningValue)
     QFile::setPermissions(path, QFile::Permissions::fromInt(0x6600));
     set(*defaults, u"talmo.b"_s, true);
     EXPECT_EQ(object(), (QJsonObject{{u"talmo.a"_s, true}, {key, u"polite"_s}, {u"talmo.b"_s, true}}))
-        << "what could not be written goes along with the next change";
+        << "unsaved values are written with the next change";
 }
 
-TEST_F(JsonUserDefaultsTest, aFileThatCannotBeReadIsLeftAlone)
+TEST_F(JsonUserDefaultsTest, unreadableFileIsLeftAlone)
 {
     put(R"({"talmo.a": true})");
     const QByteArray before = content();
@@ -357,7 +357,7 @@ TEST_F(JsonUserDefaultsTest, aFileThatCannotBeReadIsLeftAlone)
     EXPECT_FALSE(filesInFolder().contains(u"settings.json.corrupt"_s));
 }
 
-TEST_F(JsonUserDefaultsTest, aFullDiskKeepsTheOldFileAndTheRunningValues)
+TEST_F(JsonUserDefaultsTest, fullDiskKeepsOldFileAndValuesInMemory)
 {
     const auto defaults = open();
     set(*defaults, key, u"polite"_s);
@@ -374,7 +374,7 @@ TEST_F(JsonUserDefaultsTest, aFullDiskKeepsTheOldFileAndTheRunningValues)
     EXPECT_EQ(object().value(u"talmo.dictionaryWords"_s).toArray().size(), 500);
 }
 
-TEST_F(JsonUserDefaultsTest, aPipeOrAFolderInItsPlaceIsNotWaitedFor)
+TEST_F(JsonUserDefaultsTest, pipeOrFolderAtPathDoesNotBlock)
 {
     QDir().mkpath(QFileInfo(path).absolutePath());
     ASSERT_EQ(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
@@ -386,7 +386,7 @@ TEST_F(JsonUserDefaultsTest, aPipeOrAFolderInItsPlaceIsNotWaitedFor)
     EXPECT_TRUE(QFileInfo(path).isDir());
 }
 
-TEST_F(JsonUserDefaultsTest, twoProcessesLoseNothingOfEachOther)
+TEST_F(JsonUserDefaultsTest, twoProcessesLoseNoChanges)
 {
     QDir().mkpath(QFileInfo(path).absolutePath());
     const auto environment = QProcessEnvironment::systemEnvironment();
@@ -396,13 +396,13 @@ TEST_F(JsonUserDefaultsTest, twoProcessesLoseNothingOfEachOther)
     const auto bothEnded = [&] { return !first.isRunning() && !second.isRunning(); };
     int looks = 0;
     while (!testbed::pollUntil(bothEnded, std::chrono::milliseconds(10))) {
-        ASSERT_LT(++looks, 3000) << "the writers do not end";
+        ASSERT_LT(++looks, 3000) << "the writers do not finish";
         ASSERT_TRUE(content().isEmpty() || QJsonDocument::fromJson(content()).isObject()) << content().toStdString();
     }
     EXPECT_EQ(object().size(), 100);
 }
 
-TEST_F(JsonUserDefaultsTest, aProcessKilledWhileWritingLeavesAWholeFile)
+TEST_F(JsonUserDefaultsTest, killWhileWritingLeavesCompleteFile)
 {
     QDir().mkpath(QFileInfo(path).absolutePath());
     const QString program = QStringLiteral(TALMO_BIN "/talmo-settings-writer");
@@ -416,7 +416,7 @@ TEST_F(JsonUserDefaultsTest, aProcessKilledWhileWritingLeavesAWholeFile)
     const auto defaults = open();
     EXPECT_TRUE(defaults->string(u"key0"_s));
     set(*defaults, key, u"polite"_s);
-    EXPECT_EQ(object().value(key), u"polite"_s) << "the lock of a dead process holds nobody up";
+    EXPECT_EQ(object().value(key), u"polite"_s) << "a dead process's lock does not block";
     EXPECT_THAT(log.lines(), IsEmpty());
 }
 

@@ -26,7 +26,7 @@ const QByteArray anywhere6 = "00000000000000000000000000000000";
 const QByteArray mappedHere = "0000000000000000FFFF00000100007F";
 const QByteArray elsewhere = "0200007F";
 
-/// A line as the kernel writes it. The server's port is 8080, the client's 50000.
+/// A line in the format of /proc/net/tcp. The server's port is 8080, the client's 50000.
 QByteArray row(const QByteArray &local, const QByteArray &remote, int state, unsigned user, unsigned inode)
 {
     return "   0: " + local + ' ' + remote + ' ' + QByteArray::number(state, 16).rightJustified(2, '0') +
@@ -46,7 +46,7 @@ QByteArray connection(unsigned user, unsigned inode, int state = established)
 
 const QByteArray heading =
     "  sl  local_address rem_address   st tx_queue rx_queue tr tm->when retrnsmt   uid  timeout inode\n";
-/// Our own end of the same connection.
+/// The client's end of the same connection.
 const QByteArray ownEnd = row(here + ":C350", here + ":1F90", established, 1000, 77);
 
 std::optional<uid_t> owner(const QByteArray &tcp, const QByteArray &tcp6 = {})
@@ -57,13 +57,13 @@ std::optional<uid_t> owner(const QByteArray &tcp, const QByteArray &tcp6 = {})
 
 } // namespace
 
-TEST(ServerOwner, isTheUserOfTheAcceptedConnection)
+TEST(ServerOwner, isUserOfAcceptedConnection)
 {
     EXPECT_EQ(owner(listener(here, 1001) + connection(1002, 5)), 1002U);
     EXPECT_EQ(owner({}, row(mappedHere + ":1F90", mappedHere + ":C350", established, 1003, 5)), 1003U);
 }
 
-TEST(ServerOwner, isNobodyWithoutTheConnection)
+TEST(ServerOwner, isUnknownWithoutTheConnection)
 {
     EXPECT_EQ(owner({}), std::nullopt);
     EXPECT_EQ(owner(listener(here, 1001)), std::nullopt);
@@ -72,16 +72,16 @@ TEST(ServerOwner, isNobodyWithoutTheConnection)
     EXPECT_EQ(owner(row(elsewhere + ":1F90", here + ":C350", established, 1002, 5)), std::nullopt);
 }
 
-TEST(ServerOwner, isTheListenersUserUntilTheConnectionIsAccepted)
+TEST(ServerOwner, isListenersUserUntilAccepted)
 {
-    // Older kernels show root for the user of a connection that nobody has accepted.
+    // Older kernels report root as the owner of a connection not yet accepted.
     EXPECT_EQ(owner(listener(here, 1001) + connection(0, 0)), 1001U);
     EXPECT_EQ(owner(connection(0, 0)), std::nullopt) << "without a listener";
     constexpr int deferred = 3;
     EXPECT_EQ(owner(listener(here, 1001) + connection(0, 0, deferred)), 1001U);
 }
 
-TEST(ServerOwner, isTheMostSpecificListeners)
+TEST(ServerOwner, prefersMostSpecificListener)
 {
     const QByteArray pending = connection(0, 0);
     EXPECT_EQ(owner(pending + listener(anywhere, 1) + listener(here, 2), listener(anywhere6, 3)), 2U);
@@ -91,7 +91,7 @@ TEST(ServerOwner, isTheMostSpecificListeners)
     EXPECT_EQ(owner(pending + listener(elsewhere, 1), listener(here6, 3)), std::nullopt);
 }
 
-TEST(ServerOwner, isNobodyWhereListenersOfDifferentUsersShareThePort)
+TEST(ServerOwner, isUnknownIfListenersOfDifferentUsersSharePort)
 {
     const QByteArray pending = connection(0, 0);
     EXPECT_EQ(owner(pending + listener(here, 1) + listener(here, 1)), 1U);
@@ -100,7 +100,7 @@ TEST(ServerOwner, isNobodyWhereListenersOfDifferentUsersShareThePort)
     EXPECT_EQ(owner(pending + listener(anywhere, 1) + listener(anywhere, 2) + listener(here, 3)), 3U);
 }
 
-TEST(ServerOwner, readsVersionSix)
+TEST(ServerOwner, readsIpv6Entries)
 {
     const auto owner6 = [](const QByteArray &tcp6) {
         return serverOwner({}, tcp6, {QHostAddress(u"::1"_s), 8080}, {QHostAddress(u"::1"_s), 50000});
@@ -110,7 +110,7 @@ TEST(ServerOwner, readsVersionSix)
     EXPECT_EQ(owner6(row(here6 + ":1F90", here6 + ":C350", established, 0, 0) + listener(anywhere, 8)), std::nullopt);
 }
 
-TEST(ServerOwner, survivesNonsense)
+TEST(ServerOwner, handlesMalformedInput)
 {
     for (const QByteArray &text :
          {QByteArray(), QByteArray("\n\n"), QByteArray("1: 2 3 4 5 6 7 8 9 10"),
@@ -122,7 +122,7 @@ TEST(ServerOwner, survivesNonsense)
 
 namespace {
 
-/// A real listener and a connection to it, made by this process as one user or another.
+/// A real listener and a connection to it, each made by this process as some user.
 class Conversation {
 public:
     Conversation()
@@ -161,7 +161,7 @@ private:
 
 } // namespace
 
-TEST(LinuxServerTrust, trustsThisUsersServer)
+TEST(LinuxServerTrust, trustsOwnServer)
 {
     Conversation conversation;
     conversation.connect();
@@ -171,7 +171,7 @@ TEST(LinuxServerTrust, trustsThisUsersServer)
     EXPECT_FALSE(conversation.isTrusted(LinuxServerTrust(u"/nonexistent"_s)));
 }
 
-TEST(LinuxServerTrust, trustsNoOtherPersonsServerAcceptedOrNot)
+TEST(LinuxServerTrust, distrustsOtherUsersServerAcceptedOrNot)
 {
     if (!AnotherUser::isPossible()) {
         GTEST_SKIP() << "only root can act as another user";

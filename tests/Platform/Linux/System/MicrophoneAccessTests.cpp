@@ -15,7 +15,7 @@ class MicrophoneAccess : public testing::Test {
 protected:
     bool isRefused = true;
     int questions = 0;
-    /// Asked again, the server lets Talmo in.
+    /// The server accepts the second request.
     std::shared_ptr<LinuxAuthorizationSource> source =
         std::make_shared<LinuxAuthorizationSource>([this] { return isRefused; },
                                                    [this] {
@@ -33,7 +33,7 @@ QCoro::Task<void> request(PermissionsManager *permissions)
 
 } // namespace
 
-TEST_F(MicrophoneAccess, aRefusalIsAskedAboutAgainOnRequest)
+TEST_F(MicrophoneAccess, requestRetriesAfterRefusal)
 {
     EXPECT_EQ(permissions.microphoneStatus(), SimpleStatus::Denied);
     logEscapes(request(&permissions));
@@ -42,14 +42,14 @@ TEST_F(MicrophoneAccess, aRefusalIsAskedAboutAgainOnRequest)
     EXPECT_EQ(permissions.microphoneStatus(), SimpleStatus::Granted);
 }
 
-TEST_F(MicrophoneAccess, whatIsGrantedIsNotAskedAbout)
+TEST_F(MicrophoneAccess, doesNotAskWhenGranted)
 {
     isRefused = false;
     EXPECT_TRUE(source->requestMicrophoneAccess().result());
     EXPECT_EQ(questions, 0);
 }
 
-TEST_F(MicrophoneAccess, readingAsksNobody)
+TEST_F(MicrophoneAccess, refreshDoesNotAsk)
 {
     permissions.refresh();
     EXPECT_EQ(questions, 0);

@@ -14,7 +14,7 @@ namespace talmo::test {
 
 namespace {
 
-/// Puts back what the signals did before.
+/// Restores the previous signal handlers.
 class QuitSignalsTest : public testing::Test {
 protected:
     static constexpr std::array numbers = {SIGINT, SIGTERM, SIGHUP};
@@ -38,7 +38,7 @@ protected:
 
 } // namespace
 
-TEST_F(QuitSignalsTest, eachSignalAsksToQuit)
+TEST_F(QuitSignalsTest, eachSignalRequestsQuit)
 {
     QuitSignals quitSignals;
     int requests = 0;
@@ -51,7 +51,7 @@ TEST_F(QuitSignalsTest, eachSignalAsksToQuit)
     }
 }
 
-TEST_F(QuitSignalsTest, signalBeforeTheObjectIsNotLost)
+TEST_F(QuitSignalsTest, signalBeforeConstructionIsNotLost)
 {
     ASSERT_EQ(raise(SIGTERM), 0);
     QuitSignals quitSignals;

@@ -22,7 +22,7 @@ TEST(TimerFdClock, neverFiresEarly)
     }
 }
 
-TEST(TimerFdClock, aHoldTimerNeverFiresEarly)
+TEST(TimerFdClock, holdTimerNeverFiresEarly)
 {
     TimerFdClock clock;
     const Instant before = clock.now();
@@ -30,7 +30,7 @@ TEST(TimerFdClock, aHoldTimerNeverFiresEarly)
     EXPECT_GE(clock.now() - before, 150ms);
 }
 
-TEST(TimerFdClock, failsAtOnceWhenItIsStopped)
+TEST(TimerFdClock, failsImmediatelyWhenStopped)
 {
     TimerFdClock clock;
     std::stop_source before;
@@ -45,7 +45,7 @@ TEST(TimerFdClock, failsAtOnceWhenItIsStopped)
     settle();
 }
 
-TEST(TimerFdClock, noTimeAtAllIsALaterTurn)
+TEST(TimerFdClock, zeroSleepEndsOnLaterLoopIteration)
 {
     TimerFdClock clock;
     const auto future = clock.sleep(0ms, {});

@@ -43,18 +43,18 @@ protected:
 
 } // namespace
 
-TEST_F(KeyboardLayoutChange, aKeyThatTurnsIntoAnotherWhileHeldIsStillReleased)
+TEST_F(KeyboardLayoutChange, keyRemappedWhileHeldIsStillReleased)
 {
     keyboard.press(testbed::VirtualKeyboard::controlRight);
     ASSERT_TRUE(waitForEvents(1));
     setLayout({u"us"_s, u"-option"_s, u"compose:rctrl"_s});
     testbed::passTime(std::chrono::milliseconds(200));
-    keyboard.release(composeKey); // What the held key is called now.
+    keyboard.release(composeKey); // The held key's new name.
     ASSERT_TRUE(waitForEvents(2));
     EXPECT_THAT(events, ElementsAre(fn, 0U));
 }
 
-TEST_F(KeyboardLayoutChange, anotherLayoutWhileHeldIsNoRelease)
+TEST_F(KeyboardLayoutChange, layoutChangeWhileHeldIsNotARelease)
 {
     keyboard.press(testbed::VirtualKeyboard::controlRight);
     ASSERT_TRUE(waitForEvents(1));

@@ -1,5 +1,5 @@
-// Pasting while one of Talmo's own windows has the keyboard: the clipboard is served from a thread of its own, so the
-// main thread, which waits for it inside Qt, cannot be waiting for itself.
+// Pasting while one of Talmo's own windows has the focus. The clipboard is served from a separate thread, so the main
+// thread, which blocks inside Qt until it gets the data, does not wait for itself.
 
 #include "Insertion/ClipboardPasteInsertionService.h"
 #include "Platform/Linux/X11/Clipboard/XcbPasteboard.h"
@@ -19,7 +19,7 @@ std::unique_ptr<talmo::testbed::VirtualDesktop> desktop;
 
 } // namespace
 
-TEST(OwnWindow, pastingIntoTalmosOwnWindow)
+TEST(OwnWindow, pastesIntoOwnWindow)
 {
     using namespace std::chrono_literals;
     const auto session = talmo::XSession::open();
@@ -35,14 +35,14 @@ TEST(OwnWindow, pastingIntoTalmosOwnWindow)
                  talmo::ClipboardPasteInsertionService::commandFlag});
     EXPECT_TRUE(talmo::testbed::waitUntil([&editor] { return !editor.toPlainText().isEmpty(); }, 20s));
     EXPECT_EQ(editor.toPlainText(), QStringLiteral("into our own"));
-    EXPECT_LT(std::chrono::steady_clock::now() - before, 4s); // Qt itself gives up after five.
+    EXPECT_LT(std::chrono::steady_clock::now() - before, 4s); // Qt's own timeout is five seconds.
 }
 
 int main(int argc, char **argv)
 {
     testing::InitGoogleTest(&argc, argv);
     {
-        QCoreApplication starter(argc, argv); // Child processes need one; the real one needs the display first.
+        QCoreApplication starter(argc, argv); // QProcess needs an application, and QApplication needs the display.
         desktop = std::make_unique<talmo::testbed::VirtualDesktop>();
     }
     int result = 0;

@@ -38,7 +38,7 @@ protected:
         }
         return "(none)";
     }
-    /// What an independent reader gets.
+    /// The clipboard as another program reads it.
     QByteArray xclip(const QString &target, const QString &selection = u"clipboard"_s)
     {
         QProcess process;
@@ -67,12 +67,12 @@ protected:
     std::shared_ptr<XcbPasteboard> pasteboard;
 };
 
-/// A paste into a window that has the keyboard, with all but the logic's waits.
+/// Pastes into the focused window as the insertion service does, but without its waits.
 class XcbPasteTest : public XcbPasteboardTest {
 protected:
     using XcbPasteboardTest::XcbPasteboardTest;
 
-    /// `kind`: "readonly" for one that takes no paste.
+    /// `kind`: "readonly" for a window that ignores pastes.
     void openWindow(const QString &delay = u"0"_s, const QString &kind = {}, const QString &title = u"Target"_s)
     {
         window = std::make_unique<testbed::ChildProcess>(QStringLiteral(TALMO_BIN "/talmo-demo-window"),
@@ -93,7 +93,7 @@ protected:
             pasteboard->writeItems(snapshot.result());
         }
         pasteboard->endPaste();
-        // What the session's thread was asked to do is done; only the restore may still be pending.
+        // Everything queued on the session's thread has run; only the restore may still be pending.
         ASSERT_TRUE(waitFor(session->executor().call([] {})));
     }
     XTestKeyEventPoster poster{session, pasteboard->transaction()};

@@ -1,4 +1,4 @@
-// What becomes of a text that the program in front does not read, with real windows.
+// What happens to text that the active window does not read, with real windows.
 
 #include "Platform/Linux/X11/PasteFixture.h"
 #include "Support/RawSelectionOwner.h"
@@ -46,7 +46,7 @@ protected:
 
 } // namespace
 
-TEST_F(PasteReceiptTest, tellsThatTheWindowTookTheText)
+TEST_F(PasteReceiptTest, reportsThatWindowReadText)
 {
     openWindow();
     EXPECT_EQ(pasteAndWait(u"new"_s), Outcome::Taken);
@@ -54,7 +54,7 @@ TEST_F(PasteReceiptTest, tellsThatTheWindowTookTheText)
     EXPECT_EQ(clipboard(), "old");
 }
 
-TEST_F(PasteReceiptTest, keepsTheTextOnTheClipboardWhenTheWindowTakesNone)
+TEST_F(PasteReceiptTest, keepsTextOnClipboardIfWindowDoesNotReadIt)
 {
     openWindow(u"0"_s, u"readonly"_s);
     EXPECT_EQ(pasteAndWait(u"new"_s), Outcome::NotTaken);
@@ -66,7 +66,7 @@ TEST_F(PasteReceiptTest, keepsTheTextOnTheClipboardWhenTheWindowTakesNone)
     EXPECT_FALSE(putBack());
 }
 
-TEST_F(PasteReceiptTest, aHangingWindowGetsTheTextWhenItWakes)
+TEST_F(PasteReceiptTest, hangingWindowGetsTextWhenItResumes)
 {
     openWindow();
     freeze();
@@ -77,7 +77,7 @@ TEST_F(PasteReceiptTest, aHangingWindowGetsTheTextWhenItWakes)
     EXPECT_TRUE(clipboardBecomes("old"));
 }
 
-TEST_F(PasteReceiptTest, aHangingWindowNeverGetsTheOldTextEvenAfterItIsBack)
+TEST_F(PasteReceiptTest, hangingWindowNeverGetsOldTextAfterRestore)
 {
     openWindow();
     freeze();
@@ -88,7 +88,7 @@ TEST_F(PasteReceiptTest, aHangingWindowNeverGetsTheOldTextEvenAfterItIsBack)
     EXPECT_TRUE(window->waitForLine(u"text: new"_s, 10s));
 }
 
-TEST_F(PasteReceiptTest, aHangingWindowGetsBothTextsAtOnceWhenItWakes)
+TEST_F(PasteReceiptTest, hangingWindowGetsBothTextsWhenItResumes)
 {
     openWindow();
     freeze();
@@ -99,7 +99,7 @@ TEST_F(PasteReceiptTest, aHangingWindowGetsBothTextsAtOnceWhenItWakes)
     EXPECT_TRUE(clipboardBecomes("old"));
 }
 
-TEST_F(PasteReceiptTest, withoutAWindowSaysSoAtOnceAndKeepsTheText)
+TEST_F(PasteReceiptTest, reportsMissingWindowImmediatelyAndKeepsText)
 {
     EXPECT_EQ(pasteAndWait(u"new"_s), Outcome::NoWindow);
     EXPECT_EQ(clipboard(), "new");
@@ -107,7 +107,7 @@ TEST_F(PasteReceiptTest, withoutAWindowSaysSoAtOnceAndKeepsTheText)
     EXPECT_EQ(clipboard(), "old");
 }
 
-TEST_F(PasteReceiptTest, aGrabbedKeyboardIsNoticedBeforeAKeyIsPosted)
+TEST_F(PasteReceiptTest, detectsGrabbedKeyboardBeforePostingKeys)
 {
     openWindow();
     XConnection locker;
@@ -127,10 +127,10 @@ TEST_F(PasteReceiptTest, aGrabbedKeyboardIsNoticedBeforeAKeyIsPosted)
     locker.flush();
     EXPECT_EQ(pasteAndWait(u"next"_s), Outcome::Taken);
     EXPECT_TRUE(window->waitForLine(u"text: next"_s, 10s));
-    EXPECT_EQ(clipboard(), "old") << "the user's clipboard, not the text that nobody took";
+    EXPECT_EQ(clipboard(), "old") << "the user's clipboard, not the unread text";
 }
 
-TEST_F(PasteReceiptTest, aLayoutWithoutThePasteKeysIsNoticed)
+TEST_F(PasteReceiptTest, detectsLayoutWithoutPasteKeys)
 {
     openWindow();
     QProcess process;
@@ -142,7 +142,7 @@ TEST_F(PasteReceiptTest, aLayoutWithoutThePasteKeysIsNoticed)
     EXPECT_EQ(clipboard(), "new");
 }
 
-TEST_F(PasteReceiptTest, theNextPasteWorksAndRestoresTheFirstClipboard)
+TEST_F(PasteReceiptTest, nextPasteWorksAndRestoresOriginalClipboard)
 {
     openWindow(u"0"_s, u"readonly"_s);
     EXPECT_EQ(pasteAndWait(u"lost"_s), Outcome::NotTaken);
@@ -153,7 +153,7 @@ TEST_F(PasteReceiptTest, theNextPasteWorksAndRestoresTheFirstClipboard)
     EXPECT_EQ(clipboard(), "old");
 }
 
-TEST_F(PasteReceiptTest, whatTheUserCopiesMeanwhileStays)
+TEST_F(PasteReceiptTest, keepsWhatUserCopiesMeanwhile)
 {
     EXPECT_EQ(pasteAndWait(u"new"_s), Outcome::NoWindow);
     const RawSelectionOwner copied("CLIPBOARD", {{"UTF8_STRING", {"copied", "UTF8_STRING"}}});
@@ -162,7 +162,7 @@ TEST_F(PasteReceiptTest, whatTheUserCopiesMeanwhileStays)
     EXPECT_EQ(clipboard(), "copied");
 }
 
-TEST_F(PasteReceiptTest, theUsersOwnPasteIntoTheWindowInFrontBringsTheClipboardBack)
+TEST_F(PasteReceiptTest, usersOwnPasteRestoresClipboard)
 {
     EXPECT_EQ(pasteAndWait(u"new"_s), Outcome::NoWindow);
     openWindow();
@@ -176,7 +176,7 @@ TEST_F(PasteReceiptTest, theUsersOwnPasteIntoTheWindowInFrontBringsTheClipboardB
 
 namespace {
 
-/// A password manager's clipboard.
+/// A clipboard as set by a password manager.
 class SecretTest : public XcbPasteTest {
 protected:
     SecretTest()
@@ -192,7 +192,7 @@ protected:
 
 } // namespace
 
-TEST_F(SecretTest, comesBackWithItsHintAndGoesAfterAWhile)
+TEST_F(SecretTest, isRestoredWithHintThenCleared)
 {
     openWindow();
     paste(u"new"_s);
@@ -203,7 +203,7 @@ TEST_F(SecretTest, comesBackWithItsHintAndGoesAfterAWhile)
     EXPECT_TRUE(waitFor([this] { return isClipboardEmpty(); }));
 }
 
-TEST_F(SecretTest, doesNotComeBackOnceItsOwnerIsGone)
+TEST_F(SecretTest, isNotRestoredAfterOwnerExits)
 {
     openWindow(u"300"_s);
     paste(u"new"_s);

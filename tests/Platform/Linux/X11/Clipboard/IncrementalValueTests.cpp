@@ -21,7 +21,7 @@ TEST(IncrementalValue, joinsPiecesUntilAnEmptyOne)
     EXPECT_EQ(value.take(), (SelectionValue{"abcde", text, 8}));
 }
 
-TEST(IncrementalValue, nothingIsTakenBeforeTheEnd)
+TEST(IncrementalValue, takesNothingBeforeTheEnd)
 {
     IncrementalValue value;
     value.append({"abc", text, 8});
@@ -37,7 +37,7 @@ TEST(IncrementalValue, endMayHaveAnyTypeAndUnit)
     EXPECT_EQ(value.take(), (SelectionValue{"abcd", text, 32}));
 }
 
-TEST(IncrementalValue, emptyValueHasTheTypeOfItsEnd)
+TEST(IncrementalValue, emptyValueTakesTypeOfLastPiece)
 {
     IncrementalValue value;
     EXPECT_EQ(value.append({"", other, 16}), State::Complete);
@@ -55,14 +55,14 @@ TEST(IncrementalValue, changedTypeOrUnitIsMalformed)
     EXPECT_EQ(changedUnit.append({"ab", text, 16}), State::Malformed);
 }
 
-TEST(IncrementalValue, partOfAUnitIsMalformed)
+TEST(IncrementalValue, partialUnitIsMalformed)
 {
     EXPECT_EQ(IncrementalValue().append({"abc", text, 16}), State::Malformed);
     EXPECT_EQ(IncrementalValue().append({"abcdef", text, 32}), State::Malformed);
     EXPECT_EQ(IncrementalValue().append({"abcdef", text, 0}), State::Malformed);
 }
 
-TEST(IncrementalValue, limitIsReachedButNotPassed)
+TEST(IncrementalValue, limitIsInclusive)
 {
     IncrementalValue value(5);
     EXPECT_EQ(value.append({"abc", text, 8}), State::Incomplete);
@@ -72,7 +72,7 @@ TEST(IncrementalValue, limitIsReachedButNotPassed)
     EXPECT_EQ(value.take(), SelectionValue());
 }
 
-TEST(IncrementalValue, piecesAfterTheEndChangeNothing)
+TEST(IncrementalValue, piecesAfterEndAreIgnored)
 {
     IncrementalValue value;
     value.append({"abc", text, 8});

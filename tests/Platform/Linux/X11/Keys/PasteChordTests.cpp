@@ -46,7 +46,7 @@ KeyboardLayout keyboard(xcb_keysym_t first = 'v', xcb_keysym_t second = 0)
 
 } // namespace
 
-TEST(PasteStyle, isChosenByTheProgram)
+TEST(PasteStyle, isChosenByProgram)
 {
     EXPECT_EQ(pasteStyleFor(u"gedit"_s, u"Gedit"_s), PasteStyle::ControlV);
     EXPECT_EQ(pasteStyleFor(u"gnome-terminal-server"_s, u"Gnome-terminal"_s), PasteStyle::ControlShiftV);
@@ -57,7 +57,7 @@ TEST(PasteStyle, isChosenByTheProgram)
     EXPECT_EQ(pasteStyleFor(QString(), QString()), PasteStyle::ControlV);
 }
 
-TEST(PasteChord, isControlVForMost)
+TEST(PasteChord, isControlVByDefault)
 {
     EXPECT_THAT(pasteChord(keyboard(), PasteStyle::ControlV),
                 ElementsAre(down(control), down(keyV), up(keyV), up(control)));
@@ -69,7 +69,7 @@ TEST(PasteChord, isControlShiftVForTerminals)
                 ElementsAre(down(control), down(shift), down(keyV), up(keyV), up(shift), up(control)));
 }
 
-TEST(PasteChord, letsHeldModifiersGoFirstAndNeverPressesThemAgain)
+TEST(PasteChord, releasesHeldModifiersFirstAndLeavesThemUp)
 {
     auto layout = keyboard();
     layout.heldKeys = {super, alt, rightControl, shift};
@@ -80,7 +80,7 @@ TEST(PasteChord, letsHeldModifiersGoFirstAndNeverPressesThemAgain)
         ElementsAre(up(shift), up(alt), up(super), up(rightControl), down(shift), down(insert), up(insert), up(shift)));
 }
 
-TEST(PasteChord, looksInTheLayoutInUseFirstAndThenInTheOthers)
+TEST(PasteChord, prefersActiveLayoutOverOthers)
 {
     auto russianFirst = keyboard(0x6cd, 'v');
     EXPECT_EQ(keyCodeFor(russianFirst, 'v'), keyV);
@@ -91,13 +91,13 @@ TEST(PasteChord, looksInTheLayoutInUseFirstAndThenInTheOthers)
     EXPECT_EQ(keyCodeFor(both, 'v'), 60);
 }
 
-TEST(PasteChord, isShiftInsertWhereNoLayoutHasALatinV)
+TEST(PasteChord, isShiftInsertIfNoLayoutHasLatinV)
 {
     EXPECT_THAT(pasteChord(keyboard(0x6cd, 0), PasteStyle::ControlV),
                 ElementsAre(down(shift), down(insert), up(insert), up(shift)));
 }
 
-TEST(PasteChord, isNothingOnAKeyboardThatHasNeither)
+TEST(PasteChord, isEmptyIfKeyboardHasNeither)
 {
     auto layout = keyboard(0, 0);
     layout.keySyms[(insert - 8) * 4] = 0;

@@ -4,7 +4,7 @@
 
 namespace talmo::test {
 
-TEST(PostedKeys, areTakenOnceEach)
+TEST(PostedKeys, eachIsConsumedOnce)
 {
     PostedKeys keys;
     keys.expect(55, true);

@@ -35,19 +35,19 @@ protected:
 
 } // namespace
 
-TEST_F(RepeatPairFilterTest, realKeysPassAtOnce)
+TEST_F(RepeatPairFilterTest, passesRealKeysImmediately)
 {
     EXPECT_THAT(pushAndTake({press(1000), release(2000), press(2300)}),
                 testing::ElementsAre(press(1000), release(2000), press(2300)));
 }
 
-TEST_F(RepeatPairFilterTest, pairsOfReleaseAndPressAreTakenOut)
+TEST_F(RepeatPairFilterTest, removesReleasePressPairs)
 {
     EXPECT_THAT(pushAndTake({press(1000), release(1500), press(1500), release(1530), press(1531)}),
                 testing::ElementsAre(press(1000)));
 }
 
-TEST_F(RepeatPairFilterTest, onADeviceThatRepeatsAReleaseIsHeldBackOnce)
+TEST_F(RepeatPairFilterTest, delaysReleaseOnRepeatingDevice)
 {
     pushAndTake({press(1000), release(1500), press(1500)});
     EXPECT_THAT(pushAndTake({release(1530)}), testing::IsEmpty());
@@ -58,13 +58,13 @@ TEST_F(RepeatPairFilterTest, onADeviceThatRepeatsAReleaseIsHeldBackOnce)
     EXPECT_THAT(pushAndTake({}, true), testing::ElementsAre(release(1560)));
 }
 
-TEST_F(RepeatPairFilterTest, otherDevicesAreNotWaitedFor)
+TEST_F(RepeatPairFilterTest, doesNotDelayOtherDevices)
 {
     pushAndTake({press(1000), release(1500), press(1500)});
     EXPECT_THAT(pushAndTake({release(1600, 4)}), testing::ElementsAre(release(1600, 4)));
 }
 
-TEST_F(RepeatPairFilterTest, aRealDoubleTapIsNoPair)
+TEST_F(RepeatPairFilterTest, realDoubleTapIsNotAPair)
 {
     EXPECT_THAT(pushAndTake({release(1500), press(1502)}), testing::ElementsAre(release(1500), press(1502)));
 }

@@ -1,6 +1,6 @@
-// What people see, on a real desktop: tray, panel, overlay and settings, and the focus that none of them takes.
+// The user interface on a real desktop: tray, panel, overlay and settings, none of which takes the focus.
 
-#include "EndToEnd/TalmoRun.h"
+#include "EndToEnd/TalmoFixture.h"
 
 #include "DesktopParts.h"
 #include "Support/NotifierHost.h"
@@ -20,15 +20,15 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr QSize screen(1024, 640);
-/// Around the card, in the same window.
+/// The margin around the card, inside its window.
 constexpr int shadow = 24;
 constexpr quint32 escapeKey = 0xff1b;
 constexpr quint32 returnKey = 0xff0d;
 constexpr quint32 endKey = 0xff57;
 
-class FaceRun : public TalmoRun {
+class UiEndToEndTest : public TalmoFixture {
 protected:
-    /// Talmo's own windows that no window manager handles and that are larger than an icon.
+    /// Talmo's unmanaged windows that are larger than an icon.
     QList<testbed::VirtualDesktop::Window> cards()
     {
         QList<testbed::VirtualDesktop::Window> found;
@@ -53,7 +53,7 @@ protected:
         return std::any_of(shown.cbegin(), shown.cend(),
                            [](const auto &each) { return each.geometry.size() == screen; });
     }
-    /// True when the frontmost window is a card.
+    /// Whether the topmost window is a card.
     bool cardIsInFront() { return !cards().isEmpty() && desktop.visibleWindows().last().program == "talmo"; }
 
     QImage corner() { return desktop.screenshot().copy(screen.width() - 30, 0, 30, 26); }
@@ -66,7 +66,7 @@ protected:
         const QImage before = corner();
         startTalmo();
         ASSERT_TRUE(testbed::pollUntil([&] { return corner() != before; }, patience));
-        // Two pictures of it that are the same: it is done.
+        // Two equal screenshots: drawing has finished.
         QImage last;
         ASSERT_TRUE(testbed::pollUntil([&] { return std::exchange(last, corner()) == last; }, patience));
     }
@@ -83,7 +83,7 @@ protected:
 
 } // namespace
 
-TEST_F(FaceRun, theFocusNeverMovesWhileTheOverlayComesGrowsAndGoes)
+TEST_F(UiEndToEndTest, overlayNeverTakesFocus)
 {
     compositor = testbed::startCompositor(environment);
     openQtWindow();
@@ -105,7 +105,7 @@ TEST_F(FaceRun, theFocusNeverMovesWhileTheOverlayComesGrowsAndGoes)
     EXPECT_EQ(desktop.activeWindowTitle(), u"Target"_s);
 }
 
-TEST_F(FaceRun, theOverlayIsAboveAFullScreenWindowAndAboveOneThatComesLater)
+TEST_F(UiEndToEndTest, overlayStaysAboveFullScreenAndLaterWindows)
 {
     openWindow(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Target"_s, u"0"_s, u"fullscreen"_s});
     ASSERT_TRUE(testbed::pollUntil([this] { return isSomethingFullScreen(); }, patience));
@@ -121,10 +121,10 @@ TEST_F(FaceRun, theOverlayIsAboveAFullScreenWindowAndAboveOneThatComesLater)
     ASSERT_TRUE(desktop.waitForActiveWindow(u"Other"_s, patience));
     EXPECT_TRUE(testbed::pollUntil([this] { return cardIsInFront(); }, patience));
     keyboard.tap(key);
-    EXPECT_TRUE(talmoSays(u"state: error"_s)); // Nothing was said.
+    EXPECT_TRUE(talmoSays(u"state: error"_s)); // No speech.
 }
 
-TEST_F(FaceRun, theOverlayIsOnThePointersScreenAboveItsBar)
+TEST_F(UiEndToEndTest, overlayIsOnPointersScreenAboveItsPanel)
 {
     const auto addScreen = [this](const QString &name, const QString &place, const QString &output) {
         testbed::ChildProcess xrandr(u"xrandr"_s, {u"--setmonitor"_s, name, place, output}, environment);
@@ -132,7 +132,7 @@ TEST_F(FaceRun, theOverlayIsOnThePointersScreenAboveItsBar)
     };
     addScreen(u"left"_s, u"600/160x640/170+0+0"_s, u"screen"_s);
     addScreen(u"right"_s, u"424/110x500/130+600+0"_s, u"none"_s);
-    // The bar is at the lower edge of the desktop, which the left screen alone reaches.
+    // The bar is at the desktop's lower edge, which only the left screen reaches.
     tray = testbed::startTray(environment, {u"--edge"_s, u"bottom"_s, u"--align"_s, u"left"_s, u"--height"_s, u"30"_s});
     openQtWindow();
     startTalmo();
@@ -156,7 +156,7 @@ TEST_F(FaceRun, theOverlayIsOnThePointersScreenAboveItsBar)
     EXPECT_EQ(left.y(), 640 - 30 - 90);
 }
 
-TEST_F(FaceRun, onASharperScreenEverythingIsTwiceAsLarge)
+TEST_F(UiEndToEndTest, scalesToTwiceTheSizeOnHighDpiScreen)
 {
     environment.insert(u"QT_SCALE_FACTOR"_s, u"2"_s);
     startTalmo();
@@ -168,7 +168,7 @@ TEST_F(FaceRun, onASharperScreenEverythingIsTwiceAsLarge)
     keyboard.release(key);
 }
 
-TEST_F(FaceRun, withoutACompositorTheCardHasItsShape)
+TEST_F(UiEndToEndTest, cardIsShapedWithoutCompositor)
 {
     openWindow(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Target"_s, u"0"_s, u"fullscreen"_s});
     startTalmo();
@@ -177,7 +177,7 @@ TEST_F(FaceRun, withoutACompositorTheCardHasItsShape)
     ASSERT_TRUE(cardComes());
     const int bottom = screen.height() - 90;
     const QRect card(QPoint(screen.width() / 2 - 110, bottom - 50), QPoint(screen.width() / 2 + 109, bottom - 1));
-    // The window behind is white: the card's own corner shows it, and its middle does not.
+    // The window behind is white: it shows at the card's corner but not in its middle.
     EXPECT_TRUE(testbed::pollUntil([&] { return desktop.screenshot().pixelColor(card.center()) != QColor(Qt::white); },
                                    patience));
     const QImage picture = desktop.screenshot();
@@ -188,7 +188,7 @@ TEST_F(FaceRun, withoutACompositorTheCardHasItsShape)
     keyboard.release(key);
 }
 
-TEST_F(FaceRun, theIconInTheTrayChangesItsShape)
+TEST_F(UiEndToEndTest, trayIconChangesShape)
 {
     startTray();
     startTalmoWithIcon();
@@ -202,7 +202,7 @@ TEST_F(FaceRun, theIconInTheTrayChangesItsShape)
     EXPECT_TRUE(testbed::pollUntil([&] { return corner() != recording && corner() != idle; }, patience));
 }
 
-TEST_F(FaceRun, theIconIsLegibleOnALightTrayThoughWindowsAreDark)
+TEST_F(UiEndToEndTest, iconIsLegibleOnLightTrayWithDarkTheme)
 {
     desktop.storeSettings({{u"linux.languageModelAddress"_s, u"off"_s}, {u"linux.colorScheme"_s, u"dark"_s}});
     startTray();
@@ -221,7 +221,7 @@ TEST_F(FaceRun, theIconIsLegibleOnALightTrayThoughWindowsAreDark)
     EXPECT_TRUE(testbed::pollUntil([&] { return darkest() < dark; }, patience));
 }
 
-TEST_F(FaceRun, aTrayThatComesLaterGetsTheIconAndItsAbsenceIsSaidOnce)
+TEST_F(UiEndToEndTest, addsIconToLateTrayAndReportsAbsenceOnce)
 {
     startTalmo();
     ASSERT_TRUE(talmo->waitForLine(u"there is no tray for the icon yet"_s, patience));
@@ -235,7 +235,7 @@ TEST_F(FaceRun, aTrayThatComesLaterGetsTheIconAndItsAbsenceIsSaidOnce)
     EXPECT_EQ(talmo->output().count(u"there is no tray"_s), 1);
 }
 
-TEST_F(FaceRun, anItemHostGetsTheIconAndItsChanges)
+TEST_F(UiEndToEndTest, notifierHostGetsIconAndItsChanges)
 {
     const auto bus = testbed::startBus(environment);
     NotifierHost host;
@@ -253,7 +253,7 @@ TEST_F(FaceRun, anItemHostGetsTheIconAndItsChanges)
     EXPECT_TRUE(talmoSays(u"state: error"_s));
 }
 
-TEST_F(FaceRun, anItemHostThatComesLaterOrAgainGetsTheIcon)
+TEST_F(UiEndToEndTest, lateOrRestartedNotifierHostGetsIcon)
 {
     const auto bus = testbed::startBus(environment);
     startTalmo();
@@ -265,7 +265,7 @@ TEST_F(FaceRun, anItemHostThatComesLaterOrAgainGetsTheIcon)
     EXPECT_TRUE(testbed::waitUntil([&host] { return host->registrations() > 0; }, patience));
 }
 
-TEST_F(FaceRun, anItemHostSaysNothingOfThePlaceSoThePanelIsInThePointersCorner)
+TEST_F(UiEndToEndTest, panelOpensInPointersCornerWithNotifierHost)
 {
     const auto bus = testbed::startBus(environment);
     NotifierHost host;
@@ -283,7 +283,7 @@ TEST_F(FaceRun, anItemHostSaysNothingOfThePlaceSoThePanelIsInThePointersCorner)
     EXPECT_TRUE(cardGoes());
 }
 
-TEST_F(FaceRun, thePanelDropsFromTheIconAndClosesOnEscapeAndOnAClickElsewhere)
+TEST_F(UiEndToEndTest, panelOpensAtIconAndClosesOnEscapeOrClick)
 {
     startTray();
     openQtWindow();
@@ -292,7 +292,7 @@ TEST_F(FaceRun, thePanelDropsFromTheIconAndClosesOnEscapeAndOnAClickElsewhere)
     ASSERT_TRUE(openPanel());
     EXPECT_GE(cards().first().geometry.y() + shadow, 24);
     EXPECT_LT(cards().first().geometry.y() + shadow, 60);
-    // On a busy machine a first tap may come before the panel has the keyboard; a person taps again.
+    // Under load the first tap may arrive before the panel has the focus, so tap again.
     EXPECT_TRUE(testbed::pollUntil(
         [this] {
             keyboard.tap(escapeKey);
@@ -308,24 +308,24 @@ TEST_F(FaceRun, thePanelDropsFromTheIconAndClosesOnEscapeAndOnAClickElsewhere)
     EXPECT_EQ(desktop.takeActiveWindowChanges(), 0);
 }
 
-TEST_F(FaceRun, aDictationStartedInThePanelLandsInTheWindowInFront)
+TEST_F(UiEndToEndTest, dictationStartedInPanelGoesToActiveWindow)
 {
     startTray();
     openQtWindow();
     startTalmoWithIcon();
     ASSERT_TRUE(openPanel());
-    keyboard.tap(returnKey); // The first row: start.
+    keyboard.tap(returnKey); // First row: start.
     ASSERT_TRUE(talmoSays(u"state: recording"_s));
     speak(u"hello world"_s);
     pointer.clickAt(icon);
-    ASSERT_TRUE(testbed::pollUntil([this] { return cards().size() == 2; }, patience)); // The overlay is the other.
-    keyboard.tap(returnKey);                                                           // The first row: stop.
+    ASSERT_TRUE(testbed::pollUntil([this] { return cards().size() == 2; }, patience)); // The other is the overlay.
+    keyboard.tap(returnKey);                                                           // First row: stop.
     EXPECT_TRUE(windowShows(u"Hello world."_s));
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
     EXPECT_EQ(desktop.activeWindowTitle(), u"Target"_s);
 }
 
-TEST_F(FaceRun, anInsertionClosesThePanelFirst)
+TEST_F(UiEndToEndTest, insertionClosesPanelFirst)
 {
     startTray();
     openQtWindow();
@@ -338,7 +338,7 @@ TEST_F(FaceRun, anInsertionClosesThePanelFirst)
     EXPECT_TRUE(cardGoes());
 }
 
-TEST_F(FaceRun, thePlainMenuIsClosedByAnInsertionToo)
+TEST_F(UiEndToEndTest, insertionClosesPlainMenuFirst)
 {
     startTray();
     openQtWindow();
@@ -353,7 +353,7 @@ TEST_F(FaceRun, thePlainMenuIsClosedByAnInsertionToo)
     EXPECT_TRUE(cardGoes());
 }
 
-TEST_F(FaceRun, quitInThePanelEndsTalmo)
+TEST_F(UiEndToEndTest, quitInPanelQuitsTalmo)
 {
     startTray();
     startTalmoWithIcon();
@@ -363,7 +363,7 @@ TEST_F(FaceRun, quitInThePanelEndsTalmo)
     EXPECT_TRUE(testbed::waitUntil([this] { return !talmo->isRunning(); }, patience));
 }
 
-TEST_F(FaceRun, aSecondStartOpensTheSettingsOfTheFirstAndEnds)
+TEST_F(UiEndToEndTest, secondInstanceOpensSettingsOfFirstAndExits)
 {
     openQtWindow();
     startTalmo();
@@ -376,12 +376,12 @@ TEST_F(FaceRun, aSecondStartOpensTheSettingsOfTheFirstAndEnds)
         EXPECT_TRUE(desktop.waitForActiveWindow(u"Target"_s, patience));
     }
     EXPECT_TRUE(talmo->isRunning());
-    // Dictating goes on as before.
+    // Dictation still works.
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(u"Hello world."_s));
 }
 
-TEST_F(FaceRun, afterACrashTheNextTalmoIsTheFirst)
+TEST_F(UiEndToEndTest, nextInstanceIsFirstAfterCrash)
 {
     startTalmo();
     talmo->kill();
@@ -390,12 +390,12 @@ TEST_F(FaceRun, afterACrashTheNextTalmoIsTheFirst)
     EXPECT_EQ(quitTalmo(), 0);
 }
 
-TEST_F(FaceRun, aDictationIntoTalmosOwnSettingsLandsThere)
+TEST_F(UiEndToEndTest, dictatesIntoOwnSettingsWindow)
 {
     startTalmo();
     testbed::ChildProcess second(QStringLiteral(TALMO_BIN "/talmo"), {}, environment);
     ASSERT_TRUE(desktop.waitForActiveWindow(u"Talmo Settings"_s, patience));
-    // To the dictionary, and into its field.
+    // To the dictionary tab and its text field.
     keyboard.press(testbed::VirtualKeyboard::controlLeft);
     keyboard.tap(testbed::VirtualKeyboard::tab);
     keyboard.release(testbed::VirtualKeyboard::controlLeft);

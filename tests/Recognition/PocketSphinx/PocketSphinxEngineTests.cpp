@@ -12,7 +12,7 @@
 
 namespace talmo::test {
 
-TEST(EnglishModelLocale, standsForAnyEnglishAndForNoLanguageAtAll)
+TEST(EnglishModelLocale, acceptsAnyEnglishAndUnspecifiedLocale)
 {
     const QString all[] = {u"en"_s,          u"en_US"_s, u"en-GB"_s, u"en_AU.UTF-8"_s,
                            u"en_US@posix"_s, u"C"_s,     u"POSIX"_s, u"C.UTF-8"_s};
@@ -21,7 +21,7 @@ TEST(EnglishModelLocale, standsForAnyEnglishAndForNoLanguageAtAll)
     }
 }
 
-TEST(EnglishModelLocale, refusesOtherLanguagesAndGarbage)
+TEST(EnglishModelLocale, rejectsOtherLanguagesAndGarbage)
 {
     const QString all[] = {u"fr_FR"_s,
                            u"de"_s,
@@ -41,7 +41,7 @@ TEST(EnglishModelLocale, refusesOtherLanguagesAndGarbage)
     }
 }
 
-TEST(PocketSphinxEngine, withoutAModelSaysSoAndHowToGetIt)
+TEST(PocketSphinxEngine, missingModelErrorTellsHowToInstallIt)
 {
     const QTemporaryDir empty;
     const auto platform = platformWith(std::make_shared<PocketSphinxEngine>(empty.path()));
@@ -58,7 +58,7 @@ TEST(PocketSphinxEngine, withoutAModelSaysSoAndHowToGetIt)
     EXPECT_THROW(PocketSphinxDecoder::load(empty.path()), Error);
 }
 
-TEST(PocketSphinxEngine, aModelThatCannotBeLoadedFailsTheResults)
+TEST(PocketSphinxEngine, unloadableModelFailsResults)
 {
     const QTemporaryDir empty;
     const auto platform = platformWith(std::make_shared<PocketSphinxEngine>(empty.path()));
@@ -77,7 +77,7 @@ TEST(PocketSphinxEngine, aModelThatCannotBeLoadedFailsTheResults)
     EXPECT_TRUE(waitFor(started));
 }
 
-TEST(PocketSphinxEngine, dropsAFormatItDoesNotKnowAndSaysSoOnce)
+TEST(PocketSphinxEngine, dropsUnknownFormatAndLogsOnce)
 {
     RecordingLog log;
     const auto platform = platformWith(std::make_shared<PocketSphinxEngine>());

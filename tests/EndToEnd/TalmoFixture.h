@@ -11,42 +11,42 @@
 
 namespace talmo::test {
 
-/// Talmo itself, running on a desktop of its own, with a window in front that can be dictated into.
-class TalmoRun : public testing::Test {
+/// Talmo on its own virtual desktop, with an active window to dictate into.
+class TalmoFixture : public testing::Test {
 protected:
     static constexpr testbed::Patience patience = std::chrono::seconds(15);
     static constexpr quint32 key = testbed::VirtualKeyboard::controlRight;
 
-    TalmoRun();
-    ~TalmoRun() override;
+    TalmoFixture();
+    ~TalmoFixture() override;
 
     void startTalmo();
-    /// Starts it through a shell, which runs these commands first.
+    /// Starts it from a shell that runs these commands first.
     void startTalmoAfter(const QString &shellCommands);
-    /// A window whose title is "Target" and which says its text in lines "text: …".
+    /// Opens a window titled "Target" that prints its text in lines "text: …".
     void openWindow(const QString &program, const QStringList &arguments = {});
     void openQtWindow(const QString &delay = QStringLiteral("0"));
 
-    /// Waits for a line of Talmo's log that has not been waited for before.
+    /// Waits for a log line after the last one waited for.
     bool talmoSays(const QString &text);
     bool windowShows(const QString &text);
 
-    /// Speaks this into the microphone to its end.
+    /// Speaks this into the microphone; returns at the end.
     void speak(const QString &text);
-    /// The whole of a dictation: hold, speak, let go.
+    /// A whole dictation: hold, speak, release.
     void dictate(const QString &text);
 
-    /// Two taps at a person's pace.
+    /// Two taps at human speed.
     void doubleTap();
 
-    /// What an independent reader gets; empty when there is nothing.
+    /// The clipboard as another program reads it; empty if there is none.
     QByteArray clipboard(const QString &target = QStringLiteral("UTF8_STRING"));
     QByteArray selection(const QString &name, const QString &target = QStringLiteral("UTF8_STRING"));
     bool isClipboardEmpty();
-    /// Puts a text on the clipboard as another program would.
+    /// Copies a text as another program would.
     void copy(const QString &text, const QString &selectionName = QStringLiteral("clipboard"));
 
-    /// Ends Talmo as the desktop would; gives back its exit status.
+    /// Quits Talmo as the desktop does; returns its exit status.
     int quitTalmo();
 
     testbed::VirtualDesktop desktop;

@@ -1,6 +1,6 @@
-// What others on the machine get of Talmo: nothing.
+// What other processes can reach of Talmo: nothing.
 
-#include "EndToEnd/TalmoRun.h"
+#include "EndToEnd/TalmoFixture.h"
 
 #include "Support/Printing.h"
 
@@ -14,9 +14,9 @@ namespace talmo::test {
 
 namespace {
 
-class NeighbourRun : public TalmoRun {
+class IsolationEndToEndTest : public TalmoFixture {
 protected:
-    /// Descriptors of a process that a program it starts would get.
+    /// The process's descriptors that its children would inherit.
     static QStringList inheritable(const QString &process)
     {
         QStringList found;
@@ -29,7 +29,8 @@ protected:
             const QString text = QString::fromLatin1(file.readAll());
             const auto flags = text.section(u"flags:\t"_s, 1).section(u'\n', 0, 0).toUInt(nullptr, 8);
             if (name.toInt() > 2 && (flags & O_CLOEXEC) == 0) {
-                found.append(name + u' ' + QFile::symLinkTarget(u"/proc/%1/fd/%2"_s.arg(process, name)));
+                const QString target = QFile::symLinkTarget(u"/proc/%1/fd/%2"_s.arg(process, name));
+                found.append(name + u' ' + target.section(u'/', -1)); // A pipe has no folder of its own.
             }
         }
         return found;
@@ -44,20 +45,20 @@ protected:
 
 } // namespace
 
-TEST_F(NeighbourRun, programsThatTalmoStartsInheritNoDescriptors)
+TEST_F(IsolationEndToEndTest, childProcessesInheritNoDescriptors)
 {
     openQtWindow();
     startTalmo();
     dictate(u"hello world"_s);
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
-    // What the tests were started with, Talmo was started with too.
+    // Talmo inherits the test's own descriptors.
     const QStringList given = inheritable(u"self"_s);
     for (const auto &descriptor : inheritable(QString::number(talmo->processId()))) {
         EXPECT_TRUE(given.contains(descriptor)) << descriptor.toStdString();
     }
 }
 
-TEST_F(NeighbourRun, socketAndLockArePrivate)
+TEST_F(IsolationEndToEndTest, socketAndLockArePrivate)
 {
     startTalmo();
     const QString socket = environment.value(u"XDG_RUNTIME_DIR"_s) + u"/talmo"_s + environment.value(u"DISPLAY"_s);

@@ -1,4 +1,4 @@
-// What only a real clipboard must stand: other programs, honest and not.
+// The real clipboard against other programs, well-behaved and not.
 
 #include "Platform/Linux/X11/PasteFixture.h"
 #include "Support/RawSelectionOwner.h"
@@ -11,7 +11,7 @@ namespace talmo::test {
 
 using namespace std::chrono_literals;
 
-TEST_F(XcbPasteboardTest, readsEverythingThatAnotherProgramOffersPieceByPieceWhereItIsLarge)
+TEST_F(XcbPasteboardTest, readsAllOfferedTargetsIncrementallyIfLarge)
 {
     const auto owner = otherOwner();
     const auto all = read();
@@ -20,7 +20,7 @@ TEST_F(XcbPasteboardTest, readsEverythingThatAnotherProgramOffersPieceByPieceWhe
     EXPECT_EQ(dataOf(all, u"image/x-talmo-test"_s), image());
 }
 
-TEST_F(XcbPasteboardTest, aSnapshotOutlivesItsOwnerAndIsServedByteForByte)
+TEST_F(XcbPasteboardTest, snapshotOutlivesOwnerAndIsServedByteForByte)
 {
     auto owner = otherOwner();
     const auto items = pasteboard->items();
@@ -33,7 +33,7 @@ TEST_F(XcbPasteboardTest, aSnapshotOutlivesItsOwnerAndIsServedByteForByte)
     EXPECT_EQ(xclip(u"UTF8_STRING"_s), u"plain – text"_s.toUtf8());
 }
 
-TEST_F(XcbPasteboardTest, offersTextInTheTypesProgramsAskForAndMarksItSecret)
+TEST_F(XcbPasteboardTest, offersCommonTextTypesMarkedSecret)
 {
     pasteboard->setString(u"grün"_s);
     EXPECT_EQ(xclip(u"UTF8_STRING"_s), u"grün"_s.toUtf8());
@@ -81,7 +81,7 @@ TEST_F(XcbPasteboardTest, answersMultiple)
               static_cast<xcb_atom_t>(XCB_ATOM_NONE));
 }
 
-TEST_F(XcbPasteboardTest, neverConvertsTargetsThatDoSomethingToTheOwner)
+TEST_F(XcbPasteboardTest, neverConvertsTargetsWithSideEffects)
 {
     const RawSelectionOwner owner("CLIPBOARD", {{"UTF8_STRING", {"text", "UTF8_STRING"}},
                                                 {"DELETE", {"", "NULL"}},
@@ -94,7 +94,7 @@ TEST_F(XcbPasteboardTest, neverConvertsTargetsThatDoSomethingToTheOwner)
     EXPECT_THAT(owner.requestedTargets(), testing::ElementsAre("TARGETS", "UTF8_STRING"));
 }
 
-TEST_F(XcbPasteboardTest, skipsWhatAnOwnerOffersButDoesNotGive)
+TEST_F(XcbPasteboardTest, skipsOfferedTargetsThatFailToConvert)
 {
     const RawSelectionOwner owner("CLIPBOARD", {{"image/png", {"", "", 8, true}},
                                                 {"text/html", {"<i>", "text/html"}},
@@ -105,7 +105,7 @@ TEST_F(XcbPasteboardTest, skipsWhatAnOwnerOffersButDoesNotGive)
     EXPECT_EQ(all[1], (PasteboardRepresentation{u"NUMBERS"_s, QByteArray(8, 1), u"INTEGER"_s, 32}));
 }
 
-TEST_F(XcbPasteboardTest, anOwnerThatHangsCostsHalfASecondAndKeepsWhatItGaveBefore)
+TEST_F(XcbPasteboardTest, hangingOwnerTimesOutAfter500msKeepingPartialSnapshot)
 {
     const RawSelectionOwner owner(
         "CLIPBOARD",
@@ -117,12 +117,12 @@ TEST_F(XcbPasteboardTest, anOwnerThatHangsCostsHalfASecondAndKeepsWhatItGaveBefo
     EXPECT_EQ(all[0].data, "<i>");
     EXPECT_GE(took, 450ms);
     EXPECT_THAT(owner.requestedTargets(), testing::Not(testing::Contains("never")));
-    // And the next one works.
+    // The next read works.
     pasteboard->setString(u"on"_s);
     EXPECT_EQ(dataOf(read(), u"UTF8_STRING"_s), "on");
 }
 
-TEST_F(XcbPasteboardTest, aStoppedProgramDoesNotHoldItUp)
+TEST_F(XcbPasteboardTest, stoppedProgramDoesNotBlock)
 {
     const auto owner = otherOwner();
     ::kill(static_cast<pid_t>(owner->processId()), SIGSTOP);
@@ -130,7 +130,7 @@ TEST_F(XcbPasteboardTest, aStoppedProgramDoesNotHoldItUp)
     ::kill(static_cast<pid_t>(owner->processId()), SIGCONT);
 }
 
-TEST_F(XcbPasteboardTest, losesTheClipboardToWhoeverTakesIt)
+TEST_F(XcbPasteboardTest, losesOwnershipToAnotherProgram)
 {
     pasteboard->setString(u"mine"_s);
     EXPECT_EQ(dataOf(read(), u"UTF8_STRING"_s), "mine");
@@ -138,7 +138,7 @@ TEST_F(XcbPasteboardTest, losesTheClipboardToWhoeverTakesIt)
     EXPECT_EQ(dataOf(read(), u"UTF8_STRING"_s), "theirs");
 }
 
-TEST_F(XcbPasteTest, aSlowProgramStillGetsTheNewTextAndTheClipboardComesBack)
+TEST_F(XcbPasteTest, slowProgramGetsNewTextAndClipboardIsRestored)
 {
     openWindow(u"300"_s);
     const RawSelectionOwner owner("CLIPBOARD", {{"UTF8_STRING", {"old", "UTF8_STRING"}}});
@@ -148,7 +148,7 @@ TEST_F(XcbPasteTest, aSlowProgramStillGetsTheNewTextAndTheClipboardComesBack)
     EXPECT_EQ(xclip(u"UTF8_STRING"_s), "old");
 }
 
-TEST_F(XcbPasteTest, anEmptyClipboardIsEmptyAgain)
+TEST_F(XcbPasteTest, emptyClipboardIsRestoredToEmpty)
 {
     openWindow();
     paste(u"new"_s);
@@ -157,7 +157,7 @@ TEST_F(XcbPasteTest, anEmptyClipboardIsEmptyAgain)
     EXPECT_TRUE(read().isEmpty());
 }
 
-TEST_F(XcbPasteTest, whatTheUserCopiesAfterTheRestoreWasCalledForIsKept)
+TEST_F(XcbPasteTest, keepsWhatUserCopiesAfterRestoreRequest)
 {
     paste(u"new"_s);
     EXPECT_EQ(xclip(u"UTF8_STRING"_s), "new");
@@ -166,7 +166,7 @@ TEST_F(XcbPasteTest, whatTheUserCopiesAfterTheRestoreWasCalledForIsKept)
     EXPECT_EQ(xclip(u"UTF8_STRING"_s), "copied");
 }
 
-TEST_F(XcbPasteTest, aSecondPasteWaitsForTheFirstOnesRestore)
+TEST_F(XcbPasteTest, secondPasteWaitsForFirstRestore)
 {
     openWindow(u"200"_s);
     const RawSelectionOwner owner("CLIPBOARD", {{"UTF8_STRING", {"old", "UTF8_STRING"}}});
@@ -177,7 +177,7 @@ TEST_F(XcbPasteTest, aSecondPasteWaitsForTheFirstOnesRestore)
     EXPECT_EQ(xclip(u"UTF8_STRING"_s), "old");
 }
 
-TEST_F(XcbPasteTest, shuttingDownCompletesAPendingRestore)
+TEST_F(XcbPasteTest, shutdownCompletesPendingRestore)
 {
     openWindow(u"300"_s);
     const RawSelectionOwner owner("CLIPBOARD", {{"UTF8_STRING", {"old", "UTF8_STRING"}}});

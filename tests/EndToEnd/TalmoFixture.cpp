@@ -1,31 +1,31 @@
-#include "EndToEnd/TalmoRun.h"
+#include "EndToEnd/TalmoFixture.h"
 
 #include "SpokenText.h"
 #include "Support/Printing.h"
 
 namespace talmo::test {
 
-TalmoRun::TalmoRun()
+TalmoFixture::TalmoFixture()
     : sound(std::make_unique<testbed::SoundServer>(desktop.folder() + u"/sound"_s, environment))
 {
     environment.insert(u"QT_LOGGING_RULES"_s, u"talmo.general.debug=true"_s);
 }
 
-TalmoRun::~TalmoRun()
+TalmoFixture::~TalmoFixture()
 {
     if (HasFailure() && talmo) {
         ADD_FAILURE() << "Talmo's log:\n" << talmo->output().toStdString();
     }
 }
 
-void TalmoRun::startTalmo()
+void TalmoFixture::startTalmo()
 {
     talmo = std::make_unique<testbed::ChildProcess>(QStringLiteral(TALMO_BIN "/talmo"), QStringList{}, environment);
     m_talmoLines = 0;
     ASSERT_TRUE(talmoSays(u"ready:"_s));
 }
 
-void TalmoRun::startTalmoAfter(const QString &shellCommands)
+void TalmoFixture::startTalmoAfter(const QString &shellCommands)
 {
     talmo = std::make_unique<testbed::ChildProcess>(
         u"sh"_s, QStringList{u"-ec"_s, shellCommands + u"\nexec " TALMO_BIN "/talmo"_s}, environment);
@@ -33,18 +33,18 @@ void TalmoRun::startTalmoAfter(const QString &shellCommands)
     ASSERT_TRUE(talmoSays(u"ready:"_s));
 }
 
-void TalmoRun::openWindow(const QString &program, const QStringList &arguments)
+void TalmoFixture::openWindow(const QString &program, const QStringList &arguments)
 {
     window = std::make_unique<testbed::ChildProcess>(program, arguments, environment);
     ASSERT_TRUE(desktop.waitForActiveWindow(u"Target"_s, patience));
 }
 
-void TalmoRun::openQtWindow(const QString &delay)
+void TalmoFixture::openQtWindow(const QString &delay)
 {
     openWindow(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Target"_s, delay});
 }
 
-bool TalmoRun::talmoSays(const QString &text)
+bool TalmoFixture::talmoSays(const QString &text)
 {
     const bool found = talmo->waitForLine(text, patience, m_talmoLines).has_value();
     while (found && !talmo->lines()[m_talmoLines].text.contains(text)) {
@@ -54,17 +54,17 @@ bool TalmoRun::talmoSays(const QString &text)
     return found;
 }
 
-bool TalmoRun::windowShows(const QString &text)
+bool TalmoFixture::windowShows(const QString &text)
 {
     return window->waitForLine(u"text: "_s + text, patience).has_value();
 }
 
-void TalmoRun::speak(const QString &text)
+void TalmoFixture::speak(const QString &text)
 {
     sound->play(testbed::speak(text, desktop.folder()));
 }
 
-void TalmoRun::dictate(const QString &text)
+void TalmoFixture::dictate(const QString &text)
 {
     keyboard.press(key);
     ASSERT_TRUE(talmoSays(u"state: recording"_s));
@@ -72,7 +72,7 @@ void TalmoRun::dictate(const QString &text)
     keyboard.release(key);
 }
 
-void TalmoRun::doubleTap()
+void TalmoFixture::doubleTap()
 {
     constexpr testbed::Patience step = std::chrono::milliseconds(40);
     keyboard.press(key);
@@ -84,12 +84,12 @@ void TalmoRun::doubleTap()
     keyboard.release(key);
 }
 
-QByteArray TalmoRun::clipboard(const QString &target)
+QByteArray TalmoFixture::clipboard(const QString &target)
 {
     return selection(u"clipboard"_s, target);
 }
 
-QByteArray TalmoRun::selection(const QString &name, const QString &target)
+QByteArray TalmoFixture::selection(const QString &name, const QString &target)
 {
     QProcess process;
     process.setProcessEnvironment(environment);
@@ -98,12 +98,12 @@ QByteArray TalmoRun::selection(const QString &name, const QString &target)
     return process.exitCode() == 0 ? process.readAllStandardOutput() : QByteArray();
 }
 
-bool TalmoRun::isClipboardEmpty()
+bool TalmoFixture::isClipboardEmpty()
 {
     return clipboard(u"TARGETS"_s).isEmpty();
 }
 
-void TalmoRun::copy(const QString &text, const QString &selectionName)
+void TalmoFixture::copy(const QString &text, const QString &selectionName)
 {
     // In the foreground, so that it ends with the test.
     auto copier = std::make_unique<testbed::ChildProcess>(
@@ -114,7 +114,7 @@ void TalmoRun::copy(const QString &text, const QString &selectionName)
     ASSERT_TRUE(testbed::pollUntil([&] { return selection(selectionName) == text.toUtf8() + '\n'; }, patience));
 }
 
-int TalmoRun::quitTalmo()
+int TalmoFixture::quitTalmo()
 {
     return talmo->terminate();
 }

@@ -2,6 +2,7 @@
 
 #include "Input/Audio/SpeexAudioConverter.h"
 #include "Recognition/FileTranscription.h"
+#include "Recognition/PocketSphinx/MicrophoneMemory.h"
 #include "SpokenText.h"
 #include "Support/ManualClock.h"
 #include "Support/Printing.h"
@@ -9,7 +10,6 @@
 #include "Support/TestLoop.h"
 #include "Support/Tones.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
@@ -20,7 +20,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// A recogniser with these words, which is told to transcribe what a voice says.
+/// Transcribes synthesised speech with this vocabulary.
 class Listener {
 public:
     explicit Listener(const PersonalVocabulary &vocabulary = {}, MicrophoneKnowledge microphone = {})
@@ -54,104 +54,19 @@ private:
     std::shared_ptr<SpeechTranscriptionService> m_service;
 };
 
-Pronunciation pronunciation(Pronunciation::SoundsLike soundsLike = {})
-{
-    static const QHash<QString, QByteArray> dictionary{
-        {u"cloud"_s, "K L AW D"}, {u"formation"_s, "F AO R M EY SH AH N"}, {u"win"_s, "W IH N"}};
-    return Pronunciation([](const QString &word) { return dictionary.value(word); }, std::move(soundsLike));
-}
-
 } // namespace
 
-TEST(SpokenParts, areTheWordsThatASpellingIsMadeOf)
-{
-    EXPECT_EQ(spokenParts(u"CloudFormation"_s), (QStringList{u"Cloud"_s, u"Formation"_s}));
-    EXPECT_EQ(spokenParts(u"Xylophone Works"_s), (QStringList{u"Xylophone"_s, u"Works"_s}));
-    EXPECT_EQ(spokenParts(u"MySQLServer"_s), (QStringList{u"My"_s, u"SQL"_s, u"Server"_s}));
-    EXPECT_EQ(spokenParts(u"O'Neill-Smith"_s), (QStringList{u"O"_s, u"Neill"_s, u"Smith"_s}));
-    EXPECT_EQ(spokenParts(u"Kubernetes"_s), QStringList{u"Kubernetes"_s});
-    EXPECT_EQ(spokenParts(u"Mary's"_s), QStringList{u"Mary's"_s});
-    EXPECT_EQ(spokenParts(u"k8s"_s), (QStringList{u"k"_s, u"8"_s, u"s"_s}));
-    EXPECT_EQ(spokenParts(u"!!!"_s), QStringList());
-}
-
-TEST(Pronunciation, takesKnownWordsFromTheDictionaryAndSpellsOutTheRest)
-{
-    EXPECT_EQ(pronunciation().of(u"CloudFormation"_s), "K L AW D F AO R M EY SH AH N");
-    EXPECT_EQ(pronunciation().of(u"SQL"_s), "EH S K Y UW EH L");
-    EXPECT_EQ(pronunciation().of(u"Grafana"_s).split(' ').first(), "G");
-    EXPECT_EQ(pronunciation().of(u"日本"_s), "");
-    EXPECT_EQ(pronunciation().of({}), "");
-}
-
-TEST(Pronunciation, theUserKnowsBetter)
-{
-    EXPECT_EQ(pronunciation({{u"nguyen"_s, u"win"_s}}).of(u"Nguyen"_s), "W IH N");
-    EXPECT_EQ(pronunciation({{u"cloud"_s, u"win"_s}}).of(u"Cloud"_s), "W IH N");
-}
-
-TEST(Pronunciation, accentsAreNoObstacle)
-{
-    EXPECT_EQ(pronunciation().of(u"Zsófia"_s), pronunciation().of(u"Zsofia"_s));
-    EXPECT_EQ(pronunciation().of(u"Wrocław"_s), pronunciation().of(u"Wroclaw"_s));
-}
-
-TEST(Pronunciation, readsWhatTheUserWrote)
-{
-    const QTemporaryDir folder;
-    QFile file(folder.filePath(u"pronunciations.txt"_s));
-    ASSERT_TRUE(file.open(QFile::WriteOnly));
-    file.write("# names\nNguyen = win\n\ngarbage\n= nothing\nSiobhan=shiv awn\nempty =\n\xff\xfe = x\n");
-    file.close();
-    const auto read = Pronunciation::readSoundsLike(file.fileName());
-    EXPECT_EQ(read.value(u"nguyen"_s), u"win"_s);
-    EXPECT_EQ(read.value(u"siobhan"_s), u"shiv awn"_s);
-    EXPECT_EQ(read.size(), 3);
-    EXPECT_TRUE(Pronunciation::readSoundsLike(folder.filePath(u"none"_s)).isEmpty());
-}
-
-TEST(MicrophoneMemory, lastsFromOneRunToTheNext)
-{
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(u"state/talmo/microphones.json"_s);
-    {
-        MicrophoneMemory memory(path);
-        EXPECT_TRUE(memory.recall(u"desk"_s).isEmpty());
-        memory.remember(u"desk"_s, {40, -3.5, 1});
-        memory.remember(u"lap"_s, {20, 1, 1});
-        EXPECT_EQ(memory.recall(u"desk"_s), (MicrophoneMemory::Mean{40, -3.5, 1}));
-    }
-    EXPECT_EQ(MicrophoneMemory(path).recall(u"desk"_s), (MicrophoneMemory::Mean{40, -3.5, 1}));
-}
-
-TEST(MicrophoneMemory, whatCannotBeReadIsLearntAgain)
-{
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(u"microphones.json"_s);
-    for (const QByteArray content : {"{\"desk\": [1, 2", "[]", "{\"desk\": \"x\"}", "{\"desk\": [1, \"x\"]}",
-                                     "{\"desk\": [1e300, 2]}", "{\"desk\": [null]}", ""}) {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QFile::WriteOnly));
-        file.write(content);
-        file.close();
-        EXPECT_TRUE(MicrophoneMemory(path).recall(u"desk"_s).isEmpty()) << content.constData();
-    }
-    MicrophoneMemory nowhere(u"/proc/nowhere/microphones.json"_s);
-    nowhere.remember(u"desk"_s, {1});
-    EXPECT_EQ(nowhere.recall(u"desk"_s), MicrophoneMemory::Mean{1});
-}
-
-TEST(EmbeddedRecogniser, hearsPersonalWordsAndSpellsThemAsTheUserDoes)
+TEST(EmbeddedRecogniser, recognisesCustomVocabularyInUsersSpelling)
 {
     Listener listener({{u"Kubernetes"_s, u"CloudFormation"_s}, {}});
     EXPECT_TRUE(listener.hears(u"the kubernetes cluster"_s).contains(u"Kubernetes"_s));
     EXPECT_TRUE(listener.hears(u"we used cloud formation before that"_s).contains(u"CloudFormation"_s));
-    // Taken out of the list, it is heard as what it sounds like again.
+    // Removed from the list, it is recognised as similar-sounding words again.
     listener.setVocabulary({});
     EXPECT_FALSE(listener.hears(u"the kubernetes cluster"_s).contains(u"Kubernetes"_s));
 }
 
-TEST(EmbeddedRecogniser, anyListOfWordsWillDo)
+TEST(EmbeddedRecogniser, acceptsAnyVocabulary)
 {
     QStringList words{u"日本"_s,  u"!!!"_s,   u"two\nlines"_s, u"hello"_s,
                       u"hello"_s, u"(odd)"_s, u"<s>"_s,        QString(3000, QLatin1Char('x'))};
@@ -162,7 +77,7 @@ TEST(EmbeddedRecogniser, anyListOfWordsWillDo)
     EXPECT_FALSE(listener.hears(u"thank you very much"_s).isEmpty());
 }
 
-TEST(EmbeddedRecogniser, hearsCommandsBesidePausesAndNowhereElse)
+TEST(EmbeddedRecogniser, recognisesCommandsOnlyNextToPauses)
 {
     Listener listener;
     EXPECT_TRUE(listener.hears(u"water the plants, new line, feed the cat"_s).contains(u" new line "_s));
@@ -171,7 +86,7 @@ TEST(EmbeddedRecogniser, hearsCommandsBesidePausesAndNowhereElse)
     EXPECT_FALSE(listener.hears(u"the new lion at the zoo is very young"_s).contains(u"new line"_s));
 }
 
-TEST(EmbeddedRecogniser, knowsAMicrophoneAgain)
+TEST(EmbeddedRecogniser, reusesKnownMicrophoneCalibration)
 {
     const auto memory = std::make_shared<MicrophoneMemory>();
     Listener listener({}, {[] { return u"desk"_s; }, memory});
@@ -181,7 +96,7 @@ TEST(EmbeddedRecogniser, knowsAMicrophoneAgain)
     EXPECT_EQ(next.hears(u"thank you very much"_s), u"thank you very much"_s);
 }
 
-TEST(EmbeddedRecogniser, hearsRequestsForAListAtTheEndOnly)
+TEST(EmbeddedRecogniser, recognisesListRequestsOnlyAtTheEnd)
 {
     Listener listener;
     EXPECT_EQ(listener.hears(u"call the bank and pay the rent as bullet points"_s),
@@ -189,24 +104,24 @@ TEST(EmbeddedRecogniser, hearsRequestsForAListAtTheEndOnly)
     EXPECT_EQ(listener.hears(u"as the list shows we are late"_s), u"as the list shows we are late"_s);
 }
 
-TEST(EmbeddedRecogniser, hearsThroughNoise)
+TEST(EmbeddedRecogniser, recognisesSpeechInNoise)
 {
     Listener listener;
     constexpr double loudNoise = 0.02;
-    listener.hearsNoisy(u"thank you very much"_s, loudNoise); // By which it learns what it sounds like here.
+    listener.hearsNoisy(u"thank you very much"_s, loudNoise); // Calibrates the microphone.
     for (const auto &text :
          {u"see you tomorrow"_s, u"hello world"_s, u"it takes about an hour to drive to the airport"_s}) {
         EXPECT_EQ(listener.hearsNoisy(text, loudNoise), text);
     }
 }
 
-TEST(EmbeddedRecogniser, takesNoMonotonousVoiceForMusic)
+TEST(EmbeddedRecogniser, doesNotMistakeMonotonousVoiceForMusic)
 {
     Listener listener;
     EXPECT_EQ(listener.hearsNoisy(u"we will meet again on monday"_s, 0.002), u"we will meet again on monday"_s);
 }
 
-TEST(EmbeddedRecogniser, hearsNoWordsInChords)
+TEST(EmbeddedRecogniser, recognisesNoWordsInChords)
 {
     const QTemporaryDir folder;
     const QString file = folder.filePath(u"chords.wav"_s);
