@@ -13,6 +13,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QStandardPaths>
 
 #include <algorithm>
 #include <functional>
@@ -72,6 +73,21 @@ QByteArray identityOf(const SpeechEngine &engine)
     return parts.join(QLatin1Char('\n')).toUtf8();
 }
 
+bool isNoted(const SpeechEngine &engine, const QString &note)
+{
+    QFile file(note);
+    return file.open(QFile::ReadOnly) && file.readAll() == identityOf(engine);
+}
+
+void writeNote(const SpeechEngine &engine, const QString &note)
+{
+    try {
+        PrivateFile::write(note, identityOf(engine));
+    } catch (const Error &error) { // It is checked again next time.
+        generalLog().info("a checked model could not be noted: %@", {error.localizedDescription()});
+    }
+}
+
 } // namespace
 
 QString ModelReport::description() const
@@ -98,7 +114,7 @@ ModelReport ModelReport::fromOutput(const QString &output)
     return {number("secondsToLoad"), number("megabytes"), number("shareOfSpeech")};
 }
 
-ModelReport measureApart(const QString &neuralLibrary, const QString &modelFolder)
+ModelReport measureApart(const QString &neuralLibrary, const QString &model, ModelTrial trial)
 {
     constexpr int patience = 120000;
     const QString program = QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("talmoctl"));
@@ -108,38 +124,55 @@ ModelReport measureApart(const QString &neuralLibrary, const QString &modelFolde
     if (!neuralLibrary.isEmpty()) {
         arguments += {QStringLiteral("--library"), neuralLibrary};
     }
-    process.start(program, arguments + QStringList{modelFolder});
+    if (trial == ModelTrial::Load) {
+        arguments += QStringLiteral("--load-only");
+    }
+    process.start(program, arguments + QStringList{model});
     if (!process.waitForFinished(patience)) {
         process.kill();
         process.waitForFinished();
-        throw Error(QStringLiteral("The model in %1 could not be checked: %2").arg(modelFolder, process.errorString()));
+        throw Error(QStringLiteral("The model in %1 could not be checked: %2").arg(model, process.errorString()));
     }
     if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
         const QString output = QString::fromUtf8(process.readAll()).trimmed();
-        throw Error(QStringLiteral("The model in %1 cannot be used: %2")
-                        .arg(modelFolder, output.section(QLatin1Char('\n'), -1)));
+        throw UnusableModel(
+            QStringLiteral("The model in %1 cannot be used: %2").arg(model, output.section(QLatin1Char('\n'), -1)));
     }
     return ModelReport::fromOutput(QString::fromUtf8(process.readAll()));
 }
 
 void checkModelOnce(const SpeechEngine &engine, const QString &neuralLibrary, const QString &modelFolder)
 {
-    const QByteArray identity = identityOf(engine);
-    QFile note(QDir(modelFolder).filePath(QStringLiteral(".talmo-checked")));
-    if (note.open(QFile::ReadOnly) && note.readAll() == identity) {
+    const QString note = QDir(modelFolder).filePath(QStringLiteral(".talmo-checked"));
+    if (!isNoted(engine, note)) {
+        measureApart(neuralLibrary, modelFolder);
+        writeNote(engine, note);
+    }
+}
+
+void checkEmbeddedOnce(SpeechEngine &engine)
+{
+    const QString folder =
+        QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + QStringLiteral("/talmo");
+    const QString note = folder + QStringLiteral("/embedded-model-checked");
+    if (!engine.problem().isEmpty() || isNoted(engine, note)) {
         return;
     }
-    note.close();
-    measureApart(neuralLibrary, modelFolder);
     try {
-        PrivateFile::write(note.fileName(), identity);
-    } catch (const Error &error) { // It is checked again next time.
-        generalLog().info("a checked model could not be noted: %@", {error.localizedDescription()});
+        measureApart({}, engine.id(), ModelTrial::Load);
+        PrivateFile::makeFolder(folder);
+        writeNote(engine, note);
+    } catch (const UnusableModel &error) {
+        generalLog().error("the embedded engine is not used: %@", {error.localizedDescription()});
+        engine.refuse(QStringLiteral(QT_TRANSLATE_NOOP(
+            "Talmo", "The built-in speech model is damaged. Reinstall the package pocketsphinx-en-us.")));
+    } catch (const Error &error) {
+        generalLog().info("the embedded model could not be checked: %@", {error.localizedDescription()});
     }
 }
 
 /// A model can load and still fail over the first sound.
-ModelReport measure(SpeechEngine &engine, const std::function<double()> &usedMegabytes)
+ModelReport measure(SpeechEngine &engine, const std::function<double()> &usedMegabytes, ModelTrial trial)
 {
     const auto sound = someSound();
     const auto hear = [&engine, &sound] {
@@ -152,7 +185,9 @@ ModelReport measure(SpeechEngine &engine, const std::function<double()> &usedMeg
     ModelReport report;
     const double before = usedMegabytes();
     report.secondsToLoad = secondsOf([&engine] { engine.warmUp(); });
-    report.shareOfSpeech = secondsOf(hear) * double(sampleRate) / double(sound.size());
+    if (trial == ModelTrial::Hear) {
+        report.shareOfSpeech = secondsOf(hear) * double(sampleRate) / double(sound.size());
+    }
     report.megabytes = usedMegabytes() - before;
     return report;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Base/Error.h"
 #include "Recognition/SpeechEngine.h"
 
 #include <QString>
@@ -23,15 +24,30 @@ struct ModelReport {
     static ModelReport fromOutput(const QString &output);
 };
 
+/// A model that makes the process fail that loads it.
+class UnusableModel : public Error {
+public:
+    using Error::Error;
+};
+
+/// How thoroughly a model is tried.
+enum class ModelTrial { Load, Hear };
+
 /// Loads the engine's model in this process and lets it hear ten seconds. `usedMegabytes`: of this process. Throws
 /// Error.
-ModelReport measure(SpeechEngine &engine, const std::function<double()> &usedMegabytes);
+ModelReport measure(SpeechEngine &engine, const std::function<double()> &usedMegabytes,
+                    ModelTrial trial = ModelTrial::Hear);
 
 /// The same in a child process, because some libraries abort on an invalid model. Waits, up to two minutes.
-/// `neuralLibrary`: as in EngineFactories::Options. Throws Error.
-ModelReport measureApart(const QString &neuralLibrary, const QString &modelFolder);
+/// `neuralLibrary`: as in EngineFactories::Options. `model`: a model folder, or "embedded". Throws UnusableModel, or
+/// Error if the model could not be tried.
+ModelReport measureApart(const QString &neuralLibrary, const QString &model, ModelTrial trial = ModelTrial::Hear);
 
 /// measureApart(), unless the engine's files are those that passed before, as noted in the model's folder.
 void checkModelOnce(const SpeechEngine &engine, const QString &neuralLibrary, const QString &modelFolder);
+
+/// Refuses the embedded engine if its model cannot be loaded. What passed is noted in the user's cache. On a thread
+/// that may wait for half a second.
+void checkEmbeddedOnce(SpeechEngine &engine);
 
 } // namespace talmo

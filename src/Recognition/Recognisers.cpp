@@ -104,6 +104,8 @@ Recognisers Recognisers::make(const std::shared_ptr<SerialExecutor> &executor, c
     configuration.install = install;
     configuration.releaseMemory = options.releaseMemory;
     parts.engines = std::make_shared<EngineRegistry>(executor, clock, configuration);
+    // Ahead of any recording, since a damaged model would end the process.
+    executor->post([embedded = factories.embedded] { checkEmbeddedOnce(*embedded); });
     *enginesLater = parts.engines;
     return parts;
 }

@@ -29,6 +29,9 @@ public:
     /// The library and model files. When one of them changes, the model has to be checked again.
     virtual QStringList files() const = 0;
 
+    /// From now on `problem` is why it cannot be used.
+    virtual void refuse(const QString &problem) = 0;
+
     /// Takes effect with the next recording.
     virtual void setVocabulary(const PersonalVocabulary &vocabulary) = 0;
 

@@ -68,10 +68,12 @@ QCoro::Task<int> runEngines(Invocation /*invocation*/)
 
 QCoro::Task<int> runCheckModel(Invocation invocation)
 {
-    const QString folder = invocation.arguments->positionalArguments().first();
+    const QString model = invocation.arguments->positionalArguments().first();
     const EngineFactories factories = EngineFactories::standard({invocation.value("library"), {}});
-    const auto engine = factories.forModel(folder).make(QString(), folder);
-    const ModelReport report = measure(*engine, &ProcessMemory::usedMegabytes);
+    const auto engine =
+        model == EngineRegistry::embeddedChoice ? factories.embedded : factories.forModel(model).make(QString(), model);
+    const auto trial = invocation.has("load-only") ? ModelTrial::Load : ModelTrial::Hear;
+    const ModelReport report = measure(*engine, &ProcessMemory::usedMegabytes, trial);
     writeLine(invocation.has("json") ? report.toLine() : QStringLiteral("usable (%1)").arg(report.description()));
     co_return EXIT_SUCCESS;
 }
@@ -93,7 +95,7 @@ Command checkModelCommand()
             QStringLiteral("Load a model, run 10 s of audio through it, and report timing and memory."),
             QStringLiteral("FOLDER"),
             {option("library", "file", "Load this engine library instead of searching for one."),
-             flag("json", "Print the report as JSON.")},
+             flag("load-only", "Only load the model."), flag("json", "Print the report as JSON.")},
             &runCheckModel};
 }
 

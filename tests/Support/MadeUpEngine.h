@@ -22,6 +22,7 @@ public:
     QStringList languages() const override { return {m_language}; }
     bool speaks(const QString &locale) const override { return locale.startsWith(m_language); }
     QString problem() const override { return currentProblem; }
+    void refuse(const QString &problem) override { currentProblem = problem; }
     QStringList files() const override { return {}; }
     void setVocabulary(const PersonalVocabulary &vocabulary) override { words = vocabulary.words; }
     std::unique_ptr<RecordingDecoder> makeDecoder(RecordingDecoder::Publish publish) override

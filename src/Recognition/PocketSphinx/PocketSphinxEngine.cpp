@@ -1,5 +1,6 @@
 #include "Recognition/PocketSphinx/PocketSphinxEngine.h"
 
+#include <QDirIterator>
 #include <QRegularExpression>
 
 #include <utility>
@@ -47,16 +48,29 @@ bool PocketSphinxEngine::speaks(const QString &locale) const
 
 QString PocketSphinxEngine::problem() const
 {
-    return PocketSphinxDecoder::isModelInstalled(m_pool->modelFolder())
-               ? QString()
-               : QStringLiteral(QT_TRANSLATE_NOOP(
-                     "Talmo", "The speech model isn't installed. Install the package pocketsphinx-en-us."));
+    if (!PocketSphinxDecoder::isModelInstalled(m_pool->modelFolder())) {
+        return QStringLiteral(
+            QT_TRANSLATE_NOOP("Talmo", "The speech model isn't installed. Install the package pocketsphinx-en-us."));
+    }
+    const std::scoped_lock lock(m_mutex);
+    return m_refusal;
 }
 
-/// Debian verifies its packages, so this model is not verified again.
+void PocketSphinxEngine::refuse(const QString &problem)
+{
+    const std::scoped_lock lock(m_mutex);
+    m_refusal = problem;
+}
+
 QStringList PocketSphinxEngine::files() const
 {
-    return {};
+    QStringList paths;
+    QDirIterator iterator(m_pool->modelFolder(), QDir::Files, QDirIterator::Subdirectories);
+    while (iterator.hasNext()) {
+        paths.append(iterator.next());
+    }
+    paths.sort();
+    return paths;
 }
 
 std::unique_ptr<RecordingDecoder> PocketSphinxEngine::makeDecoder(RecordingDecoder::Publish publish)

@@ -5,6 +5,7 @@
 #include "Recognition/SpeechEngine.h"
 
 #include <memory>
+#include <mutex>
 #include <optional>
 
 namespace talmo {
@@ -25,6 +26,7 @@ public:
     QStringList languages() const override { return {QStringLiteral("en")}; }
     bool speaks(const QString &locale) const override;
     QString problem() const override;
+    void refuse(const QString &problem) override;
     QStringList files() const override;
     void setVocabulary(const PersonalVocabulary &vocabulary) override { m_pool->setVocabulary(vocabulary); }
     std::unique_ptr<RecordingDecoder> makeDecoder(RecordingDecoder::Publish publish) override;
@@ -39,6 +41,8 @@ public:
 private:
     std::shared_ptr<PocketSphinxDecoderPool> m_pool;
     MicrophoneKnowledge m_microphone;
+    mutable std::mutex m_mutex;
+    QString m_refusal;
 };
 
 /// The model's locale for any kind of English, and for a system without a language ("C", "POSIX").

@@ -188,6 +188,12 @@ QString SherpaEngine::problem() const
                      QT_TRANSLATE_NOOP("Talmo", "This speech model can no longer be used. Install it again."));
 }
 
+/// One sentence serves for every reason; the log has the reason.
+void SherpaEngine::refuse(const QString & /*problem*/)
+{
+    m_loaded->giveUp();
+}
+
 QStringList SherpaEngine::files() const
 {
     QStringList paths{m_loaded->library().path()};

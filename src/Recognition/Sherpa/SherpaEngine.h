@@ -21,6 +21,7 @@ public:
     QStringList languages() const override { return m_model.languages; }
     bool speaks(const QString &locale) const override;
     QString problem() const override;
+    void refuse(const QString &problem) override;
     QStringList files() const override;
     void setVocabulary(const PersonalVocabulary &vocabulary) override;
     std::unique_ptr<RecordingDecoder> makeDecoder(RecordingDecoder::Publish publish) override;
