@@ -12,7 +12,7 @@ _talmoctl() {
     instructions) options="--tone --concise --no-concise --bullets --word --no-words --raw --help" ;;
     transcribe) options="--live --language --engine --help" ;;
     engines | restore-clipboard) options="--help" ;;
-    check-model) options="--library --json --help" ;;
+    check-model) options="--library --load-only --json --help" ;;
     model) options="--help" ;;
     *) return ;;
   esac
