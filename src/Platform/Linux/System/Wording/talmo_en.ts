@@ -379,5 +379,145 @@
         <source>The connection to the sound server was lost. Try again.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>The operation was cancelled.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nothing has been dictated yet.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The text is too long.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The request took too long to arrive.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Unknown request.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no earlier clipboard to restore.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Talmo did not respond.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The window is not responding. The text is on the clipboard and will be inserted when the window recovers.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No window has keyboard focus. The text is on the clipboard: paste it with %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Another program has grabbed the keyboard. The text is on the clipboard: paste it with %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This keyboard layout has no key for pasting. The text is on the clipboard: paste it from a menu.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The active window changed. The text is on the clipboard: paste it with %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Another program replaced the clipboard. Choose “Copy Last Dictation” from the icon&apos;s menu.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No window accepted the text. It is on the clipboard: paste it with %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>disabled in the settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no model server is running on this machine</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not checked yet</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Part of the clipboard was lost: it held more than Talmo can keep. Copy it again if you need it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Part of the clipboard was lost: its application did not provide it in time. Copy it again if you need it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The built-in speech model is damaged. Reinstall the package pocketsphinx-en-us.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The connection timed out.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Downloading: </source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Verifying</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Unpacking</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Testing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Talmo cannot write to its folder for models. Check the folder&apos;s permissions.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Another model is being installed or removed. Try again when that has finished.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The server cannot resume this download; starting over.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The server resumed at the wrong offset.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The server sent more data than announced.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The connection closed before the download was complete.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The speech model isn&apos;t installed. Install the package pocketsphinx-en-us.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This speech model can no longer be used. Install it again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy Last Dictation</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Restore Earlier Clipboard</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>
