@@ -188,7 +188,8 @@ void RecogniserSection::rereadInstallation()
         m_progress->setValue(static_cast<int>(installation->share.value_or(0) * progressSteps));
         m_progressText->setText(installation->description);
     }
-    m_modelProblem->setText(m_settings->problem().isEmpty() ? m_settings->obstacle() : m_settings->problem());
+    m_modelProblem->setText(m_settings->problem().isEmpty() ? m_settings->obstacle()
+                                                            : Wording::errorText(m_settings->problem()));
 }
 
 } // namespace talmo

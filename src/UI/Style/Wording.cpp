@@ -1,5 +1,7 @@
 #include "UI/Style/Wording.h"
 
+#include "Insertion/PasteReceipt.h"
+
 #include <QCoreApplication>
 
 namespace talmo::Wording {
@@ -21,14 +23,22 @@ QString textWithKey(const char *source, const QString &keyName)
 
 QString errorText(const QString &description)
 {
-    QString whole = text(description);
-    const QString separator = QStringLiteral(": ");
-    const auto end = description.indexOf(separator);
-    if (whole != description || end < 0) {
+    if (const QString whole = text(description); whole != description) {
         return whole;
     }
+    for (const auto &shortcut : pasteShortcuts()) {
+        const QString source = QString(description).replace(shortcut, QStringLiteral("%1"));
+        if (const QString translated = text(source); translated != source) {
+            return translated.arg(shortcut);
+        }
+    }
+    const QString separator = QStringLiteral(": ");
+    const auto end = description.indexOf(separator);
+    if (end < 0) {
+        return description;
+    }
     const auto prefixLength = end + separator.size();
-    return text(description.left(prefixLength)) + description.mid(prefixLength);
+    return text(description.left(prefixLength)) + errorText(description.mid(prefixLength));
 }
 
 } // namespace talmo::Wording

@@ -8,8 +8,10 @@
 
 #include <gmock/gmock.h>
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QStringList>
+#include <QTranslator>
 #include <QXmlStreamReader>
 
 #include <map>
@@ -65,6 +67,28 @@ TEST(Wording, withoutCatalogueTextsAreUnchanged)
     EXPECT_EQ(Wording::text(u"⌘,"_s), u"⌘,"_s);
     EXPECT_EQ(Wording::textWithKey("Hold %1, or double-tap for hands-free", u"fn"_s),
               u"Hold fn, or double-tap for hands-free"_s);
+}
+
+TEST(Wording, errorsAreTranslatedAroundAShortcut)
+{
+    /// Says everything that it knows backwards.
+    class Backwards final : public QTranslator {
+    public:
+        QString translate(const char *, const char *source, const char *, int) const override
+        {
+            const QString text = QString::fromUtf8(source);
+            return text == u"Paste with %1."_s ? u"%1 tiw etsaP."_s : text == u"Broken: "_s ? u"nekorB: "_s : QString();
+        }
+        bool isEmpty() const override { return false; }
+    };
+    Backwards translator;
+    QCoreApplication::installTranslator(&translator);
+    EXPECT_EQ(Wording::errorText(u"Paste with Ctrl+V."_s), u"Ctrl+V tiw etsaP."_s);
+    EXPECT_EQ(Wording::errorText(u"Paste with Ctrl+Shift+V."_s), u"Ctrl+Shift+V tiw etsaP."_s);
+    EXPECT_EQ(Wording::errorText(u"Broken: Paste with Ctrl+V."_s), u"nekorB: Ctrl+V tiw etsaP."_s);
+    EXPECT_EQ(Wording::errorText(u"Broken: No such device"_s), u"nekorB: No such device"_s);
+    EXPECT_EQ(Wording::errorText(u"Unknown"_s), u"Unknown"_s);
+    QCoreApplication::removeTranslator(&translator);
 }
 
 TEST(Wording, linuxCatalogueChangesExactlyTheseTexts)
