@@ -63,7 +63,7 @@ void requireEngine(const EngineRegistry &engines, const QString &name)
 Listener::Listener(const ListenerOptions &options)
     : m_sound(options.sound),
       m_recogniser(SerialExecutor::onNewThread(QStringLiteral("decoder"))),
-      m_recognisers(Recognisers::make(m_recogniser, std::make_shared<TimerFdClock>(), {}, settingsFor(options.engine))),
+      m_recognisers(Recognisers::make(m_recogniser, std::make_shared<TimerFdClock>(), optionsFor(options.engine))),
       m_service(std::make_shared<SpeechTranscriptionService>(
           m_recognisers.engines->platform(), std::make_shared<SpeexAudioConverterFactory>(),
           SerialExecutor::onNewThread(QStringLiteral("speech")), SerialExecutor::onCurrentThread()))

@@ -220,6 +220,7 @@ TEST_F(SherpaEngineTest, modelAddedWhileRunningIsUsed)
 
 TEST_F(SherpaEngineTest, checksModelOnlyWhenChanged)
 {
+    const SherpaEngine toy(u"toy"_s, library, models.filePath(u"toy"_s));
     EXPECT_EQ(engines(configuration())->engines().size(), 2U);
     // If this model is recorded as good, nothing is loaded: an invalid file goes unnoticed.
     QFile model(models.filePath(u"toy/model.onnx"_s));
@@ -228,7 +229,6 @@ TEST_F(SherpaEngineTest, checksModelOnlyWhenChanged)
     model.write("no model"); // Only the content differs; modification time is restored below.
     model.flush();
     ASSERT_TRUE(model.setFileTime(changed, QFile::FileModificationTime));
-    const SherpaEngine toy(u"toy"_s, library, models.filePath(u"toy"_s));
     EXPECT_NO_THROW(checkModelOnce(toy, library, models.filePath(u"toy"_s)));
     ASSERT_TRUE(model.setFileTime(changed.addSecs(1), QFile::FileModificationTime));
     EXPECT_THROW(checkModelOnce(toy, library, models.filePath(u"toy"_s)), Error);

@@ -119,7 +119,7 @@ TEST(Outline, recogniserSectionMatches)
                               u"label 13/600 “Recogniser” 2,0,0,0"_s, u"VBoxLayout 14,12,14,12 spacing 4"_s,
                               u"HBoxLayout 0,0,0,0 spacing 4"_s, u"label 13/400 “Recogniser” 0,0,0,0"_s, u"gap 0"_s,
                               u"picker 13/400 “Recogniser”"_s, u"HBoxLayout 0,2,0,0 spacing 6"_s, u"16x16"_s,
-                              u"label 11/400 “” 0,0,0,0"_s, u"label 11/400 “Talmo's own additi” 0,0,0,0"_s,
+                              u"label 11/400 “” 0,0,0,0"_s, u"label 11/400 “Available on Linux” 0,0,0,0"_s,
                               u"height 9"_s, u"HBoxLayout 0,0,0,0 spacing 4"_s, u"label 13/400 “Model” 0,0,0,0"_s,
                               u"gap 0"_s, u"picker 13/400 “Model”"_s, u"button -1/400 “Install”"_s}));
     EXPECT_PRED2(
