@@ -51,8 +51,7 @@ EngineFactories EngineFactories::standard(const Options &options)
 
 const EngineFactory &EngineFactories::forModel(const QString &modelFolder) const
 {
-    const QString noted = engineOfModel(modelFolder);
-    return noted.isEmpty() ? installable.front() : named(noted);
+    return named(engineOfModel(modelFolder));
 }
 
 const EngineFactory &EngineFactories::forEntry(const ModelEntry &entry) const
@@ -62,6 +61,9 @@ const EngineFactory &EngineFactories::forEntry(const ModelEntry &entry) const
 
 const EngineFactory &EngineFactories::named(const QString &engine) const
 {
+    if (engine.isEmpty()) {
+        return installable.front(); // The user's own catalogue and models need not name one.
+    }
     for (const auto &factory : installable) {
         if (factory.engine == engine) {
             return factory;

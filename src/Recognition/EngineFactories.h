@@ -43,7 +43,7 @@ struct EngineFactories {
     /// Of the implementation noted in the model's folder, or the first one if none is noted. Throws Error for an
     /// unknown one.
     const EngineFactory &forModel(const QString &modelFolder) const;
-    /// Throws Error for an implementation that Talmo does not know.
+    /// The first one if the entry names none. Throws Error for an unknown one.
     const EngineFactory &forEntry(const ModelEntry &entry) const;
 
     /// Always there, and the only one that needs no model of the user's.

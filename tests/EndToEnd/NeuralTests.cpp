@@ -94,7 +94,7 @@ TEST_F(NeuralEndToEndTest, dictatesIntoAWindow)
 {
     openQtWindow();
     startTalmo();
-    ASSERT_TRUE(talmoSays(u"neural recogniser: "_s));
+    ASSERT_TRUE(talmoSays(u"speech engine: "_s));
     dictateTone();
     EXPECT_TRUE(windowShows(u"Lo"_s));
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
@@ -115,7 +115,7 @@ TEST_F(NeuralEndToEndTest, recogniserCanBeChangedWhileRunning)
 {
     openQtWindow();
     startTalmo();
-    ASSERT_TRUE(talmoSays(u"neural recogniser: "_s));
+    ASSERT_TRUE(talmoSays(u"speech engine: "_s));
     EXPECT_EQ(talmoctl({u"model"_s, u"use"_s, u"embedded"_s}), 0);
     ASSERT_TRUE(talmoSays(u"recogniser: embedded"_s));
     dictate(u"hello world"_s);

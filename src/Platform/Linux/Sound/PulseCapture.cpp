@@ -60,7 +60,9 @@ void PulseCapture::connectStream(const PulseSource &source)
     spec.format = PA_SAMPLE_FLOAT32NE;
     spec.rate = static_cast<quint32>(m_format.sampleRate);
     spec.channels = static_cast<quint8>(m_format.channelCount);
-    m_stream = pa_stream_new(m_connection->context(), "Dictation", &spec, nullptr);
+    pa_channel_map channels{}; // The library's own choice ends at six channels.
+    pa_channel_map_init_extend(&channels, spec.channels, PA_CHANNEL_MAP_DEFAULT);
+    m_stream = pa_stream_new(m_connection->context(), "Dictation", &spec, &channels);
     if (m_stream == nullptr) {
         throw Error(m_connection->errorText());
     }
