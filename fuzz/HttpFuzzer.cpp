@@ -52,7 +52,7 @@ private:
 
 struct World {
     std::shared_ptr<test::ManualClock> clock = std::make_shared<test::ManualClock>();
-    LoopbackHttp http{clock};
+    LoopbackHttp http{clock, nullptr};
     Server server;
 };
 

@@ -50,15 +50,26 @@ quint32 numberAt(XConnection &connection, xcb_window_t window, const QByteArray 
     return xNumbers(xProperty(connection.get(), window, connection.atom(property))).value(0, XCB_NONE);
 }
 
+bool isViewable(XConnection &connection, xcb_window_t window)
+{
+    const XcbPtr<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
+        connection.get(), xcb_get_window_attributes(connection.get(), window), nullptr));
+    return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+}
+
 /// While no window is active, window managers give the focus to a hidden window of their own.
 bool isPlaceholder(XConnection &connection, xcb_window_t window)
 {
     const auto manager = numberAt(connection, connection.root(), "_NET_SUPPORTING_WM_CHECK");
-    if (manager == window) {
-        return true; // Whatever the active window property says: Openbox keeps naming a window that is gone.
-    }
-    return manager != XCB_NONE && connection.clientOf(manager) == connection.clientOf(window) &&
-           numberAt(connection, connection.root(), "_NET_ACTIVE_WINDOW") == XCB_NONE;
+    return manager == window || (manager != XCB_NONE && connection.clientOf(manager) == connection.clientOf(window) &&
+                                 numberAt(connection, connection.root(), "_NET_ACTIVE_WINDOW") == XCB_NONE);
+}
+
+/// The window that is about to get the focus. Openbox keeps naming a window that is gone.
+xcb_window_t activatedWindow(XConnection &connection)
+{
+    const auto window = numberAt(connection, connection.root(), "_NET_ACTIVE_WINDOW");
+    return window != XCB_NONE && isViewable(connection, window) ? window : static_cast<xcb_window_t>(XCB_NONE);
 }
 
 /// Uses the nearest ancestor that declares its program, since an inner window may have the focus.
@@ -92,7 +103,10 @@ FrontWindow frontWindow(XSession &session)
     auto &connection = session.connection();
     FrontWindow front;
     front.window = windowWithKeyboard(connection);
-    if (front.window == XCB_NONE || isPlaceholder(connection, front.window)) {
+    if (front.window != XCB_NONE && isPlaceholder(connection, front.window)) {
+        front.window = activatedWindow(connection);
+    }
+    if (front.window == XCB_NONE) {
         return {};
     }
     front.topLevel = front.window;
