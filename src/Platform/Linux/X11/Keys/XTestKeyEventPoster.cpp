@@ -16,8 +16,8 @@ namespace talmo {
 namespace {
 
 using namespace std::chrono_literals;
-constexpr auto grabPause = 25ms;
-constexpr auto longestGrab = 250ms;
+constexpr auto pause = 25ms;
+constexpr auto longestWait = 250ms;
 
 } // namespace
 
@@ -45,19 +45,21 @@ void XTestKeyEventPoster::post(const KeyEvent &event)
         return; // The whole shortcut was sent with the key press.
     }
     m_session->executor().post([session = m_session.get(), transaction = m_transaction] {
-        postOnceFree(session, transaction, longestGrab / grabPause);
+        postOnceFree(session, transaction, longestWait / pause);
     });
 }
 
-/// Posts the shortcut when the keyboard is free: menus and window switchers grab it for a moment.
+/// Posts the shortcut when a window has the keyboard for itself: menus and window switchers grab it for a moment, and
+/// after a window is closed it takes a moment until another one has it.
 void XTestKeyEventPoster::postOnceFree(XSession *session, std::shared_ptr<PasteTransaction> transaction, int tries)
 {
-    if (!isKeyboardGrabbed(*session)) {
+    const bool isGrabbed = isKeyboardGrabbed(*session);
+    if (!isGrabbed && (tries == 0 || frontWindow(*session).window != XCB_NONE)) {
         postChord(*session, *transaction);
     } else if (tries == 0) {
         transaction->refuse(PasteReceipt::Outcome::KeyboardGrabbed);
     } else {
-        QTimer::singleShot(grabPause, session->executor().context(),
+        QTimer::singleShot(pause, session->executor().context(),
                            [session, transaction, tries] { postOnceFree(session, transaction, tries - 1); });
     }
 }
