@@ -16,77 +16,6 @@ constexpr int controlModifier = 2;
 /// Shift, Mod1, Mod3, Mod4 and Mod5: the modifiers that users hold. The locks are left as they are.
 constexpr std::array heldModifiers = {0, 3, 5, 6, 7};
 
-template <std::size_t Size>
-bool isOneOf(const std::array<const char *, Size> &names, const QString &name)
-{
-    return std::any_of(names.begin(), names.end(), [&name](const char *known) {
-        return name.compare(QLatin1String(known), Qt::CaseInsensitive) == 0;
-    });
-}
-
-constexpr std::array vteLikeTerminals = {"gnome-terminal",
-                                         "gnome-terminal-server",
-                                         "xfce4-terminal",
-                                         "mate-terminal",
-                                         "lxterminal",
-                                         "terminator",
-                                         "tilix",
-                                         "tilda",
-                                         "guake",
-                                         "sakura",
-                                         "roxterm",
-                                         "termit",
-                                         "konsole",
-                                         "yakuake",
-                                         "qterminal",
-                                         "deepin-terminal",
-                                         "kitty",
-                                         "alacritty",
-                                         "org.wezfurlong.wezterm",
-                                         "wezterm",
-                                         "foot",
-                                         "footclient",
-                                         "st",
-                                         "st-256color",
-                                         "stterm",
-                                         "terminology",
-                                         "kgx",
-                                         "org.gnome.console",
-                                         "org.gnome.ptyxis",
-                                         "ptyxis",
-                                         "com.mitchellh.ghostty",
-                                         "ghostty",
-                                         "hyper",
-                                         "tabby",
-                                         "contour",
-                                         "rio",
-                                         "warp",
-                                         "blackbox",
-                                         "com.raggesilver.blackbox",
-                                         "cool-retro-term",
-                                         "io.elementary.terminal"};
-
-constexpr std::array oldTerminals = {"xterm",        "uxterm", "koi8rxterm", "lxterm", "urxvt", "rxvt",
-                                     "rxvt-unicode", "aterm",  "eterm",      "mlterm", "mrxvt"};
-
-constexpr std::array shiftInsertPrograms = {"emacs"};
-
-constexpr std::array importers = {"virtualbox machine",
-                                  "virtualboxvm",
-                                  "virt-viewer",
-                                  "remote-viewer",
-                                  "virt-manager",
-                                  "spicy",
-                                  "vmware",
-                                  "vncviewer",
-                                  "remmina",
-                                  "org.remmina.remmina",
-                                  "xfreerdp",
-                                  "krdc",
-                                  "vinagre",
-                                  "x2goclient",
-                                  "nxplayer.bin"};
-
 std::optional<std::uint8_t> keyCodeInColumn(const KeyboardLayout &layout, xcb_keysym_t keySym, int column)
 {
     const auto width = static_cast<std::size_t>(layout.keySymsPerKeyCode);
@@ -119,42 +48,6 @@ void releaseHeld(const KeyboardLayout &layout, int modifier, std::vector<ChordKe
 }
 
 } // namespace
-
-PasteStyle pasteStyleFor(const QString &instanceName, const QString &className)
-{
-    for (const QString &name : {className, instanceName}) {
-        if (isOneOf(vteLikeTerminals, name)) {
-            return PasteStyle::ControlShiftV;
-        }
-        if (isOneOf(oldTerminals, name)) {
-            return PasteStyle::ShiftInsertPrimary;
-        }
-        if (isOneOf(shiftInsertPrograms, name)) {
-            return PasteStyle::ShiftInsert;
-        }
-    }
-    return PasteStyle::ControlV;
-}
-
-QString shortcutName(PasteStyle style)
-{
-    switch (style) {
-    case PasteStyle::ControlShiftV:
-        return QStringLiteral("Ctrl+Shift+V");
-    case PasteStyle::ShiftInsertPrimary:
-    case PasteStyle::ShiftInsert:
-        return QStringLiteral("Shift+Insert");
-    case PasteStyle::ControlV:
-        break;
-    }
-    return QStringLiteral("Ctrl+V");
-}
-
-bool importsClipboard(const QString &instanceName, const QString &className)
-{
-    return isOneOf(importers, className) || isOneOf(importers, instanceName) ||
-           className.endsWith(QLatin1String(".exe"), Qt::CaseInsensitive);
-}
 
 std::optional<std::uint8_t> keyCodeFor(const KeyboardLayout &layout, xcb_keysym_t keySym)
 {

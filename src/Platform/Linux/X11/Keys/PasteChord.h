@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include "Insertion/PasteStyle.h"
 
 #include <xcb/xcb.h>
 
@@ -10,27 +10,6 @@
 #include <vector>
 
 namespace talmo {
-
-/// The shortcut by which a program pastes.
-enum class PasteStyle {
-    ControlV,
-    /// Terminals: Ctrl+V belongs to the program that runs in them.
-    ControlShiftV,
-    /// Older terminals, which paste the primary selection.
-    ShiftInsertPrimary,
-    /// Programs in which Ctrl+V means something else and Shift+Insert pastes the clipboard.
-    ShiftInsert,
-};
-
-/// The style for a window by the two parts of its WM_CLASS, case-insensitive.
-PasteStyle pasteStyleFor(const QString &instanceName, const QString &className);
-
-/// The user's shortcut for this style, such as "Ctrl+V".
-QString shortcutName(PasteStyle style);
-
-/// Whether a program copies the clipboard on its own whenever it changes, into a machine or system of its own, and
-/// pastes that copy. By the two parts of WM_CLASS, case-insensitive.
-bool importsClipboard(const QString &instanceName, const QString &className);
 
 /// The state of the keyboard that a paste shortcut depends on.
 struct KeyboardLayout {

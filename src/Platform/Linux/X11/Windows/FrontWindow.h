@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/X11/Keys/PasteChord.h"
+#include "Insertion/PasteStyle.h"
 #include "Platform/Linux/X11/XSession.h"
 
 namespace talmo {

@@ -46,17 +46,6 @@ KeyboardLayout keyboard(xcb_keysym_t first = 'v', xcb_keysym_t second = 0)
 
 } // namespace
 
-TEST(PasteStyle, isChosenByProgram)
-{
-    EXPECT_EQ(pasteStyleFor(u"gedit"_s, u"Gedit"_s), PasteStyle::ControlV);
-    EXPECT_EQ(pasteStyleFor(u"gnome-terminal-server"_s, u"Gnome-terminal"_s), PasteStyle::ControlShiftV);
-    EXPECT_EQ(pasteStyleFor(u"konsole"_s, u"konsole"_s), PasteStyle::ControlShiftV);
-    EXPECT_EQ(pasteStyleFor(u"xterm"_s, u"XTerm"_s), PasteStyle::ShiftInsertPrimary);
-    EXPECT_EQ(pasteStyleFor(u"urxvt"_s, u"URxvt"_s), PasteStyle::ShiftInsertPrimary);
-    EXPECT_EQ(pasteStyleFor(u"emacs"_s, u"Emacs"_s), PasteStyle::ShiftInsert);
-    EXPECT_EQ(pasteStyleFor(QString(), QString()), PasteStyle::ControlV);
-}
-
 TEST(PasteChord, isControlVByDefault)
 {
     EXPECT_THAT(pasteChord(keyboard(), PasteStyle::ControlV),
