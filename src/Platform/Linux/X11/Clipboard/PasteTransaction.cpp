@@ -97,7 +97,7 @@ QCoro::Task<QList<PasteboardItem>> PasteTransaction::snapshot(std::shared_ptr<Pa
     self->m_session.synchronise(); // Another program may have just taken the clipboard.
     Content all;
     if (self->m_earlier && self->m_clipboard.isOwner()) {
-        all = self->m_earlier.value(); // A text that was not pasted is not the user's clipboard.
+        all = self->m_earlier.value_or(Content()); // A text that was not pasted is not the user's clipboard.
     } else {
         all = co_await readOrOwn(self, &self->m_clipboard);
     }
