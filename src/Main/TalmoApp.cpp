@@ -108,8 +108,8 @@ void TalmoApp::start()
 
 void TalmoApp::showInterface(TalmoCoordinator &coordinator)
 {
-    m_recogniserSettings = std::make_shared<RecogniserSettingsModel>(
-        m_recognisers.engines, m_recognisers.models, m_defaults, EngineFactories::standard(engineOptions()));
+    m_recogniserSettings = std::make_shared<RecogniserSettingsModel>(m_recognisers.engines, m_recognisers.models,
+                                                                     m_defaults, m_recognisers.factories);
     ViewContext context;
     context.coordinator = &coordinator;
     context.settings = TalmoSettings::shared();

@@ -46,7 +46,7 @@ QCoro::Task<void> take(QFuture<Models> looking, std::function<void(Models)> take
 } // namespace
 
 const QString EngineRegistry::automaticChoice = QStringLiteral("automatic");
-const QString EngineRegistry::embeddedChoice = QStringLiteral("embedded");
+const QString EngineRegistry::embeddedChoice = SpeechEngine::embeddedId();
 
 EngineRegistry::EngineRegistry(std::shared_ptr<SerialExecutor> executor, std::shared_ptr<Clock> clock,
                                Configuration configuration)
@@ -138,7 +138,8 @@ Engines EngineRegistry::engines() const
     };
     std::sort(usable.begin(), usable.end(),
               [&order](const auto &left, const auto &right) { return order(left) < order(right); });
-    usable.insert(m_configuration.choice == embeddedChoice ? usable.begin() : usable.end(), m_configuration.embedded);
+    usable.insert(m_configuration.choice == embeddedChoice ? usable.begin() : usable.end(),
+                  m_configuration.models.factories.embedded);
     return usable;
 }
 

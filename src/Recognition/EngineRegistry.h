@@ -32,7 +32,6 @@ public:
     static const QString embeddedChoice;
 
     struct Configuration {
-        std::shared_ptr<SpeechEngine> embedded;
         InstalledModels::Configuration models;
         ModelCatalogue catalogue;
         /// The name of a model that goes before all others of its language, or one of the two above.

@@ -19,8 +19,7 @@ InstalledModel examine(const Configuration &configuration, InstalledModel model)
 {
     const QString folder = ModelStore(configuration.folder).path(model.name);
     try {
-        const EngineFactories factories{nullptr, configuration.factories}; // The embedded engine has no folder here.
-        auto engine = factories.forModel(folder).make(model.name, folder);
+        auto engine = configuration.factories.forModel(folder).make(model.name, folder);
         configuration.check(*engine, folder);
         generalLog().info("speech engine: %@", {engine->description()});
         model.engine = std::move(engine);

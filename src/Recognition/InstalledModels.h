@@ -27,7 +27,7 @@ namespace InstalledModels {
 struct Configuration {
     /// Contains a folder for each model; empty if there is none.
     QString folder;
-    std::vector<EngineFactory> factories;
+    EngineFactories factories;
     /// Throws Error if the model must not be loaded into this process.
     std::function<void(const SpeechEngine &engine, const QString &modelFolder)> check;
 };

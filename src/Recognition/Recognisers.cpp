@@ -53,23 +53,16 @@ QCoro::Task<void> provideLanguage(std::shared_ptr<EngineRegistry> engines, std::
     requireNoProblem(*engines, entry.id);
 }
 
-std::function<void(const SpeechEngine &, const QString &)> checkWith(const QString &neuralLibrary)
-{
-    return [neuralLibrary](const SpeechEngine &engine, const QString &modelFolder) {
-        checkModelOnce(engine, neuralLibrary, modelFolder);
-    };
-}
-
 } // namespace
 
-ModelInstaller Recognisers::installer(const std::shared_ptr<Clock> &clock, const EngineFactories::Options &options)
+ModelInstaller Recognisers::installer(const std::shared_ptr<Clock> &clock, const EngineFactories &factories,
+                                      const QString &neuralLibrary)
 {
-    const auto tryModel = [options](const QString &folder) {
-        const EngineFactories factories = EngineFactories::standard(options);
+    const auto tryModel = [factories, neuralLibrary](const QString &folder) {
         const EngineFactory &factory = factories.forModel(folder);
         factory.checkFiles(folder);
         if (factory.isLibraryInstalled()) {
-            checkWith(options.neuralLibrary)(*factory.make(QString(), folder), folder);
+            checkModelOnce(*factory.make(QString(), folder), neuralLibrary, folder);
         }
     };
     return ModelInstaller(ModelStore(ModelStore::standardFolder()), clock, tryModel);
@@ -79,12 +72,13 @@ Recognisers Recognisers::make(const std::shared_ptr<SerialExecutor> &executor, c
                               const Options &options)
 {
     const ModelCatalogue catalogue = ModelCatalogue::withUsersFile(ModelCatalogue::usersPath());
-    const EngineFactories factories = EngineFactories::standard(options.engines);
+    const QString neuralLibrary = options.engines.neuralLibrary;
     Recognisers parts;
-    parts.models = std::make_shared<SpeechModels>(installer(clock, options.engines), catalogue);
+    parts.factories = EngineFactories::standard(options.engines);
+    parts.models = std::make_shared<SpeechModels>(installer(clock, parts.factories, neuralLibrary), catalogue);
     // Weak, so that neither keeps the other alive.
     const auto enginesLater = std::make_shared<std::weak_ptr<EngineRegistry>>();
-    const auto install = [enginesLater, weakModels = std::weak_ptr(parts.models), factories,
+    const auto install = [enginesLater, weakModels = std::weak_ptr(parts.models), factories = parts.factories,
                           mainExecutor = SerialExecutor::onCurrentThread()](const QString &locale) {
         return mainExecutor->run<void>([enginesLater, weakModels, factories, locale] {
             const auto engines = enginesLater->lock();
@@ -96,16 +90,17 @@ Recognisers Recognisers::make(const std::shared_ptr<SerialExecutor> &executor, c
         });
     };
     EngineRegistry::Configuration configuration;
-    configuration.embedded = factories.embedded;
-    configuration.models = {ModelStore::standardFolder(), factories.installable,
-                            checkWith(options.engines.neuralLibrary)};
+    configuration.models = {ModelStore::standardFolder(), parts.factories,
+                            [neuralLibrary](const SpeechEngine &engine, const QString &modelFolder) {
+                                checkModelOnce(engine, neuralLibrary, modelFolder);
+                            }};
     configuration.catalogue = catalogue;
     configuration.choice = options.choice;
     configuration.install = install;
     configuration.releaseMemory = options.releaseMemory;
     parts.engines = std::make_shared<EngineRegistry>(executor, clock, configuration);
     // Ahead of any recording, since a damaged model would end the process.
-    executor->post([embedded = factories.embedded] { checkEmbeddedOnce(*embedded); });
+    executor->post([embedded = parts.factories.embedded] { checkEmbeddedOnce(*embedded); });
     *enginesLater = parts.engines;
     return parts;
 }

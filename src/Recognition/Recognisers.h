@@ -19,6 +19,7 @@ struct Recognisers {
         std::function<void()> releaseMemory;
     };
 
+    EngineFactories factories;
     std::shared_ptr<SpeechModels> models;
     std::shared_ptr<EngineRegistry> engines;
 
@@ -27,7 +28,8 @@ struct Recognisers {
                             const Options &options);
 
     /// Installs models into the user's own folder, and tries each one if the engine's library is there.
-    static ModelInstaller installer(const std::shared_ptr<Clock> &clock, const EngineFactories::Options &options);
+    static ModelInstaller installer(const std::shared_ptr<Clock> &clock, const EngineFactories &factories,
+                                    const QString &neuralLibrary);
 };
 
 } // namespace talmo

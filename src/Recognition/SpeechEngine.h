@@ -17,6 +17,9 @@ class SpeechEngine {
 public:
     virtual ~SpeechEngine() = default;
 
+    /// The id of the engine that needs no model of the user's.
+    static QString embeddedId() { return QStringLiteral("embedded"); }
+
     /// What the user's choice is stored as: "embedded", or the model's name.
     virtual QString id() const = 0;
     /// For logs and the command line: implementation, version, model.

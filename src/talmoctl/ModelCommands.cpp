@@ -104,14 +104,14 @@ private:
 };
 
 /// Printed before the download starts, so that the user can still cancel it.
-void tellBefore(const ModelEntry &entry, const EngineFactories::Options &options)
+void tellBefore(const ModelEntry &entry, const EngineFactories &factories)
 {
     writeLine(QStringLiteral("%1: %2, from %3").arg(entry.id, entry.title, entry.address.toString()));
     writeLine(QStringLiteral("Licence: %1 %2").arg(entry.licence, entry.licenceAddress.toString()));
     if (entry.sha256.isEmpty()) {
         writeLine(QStringLiteral("No checksum on record; integrity not verified."));
     }
-    if (!EngineFactories::standard(options).forEntry(entry).isLibraryInstalled()) {
+    if (!factories.forEntry(entry).isLibraryInstalled()) {
         writeLine(QStringLiteral("The engine's library is not installed; “scripts/neural-library --user” installs it. "
                                  "Until then the model is neither tested nor used."));
     }
@@ -127,11 +127,12 @@ QCoro::Task<int> runInstall(Invocation invocation)
     }
     const ModelEntry entry = *found;
     const UserSettings settings;
-    const EngineFactories::Options options{LinuxSettings::read(*settings.defaults).neuralLibrary, {}};
-    tellBefore(entry, options);
+    const QString library = LinuxSettings::read(*settings.defaults).neuralLibrary;
+    const EngineFactories factories = EngineFactories::standard({library, {}});
+    tellBefore(entry, factories);
     {
         const auto bar = std::make_shared<ProgressBar>();
-        const ModelInstaller installer = Recognisers::installer(std::make_shared<TimerFdClock>(), options);
+        const ModelInstaller installer = Recognisers::installer(std::make_shared<TimerFdClock>(), factories, library);
         const ModelInstaller::OnProgress show = [bar](const ModelProgress &progress) { bar->show(progress); };
         co_await installer.install(entry, show, {});
     }

@@ -35,14 +35,13 @@ class EngineRegistryTest : public testing::Test {
 protected:
     EngineRegistryTest()
     {
-        configuration.embedded = embedded;
         configuration.releaseMemory = &ProcessMemory::releaseFreed;
         EngineFactory factory;
         factory.engine = u"made-up"_s;
         factory.make = [](const QString &name, const QString &) {
             return std::make_shared<MadeUpEngine>(name, name.left(2));
         };
-        configuration.models = {models.path(), {factory}, [](const SpeechEngine &, const QString &) {}};
+        configuration.models = {models.path(), {embedded, {factory}}, [](const SpeechEngine &, const QString &) {}};
     }
     void addModel(const QString &name) { ASSERT_TRUE(QDir(models.path()).mkdir(name)); }
     EngineRegistry &registry()

@@ -1,5 +1,7 @@
 #include "Recognition/PocketSphinx/PocketSphinxEngine.h"
 
+#include "Base/Error.h"
+
 #include <QDirIterator>
 #include <QRegularExpression>
 
@@ -19,8 +21,6 @@ std::optional<QString> englishModelLocale(const QString &locale)
     }
     return std::nullopt;
 }
-
-const QString PocketSphinxEngine::engineId = QStringLiteral("embedded");
 
 QString PocketSphinxEngine::debianModelFolder()
 {
@@ -75,7 +75,22 @@ QStringList PocketSphinxEngine::files() const
 
 std::unique_ptr<RecordingDecoder> PocketSphinxEngine::makeDecoder(RecordingDecoder::Publish publish)
 {
+    requireUsable();
     return std::make_unique<PocketSphinxRecording>(m_pool, m_microphone, std::move(publish));
+}
+
+void PocketSphinxEngine::warmUp()
+{
+    requireUsable();
+    m_pool->warmUp();
+}
+
+/// A refused model would end the process, and the caller may have asked before it was refused.
+void PocketSphinxEngine::requireUsable() const
+{
+    if (const QString reason = problem(); !reason.isEmpty()) {
+        throw Error(reason);
+    }
 }
 
 } // namespace talmo

@@ -13,15 +13,13 @@ namespace talmo {
 /// The embedded engine: PocketSphinx with Debian's English model.
 class PocketSphinxEngine final : public SpeechEngine {
 public:
-    static const QString engineId;
-
     /// An empty folder stands for Debian's. Without `microphone`, all microphones count as the same one, and the
     /// calibration is lost with this object.
     explicit PocketSphinxEngine(const QString &modelFolder = {}, MicrophoneKnowledge microphone = {});
 
     static QString debianModelFolder();
 
-    QString id() const override { return engineId; }
+    QString id() const override { return embeddedId(); }
     QString description() const override;
     QStringList languages() const override { return {QStringLiteral("en")}; }
     bool speaks(const QString &locale) const override;
@@ -30,7 +28,7 @@ public:
     QStringList files() const override;
     void setVocabulary(const PersonalVocabulary &vocabulary) override { m_pool->setVocabulary(vocabulary); }
     std::unique_ptr<RecordingDecoder> makeDecoder(RecordingDecoder::Publish publish) override;
-    void warmUp() override { m_pool->warmUp(); }
+    void warmUp() override;
     void unload() override { m_pool->unload(); }
 
     /// Whether a decoder is kept in memory for the next recording. Any thread.
@@ -39,6 +37,8 @@ public:
     int loadCount() const { return m_pool->loadCount(); }
 
 private:
+    void requireUsable() const;
+
     std::shared_ptr<PocketSphinxDecoderPool> m_pool;
     MicrophoneKnowledge m_microphone;
     mutable std::mutex m_mutex;

@@ -95,4 +95,14 @@ TEST(PocketSphinxEngine, dropsUnknownFormatAndLogsOnce)
     EXPECT_EQ(log.lines().size(), 1U);
 }
 
+TEST(PocketSphinxEngine, loadsNothingOnceRefused)
+{
+    PocketSphinxEngine engine;
+    engine.refuse(u"damaged"_s);
+    EXPECT_EQ(engine.problem(), u"damaged"_s);
+    EXPECT_THROW(engine.warmUp(), Error);
+    EXPECT_THROW(engine.makeDecoder([](const SpeechResult &) {}), Error);
+    EXPECT_EQ(engine.loadCount(), 0);
+}
+
 } // namespace talmo::test

@@ -50,10 +50,9 @@ protected:
     {
         const EngineFactories factories = EngineFactories::standard({library, {}});
         EngineRegistry::Configuration configured;
-        configured.embedded = factories.embedded;
-        configured.models = {
-            models.path(), factories.installable,
-            [this](const SpeechEngine &engine, const QString &folder) { checkModelOnce(engine, library, folder); }};
+        configured.models = {models.path(), factories, [this](const SpeechEngine &engine, const QString &folder) {
+                                 checkModelOnce(engine, library, folder);
+                             }};
         configured.catalogue = ModelCatalogue::withUsersFile({});
         configured.choice = choice;
         return configured;
