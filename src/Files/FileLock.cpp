@@ -2,6 +2,7 @@
 
 #include "Files/PrivateFile.h"
 
+#include <cerrno>
 #include <sys/file.h>
 #include <unistd.h>
 
@@ -9,11 +10,12 @@ namespace talmo {
 
 FileLock::FileLock(const QString &path)
     : m_descriptor(PrivateFile::openLock(path)),
-      m_outcome(Outcome::CannotOpen)
+      m_outcome(Outcome::Impossible)
 {
-    if (m_descriptor >= 0) {
-        const bool isLocked = ::flock(m_descriptor, LOCK_EX | LOCK_NB) == 0;
-        m_outcome = isLocked ? Outcome::Locked : Outcome::HeldByAnother;
+    if (m_descriptor >= 0 && ::flock(m_descriptor, LOCK_EX | LOCK_NB) == 0) {
+        m_outcome = Outcome::Locked;
+    } else if (m_descriptor >= 0 && errno == EWOULDBLOCK) {
+        m_outcome = Outcome::HeldByAnother;
     }
 }
 

@@ -7,7 +7,7 @@ namespace talmo {
 /// An exclusive lock on a file, which is created if missing. The kernel releases it when the process dies.
 class FileLock {
 public:
-    enum class Outcome { Locked, HeldByAnother, CannotOpen };
+    enum class Outcome { Locked, HeldByAnother, Impossible };
 
     /// Never blocks.
     explicit FileLock(const QString &path);

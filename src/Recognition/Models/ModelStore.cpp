@@ -54,7 +54,7 @@ public:
           m_file(m_folder + QStringLiteral("/.lock"))
     {
         switch (m_file.outcome()) {
-        case FileLock::Outcome::CannotOpen:
+        case FileLock::Outcome::Impossible:
             throw Error(QStringLiteral(QT_TRANSLATE_NOOP(
                 "Talmo", "Talmo cannot write to its folder for models. Check the folder's permissions.")));
         case FileLock::Outcome::HeldByAnother:

@@ -2,14 +2,9 @@
 
 #include "Base/Error.h"
 #include "Control/ControlSocket.h"
-#include "Files/PrivateFile.h"
 
 #include <QDeadlineTimer>
 #include <QThread>
-
-#include <cerrno>
-#include <sys/file.h>
-#include <unistd.h>
 
 namespace talmo {
 
@@ -35,19 +30,6 @@ bool ask(QDeadlineTimer deadline)
 }
 
 } // namespace
-
-SingleInstance::SingleInstance(const QString &path)
-    : m_file(PrivateFile::openLock(path)),
-      m_isFirst(m_file < 0 || ::flock(m_file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)
-{
-}
-
-SingleInstance::~SingleInstance()
-{
-    if (m_file >= 0) {
-        ::close(m_file);
-    }
-}
 
 bool SingleInstance::askForSettings()
 {

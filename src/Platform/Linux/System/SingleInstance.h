@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Files/FileLock.h"
+
 #include <QString>
 
 namespace talmo {
@@ -9,20 +11,19 @@ namespace talmo {
 class SingleInstance {
 public:
     /// `path`: the lock file, created if missing. If it cannot be created, this instance is treated as the first.
-    explicit SingleInstance(const QString &path);
-    ~SingleInstance();
-    SingleInstance(const SingleInstance &) = delete;
-    SingleInstance &operator=(const SingleInstance &) = delete;
+    explicit SingleInstance(const QString &path)
+        : m_lock(path)
+    {
+    }
 
-    bool isFirst() const { return m_isFirst; }
+    bool isFirst() const { return m_lock.outcome() != FileLock::Outcome::HeldByAnother; }
 
     /// Asks the running instance to open its settings; waits a few seconds if it is still starting. False if it does
     /// not respond.
     static bool askForSettings();
 
 private:
-    int m_file;
-    bool m_isFirst;
+    FileLock m_lock;
 };
 
 } // namespace talmo
