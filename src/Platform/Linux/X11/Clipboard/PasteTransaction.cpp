@@ -166,27 +166,26 @@ void PasteTransaction::writeItems(const QList<PasteboardItem> &items)
     }
 }
 
-std::optional<FrontWindow> PasteTransaction::chooseTarget()
+bool PasteTransaction::chooseTarget(const FrontWindow &front)
 {
     const bool belongsToPaste = m_isPasting || m_restore;
     if (belongsToPaste && m_refusal) {
-        return std::nullopt;
+        return false;
     }
-    const auto front = frontWindow(m_session);
     if (front.window == XCB_NONE) {
         refuse(Outcome::NoWindow);
-        return std::nullopt;
+        return false;
     }
     m_target = front;
     if (m_overdue.extend(front, m_text)) {
         refuse(Outcome::WindowHangs);
-        return std::nullopt;
+        return false;
     }
     if (front.style == PasteStyle::ShiftInsertPrimary && m_isPasting) {
         m_primary.own(m_clipboard.content());
         m_ownsPrimaryForPaste = true;
     }
-    return front;
+    return true;
 }
 
 void PasteTransaction::notePosted(const FrontWindow &target)

@@ -40,8 +40,8 @@ public:
     void setString(const QString &text);
     void writeItems(const QList<PasteboardItem> &items);
 
-    /// The window to post the shortcut to; none if nothing is to be posted, which settles the paste.
-    std::optional<FrontWindow> chooseTarget();
+    /// Whether the shortcut is to be posted to this window; if not, the paste is settled.
+    bool chooseTarget(const FrontWindow &front);
     /// Call when the shortcut has been posted to this window: from then on its reads count.
     void notePosted(const FrontWindow &target);
     /// Call if the shortcut cannot be posted.

@@ -54,23 +54,23 @@ void XTestKeyEventPoster::post(const KeyEvent &event)
 void XTestKeyEventPoster::postOnceFree(XSession *session, std::shared_ptr<PasteTransaction> transaction, int tries)
 {
     const bool isGrabbed = isKeyboardGrabbed(*session);
-    if (!isGrabbed && (tries == 0 || frontWindow(*session).window != XCB_NONE)) {
-        postChord(*session, *transaction);
-    } else if (tries == 0) {
-        transaction->refuse(PasteReceipt::Outcome::KeyboardGrabbed);
-    } else {
+    const auto front = isGrabbed ? FrontWindow() : frontWindow(*session);
+    if (front.window == XCB_NONE && tries > 0) {
         QTimer::singleShot(pause, session->executor().context(),
                            [session, transaction, tries] { postOnceFree(session, transaction, tries - 1); });
+    } else if (isGrabbed) {
+        transaction->refuse(PasteReceipt::Outcome::KeyboardGrabbed);
+    } else {
+        postChord(*session, *transaction, front);
     }
 }
 
-void XTestKeyEventPoster::postChord(XSession &session, PasteTransaction &transaction)
+void XTestKeyEventPoster::postChord(XSession &session, PasteTransaction &transaction, const FrontWindow &front)
 {
-    const auto target = transaction.chooseTarget();
-    if (!target) {
+    if (!transaction.chooseTarget(front)) {
         return;
     }
-    const auto chord = pasteChord(readKeyboardLayout(session.connection()), target->style);
+    const auto chord = pasteChord(readKeyboardLayout(session.connection()), front.style);
     if (chord.empty()) {
         transaction.refuse(PasteReceipt::Outcome::NoPasteKey);
         return;
@@ -78,7 +78,7 @@ void XTestKeyEventPoster::postChord(XSession &session, PasteTransaction &transac
     auto *connection = session.connection().get();
     // So that the focus cannot move between the last check and the keys.
     xcb_grab_server(connection);
-    const bool isStillInFront = !isKeyboardGrabbed(session) && frontWindow(session).window == target->window;
+    const bool isStillInFront = !isKeyboardGrabbed(session) && frontWindow(session).window == front.window;
     if (isStillInFront) {
         for (const auto &key : chord) {
             session.postedKeys()->expect(key.keyCode, key.isDown);
@@ -88,7 +88,7 @@ void XTestKeyEventPoster::postChord(XSession &session, PasteTransaction &transac
     }
     xcb_ungrab_server(connection);
     if (isStillInFront) {
-        transaction.notePosted(*target);
+        transaction.notePosted(front);
     } else {
         transaction.refuse(PasteReceipt::Outcome::WindowChanged);
     }

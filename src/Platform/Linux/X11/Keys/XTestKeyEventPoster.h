@@ -19,7 +19,7 @@ public:
 
 private:
     static void postOnceFree(XSession *session, std::shared_ptr<PasteTransaction> transaction, int tries);
-    static void postChord(XSession &session, PasteTransaction &transaction);
+    static void postChord(XSession &session, PasteTransaction &transaction, const FrontWindow &front);
 
     std::shared_ptr<XSession> m_session;
     std::shared_ptr<PasteTransaction> m_transaction;
