@@ -2,16 +2,8 @@
 
 #include <QFuture>
 #include <QString>
-#include <QStringList>
 
 namespace talmo {
-
-/// Every shortcut that a message may name.
-inline QStringList pasteShortcuts()
-{
-    // The longer ones first, since they end like the shorter ones.
-    return {QStringLiteral("Ctrl+Shift+V"), QStringLiteral("Shift+Insert"), QStringLiteral("Ctrl+V")};
-}
 
 /// How a paste ended: whether the frontmost application has read the text, and if not, why.
 struct PasteReceipt {

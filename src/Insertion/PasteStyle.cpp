@@ -110,6 +110,12 @@ QString shortcutName(PasteStyle style)
     return QStringLiteral("Ctrl+V");
 }
 
+QStringList shortcutNames()
+{
+    return {shortcutName(PasteStyle::ControlV), shortcutName(PasteStyle::ControlShiftV),
+            shortcutName(PasteStyle::ShiftInsert)};
+}
+
 bool importsClipboard(const QString &instanceName, const QString &className)
 {
     return isOneOf(importers, className) || isOneOf(importers, instanceName) ||

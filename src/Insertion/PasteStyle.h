@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace talmo {
 
@@ -21,6 +22,9 @@ PasteStyle pasteStyleFor(const QString &instanceName, const QString &className);
 
 /// The user's shortcut for this style, such as "Ctrl+V".
 QString shortcutName(PasteStyle style);
+
+/// The shortcuts of all styles.
+QStringList shortcutNames();
 
 /// Whether a program copies the clipboard on its own whenever it changes, into a machine or system of its own, and
 /// pastes that copy. By the same names.

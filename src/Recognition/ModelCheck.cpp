@@ -26,7 +26,7 @@ namespace talmo {
 
 namespace {
 
-constexpr std::size_t sampleRate = 16000;
+constexpr std::size_t sampleRate = RecordingDecoder::sampleRate;
 constexpr std::size_t blockSize = 2048;
 
 /// Ten seconds in which there is something to recognise for any model: murmur, hiss, and pauses between them.

@@ -20,15 +20,17 @@ TalmoFixture::~TalmoFixture()
 
 void TalmoFixture::startTalmo()
 {
-    talmo = std::make_unique<testbed::ChildProcess>(QStringLiteral(TALMO_BIN "/talmo"), QStringList{}, environment);
-    m_talmoLines = 0;
-    ASSERT_TRUE(talmoSays(u"ready:"_s));
+    startTalmoThrough(QStringLiteral(TALMO_BIN "/talmo"), {});
 }
 
 void TalmoFixture::startTalmoAfter(const QString &shellCommands)
 {
-    talmo = std::make_unique<testbed::ChildProcess>(
-        u"sh"_s, QStringList{u"-ec"_s, shellCommands + u"\nexec " TALMO_BIN "/talmo"_s}, environment);
+    startTalmoThrough(u"sh"_s, {u"-ec"_s, shellCommands + u"\nexec " TALMO_BIN "/talmo"_s});
+}
+
+void TalmoFixture::startTalmoThrough(const QString &program, const QStringList &arguments)
+{
+    talmo = std::make_unique<testbed::ChildProcess>(program, arguments, environment);
     m_talmoLines = 0;
     ASSERT_TRUE(talmoSays(u"ready:"_s));
 }

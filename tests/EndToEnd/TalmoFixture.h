@@ -23,6 +23,8 @@ protected:
     void startTalmo();
     /// Starts it from a shell that runs these commands first.
     void startTalmoAfter(const QString &shellCommands);
+    /// Starts a program that becomes Talmo.
+    void startTalmoThrough(const QString &program, const QStringList &arguments);
     /// Opens a window titled "Target" that prints its text in lines "text: …".
     void openWindow(const QString &program, const QStringList &arguments = {});
     void openQtWindow(const QString &delay = QStringLiteral("0"));

@@ -18,14 +18,11 @@ protected:
             GTEST_SKIP() << "mount namespaces are not permitted here";
         }
         environment.insert(u"TALMO_DAMAGE"_s, damage);
-        talmo = std::make_unique<testbed::ChildProcess>(
-            u"unshare"_s,
-            QStringList{u"--mount"_s, u"sh"_s, u"-ec"_s,
-                        u"installed=/usr/share/pocketsphinx/model/en-us; model=$0; cp -r $installed $model;"
-                        "eval \"$TALMO_DAMAGE\"; mount --bind $model $installed; exec " TALMO_BIN "/talmo"_s,
-                        desktop.folder() + u"/model"_s},
-            environment);
-        ASSERT_TRUE(talmo->waitForLine(u"ready:"_s, patience));
+        startTalmoThrough(u"unshare"_s,
+                          {u"--mount"_s, u"sh"_s, u"-ec"_s,
+                           u"installed=/usr/share/pocketsphinx/model/en-us; model=$0; cp -r $installed $model;"
+                           "eval \"$TALMO_DAMAGE\"; mount --bind $model $installed; exec " TALMO_BIN "/talmo"_s,
+                           desktop.folder() + u"/model"_s});
         openQtWindow();
         for (int round = 0; round < 2; ++round) { // A second attempt fails in the same way.
             expectLinesFromHere();

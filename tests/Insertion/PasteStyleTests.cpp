@@ -1,6 +1,5 @@
 #include "Insertion/PasteStyle.h"
 
-#include "Insertion/PasteReceipt.h"
 #include "Support/Printing.h"
 
 #include <gmock/gmock.h>
@@ -22,7 +21,7 @@ TEST(PasteStyle, shortcutsAreThoseThatMessagesMayName)
 {
     for (const auto style :
          {PasteStyle::ControlV, PasteStyle::ControlShiftV, PasteStyle::ShiftInsertPrimary, PasteStyle::ShiftInsert}) {
-        EXPECT_TRUE(pasteShortcuts().contains(shortcutName(style))) << shortcutName(style).toStdString();
+        EXPECT_TRUE(shortcutNames().contains(shortcutName(style))) << shortcutName(style).toStdString();
     }
 }
 

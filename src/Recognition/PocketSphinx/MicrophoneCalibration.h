@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Recognition/RecordingDecoder.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -32,7 +34,7 @@ private:
     std::size_t m_nextAttempt = firstAttempt;
 
     // In samples.
-    static constexpr std::size_t second = 16000;
+    static constexpr std::size_t second = RecordingDecoder::sampleRate;
     static constexpr std::size_t firstAttempt = second * 3 / 2;
     static constexpr std::size_t attemptStep = second / 2;
     static constexpr std::size_t longest = second * 6;

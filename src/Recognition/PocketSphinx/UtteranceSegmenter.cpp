@@ -1,5 +1,7 @@
 #include "Recognition/PocketSphinx/UtteranceSegmenter.h"
 
+#include "Recognition/RecordingDecoder.h"
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -12,7 +14,7 @@ bool UtteranceSegmenter::endsHere(bool isInSpeech, int trailingSilence, std::siz
         std::size_t length;
         int silence;
     };
-    constexpr std::size_t second = 16000;
+    constexpr std::size_t second = RecordingDecoder::sampleRate;
     constexpr Limit limits[] = {{8 * second, 8}, {14 * second, 3}};
     const bool isPause = std::exchange(m_wasInSpeech, isInSpeech) && !isInSpeech;
     return isPause || std::any_of(std::begin(limits), std::end(limits), [&](const Limit &limit) {

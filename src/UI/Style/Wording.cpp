@@ -1,6 +1,6 @@
 #include "UI/Style/Wording.h"
 
-#include "Insertion/PasteReceipt.h"
+#include "Insertion/PasteStyle.h"
 
 #include <QCoreApplication>
 
@@ -26,7 +26,7 @@ QString errorText(const QString &description)
     if (const QString whole = text(description); whole != description) {
         return whole;
     }
-    for (const auto &shortcut : pasteShortcuts()) {
+    for (const auto &shortcut : shortcutNames()) {
         const QString source = QString(description).replace(shortcut, QStringLiteral("%1"));
         if (const QString translated = text(source); translated != source) {
             return translated.arg(shortcut);
