@@ -86,6 +86,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     checkFiles(folder);
     require(QDir(place).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot) ==
             QStringList(QStringLiteral("unpacked")));
+    // What Qt takes for the name of a resource would be written to the current folder.
+    require(QDir().entryList({QStringLiteral(":*")}, QDir::AllEntries | QDir::Hidden | QDir::System).isEmpty());
     require(innermostFolder(folder).startsWith(folder));
     require(QDir(place).removeRecursively());
     return 0;

@@ -45,6 +45,8 @@ archive("lacking.tar.gz", [member("model-2026/model.onnx", MODEL)])
 
 archive("upwards.tar.gz", wrapped(member("model-2026/../../outside", b"gotcha")))
 archive("absolute.tar.gz", wrapped(member("/tmp/talmo-outside", b"gotcha")))
+archive("resource.tar.gz", wrapped(member(":talmo-outside/inner", b"gotcha")))
+archive("hidden-resource.tar.gz", wrapped(member("./:talmo-outside/inner", b"gotcha")))
 archive("symlink.tar.gz", wrapped(member("model-2026/link", type=tarfile.SYMTYPE, linkname="/tmp"),
                                   member("model-2026/link/outside", b"gotcha")))
 archive("hardlink.tar.gz", wrapped(member("model-2026/link", type=tarfile.LNKTYPE, linkname="../../../etc/passwd")))

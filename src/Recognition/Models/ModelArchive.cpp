@@ -54,13 +54,16 @@ QString placeOf(archive_entry *entry)
 {
     const char *raw = archive_entry_pathname(entry);
     const QString name = raw == nullptr ? QString() : QFile::decodeName(raw);
+    const QString place = QDir::cleanPath(name);
     const auto steps = name.split(QLatin1Char('/'), Qt::SkipEmptyParts);
-    const bool isUnsafe = name.isEmpty() || name.startsWith(QLatin1Char('/')) || name.contains(QLatin1Char('\\')) ||
-                          steps.contains(QStringLiteral("..")) || steps.size() > deepestPath;
+    // To Qt, “:name” is an absolute path too, which a leading “./” only hides.
+    const bool isUnsafe = name.isEmpty() || QDir::isAbsolutePath(name) || QDir::isAbsolutePath(place) ||
+                          name.contains(QLatin1Char('\\')) || steps.contains(QStringLiteral("..")) ||
+                          steps.size() > deepestPath;
     if (isUnsafe) {
         refuse(QStringLiteral("“%1” is an unsafe path").arg(name));
     }
-    return QDir::cleanPath(name);
+    return place;
 }
 
 /// Accepts regular files and folders only, and no links.

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <filesystem>
 #include <string>
 
 namespace talmo::test {
@@ -98,6 +99,7 @@ TEST_P(HostileArchives, writeNothingOutsideTheFolder)
     EXPECT_TRUE(unpack(QString::fromLatin1(name)).contains(QString::fromLatin1(complaint)))
         << unpack(QString::fromLatin1(name)).toStdString();
     EXPECT_FALSE(QFile::exists(u"/tmp/talmo-outside"_s));
+    EXPECT_FALSE(std::filesystem::exists(":talmo-outside")); // QFile would look for a resource.
     for (const auto &found : everything()) {
         const bool isInside = found.startsWith(u"model-2026"_s) || found == u"."_s || found == u"../"_s;
         EXPECT_TRUE(isInside) << found.toStdString();
@@ -109,6 +111,7 @@ INSTANTIATE_TEST_SUITE_P(
     All, HostileArchives,
     testing::Values(std::pair("upwards.tar.gz", "unsafe path"), std::pair("upwards.zip", "unsafe path"),
                     std::pair("absolute.tar.gz", "unsafe path"), std::pair("deep.tar.gz", "unsafe path"),
+                    std::pair("resource.tar.gz", "unsafe path"), std::pair("hidden-resource.tar.gz", "unsafe path"),
                     std::pair("symlink.tar.gz", "neither a file nor a folder"),
                     std::pair("hardlink.tar.gz", "neither a file nor a folder"),
                     std::pair("device.tar.gz", "neither a file nor a folder"),
