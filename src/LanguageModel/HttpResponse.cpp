@@ -90,8 +90,8 @@ std::optional<QByteArray> HttpResponse::takeLine()
 {
     const auto end = m_pending.indexOf('\n');
     const auto size = end < 0 ? m_pending.size() : end + 1;
-    constexpr qsizetype mostOverhead = 8; // Per byte of a body that arrives in tiny chunks.
-    if (m_lineBytes + size > largestHead + mostOverhead * m_body.size()) {
+    // A long body may have as many bytes of framing: an endless one in chunks of a byte would cost seconds to reject.
+    if (m_lineBytes + size > largestHead + m_body.size()) {
         refuseSize();
     }
     if (end < 0) {

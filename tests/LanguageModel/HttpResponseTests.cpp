@@ -98,4 +98,19 @@ TEST(HttpResponse, rejectsOversizedResponses)
         Error);
 }
 
+TEST(HttpResponse, refusesBodyThatIsMostlyChunkSizes)
+{
+    HttpResponse response;
+    response.take("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n");
+    const QByteArray chunk("1;y\r\n \r\n");
+    qsizetype taken = 0;
+    EXPECT_THROW(
+        while (taken < HttpResponse::largestBody) {
+            response.take(chunk);
+            taken += chunk.size();
+        },
+        Error);
+    EXPECT_LT(taken, 2 * HttpResponse::largestHead);
+}
+
 } // namespace talmo::test
