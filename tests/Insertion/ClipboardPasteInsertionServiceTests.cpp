@@ -18,6 +18,8 @@ namespace {
 
 class ClipboardPasteInsertionServiceTest : public testing::Test {
 protected:
+    /// Lets a paste still waiting end while what it uses exists.
+    void TearDown() override { clock->advance(1min); }
     void insert(const QString &text, std::stop_token stop = {})
     {
         task.emplace(run(service, text, stop, &outcome));

@@ -53,6 +53,16 @@ QCoro::Task<void> noteOutcome(QCoro::Task<Value> task, QString *outcome)
 /// Runs on the test's thread; everything else is real.
 class SpeechTranscriptionServiceTest : public testing::Test {
 protected:
+    /// Lets everything still waiting end while what it uses exists.
+    void TearDown() override
+    {
+        if (const auto transcriber = platform->lastTranscriber.lock()) {
+            transcriber->stream.second.finish(); // A recording lives until its results end.
+        }
+        service.reset();
+        recorder->stop();
+        settle();
+    }
     template <typename Value>
     QString outcomeOf(QCoro::Task<Value> task)
     {

@@ -50,6 +50,16 @@ QCoro::Task<void> noteOutcome(QCoro::Task<Value> task, std::shared_ptr<QString> 
 
 class TranscriptionStatesTest : public testing::Test {
 protected:
+    /// Lets everything still waiting end while what it uses exists.
+    void TearDown() override
+    {
+        if (const auto transcriber = platform->lastTranscriber.lock()) {
+            transcriber->stream.second.finish(); // A recording lives until its results end.
+        }
+        service.reset();
+        recorder->stop();
+        settle();
+    }
     /// The task's outcome; empty while it is pending.
     template <typename Value>
     std::shared_ptr<QString> run(QCoro::Task<Value> task)

@@ -55,9 +55,11 @@ public:
         world.onInsert = [this] { return insertion->future(); };
     }
 
+    /// Lets everything still waiting end while what it uses exists.
     ~GestureWorld()
     {
         insertion->finish();
+        edit->finish(QString());
         pass(std::chrono::seconds(10));
     }
     GestureWorld(const GestureWorld &) = delete;

@@ -98,6 +98,10 @@ public:
         }
         coordinator = std::make_unique<TalmoCoordinator>(std::move(parts));
     }
+    /// Lets everything still waiting end while what it uses exists.
+    ~RecordingWorld() { clock->advance(std::chrono::minutes(1)); }
+    RecordingWorld(const RecordingWorld &) = delete;
+    RecordingWorld &operator=(const RecordingWorld &) = delete;
 
     /// The calls since the previous takeCalls().
     Calls takeCalls() { return std::exchange(calls, {}); }
