@@ -1,9 +1,9 @@
 #pragma once
 
 #include "Recognition/Signal/NoiseLevel.h"
+#include "Recognition/Signal/NoiseSuppressor.h"
 
 #include <cstdint>
-#include <memory>
 #include <span>
 #include <vector>
 
@@ -14,10 +14,7 @@ namespace talmo {
 class NoiseReduction {
 public:
     /// Throws Error if the library reports one.
-    NoiseReduction();
-    ~NoiseReduction();
-    NoiseReduction(const NoiseReduction &) = delete;
-    NoiseReduction &operator=(const NoiseReduction &) = delete;
+    NoiseReduction() = default;
 
     /// One channel at 16 kHz. Returns whole 10 ms frames; the remainder is returned by the next call.
     std::vector<std::int16_t> reduce(std::span<const std::int16_t> samples);
@@ -31,8 +28,7 @@ public:
     bool isWorthwhile() const { return m_isWorthwhile; }
 
 private:
-    struct Filter;
-    std::unique_ptr<Filter> m_filter;
+    NoiseSuppressor m_suppressor;
     std::vector<std::int16_t> m_rest;
     NoiseLevel m_level;
     bool m_isWorthwhile = false;
