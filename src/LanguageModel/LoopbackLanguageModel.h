@@ -20,7 +20,7 @@ class ModelServerConnection;
 /// others'. The server is probed only on request, never by a timer, and remembered in between.
 ///
 /// Requests are sent one at a time: a server may edit only one, and queued requests would exceed their timeout. Each
-/// has its ten seconds from when it is sent.
+/// fails after ten seconds without a token, counted from when it is sent, and after two minutes in any case.
 class LoopbackLanguageModel final : public LanguageModel {
 public:
     struct Configuration {

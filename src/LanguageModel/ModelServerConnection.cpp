@@ -12,7 +12,9 @@ namespace talmo {
 
 namespace {
 
-constexpr Duration longestAnswer = std::chrono::seconds(10);
+constexpr Duration longestSilence = std::chrono::seconds(10);
+/// Of an answer that makes progress all the time.
+constexpr Duration longestAnswer = std::chrono::minutes(2);
 constexpr Duration longestLook = std::chrono::seconds(1); // A probe makes two such requests.
 
 constexpr int httpOk = 200;
@@ -247,10 +249,15 @@ void ModelServerConnection::settle(std::optional<UnavailableReason> reason, cons
     generalLog().info("language model: %s", {description});
 }
 
-QFuture<HttpReply> ModelServerConnection::ask(const QByteArray &request)
+QFuture<HttpReply> ModelServerConnection::ask(const QByteArray &request, BodyReader reader)
 {
     m_isAsking = true;
-    return opened(m_requests).postJson(at(m_base, QStringLiteral("/v1/chat/completions")), request, longestAnswer);
+    return opened(m_requests).postJson(chatAddress(), request, {longestSilence, longestAnswer}, std::move(reader));
+}
+
+QUrl ModelServerConnection::chatAddress() const
+{
+    return at(m_base, QStringLiteral("/v1/chat/completions"));
 }
 
 void ModelServerConnection::requestFailed(int status)
@@ -281,10 +288,10 @@ void ModelServerConnection::endTurn(bool isLate)
 }
 
 /// A server that does not respond while it edits must not be sent the next request before it is free, or that one would
-/// time out as well. It gets as long again as any request; after that it counts as hung.
+/// time out as well. It gets as long again as for a token; after that it counts as hung.
 QCoro::Task<void> ModelServerConnection::passTurnWhenFree(std::shared_ptr<ModelServerConnection> self)
 {
-    const Instant latest = self->m_clock->now() + longestAnswer;
+    const Instant latest = self->m_clock->now() + longestSilence;
     do {
         const auto looking = self->refresh();
         co_await looking;

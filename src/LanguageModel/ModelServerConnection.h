@@ -33,7 +33,8 @@ public:
     /// `isLate`: the request timed out, and the server may still be busy with it.
     void endTurn(bool isLate);
 
-    QFuture<HttpReply> ask(const QByteArray &request);
+    /// `reader`: shown the answer while it arrives.
+    QFuture<HttpReply> ask(const QByteArray &request, BodyReader reader);
     QString modelName() const { return m_modelName; }
     /// The known state no longer holds. `status`: the HTTP status, 0 if there was no response.
     void requestFailed(int status);
@@ -51,6 +52,7 @@ private:
     static QCoro::Task<Probe> probe(std::shared_ptr<ModelServerConnection> self, QUrl base);
     static QCoro::Task<void> passTurnWhenFree(std::shared_ptr<ModelServerConnection> self);
     void passTurn();
+    QUrl chatAddress() const;
     void take(const std::vector<Probe> &probes);
     void takeRefused(const std::vector<Probe> &probes);
     void takeUsable(const Probe &probe);
@@ -61,7 +63,7 @@ private:
     std::shared_ptr<Clock> m_clock;
     std::shared_ptr<const ServerTrust> m_trust; ///< Null if the user configured the server's address.
     QList<QUrl> m_addresses;
-    // Both belong to the thread they are created on.
+    // They belong to the thread they are created on.
     std::unique_ptr<LoopbackHttp> m_looks;
     std::unique_ptr<LoopbackHttp> m_requests;
     bool m_isShutDown = false;
