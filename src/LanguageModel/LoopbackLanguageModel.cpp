@@ -140,6 +140,17 @@ LoopbackLanguageModel::Server LoopbackLanguageModel::server() const
     return m_connection->server();
 }
 
+void LoopbackLanguageModel::warmUp(const QString &instructions, const QString &promptStart)
+{
+    m_executor->post(
+        [connection = m_connection, instructions, promptStart] { connection->warmUp(instructions, promptStart); });
+}
+
+void LoopbackLanguageModel::cancelWarmUp()
+{
+    m_executor->post([connection = m_connection] { connection->cancelWarmUp(); });
+}
+
 QFuture<void> LoopbackLanguageModel::cancelRequests()
 {
     return m_executor->call([connection = m_connection] { connection->cancelRequests(); });

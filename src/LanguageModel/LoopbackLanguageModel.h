@@ -58,6 +58,12 @@ public:
     QString description() const;
     Server server() const;
 
+    /// Has the server read what a conversation with these instructions begins with, so that it need not when there is a
+    /// prompt. `promptStart`: what every prompt begins with. At most one is under way: a later one replaces it, any
+    /// request ends it, and none begins during a request. Its failure has no consequences. Any thread; returns at once.
+    void warmUp(const QString &instructions, const QString &promptStart);
+    void cancelWarmUp();
+
     /// Fails every pending or queued request at once with Cancelled. Any thread.
     QFuture<void> cancelRequests();
 
