@@ -74,6 +74,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
 {
     FuzzedDataProvider data(bytes, size);
     const bool isPost = data.ConsumeBool();
+    const bool isStream = data.ConsumeBool();
     const auto split = data.ConsumeIntegral<std::uint16_t>();
     const QByteArray answer = fuzz::rest(data);
     world->server.first = answer.left(split);
@@ -82,7 +83,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
     QUrl url(QStringLiteral("http://127.0.0.1:%1").arg(world->server.serverPort()));
     url.setPath(isPost ? QStringLiteral("/v1/chat") : QStringLiteral("/v1/models"));
     constexpr auto deadline = std::chrono::seconds(5);
-    auto reply = isPost ? world->http.postJson(url, "{}", deadline) : world->http.get(url, deadline);
+    // What the reader of a stream is shown is the body, or a part of it up to where it has enough.
+    QByteArray shown;
+    const auto read = [&shown](const QByteArray &piece) {
+        require(!piece.isEmpty());
+        shown += piece;
+        return piece.contains('.') ? BodyProgress::Complete : BodyProgress::Advanced;
+    };
+    auto reply = isPost
+                     ? world->http.postJson(url, "{}", {deadline, deadline}, isStream ? BodyReader(read) : BodyReader())
+                     : world->http.get(url, deadline);
     // For some damaged replies, Qt keeps waiting after their end; those are ended by the timeout, in virtual time.
     if (!testbed::waitUntil([&reply] { return reply.isFinished(); }, std::chrono::milliseconds(20))) {
         world->clock->advance(deadline);
@@ -92,6 +102,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
         const HttpReply got = reply.result();
         require(world->server.requests >= 1 && got.status > 0);
         require(got.body.size() <= answer.size()); // Nothing is decompressed.
+        require(shown.isEmpty() || shown == got.body);
     } catch (const Error &error) {
         require(!error.localizedDescription().isEmpty());
     }

@@ -2,6 +2,7 @@
 
 #include "Base/Error.h"
 #include "Fuzzing.h"
+#include "LanguageModel/AnswerStream.h"
 #include "LanguageModel/ModelServerAddress.h"
 #include "LanguageModel/ModelServerProtocol.h"
 
@@ -9,6 +10,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+
+#include <optional>
 
 using namespace talmo;
 using fuzz::require;
@@ -25,6 +28,29 @@ void checkAnswer(const QByteArray &body)
     } catch (const Error &error) {
         require(!error.localizedDescription().isEmpty());
     }
+}
+
+/// A streamed answer, in two pieces and whole: where it is split makes no difference.
+void checkStream(const QByteArray &body, qsizetype split)
+{
+    const auto answer = [](const QList<QByteArray> &pieces) {
+        std::optional<QString> text;
+        try {
+            AnswerStream stream;
+            for (const auto &piece : pieces) {
+                if (stream.take(piece) == AnswerStream::Progress::Complete) {
+                    break;
+                }
+            }
+            text = stream.text();
+        } catch (const Error &error) {
+            require(!error.localizedDescription().isEmpty());
+        }
+        return text;
+    };
+    const auto whole = answer({body});
+    require(whole == answer({body.left(split), body.mid(split)}));
+    require(!whole || whole->size() <= body.size()); // Nothing is added.
 }
 
 void checkModels(const QByteArray &body)
@@ -84,8 +110,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
         checkAddress(fuzz::textUpTo(data, data.remaining_bytes()));
         break;
     default: {
+        const auto split = data.ConsumeIntegral<std::uint8_t>();
         const QByteArray body = fuzz::rest(data);
         checkAnswer(body);
+        checkStream(body, split);
         checkModels(body);
         break;
     }

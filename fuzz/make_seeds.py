@@ -95,15 +95,19 @@ def http_answers():
         "upgrade": "HTTP/1.1 101 Switching\r\nUpgrade: h2c\r\nConnection: upgrade\r\n\r\n",
     }
     for name, answer in answers.items():
-        seed("http", name, answer, b"\xff\xff\x00")
-        seed("http", name + "-split", answer, b"\x11\x00\x01")
+        seed("http", name, answer, b"\xff\xff\x00\x00")
+        seed("http", name + "-split", answer, b"\x11\x00\x01\x01")
 
 
 def model_answers():
     answer = {"choices": [{"finish_reason": "stop", "message": {"role": "assistant", "content": "<think>x</think>Yes."}}]}
-    seed("model-answer", "answer", json.dumps(answer), b"\x02")
-    seed("model-answer", "cut", json.dumps(answer).replace("stop", "length"), b"\x02")
-    seed("model-answer", "models", json.dumps({"data": [{"id": "embed"}, {"id": "llama"}]}), b"\x02")
+    seed("model-answer", "answer", json.dumps(answer), b"\x30\x02")
+    seed("model-answer", "cut", json.dumps(answer).replace("stop", "length"), b"\x30\x02")
+    token = {"choices": [{"delta": {"content": "Yes."}, "finish_reason": None}]}
+    stream = "".join(f"data: {json.dumps(each)}\n\n" for each in (token, token))
+    seed("model-answer", "stream", stream + "data: [DONE]\n\n", b"\x30\x02")
+    seed("model-answer", "stream-crlf", (": x\n\n" + stream).replace("\n", "\r\n"), b"\x05\x02")
+    seed("model-answer", "models", json.dumps({"data": [{"id": "embed"}, {"id": "llama"}]}), b"\x30\x02")
     for number, address in enumerate(("http://127.0.0.1:8080/v1", "localhost:11434", "http://[::1]:1234", "127.1")):
         seed("model-answer", f"address-{number}", address, b"\x01\x01")
 

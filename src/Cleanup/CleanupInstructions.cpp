@@ -206,9 +206,14 @@ QString buildInstructions(const QStringList &dictionaryWords, bool isBulletList,
     return lines.joined();
 }
 
+QString promptStart()
+{
+    return QStringLiteral("<transcript>");
+}
+
 QString transcriptPrompt(const QString &text)
 {
-    return QStringLiteral("<transcript>") + text + QStringLiteral("</transcript>");
+    return promptStart() + text + QStringLiteral("</transcript>");
 }
 
 } // namespace talmo

@@ -25,8 +25,9 @@ class LanguageModelSession {
 public:
     virtual ~LanguageModelSession() = default;
 
-    /// The model's complete answer to one prompt. Fails, within ten seconds of sending, if there is none; also if it
-    /// was cut off at the limit, since half a sentence is no answer. May finish on any thread.
+    /// The model's complete answer to one prompt. Fails after ten seconds without progress, and after two minutes in
+    /// any case; also if the answer was cut off at the limit, since half a sentence is no answer. May finish on any
+    /// thread.
     virtual QFuture<QString> respond(const QString &prompt, const GenerationOptions &options) = 0;
 };
 

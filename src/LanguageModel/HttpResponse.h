@@ -28,6 +28,11 @@ public:
     bool isWhole() const { return m_stage == Stage::Whole; }
     HttpReply reply() const { return {m_status, m_body}; }
 
+    /// 0 until the status line has arrived. Also that of an interim response.
+    int status() const { return m_status; }
+    /// What has arrived of it so far.
+    const QByteArray &body() const { return m_body; }
+
 private:
     enum class Stage { StatusLine, Headers, Body, BodyUntilEnd, ChunkSize, Chunk, ChunkEnd, Trailers, Whole };
 

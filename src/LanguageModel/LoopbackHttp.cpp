@@ -1,12 +1,14 @@
 #include "LanguageModel/LoopbackHttp.h"
 
 #include "Base/Completion.h"
+#include "Base/Log.h"
 #include "Base/Task.h"
 
 #include <QNetworkProxy>
 #include <QPointer>
 #include <QTcpSocket>
 
+#include <algorithm>
 #include <stop_token>
 #include <utility>
 
@@ -16,6 +18,7 @@ namespace {
 
 constexpr qint64 readBlock = qint64(64) * 1024;
 constexpr int usualPort = 80;
+constexpr int httpOk = 200;
 
 QByteArray hostOf(const QUrl &url)
 {
@@ -36,12 +39,18 @@ QByteArray head(const QByteArray &method, const QUrl &url)
 /// One request and its response so far. Deletes itself when done.
 class LoopbackHttp::Exchange final : public QObject {
 public:
-    Exchange(QByteArray request, std::shared_ptr<const ServerTrust> trust,
-             std::shared_ptr<Completion<HttpReply>> completion, QObject *parent)
+    struct Parts {
+        QByteArray request;
+        BodyReader reader; ///< May be empty.
+        std::shared_ptr<const ServerTrust> trust;
+        std::shared_ptr<Clock> clock;
+        std::shared_ptr<Completion<HttpReply>> completion;
+    };
+
+    Exchange(Parts parts, QObject *parent)
         : QObject(parent),
-          m_request(std::move(request)),
-          m_trust(std::move(trust)),
-          m_completion(std::move(completion)),
+          m_parts(std::move(parts)),
+          m_lastProgress(m_parts.clock->now()),
           m_socket(new QTcpSocket(this))
     {
         m_socket->setProxy(QNetworkProxy::NoProxy);
@@ -58,12 +67,22 @@ public:
         m_socket->connectToHost(QHostAddress(url.host()), static_cast<quint16>(url.port(usualPort)));
     }
 
-    static QCoro::Task<void> endAt(QPointer<Exchange> exchange, QFuture<void> deadline)
+    /// Ends the exchange once it has exceeded a limit.
+    static QCoro::Task<void> limit(QPointer<Exchange> exchange, std::shared_ptr<Clock> clock, std::stop_token over,
+                                   ResponseLimits limits)
     {
-        try {
-            co_await deadline;
-        } catch (const Cancelled &) {
-            co_return; // The response came first.
+        const Instant latest = clock->now() + limits.whole;
+        Instant due = std::min(clock->now() + limits.silence, latest);
+        while (exchange && clock->now() < due) {
+            const auto waiting = clock->sleep(due - clock->now(), over);
+            try {
+                co_await waiting;
+            } catch (const Cancelled &) {
+                co_return; // The response came first.
+            }
+            if (exchange) {
+                due = std::min(exchange->m_lastProgress + limits.silence, latest);
+            }
         }
         if (exchange) {
             exchange->fail<TookTooLong>(QStringLiteral("The model server timed out."));
@@ -77,11 +96,11 @@ private:
     {
         const Endpoint server{m_socket->peerAddress(), m_socket->peerPort()};
         const Endpoint client{m_socket->localAddress(), m_socket->localPort()};
-        if (m_trust && !m_trust->isTrusted(server, client)) {
+        if (m_parts.trust && !m_parts.trust->isTrusted(server, client)) {
             fail<UntrustedServer>(QStringLiteral("The process listening there belongs to another user."));
             return;
         }
-        m_socket->write(m_request);
+        m_socket->write(m_parts.request);
     }
 
     void read()
@@ -89,10 +108,27 @@ private:
         try {
             while (!isOver() && m_socket->bytesAvailable() > 0) {
                 m_response.take(m_socket->read(readBlock));
+                showReader();
                 finishIfWhole();
             }
         } catch (const Error &error) {
             fail<Error>(error.localizedDescription());
+        }
+    }
+
+    void showReader()
+    {
+        const QByteArray &body = m_response.body();
+        if (!m_parts.reader || m_response.status() != httpOk || body.size() == m_shown) {
+            return;
+        }
+        const QByteArray piece = body.mid(std::exchange(m_shown, body.size()));
+        const auto progress = m_parts.reader(piece);
+        if (progress != BodyProgress::None) {
+            m_lastProgress = m_parts.clock->now();
+        }
+        if (progress == BodyProgress::Complete) {
+            finish();
         }
     }
 
@@ -102,7 +138,7 @@ private:
             return;
         }
         if (error == QAbstractSocket::ConnectionRefusedError) {
-            fail<NobodyListens>(m_socket->errorString());
+            fail<NobodyListens>(QStringLiteral("The model server is not running."));
             return;
         }
         read(); // Data that arrived before the connection closed still counts.
@@ -111,7 +147,8 @@ private:
         }
         try {
             if (error != QAbstractSocket::RemoteHostClosedError) {
-                throw Error(m_socket->errorString());
+                generalLog().info("language model: connection lost: %s", {m_socket->errorString()});
+                throw Error(QStringLiteral("The connection to the model server was lost."));
             }
             m_response.takeEnd();
             finishIfWhole();
@@ -122,20 +159,25 @@ private:
 
     void finishIfWhole()
     {
-        if (m_response.isWhole()) {
-            m_completion->finish(m_response.reply());
-            end();
+        if (!isOver() && m_response.isWhole()) {
+            finish();
         }
+    }
+
+    void finish()
+    {
+        m_parts.completion->finish(m_response.reply());
+        end();
     }
 
     template <typename Problem>
     void fail(const QString &why)
     {
-        m_completion->fail(std::make_exception_ptr(Problem(why)));
+        m_parts.completion->fail(std::make_exception_ptr(Problem(why)));
         end();
     }
 
-    bool isOver() const { return m_completion->isDone(); }
+    bool isOver() const { return m_parts.completion->isDone(); }
 
     void end()
     {
@@ -145,11 +187,11 @@ private:
         deleteLater();
     }
 
-    QByteArray m_request;
-    std::shared_ptr<const ServerTrust> m_trust;
-    std::shared_ptr<Completion<HttpReply>> m_completion;
+    Parts m_parts;
+    Instant m_lastProgress;
     QTcpSocket *m_socket;
     HttpResponse m_response;
+    qsizetype m_shown = 0; ///< The part of the body that the reader has seen.
     std::stop_source m_over;
 };
 
@@ -163,23 +205,30 @@ LoopbackHttp::~LoopbackHttp() = default;
 
 QFuture<HttpReply> LoopbackHttp::get(const QUrl &url, Duration deadline)
 {
-    return send(url, head("GET", url) + "\r\n", deadline);
+    return send(url, head("GET", url) + "\r\n", {deadline, deadline}, {});
 }
 
 QFuture<HttpReply> LoopbackHttp::postJson(const QUrl &url, const QByteArray &json, Duration deadline)
 {
+    return postJson(url, json, {deadline, deadline}, {});
+}
+
+QFuture<HttpReply> LoopbackHttp::postJson(const QUrl &url, const QByteArray &json, ResponseLimits limits,
+                                          BodyReader reader)
+{
     return send(url,
                 head("POST", url) + "Content-Type: application/json\r\nContent-Length: " +
                     QByteArray::number(json.size()) + "\r\n\r\n" + json,
-                deadline);
+                limits, std::move(reader));
 }
 
-QFuture<HttpReply> LoopbackHttp::send(const QUrl &url, const QByteArray &request, Duration deadline)
+QFuture<HttpReply> LoopbackHttp::send(const QUrl &url, const QByteArray &request, ResponseLimits limits,
+                                      BodyReader reader)
 {
     auto completion = Completion<HttpReply>::make();
     auto future = completion->future();
-    auto *exchange = new Exchange(request, m_trust, std::move(completion), &m_exchanges);
-    logEscapes(Exchange::endAt(exchange, m_clock->sleep(deadline, exchange->over())));
+    auto *exchange = new Exchange({request, std::move(reader), m_trust, m_clock, std::move(completion)}, &m_exchanges);
+    logEscapes(Exchange::limit(exchange, m_clock, exchange->over(), limits));
     exchange->begin(url);
     return future;
 }

@@ -3,6 +3,7 @@
 #include "Base/Log.h"
 #include "Base/Task.h"
 #include "LanguageModel/AnswerSafety.h"
+#include "LanguageModel/AnswerStream.h"
 #include "LanguageModel/ModelServerConnection.h"
 #include "LanguageModel/ModelServerProtocol.h"
 
@@ -13,6 +14,24 @@ namespace talmo {
 namespace {
 
 constexpr int httpOk = 200;
+
+BodyProgress progressOf(AnswerStream::Progress progress)
+{
+    switch (progress) {
+    case AnswerStream::Progress::None:
+        return BodyProgress::None;
+    case AnswerStream::Progress::Advanced:
+        return BodyProgress::Advanced;
+    case AnswerStream::Progress::Complete:
+        break;
+    }
+    return BodyProgress::Complete;
+}
+
+BodyReader readerOf(std::shared_ptr<AnswerStream> stream)
+{
+    return [stream = std::move(stream)](const QByteArray &piece) { return progressOf(stream->take(piece)); };
+}
 
 } // namespace
 
@@ -61,13 +80,15 @@ private:
         int status = 0;
         try {
             const auto request = chatRequest(connection->modelName(), instructions, prompt, options);
-            const auto asking = connection->ask(request);
+            const auto stream = std::make_shared<AnswerStream>();
+            const BodyReader reader = readerOf(stream);
+            const auto asking = connection->ask(request, reader);
             const HttpReply reply = co_await asking;
             status = reply.status;
             if (status != httpOk) {
                 throw Error(QStringLiteral("The model server returned status %1.").arg(status));
             }
-            const QString text = withoutControls(chatAnswer(reply.body));
+            const QString text = withoutControls(stream->text());
             requireProportion(text, prompt);
             co_return text;
         } catch (const Cancelled &) {
@@ -117,6 +138,17 @@ QFuture<void> LoopbackLanguageModel::refresh()
 LoopbackLanguageModel::Server LoopbackLanguageModel::server() const
 {
     return m_connection->server();
+}
+
+void LoopbackLanguageModel::warmUp(const QString &instructions, const QString &promptStart)
+{
+    m_executor->post(
+        [connection = m_connection, instructions, promptStart] { connection->warmUp(instructions, promptStart); });
+}
+
+void LoopbackLanguageModel::cancelWarmUp()
+{
+    m_executor->post([connection = m_connection] { connection->cancelWarmUp(); });
 }
 
 QFuture<void> LoopbackLanguageModel::cancelRequests()

@@ -20,7 +20,7 @@ class ModelServerConnection;
 /// others'. The server is probed only on request, never by a timer, and remembered in between.
 ///
 /// Requests are sent one at a time: a server may edit only one, and queued requests would exceed their timeout. Each
-/// has its ten seconds from when it is sent.
+/// fails after ten seconds without a token, counted from when it is sent, and after two minutes in any case.
 class LoopbackLanguageModel final : public LanguageModel {
 public:
     struct Configuration {
@@ -57,6 +57,12 @@ public:
     /// The model and its address, or why there is none, for users who set one up. Any thread.
     QString description() const;
     Server server() const;
+
+    /// Has the server read what a conversation with these instructions begins with, so that it need not when there is a
+    /// prompt. `promptStart`: what every prompt begins with. At most one is under way: a later one replaces it, any
+    /// request ends it, and none begins during a request. Its failure has no consequences. Any thread; returns at once.
+    void warmUp(const QString &instructions, const QString &promptStart);
+    void cancelWarmUp();
 
     /// Fails every pending or queued request at once with Cancelled. Any thread.
     QFuture<void> cancelRequests();

@@ -41,7 +41,7 @@ QStringList loopbackNumbers(const QString &host)
 
 QList<int> usualModelServerPorts()
 {
-    return {8080, 11434, 1234};
+    return {8080, 11434, 1234, 1337, 8000};
 }
 
 QList<QUrl> modelServerAddresses(const QString &setting, const QList<int> &usualPorts)

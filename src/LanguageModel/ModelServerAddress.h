@@ -6,7 +6,7 @@
 
 namespace talmo {
 
-/// The default ports of llama.cpp's server, Ollama and LM Studio.
+/// The default ports of llama.cpp's server, Ollama, LM Studio, Jan and vLLM.
 QList<int> usualModelServerPorts();
 
 /// Where to look for a model server, in this order: the configured address, or these ports on this machine if none is

@@ -12,7 +12,11 @@ namespace talmo {
 
 namespace {
 
-constexpr Duration longestAnswer = std::chrono::seconds(10);
+constexpr Duration longestSilence = std::chrono::seconds(10);
+/// Of an answer that makes progress all the time.
+constexpr Duration longestAnswer = std::chrono::minutes(2);
+/// A slow machine reads the instructions for as long, without a token.
+constexpr Duration longestWarmUp = std::chrono::minutes(1);
 constexpr Duration longestLook = std::chrono::seconds(1); // A probe makes two such requests.
 
 constexpr int httpOk = 200;
@@ -170,8 +174,8 @@ void ModelServerConnection::take(const std::vector<Probe> &probes)
         case Probe::Outcome::Untrusted:
             continue;
         case Probe::Outcome::Silent:
-            if (m_isAsking && !reason() && found.base == m_base) {
-                return; // It is busy editing: a server that handles one request at a time is not gone.
+            if ((m_isAsking || m_isWarmingUp) && !reason() && found.base == m_base) {
+                return; // It is busy with our own request: a server that handles one request at a time is not gone.
             }
             m_isSilent = true;
             [[fallthrough]];
@@ -247,10 +251,61 @@ void ModelServerConnection::settle(std::optional<UnavailableReason> reason, cons
     generalLog().info("language model: %s", {description});
 }
 
-QFuture<HttpReply> ModelServerConnection::ask(const QByteArray &request)
+QFuture<HttpReply> ModelServerConnection::ask(const QByteArray &request, BodyReader reader)
 {
     m_isAsking = true;
-    return opened(m_requests).postJson(at(m_base, QStringLiteral("/v1/chat/completions")), request, longestAnswer);
+    return opened(m_requests).postJson(chatAddress(), request, {longestSilence, longestAnswer}, std::move(reader));
+}
+
+QUrl ModelServerConnection::chatAddress() const
+{
+    return at(m_base, QStringLiteral("/v1/chat/completions"));
+}
+
+void ModelServerConnection::warmUp(const QString &instructions, const QString &promptStart)
+{
+    if (m_isTaken || m_isShutDown) {
+        return; // The server is editing.
+    }
+    cancelWarmUp();
+    logEscapes(warmUpOnceKnown(shared_from_this(), m_warmUp, instructions, promptStart));
+}
+
+/// `number`: that of this warm-up; it ends as soon as there is a later one.
+QCoro::Task<void> ModelServerConnection::warmUpOnceKnown(std::shared_ptr<ModelServerConnection> self, int number,
+                                                         QString instructions, QString promptStart)
+{
+    const QFuture<void> looking = self->m_looking.value_or(ready());
+    co_await looking;
+    if (number != self->m_warmUp || self->m_isShutDown || self->reason()) {
+        co_return;
+    }
+    GenerationOptions options;
+    options.maximumResponseTokens = 1;
+    const auto request = chatRequest(self->m_modelName, instructions, promptStart, options);
+    self->m_isWarmingUp = true;
+    const auto begin = self->m_clock->now();
+    const auto asking = self->opened(self->m_warmUps).postJson(self->chatAddress(), request, longestWarmUp);
+    try {
+        const HttpReply reply = co_await asking;
+        const auto took = std::chrono::duration_cast<std::chrono::milliseconds>(self->m_clock->now() - begin);
+        generalLog().debug("language model: read the instructions in %s ms, status %s",
+                           {QString::number(took.count()), QString::number(reply.status)});
+    } catch (const Cancelled &) { // NOLINT(bugprone-empty-catch): whoever cancelled it knows.
+    } catch (const Error &error) {
+        // No reason to look for another server: the request for the edit will find out.
+        generalLog().debug("language model: cannot prepare: %s", {error.localizedDescription()});
+    }
+    if (number == self->m_warmUp) {
+        self->m_isWarmingUp = false;
+    }
+}
+
+void ModelServerConnection::cancelWarmUp()
+{
+    ++m_warmUp;
+    m_isWarmingUp = false;
+    m_warmUps.reset();
 }
 
 void ModelServerConnection::requestFailed(int status)
@@ -264,6 +319,7 @@ void ModelServerConnection::requestFailed(int status)
 
 QFuture<void> ModelServerConnection::turn()
 {
+    cancelWarmUp(); // What the server has read by now, it need not read again.
     if (!std::exchange(m_isTaken, true)) {
         return ready();
     }
@@ -281,10 +337,10 @@ void ModelServerConnection::endTurn(bool isLate)
 }
 
 /// A server that does not respond while it edits must not be sent the next request before it is free, or that one would
-/// time out as well. It gets as long again as any request; after that it counts as hung.
+/// time out as well. It gets as long again as for a token; after that it counts as hung.
 QCoro::Task<void> ModelServerConnection::passTurnWhenFree(std::shared_ptr<ModelServerConnection> self)
 {
-    const Instant latest = self->m_clock->now() + longestAnswer;
+    const Instant latest = self->m_clock->now() + longestSilence;
     do {
         const auto looking = self->refresh();
         co_await looking;
@@ -308,6 +364,7 @@ void ModelServerConnection::cancelRequests()
         waiting->fail(std::make_exception_ptr(Cancelled()));
     }
     m_requests.reset();
+    cancelWarmUp();
 }
 
 void ModelServerConnection::shutDown()

@@ -33,10 +33,16 @@ public:
     /// `isLate`: the request timed out, and the server may still be busy with it.
     void endTurn(bool isLate);
 
-    QFuture<HttpReply> ask(const QByteArray &request);
+    /// `reader`: shown the answer while it arrives.
+    QFuture<HttpReply> ask(const QByteArray &request, BodyReader reader);
     QString modelName() const { return m_modelName; }
     /// The known state no longer holds. `status`: the HTTP status, 0 if there was no response.
     void requestFailed(int status);
+
+    /// Has the server read the beginning of a conversation, unless it has a request to answer. The next turn() cancels
+    /// it, and so does the next warmUp().
+    void warmUp(const QString &instructions, const QString &promptStart);
+    void cancelWarmUp();
 
     /// Cancels the current request and the queued ones.
     void cancelRequests();
@@ -50,7 +56,10 @@ private:
                                   std::shared_ptr<Completion<void>> completion);
     static QCoro::Task<Probe> probe(std::shared_ptr<ModelServerConnection> self, QUrl base);
     static QCoro::Task<void> passTurnWhenFree(std::shared_ptr<ModelServerConnection> self);
+    static QCoro::Task<void> warmUpOnceKnown(std::shared_ptr<ModelServerConnection> self, int number,
+                                             QString instructions, QString promptStart);
     void passTurn();
+    QUrl chatAddress() const;
     void take(const std::vector<Probe> &probes);
     void takeRefused(const std::vector<Probe> &probes);
     void takeUsable(const Probe &probe);
@@ -61,9 +70,10 @@ private:
     std::shared_ptr<Clock> m_clock;
     std::shared_ptr<const ServerTrust> m_trust; ///< Null if the user configured the server's address.
     QList<QUrl> m_addresses;
-    // Both belong to the thread they are created on.
+    // They belong to the thread they are created on.
     std::unique_ptr<LoopbackHttp> m_looks;
     std::unique_ptr<LoopbackHttp> m_requests;
+    std::unique_ptr<LoopbackHttp> m_warmUps;
     bool m_isShutDown = false;
     std::optional<QFuture<void>> m_looking;
     QUrl m_base;
@@ -71,6 +81,8 @@ private:
     QStringList m_refused;
     bool m_isSilent = false; ///< A server did not respond to the last probe in time.
     bool m_isAsking = false;
+    bool m_isWarmingUp = false;
+    int m_warmUp = 0;       ///< The number of the current warm-up, or of the next one.
     bool m_isTaken = false; ///< A caller has its turn.
     std::deque<std::shared_ptr<Completion<void>>> m_waiting;
 

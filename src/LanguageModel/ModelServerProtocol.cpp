@@ -26,16 +26,6 @@ QJsonObject message(const char *role, const QString &content)
     return {{QStringLiteral("role"), QString::fromLatin1(role)}, {QStringLiteral("content"), content}};
 }
 
-/// Some models emit their reasoning first, and some servers pass it on.
-QString withoutThoughts(const QString &content)
-{
-    const auto opening = QStringLiteral("<think>");
-    const auto closing = QStringLiteral("</think>");
-    const QString trimmed = content.trimmed();
-    const auto end = trimmed.indexOf(closing);
-    return trimmed.startsWith(opening) && end >= 0 ? trimmed.mid(end + closing.size()) : content;
-}
-
 } // namespace
 
 QByteArray chatRequest(const QString &model, const QString &instructions, const QString &prompt,
@@ -46,7 +36,7 @@ QByteArray chatRequest(const QString &model, const QString &instructions, const 
         {QStringLiteral("messages"), QJsonArray{message("system", instructions), message("user", prompt)}},
         {QStringLiteral("temperature"), options.temperature.value_or(0.0)}, // Greedy.
         {QStringLiteral("seed"), seed},
-        {QStringLiteral("stream"), false},
+        {QStringLiteral("stream"), true},
     };
     if (options.maximumResponseTokens) {
         request.insert(QStringLiteral("max_tokens"), static_cast<qint64>(*options.maximumResponseTokens));
@@ -65,6 +55,15 @@ QString chatAnswer(const QByteArray &body)
         throw Error(QStringLiteral("The model's answer was cut off."));
     }
     return withoutThoughts(content.toString());
+}
+
+QString withoutThoughts(const QString &content)
+{
+    const auto opening = QStringLiteral("<think>");
+    const auto closing = QStringLiteral("</think>");
+    const QString trimmed = content.trimmed();
+    const auto end = trimmed.indexOf(closing);
+    return trimmed.startsWith(opening) && end >= 0 ? trimmed.mid(end + closing.size()) : content;
 }
 
 QStringList modelNames(const QByteArray &body)

@@ -1,5 +1,6 @@
 #include "Main/Services.h"
 
+#include "App/TimedCleanupService.h"
 #include "Input/Audio/SpeexAudioConverter.h"
 #include "Input/Hotkey/GlobalHotkeyManager.h"
 #include "Insertion/ClipboardPasteInsertionService.h"
@@ -40,6 +41,14 @@ std::shared_ptr<PermissionsManager> makePermissions(const ServiceParts &parts)
     return permissions;
 }
 
+std::shared_ptr<CleanupService> timed(std::shared_ptr<CleanupService> cleanup, std::shared_ptr<EditingPace> pace,
+                                      const ServiceParts &parts)
+{
+    return std::make_shared<TimedCleanupService>(TimedCleanupService::Parts{
+        std::move(cleanup), parts.clock, [model = parts.languageModel] { return model->server().model; },
+        [pace = std::move(pace)](const QString &editor, Duration duration) { pace->note(editor, duration); }});
+}
+
 std::shared_ptr<TextInsertionService> makeInsertion(const ServiceParts &parts)
 {
     const Desktop &desktop = *parts.desktop;
@@ -60,9 +69,10 @@ Services::Services(const ServiceParts &parts)
       transcription(std::make_shared<SpeechTranscriptionService>(
           parts.speech, std::make_shared<SpeexAudioConverterFactory>(), parts.executors.speech, parts.executors.main)),
       cleanup(std::make_shared<TextCleanupService>(parts.executors.cleanup, parts.languageModel)),
+      editingPace(std::make_shared<EditingPace>()),
       // Else the model would go on thinking, for nobody.
       interruptibleCleanup(std::make_shared<InterruptibleCleanupService>(
-          cleanup, [model = parts.languageModel] { model->cancelRequests(); })),
+          timed(cleanup, editingPace, parts), [model = parts.languageModel] { model->cancelRequests(); })),
       preroll(std::make_shared<PulsePreroll>(parts.audioEngine, parts.executors.speech)),
       notice(std::make_shared<DictationNotice>()),
       gestures(std::make_shared<DeferringHotkeyService>(DeferringHotkeyService::Parts{

@@ -8,6 +8,7 @@
 #include "Cleanup/TextCleanupService.h"
 #include "Input/Audio/AudioRecorder.h"
 #include "Input/Permissions/PermissionsManager.h"
+#include "LanguageModel/EditingPace.h"
 #include "LanguageModel/LoopbackLanguageModel.h"
 #include "Main/Executors.h"
 #include "Platform/Desktop.h"
@@ -47,6 +48,7 @@ struct Services {
     std::shared_ptr<AudioRecorder> recorder;
     std::shared_ptr<TranscriptionService> transcription;
     std::shared_ptr<TextCleanupService> cleanup;
+    std::shared_ptr<EditingPace> editingPace;
     std::shared_ptr<InterruptibleCleanupService> interruptibleCleanup;
     std::shared_ptr<SpeechPreroll> preroll;
     std::shared_ptr<DictationNotice> notice;

@@ -5,6 +5,7 @@
 #include "Base/Task.h"
 #include "Control/ControlServer.h"
 #include "Control/ControlSocket.h"
+#include "LanguageModel/SmallerModel.h"
 #include "Main/PasswordFieldSettingsModel.h"
 #include "Main/RecogniserSettingsModel.h"
 #include "Main/Shutdown.h"
@@ -33,6 +34,18 @@ QCoro::Task<void> chooseRecogniser(std::shared_ptr<RecogniserSettingsModel> reco
     recogniser->choose(id);
     const auto saving = defaults->saved();
     co_await saving;
+}
+
+EditingServer editingServer(const LoopbackLanguageModel::Server &server, const EditingPace &pace)
+{
+    EditingServer shown{server.model, server.place, server.refused};
+    if (pace.isSlow(server.model)) {
+        const auto slow = std::chrono::duration_cast<std::chrono::seconds>(EditingPace::slowEdit);
+        const auto faster = smallerModel(server.model).value_or(RecommendedModel());
+        shown.slowness =
+            EditingServer::Slowness{static_cast<int>(slow.count()), faster.name, faster.megabytes, faster.licence};
+    }
+    return shown;
 }
 
 } // namespace
@@ -116,9 +129,8 @@ void TalmoApp::showInterface(TalmoCoordinator &coordinator)
     context.permissions = m_services->permissions;
     context.unavailabilityMessage = [cleanup = m_services->cleanup] { return cleanup->unavailabilityMessage(); };
     context.refreshAvailability = [model = m_languageModel] { return model->refresh(); };
-    context.editingServer = [model = m_languageModel] {
-        const auto server = model->server();
-        return EditingServer{server.model, server.place, server.refused};
+    context.editingServer = [model = m_languageModel, pace = m_services->editingPace] {
+        return editingServer(model->server(), *pace);
     };
     context.recogniser = m_recogniserSettings;
     context.recovery = m_services->recovery;

@@ -1,6 +1,7 @@
 #include "Main/WarmUp.h"
 
 #include "Base/Log.h"
+#include "Cleanup/CleanupInstructions.h"
 #include "Settings/TalmoSettings.h"
 
 namespace talmo {
@@ -12,7 +13,11 @@ WarmUp::WarmUp(const Parts &parts, TalmoCoordinator &coordinator)
                                   [engines = parts.engines, locale = parts.locale, model = parts.languageModel] {
                                       engines->warmUp(locale->currentIdentifier());
                                       model->refresh(); // Answered before the user has finished speaking.
-                                  }})
+                                  }}),
+      m_instructions(coordinator, {[model = parts.languageModel](const QString &instructions) {
+                                       model->warmUp(instructions, promptStart());
+                                   },
+                                   [model = parts.languageModel] { model->cancelWarmUp(); }})
 {
     followState(coordinator);
     followDictionary();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "App/InstructionsWarmUp.h"
 #include "App/PressPreparation.h"
 #include "Main/Services.h"
 #include "Recognition/EngineRegistry.h"
@@ -11,7 +12,8 @@
 namespace talmo {
 
 /// Has everything ready by the time it is needed: models load at the press, while a hold is still undecided; the user's
-/// own words reach the engines as they are entered; models stay loaded while somebody dictates. Main thread.
+/// own words reach the engines as they are entered; models stay loaded while somebody dictates; the language model
+/// reads its instructions while the user speaks. Main thread.
 class WarmUp final : public QObject {
 public:
     struct Parts {
@@ -32,6 +34,7 @@ private:
 
     std::shared_ptr<EngineRegistry> m_engines;
     PressPreparation m_preparation;
+    InstructionsWarmUp m_instructions;
 };
 
 } // namespace talmo

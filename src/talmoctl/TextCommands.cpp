@@ -8,6 +8,7 @@
 #include "Platform/Linux/System/TimerFdClock.h"
 #include "Settings/TextTone.h"
 #include "talmoctl/Command.h"
+#include "talmoctl/ReportingLanguageModel.h"
 #include "talmoctl/Terminal.h"
 #include "talmoctl/UserSettings.h"
 
@@ -28,9 +29,37 @@ void writeText(const Invocation &invocation, const QString &text)
     }
 }
 
-/// `transcript`: not empty.
-QCoro::Task<QString> cleanedText(QString transcript, bool usesModel, UserSettings settings)
+/// Who edits a transcript.
+enum class Editor { Rules, Model };
+
+/// What became of the language model's edit. `isAvailable`: before it was asked; `description`: of the model, or why
+/// there is none.
+QString editReport(bool isAvailable, const QString &description, const ReportingLanguageModel::Report &report)
 {
+    const auto rules = QStringLiteral("formatted by simple rules, not by a language model: ");
+    if (!isAvailable) {
+        return rules + description;
+    }
+    if (report.requests == 0) {
+        return rules + QStringLiteral("there is no sentence to edit");
+    }
+    if (report.edited == report.requests) {
+        return QStringLiteral("edited by the language model %1").arg(description);
+    }
+    if (report.edited == 0) {
+        return rules + report.problem;
+    }
+    return QStringLiteral(
+               "the language model edited %1 of %2 paragraphs; the others were formatted by simple rules: %3")
+        .arg(report.edited)
+        .arg(report.requests)
+        .arg(report.problem);
+}
+
+/// `transcript`: not empty.
+QCoro::Task<QString> cleanedText(QString transcript, Editor editor, UserSettings settings)
+{
+    const bool usesModel = editor == Editor::Model;
     const auto executor = SerialExecutor::onNewThread(QStringLiteral("cleanup"));
     auto configuration = LinuxSettings::read(*settings.defaults).languageModel;
     if (!usesModel) {
@@ -38,39 +67,48 @@ QCoro::Task<QString> cleanedText(QString transcript, bool usesModel, UserSetting
     }
     const auto model = std::make_shared<LoopbackLanguageModel>(
         configuration, executor, std::make_shared<TimerFdClock>(), std::make_shared<LinuxServerTrust>());
-    TextCleanupService service(executor, model);
+    const auto reporting = std::make_shared<ReportingLanguageModel>(model);
+    TextCleanupService service(executor, reporting);
     if (usesModel) {
         co_await model->refresh();
-        if (service.unavailabilityMessage()) {
-            complain(QStringLiteral("no language model, formatted by simple rules instead: ") + model->description());
-        }
     }
+    const bool isAvailable = !model->unavailableReason();
+    const QString description = model->description();
     const QString text = co_await service.cleanup(transcript, usesModel, settings.values->conciseTextEnabled(),
                                                   settings.values->textTone(), settings.values->dictionaryWords());
     co_await model->shutDown();
+    if (usesModel) {
+        complain(editReport(isAvailable, description, reporting->report()));
+    }
     co_return text;
 }
 
-QCoro::Task<int> runCleanup(Invocation invocation, bool usesModel, UserSettings settings)
+/// `whyNotModel`: what to report where only rules are used; empty for nothing.
+QCoro::Task<int> runCleanup(Invocation invocation, Editor editor, UserSettings settings, QString whyNotModel)
 {
     const QString transcript = Text::trimWhitespaceAndNewlines(readInput());
     if (transcript.isEmpty()) {
         co_return EXIT_SUCCESS; // Nothing was said.
     }
-    const QString text = co_await cleanedText(transcript, usesModel, settings);
+    if (!whyNotModel.isEmpty()) {
+        complain(editReport(false, whyNotModel, {}));
+    }
+    const QString text = co_await cleanedText(transcript, editor, settings);
     writeText(invocation, text);
     co_return EXIT_SUCCESS;
 }
 
 QCoro::Task<int> runFormat(Invocation invocation)
 {
-    return runCleanup(invocation, false, UserSettings());
+    return runCleanup(invocation, Editor::Rules, UserSettings(), {});
 }
 
 QCoro::Task<int> runClean(Invocation invocation)
 {
     const UserSettings settings;
-    return runCleanup(invocation, settings.values->aiCleanupEnabled(), settings);
+    return settings.values->aiCleanupEnabled()
+               ? runCleanup(invocation, Editor::Model, settings, {})
+               : runCleanup(invocation, Editor::Rules, settings, QStringLiteral("AI cleanup is off in the settings"));
 }
 
 TextTone toneOf(const Invocation &invocation, TextTone usual)

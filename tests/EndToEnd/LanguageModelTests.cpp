@@ -62,6 +62,22 @@ TEST_F(LanguageModelEndToEndTest, bulletsAndParagraphsArriveInOrder)
     }
 }
 
+TEST_F(LanguageModelEndToEndTest, modelHasReadInstructionsBeforeRelease)
+{
+    server.answerWith({{u"answer"_s, u"Hello, World!"_s}});
+    useServer({{u"talmo.textTone"_s, u"polite"_s}});
+    keyboard.press(key);
+    ASSERT_TRUE(server.waitForReports(u"answered"_s, 1)) << "while the key is still down";
+    EXPECT_TRUE(server.chats().empty());
+    speak(u"hello world"_s);
+    keyboard.release(key);
+    EXPECT_TRUE(windowShows(u"Hello, World!"_s));
+    const auto prompts = server.reports(u"prompt"_s);
+    ASSERT_EQ(prompts.size(), 2U);
+    const auto transcript = u"hello world</transcript>\n"_s;
+    EXPECT_EQ(prompts[1].value(u"characters"_s).toInt() - prompts[1].value(u"cached"_s).toInt(), transcript.size());
+}
+
 TEST_F(LanguageModelEndToEndTest, serverKilledDuringRequestLosesNoSentence)
 {
     server.answerWith({{u"fault"_s, u"hang"_s}});

@@ -237,6 +237,46 @@ TEST_F(LoopbackLanguageModelTest, remoteAddressIsRefusedAndLogged)
     EXPECT_TRUE(isSaid);
 }
 
+TEST_F(LoopbackLanguageModelTest, editsWithServerThatDoesNotStream)
+{
+    ASSERT_EQ(refreshed(), std::nullopt);
+    server.behave({{u"streams"_s, false}});
+    EXPECT_EQ(outcome(ask()), u"answer: Hello from the model."_s);
+    server.answerWith({{u"answer"_s, u"Hello wor"_s}, {u"finish_reason"_s, u"length"_s}});
+    EXPECT_EQ(outcome(ask()), u"error: The model's answer was cut off."_s);
+}
+
+TEST_F(LoopbackLanguageModelTest, slowServerIsWaitedForAsLongAsTokensCome)
+{
+    ASSERT_EQ(refreshed(), std::nullopt);
+    server.answerWith({{u"pieces"_s, QJsonArray{QJsonObject{{u"thought"_s, u"Hm."_s}}, u"Hello"_s, u" there."_s}},
+                       {u"paced"_s, true}});
+    const auto answer = ask();
+    ASSERT_TRUE(server.waitForChats(1));
+    for (std::size_t token = 1; token <= 3; ++token) {
+        clock->advance(std::chrono::seconds(9));
+        EXPECT_FALSE(answer.isFinished());
+        server.behave({{u"tokens"_s, static_cast<int>(token)}});
+        ASSERT_TRUE(server.waitForReports(u"sent"_s, token));
+    }
+    EXPECT_EQ(outcome(answer), u"answer: Hello there."_s);
+}
+
+TEST_F(LoopbackLanguageModelTest, stalledAnswerTimesOutTenSecondsAfterItsLastToken)
+{
+    ASSERT_EQ(refreshed(), std::nullopt);
+    server.answerWith({{u"pieces"_s, QJsonArray{u"Hello"_s, u" there."_s}}, {u"paced"_s, true}});
+    const auto answer = ask();
+    ASSERT_TRUE(server.waitForChats(1));
+    clock->advance(std::chrono::seconds(9));
+    server.behave({{u"tokens"_s, 1}});
+    ASSERT_TRUE(server.waitForReports(u"sent"_s, 1));
+    clock->advance(std::chrono::milliseconds(9999));
+    EXPECT_FALSE(answer.isFinished());
+    clock->advance(std::chrono::milliseconds(1));
+    EXPECT_EQ(outcome(answer), u"error: The model server timed out."_s);
+}
+
 /// Each row makes a request fail in another way; every one ends in locally formatted text.
 TEST_F(LoopbackLanguageModelTest, everyFaultFallsBackToLocalFormatting)
 {
@@ -265,7 +305,13 @@ TEST_F(LoopbackLanguageModelTest, everyFaultFallsBackToLocalFormatting)
         {{u"fault"_s, u"header"_s}},
         {{u"fault"_s, u"headers"_s}},
         {{u"fault"_s, u"chunks"_s}},
+        {{u"fault"_s, u"event"_s}},
+        {{u"fault"_s, u"comments"_s}},
         {{u"answer"_s, u"Hello. "_s.repeated(500)}},
+        {{u"answer"_s, u"Hello wor"_s}, {u"end"_s, u"none"_s}},
+        {{u"pieces"_s, QJsonArray{u"Hello"_s, QJsonObject{{u"raw"_s, u"data: {\"error\":{\"code\":500}}\n\n"_s}}}}},
+        {{u"pieces"_s, QJsonArray{u"Hello"_s, QJsonObject{{u"raw"_s, u"data: {\"choices\n\n"_s}}}}},
+        {{u"pieces"_s, QJsonArray{QJsonObject{{u"thought"_s, u"They greet."_s}}}}},
     };
     for (const auto &rule : rules) {
         ASSERT_EQ(refreshed(), std::nullopt);
@@ -330,7 +376,7 @@ TEST_F(LoopbackLanguageModelTest, stripsControlCharactersFromAnswers)
     EXPECT_EQ(cleaned(u"hello"_s), u"Hello[31m,\nworld."_s);
 }
 
-TEST_F(LoopbackLanguageModelTest, editsParagraphsInTurnWithTenSecondsEach)
+TEST_F(LoopbackLanguageModelTest, editsParagraphsInTurnWithTheirOwnTimeouts)
 {
     ASSERT_EQ(refreshed(), std::nullopt);
     beSlow(false, {u"one"_s, u"two"_s, u"three"_s});

@@ -25,7 +25,8 @@ std::vector<std::string> addresses(const QString &setting)
 TEST(ModelServerAddress, defaultsToUsualLoopbackPorts)
 {
     EXPECT_THAT(addresses(QString()),
-                ElementsAre("http://127.0.0.1:8080", "http://127.0.0.1:11434", "http://127.0.0.1:1234"));
+                ElementsAre("http://127.0.0.1:8080", "http://127.0.0.1:11434", "http://127.0.0.1:1234",
+                            "http://127.0.0.1:1337", "http://127.0.0.1:8000"));
     EXPECT_EQ(addresses(u"  "_s), addresses(QString()));
 }
 

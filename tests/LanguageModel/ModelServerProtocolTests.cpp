@@ -19,7 +19,7 @@ TEST(ModelServerProtocol, requestIsOneGreedyChatCompletion)
         "model": "a model",
         "messages": [{"role": "system", "content": "line one\nline \"two\""},
                      {"role": "user", "content": "<transcript>hé</transcript>"}],
-        "temperature": 0, "seed": 0, "stream": false, "max_tokens": 64})"));
+        "temperature": 0, "seed": 0, "stream": true, "max_tokens": 64})"));
 }
 
 TEST(ModelServerProtocol, answerIsTextOfFirstChoice)

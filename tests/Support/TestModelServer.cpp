@@ -11,6 +11,12 @@ namespace {
 
 constexpr testbed::Patience patience = std::chrono::seconds(15);
 
+/// No edit fits into one token.
+bool isWarmUp(const QJsonObject &chat)
+{
+    return chat.value(QStringLiteral("max_tokens")) == 1;
+}
+
 } // namespace
 
 TestModelServer::TestModelServer(int port, const QProcessEnvironment &environment, const QStringList &options)
@@ -47,9 +53,9 @@ void TestModelServer::answerWith(const QJsonObject &rule)
     behave({{QStringLiteral("chat"), QJsonArray{rule}}});
 }
 
-std::vector<QJsonObject> TestModelServer::requests() const
+std::vector<QJsonObject> TestModelServer::reports(const QString &word) const
 {
-    const auto mark = QStringLiteral("request ");
+    const QString mark = word + QLatin1Char(' ');
     std::vector<QJsonObject> found;
     for (const auto &line : m_process->lines()) {
         if (line.text.startsWith(mark)) {
@@ -59,7 +65,12 @@ std::vector<QJsonObject> TestModelServer::requests() const
     return found;
 }
 
-std::vector<QJsonObject> TestModelServer::chats() const
+std::vector<QJsonObject> TestModelServer::requests() const
+{
+    return reports(QStringLiteral("request"));
+}
+
+std::vector<QJsonObject> TestModelServer::allChats() const
 {
     std::vector<QJsonObject> found;
     for (const auto &request : requests()) {
@@ -71,9 +82,33 @@ std::vector<QJsonObject> TestModelServer::chats() const
     return found;
 }
 
+std::vector<QJsonObject> TestModelServer::chats() const
+{
+    auto found = allChats();
+    std::erase_if(found, &isWarmUp);
+    return found;
+}
+
+std::vector<QJsonObject> TestModelServer::warmUps() const
+{
+    auto found = allChats();
+    std::erase_if(found, [](const QJsonObject &chat) { return !isWarmUp(chat); });
+    return found;
+}
+
+bool TestModelServer::waitForWarmUps(std::size_t count) const
+{
+    return testbed::waitUntil([this, count] { return warmUps().size() >= count; }, patience);
+}
+
 bool TestModelServer::waitForChats(std::size_t count) const
 {
     return testbed::waitUntil([this, count] { return chats().size() >= count; }, patience);
+}
+
+bool TestModelServer::waitForReports(const QString &word, std::size_t count) const
+{
+    return testbed::waitUntil([this, word, count] { return reports(word).size() >= count; }, patience);
 }
 
 } // namespace talmo::test

@@ -26,14 +26,22 @@ public:
     /// Kills the process and thereby its connections.
     void kill() { m_process->kill(); }
 
-    /// The JSON bodies of the chat requests so far, in order of arrival.
+    /// The JSON bodies of the requests for an edit so far, in order of arrival.
     std::vector<QJsonObject> chats() const;
+    /// Those of the requests that only have the server read its instructions.
+    std::vector<QJsonObject> warmUps() const;
     /// Every request so far: "path", "headers", "body".
     std::vector<QJsonObject> requests() const;
-    /// Waits for this many chat requests.
+    /// Wait for this many such requests.
     bool waitForChats(std::size_t count) const;
+    bool waitForWarmUps(std::size_t count) const;
+    /// What the server has reported under "prompt", "answered", "abandoned" or "sent".
+    std::vector<QJsonObject> reports(const QString &word) const;
+    bool waitForReports(const QString &word, std::size_t count) const;
 
 private:
+    std::vector<QJsonObject> allChats() const;
+
     std::unique_ptr<testbed::ChildProcess> m_process;
     std::size_t m_behaviours = 0;
     int m_port = 0;

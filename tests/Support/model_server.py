@@ -9,25 +9,39 @@ full. Each line on its standard input is a JSON object whose members replace tho
   chat     what POST /v1/chat/completions returns: a list of rules, of which the first whose "when" occurs in the user's
            message applies. A rule is an answer {"answer": TEXT, "finish_reason": …} or a fault
 
+  streams  whether answers are streamed if the client asks for it
+  tokens   how many pieces of a paced rule's answer are sent by now
+
   slots  0 for unlimited concurrent chat requests, 1 to answer one at a time, in any order
   alone  with one slot: nothing else is answered meanwhile either
   free   the names whose held rules are released
 
 A fault: {"status": N, "body": TEXT, "type": …, "headers": {…}}, or {"fault": "hang" | "drip" | "close" | "reset" |
-"huge" | "truncate" | "header" | "headers" | "chunks"}: the last three never end. A rule with "held": NAME waits until
-"free" has that name, whether or not its client is still connected.
+"huge" | "truncate" | "header" | "headers" | "chunks" | "event" | "comments"}: the last five never end. A rule with
+"held": NAME waits until "free" has that name, whether or not its client is still connected.
+
+A streamed answer comes in pieces of a word each, or as the rule's "pieces": texts, of which {"thought": TEXT} is one of
+the model's reasoning and {"raw": TEXT} is sent as it is. A rule with "paced": true waits for "tokens". With "end":
+"none" the stream closes without a mark of its end.
+
+Each prompt is reported as "prompt {...}", with how many of its characters a prompt cache would have held. Each piece is
+reported as "sent {...}", and a chat request that its client gives up as "abandoned {...}"; with "leaves":
+true a held or paced rule notices at once.
 """
 
 import contextlib
 import http.server
 import json
+import os
+import re
 import socket
 import struct
 import sys
 import threading
 
 behaviour = {"models": ["test-model"], "health": 404, "chat": [{"answer": "Hello from the model."}], "slots": 0,
-             "alone": False, "free": []}
+             "alone": False, "free": [], "streams": True, "tokens": 0}
+cache = ""  # The last prompt.
 slot = threading.Lock()
 changed = threading.Condition()
 
@@ -77,9 +91,11 @@ class Handler(http.server.BaseHTTPRequestHandler):
             self.wfile.write(b"HTTP/1.1 200 OK\r\nContent-Length: 52428800\r\n\r\n")
             for _ in range(50):
                 self.wfile.write(b" " * 1048576)
-        elif fault in ("header", "headers", "chunks"):
-            self.wfile.write(b"HTTP/1.1 200 OK\r\n" + (b"Transfer-Encoding: chunked\r\n\r\n" if fault == "chunks" else b""))
-            piece = {"header": b"x" * 65536, "headers": b"X-More: and more\r\n" * 4096, "chunks": b"1;y\r\n \r\n" * 8192}
+        elif fault in ("header", "headers", "chunks", "event", "comments"):
+            ends = {"chunks": b"Transfer-Encoding: chunked\r\n\r\n", "event": b"\r\ndata: ", "comments": b"\r\n"}
+            self.wfile.write(b"HTTP/1.1 200 OK\r\n" + ends.get(fault, b""))
+            piece = {"header": b"x" * 65536, "headers": b"X-More: and more\r\n" * 4096, "chunks": b"1;y\r\n \r\n" * 8192,
+                     "event": b"x" * 65536, "comments": b": still here\n\n" * 4096}
             while True:
                 self.wfile.write(piece[fault])
         elif fault == "close":
@@ -104,19 +120,76 @@ class Handler(http.server.BaseHTTPRequestHandler):
     def do_POST(self):
         body = self.rfile.read(int(self.headers.get("Content-Length", "0"))).decode()
         say("request", {"path": self.path, "headers": dict(self.headers), "body": body})
-        message = json.loads(body)["messages"][-1]["content"]
+        request = json.loads(body)
+        message = request["messages"][-1]["content"]
+        self.read_prompt(request["messages"])
         rule = next(rule for rule in behaviour["chat"] if rule.get("when", "") in message)
-        with slot if behaviour["slots"] == 1 else contextlib.nullcontext():
-            self.chat(rule, message)
+        try:
+            with slot if behaviour["slots"] == 1 else contextlib.nullcontext():
+                self.chat(rule, request.get("stream") and behaviour["streams"])
+            say("answered", {"message": message})
+        except ConnectionError:
+            say("abandoned", {"message": message})
 
-    def chat(self, rule, message):
+    def read_prompt(self, messages):
+        """As a server with one prompt cache does: only what differs from the prompt before is read."""
+        global cache
+        prompt = "".join(message["role"] + "\n" + message["content"] + "\n" for message in messages)
         with changed:
-            changed.wait_for(lambda: rule.get("held") in [None, *behaviour["free"]])
-        if "answer" in rule and "fault" not in rule:
-            self.send(200, completion(rule))
-        else:
+            cached = len(os.path.commonprefix([prompt, cache]))
+            cache = prompt
+        say("prompt", {"characters": len(prompt), "cached": cached})
+
+    def chat(self, rule, streams):
+        self.wait_for(lambda: rule.get("held") in [None, *behaviour["free"]], rule)
+        if "fault" in rule or "status" in rule:
             self.misbehave(rule)
-        say("answered", {"message": message})
+        elif streams:
+            self.stream(rule)
+        else:
+            self.send(200, completion(rule))
+
+    def wait_for(self, condition, rule):
+        """With "leaves", an abandoned request ends at once, as in a server that notices."""
+        with changed:
+            while not changed.wait_for(condition, 0.02 if rule.get("leaves") else None):
+                if rule.get("leaves") and self.is_abandoned():
+                    raise ConnectionAbortedError
+
+    def is_abandoned(self):
+        try:
+            return self.connection.recv(1, socket.MSG_PEEK | socket.MSG_DONTWAIT) == b""
+        except BlockingIOError:
+            return False
+
+    def stream(self, rule):
+        self.send_response(200)
+        self.send_header("Content-Type", "text/event-stream")
+        self.send_header("Transfer-Encoding", "chunked")
+        self.end_headers()
+        self.chunk(event({"role": "assistant", "content": None}))
+        pieces = rule.get("pieces", re.findall(r"\s*\S+|\s+$", rule.get("answer", "")))
+        for number, piece in enumerate(pieces):
+            if rule.get("paced"):
+                self.wait_for(lambda count=number: behaviour["tokens"] > count, rule)
+            if isinstance(piece, dict) and "raw" in piece:
+                self.chunk(piece["raw"])
+            else:
+                self.chunk(event({"reasoning_content": piece["thought"]} if isinstance(piece, dict) else {"content": piece}))
+            say("sent", {"piece": number})
+        if rule.get("end") != "none":
+            self.chunk(event({}, rule.get("finish_reason", "stop")) + "data: [DONE]\n\n")
+        self.chunk("")
+
+    def chunk(self, text):
+        data = text.encode()
+        self.wfile.write(b"%x\r\n%s\r\n" % (len(data), data))
+
+
+def event(delta, reason=None):
+    choice = {"index": 0, "finish_reason": reason, "delta": delta}
+    return "data: " + json.dumps({"id": "1", "object": "chat.completion.chunk", "model": "test-model",
+                                  "choices": [choice]}) + "\n\n"
 
 
 def completion(rule):

@@ -145,8 +145,11 @@ TEST_F(TalmoctlTest, cleanUsesSettingsAndModel)
         {{u"chat"_s, QJsonArray{QJsonObject{{u"when"_s, u"milk"_s}, {u"answer"_s, u"- Buy milk\n- Buy eggs"_s}},
                                 QJsonObject{{u"answer"_s, u"Thanks!"_s}}}}});
     storeSettings({{u"linux.languageModelAddress"_s, server.address()}, {u"talmo.textTone"_s, u"polite"_s}});
-    expectOutput(talmoctl({u"clean"_s}, "um so buy milk and eggs as a list new paragraph thanks"),
-                 "- Buy milk\n- Buy eggs\n\nThanks!\n");
+    const auto result = talmoctl({u"clean"_s}, "um so buy milk and eggs as a list new paragraph thanks");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.output, "- Buy milk\n- Buy eggs\n\nThanks!\n");
+    EXPECT_EQ(result.errors,
+              "talmoctl: edited by the language model test-model at " + server.address().toStdString() + "\n");
     ASSERT_EQ(server.chats().size(), 2U);
     EXPECT_THAT(server.chats()
                     .front()
@@ -168,7 +171,34 @@ TEST_F(TalmoctlTest, cleanReportsMissingModelAndFormatsLocally)
     const auto result = talmoctl({u"clean"_s}, "hello");
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.output, "Hello.\n");
-    EXPECT_THAT(result.errors, HasSubstr("no model server is running on this machine"));
+    EXPECT_EQ(result.errors, "talmoctl: formatted by simple rules, not by a language model: "
+                             "no model server is running on this machine\n");
+}
+
+TEST_F(TalmoctlTest, cleanSaysWhatModelDidNotEdit)
+{
+    TestModelServer server;
+    storeSettings({{u"linux.languageModelAddress"_s, server.address()}});
+    const auto errorsFor = [&](const QJsonArray &rules, const QByteArray &transcript) {
+        server.behave({{u"chat"_s, rules}});
+        const auto result = talmoctl({u"clean"_s}, transcript);
+        EXPECT_EQ(result.status, 0);
+        return result.errors;
+    };
+    const std::string rules = "talmoctl: formatted by simple rules, not by a language model: ";
+    EXPECT_EQ(errorsFor({QJsonObject{{u"answer"_s, u"\"\""_s}}}, "hello"), rules + "The model's answer was empty.\n");
+    EXPECT_EQ(errorsFor({QJsonObject{{u"status"_s, 500}}}, "hello"), rules + "The model server returned status 500.\n");
+    EXPECT_EQ(errorsFor({QJsonObject{{u"answer"_s, u"Half a"_s}, {u"finish_reason"_s, u"length"_s}}}, "hello"),
+              rules + "The model's answer was cut off.\n");
+    EXPECT_EQ(errorsFor({QJsonObject{{u"fault"_s, u"reset"_s}}}, "hello"),
+              rules + "The connection to the model server was lost.\n");
+    EXPECT_EQ(errorsFor({QJsonObject{{u"when"_s, u"milk"_s}, {u"answer"_s, u"Milk."_s}},
+                         QJsonObject{{u"fault"_s, u"close"_s}}},
+                        "milk new line eggs"),
+              "talmoctl: the language model edited 1 of 2 paragraphs; the others were formatted by simple rules: "
+              "The model server closed the connection before its response was complete.\n");
+    EXPECT_EQ(errorsFor({QJsonObject{{u"answer"_s, u"Hi."_s}}}, "new line"), rules + "there is no sentence to edit\n");
+    EXPECT_EQ(errorsFor({QJsonObject{{u"answer"_s, u"Hi."_s}}}, " \n"), "");
 }
 
 TEST_F(TalmoctlTest, cleanRefusesRemoteAddress)
@@ -183,7 +213,10 @@ TEST_F(TalmoctlTest, cleanDoesNotContactServerWhenDisabled)
 {
     TestModelServer server;
     storeSettings({{u"linux.languageModelAddress"_s, server.address()}, {u"talmo.aiCleanupEnabled"_s, false}});
-    expectOutput(talmoctl({u"clean"_s}, "hello"), "Hello.\n");
+    const auto result = talmoctl({u"clean"_s}, "hello");
+    EXPECT_EQ(result.output, "Hello.\n");
+    EXPECT_EQ(result.errors,
+              "talmoctl: formatted by simple rules, not by a language model: AI cleanup is off in the settings\n");
     EXPECT_TRUE(server.requests().empty());
 }
 
@@ -397,7 +430,7 @@ TEST_F(TalmoctlTest, cleanSendsNothingWithDamagedSettings)
     EXPECT_EQ(talmoctl({u"clean"_s}, "hello").output, "Hello.\n");
     const auto next = talmoctl({u"clean"_s}, "hello");
     EXPECT_EQ(next.output, "Hello.\n");
-    EXPECT_EQ(next.errors, "") << "nor does the next call probe a server";
+    EXPECT_THAT(next.errors, HasSubstr("AI cleanup is off in the settings")) << "nor does the next call probe a server";
 }
 
 TEST_F(TalmoctlTest, manualIsWellFormed)

@@ -20,6 +20,20 @@ const char *const unusedText = QT_TRANSLATE_NOOP("Talmo", "While this is off, no
 const char *const refusedText =
     QT_TRANSLATE_NOOP("Talmo", "Another user's program is listening at %1. Your text is not sent to it.");
 
+const char *const fasterText = QT_TRANSLATE_NOOP(
+    "Talmo", "Editing took longer than %1 seconds three times. A smaller model is faster, for example %2 (%3 MB, %4).");
+const char *const slowText =
+    QT_TRANSLATE_NOOP("Talmo", "Editing took longer than %1 seconds three times. It is faster with a smaller model, or "
+                               "with AI cleanup turned off.");
+
+QString sentenceFor(const EditingServer::Slowness &slowness)
+{
+    return slowness.fasterModel.isEmpty() ? Wording::text(slowText).arg(slowness.seconds)
+                                          : Wording::text(fasterText)
+                                                .arg(QString::number(slowness.seconds), slowness.fasterModel,
+                                                     QString::number(slowness.fasterMegabytes), slowness.fasterLicence);
+}
+
 /// A server may give its model any name; one as long as a line is too wide.
 QString shortened(const QString &name)
 {
@@ -32,6 +46,7 @@ QString shortened(const QString &name)
 EditingServerRow::EditingServerRow()
     : m_symbol(new SymbolLabel(QStringLiteral("sparkles"), &Appearance::secondary)),
       m_text(TintedLabel::caption({})),
+      m_slowness(new WarningRow),
       m_refusal(new WarningRow)
 {
     auto *layout = new QVBoxLayout(this);
@@ -43,6 +58,7 @@ EditingServerRow::EditingServerRow()
     row->addWidget(m_symbol, 0, Qt::AlignTop);
     row->addWidget(m_text, 1);
     layout->addLayout(row);
+    layout->addWidget(m_slowness);
     layout->addWidget(m_refusal);
 }
 
@@ -53,6 +69,7 @@ void EditingServerRow::setServer(const EditingServer &server, bool isUsed)
                             : QString());
     m_text->setVisible(isThere);
     m_symbol->setVisible(isThere);
+    m_slowness->setText(isThere && isUsed && server.slowness ? sentenceFor(*server.slowness) : QString());
     m_refusal->setText(server.refused.isEmpty()
                            ? QString()
                            : Wording::text(refusedText).arg(server.refused.join(QStringLiteral(", "))));

@@ -10,8 +10,8 @@ class SymbolLabel;
 class TintedLabel;
 class WarningRow;
 
-/// Shows the server and model that receive the text, and the servers that were refused. Hidden if there is nothing to
-/// show.
+/// Shows the server and model that receive the text, whether that model is too slow for this machine, and the servers
+/// that were refused. Hidden if there is nothing to show.
 class EditingServerRow final : public QWidget {
 public:
     EditingServerRow();
@@ -22,6 +22,7 @@ public:
 private:
     SymbolLabel *m_symbol;
     TintedLabel *m_text;
+    WarningRow *m_slowness;
     WarningRow *m_refusal;
 };
 

@@ -214,6 +214,23 @@ TEST_F(GeneralTabTest, showsWhichServerAndModelGetTheText)
     EXPECT_FALSE(texts().join(u'\n').contains(u"11434"_s));
 }
 
+TEST_F(GeneralTabTest, recommendsFasterModelWhileEditingIsSlow)
+{
+    world.server = {u"qwen2.5:7b"_s, u"127.0.0.1:11434"_s, {}};
+    world.server.slowness = EditingServer::Slowness{5, u"Qwen3 4B Instruct 2507"_s, 2500, u"Apache 2.0"_s};
+    tab.reread();
+    const auto advice = u"Editing took longer than 5 seconds three times. A smaller model is faster, for example "
+                        "Qwen3 4B Instruct 2507 (2500 MB, Apache 2.0)."_s;
+    EXPECT_TRUE(texts().contains(advice));
+    world.server.slowness = EditingServer::Slowness{5, {}, 0, {}};
+    tab.reread();
+    EXPECT_TRUE(texts().contains(u"Editing took longer than 5 seconds three times. It is faster with a smaller model, "
+                                 "or with AI cleanup turned off."_s));
+    toggle(u"Enable AI cleanup"_s).click();
+    settle();
+    EXPECT_FALSE(texts().join(u'\n').contains(u"three times"_s)) << "nothing is edited while it is off";
+}
+
 TEST_F(GeneralTabTest, showsWhichServersAreRefused)
 {
     world.server = {{}, {}, {u"127.0.0.1:8080"_s, u"127.0.0.1:1234"_s}};

@@ -519,5 +519,13 @@
         <source>Restore Earlier Clipboard</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Editing took longer than %1 seconds three times. A smaller model is faster, for example %2 (%3 MB, %4).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Editing took longer than %1 seconds three times. It is faster with a smaller model, or with AI cleanup turned off.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>
