@@ -40,7 +40,7 @@ std::shared_ptr<PermissionsManager> makePermissions(const ServiceParts &parts)
     return permissions;
 }
 
-std::shared_ptr<TextInsertionService> makeInsertion(const ServiceParts &parts)
+std::shared_ptr<SpacedInsertionService> makeInsertion(const ServiceParts &parts)
 {
     const Desktop &desktop = *parts.desktop;
     const auto pasting = std::make_shared<ClipboardPasteInsertionService>(desktop.pasteboard, desktop.keyPoster,
@@ -49,7 +49,9 @@ std::shared_ptr<TextInsertionService> makeInsertion(const ServiceParts &parts)
     const auto guarded =
         std::make_shared<PasswordFieldGuard>(verified, desktop.focusedField, parts.clock, parts.guardsPasswordFields);
     const auto unobstructed = std::make_shared<UnobstructedInsertionService>(guarded, parts.clearTheWay);
-    return std::make_shared<QueuedInsertionService>(unobstructed);
+    const auto exact = std::make_shared<QueuedInsertionService>(unobstructed);
+    return std::make_shared<SpacedInsertionService>(
+        exact, desktop.cursorWatch, [options = parts.options] { return options->isOn(DictationOption::SpaceBetween); });
 }
 
 } // namespace

@@ -8,10 +8,12 @@
 #include "Cleanup/TextCleanupService.h"
 #include "Input/Audio/AudioRecorder.h"
 #include "Input/Permissions/PermissionsManager.h"
+#include "Insertion/SpacedInsertionService.h"
 #include "LanguageModel/LoopbackLanguageModel.h"
 #include "Main/Executors.h"
 #include "Platform/Desktop.h"
 #include "Platform/Linux/Sound/PulseAudioEngine.h"
+#include "Settings/DictationOptions.h"
 #include "Speech/SpeechPlatform.h"
 
 #include <QFuture>
@@ -32,6 +34,7 @@ struct ServiceParts {
     std::shared_ptr<LocaleSource> locale;
     /// Whether text is kept out of password fields.
     std::function<bool()> guardsPasswordFields;
+    std::shared_ptr<DictationOptions> options;
     /// Closes Talmo's own windows that are in the way of an insertion.
     std::function<QFuture<void>()> clearTheWay;
 };
@@ -51,7 +54,7 @@ struct Services {
     std::shared_ptr<SpeechPreroll> preroll;
     std::shared_ptr<DictationNotice> notice;
     std::shared_ptr<DeferringHotkeyService> gestures;
-    std::shared_ptr<TextInsertionService> insertion;
+    std::shared_ptr<SpacedInsertionService> insertion;
     std::shared_ptr<LastDictation> lastDictation;
     std::shared_ptr<DictationRecovery> recovery;
 };

@@ -5,6 +5,7 @@
 #include "Base/Task.h"
 #include "Control/ControlServer.h"
 #include "Control/ControlSocket.h"
+#include "Main/DictationOptionsModel.h"
 #include "Main/PasswordFieldSettingsModel.h"
 #include "Main/RecogniserSettingsModel.h"
 #include "Main/Shutdown.h"
@@ -49,6 +50,7 @@ TalmoApp::TalmoApp(const OpenDesktop &open)
       m_recognisers(Recognisers::make(m_executors.decoder, m_clock,
                                       {engineOptions(), m_linuxSettings.speechEngine, &ProcessMemory::releaseFreed})),
       m_passwordFields(std::make_shared<PasswordFieldSettingsModel>(m_defaults)),
+      m_options(std::make_shared<DictationOptionsModel>(m_defaults)),
       m_locale(std::make_shared<SystemLocaleSource>(m_linuxSettings.dictationLanguage))
 {
     m_defaults->registerDefault(hotkeyDisplayNameKey(), m_desktop->hotkeyName);
@@ -88,6 +90,7 @@ ServiceParts TalmoApp::serviceParts()
     parts.languageModel = m_languageModel;
     parts.locale = m_locale;
     parts.guardsPasswordFields = [fields = m_passwordFields] { return fields->isGuarded(); };
+    parts.options = m_options;
     parts.clearTheWay = [this] { return m_interface ? m_interface->clearTheWay() : ready(); };
     return parts;
 }
@@ -123,6 +126,7 @@ void TalmoApp::showInterface(TalmoCoordinator &coordinator)
     context.recogniser = m_recogniserSettings;
     context.recovery = m_services->recovery;
     context.passwordFields = m_passwordFields;
+    context.options = m_options;
     const UserInterfaceParts parts{m_desktop->statusItem, m_desktop->makePanelWindow, m_desktop->screens,
                                    m_desktop->focus, m_desktop->shell};
     m_interface = std::make_unique<UserInterface>(context, parts);
@@ -131,7 +135,9 @@ void TalmoApp::showInterface(TalmoCoordinator &coordinator)
 void TalmoApp::listenForOthers()
 {
     ControlServer::Actions actions;
-    actions.insert = [insertion = m_services->insertion](const QString &text) { return insertion->insert(text); };
+    actions.insert = [insertion = m_services->insertion](const QString &text) {
+        return insertion->insertExactly(text);
+    };
     actions.openSettings = [this] { m_interface->openSettings(); };
     actions.chooseRecogniser = [recogniser = m_recogniserSettings, defaults = m_defaults](const QString &id) {
         return chooseRecogniser(recogniser, defaults, id);

@@ -4,6 +4,7 @@
 #include "Base/Clock.h"
 #include "Input/Hotkey/EventMonitor.h"
 #include "Input/Permissions/InputTrust.h"
+#include "Insertion/CursorWatch.h"
 #include "Insertion/FocusedField.h"
 #include "Insertion/KeyEventPoster.h"
 #include "Insertion/PasteReceipt.h"
@@ -35,6 +36,7 @@ struct Desktop {
     std::shared_ptr<KeyEventPoster> keyPoster;
     std::shared_ptr<InputTrust> inputTrust;
     std::shared_ptr<FocusedField> focusedField;
+    std::shared_ptr<CursorWatch> cursorWatch;
     PanelWindowFactory makePanelWindow;
     std::shared_ptr<ScreenSource> screens;
     std::shared_ptr<StatusItem> statusItem;

@@ -3,6 +3,7 @@
 #include "App/DictationRecovery.h"
 #include "App/TalmoCoordinator.h"
 #include "Input/Permissions/PermissionsManager.h"
+#include "Settings/DictationOptions.h"
 #include "Settings/PasswordFieldSettings.h"
 #include "Settings/RecogniserSettings.h"
 #include "Settings/TalmoSettings.h"
@@ -34,6 +35,8 @@ struct ViewContext {
     std::shared_ptr<PasswordFieldSettings> passwordFields;
     /// Null if nothing can be recovered.
     std::shared_ptr<DictationRecovery> recovery;
+    /// Null if the platform has none.
+    std::shared_ptr<DictationOptions> options;
 };
 
 } // namespace talmo

@@ -1,5 +1,6 @@
 #include "Main/TalmoApp.h"
 
+#include "Support/FakeCursorWatch.h"
 #include "Support/FakeEventMonitor.h"
 #include "Support/FakePasteboard.h"
 #include "Support/Printing.h"
@@ -59,6 +60,7 @@ protected:
         desktop.keyPoster = std::make_shared<FakeKeyEventPoster>(pasteboard->calls);
         desktop.inputTrust = std::make_shared<FakeInputTrust>();
         desktop.focusedField = std::make_shared<UnknownField>();
+        desktop.cursorWatch = std::make_shared<FakeCursorWatch>();
         desktop.makePanelWindow = panels.factory();
         desktop.screens = std::make_shared<FakeScreens>();
         desktop.statusItem = icon;

@@ -55,7 +55,8 @@ public:
                 [this] { return server; },
                 recogniser,
                 passwordFields,
-                nullptr};
+                nullptr,
+                options};
     }
 
     TalmoCoordinator &coordinator() { return *world.coordinator; }
@@ -126,6 +127,7 @@ public:
     EditingServer server;
     std::shared_ptr<RecogniserSettings> recogniser;
     std::shared_ptr<PasswordFieldSettings> passwordFields;
+    std::shared_ptr<DictationOptions> options;
     RecordingWorld world;
 };
 

@@ -2,6 +2,7 @@
 
 #include "Settings/TextTone.h"
 #include "UI/Picker.h"
+#include "UI/Settings/DictationOptionsSection.h"
 #include "UI/Settings/EditingServerRow.h"
 #include "UI/Settings/KeyCap.h"
 #include "UI/Settings/RecogniserSection.h"
@@ -59,6 +60,9 @@ GeneralSettingsTab::GeneralSettingsTab(ViewContext context)
     layout->setSpacing(sectionSpacing);
     buildPushToTalk(*layout);
     buildCleanup(*layout);
+    if (m_context.options) {
+        layout->addWidget(new DictationOptionsSection(m_context.options));
+    }
     buildStartup(*layout);
     if (m_context.recogniser) {
         layout->addWidget(new RecogniserSection(m_context.recogniser));

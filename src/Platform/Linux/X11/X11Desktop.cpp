@@ -5,6 +5,7 @@
 #include "Platform/Linux/Session/DesktopNotice.h"
 #include "Platform/Linux/Session/TrayIcon.h"
 #include "Platform/Linux/X11/Clipboard/XcbPasteboard.h"
+#include "Platform/Linux/X11/Keys/XCursorWatch.h"
 #include "Platform/Linux/X11/Keys/XInput2EventMonitor.h"
 #include "Platform/Linux/X11/Keys/XInputTrust.h"
 #include "Platform/Linux/X11/Keys/XTestKeyEventPoster.h"
@@ -67,6 +68,7 @@ Desktop openX11Desktop(const DesktopOptions &options)
     desktop.keyPoster = std::make_shared<XTestKeyEventPoster>(session, pasteboard->transaction());
     desktop.inputTrust = std::make_shared<XInputTrust>(session, monitor);
     desktop.focusedField = std::make_shared<AtSpiFocusedField>(session);
+    desktop.cursorWatch = std::make_shared<XCursorWatch>(monitor);
     desktop.makePanelWindow = &FloatingCard::make;
     desktop.screens = std::make_shared<DesktopScreens>();
     desktop.statusItem = icon;

@@ -519,5 +519,17 @@
         <source>Restore Earlier Clipboard</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Dictating</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Space between dictations</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Puts a space before a dictation that continues the last one: in the same window, with no key or click in between.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -17,6 +17,17 @@ namespace {
 /// How long a release that may be half of an auto-repeat is held back.
 constexpr auto repeatPairPatience = std::chrono::milliseconds(5);
 
+constexpr quint32 rawKeys = XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
+constexpr quint32 rawClicks = XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_TOUCH_BEGIN;
+
+/// Turning the wheel scrolls; the text cursor stays where it is.
+bool isWheel(quint32 button)
+{
+    constexpr quint32 firstWheelButton = 4;
+    constexpr quint32 lastWheelButton = 7;
+    return button >= firstWheelButton && button <= lastWheelButton;
+}
+
 } // namespace
 
 struct XInput2EventMonitor::Monitor final : public EventMonitorToken {
@@ -39,28 +50,33 @@ XInput2EventMonitor::XInput2EventMonitor(std::shared_ptr<PostedKeys> postedKeys,
     m_withheld.setTimerType(Qt::PreciseTimer);
     QObject::connect(&m_withheld, &QTimer::timeout, &m_withheld, [this] { reportWithheld(); });
     QObject::connect(&m_notifier, &QSocketNotifier::activated, &m_notifier, [this] { readEvents(); });
-    if (selectRawKeys()) {
+    if (queryExtension() &&
+        !XcbPtr<xcb_generic_error_t>(xcb_request_check(m_connection.get(), selectRawInput(false)))) {
         readStandIns();
     } else {
+        m_opcode = 0;
         generalLog().error("this X server lacks XInput 2.2: key events cannot be observed");
     }
 }
 
 XInput2EventMonitor::~XInput2EventMonitor() = default;
 
-bool XInput2EventMonitor::selectRawKeys()
+bool XInput2EventMonitor::queryExtension()
 {
     auto *connection = m_connection.get();
     const auto *extension = xcb_get_extension_data(connection, &xcb_input_id);
     if (extension == nullptr || extension->present == 0) {
         return false;
     }
+    m_opcode = extension->major_opcode;
     // For clients of version 2.0, servers hide raw events during another program's grab.
     const XcbPtr<xcb_input_xi_query_version_reply_t> version(
         xcb_input_xi_query_version_reply(connection, xcb_input_xi_query_version(connection, 2, 2), nullptr));
-    if (!version || version->major_version < 2 || (version->major_version == 2 && version->minor_version < 2)) {
-        return false;
-    }
+    return version && (version->major_version > 2 || (version->major_version == 2 && version->minor_version >= 2));
+}
+
+xcb_void_cookie_t XInput2EventMonitor::selectRawInput(bool withClicks)
+{
     // Master devices only: the physical ones would deliver every key twice.
     struct {
         xcb_input_event_mask_t head;
@@ -68,14 +84,37 @@ bool XInput2EventMonitor::selectRawKeys()
     } selection{};
     selection.head.deviceid = XCB_INPUT_DEVICE_ALL_MASTER;
     selection.head.mask_len = 1;
-    selection.mask = XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
-    const XcbPtr<xcb_generic_error_t> error(xcb_request_check(
-        connection, xcb_input_xi_select_events_checked(connection, m_connection.root(), 1, &selection.head)));
-    if (error) {
-        return false;
+    selection.mask = withClicks ? rawKeys | rawClicks : rawKeys;
+    return xcb_input_xi_select_events_checked(m_connection.get(), m_connection.root(), 1, &selection.head);
+}
+
+void XInput2EventMonitor::watchInput(bool isWatched)
+{
+    m_wasInputSeen = false;
+    if (isUsable() && m_isInputWatched != isWatched) {
+        m_isInputWatched = isWatched;
+        // Not waited for: this may be called in the middle of handling events.
+        xcb_discard_reply(m_connection.get(), selectRawInput(isWatched).sequence);
+        m_connection.flush();
     }
-    m_opcode = extension->major_opcode;
-    return true;
+}
+
+void XInput2EventMonitor::noteInput()
+{
+    if (m_isInputWatched) {
+        watchInput(false);
+        m_wasInputSeen = true;
+    }
+}
+
+quint32 XInput2EventMonitor::focusedWindow()
+{
+    auto *connection = m_connection.get();
+    const XcbPtr<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+    readEvents();
+    const bool isWindow = reply && reply->focus != XCB_INPUT_FOCUS_POINTER_ROOT && reply->focus != m_connection.root();
+    return isWindow ? reply->focus : static_cast<quint32>(XCB_INPUT_FOCUS_NONE);
 }
 
 void XInput2EventMonitor::readStandIns()
@@ -160,10 +199,14 @@ void XInput2EventMonitor::collect(const xcb_generic_event_t &event)
     if ((event.response_type & 0x7f) != XCB_GE_GENERIC || generic.extension != m_opcode) {
         return;
     }
+    const auto &raw = reinterpret_cast<const xcb_input_raw_key_press_event_t &>(event); // NOLINT
+    if (generic.event_type == XCB_INPUT_RAW_TOUCH_BEGIN ||
+        (generic.event_type == XCB_INPUT_RAW_BUTTON_PRESS && !isWheel(raw.detail))) {
+        noteInput();
+    }
     if (generic.event_type != XCB_INPUT_RAW_KEY_PRESS && generic.event_type != XCB_INPUT_RAW_KEY_RELEASE) {
         return;
     }
-    const auto &raw = reinterpret_cast<const xcb_input_raw_key_press_event_t &>(event); // NOLINT
     m_collected.push(
         {static_cast<quint8>(raw.detail), raw.sourceid, generic.event_type == XCB_INPUT_RAW_KEY_PRESS, raw.time});
 }
@@ -182,6 +225,9 @@ void XInput2EventMonitor::handleKey(const RawKey &key)
 {
     if (m_postedKeys->take(key.keyCode, key.isDown)) {
         return;
+    }
+    if (key.isDown && !m_filter.isWatched(key.keyCode)) {
+        noteInput();
     }
     const auto now = std::chrono::steady_clock::now();
     const auto change = key.isDown ? m_filter.keyDown(key.keyCode, now) : m_filter.keyUp(key.keyCode);

@@ -1,0 +1,29 @@
+// Several dictations in a row, as on an ordinary day.
+
+#include "EndToEnd/TalmoFixture.h"
+
+#include "Support/Printing.h"
+
+namespace talmo::test {
+
+using namespace std::chrono_literals;
+using EveryDayEndToEndTest = TalmoFixture;
+
+TEST_F(EveryDayEndToEndTest, secondDictationIsSeparatedUnlessUserTyped)
+{
+    openQtWindow();
+    startTalmo();
+    dictate(u"hello world"_s);
+    ASSERT_TRUE(windowShows(u"Hello world."_s));
+    ASSERT_TRUE(talmoSays(u"state: idle"_s));
+    testbed::passTime(350ms); // Longer than the double-tap window.
+    dictate(u"hello world"_s);
+    ASSERT_TRUE(windowShows(u"Hello world. Hello world."_s));
+    ASSERT_TRUE(talmoSays(u"state: idle"_s));
+    keyboard.tap('x');
+    ASSERT_TRUE(windowShows(u"Hello world. Hello world.x"_s));
+    dictate(u"hello world"_s);
+    EXPECT_TRUE(windowShows(u"Hello world. Hello world.xHello world."_s));
+}
+
+} // namespace talmo::test
