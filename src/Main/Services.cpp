@@ -1,7 +1,8 @@
 #include "Main/Services.h"
 
+#include "App/DictationCancellation.h"
+#include "App/LingeringOverlay.h"
 #include "Input/Audio/SpeexAudioConverter.h"
-#include "Input/Hotkey/GlobalHotkeyManager.h"
 #include "Insertion/ClipboardPasteInsertionService.h"
 #include "Insertion/PasswordFieldGuard.h"
 #include "Insertion/QueuedInsertionService.h"
@@ -67,10 +68,10 @@ Services::Services(const ServiceParts &parts)
           cleanup, [model = parts.languageModel] { model->cancelRequests(); })),
       preroll(std::make_shared<PulsePreroll>(parts.audioEngine, parts.executors.speech)),
       notice(std::make_shared<DictationNotice>()),
-      gestures(std::make_shared<DeferringHotkeyService>(DeferringHotkeyService::Parts{
-          std::make_shared<GlobalHotkeyManager>(parts.desktop->eventMonitor, parts.desktop->inputTrust, parts.clock,
-                                                parts.executors.main),
-          preroll, interruptibleCleanup, notice, parts.clock})),
+      keys(std::make_shared<GlobalHotkeyManager>(parts.desktop->eventMonitor, parts.desktop->inputTrust, parts.clock,
+                                                 parts.executors.main)),
+      gestures(std::make_shared<DeferringHotkeyService>(
+          DeferringHotkeyService::Parts{keys, preroll, interruptibleCleanup, notice, parts.clock})),
       insertion(makeInsertion(parts)),
       lastDictation(std::make_shared<LastDictation>()),
       recovery(
@@ -91,12 +92,18 @@ std::unique_ptr<TalmoCoordinator> Services::makeCoordinator(const ServiceParts &
     made.locale = parts.locale;
     made.clock = parts.clock;
     made.mainExecutor = parts.executors.main;
-    made.makeOverlay = [desktop = parts.desktop, told = notice](TalmoCoordinator &coordinator) {
-        return std::make_unique<RecordingOverlayController>(coordinator, desktop->makePanelWindow, desktop->screens,
-                                                            told);
+    made.makeOverlay = [desktop = parts.desktop, told = notice, clock = parts.clock](TalmoCoordinator &coordinator) {
+        const auto card =
+            std::make_shared<RecordingOverlayController>(coordinator, desktop->makePanelWindow, desktop->screens, told);
+        return std::make_unique<LingeringOverlay>(card, told, clock);
     };
     auto coordinator = std::make_unique<TalmoCoordinator>(std::move(made));
     gestures->follow(*coordinator);
+    new DictationCancellation({parts.desktop->cancelKey, notice,
+                               [keys = keys] { return keys->recognizer().activeMode(); },
+                               [keys = keys] { keys->endGesture(); },
+                               [settings = TalmoSettings::shared()] { return settings->hotkeyDisplayName(); }},
+                              *coordinator); // The coordinator is its parent.
     return coordinator;
 }
 

@@ -7,6 +7,7 @@
 #include "App/TalmoCoordinator.h"
 #include "Cleanup/TextCleanupService.h"
 #include "Input/Audio/AudioRecorder.h"
+#include "Input/Hotkey/GlobalHotkeyManager.h"
 #include "Input/Permissions/PermissionsManager.h"
 #include "Insertion/SpacedInsertionService.h"
 #include "LanguageModel/LoopbackLanguageModel.h"
@@ -53,6 +54,7 @@ struct Services {
     std::shared_ptr<InterruptibleCleanupService> interruptibleCleanup;
     std::shared_ptr<SpeechPreroll> preroll;
     std::shared_ptr<DictationNotice> notice;
+    std::shared_ptr<GlobalHotkeyManager> keys;
     std::shared_ptr<DeferringHotkeyService> gestures;
     std::shared_ptr<SpacedInsertionService> insertion;
     std::shared_ptr<LastDictation> lastDictation;

@@ -2,6 +2,7 @@
 
 #include "App/ApplicationShell.h"
 #include "Base/Clock.h"
+#include "Input/Hotkey/CancelKey.h"
 #include "Input/Hotkey/EventMonitor.h"
 #include "Input/Permissions/InputTrust.h"
 #include "Insertion/CursorWatch.h"
@@ -31,6 +32,7 @@ struct Desktop {
     /// The key to hold, as users know it.
     QString hotkeyName;
     std::shared_ptr<EventMonitor> eventMonitor;
+    std::shared_ptr<CancelKey> cancelKey;
     std::shared_ptr<Pasteboard> pasteboard;
     std::shared_ptr<PasteWitness> pasteWitness;
     std::shared_ptr<KeyEventPoster> keyPoster;

@@ -7,6 +7,12 @@
 namespace talmo::test {
 
 using namespace std::chrono_literals;
+namespace {
+
+constexpr quint32 escapeKey = 0xff1b;
+
+} // namespace
+
 using EveryDayEndToEndTest = TalmoFixture;
 
 TEST_F(EveryDayEndToEndTest, secondDictationIsSeparatedUnlessUserTyped)
@@ -24,6 +30,21 @@ TEST_F(EveryDayEndToEndTest, secondDictationIsSeparatedUnlessUserTyped)
     ASSERT_TRUE(windowShows(u"Hello world. Hello world.x"_s));
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(u"Hello world. Hello world.xHello world."_s));
+}
+
+TEST_F(EveryDayEndToEndTest, escapeDiscardsRecordingAndReachesNoWindow)
+{
+    openQtWindow();
+    startTalmo();
+    doubleTap();
+    ASSERT_TRUE(talmoSays(u"state: recording"_s));
+    speak(u"thank you very much"_s);
+    keyboard.tap(escapeKey);
+    EXPECT_TRUE(talmoSays(u"the recording was discarded"_s));
+    EXPECT_TRUE(talmoSays(u"state: idle"_s));
+    testbed::passTime(350ms); // Longer than the double-tap window.
+    dictate(u"hello world"_s);
+    EXPECT_TRUE(windowShows(u"Hello world."_s));
 }
 
 } // namespace talmo::test

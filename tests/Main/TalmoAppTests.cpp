@@ -1,5 +1,6 @@
 #include "Main/TalmoApp.h"
 
+#include "Support/FakeCancelKey.h"
 #include "Support/FakeCursorWatch.h"
 #include "Support/FakeEventMonitor.h"
 #include "Support/FakePasteboard.h"
@@ -55,6 +56,7 @@ protected:
         Desktop desktop;
         desktop.hotkeyName = u"Moon"_s;
         desktop.eventMonitor = keys;
+        desktop.cancelKey = std::make_shared<FakeCancelKey>();
         desktop.pasteboard = pasteboard;
         desktop.pasteWitness = std::make_shared<EveryPasteIsTaken>();
         desktop.keyPoster = std::make_shared<FakeKeyEventPoster>(pasteboard->calls);

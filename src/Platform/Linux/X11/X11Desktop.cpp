@@ -5,6 +5,7 @@
 #include "Platform/Linux/Session/DesktopNotice.h"
 #include "Platform/Linux/Session/TrayIcon.h"
 #include "Platform/Linux/X11/Clipboard/XcbPasteboard.h"
+#include "Platform/Linux/X11/Keys/XCancelKey.h"
 #include "Platform/Linux/X11/Keys/XCursorWatch.h"
 #include "Platform/Linux/X11/Keys/XInput2EventMonitor.h"
 #include "Platform/Linux/X11/Keys/XInputTrust.h"
@@ -63,6 +64,7 @@ Desktop openX11Desktop(const DesktopOptions &options)
     desktop.description = QStringLiteral("X11");
     desktop.hotkeyName = keyDisplayName(keys.first());
     desktop.eventMonitor = monitor;
+    desktop.cancelKey = std::make_shared<XCancelKey>(monitor);
     desktop.pasteboard = pasteboard;
     desktop.pasteWitness = pasteboard;
     desktop.keyPoster = std::make_shared<XTestKeyEventPoster>(session, pasteboard->transaction());

@@ -531,5 +531,21 @@
         <source>Puts a space before a dictation that continues the last one: in the same window, with no key or click in between.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>%1: stop · Esc: discard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: stop</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Esc: discard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancelled</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -28,6 +28,29 @@ bool isWheel(quint32 button)
     return button >= firstWheelButton && button <= lastWheelButton;
 }
 
+/// A grab is for one exact set of modifiers. Those held now belong to the trigger key and may be released while the
+/// grab lasts; the locks may be on or off. Others are left to the window manager, such as Alt+Escape.
+std::set<quint16> modifiersToGrab(const KeyboardLayout &layout)
+{
+    constexpr quint16 locks = XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2; // Caps Lock and, by convention, Num Lock.
+    quint16 held = 0;
+    for (int modifier = 0; modifier < 8; ++modifier) {
+        for (const auto keyCode : layout.modifierKeys[modifier]) {
+            const auto end = layout.heldKeys.end();
+            if (std::find(layout.heldKeys.begin(), end, keyCode) != end) {
+                held = static_cast<quint16>(held | 1U << modifier);
+            }
+        }
+    }
+    std::set<quint16> all;
+    for (const unsigned base : {0U, held & ~unsigned(locks)}) {
+        for (const unsigned lock : {0U, unsigned(XCB_MOD_MASK_LOCK), unsigned(XCB_MOD_MASK_2), unsigned(locks)}) {
+            all.insert(static_cast<quint16>(base | lock));
+        }
+    }
+    return all;
+}
+
 } // namespace
 
 struct XInput2EventMonitor::Monitor final : public EventMonitorToken {
@@ -117,6 +140,52 @@ quint32 XInput2EventMonitor::focusedWindow()
     return isWindow ? reply->focus : static_cast<quint32>(XCB_INPUT_FOCUS_NONE);
 }
 
+bool XInput2EventMonitor::grabKey(quint32 keySym, std::function<void()> onPressed)
+{
+    ungrabKey();
+    const auto layout = readKeyboardLayout(m_connection);
+    const auto keyCode = isUsable() ? keyCodeFor(layout, keySym) : std::nullopt;
+    readEvents(); // Those that arrived with the answers.
+    if (!keyCode) {
+        return false;
+    }
+    auto *connection = m_connection.get();
+    std::vector<xcb_void_cookie_t> cookies;
+    for (const auto modifiers : modifiersToGrab(layout)) {
+        cookies.push_back(xcb_grab_key_checked(connection, 0, m_connection.root(), modifiers, *keyCode,
+                                               XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+    }
+    bool isGrabbed = true;
+    for (const auto &cookie : cookies) {
+        const XcbPtr<xcb_generic_error_t> error(xcb_request_check(connection, cookie));
+        isGrabbed = isGrabbed && !error;
+    }
+    m_grabbedKey = *keyCode;
+    m_onGrabbedKey = std::move(onPressed);
+    readEvents();
+    return isGrabbed;
+}
+
+void XInput2EventMonitor::ungrabKey()
+{
+    if (m_grabbedKey != 0) {
+        xcb_ungrab_key(m_connection.get(), m_grabbedKey, m_connection.root(), XCB_MOD_MASK_ANY);
+        m_connection.flush();
+    }
+    m_grabbedKey = 0;
+    m_wasGrabbedKeyPressed = false;
+    m_onGrabbedKey = {};
+}
+
+/// After the raw events, so that the key is still known as grabbed when its own raw event is handled.
+void XInput2EventMonitor::reportGrabbedKey()
+{
+    if (std::exchange(m_wasGrabbedKeyPressed, false) && m_onGrabbedKey) {
+        const auto report = m_onGrabbedKey; // It may end the grab.
+        report();
+    }
+}
+
 void XInput2EventMonitor::readStandIns()
 {
     const auto layout = readKeyboardLayout(m_connection);
@@ -191,10 +260,16 @@ void XInput2EventMonitor::readEvents()
         return;
     }
     handleCollected(false);
+    reportGrabbedKey();
 }
 
 void XInput2EventMonitor::collect(const xcb_generic_event_t &event)
 {
+    if ((event.response_type & 0x7f) == XCB_KEY_PRESS) {
+        const auto &press = reinterpret_cast<const xcb_key_press_event_t &>(event); // NOLINT
+        m_wasGrabbedKeyPressed = m_wasGrabbedKeyPressed || press.detail == m_grabbedKey;
+        return;
+    }
     const auto &generic = reinterpret_cast<const xcb_ge_generic_event_t &>(event); // NOLINT
     if ((event.response_type & 0x7f) != XCB_GE_GENERIC || generic.extension != m_opcode) {
         return;
@@ -226,7 +301,7 @@ void XInput2EventMonitor::handleKey(const RawKey &key)
     if (m_postedKeys->take(key.keyCode, key.isDown)) {
         return;
     }
-    if (key.isDown && !m_filter.isWatched(key.keyCode)) {
+    if (key.isDown && !m_filter.isWatched(key.keyCode) && key.keyCode != m_grabbedKey) {
         noteInput();
     }
     const auto now = std::chrono::steady_clock::now();

@@ -47,6 +47,11 @@ public:
     /// The window with the keyboard focus; zero if there is none. Handles all input that precedes the answer.
     quint32 focusedWindow();
 
+    /// Takes a key from all other programs: its presses call this instead, with or without the modifiers that are held
+    /// now. False if another program has grabbed it.
+    bool grabKey(quint32 keySym, std::function<void()> onPressed);
+    void ungrabKey();
+
 private:
     struct Monitor;
 
@@ -59,6 +64,7 @@ private:
     void handleCollected(bool isPatienceOver);
     void handleKey(const RawKey &key);
     void noteInput();
+    void reportGrabbedKey();
     void reportWithheld();
     void report(bool isDown);
 
@@ -72,6 +78,10 @@ private:
     RepeatPairFilter m_collected;
     QTimer m_patience;
     QTimer m_withheld;
+    /// Zero if no key is grabbed.
+    quint8 m_grabbedKey = 0;
+    bool m_wasGrabbedKeyPressed = false;
+    std::function<void()> m_onGrabbedKey;
     bool m_isInputWatched = false;
     bool m_wasInputSeen = false;
     std::vector<std::weak_ptr<Monitor>> m_monitors;
