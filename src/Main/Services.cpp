@@ -3,6 +3,7 @@
 #include "App/DictationCancellation.h"
 #include "App/LingeringOverlay.h"
 #include "Input/Audio/SpeexAudioConverter.h"
+#include "Input/Hotkey/PausableEventMonitor.h"
 #include "Insertion/ClipboardPasteInsertionService.h"
 #include "Insertion/PasswordFieldGuard.h"
 #include "Insertion/QueuedInsertionService.h"
@@ -68,7 +69,10 @@ Services::Services(const ServiceParts &parts)
           cleanup, [model = parts.languageModel] { model->cancelRequests(); })),
       preroll(std::make_shared<PulsePreroll>(parts.audioEngine, parts.executors.speech)),
       notice(std::make_shared<DictationNotice>()),
-      keys(std::make_shared<GlobalHotkeyManager>(parts.desktop->eventMonitor, parts.desktop->inputTrust, parts.clock,
+      pause(std::make_shared<DictationPause>()),
+      eventMonitor(std::make_shared<PausableEventMonitor>(parts.desktop->eventMonitor,
+                                                          [pause = pause] { return pause->isPaused(); })),
+      keys(std::make_shared<GlobalHotkeyManager>(eventMonitor, parts.desktop->inputTrust, parts.clock,
                                                  parts.executors.main)),
       gestures(std::make_shared<DeferringHotkeyService>(
           DeferringHotkeyService::Parts{keys, preroll, interruptibleCleanup, notice, parts.clock})),
@@ -77,6 +81,17 @@ Services::Services(const ServiceParts &parts)
       recovery(
           std::make_shared<DictationRecovery>(lastDictation, parts.desktop->pasteboard, parts.desktop->pasteWitness))
 {
+    // A recording under way ends as its key would have ended it, which cannot any more.
+    const auto endGesture = [paused = pause.get(), weakGestures = std::weak_ptr(gestures),
+                             weakKeys = std::weak_ptr(keys)] {
+        const auto deferred = weakGestures.lock();
+        const auto manager = weakKeys.lock();
+        if (!paused->isPaused() && deferred && manager) { // It is about to be paused.
+            deferred->endGesture();
+            manager->endGesture();
+        }
+    };
+    QObject::connect(pause.get(), &Observable::objectWillChange, pause.get(), endGesture);
 }
 
 std::unique_ptr<TalmoCoordinator> Services::makeCoordinator(const ServiceParts &parts) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "App/DeferringHotkeyService.h"
+#include "App/DictationPause.h"
 #include "App/DictationRecovery.h"
 #include "App/InterruptibleCleanupService.h"
 #include "App/LastDictation.h"
@@ -54,6 +55,9 @@ struct Services {
     std::shared_ptr<InterruptibleCleanupService> interruptibleCleanup;
     std::shared_ptr<SpeechPreroll> preroll;
     std::shared_ptr<DictationNotice> notice;
+    std::shared_ptr<DictationPause> pause;
+    /// The desktop's, unless the key is paused.
+    std::shared_ptr<EventMonitor> eventMonitor;
     std::shared_ptr<GlobalHotkeyManager> keys;
     std::shared_ptr<DeferringHotkeyService> gestures;
     std::shared_ptr<SpacedInsertionService> insertion;

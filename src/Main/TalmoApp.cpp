@@ -99,7 +99,7 @@ void TalmoApp::start()
 {
     auto &coordinator = TalmoCoordinator::shared();
     m_warmUp = std::make_unique<WarmUp>(
-        WarmUp::Parts{m_desktop->eventMonitor, m_services, m_recognisers.engines, m_languageModel, m_locale, m_clock},
+        WarmUp::Parts{m_services->eventMonitor, m_services, m_recognisers.engines, m_languageModel, m_locale, m_clock},
         coordinator);
     m_languageModel->refresh();
     m_delegate = std::make_unique<AppDelegate>(m_desktop->shell, m_services->permissions);
@@ -127,6 +127,7 @@ void TalmoApp::showInterface(TalmoCoordinator &coordinator)
     context.recovery = m_services->recovery;
     context.passwordFields = m_passwordFields;
     context.options = m_options;
+    context.pause = m_services->pause;
     const UserInterfaceParts parts{m_desktop->statusItem, m_desktop->makePanelWindow, m_desktop->screens,
                                    m_desktop->focus, m_desktop->shell};
     m_interface = std::make_unique<UserInterface>(context, parts);
@@ -145,6 +146,7 @@ void TalmoApp::listenForOthers()
     const auto recovery = m_services->recovery;
     actions.lastDictation = [recovery](bool isRaw) { return isRaw ? recovery->lastRawText() : recovery->lastText(); };
     actions.putEarlierClipboardBack = [recovery] { return recovery->putEarlierClipboardBack(); };
+    actions.setPaused = [pause = m_services->pause](bool isPaused) { pause->setPaused(isPaused); };
     m_control = std::make_unique<ControlServer>(std::move(actions), m_clock);
     m_control->listen(ControlSocket::path());
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "App/DictationPause.h"
 #include "App/DictationRecovery.h"
 #include "App/TalmoCoordinator.h"
 #include "Input/Permissions/PermissionsManager.h"
@@ -37,6 +38,8 @@ struct ViewContext {
     std::shared_ptr<DictationRecovery> recovery;
     /// Null if the platform has none.
     std::shared_ptr<DictationOptions> options;
+    /// Null if the key cannot be paused.
+    std::shared_ptr<DictationPause> pause;
 };
 
 } // namespace talmo

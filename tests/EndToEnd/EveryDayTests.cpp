@@ -47,4 +47,33 @@ TEST_F(EveryDayEndToEndTest, escapeDiscardsRecordingAndReachesNoWindow)
     EXPECT_TRUE(windowShows(u"Hello world."_s));
 }
 
+TEST_F(EveryDayEndToEndTest, pausedKeyDoesNothingUntilResumed)
+{
+    const auto talmoctl = [this](const QString &command) {
+        testbed::ChildProcess process(QStringLiteral(TALMO_BIN "/talmoctl"), {command}, environment);
+        EXPECT_TRUE(testbed::waitUntil([&process] { return !process.isRunning(); }, patience));
+    };
+    openQtWindow();
+    startTalmo();
+    talmoctl(u"pause"_s);
+    keyboard.press(key);
+    testbed::passTime(500ms); // Much longer than a hold takes to begin.
+    keyboard.release(key);
+    EXPECT_FALSE(talmo->output().contains(u"state: "_s));
+    talmoctl(u"resume"_s);
+    dictate(u"hello world"_s);
+    EXPECT_TRUE(windowShows(u"Hello world."_s));
+}
+
+TEST_F(EveryDayEndToEndTest, pausingFinishesHandsFreeRecording)
+{
+    openQtWindow();
+    startTalmo();
+    doubleTap();
+    ASSERT_TRUE(talmoSays(u"state: recording"_s));
+    speak(u"hello world"_s);
+    testbed::ChildProcess pause(QStringLiteral(TALMO_BIN "/talmoctl"), {u"pause"_s}, environment);
+    EXPECT_TRUE(windowShows(u"Hello world."_s));
+}
+
 } // namespace talmo::test

@@ -1,5 +1,6 @@
 #include "Insertion/SpacedInsertionService.h"
 
+#include "Base/Completion.h"
 #include "Base/Error.h"
 #include "Base/Task.h"
 #include "Support/FakeCursorWatch.h"

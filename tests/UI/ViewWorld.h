@@ -56,7 +56,8 @@ public:
                 recogniser,
                 passwordFields,
                 nullptr,
-                options};
+                options,
+                pause};
     }
 
     TalmoCoordinator &coordinator() { return *world.coordinator; }
@@ -128,6 +129,7 @@ public:
     std::shared_ptr<RecogniserSettings> recogniser;
     std::shared_ptr<PasswordFieldSettings> passwordFields;
     std::shared_ptr<DictationOptions> options;
+    std::shared_ptr<DictationPause> pause;
     RecordingWorld world;
 };
 
