@@ -14,6 +14,8 @@ struct Entry {
 Entry entryOf(DictationOption option)
 {
     switch (option) {
+    case DictationOption::KeepHistory:
+        return {QStringLiteral("linux.keepHistory"), false};
     case DictationOption::SpaceBetween:
         break;
     }

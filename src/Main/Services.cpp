@@ -69,6 +69,7 @@ Services::Services(const ServiceParts &parts)
           cleanup, [model = parts.languageModel] { model->cancelRequests(); })),
       preroll(std::make_shared<PulsePreroll>(parts.audioEngine, parts.executors.speech)),
       notice(std::make_shared<DictationNotice>()),
+      history(std::make_shared<DictationHistory>(parts.options)),
       pause(std::make_shared<DictationPause>()),
       eventMonitor(std::make_shared<PausableEventMonitor>(parts.desktop->eventMonitor,
                                                           [pause = pause] { return pause->isPaused(); })),
@@ -103,7 +104,8 @@ std::unique_ptr<TalmoCoordinator> Services::makeCoordinator(const ServiceParts &
     made.transcriptionService = std::make_shared<RememberedTranscriptionService>(transcription, lastDictation);
     made.hotkeyManager = gestures;
     made.textCleanupService = std::make_shared<RememberedCleanupService>(interruptibleCleanup, lastDictation);
-    made.insertionService = insertion;
+    made.insertionService =
+        std::make_shared<RememberedInsertionService>(insertion, parts.desktop->focusedField, history);
     made.locale = parts.locale;
     made.clock = parts.clock;
     made.mainExecutor = parts.executors.main;

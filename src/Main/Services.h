@@ -1,6 +1,7 @@
 #pragma once
 
 #include "App/DeferringHotkeyService.h"
+#include "App/DictationHistory.h"
 #include "App/DictationPause.h"
 #include "App/DictationRecovery.h"
 #include "App/InterruptibleCleanupService.h"
@@ -55,6 +56,7 @@ struct Services {
     std::shared_ptr<InterruptibleCleanupService> interruptibleCleanup;
     std::shared_ptr<SpeechPreroll> preroll;
     std::shared_ptr<DictationNotice> notice;
+    std::shared_ptr<DictationHistory> history;
     std::shared_ptr<DictationPause> pause;
     /// The desktop's, unless the key is paused.
     std::shared_ptr<EventMonitor> eventMonitor;

@@ -127,6 +127,7 @@ void TalmoApp::showInterface(TalmoCoordinator &coordinator)
     context.recovery = m_services->recovery;
     context.passwordFields = m_passwordFields;
     context.options = m_options;
+    context.history = m_services->history;
     context.pause = m_services->pause;
     const UserInterfaceParts parts{m_desktop->statusItem, m_desktop->makePanelWindow, m_desktop->screens,
                                    m_desktop->focus, m_desktop->shell};

@@ -8,6 +8,8 @@ namespace talmo {
 enum class DictationOption {
     /// A space before a dictation that continues the last one.
     SpaceBetween,
+    /// The last dictations are kept in memory.
+    KeepHistory,
 };
 
 /// For the settings window and the services: which options are on. Announces every change. Main thread.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "App/DictationHistory.h"
 #include "App/DictationPause.h"
 #include "App/DictationRecovery.h"
 #include "App/TalmoCoordinator.h"
@@ -38,6 +39,8 @@ struct ViewContext {
     std::shared_ptr<DictationRecovery> recovery;
     /// Null if the platform has none.
     std::shared_ptr<DictationOptions> options;
+    /// Null if no history can be kept.
+    std::shared_ptr<DictationHistory> history;
     /// Null if the key cannot be paused.
     std::shared_ptr<DictationPause> pause;
 };

@@ -18,6 +18,15 @@ TEST(DictationOptionsModel, spaceBetweenDictationsIsOnByDefault)
     EXPECT_FALSE(options.isOn(DictationOption::SpaceBetween));
 }
 
+TEST(DictationOptionsModel, historyIsOffByDefault)
+{
+    const auto defaults = std::make_shared<MemoryUserDefaults>();
+    const DictationOptionsModel options(defaults);
+    EXPECT_FALSE(options.isOn(DictationOption::KeepHistory));
+    defaults->store(u"linux.keepHistory"_s, true);
+    EXPECT_TRUE(options.isOn(DictationOption::KeepHistory));
+}
+
 TEST(DictationOptionsModel, storesAndAnnouncesChange)
 {
     const auto defaults = std::make_shared<MemoryUserDefaults>();

@@ -57,6 +57,7 @@ public:
                 passwordFields,
                 nullptr,
                 options,
+                nullptr,
                 pause};
     }
 
