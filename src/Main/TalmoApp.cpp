@@ -10,6 +10,7 @@
 #include "Main/RecogniserSettingsModel.h"
 #include "Main/Shutdown.h"
 #include "Main/WarmUp.h"
+#include "Main/WordPronunciationsModel.h"
 #include "Platform/Linux/Session/XdgAutostart.h"
 #include "Platform/Linux/System/JsonUserDefaults.h"
 #include "Platform/Linux/System/LinuxServerTrust.h"
@@ -128,6 +129,13 @@ void TalmoApp::showInterface(TalmoCoordinator &coordinator)
     context.passwordFields = m_passwordFields;
     context.options = m_options;
     context.history = m_services->history;
+    context.pronunciations = std::make_shared<WordPronunciationsModel>(
+        EngineRegistry::pronunciationsPath(), m_executors.settings, m_executors.main,
+        [weakEngines = std::weak_ptr(m_recognisers.engines)] {
+            if (const auto engines = weakEngines.lock()) {
+                engines->setWords(TalmoSettings::shared()->dictionaryWords());
+            }
+        });
     context.pause = m_services->pause;
     const UserInterfaceParts parts{m_desktop->statusItem, m_desktop->makePanelWindow, m_desktop->screens,
                                    m_desktop->focus, m_desktop->shell};

@@ -9,6 +9,7 @@
 #include "Settings/PasswordFieldSettings.h"
 #include "Settings/RecogniserSettings.h"
 #include "Settings/TalmoSettings.h"
+#include "Settings/WordPronunciations.h"
 #include "UI/EditingServer.h"
 
 #include <QFuture>
@@ -41,6 +42,8 @@ struct ViewContext {
     std::shared_ptr<DictationOptions> options;
     /// Null if no history can be kept.
     std::shared_ptr<DictationHistory> history;
+    /// Null if no recogniser uses pronunciations.
+    std::shared_ptr<WordPronunciations> pronunciations;
     /// Null if the key cannot be paused.
     std::shared_ptr<DictationPause> pause;
 };

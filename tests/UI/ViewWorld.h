@@ -58,6 +58,7 @@ public:
                 nullptr,
                 options,
                 nullptr,
+                pronunciations,
                 pause};
     }
 
@@ -130,6 +131,7 @@ public:
     std::shared_ptr<RecogniserSettings> recogniser;
     std::shared_ptr<PasswordFieldSettings> passwordFields;
     std::shared_ptr<DictationOptions> options;
+    std::shared_ptr<WordPronunciations> pronunciations;
     std::shared_ptr<DictationPause> pause;
     RecordingWorld world;
 };

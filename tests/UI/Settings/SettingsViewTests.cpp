@@ -273,7 +273,8 @@ TEST_F(DictionaryTabTest, hasExpectedTexts)
     EXPECT_EQ(
         accessibleNames(tab, QAccessible::StaticText),
         (QStringList{
-            u"Words and phrases you add here are passed to the cleanup step as context so they're preserved exactly, instead of being \"corrected\" away."_s}));
+            u"Words and phrases you add here are passed to the cleanup step as context so they're preserved exactly, instead of being \"corrected\" away."_s,
+            u"Each is heard as well as written your way."_s}));
     EXPECT_EQ(field().placeholderText(), u"Add a word or phrase"_s);
     EXPECT_EQ(shown(), (QStringList{u"Talmo"_s, u"Terraform"_s, u"Kubernetes"_s}));
 }
