@@ -16,6 +16,8 @@ Entry entryOf(DictationOption option)
     switch (option) {
     case DictationOption::KeepHistory:
         return {QStringLiteral("linux.keepHistory"), false};
+    case DictationOption::Sounds:
+        return {QStringLiteral("linux.sounds"), false};
     case DictationOption::SpaceBetween:
         break;
     }

@@ -120,7 +120,8 @@ std::unique_ptr<TalmoCoordinator> Services::makeCoordinator(const ServiceParts &
                                [keys = keys] { return keys->recognizer().activeMode(); },
                                [keys = keys] { keys->endGesture(); },
                                [settings = TalmoSettings::shared()] { return settings->hotkeyDisplayName(); }},
-                              *coordinator); // The coordinator is its parent.
+                              *coordinator);                     // The coordinator is its parent.
+    new SoundCues(parts.options, parts.cuePlayer, *coordinator); // Likewise.
     return coordinator;
 }
 

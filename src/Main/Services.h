@@ -6,6 +6,7 @@
 #include "App/DictationRecovery.h"
 #include "App/InterruptibleCleanupService.h"
 #include "App/LastDictation.h"
+#include "App/SoundCues.h"
 #include "App/TalmoCoordinator.h"
 #include "Cleanup/TextCleanupService.h"
 #include "Input/Audio/AudioRecorder.h"
@@ -38,6 +39,7 @@ struct ServiceParts {
     /// Whether text is kept out of password fields.
     std::function<bool()> guardsPasswordFields;
     std::shared_ptr<DictationOptions> options;
+    std::shared_ptr<CuePlayer> cuePlayer;
     /// Closes Talmo's own windows that are in the way of an insertion.
     std::function<QFuture<void>()> clearTheWay;
 };

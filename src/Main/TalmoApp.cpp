@@ -12,6 +12,7 @@
 #include "Main/WarmUp.h"
 #include "Main/WordPronunciationsModel.h"
 #include "Platform/Linux/Session/XdgAutostart.h"
+#include "Platform/Linux/Sound/EventSounds.h"
 #include "Platform/Linux/System/JsonUserDefaults.h"
 #include "Platform/Linux/System/LinuxServerTrust.h"
 #include "Platform/Linux/System/ProcessMemory.h"
@@ -92,6 +93,7 @@ ServiceParts TalmoApp::serviceParts()
     parts.locale = m_locale;
     parts.guardsPasswordFields = [fields = m_passwordFields] { return fields->isGuarded(); };
     parts.options = m_options;
+    parts.cuePlayer = std::make_shared<EventSounds>();
     parts.clearTheWay = [this] { return m_interface ? m_interface->clearTheWay() : ready(); };
     return parts;
 }

@@ -10,6 +10,8 @@ enum class DictationOption {
     SpaceBetween,
     /// The last dictations are kept in memory.
     KeepHistory,
+    /// Sounds when a recording starts, when it ends and when something goes wrong.
+    Sounds,
 };
 
 /// For the settings window and the services: which options are on. Announces every change. Main thread.

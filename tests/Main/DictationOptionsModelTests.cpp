@@ -27,6 +27,15 @@ TEST(DictationOptionsModel, historyIsOffByDefault)
     EXPECT_TRUE(options.isOn(DictationOption::KeepHistory));
 }
 
+TEST(DictationOptionsModel, soundsAreOffByDefault)
+{
+    const auto defaults = std::make_shared<MemoryUserDefaults>();
+    const DictationOptionsModel options(defaults);
+    EXPECT_FALSE(options.isOn(DictationOption::Sounds));
+    defaults->store(u"linux.sounds"_s, true);
+    EXPECT_TRUE(options.isOn(DictationOption::Sounds));
+}
+
 TEST(DictationOptionsModel, storesAndAnnouncesChange)
 {
     const auto defaults = std::make_shared<MemoryUserDefaults>();

@@ -19,6 +19,9 @@ DictationOptionsSection::DictationOptionsSection(std::shared_ptr<DictationOption
     addSwitch(*section, DictationOption::SpaceBetween, QT_TRANSLATE_NOOP("Talmo", "Space between dictations"),
               QT_TRANSLATE_NOOP("Talmo", "Puts a space before a dictation that continues the last one: in the same "
                                          "window, with no key or click in between."));
+    addSwitch(*section, DictationOption::Sounds, QT_TRANSLATE_NOOP("Talmo", "Sounds"),
+              QT_TRANSLATE_NOOP("Talmo", "Plays a sound of the desktop when a recording starts, when it ends and when "
+                                         "something goes wrong."));
     layout->addWidget(section);
     reread();
 }
