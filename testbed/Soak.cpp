@@ -125,6 +125,7 @@ private:
             throw Error(text("The window did not open."));
         }
         expected.clear();
+        continues = false;
     }
 
     void runRound(int round)
@@ -194,7 +195,8 @@ private:
         }
         const QString meant = lastCleaned();
         failures.misheard += meant == text("Hello world.") ? 0 : 1;
-        expect(meant);
+        expect(continues ? QLatin1Char(' ') + meant : meant);
+        continues = true;
     }
 
     /// The text that Talmo meant to insert.
@@ -222,6 +224,7 @@ private:
         talmoctl.closeInput();
         waitUntil([&talmoctl] { return !talmoctl.isRunning(); }, patience);
         expect(inserted);
+        continues = false;
     }
 
     void expect(const QString &added)
@@ -318,6 +321,8 @@ private:
     std::unique_ptr<ChildProcess> window;
     QString hello;
     QString expected;
+    /// A dictation now would continue the last one.
+    bool continues = false;
     std::size_t logged = 0;
     Failures failures;
     Usage before;

@@ -53,6 +53,9 @@ public:
     /// A recording is running, or a gesture is about to start one.
     bool isGestureActive() const;
 
+    /// Ends the current gesture as its key would; does nothing without one.
+    void endGesture() { gestureEnded(); }
+
     /// Ignores the key from now on.
     void close() { m_isClosed = true; }
 

@@ -14,4 +14,19 @@ void DictationNotice::clear()
     }
 }
 
+void DictationNotice::setHint(const QString &hint, const QString &key)
+{
+    if (hint != m_hint || key != m_hintKey) {
+        publish(m_hint, hint);
+        m_hintKey = key;
+    }
+}
+
+void DictationNotice::setFarewell(const QString &farewell)
+{
+    if (farewell != m_farewell) {
+        publish(m_farewell, farewell);
+    }
+}
+
 } // namespace talmo

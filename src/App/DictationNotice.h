@@ -6,20 +6,32 @@
 
 namespace talmo {
 
-/// A notice that the overlay shows below its title, in addition to the state's own text. Main thread.
+/// What the overlay shows in addition to the state's own texts. Nothing here is translated yet. Main thread.
 class DictationNotice final : public Observable {
     Q_OBJECT
 
 public:
     using Observable::Observable;
 
-    /// Empty if there is no notice. Not translated yet.
+    /// Below the title while a sentence is processed; empty if there is no notice.
     QString text() const { return m_text; }
     void show(const QString &text);
     void clear();
 
+    /// Beside the title while recording: which keys do what. %1 in it stands for `hintKey`.
+    QString hint() const { return m_hint; }
+    QString hintKey() const { return m_hintKey; }
+    void setHint(const QString &hint, const QString &key);
+
+    /// The title of a card that is about to go.
+    QString farewell() const { return m_farewell; }
+    void setFarewell(const QString &farewell);
+
 private:
     QString m_text;
+    QString m_hint;
+    QString m_hintKey;
+    QString m_farewell;
 };
 
 } // namespace talmo

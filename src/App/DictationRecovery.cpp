@@ -15,9 +15,14 @@ DictationRecovery::DictationRecovery(std::shared_ptr<LastDictation> last, std::s
 void DictationRecovery::copyLastText()
 {
     if (const auto text = m_last->text()) {
-        m_pasteboard->clearContents();
-        m_pasteboard->setString(*text);
+        copy(*text);
     }
+}
+
+void DictationRecovery::copy(const QString &text)
+{
+    m_pasteboard->clearContents();
+    m_pasteboard->setString(text);
 }
 
 } // namespace talmo

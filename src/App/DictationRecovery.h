@@ -21,6 +21,8 @@ public:
     std::optional<QString> lastRawText() const { return m_last->rawText(); }
     /// Copies the last dictation to the clipboard, as if the user had; does nothing without one.
     void copyLastText();
+    /// Copies a text to the clipboard, as if the user had.
+    void copy(const QString &text);
 
     bool holdsEarlierClipboard() const { return m_witness->holdsEarlierClipboard(); }
     /// False if there is none left.

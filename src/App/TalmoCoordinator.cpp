@@ -164,6 +164,16 @@ void TalmoCoordinator::endDictation()
     launchTask([self = WeakSelf(this)] { return processingSequence(self); });
 }
 
+void TalmoCoordinator::cancelDictation()
+{
+    if (!m_state.is(TalmoState::Case::Recording)) {
+        return;
+    }
+    m_parts.audioRecorder->stop();
+    launchTask([transcription = m_parts.transcriptionService] { return transcription->cancelTranscription(); });
+    transitionTo(TalmoState::idle());
+}
+
 QCoro::Task<void> TalmoCoordinator::processingSequence(WeakSelf self)
 {
     if (!self) {

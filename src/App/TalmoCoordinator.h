@@ -65,6 +65,8 @@ public:
     void beginDictation();
     /// Ends the current dictation and processes it; returns at once.
     void endDictation();
+    /// Discards the current recording; returns at once.
+    void cancelDictation();
     /// Asks for all three permissions in turn.
     QCoro::Task<void> requestPermissions();
 

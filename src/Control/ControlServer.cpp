@@ -134,6 +134,11 @@ void ControlServer::serve(QLocalSocket &socket, const QByteArray &request)
         logEscapes(serveClipboard(&socket, m_actions.putEarlierClipboardBack()));
         return;
     }
+    if (const auto isPaused = ControlSocket::pauseToSet(request)) {
+        m_actions.setPaused(*isPaused);
+        answerAndClose(socket, std::nullopt);
+        return;
+    }
     const auto text = ControlSocket::textToInsert(request);
     if (!text) {
         answerAndClose(socket, QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Unknown request.")));

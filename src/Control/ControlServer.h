@@ -34,6 +34,8 @@ public:
         std::function<std::optional<QString>(bool isRaw)> lastDictation;
         /// False if there is no earlier clipboard.
         std::function<QFuture<bool>()> putEarlierClipboardBack;
+        /// Pauses the dictation key or resumes it.
+        std::function<void(bool isPaused)> setPaused;
     };
 
     ControlServer(Actions actions, std::shared_ptr<Clock> clock);

@@ -27,6 +27,8 @@ const QString recogniserCommand = QStringLiteral("recogniser");
 const QString lastCommand = QStringLiteral("last");
 const QString rawKey = QStringLiteral("raw");
 const QString earlierClipboardCommand = QStringLiteral("restore-clipboard");
+const QString pauseCommand = QStringLiteral("pause");
+const QString resumeCommand = QStringLiteral("resume");
 
 QByteArray line(const QJsonObject &object)
 {
@@ -109,6 +111,17 @@ QByteArray earlierClipboardRequest()
 bool asksForEarlierClipboard(const QByteArray &request)
 {
     return QJsonDocument::fromJson(request).object().value(commandKey) == earlierClipboardCommand;
+}
+
+QByteArray pauseRequest(bool isPaused)
+{
+    return line({{commandKey, isPaused ? pauseCommand : resumeCommand}});
+}
+
+std::optional<bool> pauseToSet(const QByteArray &request)
+{
+    const auto command = QJsonDocument::fromJson(request).object().value(commandKey);
+    return command == pauseCommand || command == resumeCommand ? std::optional(command == pauseCommand) : std::nullopt;
 }
 
 bool isOwnUser(const QLocalSocket &socket)

@@ -44,6 +44,11 @@ std::optional<bool> asksForLastDictation(const QByteArray &request);
 QByteArray earlierClipboardRequest();
 bool asksForEarlierClipboard(const QByteArray &request);
 
+/// Pauses the dictation key or resumes it.
+QByteArray pauseRequest(bool isPaused);
+/// Nullopt if it is not a request of that kind.
+std::optional<bool> pauseToSet(const QByteArray &request);
+
 /// Whether the program at the other end of a connected socket runs as this user, according to the kernel.
 bool isOwnUser(const QLocalSocket &socket);
 

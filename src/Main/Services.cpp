@@ -1,8 +1,10 @@
 #include "Main/Services.h"
 
+#include "App/DictationCancellation.h"
+#include "App/LingeringOverlay.h"
 #include "App/TimedCleanupService.h"
 #include "Input/Audio/SpeexAudioConverter.h"
-#include "Input/Hotkey/GlobalHotkeyManager.h"
+#include "Input/Hotkey/PausableEventMonitor.h"
 #include "Insertion/ClipboardPasteInsertionService.h"
 #include "Insertion/PasswordFieldGuard.h"
 #include "Insertion/QueuedInsertionService.h"
@@ -49,7 +51,7 @@ std::shared_ptr<CleanupService> timed(std::shared_ptr<CleanupService> cleanup, s
         [pace = std::move(pace)](const QString &editor, Duration duration) { pace->note(editor, duration); }});
 }
 
-std::shared_ptr<TextInsertionService> makeInsertion(const ServiceParts &parts)
+std::shared_ptr<SpacedInsertionService> makeInsertion(const ServiceParts &parts)
 {
     const Desktop &desktop = *parts.desktop;
     const auto pasting = std::make_shared<ClipboardPasteInsertionService>(desktop.pasteboard, desktop.keyPoster,
@@ -58,7 +60,9 @@ std::shared_ptr<TextInsertionService> makeInsertion(const ServiceParts &parts)
     const auto guarded =
         std::make_shared<PasswordFieldGuard>(verified, desktop.focusedField, parts.clock, parts.guardsPasswordFields);
     const auto unobstructed = std::make_shared<UnobstructedInsertionService>(guarded, parts.clearTheWay);
-    return std::make_shared<QueuedInsertionService>(unobstructed);
+    const auto exact = std::make_shared<QueuedInsertionService>(unobstructed);
+    return std::make_shared<SpacedInsertionService>(
+        exact, desktop.cursorWatch, [options = parts.options] { return options->isOn(DictationOption::SpaceBetween); });
 }
 
 } // namespace
@@ -75,15 +79,30 @@ Services::Services(const ServiceParts &parts)
           timed(cleanup, editingPace, parts), [model = parts.languageModel] { model->cancelRequests(); })),
       preroll(std::make_shared<PulsePreroll>(parts.audioEngine, parts.executors.speech)),
       notice(std::make_shared<DictationNotice>()),
-      gestures(std::make_shared<DeferringHotkeyService>(DeferringHotkeyService::Parts{
-          std::make_shared<GlobalHotkeyManager>(parts.desktop->eventMonitor, parts.desktop->inputTrust, parts.clock,
-                                                parts.executors.main),
-          preroll, interruptibleCleanup, notice, parts.clock})),
+      history(std::make_shared<DictationHistory>(parts.options)),
+      pause(std::make_shared<DictationPause>()),
+      eventMonitor(std::make_shared<PausableEventMonitor>(parts.desktop->eventMonitor,
+                                                          [pause = pause] { return pause->isPaused(); })),
+      keys(std::make_shared<GlobalHotkeyManager>(eventMonitor, parts.desktop->inputTrust, parts.clock,
+                                                 parts.executors.main)),
+      gestures(std::make_shared<DeferringHotkeyService>(
+          DeferringHotkeyService::Parts{keys, preroll, interruptibleCleanup, notice, parts.clock})),
       insertion(makeInsertion(parts)),
       lastDictation(std::make_shared<LastDictation>()),
       recovery(
           std::make_shared<DictationRecovery>(lastDictation, parts.desktop->pasteboard, parts.desktop->pasteWitness))
 {
+    // A recording under way ends as its key would have ended it, which cannot any more.
+    const auto endGesture = [paused = pause.get(), weakGestures = std::weak_ptr(gestures),
+                             weakKeys = std::weak_ptr(keys)] {
+        const auto deferred = weakGestures.lock();
+        const auto manager = weakKeys.lock();
+        if (!paused->isPaused() && deferred && manager) { // It is about to be paused.
+            deferred->endGesture();
+            manager->endGesture();
+        }
+    };
+    QObject::connect(pause.get(), &Observable::objectWillChange, pause.get(), endGesture);
 }
 
 std::unique_ptr<TalmoCoordinator> Services::makeCoordinator(const ServiceParts &parts) const
@@ -95,16 +114,24 @@ std::unique_ptr<TalmoCoordinator> Services::makeCoordinator(const ServiceParts &
     made.transcriptionService = std::make_shared<RememberedTranscriptionService>(transcription, lastDictation);
     made.hotkeyManager = gestures;
     made.textCleanupService = std::make_shared<RememberedCleanupService>(interruptibleCleanup, lastDictation);
-    made.insertionService = insertion;
+    made.insertionService =
+        std::make_shared<RememberedInsertionService>(insertion, parts.desktop->focusedField, history);
     made.locale = parts.locale;
     made.clock = parts.clock;
     made.mainExecutor = parts.executors.main;
-    made.makeOverlay = [desktop = parts.desktop, told = notice](TalmoCoordinator &coordinator) {
-        return std::make_unique<RecordingOverlayController>(coordinator, desktop->makePanelWindow, desktop->screens,
-                                                            told);
+    made.makeOverlay = [desktop = parts.desktop, told = notice, clock = parts.clock](TalmoCoordinator &coordinator) {
+        const auto card =
+            std::make_shared<RecordingOverlayController>(coordinator, desktop->makePanelWindow, desktop->screens, told);
+        return std::make_unique<LingeringOverlay>(card, told, clock);
     };
     auto coordinator = std::make_unique<TalmoCoordinator>(std::move(made));
     gestures->follow(*coordinator);
+    new DictationCancellation({parts.desktop->cancelKey, notice,
+                               [keys = keys] { return keys->recognizer().activeMode(); },
+                               [keys = keys] { keys->endGesture(); },
+                               [settings = TalmoSettings::shared()] { return settings->hotkeyDisplayName(); }},
+                              *coordinator);                     // The coordinator is its parent.
+    new SoundCues(parts.options, parts.cuePlayer, *coordinator); // Likewise.
     return coordinator;
 }
 

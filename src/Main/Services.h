@@ -1,18 +1,24 @@
 #pragma once
 
 #include "App/DeferringHotkeyService.h"
+#include "App/DictationHistory.h"
+#include "App/DictationPause.h"
 #include "App/DictationRecovery.h"
 #include "App/InterruptibleCleanupService.h"
 #include "App/LastDictation.h"
+#include "App/SoundCues.h"
 #include "App/TalmoCoordinator.h"
 #include "Cleanup/TextCleanupService.h"
 #include "Input/Audio/AudioRecorder.h"
+#include "Input/Hotkey/GlobalHotkeyManager.h"
 #include "Input/Permissions/PermissionsManager.h"
+#include "Insertion/SpacedInsertionService.h"
 #include "LanguageModel/EditingPace.h"
 #include "LanguageModel/LoopbackLanguageModel.h"
 #include "Main/Executors.h"
 #include "Platform/Desktop.h"
 #include "Platform/Linux/Sound/PulseAudioEngine.h"
+#include "Settings/DictationOptions.h"
 #include "Speech/SpeechPlatform.h"
 
 #include <QFuture>
@@ -33,6 +39,8 @@ struct ServiceParts {
     std::shared_ptr<LocaleSource> locale;
     /// Whether text is kept out of password fields.
     std::function<bool()> guardsPasswordFields;
+    std::shared_ptr<DictationOptions> options;
+    std::shared_ptr<CuePlayer> cuePlayer;
     /// Closes Talmo's own windows that are in the way of an insertion.
     std::function<QFuture<void>()> clearTheWay;
 };
@@ -52,8 +60,13 @@ struct Services {
     std::shared_ptr<InterruptibleCleanupService> interruptibleCleanup;
     std::shared_ptr<SpeechPreroll> preroll;
     std::shared_ptr<DictationNotice> notice;
+    std::shared_ptr<DictationHistory> history;
+    std::shared_ptr<DictationPause> pause;
+    /// The desktop's, unless the key is paused.
+    std::shared_ptr<EventMonitor> eventMonitor;
+    std::shared_ptr<GlobalHotkeyManager> keys;
     std::shared_ptr<DeferringHotkeyService> gestures;
-    std::shared_ptr<TextInsertionService> insertion;
+    std::shared_ptr<SpacedInsertionService> insertion;
     std::shared_ptr<LastDictation> lastDictation;
     std::shared_ptr<DictationRecovery> recovery;
 };

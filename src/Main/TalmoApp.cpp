@@ -6,11 +6,14 @@
 #include "Control/ControlServer.h"
 #include "Control/ControlSocket.h"
 #include "LanguageModel/SmallerModel.h"
+#include "Main/DictationOptionsModel.h"
 #include "Main/PasswordFieldSettingsModel.h"
 #include "Main/RecogniserSettingsModel.h"
 #include "Main/Shutdown.h"
 #include "Main/WarmUp.h"
+#include "Main/WordPronunciationsModel.h"
 #include "Platform/Linux/Session/XdgAutostart.h"
+#include "Platform/Linux/Sound/EventSounds.h"
 #include "Platform/Linux/System/JsonUserDefaults.h"
 #include "Platform/Linux/System/LinuxServerTrust.h"
 #include "Platform/Linux/System/ProcessMemory.h"
@@ -62,6 +65,7 @@ TalmoApp::TalmoApp(const OpenDesktop &open)
       m_recognisers(Recognisers::make(m_executors.decoder, m_clock,
                                       {engineOptions(), m_linuxSettings.speechEngine, &ProcessMemory::releaseFreed})),
       m_passwordFields(std::make_shared<PasswordFieldSettingsModel>(m_defaults)),
+      m_options(std::make_shared<DictationOptionsModel>(m_defaults)),
       m_locale(std::make_shared<SystemLocaleSource>(m_linuxSettings.dictationLanguage))
 {
     m_defaults->registerDefault(hotkeyDisplayNameKey(), m_desktop->hotkeyName);
@@ -101,6 +105,8 @@ ServiceParts TalmoApp::serviceParts()
     parts.languageModel = m_languageModel;
     parts.locale = m_locale;
     parts.guardsPasswordFields = [fields = m_passwordFields] { return fields->isGuarded(); };
+    parts.options = m_options;
+    parts.cuePlayer = std::make_shared<EventSounds>();
     parts.clearTheWay = [this] { return m_interface ? m_interface->clearTheWay() : ready(); };
     return parts;
 }
@@ -109,7 +115,7 @@ void TalmoApp::start()
 {
     auto &coordinator = TalmoCoordinator::shared();
     m_warmUp = std::make_unique<WarmUp>(
-        WarmUp::Parts{m_desktop->eventMonitor, m_services, m_recognisers.engines, m_languageModel, m_locale, m_clock},
+        WarmUp::Parts{m_services->eventMonitor, m_services, m_recognisers.engines, m_languageModel, m_locale, m_clock},
         coordinator);
     m_languageModel->refresh();
     m_delegate = std::make_unique<AppDelegate>(m_desktop->shell, m_services->permissions);
@@ -135,6 +141,16 @@ void TalmoApp::showInterface(TalmoCoordinator &coordinator)
     context.recogniser = m_recogniserSettings;
     context.recovery = m_services->recovery;
     context.passwordFields = m_passwordFields;
+    context.options = m_options;
+    context.history = m_services->history;
+    context.pronunciations = std::make_shared<WordPronunciationsModel>(
+        EngineRegistry::pronunciationsPath(), m_executors.settings, m_executors.main,
+        [weakEngines = std::weak_ptr(m_recognisers.engines)] {
+            if (const auto engines = weakEngines.lock()) {
+                engines->setWords(TalmoSettings::shared()->dictionaryWords());
+            }
+        });
+    context.pause = m_services->pause;
     const UserInterfaceParts parts{m_desktop->statusItem, m_desktop->makePanelWindow, m_desktop->screens,
                                    m_desktop->focus, m_desktop->shell};
     m_interface = std::make_unique<UserInterface>(context, parts);
@@ -143,7 +159,9 @@ void TalmoApp::showInterface(TalmoCoordinator &coordinator)
 void TalmoApp::listenForOthers()
 {
     ControlServer::Actions actions;
-    actions.insert = [insertion = m_services->insertion](const QString &text) { return insertion->insert(text); };
+    actions.insert = [insertion = m_services->insertion](const QString &text) {
+        return insertion->insertExactly(text);
+    };
     actions.openSettings = [this] { m_interface->openSettings(); };
     actions.chooseRecogniser = [recogniser = m_recogniserSettings, defaults = m_defaults](const QString &id) {
         return chooseRecogniser(recogniser, defaults, id);
@@ -151,6 +169,7 @@ void TalmoApp::listenForOthers()
     const auto recovery = m_services->recovery;
     actions.lastDictation = [recovery](bool isRaw) { return isRaw ? recovery->lastRawText() : recovery->lastText(); };
     actions.putEarlierClipboardBack = [recovery] { return recovery->putEarlierClipboardBack(); };
+    actions.setPaused = [pause = m_services->pause](bool isPaused) { pause->setPaused(isPaused); };
     m_control = std::make_unique<ControlServer>(std::move(actions), m_clock);
     m_control->listen(ControlSocket::path());
 }

@@ -15,6 +15,7 @@ namespace talmo {
 
 class AppDelegate;
 class ControlServer;
+class DictationOptionsModel;
 class JsonUserDefaults;
 class PasswordFieldSettingsModel;
 class RecogniserSettingsModel;
@@ -65,6 +66,7 @@ private:
     Recognisers m_recognisers;
     std::shared_ptr<RecogniserSettingsModel> m_recogniserSettings;
     std::shared_ptr<PasswordFieldSettingsModel> m_passwordFields;
+    std::shared_ptr<DictationOptionsModel> m_options;
     std::shared_ptr<LocaleSource> m_locale;
     std::shared_ptr<Services> m_services;
     std::unique_ptr<AppDelegate> m_delegate;

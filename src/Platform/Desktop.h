@@ -2,8 +2,10 @@
 
 #include "App/ApplicationShell.h"
 #include "Base/Clock.h"
+#include "Input/Hotkey/CancelKey.h"
 #include "Input/Hotkey/EventMonitor.h"
 #include "Input/Permissions/InputTrust.h"
+#include "Insertion/CursorWatch.h"
 #include "Insertion/FocusedField.h"
 #include "Insertion/KeyEventPoster.h"
 #include "Insertion/PasteReceipt.h"
@@ -30,11 +32,13 @@ struct Desktop {
     /// The key to hold, as users know it.
     QString hotkeyName;
     std::shared_ptr<EventMonitor> eventMonitor;
+    std::shared_ptr<CancelKey> cancelKey;
     std::shared_ptr<Pasteboard> pasteboard;
     std::shared_ptr<PasteWitness> pasteWitness;
     std::shared_ptr<KeyEventPoster> keyPoster;
     std::shared_ptr<InputTrust> inputTrust;
     std::shared_ptr<FocusedField> focusedField;
+    std::shared_ptr<CursorWatch> cursorWatch;
     PanelWindowFactory makePanelWindow;
     std::shared_ptr<ScreenSource> screens;
     std::shared_ptr<StatusItem> statusItem;

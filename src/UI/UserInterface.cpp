@@ -46,6 +46,12 @@ void UserInterface::perform(MenuAction action)
     case MenuAction::PutEarlierClipboardBack:
         m_context.recovery->putEarlierClipboardBack();
         return;
+    case MenuAction::Pause:
+        m_context.pause->setPaused(true);
+        return;
+    case MenuAction::Resume:
+        m_context.pause->setPaused(false);
+        return;
     case MenuAction::OpenSettings:
         openSettings();
         return;

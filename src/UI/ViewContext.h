@@ -1,11 +1,15 @@
 #pragma once
 
+#include "App/DictationHistory.h"
+#include "App/DictationPause.h"
 #include "App/DictationRecovery.h"
 #include "App/TalmoCoordinator.h"
 #include "Input/Permissions/PermissionsManager.h"
+#include "Settings/DictationOptions.h"
 #include "Settings/PasswordFieldSettings.h"
 #include "Settings/RecogniserSettings.h"
 #include "Settings/TalmoSettings.h"
+#include "Settings/WordPronunciations.h"
 #include "UI/EditingServer.h"
 
 #include <QFuture>
@@ -34,6 +38,14 @@ struct ViewContext {
     std::shared_ptr<PasswordFieldSettings> passwordFields;
     /// Null if nothing can be recovered.
     std::shared_ptr<DictationRecovery> recovery;
+    /// Null if the platform has none.
+    std::shared_ptr<DictationOptions> options;
+    /// Null if no history can be kept.
+    std::shared_ptr<DictationHistory> history;
+    /// Null if no recogniser uses pronunciations.
+    std::shared_ptr<WordPronunciations> pronunciations;
+    /// Null if the key cannot be paused.
+    std::shared_ptr<DictationPause> pause;
 };
 
 } // namespace talmo

@@ -52,6 +52,7 @@ Command enginesCommand();
 Command checkModelCommand();
 QList<Command> modelCommands();
 QList<Command> recoveryCommands();
+QList<Command> pauseCommands();
 
 QCommandLineOption flag(const char *name, const char *description);
 QCommandLineOption option(const char *name, const char *value, const char *description);

@@ -31,7 +31,29 @@ QCoro::Task<int> runRestoreClipboard(Invocation /*invocation*/)
     co_return EXIT_SUCCESS;
 }
 
+QCoro::Task<int> runPause(Invocation /*invocation*/)
+{
+    ask(ControlSocket::pauseRequest(true));
+    co_return EXIT_SUCCESS;
+}
+
+QCoro::Task<int> runResume(Invocation /*invocation*/)
+{
+    ask(ControlSocket::pauseRequest(false));
+    co_return EXIT_SUCCESS;
+}
+
 } // namespace
+
+QList<Command> pauseCommands()
+{
+    return {{QStringLiteral("pause"),
+             QStringLiteral("Make the dictation key do nothing until it is resumed."),
+             {},
+             {},
+             &runPause},
+            {QStringLiteral("resume"), QStringLiteral("Let the dictation key work again."), {}, {}, &runResume}};
+}
 
 QList<Command> recoveryCommands()
 {

@@ -35,10 +35,12 @@ protected:
     QString path = folder.filePath(u"talmo:0"_s);
     std::shared_ptr<ManualClock> clock = std::make_shared<ManualClock>();
     std::vector<QString> inserted;
+    std::vector<bool> pauses;
     std::shared_ptr<Completion<void>> insertion;
     ControlServer server{{[this](const QString &text) { return insert(text); }, [] {},
                           [](const QString &) { return refuse(u"The settings could not be saved."_s); },
-                          [](bool) { return std::optional<QString>(); }, [] { return ready(false); }},
+                          [](bool) { return std::optional<QString>(); }, [] { return ready(false); },
+                          [this](bool isPaused) { pauses.push_back(isPaused); }},
                          clock};
 
     void SetUp() override { ASSERT_TRUE(server.listen(path)); }
@@ -99,6 +101,14 @@ TEST_F(ControlServerTest, answersOneRequestPerConnection)
 TEST_F(ControlServerTest, unsavableChoiceIsAnError)
 {
     EXPECT_THAT(answerTo(ControlSocket::recogniserRequest(u"toy"_s)).toStdString(), HasSubstr("could not be saved"));
+}
+
+TEST_F(ControlServerTest, pausesAndResumes)
+{
+    EXPECT_EQ(answerTo(ControlSocket::pauseRequest(true)), ControlSocket::answer(std::nullopt));
+    EXPECT_EQ(answerTo(ControlSocket::pauseRequest(false)), ControlSocket::answer(std::nullopt));
+    EXPECT_THAT(pauses, ElementsAre(true, false));
+    EXPECT_THAT(inserted, IsEmpty());
 }
 
 TEST_F(ControlServerTest, rejectsOtherUsersProgramUnread)

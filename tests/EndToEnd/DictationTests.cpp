@@ -111,7 +111,7 @@ TEST_F(DictationEndToEndTest, twoDictationsWithinASecondArriveAndRestoreClipboar
     ASSERT_TRUE(talmoSays(u"state: idle"_s));
     testbed::passTime(310ms); // Just longer than the double-tap window.
     dictate(u"thank you very much"_s);
-    EXPECT_TRUE(windowShows(u"Hello world.Thank you very much."_s));
+    EXPECT_TRUE(windowShows(u"Hello world. Thank you very much."_s));
     EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
 }
 

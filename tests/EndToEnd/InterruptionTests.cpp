@@ -49,7 +49,7 @@ TEST_F(InterruptionEndToEndTest, pressDuringEditInsertsSentenceAndRecordsNext)
     EXPECT_EQ(server.chats().size(), 1U);
     server.answerWith({{u"answer"_s, u"Edited thanks."_s}});
     keyboard.release(key);
-    EXPECT_TRUE(windowShows(u"Hello world.Edited thanks."_s));
+    EXPECT_TRUE(windowShows(u"Hello world. Edited thanks."_s));
     EXPECT_EQ(quitTalmo(), 0);
 }
 
@@ -61,7 +61,7 @@ TEST_F(InterruptionEndToEndTest, doubleTapDuringEditRecordsNextHandsFree)
     server.answerWith({{u"answer"_s, u"Edited thanks."_s}});
     keyboard.press(key);
     keyboard.release(key);
-    EXPECT_TRUE(windowShows(u"Hello world.Edited thanks."_s));
+    EXPECT_TRUE(windowShows(u"Hello world. Edited thanks."_s));
 }
 
 TEST_F(InterruptionEndToEndTest, quittingWhileModelEditsInsertsSentence)

@@ -91,7 +91,7 @@ TEST_F(LanguageModelEndToEndTest, serverKilledDuringRequestLosesNoSentence)
     testbed::passTime(std::chrono::milliseconds(400));
     dictate(u"hello world"_s);
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
-    EXPECT_TRUE(windowShows(u"Hello world.Hello world."_s));
+    EXPECT_TRUE(windowShows(u"Hello world. Hello world."_s));
 }
 
 TEST_F(LanguageModelEndToEndTest, disabledModelIsNotCalled)

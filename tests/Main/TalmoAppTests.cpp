@@ -1,5 +1,7 @@
 #include "Main/TalmoApp.h"
 
+#include "Support/FakeCancelKey.h"
+#include "Support/FakeCursorWatch.h"
 #include "Support/FakeEventMonitor.h"
 #include "Support/FakePasteboard.h"
 #include "Support/Printing.h"
@@ -54,11 +56,13 @@ protected:
         Desktop desktop;
         desktop.hotkeyName = u"Moon"_s;
         desktop.eventMonitor = keys;
+        desktop.cancelKey = std::make_shared<FakeCancelKey>();
         desktop.pasteboard = pasteboard;
         desktop.pasteWitness = std::make_shared<EveryPasteIsTaken>();
         desktop.keyPoster = std::make_shared<FakeKeyEventPoster>(pasteboard->calls);
         desktop.inputTrust = std::make_shared<FakeInputTrust>();
         desktop.focusedField = std::make_shared<UnknownField>();
+        desktop.cursorWatch = std::make_shared<FakeCursorWatch>();
         desktop.makePanelWindow = panels.factory();
         desktop.screens = std::make_shared<FakeScreens>();
         desktop.statusItem = icon;

@@ -38,7 +38,7 @@ public:
     {
         preroll = std::make_shared<Preroll>(world.calls);
         const auto executor = SerialExecutor::onCurrentThread();
-        const auto manager = std::make_shared<GlobalHotkeyManager>(keys, trust, world.clock, executor);
+        manager = std::make_shared<GlobalHotkeyManager>(keys, trust, world.clock, executor);
         gestures = std::make_shared<DeferringHotkeyService>(
             DeferringHotkeyService::Parts{manager, preroll, cleanup, notice, world.clock});
         preparation = std::make_unique<PressPreparation>(PressPreparation::Parts{
@@ -126,6 +126,7 @@ public:
     std::shared_ptr<InterruptibleCleanupService> cleanup;
     RecordingWorld world;
     std::shared_ptr<Preroll> preroll;
+    std::shared_ptr<GlobalHotkeyManager> manager;
     std::shared_ptr<DeferringHotkeyService> gestures;
     std::unique_ptr<PressPreparation> preparation;
 };

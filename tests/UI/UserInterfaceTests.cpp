@@ -17,8 +17,13 @@ namespace {
 class UserInterfaceTest : public testing::Test {
 protected:
     UserInterfaceTest()
-        : interface(world.context(), {item, panels.factory(), std::make_shared<FakeScreens>(), focus, shell})
+        : interface(withPause(world).context(), {item, panels.factory(), std::make_shared<FakeScreens>(), focus, shell})
     {
+    }
+    static ViewWorld &withPause(ViewWorld &world)
+    {
+        world.pause = std::make_shared<DictationPause>();
+        return world;
     }
 
     ViewWorld world;
@@ -75,6 +80,31 @@ TEST_F(UserInterfaceTest, plainMenuTriggersSameActions)
     EXPECT_EQ(world.coordinator().state(), TalmoState::idle());
     item->onChosen(MenuAction::Quit);
     EXPECT_THAT(shell->calls, testing::ElementsAre("terminate"));
+}
+
+TEST_F(UserInterfaceTest, plainMenuPausesAndResumes)
+{
+    EXPECT_EQ(item->menus.back().pause, (MenuEntry{{}, u"Pause Talmo"_s, {}, MenuAction::Pause}));
+    item->onChosen(MenuAction::Pause);
+    settle();
+    EXPECT_TRUE(world.pause->isPaused());
+    EXPECT_EQ(item->symbols.back(), u"pause.circle"_s);
+    EXPECT_EQ(item->menus.back().title, u"Talmo is paused"_s);
+    EXPECT_EQ(item->menus.back().subtitle, u"The key does nothing until you resume"_s);
+    EXPECT_EQ(item->menus.back().pause.title, u"Resume Talmo"_s);
+    item->onChosen(item->menus.back().pause.action);
+    settle();
+    EXPECT_FALSE(world.pause->isPaused());
+    EXPECT_EQ(item->symbols.back(), u"mic.circle"_s);
+    EXPECT_EQ(item->menus.back().title, u"Talmo is ready"_s);
+}
+
+TEST_F(UserInterfaceTest, pausedMenuStillNamesWhatIsGoingOn)
+{
+    world.pause->setPaused(true);
+    world.beRecording();
+    EXPECT_EQ(item->menus.back().title, u"Listening…"_s);
+    EXPECT_EQ(item->symbols.back(), u"waveform.circle.fill"_s);
 }
 
 TEST_F(UserInterfaceTest, grantingRequestsAllThreePermissions)

@@ -55,7 +55,11 @@ public:
                 [this] { return server; },
                 recogniser,
                 passwordFields,
-                nullptr};
+                nullptr,
+                options,
+                nullptr,
+                pronunciations,
+                pause};
     }
 
     TalmoCoordinator &coordinator() { return *world.coordinator; }
@@ -126,6 +130,9 @@ public:
     EditingServer server;
     std::shared_ptr<RecogniserSettings> recogniser;
     std::shared_ptr<PasswordFieldSettings> passwordFields;
+    std::shared_ptr<DictationOptions> options;
+    std::shared_ptr<WordPronunciations> pronunciations;
+    std::shared_ptr<DictationPause> pause;
     RecordingWorld world;
 };
 

@@ -76,6 +76,13 @@ void GlobalHotkeyManager::handleRelease()
     deliver(m_recognizer.fnUp(m_clock->now()));
 }
 
+void GlobalHotkeyManager::endGesture()
+{
+    m_holdConfirmationTask.cancel();
+    m_holdConfirmationTask = {};
+    m_recognizer = FnGestureRecognizer();
+}
+
 void GlobalHotkeyManager::scheduleHoldConfirmation()
 {
     m_holdConfirmationTask.cancel();

@@ -39,6 +39,8 @@ public:
     void start() override;
 
     const FnGestureRecognizer &recognizer() const { return m_recognizer; }
+    /// Forgets the current gesture, without a callback: the next press starts a new one.
+    void endGesture();
 
 private:
     void handleFlagsChanged(const FlagsChangedEvent &event);

@@ -44,6 +44,9 @@ MenuBarView::MenuBarView(ViewContext context, std::function<void(MenuAction)> pe
     buildRows(*layout);
     m_contents = MenuContents::make(m_context);
     showContents();
+    if (m_context.pause) {
+        m_pauseWatcher = std::make_unique<ChangeWatcher>(*m_context.pause, [this] { reread(); });
+    }
     auto *settingsShortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma), this);
     connect(settingsShortcut, &QShortcut::activated, this, [this] { choose(MenuAction::OpenSettings); });
 }
@@ -86,10 +89,12 @@ MenuRow *MenuBarView::addRow(QVBoxLayout &layout)
 void MenuBarView::buildRows(QVBoxLayout &layout)
 {
     m_mainRow = addRow(layout);
+    m_resume = addRow(layout);
     layout.addWidget(new Separator(separatorHeight, textInset));
     m_settings = addRow(layout);
     m_quit = addRow(layout);
     connect(m_mainRow, &QPushButton::clicked, this, [this] { choose(m_contents.mainRow.action); });
+    connect(m_resume, &QPushButton::clicked, this, [this] { choose(m_contents.pause.action); });
     connect(m_settings, &QPushButton::clicked, this, [this] { choose(m_contents.settings.action); });
     connect(m_quit, &QPushButton::clicked, this, [this] { choose(m_contents.quit.action); });
 }
@@ -116,6 +121,8 @@ void MenuBarView::showContents()
     showWarnings();
     m_mainRow->setContents(m_contents.mainRow.symbol, m_contents.mainRow.title, m_contents.mainRow.hint);
     m_mainRow->setEnabled(m_contents.mainRow.action != MenuAction::None);
+    m_resume->setContents(m_contents.pause.symbol, m_contents.pause.title, m_contents.pause.hint);
+    m_resume->setVisible(m_contents.pause.action == MenuAction::Resume);
     m_settings->setContents(m_contents.settings.symbol, m_contents.settings.title, m_contents.settings.hint);
     m_quit->setContents(m_contents.quit.symbol, m_contents.quit.title, m_contents.quit.hint);
     layout()->activate();

@@ -7,6 +7,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 class QPushButton;
@@ -55,9 +56,11 @@ private:
     std::vector<QWidget *> m_warningRows;
     QPushButton *m_grant = nullptr;
     MenuRow *m_mainRow = nullptr;
+    MenuRow *m_resume = nullptr;
     MenuRow *m_settings = nullptr;
     MenuRow *m_quit = nullptr;
     ChangeWatcher m_watcher;
+    std::unique_ptr<ChangeWatcher> m_pauseWatcher;
 };
 
 } // namespace talmo

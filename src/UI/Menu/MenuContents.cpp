@@ -49,6 +49,25 @@ QList<MenuEntry> recoveryRows(const DictationRecovery &recovery)
     return rows;
 }
 
+bool isAtRest(const TalmoState &state)
+{
+    return state.is(TalmoState::Case::Idle) || state.is(TalmoState::Case::Error);
+}
+
+void describePause(MenuContents &contents, const TalmoState &state, bool isPaused)
+{
+    if (!isPaused) {
+        contents.pause = {{}, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Pause Talmo")), {}, MenuAction::Pause};
+        return;
+    }
+    contents.pause = {
+        QStringLiteral("play.fill"), Wording::text(QT_TRANSLATE_NOOP("Talmo", "Resume Talmo")), {}, MenuAction::Resume};
+    if (isAtRest(state)) {
+        contents.title = Wording::text(QT_TRANSLATE_NOOP("Talmo", "Talmo is paused"));
+        contents.subtitle = Wording::text(QT_TRANSLATE_NOOP("Talmo", "The key does nothing until you resume"));
+    }
+}
+
 /// Fills in the title, the subtitle and the main row.
 void describeState(MenuContents &contents, const TalmoState &state, const QString &hotkeyDisplayName)
 {
@@ -110,6 +129,9 @@ MenuContents MenuContents::make(const ViewContext &context)
     if (context.recovery) {
         contents.recovery = recoveryRows(*context.recovery);
     }
+    if (context.pause) {
+        describePause(contents, context.coordinator->state(), context.pause->isPaused());
+    }
     return contents;
 }
 
@@ -118,8 +140,11 @@ QString MenuContents::toolTip() const
     return Qt::mightBeRichText(title) ? title.toHtmlEscaped() : title;
 }
 
-QString menuBarSymbol(const TalmoState &state)
+QString menuBarSymbol(const TalmoState &state, bool isPaused)
 {
+    if (isPaused && isAtRest(state)) {
+        return QStringLiteral("pause.circle");
+    }
     switch (state.which()) {
     case TalmoState::Case::Recording:
         return QStringLiteral("waveform.circle.fill");

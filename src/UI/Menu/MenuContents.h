@@ -18,6 +18,8 @@ enum class MenuAction {
     GrantPermissions,
     CopyLastDictation,
     PutEarlierClipboardBack,
+    Pause,
+    Resume,
     OpenSettings,
     Quit
 };
@@ -42,6 +44,8 @@ struct MenuContents {
     MenuEntry mainRow;
     /// Commands that recover lost content; only in the plain menu.
     QList<MenuEntry> recovery;
+    /// Pauses the key or resumes it; no title if that is not offered. The panel has it only while the key is paused.
+    MenuEntry pause;
     MenuEntry settings;
     MenuEntry quit;
 
@@ -55,7 +59,7 @@ struct MenuContents {
     static MenuContents make(const ViewContext &context);
 };
 
-/// The menu bar symbol; each state has a distinct shape.
-QString menuBarSymbol(const TalmoState &state);
+/// The menu bar symbol; each state has a distinct shape. `isPaused` shows while nothing else is going on.
+QString menuBarSymbol(const TalmoState &state, bool isPaused = false);
 
 } // namespace talmo

@@ -9,13 +9,17 @@ StatusItemController::StatusItemController(ViewContext context, std::shared_ptr<
       m_item(std::move(item)),
       m_watcher(*m_context.coordinator, [this] { reread(); })
 {
+    if (m_context.pause) {
+        m_pauseWatcher = std::make_unique<ChangeWatcher>(*m_context.pause, [this] { reread(); });
+    }
     reread();
 }
 
 /// Passes on only what has changed: words arrive many times a second and must not cause the icon to be redrawn.
 void StatusItemController::reread()
 {
-    const QString symbol = menuBarSymbol(m_context.coordinator->state());
+    const QString symbol =
+        menuBarSymbol(m_context.coordinator->state(), m_context.pause && m_context.pause->isPaused());
     if (std::exchange(m_symbol, symbol) != symbol) {
         m_item->setSymbol(symbol);
     }

@@ -21,6 +21,7 @@ private:
     QString m_symbol;
     MenuContents m_menu;
     ChangeWatcher m_watcher;
+    std::unique_ptr<ChangeWatcher> m_pauseWatcher;
 };
 
 } // namespace talmo

@@ -17,6 +17,8 @@ namespace {
 
 constexpr int spacing = 6;
 constexpr int dotSize = 8;
+/// At least this much room between the title and the hint.
+constexpr int hintGap = 16;
 constexpr int mostDetailLines = 2;
 constexpr QMargins padding(14, 10, 14, 10);
 
@@ -32,23 +34,40 @@ QFont detailFont()
 
 } // namespace
 
-OverlayContents OverlayContents::make(const TalmoState &state, const QString &liveTranscript, const QString &notice)
+OverlayContents OverlayContents::make(const TalmoState &state, const QString &liveTranscript)
 {
-    const QString remark = notice.isEmpty() ? QString() : Wording::text(notice);
     switch (state.which()) {
     case TalmoState::Case::Idle:
         break;
     case TalmoState::Case::Recording:
-        return {QColor(0xff, 0x3b, 0x30), Wording::text(QT_TRANSLATE_NOOP("Talmo", "Listening")), liveTranscript};
+        return {QColor(0xff, 0x3b, 0x30), Wording::text(QT_TRANSLATE_NOOP("Talmo", "Listening")), liveTranscript, {}};
     case TalmoState::Case::Processing:
-        return {QColor(0x0a, 0x84, 0xff), Wording::text(QT_TRANSLATE_NOOP("Talmo", "Cleaning up…")), remark};
+        return {QColor(0x0a, 0x84, 0xff), Wording::text(QT_TRANSLATE_NOOP("Talmo", "Cleaning up…")), {}, {}};
     case TalmoState::Case::Inserting:
-        return {QColor(0x30, 0xb1, 0x4e), Wording::text(QT_TRANSLATE_NOOP("Talmo", "Inserting…")), remark};
+        return {QColor(0x30, 0xb1, 0x4e), Wording::text(QT_TRANSLATE_NOOP("Talmo", "Inserting…")), {}, {}};
     case TalmoState::Case::Error:
-        return {QColor(0xff, 0x95, 0x00), Wording::text(QT_TRANSLATE_NOOP("Talmo", "Talmo")),
-                Wording::errorText(state.message())};
+        return {QColor(0xff, 0x95, 0x00),
+                Wording::text(QT_TRANSLATE_NOOP("Talmo", "Talmo")),
+                Wording::errorText(state.message()),
+                {}};
     }
-    return {Qt::transparent, {}, {}};
+    return {Qt::transparent, {}, {}, {}};
+}
+
+OverlayContents OverlayContents::make(const TalmoState &state, const QString &liveTranscript,
+                                      const DictationNotice &notice)
+{
+    auto contents = make(state, liveTranscript);
+    const bool isBusy = state.is(TalmoState::Case::Processing) || state.is(TalmoState::Case::Inserting);
+    if (isBusy && !notice.text().isEmpty()) {
+        contents.detail = Wording::text(notice.text());
+    } else if (state.is(TalmoState::Case::Recording) && !notice.hint().isEmpty()) {
+        contents.hint = Wording::textWithKey(notice.hint().toUtf8().constData(), notice.hintKey());
+    } else if (state.is(TalmoState::Case::Idle) && !notice.farewell().isEmpty()) {
+        contents.dot = QColor(0x8e, 0x8e, 0x93);
+        contents.title = Wording::text(notice.farewell());
+    }
+    return contents;
 }
 
 RecordingOverlay::RecordingOverlay(const TalmoCoordinator &coordinator, std::shared_ptr<DictationNotice> notice)
@@ -65,15 +84,17 @@ RecordingOverlay::RecordingOverlay(const TalmoCoordinator &coordinator, std::sha
 
 void RecordingOverlay::reread()
 {
-    const auto contents = OverlayContents::make(m_coordinator.state(), m_coordinator.liveTranscript(),
-                                                m_notice ? m_notice->text() : QString());
+    const auto &state = m_coordinator.state();
+    const QString transcript = m_coordinator.liveTranscript();
+    const auto contents =
+        m_notice ? OverlayContents::make(state, transcript, *m_notice) : OverlayContents::make(state, transcript);
     if (contents == m_contents) {
         return;
     }
     m_contents = contents;
     layOut();
     setAccessibleName(m_contents.title);
-    setAccessibleDescription(m_contents.detail);
+    setAccessibleDescription(m_contents.detail.isEmpty() ? m_contents.hint : m_contents.detail);
     update();
 }
 
@@ -93,10 +114,20 @@ int RecordingOverlay::titleHeight() const
     return std::max(dotSize, QFontMetrics(titleFont()).height());
 }
 
+int RecordingOverlay::titleWidth() const
+{
+    return QFontMetrics(titleFont()).horizontalAdvance(m_contents.title);
+}
+
+int RecordingOverlay::hintWidth() const
+{
+    return m_contents.hint.isEmpty() ? 0 : QFontMetrics(detailFont()).horizontalAdvance(m_contents.hint);
+}
+
 QSize RecordingOverlay::idealSize() const
 {
-    const int titleWidth = dotSize + spacing + QFontMetrics(titleFont()).horizontalAdvance(m_contents.title);
-    const int contentWidth = std::max(titleWidth, m_detail.size().width());
+    const int hint = m_contents.hint.isEmpty() ? 0 : hintGap + hintWidth();
+    const int contentWidth = std::max(dotSize + spacing + titleWidth() + hint, m_detail.size().width());
     const int detailHeight = m_detail.isEmpty() ? 0 : spacing + m_detail.size().height();
     return {std::clamp(contentWidth + padding.left() + padding.right(), smallestWidth, largestWidth),
             titleHeight() + detailHeight + padding.top() + padding.bottom()};
@@ -116,6 +147,15 @@ void RecordingOverlay::changeEvent(QEvent *event)
     QWidget::changeEvent(event);
 }
 
+void RecordingOverlay::paintHint(QPainter &painter, const QRect &titleArea) const
+{
+    const int room = titleArea.width() - titleWidth() - hintGap;
+    painter.setFont(detailFont());
+    painter.setPen(Appearance::secondary(palette()));
+    const QString hint = QFontMetrics(detailFont()).elidedText(m_contents.hint, Qt::ElideRight, std::max(0, room));
+    painter.drawText(titleArea, Qt::AlignRight | Qt::AlignVCenter, hint);
+}
+
 void RecordingOverlay::paintEvent(QPaintEvent * /*event*/)
 {
     QPainter painter(this);
@@ -133,6 +173,7 @@ void RecordingOverlay::paintEvent(QPaintEvent * /*event*/)
     const QRect titleArea(area.left() + dotSize + spacing, area.top(), area.width() - dotSize - spacing, titleHeight());
     const QString title = QFontMetrics(titleFont()).elidedText(m_contents.title, Qt::ElideRight, titleArea.width());
     painter.drawText(titleArea, Qt::AlignLeft | Qt::AlignVCenter, title);
+    paintHint(painter, titleArea);
     m_detail.paint(painter, QPointF(area.left(), area.top() + titleHeight() + spacing), area.width(),
                    Appearance::secondary(palette()));
 }

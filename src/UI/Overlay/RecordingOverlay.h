@@ -20,11 +20,15 @@ struct OverlayContents {
     QColor dot;
     QString title;
     QString detail;
+    /// At the end of the title's line, dimmed.
+    QString hint;
     bool operator==(const OverlayContents &) const = default;
 
-    /// The transcript is shown verbatim; all other texts are looked up for this platform. The notice, if there is one,
-    /// fills the detail line in states that have none of their own.
-    static OverlayContents make(const TalmoState &state, const QString &liveTranscript, const QString &notice = {});
+    /// The transcript is shown verbatim; all other texts are looked up for this platform.
+    static OverlayContents make(const TalmoState &state, const QString &liveTranscript);
+    /// The same with a notice: it fills the detail line in states that have none of their own, shows its hint while
+    /// recording, and is the title of a card that is about to go.
+    static OverlayContents make(const TalmoState &state, const QString &liveTranscript, const DictationNotice &notice);
 };
 
 /// The content of the overlay: a coloured dot and a title, and below it the live transcript or the error.
@@ -56,6 +60,9 @@ protected:
 private:
     void layOut();
     int titleHeight() const;
+    int titleWidth() const;
+    int hintWidth() const;
+    void paintHint(QPainter &painter, const QRect &titleArea) const;
 
     const TalmoCoordinator &m_coordinator;
     std::shared_ptr<DictationNotice> m_notice;

@@ -1,5 +1,7 @@
 #include "UI/Settings/DictionarySettingsTab.h"
 
+#include "UI/Settings/WordFiles.h"
+#include "UI/Settings/WordList.h"
 #include "UI/Style/Appearance.h"
 #include "UI/Style/Symbol.h"
 #include "UI/Style/TintedLabel.h"
@@ -7,8 +9,8 @@
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -21,6 +23,7 @@ namespace {
 
 constexpr int spacing = 8;
 constexpr int controlHeight = 28;
+constexpr int soundWidth = 200;
 
 /// A button that shows a symbol in its text colour.
 class SymbolButton final : public QToolButton {
@@ -82,8 +85,16 @@ DictionarySettingsTab::DictionarySettingsTab(ViewContext context)
         Wording::text(QT_TRANSLATE_NOOP("Talmo", "Words and phrases you add here are passed to the cleanup step as "
                                                  "context so they're preserved exactly, instead of being "
                                                  "\"corrected\" away."))));
+    layout->addWidget(TintedLabel::caption(Wording::text(
+        m_context.pronunciations ? QT_TRANSLATE_NOOP("Talmo", "Each is heard as well as written your way. If one is "
+                                                              "misheard, select it and write what it sounds like.")
+                                 : QT_TRANSLATE_NOOP("Talmo", "Each is heard as well as written your way."))));
     layout->addWidget(makeEntry());
     layout->addWidget(makeList(), 1);
+    layout->addWidget(new WordFiles(m_context));
+    if (m_context.pronunciations) {
+        m_soundsWatcher = std::make_unique<ChangeWatcher>(*m_context.pronunciations, [this] { showSounds(); });
+    }
     reread();
 }
 
@@ -111,7 +122,7 @@ QWidget *DictionarySettingsTab::makeList()
     auto *column = new QVBoxLayout(panel);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(spacing / 2);
-    m_list = new QListWidget;
+    m_list = new WordList;
     m_list->setFont(Appearance::font(Appearance::titleSize));
     m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_list->setUniformItemSizes(true);
@@ -119,13 +130,80 @@ QWidget *DictionarySettingsTab::makeList()
     m_list->setAccessibleName(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Dictionary")));
     m_list->installEventFilter(this);
     column->addWidget(m_list, 1);
+    column->addWidget(makeWordRow());
+    return panel;
+}
+
+QWidget *DictionarySettingsTab::makeWordRow()
+{
+    auto *panel = new QWidget;
+    auto *row = new QHBoxLayout(panel);
+    row->setContentsMargins(0, 0, 0, 0);
     m_remove = new SymbolButton(QStringLiteral("minus"), Wording::text(QT_TRANSLATE_NOOP("Talmo", "Delete")));
     connect(m_remove, &QToolButton::clicked, this, [this] { removeSelected(); });
     connect(m_list, &QListWidget::itemSelectionChanged, this,
             [this] { m_remove->setEnabled(!m_list->selectedItems().isEmpty()); });
     m_remove->setEnabled(false);
-    column->addWidget(m_remove, 0, Qt::AlignLeft);
+    row->addWidget(m_remove);
+    if (m_context.pronunciations) {
+        row->addStretch(1);
+        auto *label = new QLabel(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Sounds like")));
+        label->setFont(Appearance::font(Appearance::titleSize));
+        row->addWidget(label);
+        m_sound = new QLineEdit;
+        m_sound->setFont(Appearance::font(Appearance::titleSize));
+        m_sound->setMinimumHeight(controlHeight);
+        m_sound->setFixedWidth(soundWidth);
+        m_sound->setAccessibleName(label->text());
+        m_sound->setToolTip(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Used by the built-in recogniser")));
+        label->setBuddy(m_sound);
+        row->addWidget(m_sound);
+        connect(m_sound, &QLineEdit::editingFinished, this, [this] { saveSound(); });
+        connect(m_list, &QListWidget::itemSelectionChanged, this, [this] { showSelectedSound(); });
+    }
     return panel;
+}
+
+void DictionarySettingsTab::showEvent(QShowEvent *event)
+{
+    if (m_context.pronunciations) {
+        m_context.pronunciations->refresh();
+        showSounds();
+    }
+    QWidget::showEvent(event);
+}
+
+void DictionarySettingsTab::showSounds()
+{
+    if (!m_context.pronunciations) {
+        return;
+    }
+    for (int row = 0; row < m_list->count(); ++row) {
+        m_list->setSound(row, m_context.pronunciations->of(m_list->item(row)->text()));
+    }
+    showSelectedSound();
+}
+
+void DictionarySettingsTab::showSelectedSound()
+{
+    if (m_sound == nullptr) {
+        return;
+    }
+    const auto selected = m_list->selectedItems();
+    const bool isOne = selected.size() == 1;
+    m_sound->setEnabled(isOne);
+    const QString sound = isOne ? m_list->sound(m_list->row(selected.first())) : QString();
+    if (!m_sound->hasFocus() || !isOne) { // Not under the user's hands.
+        m_sound->setText(sound);
+    }
+}
+
+void DictionarySettingsTab::saveSound()
+{
+    const auto selected = m_list->selectedItems();
+    if (selected.size() == 1) {
+        m_context.pronunciations->set(selected.first()->text(), m_sound->text());
+    }
 }
 
 void DictionarySettingsTab::reread()
@@ -142,6 +220,7 @@ void DictionarySettingsTab::reread()
             m_list->item(static_cast<int>(row))->setSelected(true);
         }
     }
+    showSounds();
 }
 
 QList<DictionarySettingsTab::ShownWord> DictionarySettingsTab::selectedWords() const

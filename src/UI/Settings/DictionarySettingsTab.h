@@ -7,11 +7,14 @@
 #include <QString>
 #include <QWidget>
 
+#include <memory>
+
 class QLineEdit;
-class QListWidget;
 class QToolButton;
 
 namespace talmo {
+
+class WordList;
 
 /// The user's custom vocabulary. Every change is saved at once.
 class DictionarySettingsTab final : public QWidget {
@@ -22,6 +25,7 @@ public:
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     /// A word in the list, and the number of equal words before it.
@@ -33,15 +37,21 @@ private:
 
     QWidget *makeEntry();
     QWidget *makeList();
+    QWidget *makeWordRow();
     void add();
     void removeSelected();
     QList<ShownWord> selectedWords() const;
+    void showSounds();
+    void showSelectedSound();
+    void saveSound();
 
     ViewContext m_context;
     QLineEdit *m_field = nullptr;
-    QListWidget *m_list = nullptr;
+    WordList *m_list = nullptr;
     QToolButton *m_remove = nullptr;
+    QLineEdit *m_sound = nullptr; ///< Null if no recogniser uses pronunciations.
     ChangeWatcher m_watcher;
+    std::unique_ptr<ChangeWatcher> m_soundsWatcher;
 };
 
 } // namespace talmo

@@ -2,12 +2,14 @@
 
 #include "Settings/TextTone.h"
 #include "UI/Picker.h"
+#include "UI/Settings/DictationOptionsSection.h"
 #include "UI/Settings/EditingServerRow.h"
 #include "UI/Settings/KeyCap.h"
 #include "UI/Settings/RecogniserSection.h"
 #include "UI/Settings/SettingsSection.h"
 #include "UI/Settings/WarningRow.h"
 #include "UI/Style/Appearance.h"
+#include "UI/Style/Symbol.h"
 #include "UI/Style/TintedLabel.h"
 #include "UI/Style/Wording.h"
 
@@ -22,6 +24,8 @@ namespace talmo {
 namespace {
 
 constexpr int sectionSpacing = 14;
+/// The caption below an example starts where the example's text does.
+constexpr int bulletIndent = Symbol::rowSize + 6;
 
 const char *const shortcutCaption = QT_TRANSLATE_NOOP(
     "Talmo", "Hold fn to record and release to insert, or double-tap fn for hands-free recording (press fn again to "
@@ -37,6 +41,9 @@ const char *const conciseTextCaption = QT_TRANSLATE_NOOP(
 const char *const toneCaption = QT_TRANSLATE_NOOP(
     "Talmo", "Rewrites dictation to match the selected tone. Combinable with Concise text above. \"Standard\" makes no "
              "tone change.");
+
+const char *const bulletCaption = QT_TRANSLATE_NOOP(
+    "Talmo", "Needs AI cleanup with a language model. Without one, these words are left out and no list is made.");
 
 /// In the order of TextTone.
 const char *const toneTitles[] = {QT_TRANSLATE_NOOP("Talmo", "Standard"), QT_TRANSLATE_NOOP("Talmo", "Professional"),
@@ -59,6 +66,9 @@ GeneralSettingsTab::GeneralSettingsTab(ViewContext context)
     layout->setSpacing(sectionSpacing);
     buildPushToTalk(*layout);
     buildCleanup(*layout);
+    if (m_context.options) {
+        layout->addWidget(new DictationOptionsSection(m_context.options));
+    }
     buildStartup(*layout);
     if (m_context.recogniser) {
         layout->addWidget(new RecogniserSection(m_context.recogniser));
@@ -101,9 +111,11 @@ void GeneralSettingsTab::buildCleanup(QVBoxLayout &layout)
     section->addSeparator();
     section->addCaption(
         Wording::text(QT_TRANSLATE_NOOP("Talmo", "Say it and it happens — like traditional dictation software:")));
-    section->addExample(
+    m_bulletExample = section->addExample(
         QStringLiteral("list.bullet"),
         Wording::text(QT_TRANSLATE_NOOP("Talmo", "\"...as bullet points\" → formats as a bullet list")));
+    m_bulletCaption = TintedLabel::caption(Wording::text(bulletCaption));
+    section->addWidget(m_bulletCaption, bulletIndent);
     section->addExample(QStringLiteral("return"),
                         Wording::text(QT_TRANSLATE_NOOP("Talmo", "\"...new paragraph...\" → starts a new paragraph")));
     section->addExample(QStringLiteral("arrow.turn.down.left"),
@@ -141,6 +153,9 @@ void GeneralSettingsTab::reread()
         m_tone->setCurrentIndex(static_cast<int>(settings.textTone()));
     }
     const auto message = m_context.unavailabilityMessage();
+    const bool makesLists = !message && settings.aiCleanupEnabled();
+    m_bulletExample->setEnabled(makesLists);
+    m_bulletCaption->setVisible(!makesLists);
     m_warning->setText(message ? Wording::text(*message) : QString());
     m_server->setServer(m_context.editingServer ? m_context.editingServer() : EditingServer(),
                         settings.aiCleanupEnabled());

@@ -37,6 +37,8 @@ private:
     EditingServerRow *m_server = nullptr;
     QCheckBox *m_conciseText = nullptr;
     QComboBox *m_tone = nullptr;
+    QWidget *m_bulletExample = nullptr;
+    TintedLabel *m_bulletCaption = nullptr;
     QCheckBox *m_launchAtLogin = nullptr;
     ChangeWatcher m_watcher;
 };

@@ -1,5 +1,6 @@
 #include "UI/Settings/PrivacySettingsTab.h"
 
+#include "UI/Settings/HistorySection.h"
 #include "UI/Settings/SettingsSection.h"
 #include "UI/Style/Appearance.h"
 #include "UI/Style/Symbol.h"
@@ -58,6 +59,9 @@ PrivacySettingsTab::PrivacySettingsTab(ViewContext context)
     layout->addWidget(section);
     if (m_context.passwordFields) {
         layout->addWidget(makePasswordFields());
+    }
+    if (m_context.history && m_context.options && m_context.recovery) {
+        layout->addWidget(new HistorySection(m_context.options, m_context.history, m_context.recovery));
     }
     layout->addStretch(1);
     reread();

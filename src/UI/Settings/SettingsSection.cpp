@@ -94,13 +94,15 @@ void SettingsSection::addCaption(const QString &text)
     m_rows->addWidget(TintedLabel::caption(text));
 }
 
-void SettingsSection::addExample(const QString &symbol, const QString &text)
+QWidget *SettingsSection::addExample(const QString &symbol, const QString &text)
 {
-    auto *row = new QHBoxLayout;
+    auto *example = new QWidget;
+    auto *row = new QHBoxLayout(example);
     row->setContentsMargins(2, 0, 0, 0);
     row->addWidget(new SymbolLabel(symbol, &Appearance::secondary, Symbol::rowSize - 2));
     row->addWidget(TintedLabel::caption(text), 1);
-    m_rows->addLayout(row);
+    m_rows->addWidget(example);
+    return example;
 }
 
 void SettingsSection::addWidget(QWidget *widget, int indent)

@@ -18,8 +18,8 @@ public:
     /// A row with a name on the left and a control on the right.
     QHBoxLayout *addRow(const QString &name, QWidget *control);
     void addCaption(const QString &text);
-    /// A caption after a symbol.
-    void addExample(const QString &symbol, const QString &text);
+    /// A caption after a symbol; disabled, it is dimmed.
+    QWidget *addExample(const QString &symbol, const QString &text);
     void addWidget(QWidget *widget, int indent = 0);
     /// A hairline between rows.
     void addSeparator();

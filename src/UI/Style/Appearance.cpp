@@ -2,6 +2,8 @@
 
 #include <QGuiApplication>
 
+#include <algorithm>
+
 namespace talmo::Appearance {
 
 namespace {
@@ -35,7 +37,8 @@ ColourScheme scheme(const QPalette &palette)
 QColor secondary(const QPalette &palette)
 {
     constexpr qreal strength = 0.66;
-    return translucent(palette.color(QPalette::WindowText), strength);
+    const QColor text = palette.color(QPalette::WindowText);
+    return translucent(text, std::min<qreal>(strength, text.alphaF())); // Disabled text is fainter than that.
 }
 
 QColor hairline(const QPalette &palette)

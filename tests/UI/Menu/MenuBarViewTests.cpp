@@ -101,6 +101,24 @@ TEST_F(MenuBarViewTest, mainRowStopsRecordingAndIsInertWhileProcessing)
     EXPECT_EQ(chosen.size(), 1U);
 }
 
+TEST(PausedMenuBarView, offersToResumeOnlyWhilePaused)
+{
+    ViewWorld world;
+    world.pause = std::make_shared<DictationPause>();
+    QList<MenuAction> chosen;
+    MenuBarView view(world.context(), [&chosen](MenuAction action) { chosen.append(action); });
+    view.show();
+    EXPECT_FALSE(accessibleNames(view, QAccessible::Button).contains(u"Resume Talmo"_s));
+    const int before = view.sizeHint().height();
+    world.pause->setPaused(true);
+    settle();
+    EXPECT_GT(view.sizeHint().height(), before);
+    auto *row = qobject_cast<QAbstractButton *>(accessibleWidget(view, QAccessible::Button, u"Resume Talmo"_s));
+    ASSERT_NE(row, nullptr);
+    row->click();
+    EXPECT_EQ(chosen, QList{MenuAction::Resume});
+}
+
 TEST_F(MenuBarViewTest, permissionsCanBeGranted)
 {
     world.setPermissions(false, true, true);

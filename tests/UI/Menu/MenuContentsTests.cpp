@@ -140,4 +140,12 @@ TEST(MenuContents, eachStateHasItsMenuBarSymbol)
     EXPECT_EQ(menuBarSymbol(TalmoState::error({})), u"exclamationmark.circle"_s);
 }
 
+TEST(MenuContents, pauseShowsUnlessSomethingIsGoingOn)
+{
+    EXPECT_EQ(menuBarSymbol(TalmoState::idle(), true), u"pause.circle"_s);
+    EXPECT_EQ(menuBarSymbol(TalmoState::error({}), true), u"pause.circle"_s);
+    EXPECT_EQ(menuBarSymbol(TalmoState::recording(), true), u"waveform.circle.fill"_s);
+    EXPECT_EQ(menuBarSymbol(TalmoState::processing(), true), u"ellipsis.circle"_s);
+}
+
 } // namespace talmo::test

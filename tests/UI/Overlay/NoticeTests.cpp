@@ -48,8 +48,65 @@ TEST_F(NoticeTest, doesNotHideTranscriptOrError)
     view.beRecording();
     view.hear(u"hello"_s);
     EXPECT_EQ(detail(), u"hello"_s);
-    EXPECT_EQ(OverlayContents::make(TalmoState::error(u"broken"_s), {}, remark).detail, u"broken"_s);
-    EXPECT_EQ(OverlayContents::make(TalmoState::idle(), {}, remark), OverlayContents::make(TalmoState::idle(), {}));
+    EXPECT_EQ(OverlayContents::make(TalmoState::error(u"broken"_s), {}, *notice).detail, u"broken"_s);
+    EXPECT_EQ(OverlayContents::make(TalmoState::idle(), {}, *notice), OverlayContents::make(TalmoState::idle(), {}));
+}
+
+TEST_F(NoticeTest, hintIsShownOnlyWhileRecordingAndNamesTheKey)
+{
+    notice->setHint(u"%1: stop"_s, u"Right Ctrl"_s);
+    settle();
+    EXPECT_EQ(overlay.contents().hint, QString());
+    view.beRecording();
+    EXPECT_EQ(overlay.contents().hint, u"Right Ctrl: stop"_s);
+    EXPECT_EQ(overlay.contents().title, u"Listening"_s);
+    EXPECT_EQ(detail(), QString());
+    EXPECT_EQ(overlay.accessibleDescription(), u"Right Ctrl: stop"_s);
+    view.hear(u"hello"_s);
+    EXPECT_EQ(detail(), u"hello"_s);
+    EXPECT_EQ(overlay.contents().hint, u"Right Ctrl: stop"_s);
+    EXPECT_EQ(overlay.accessibleDescription(), u"hello"_s);
+    EXPECT_EQ(OverlayContents::make(TalmoState::processing(), {}, *notice),
+              OverlayContents::make(TalmoState::processing(), {}));
+}
+
+TEST_F(NoticeTest, hintWidensTheCardAndIsPainted)
+{
+    view.beRecording();
+    const QSize before = overlay.idealSize();
+    notice->setHint(u"%1: stop · Esc: discard, and so on"_s, u"Right Ctrl"_s);
+    settle();
+    EXPECT_GT(overlay.idealSize().width(), before.width());
+    EXPECT_EQ(overlay.idealSize().height(), before.height());
+    const auto paintedColumns = [this] {
+        overlay.resize(overlay.idealSize());
+        QImage image(overlay.size(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        overlay.render(&image, {}, {}, QWidget::DrawChildren);
+        int columns = 0;
+        for (int x = image.width() / 2; x < image.width(); ++x) {
+            bool isPainted = false;
+            for (int y = 0; y < image.height(); ++y) {
+                isPainted = isPainted || qAlpha(image.pixel(x, y)) > 0;
+            }
+            columns += isPainted ? 1 : 0;
+        }
+        return columns;
+    };
+    const int withHint = paintedColumns();
+    notice->setHint({}, {});
+    settle();
+    EXPECT_GT(withHint, paintedColumns() + 50);
+}
+
+TEST_F(NoticeTest, farewellIsTheTitleOfAnIdleCard)
+{
+    notice->setFarewell(u"Cancelled"_s);
+    settle();
+    EXPECT_EQ(overlay.contents().title, u"Cancelled"_s);
+    EXPECT_NE(overlay.contents().dot, QColor(Qt::transparent));
+    view.beRecording();
+    EXPECT_EQ(overlay.contents().title, u"Listening"_s);
 }
 
 } // namespace talmo::test

@@ -43,7 +43,7 @@ QFont detailFont()
 TEST(OverlayContents, describeEachStateExactly)
 {
     const QString heard = u"buy milk"_s;
-    EXPECT_EQ(OverlayContents::make(TalmoState::idle(), heard), (OverlayContents{Qt::transparent, {}, {}}));
+    EXPECT_EQ(OverlayContents::make(TalmoState::idle(), heard), (OverlayContents{Qt::transparent, {}, {}, {}}));
     const auto recording = OverlayContents::make(TalmoState::recording(), heard);
     EXPECT_EQ(recording.title, u"Listening"_s);
     EXPECT_EQ(recording.detail, heard);

@@ -201,6 +201,33 @@ TEST_F(GeneralTabTest, modelWarningIsShownEvenWhenDisabled)
     EXPECT_FALSE(symbols(tab).contains(u"exclamationmark.triangle"_s));
 }
 
+TEST_F(GeneralTabTest, bulletListsAreDimmedWithoutLanguageModel)
+{
+    const QString needs =
+        u"Needs AI cleanup with a language model. Without one, these words are left out and no list is made."_s;
+    const auto isDimmed = [this] {
+        for (const auto &thing : accessibleThings(tab)) {
+            if (thing.name == u"\"...as bullet points\" → formats as a bullet list"_s) {
+                return !thing.isEnabled;
+            }
+        }
+        return false;
+    };
+    EXPECT_FALSE(isDimmed());
+    EXPECT_FALSE(texts().contains(needs));
+    world.unavailability = u"The on-device language model isn't available right now."_s;
+    tab.reread();
+    EXPECT_TRUE(isDimmed());
+    EXPECT_TRUE(texts().contains(needs));
+    world.unavailability.reset();
+    tab.reread();
+    EXPECT_FALSE(isDimmed());
+    toggle(u"Enable AI cleanup"_s).click();
+    settle();
+    EXPECT_TRUE(isDimmed());
+    EXPECT_TRUE(texts().contains(needs));
+}
+
 TEST_F(GeneralTabTest, showsWhichServerAndModelGetTheText)
 {
     world.server = {u"qwen2.5:7b"_s, u"127.0.0.1:11434"_s, {}};
@@ -263,7 +290,8 @@ TEST_F(DictionaryTabTest, hasExpectedTexts)
     EXPECT_EQ(
         accessibleNames(tab, QAccessible::StaticText),
         (QStringList{
-            u"Words and phrases you add here are passed to the cleanup step as context so they're preserved exactly, instead of being \"corrected\" away."_s}));
+            u"Words and phrases you add here are passed to the cleanup step as context so they're preserved exactly, instead of being \"corrected\" away."_s,
+            u"Each is heard as well as written your way."_s}));
     EXPECT_EQ(field().placeholderText(), u"Add a word or phrase"_s);
     EXPECT_EQ(shown(), (QStringList{u"Talmo"_s, u"Terraform"_s, u"Kubernetes"_s}));
 }

@@ -50,6 +50,16 @@ void paintFrame(QPainter &painter, const QWidget &view, const QColor &ground, qr
 
 } // namespace
 
+TEST(Appearance, disabledTextIsFainterThanSecondaryText)
+{
+    for (const auto scheme : {ColourScheme::Light, ColourScheme::Dark}) {
+        QPalette palette = Appearance::palette(scheme);
+        const float before = Appearance::secondary(palette).alphaF();
+        palette.setCurrentColorGroup(QPalette::Disabled);
+        EXPECT_LT(Appearance::secondary(palette).alphaF(), before - 0.1F);
+    }
+}
+
 TEST(Appearance, hasExpectedSizes)
 {
     EXPECT_EQ(Appearance::titleSize, 13);

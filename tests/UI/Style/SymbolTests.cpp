@@ -29,6 +29,8 @@ TEST(Symbol, everyUsedSymbolIsDrawn)
                              u"waveform.circle.fill"_s,
                              u"ellipsis.circle"_s,
                              u"exclamationmark.circle"_s,
+                             u"pause.circle"_s,
+                             u"play.fill"_s,
                              u"mic.fill"_s,
                              u"stop.fill"_s,
                              u"sparkles"_s,
@@ -71,7 +73,7 @@ TEST(Symbol, usesFullResolutionOnHighDpiScreen)
 TEST(Symbol, menuBarSymbolsDifferInShape)
 {
     const QStringList names{u"mic.circle"_s, u"waveform.circle.fill"_s, u"ellipsis.circle"_s,
-                            u"exclamationmark.circle"_s};
+                            u"exclamationmark.circle"_s, u"pause.circle"_s};
     for (const auto &one : names) {
         for (const auto &other : names) {
             if (one < other) {

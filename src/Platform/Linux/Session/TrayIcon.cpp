@@ -157,6 +157,9 @@ void TrayIcon::setMenu(const MenuContents &contents)
         addEntry(row);
     }
     m_menu.addSeparator();
+    if (!contents.pause.title.isEmpty()) {
+        addEntry(contents.pause);
+    }
     addEntry(contents.settings);
     addEntry(contents.quit);
 }

@@ -5,6 +5,8 @@
 #include "Platform/Linux/Session/DesktopNotice.h"
 #include "Platform/Linux/Session/TrayIcon.h"
 #include "Platform/Linux/X11/Clipboard/XcbPasteboard.h"
+#include "Platform/Linux/X11/Keys/XCancelKey.h"
+#include "Platform/Linux/X11/Keys/XCursorWatch.h"
 #include "Platform/Linux/X11/Keys/XInput2EventMonitor.h"
 #include "Platform/Linux/X11/Keys/XInputTrust.h"
 #include "Platform/Linux/X11/Keys/XTestKeyEventPoster.h"
@@ -62,11 +64,13 @@ Desktop openX11Desktop(const DesktopOptions &options)
     desktop.description = QStringLiteral("X11");
     desktop.hotkeyName = keyDisplayName(keys.first());
     desktop.eventMonitor = monitor;
+    desktop.cancelKey = std::make_shared<XCancelKey>(monitor);
     desktop.pasteboard = pasteboard;
     desktop.pasteWitness = pasteboard;
     desktop.keyPoster = std::make_shared<XTestKeyEventPoster>(session, pasteboard->transaction());
     desktop.inputTrust = std::make_shared<XInputTrust>(session, monitor);
     desktop.focusedField = std::make_shared<AtSpiFocusedField>(session);
+    desktop.cursorWatch = std::make_shared<XCursorWatch>(monitor);
     desktop.makePanelWindow = &FloatingCard::make;
     desktop.screens = std::make_shared<DesktopScreens>();
     desktop.statusItem = icon;

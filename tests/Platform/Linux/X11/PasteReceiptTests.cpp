@@ -54,6 +54,31 @@ TEST_F(PasteReceiptTest, reportsThatWindowReadText)
     EXPECT_EQ(clipboard(), "old");
 }
 
+TEST_F(PasteReceiptTest, terminalWithoutLatinVGetsTextFromPrimarySelection)
+{
+    // xterm pastes the primary selection with Shift+Insert, as VTE terminals do. Its name makes it one of them.
+    const QString file = desktop.folder() + u"/typed"_s;
+    QFile(file).open(QFile::WriteOnly);
+    testbed::ChildProcess layout(u"setxkbmap"_s, {u"ru"_s}, desktop.environment());
+    ASSERT_TRUE(waitFor([&layout] { return !layout.isRunning(); }));
+    RawSelectionOwner primary{"PRIMARY", {{"UTF8_STRING", {"selected", "UTF8_STRING"}}}};
+    window = std::make_unique<testbed::ChildProcess>(
+        u"xterm"_s,
+        QStringList{u"-name"_s, u"xfce4-terminal"_s, u"-class"_s, u"Xfce4-terminal"_s, u"-T"_s, u"Target"_s, u"-e"_s,
+                    u"sh"_s, u"-c"_s, u"stty -icanon; cat > '%1'"_s.arg(file)},
+        desktop.environment());
+    ASSERT_TRUE(desktop.waitForActiveWindow(u"Target"_s, 20s));
+    EXPECT_EQ(pasteAndWait(u"new"_s), Outcome::Taken);
+    EXPECT_EQ(receipt.shortcut, u"Shift+Insert"_s);
+    const auto typed = [&file] {
+        QFile reader(file);
+        return reader.open(QFile::ReadOnly) ? reader.readAll() : QByteArray();
+    };
+    EXPECT_TRUE(waitFor([&typed] { return typed() == "new"; })) << typed().constData();
+    EXPECT_TRUE(waitFor([this] { return xclip(u"UTF8_STRING"_s, u"primary"_s) == "selected"; }));
+    EXPECT_EQ(clipboard(), "old");
+}
+
 TEST_F(PasteReceiptTest, keepsTextOnClipboardIfWindowDoesNotReadIt)
 {
     openWindow(u"0"_s, u"readonly"_s);

@@ -527,5 +527,137 @@
         <source>Editing took longer than %1 seconds three times. It is faster with a smaller model, or with AI cleanup turned off.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>%1: stop · Esc: discard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: stop</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Esc: discard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancelled</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pause Talmo</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Resume Talmo</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Talmo is paused</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The key does nothing until you resume</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Dictating</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Space between dictations</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Puts a space before a dictation that continues the last one: in the same window, with no key or click in between.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sounds</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Plays a sound of the desktop when a recording starts, when it ends and when something goes wrong.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Each is heard as well as written your way. If one is misheard, select it and write what it sounds like.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Each is heard as well as written your way.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sounds like</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Used by the built-in recogniser</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Needs AI cleanup with a language model. Without one, these words are left out and no list is made.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The last 50, in memory only: they are gone when Talmo ends or you switch this off. Nothing is kept that went into a field which reports itself as a password field.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Keep a list of dictations</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Dictations</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Text files (*.txt);;All files (*)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Import…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Export…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Import Words</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Export Words</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This file could not be read as text. Choose a text file with one word per line.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>New words: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The words could not be saved there. Choose another folder, or free some disk space.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Words saved: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1, sounds like %2</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -66,11 +66,28 @@ std::optional<std::uint8_t> keyCodeFor(const KeyboardLayout &layout, xcb_keysym_
     return std::nullopt;
 }
 
+PasteStyle possibleStyle(const KeyboardLayout &layout, PasteStyle style)
+{
+    if (keyCodeFor(layout, keySymV)) {
+        return style;
+    }
+    switch (style) {
+    case PasteStyle::ControlV:
+        return PasteStyle::ShiftInsert;
+    case PasteStyle::ControlShiftV:
+        return PasteStyle::ShiftInsertPrimary;
+    case PasteStyle::ShiftInsert:
+    case PasteStyle::ShiftInsertPrimary:
+        break;
+    }
+    return style;
+}
+
 std::vector<ChordKey> pasteChord(const KeyboardLayout &layout, PasteStyle style)
 {
-    const auto letter = keyCodeFor(layout, keySymV);
-    const bool takesInsert = style == PasteStyle::ShiftInsert || style == PasteStyle::ShiftInsertPrimary || !letter;
-    const auto key = takesInsert ? keyCodeFor(layout, keySymInsert) : letter;
+    style = possibleStyle(layout, style);
+    const bool takesInsert = style == PasteStyle::ShiftInsert || style == PasteStyle::ShiftInsertPrimary;
+    const auto key = keyCodeFor(layout, takesInsert ? keySymInsert : keySymV);
     const auto shift = modifierKey(layout, shiftModifier);
     const auto control = modifierKey(layout, controlModifier);
     const bool needsShift = takesInsert || style == PasteStyle::ControlShiftV;

@@ -33,6 +33,10 @@ struct ChordKey {
 /// (programs look there too); none if no layout has it.
 std::optional<std::uint8_t> keyCodeFor(const KeyboardLayout &layout, xcb_keysym_t keySym);
 
+/// The style that pastes on this keyboard: without a Latin V, the styles that need one become Shift+Insert, which in
+/// terminals pastes the primary selection.
+PasteStyle possibleStyle(const KeyboardLayout &layout, PasteStyle style);
+
 /// The keys to post, in order. Held modifiers that would interfere are released first and not pressed again. A style
 /// that needs a Latin V falls back to Shift+Insert if the keyboard has none. Empty if it lacks that key too.
 std::vector<ChordKey> pasteChord(const KeyboardLayout &layout, PasteStyle style);

@@ -17,6 +17,42 @@ namespace {
 /// How long a release that may be half of an auto-repeat is held back.
 constexpr auto repeatPairPatience = std::chrono::milliseconds(5);
 
+constexpr quint32 rawKeys = XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
+constexpr quint32 rawClicks = XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_TOUCH_BEGIN;
+
+/// Turning the wheel scrolls; the text cursor stays where it is.
+bool isWheel(quint32 button)
+{
+    constexpr quint32 firstWheelButton = 4;
+    constexpr quint32 lastWheelButton = 7;
+    return button >= firstWheelButton && button <= lastWheelButton;
+}
+
+/// Caps Lock and, by convention, Num Lock.
+constexpr unsigned locks = XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2;
+
+/// A grab is for one exact set of modifiers. Those held now belong to the trigger key and may be released while the
+/// grab lasts; the locks may be on or off. Others are left to the window manager, such as Alt+Escape.
+std::set<quint16> modifiersToGrab(const KeyboardLayout &layout)
+{
+    quint16 held = 0;
+    for (int modifier = 0; modifier < 8; ++modifier) {
+        for (const auto keyCode : layout.modifierKeys[modifier]) {
+            const auto end = layout.heldKeys.end();
+            if (std::find(layout.heldKeys.begin(), end, keyCode) != end) {
+                held = static_cast<quint16>(held | 1U << modifier);
+            }
+        }
+    }
+    std::set<quint16> all;
+    for (const unsigned base : {0U, held & ~locks}) {
+        for (const unsigned lock : {0U, unsigned(XCB_MOD_MASK_LOCK), unsigned(XCB_MOD_MASK_2), locks}) {
+            all.insert(static_cast<quint16>(base | lock));
+        }
+    }
+    return all;
+}
+
 } // namespace
 
 struct XInput2EventMonitor::Monitor final : public EventMonitorToken {
@@ -39,28 +75,33 @@ XInput2EventMonitor::XInput2EventMonitor(std::shared_ptr<PostedKeys> postedKeys,
     m_withheld.setTimerType(Qt::PreciseTimer);
     QObject::connect(&m_withheld, &QTimer::timeout, &m_withheld, [this] { reportWithheld(); });
     QObject::connect(&m_notifier, &QSocketNotifier::activated, &m_notifier, [this] { readEvents(); });
-    if (selectRawKeys()) {
+    if (queryExtension() &&
+        !XcbPtr<xcb_generic_error_t>(xcb_request_check(m_connection.get(), selectRawInput(false)))) {
         readStandIns();
     } else {
+        m_opcode = 0;
         generalLog().error("this X server lacks XInput 2.2: key events cannot be observed");
     }
 }
 
 XInput2EventMonitor::~XInput2EventMonitor() = default;
 
-bool XInput2EventMonitor::selectRawKeys()
+bool XInput2EventMonitor::queryExtension()
 {
     auto *connection = m_connection.get();
     const auto *extension = xcb_get_extension_data(connection, &xcb_input_id);
     if (extension == nullptr || extension->present == 0) {
         return false;
     }
+    m_opcode = extension->major_opcode;
     // For clients of version 2.0, servers hide raw events during another program's grab.
     const XcbPtr<xcb_input_xi_query_version_reply_t> version(
         xcb_input_xi_query_version_reply(connection, xcb_input_xi_query_version(connection, 2, 2), nullptr));
-    if (!version || version->major_version < 2 || (version->major_version == 2 && version->minor_version < 2)) {
-        return false;
-    }
+    return version && (version->major_version > 2 || (version->major_version == 2 && version->minor_version >= 2));
+}
+
+xcb_void_cookie_t XInput2EventMonitor::selectRawInput(bool withClicks)
+{
     // Master devices only: the physical ones would deliver every key twice.
     struct {
         xcb_input_event_mask_t head;
@@ -68,14 +109,85 @@ bool XInput2EventMonitor::selectRawKeys()
     } selection{};
     selection.head.deviceid = XCB_INPUT_DEVICE_ALL_MASTER;
     selection.head.mask_len = 1;
-    selection.mask = XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
-    const XcbPtr<xcb_generic_error_t> error(xcb_request_check(
-        connection, xcb_input_xi_select_events_checked(connection, m_connection.root(), 1, &selection.head)));
-    if (error) {
+    selection.mask = withClicks ? rawKeys | rawClicks : rawKeys;
+    return xcb_input_xi_select_events_checked(m_connection.get(), m_connection.root(), 1, &selection.head);
+}
+
+void XInput2EventMonitor::watchInput(bool isWatched)
+{
+    m_wasInputSeen = false;
+    if (isUsable() && m_isInputWatched != isWatched) {
+        m_isInputWatched = isWatched;
+        // Not waited for: this may be called in the middle of handling events.
+        xcb_discard_reply(m_connection.get(), selectRawInput(isWatched).sequence);
+        m_connection.flush();
+    }
+}
+
+void XInput2EventMonitor::noteInput()
+{
+    if (m_isInputWatched) {
+        watchInput(false);
+        m_wasInputSeen = true;
+    }
+}
+
+quint32 XInput2EventMonitor::focusedWindow()
+{
+    auto *connection = m_connection.get();
+    const XcbPtr<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+    readEvents();
+    const bool isWindow = reply && reply->focus != XCB_INPUT_FOCUS_POINTER_ROOT && reply->focus != m_connection.root();
+    return isWindow ? reply->focus : static_cast<quint32>(XCB_INPUT_FOCUS_NONE);
+}
+
+bool XInput2EventMonitor::grabKey(quint32 keySym, std::function<void()> onPressed)
+{
+    ungrabKey();
+    const auto layout = readKeyboardLayout(m_connection);
+    constexpr xcb_keycode_t none = 0;
+    const xcb_keycode_t keyCode = isUsable() ? keyCodeFor(layout, keySym).value_or(none) : none;
+    readEvents(); // Those that arrived with the answers.
+    if (keyCode == none) {
         return false;
     }
-    m_opcode = extension->major_opcode;
-    return true;
+    auto *connection = m_connection.get();
+    std::vector<std::pair<quint16, xcb_void_cookie_t>> requests;
+    for (const auto modifiers : modifiersToGrab(layout)) {
+        requests.emplace_back(modifiers, xcb_grab_key_checked(connection, 0, m_connection.root(), modifiers, keyCode,
+                                                              XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+    }
+    bool isGrabbed = true;
+    for (const auto &[modifiers, cookie] : requests) {
+        const XcbPtr<xcb_generic_error_t> error(xcb_request_check(connection, cookie));
+        // Together with the trigger it may be a shortcut of the desktop's; alone it discards the recording even so.
+        isGrabbed = isGrabbed && (!error || (modifiers & ~locks) != 0);
+    }
+    m_grabbedKey = keyCode;
+    m_onGrabbedKey = std::move(onPressed);
+    readEvents();
+    return isGrabbed;
+}
+
+void XInput2EventMonitor::ungrabKey()
+{
+    if (m_grabbedKey != 0) {
+        xcb_ungrab_key(m_connection.get(), m_grabbedKey, m_connection.root(), XCB_MOD_MASK_ANY);
+        m_connection.flush();
+    }
+    m_grabbedKey = 0;
+    m_wasGrabbedKeyPressed = false;
+    m_onGrabbedKey = {};
+}
+
+/// After the raw events, so that the key is still known as grabbed when its own raw event is handled.
+void XInput2EventMonitor::reportGrabbedKey()
+{
+    if (std::exchange(m_wasGrabbedKeyPressed, false) && m_onGrabbedKey) {
+        const auto report = m_onGrabbedKey; // It may end the grab.
+        report();
+    }
 }
 
 void XInput2EventMonitor::readStandIns()
@@ -152,18 +264,28 @@ void XInput2EventMonitor::readEvents()
         return;
     }
     handleCollected(false);
+    reportGrabbedKey();
 }
 
 void XInput2EventMonitor::collect(const xcb_generic_event_t &event)
 {
+    if ((event.response_type & 0x7f) == XCB_KEY_PRESS) {
+        const auto &press = reinterpret_cast<const xcb_key_press_event_t &>(event); // NOLINT
+        m_wasGrabbedKeyPressed = m_wasGrabbedKeyPressed || press.detail == m_grabbedKey;
+        return;
+    }
     const auto &generic = reinterpret_cast<const xcb_ge_generic_event_t &>(event); // NOLINT
     if ((event.response_type & 0x7f) != XCB_GE_GENERIC || generic.extension != m_opcode) {
         return;
     }
+    const auto &raw = reinterpret_cast<const xcb_input_raw_key_press_event_t &>(event); // NOLINT
+    if (generic.event_type == XCB_INPUT_RAW_TOUCH_BEGIN ||
+        (generic.event_type == XCB_INPUT_RAW_BUTTON_PRESS && !isWheel(raw.detail))) {
+        noteInput();
+    }
     if (generic.event_type != XCB_INPUT_RAW_KEY_PRESS && generic.event_type != XCB_INPUT_RAW_KEY_RELEASE) {
         return;
     }
-    const auto &raw = reinterpret_cast<const xcb_input_raw_key_press_event_t &>(event); // NOLINT
     m_collected.push(
         {static_cast<quint8>(raw.detail), raw.sourceid, generic.event_type == XCB_INPUT_RAW_KEY_PRESS, raw.time});
 }
@@ -182,6 +304,9 @@ void XInput2EventMonitor::handleKey(const RawKey &key)
 {
     if (m_postedKeys->take(key.keyCode, key.isDown)) {
         return;
+    }
+    if (key.isDown && !m_filter.isWatched(key.keyCode) && key.keyCode != m_grabbedKey) {
+        noteInput();
     }
     const auto now = std::chrono::steady_clock::now();
     const auto change = key.isDown ? m_filter.keyDown(key.keyCode, now) : m_filter.keyUp(key.keyCode);

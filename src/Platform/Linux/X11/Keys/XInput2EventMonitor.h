@@ -39,16 +39,32 @@ public:
     /// Whether the server has XInput 2.2 and the connection is alive, so that keys can be observed.
     bool isUsable() const { return m_opcode != 0 && !m_connection.isBroken(); }
 
+    /// Notes the first key that the user presses from now on, other than a stand-in, or the first click. Only until
+    /// then does the pointer send events to this program.
+    void watchInput(bool isWatched);
+    /// Whether there has been such a key or click since watchInput(true), by the time of the last focusedWindow().
+    bool wasInputSeen() const { return m_wasInputSeen; }
+    /// The window with the keyboard focus; zero if there is none. Handles all input that precedes the answer.
+    quint32 focusedWindow();
+
+    /// Takes a key from all other programs: its presses call this instead, with or without the modifiers that are held
+    /// now. False if another program has grabbed the key alone.
+    bool grabKey(quint32 keySym, std::function<void()> onPressed);
+    void ungrabKey();
+
 private:
     struct Monitor;
 
-    bool selectRawKeys();
+    bool queryExtension();
+    xcb_void_cookie_t selectRawInput(bool withClicks);
     void readStandIns();
     void releaseLostKeys(const KeyboardLayout &layout);
     void readEvents();
     void collect(const xcb_generic_event_t &event);
     void handleCollected(bool isPatienceOver);
     void handleKey(const RawKey &key);
+    void noteInput();
+    void reportGrabbedKey();
     void reportWithheld();
     void report(bool isDown);
 
@@ -62,6 +78,12 @@ private:
     RepeatPairFilter m_collected;
     QTimer m_patience;
     QTimer m_withheld;
+    /// Zero if no key is grabbed.
+    quint8 m_grabbedKey = 0;
+    bool m_wasGrabbedKeyPressed = false;
+    std::function<void()> m_onGrabbedKey;
+    bool m_isInputWatched = false;
+    bool m_wasInputSeen = false;
     std::vector<std::weak_ptr<Monitor>> m_monitors;
 };
 

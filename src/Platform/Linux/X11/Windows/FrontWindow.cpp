@@ -1,5 +1,6 @@
 #include "Platform/Linux/X11/Windows/FrontWindow.h"
 
+#include "Platform/Linux/X11/Keys/KeyboardLayoutReader.h"
 #include "Platform/Linux/X11/XProperty.h"
 
 #include <utility>
@@ -112,6 +113,10 @@ FrontWindow frontWindow(XSession &session)
     front.topLevel = front.window;
     front.client = connection.clientOf(front.window);
     describeProgram(connection, front);
+    if (front.style == PasteStyle::ControlShiftV) {
+        // Decides whether the text has to be in the primary selection, too.
+        front.style = possibleStyle(readKeyboardLayout(connection), front.style);
+    }
     return front;
 }
 

@@ -13,6 +13,7 @@ struct FrontWindow {
     xcb_window_t topLevel = XCB_NONE;
     /// See XConnection::clientOf().
     quint32 client = 0;
+    /// For terminals, the one that this keyboard can type.
     PasteStyle style = PasteStyle::ControlV;
     /// See RestorePolicy::postToImporter().
     bool isImporter = false;

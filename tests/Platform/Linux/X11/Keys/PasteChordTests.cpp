@@ -46,6 +46,24 @@ KeyboardLayout keyboard(xcb_keysym_t first = 'v', xcb_keysym_t second = 0)
 
 } // namespace
 
+TEST(PossibleStyle, staysWithLatinV)
+{
+    for (const auto style :
+         {PasteStyle::ControlV, PasteStyle::ControlShiftV, PasteStyle::ShiftInsert, PasteStyle::ShiftInsertPrimary}) {
+        EXPECT_EQ(possibleStyle(keyboard(), style), style);
+        EXPECT_EQ(possibleStyle(keyboard(0x6cd, 'v'), style), style) << "in another layout of the keyboard";
+    }
+}
+
+TEST(PossibleStyle, withoutLatinVTerminalsPastePrimarySelection)
+{
+    const auto layout = keyboard(0x6cd); // Cyrillic.
+    EXPECT_EQ(possibleStyle(layout, PasteStyle::ControlShiftV), PasteStyle::ShiftInsertPrimary);
+    EXPECT_EQ(possibleStyle(layout, PasteStyle::ControlV), PasteStyle::ShiftInsert);
+    EXPECT_EQ(possibleStyle(layout, PasteStyle::ShiftInsert), PasteStyle::ShiftInsert);
+    EXPECT_EQ(possibleStyle(layout, PasteStyle::ShiftInsertPrimary), PasteStyle::ShiftInsertPrimary);
+}
+
 TEST(PasteChord, isControlVByDefault)
 {
     EXPECT_THAT(pasteChord(keyboard(), PasteStyle::ControlV),
