@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Input/Permissions/InputTrust.h"
+#include "Insertion/FocusedField.h"
 #include "Insertion/KeyEventPoster.h"
 #include "Insertion/PasteReceipt.h"
 #include "Insertion/Pasteboard.h"
@@ -18,6 +19,7 @@ struct Pasting {
     std::shared_ptr<PasteWitness> witness;
     std::shared_ptr<KeyEventPoster> keyPoster;
     std::shared_ptr<InputTrust> inputTrust;
+    std::shared_ptr<FocusedField> focusedField;
     /// Restores the clipboard. Nothing can be pasted afterwards.
     std::function<QFuture<void>()> shutDown;
     /// Finishes once Talmo no longer owns the clipboard.

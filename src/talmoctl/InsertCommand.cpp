@@ -1,11 +1,14 @@
 #include "Control/ControlSocket.h"
 #include "Insertion/ClipboardPasteInsertionService.h"
+#include "Insertion/PasswordFieldGuard.h"
 #include "Insertion/VerifiedInsertionService.h"
+#include "Platform/Linux/System/LinuxSettings.h"
 #include "Platform/Linux/System/TimerFdClock.h"
 #include "Platform/Pasting.h"
 #include "talmoctl/Background.h"
 #include "talmoctl/Command.h"
 #include "talmoctl/Terminal.h"
+#include "talmoctl/UserSettings.h"
 
 #include <QCoro/QCoroFuture>
 
@@ -27,17 +30,29 @@ bool insertThroughTalmo(const QString &text)
     return true;
 }
 
+bool guardsPasswordFields()
+{
+    const UserSettings settings;
+    return settings.defaults->boolean(LinuxSettings::guardPasswordFieldsKey()).value_or(true);
+}
+
 /// Inserts without a running Talmo. The process stays in the background for as long as the clipboard needs an owner:
 /// until the earlier content has been restored, and then until a clipboard manager or another program takes over.
 QCoro::Task<int> insertAlone(QString text, std::shared_ptr<Background> background)
 {
     const Pasting desktop = openPasting();
-    const auto pasting = std::make_shared<ClipboardPasteInsertionService>(
-        desktop.pasteboard, desktop.keyPoster, desktop.inputTrust, std::make_shared<TimerFdClock>());
-    VerifiedInsertionService service(pasting, desktop.witness);
+    const auto clock = std::make_shared<TimerFdClock>();
+    const auto pasting = std::make_shared<ClipboardPasteInsertionService>(desktop.pasteboard, desktop.keyPoster,
+                                                                          desktop.inputTrust, clock);
+    const auto verified = std::make_shared<VerifiedInsertionService>(pasting, desktop.witness);
+    PasswordFieldGuard service(verified, desktop.focusedField, clock, &guardsPasswordFields);
     int status = EXIT_SUCCESS;
     try {
         co_await service.insert(text);
+    } catch (const PasswordFieldError &) {
+        // Its own text names a menu that is not there without Talmo.
+        complain(QStringLiteral("The cursor is in a password field, so nothing was pasted."));
+        status = EXIT_FAILURE;
     } catch (const TextNotTakenError &error) {
         complain(error.localizedDescription());
         status = EXIT_FAILURE; // The process stays: it owns the clipboard that holds the text.

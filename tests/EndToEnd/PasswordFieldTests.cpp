@@ -70,6 +70,24 @@ TEST_P(PasswordFieldToolkitTest, passwordFieldGetsNothingAndReasonIsReported)
     EXPECT_TRUE(bus->output().contains(u"org.a11y"_s)) << "the bus reports when it is started";
 }
 
+TEST_P(PasswordFieldToolkitTest, withoutTalmoPasswordFieldGetsNothing)
+{
+    openWindow(GetParam(), {u"password"_s});
+    copy(u"clipboard before"_s);
+    EXPECT_EQ(insert("hello"), 1);
+    EXPECT_TRUE(output.contains(u"The cursor is in a password field, so nothing was pasted."_s))
+        << output.toStdString();
+    EXPECT_EQ(clipboard(), "clipboard before\n");
+    EXPECT_FALSE(window->output().contains(u"text:"_s)) << window->output().toStdString();
+}
+
+TEST_P(PasswordFieldToolkitTest, withoutTalmoOrdinaryFieldGetsText)
+{
+    openWindow(GetParam(), {u"ordinary"_s});
+    EXPECT_EQ(insert("hello"), 0) << output.toStdString();
+    EXPECT_TRUE(windowShows(u"hello"_s));
+}
+
 TEST_P(PasswordFieldToolkitTest, ordinaryFieldInSameWindowGetsText)
 {
     openWindow(GetParam(), {u"ordinary"_s});

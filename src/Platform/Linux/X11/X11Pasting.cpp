@@ -1,6 +1,7 @@
 #include "Platform/Linux/X11/Clipboard/XcbPasteboard.h"
 #include "Platform/Linux/X11/Keys/XInputTrust.h"
 #include "Platform/Linux/X11/Keys/XTestKeyEventPoster.h"
+#include "Platform/Linux/X11/Windows/AtSpiFocusedField.h"
 #include "Platform/Linux/X11/XSession.h"
 #include "Platform/Pasting.h"
 
@@ -14,6 +15,7 @@ Pasting openPasting()
             pasteboard,
             std::make_shared<XTestKeyEventPoster>(session, pasteboard->transaction()),
             std::make_shared<XInputTrust>(session, nullptr),
+            std::make_shared<AtSpiFocusedField>(session),
             [pasteboard] { return pasteboard->shutDown(); },
             [pasteboard] { return pasteboard->relieved(); }};
 }
