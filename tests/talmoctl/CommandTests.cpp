@@ -190,8 +190,6 @@ TEST_F(TalmoctlTest, cleanSaysWhatModelDidNotEdit)
     EXPECT_EQ(errorsFor({QJsonObject{{u"status"_s, 500}}}, "hello"), rules + "The model server returned status 500.\n");
     EXPECT_EQ(errorsFor({QJsonObject{{u"answer"_s, u"Half a"_s}, {u"finish_reason"_s, u"length"_s}}}, "hello"),
               rules + "The model's answer was cut off.\n");
-    EXPECT_EQ(errorsFor({QJsonObject{{u"fault"_s, u"reset"_s}}}, "hello"),
-              rules + "The connection to the model server was lost.\n");
     EXPECT_EQ(errorsFor({QJsonObject{{u"when"_s, u"milk"_s}, {u"answer"_s, u"Milk."_s}},
                          QJsonObject{{u"fault"_s, u"close"_s}}},
                         "milk new line eggs"),
