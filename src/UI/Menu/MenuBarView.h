@@ -7,6 +7,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 class QPushButton;
@@ -38,10 +39,12 @@ protected:
 private:
     void buildHeader(QVBoxLayout &layout);
     void buildWarnings(QVBoxLayout &layout);
+    void buildOffer(QVBoxLayout &layout);
     void buildRows(QVBoxLayout &layout);
     MenuRow *addRow(QVBoxLayout &layout);
     void showContents();
     void showWarnings();
+    void showOffer();
     void moveFocus(int step);
     void choose(MenuAction action);
 
@@ -54,10 +57,15 @@ private:
     QWidget *m_warnings = nullptr;
     std::vector<QWidget *> m_warningRows;
     QPushButton *m_grant = nullptr;
+    QWidget *m_offer = nullptr;
+    MenuRow *m_offerRow = nullptr;
+    TintedLabel *m_offerDetail = nullptr;
     MenuRow *m_mainRow = nullptr;
     MenuRow *m_settings = nullptr;
     MenuRow *m_quit = nullptr;
     ChangeWatcher m_watcher;
+    /// Empty if there is only one recogniser.
+    std::optional<ChangeWatcher> m_recogniserWatcher;
 };
 
 } // namespace talmo

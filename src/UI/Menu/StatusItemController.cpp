@@ -9,6 +9,9 @@ StatusItemController::StatusItemController(ViewContext context, std::shared_ptr<
       m_item(std::move(item)),
       m_watcher(*m_context.coordinator, [this] { reread(); })
 {
+    if (m_context.recogniser) {
+        m_recogniserWatcher.emplace(*m_context.recogniser, [this] { reread(); });
+    }
     reread();
 }
 

@@ -5,6 +5,7 @@
 #include "UI/ViewContext.h"
 
 #include <memory>
+#include <optional>
 
 namespace talmo {
 
@@ -21,6 +22,8 @@ private:
     QString m_symbol;
     MenuContents m_menu;
     ChangeWatcher m_watcher;
+    /// Empty if there is only one recogniser.
+    std::optional<ChangeWatcher> m_recogniserWatcher;
 };
 
 } // namespace talmo
