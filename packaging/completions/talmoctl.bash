@@ -4,7 +4,7 @@ _talmoctl() {
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} options
   COMPREPLY=()
   if [ "$COMP_CWORD" -eq 1 ]; then
-    mapfile -t COMPREPLY < <(compgen -W "format clean instructions transcribe insert last restore-clipboard pause resume engines check-model model --help --version" -- "$current")
+    mapfile -t COMPREPLY < <(compgen -W "format clean instructions transcribe insert last restore-clipboard pause resume engines check-model model setup --help --version" -- "$current")
     return
   fi
   case ${COMP_WORDS[1]} in
@@ -13,7 +13,14 @@ _talmoctl() {
     transcribe) options="--live --language --engine --help" ;;
     engines | restore-clipboard | pause | resume) options="--help" ;;
     check-model) options="--library --load-only --json --help" ;;
-    model) options="--help" ;;
+    model)
+      case ${COMP_WORDS[2]} in
+        list) options="--json --help" ;;
+        install) options="--accept-renewed --help" ;;
+        *) options="--help" ;;
+      esac
+      ;;
+    setup) options="--yes --model --help" ;;
     *) return ;;
   esac
   case $previous in
@@ -21,7 +28,7 @@ _talmoctl() {
       mapfile -t COMPREPLY < <(compgen -W "standard professional friendly polite" -- "$current")
       return
       ;;
-    --word | --language | --engine) return ;;
+    --word | --language | --engine | --model) return ;;
   esac
   if [[ $current == -* ]]; then
     mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")

@@ -3,9 +3,8 @@
 #include "Base/Error.h"
 #include "Base/Log.h"
 #include "Platform/Linux/System/LinuxSettings.h"
+#include "Recognition/Recognisers.h"
 #include "UI/Style/Wording.h"
-
-#include <QLocale>
 
 #include <algorithm>
 #include <utility>
@@ -13,17 +12,6 @@
 namespace talmo {
 
 namespace {
-
-/// "German", "French, English"
-QString languageNames(const QStringList &languages)
-{
-    QStringList names;
-    for (const auto &language : languages) {
-        const QLocale locale(language);
-        names.append(locale.language() == QLocale::C ? language : QLocale::languageToString(locale.language()));
-    }
-    return names.join(QStringLiteral(", "));
-}
 
 QString sizeOf(const ModelEntry &entry)
 {
@@ -38,14 +26,21 @@ QString sizeOf(const ModelEntry &entry)
 
 RecogniserSettingsModel::RecogniserSettingsModel(std::shared_ptr<EngineRegistry> engines,
                                                  std::shared_ptr<SpeechModels> models,
-                                                 std::shared_ptr<UserDefaults> defaults, EngineFactories factories)
+                                                 std::shared_ptr<UserDefaults> defaults, EngineFactories factories,
+                                                 std::shared_ptr<LocaleSource> locale)
     : m_engines(std::move(engines)),
       m_models(std::move(models)),
       m_defaults(std::move(defaults)),
-      m_factories(std::move(factories))
+      m_factories(std::move(factories)),
+      m_locale(std::move(locale))
 {
-    connect(m_engines.get(), &Observable::objectWillChange, this, &Observable::objectWillChange);
-    connect(m_models.get(), &Observable::objectWillChange, this, &Observable::objectWillChange);
+    for (const Observable *watched :
+         {static_cast<const Observable *>(m_engines.get()), static_cast<const Observable *>(m_models.get())}) {
+        connect(watched, &Observable::objectWillChange, this, [this] {
+            m_recommendation.reset();
+            Q_EMIT objectWillChange();
+        });
+    }
 }
 
 QString RecogniserSettingsModel::titleOf(const QString &name) const
@@ -104,6 +99,9 @@ QList<RecogniserSettings::Model> RecogniserSettingsModel::models() const
                            [&name](const InstalledModel &model) { return model.name == name; });
     };
     for (const auto &entry : m_models->catalogue().entries()) {
+        if (!m_factories.support(entry)) {
+            continue;
+        }
         models.append({entry.id, titleOf(entry.id), QStringLiteral("%1 %2").arg(entry.gives, sizeOf(entry)).trimmed(),
                        entry.licence, entry.licenceAddress, isInstalled(entry.id)});
     }
@@ -118,7 +116,9 @@ QList<RecogniserSettings::Model> RecogniserSettingsModel::models() const
 QString RecogniserSettingsModel::obstacle() const
 {
     for (const auto &factory : m_factories.installable) {
-        if (!factory.isLibraryInstalled()) {
+        const bool canBeDownloaded =
+            !factory.libraryFolder.isEmpty() && m_models->catalogue().libraryOf(factory.engine) != nullptr;
+        if (!factory.isLibraryInstalled() && !canBeDownloaded) {
             return Wording::text(factory.missingLibraryMessage);
         }
     }
@@ -132,6 +132,53 @@ std::optional<RecogniserSettings::Installation> RecogniserSettingsModel::install
         return std::nullopt;
     }
     return Installation{underWay->entry.id, underWay->progress.description(), underWay->progress.share()};
+}
+
+const std::optional<Recommendation> &RecogniserSettingsModel::recommendation() const
+{
+    if (!m_recommendation) {
+        m_recommendation = lookForRecommendation();
+    }
+    return *m_recommendation;
+}
+
+/// A user who has chosen the built-in recogniser is left alone.
+std::optional<Recommendation> RecogniserSettingsModel::lookForRecommendation() const
+{
+    const QString locale = m_locale->currentIdentifier();
+    const auto &models = m_engines->models();
+    const bool hasModel = std::any_of(models.begin(), models.end(), [&locale](const InstalledModel &model) {
+        return model.engine && model.engine->speaks(locale);
+    });
+    if (hasModel || m_models->installation() || choice() == EngineRegistry::embeddedChoice) {
+        return std::nullopt;
+    }
+    try {
+        return Recommendation::forLocale(m_models->installer(), m_models->catalogue(), locale);
+    } catch (const Error &) { // obstacle() says what is wrong.
+        return std::nullopt;
+    }
+}
+
+std::optional<RecogniserSettings::Offer> RecogniserSettingsModel::offer() const
+{
+    const auto &recommended = recommendation();
+    if (!recommended) {
+        return std::nullopt;
+    }
+    const QString what = recommended->size().isEmpty()
+                             ? recommended->title()
+                             : recommended->title() + QStringLiteral(", ") + recommended->size();
+    const QString licences = Wording::text(QT_TRANSLATE_NOOP("Talmo", "Licences: %1"));
+    return Offer{QStringLiteral("%1. %2.").arg(what, licences.arg(recommended->licences())), recommended->size()};
+}
+
+void RecogniserSettingsModel::acceptOffer()
+{
+    if (const auto recommended = recommendation()) { // A copy: installing announces changes.
+        const QString locale = m_locale->currentIdentifier();
+        m_models->install(recommended->model, Recognisers::termsFor(m_models->catalogue(), recommended->model, locale));
+    }
 }
 
 void RecogniserSettingsModel::install(const QString &modelId)

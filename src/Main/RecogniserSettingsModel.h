@@ -1,8 +1,10 @@
 #pragma once
 
+#include "App/Services/PipelineServices.h"
 #include "Recognition/EngineFactories.h"
 #include "Recognition/EngineRegistry.h"
 #include "Recognition/Models/SpeechModels.h"
+#include "Recognition/Recommendation.h"
 #include "Settings/RecogniserSettings.h"
 #include "Settings/UserDefaults.h"
 
@@ -14,7 +16,8 @@ namespace talmo {
 class RecogniserSettingsModel final : public RecogniserSettings {
 public:
     RecogniserSettingsModel(std::shared_ptr<EngineRegistry> engines, std::shared_ptr<SpeechModels> models,
-                            std::shared_ptr<UserDefaults> defaults, EngineFactories factories);
+                            std::shared_ptr<UserDefaults> defaults, EngineFactories factories,
+                            std::shared_ptr<LocaleSource> locale);
 
     QList<Choice> choices() const override;
     QString choice() const override;
@@ -26,17 +29,25 @@ public:
     std::optional<Installation> installation() const override;
     QString problem() const override { return m_models->problem(); }
 
+    std::optional<Offer> offer() const override;
+    void acceptOffer() override;
+
     void install(const QString &modelId) override;
     void cancelInstallation() override { m_models->cancel(); }
     void remove(const QString &modelId) override;
 
 private:
     QString titleOf(const QString &name) const;
+    const std::optional<Recommendation> &recommendation() const;
+    std::optional<Recommendation> lookForRecommendation() const;
 
     std::shared_ptr<EngineRegistry> m_engines;
     std::shared_ptr<SpeechModels> m_models;
     std::shared_ptr<UserDefaults> m_defaults;
     EngineFactories m_factories;
+    std::shared_ptr<LocaleSource> m_locale;
+    /// As of the last change of engines and models; looking for one reads the disk, and views ask often.
+    mutable std::optional<std::optional<Recommendation>> m_recommendation;
 };
 
 } // namespace talmo

@@ -128,7 +128,7 @@ void TalmoApp::start()
 void TalmoApp::showInterface(TalmoCoordinator &coordinator)
 {
     m_recogniserSettings = std::make_shared<RecogniserSettingsModel>(m_recognisers.engines, m_recognisers.models,
-                                                                     m_defaults, m_recognisers.factories);
+                                                                     m_defaults, m_recognisers.factories, m_locale);
     ViewContext context;
     context.coordinator = &coordinator;
     context.settings = TalmoSettings::shared();

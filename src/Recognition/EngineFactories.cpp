@@ -5,6 +5,7 @@
 #include "Recognition/PocketSphinx/PocketSphinxEngine.h"
 #include "Recognition/Sherpa/SherpaEngine.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace talmo {
@@ -24,7 +25,16 @@ EngineFactory sherpaOnnx(const QString &libraryPath)
 {
     EngineFactory factory;
     factory.engine = QStringLiteral("sherpa-onnx");
-    factory.make = [libraryPath](const QString &name, const QString &folder) {
+    // A model without notes is examined.
+    factory.kinds = QStringList{QString(), QStringLiteral("transducer"), QStringLiteral("zipformer-ctc"),
+                                QStringLiteral("nemo-ctc")};
+    factory.make = [libraryPath, kinds = factory.kinds](const QString &name, const QString &folder) {
+        const auto notes = ModelNotes::of(folder);
+        if (!kinds.contains(notes.kind)) {
+            throw Error(QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Talmo cannot use models of this kind: ")) +
+                        notes.kind);
+        }
+        SherpaLibrary::open(libraryPath)->requireVersion(notes.minLibrary);
         return std::make_shared<SherpaEngine>(name, libraryPath, folder);
     };
     factory.checkFiles = [](const QString &folder) { SherpaModel::examine(folder); };
@@ -33,9 +43,15 @@ EngineFactory sherpaOnnx(const QString &libraryPath)
         const auto library = SherpaLibrary::open(libraryPath);
         return QStringLiteral("sherpa-onnx %1 in %2").arg(library->version(), library->path());
     };
+    factory.requireLibrary = [libraryPath](const QString &minVersion) {
+        SherpaLibrary::open(libraryPath)->requireVersion(minVersion);
+    };
+    factory.checkLibrary = [](const QString &folder) { SherpaLibrary::open(SherpaLibrary::placeIn(folder)); };
+    factory.libraryFolder = libraryPath.isEmpty() ? ModelStore::componentsFolder() : QString();
     factory.missingLibraryMessage =
-        QT_TRANSLATE_NOOP("Talmo", "These models need the library of sherpa-onnx, which is not installed. The command "
-                                   "scripts/neural-library --user in Talmo's source folder installs it.");
+        QT_TRANSLATE_NOOP("Talmo", "These models need the library of sherpa-onnx, which is not where the settings say, "
+                                   "or does not exist for this computer. Remove linux.neuralLibrary from Talmo's "
+                                   "settings file to have it downloaded.");
     return factory;
 }
 
@@ -51,12 +67,21 @@ EngineFactories EngineFactories::standard(const Options &options)
 
 const EngineFactory &EngineFactories::forModel(const QString &modelFolder) const
 {
-    return named(engineOfModel(modelFolder));
+    return named(ModelNotes::of(modelFolder).engine);
 }
 
 const EngineFactory &EngineFactories::forEntry(const ModelEntry &entry) const
 {
     return named(entry.engine);
+}
+
+bool EngineFactories::support(const ModelEntry &entry) const
+{
+    return std::any_of(installable.begin(), installable.end(), [this, &entry](const EngineFactory &factory) {
+        const bool isItsModel =
+            entry.engine.isEmpty() ? &factory == &installable.front() : entry.engine == factory.engine;
+        return isItsModel && factory.kinds.contains(entry.kind);
+    });
 }
 
 const EngineFactory &EngineFactories::named(const QString &engine) const

@@ -58,7 +58,7 @@ EngineRegistry::EngineRegistry(std::shared_ptr<SerialExecutor> executor, std::sh
       m_watcher(std::make_unique<QFileSystemWatcher>())
 {
     arrange();
-    watchFolder();
+    watchFolders();
     lookForModels();
 }
 
@@ -67,19 +67,26 @@ EngineRegistry::~EngineRegistry()
     m_idle.request_stop();
 }
 
-/// Models may also be added or removed by other processes or manually.
-void EngineRegistry::watchFolder()
+/// Models and libraries may also be added or removed by other processes or manually.
+void EngineRegistry::watchFolders()
 {
-    const QString folder = m_configuration.models.folder;
-    if (folder.isEmpty()) {
+    if (m_configuration.models.folder.isEmpty()) {
         return;
     }
-    try {
-        ModelStore(folder).makeFolder();
-    } catch (const Error &error) {
-        generalLog().error("no models can be installed: %@", {error.localizedDescription()});
+    QStringList folders{m_configuration.models.folder};
+    for (const auto &factory : m_configuration.models.factories.installable) {
+        if (!factory.libraryFolder.isEmpty()) {
+            folders.append(factory.libraryFolder);
+        }
     }
-    m_watcher->addPath(folder);
+    for (const auto &folder : folders) {
+        try {
+            ModelStore(folder).makeFolder();
+        } catch (const Error &error) {
+            generalLog().error("no models can be installed: %@", {error.localizedDescription()});
+        }
+        m_watcher->addPath(folder);
+    }
     connect(m_watcher.get(), &QFileSystemWatcher::directoryChanged, this, [this] { lookForModels(); });
 }
 
@@ -123,24 +130,34 @@ void EngineRegistry::takeModels(Models models)
     }
 }
 
-/// The embedded engine knows one language, so the others stay for theirs even if the user prefers it.
+/// The embedded engine knows one language, so the others stay for theirs even if the user prefers it. It goes before
+/// models that are too slow, unless the user has chosen one of them.
 Engines EngineRegistry::engines() const
 {
-    Engines usable;
+    struct Candidate {
+        std::shared_ptr<SpeechEngine> engine;
+        bool isSlow;
+        std::size_t rank;
+    };
+    const auto &catalogue = m_configuration.catalogue;
+    std::vector<Candidate> usable{{m_configuration.models.factories.embedded, false, catalogue.entries().size() + 1}};
     for (const auto &model : m_models) {
         if (model.engine) {
-            usable.push_back(model.engine);
+            usable.push_back({model.engine, model.isSlow, catalogue.rank(model.name)});
         }
     }
-    const auto order = [this](const std::shared_ptr<SpeechEngine> &engine) {
-        const QString id = engine->id();
-        return std::tuple(id != m_configuration.choice, m_configuration.catalogue.rank(id), id);
+    const auto order = [this](const Candidate &each) {
+        const QString id = each.engine->id();
+        const bool isChosen = id == m_configuration.choice;
+        return std::tuple(!isChosen, each.isSlow, each.rank, id);
     };
     std::sort(usable.begin(), usable.end(),
               [&order](const auto &left, const auto &right) { return order(left) < order(right); });
-    usable.insert(m_configuration.choice == embeddedChoice ? usable.begin() : usable.end(),
-                  m_configuration.models.factories.embedded);
-    return usable;
+    Engines sorted;
+    for (const auto &each : usable) {
+        sorted.push_back(each.engine);
+    }
+    return sorted;
 }
 
 void EngineRegistry::arrange()

@@ -21,8 +21,8 @@ class QFileSystemWatcher;
 
 namespace talmo {
 
-/// The engines that can be used now: the embedded one, and one for each usable model of the user's. Follows the models
-/// folder. Announces changes. Main thread.
+/// The engines that can be used now: the embedded one, and one for each usable model of the user's. Follows the folders
+/// of models and libraries. Announces changes. Main thread.
 class EngineRegistry final : public Observable {
     Q_OBJECT
 
@@ -72,7 +72,7 @@ public:
     static QString pronunciationsPath();
 
 private:
-    void watchFolder();
+    void watchFolders();
     void look();
     void takeModels(std::vector<InstalledModel> models);
     void arrange();

@@ -2,6 +2,7 @@
 
 #include "Base/Error.h"
 #include "Base/Log.h"
+#include "Recognition/ModelCheck.h"
 #include "Recognition/Models/ModelStore.h"
 
 #include <QDateTime>
@@ -23,6 +24,8 @@ InstalledModel examine(const Configuration &configuration, InstalledModel model)
         configuration.check(*engine, folder);
         generalLog().info("speech engine: %@", {engine->description()});
         model.engine = std::move(engine);
+        const auto report = ModelReport::noted(folder);
+        model.isSlow = report && report->shareOfSpeech > largestShareOfSpeech;
     } catch (const Error &error) {
         model.problem = error.localizedDescription();
         generalLog().error("a speech model is not used: %@", {model.problem});

@@ -19,6 +19,8 @@ struct InstalledModel {
     std::shared_ptr<SpeechEngine> engine;
     /// Why not; empty if it can.
     QString problem;
+    /// It cannot keep up with somebody who speaks.
+    bool isSlow = false;
 };
 
 /// Finds installed models. On a thread that may wait for the disk and for models to be loaded.

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 
 namespace talmo {
 
@@ -22,7 +23,12 @@ struct ModelReport {
     QString toLine() const;
     /// Of the last line of such an output; all zeros where there is none.
     static ModelReport fromOutput(const QString &output);
+    /// What checkModelOnce() measured for the model in that folder; nullopt if it has not been measured.
+    static std::optional<ModelReport> noted(const QString &modelFolder);
 };
+
+/// A model that needs a larger share of the time spoken is too slow to dictate with.
+inline constexpr double largestShareOfSpeech = 0.5;
 
 /// A model that makes the process fail that loads it.
 class UnusableModel : public Error {
@@ -43,8 +49,9 @@ ModelReport measure(SpeechEngine &engine, const std::function<double()> &usedMeg
 /// Error if the model could not be tried.
 ModelReport measureApart(const QString &neuralLibrary, const QString &model, ModelTrial trial = ModelTrial::Hear);
 
-/// measureApart(), unless the engine's files are those that passed before, as noted in the model's folder.
-void checkModelOnce(const SpeechEngine &engine, const QString &neuralLibrary, const QString &modelFolder);
+/// measureApart(), unless the engine's files are those that passed before, as noted in the model's folder together with
+/// the report.
+ModelReport checkModelOnce(const SpeechEngine &engine, const QString &neuralLibrary, const QString &modelFolder);
 
 /// Refuses the embedded engine if its model cannot be loaded. What passed is noted in the user's cache. On a thread
 /// that may wait for half a second.

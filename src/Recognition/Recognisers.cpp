@@ -7,6 +7,8 @@
 
 #include <QCoro/QCoroFuture>
 
+#include <QVersionNumber>
+
 #include <algorithm>
 #include <utility>
 
@@ -31,62 +33,153 @@ void requireNoProblem(const EngineRegistry &engines, const QString &name)
     }
 }
 
-/// Provides an engine for a language that has none: waits for the scan under way, then downloads the catalogue's best
-/// model. Throws if the catalogue lacks the language, the engine's library is missing, an installed model cannot be
-/// used, or the installation fails.
+/// The model to install for a language: one that is there and lacks something, or the catalogue's.
+const ModelEntry *modelFor(const SpeechModels &models, const QString &locale)
+{
+    const auto &catalogue = models.catalogue();
+    for (const auto &entry : catalogue.entries()) {
+        if (entry.speaks(locale) && models.store().isInstalled(entry.id)) {
+            return &entry;
+        }
+    }
+    return catalogue.bestFor(locale);
+}
+
+/// A model that turns out to be too slow is followed by the next smaller one; the last one is taken as it is.
+QCoro::Task<ModelEntry> installFitting(std::shared_ptr<SpeechModels> models, ModelEntry entry, QString locale)
+{
+    while (true) {
+        const auto terms = Recognisers::termsFor(models->catalogue(), entry, locale);
+        bool isSlow = false;
+        try {
+            const auto end = models->install(entry, terms);
+            co_await end;
+        } catch (const ModelTooSlow &) {
+            isSlow = true;
+        }
+        if (!isSlow) {
+            co_return entry;
+        }
+        entry = *models->catalogue().nextSmaller(entry, locale);
+    }
+}
+
+/// Provides an engine for a language that has none: waits for the scan under way, then downloads the catalogue's model
+/// for it, with the library if that is missing. Throws if the catalogue lacks the language, an installed model cannot
+/// be used, or the installation fails.
 QCoro::Task<void> provideLanguage(std::shared_ptr<EngineRegistry> engines, std::shared_ptr<SpeechModels> models,
-                                  EngineFactories factories, QString locale)
+                                  QString locale)
 {
     co_await engines->modelsChecked();
     if (speaks(*engines, locale)) {
         co_return;
     }
-    const ModelEntry *best = models->catalogue().bestFor(locale);
-    if (best == nullptr) {
+    const ModelEntry *found = modelFor(*models, locale);
+    if (found == nullptr) {
         throw TranscriptionError(TranscriptionError::Case::LocaleNotSupported);
     }
-    const ModelEntry entry = *best;
-    requireNoProblem(*engines, entry.id);
-    factories.forEntry(entry).library(); // Without it the model is of no use, and is not downloaded.
-    co_await models->install(entry);
+    const ModelEntry entry = *found;
+    if (models->partsOf(entry).empty()) {
+        requireNoProblem(*engines, entry.id);
+    }
+    const ModelEntry installed = co_await installFitting(models, entry, locale);
     co_await engines->lookForModels();
-    requireNoProblem(*engines, entry.id);
+    requireNoProblem(*engines, installed.id);
+}
+
+/// Throws what is wrong with the engine's library if another one cannot be had.
+std::vector<ModelEntry> missingComponents(const EngineFactories &factories, const ModelCatalogue &catalogue,
+                                          const ModelEntry &model)
+{
+    const EngineFactory &factory = factories.forEntry(model);
+    const ModelStore components(ModelStore::componentsFolder());
+    std::vector<ModelEntry> missing;
+    try {
+        factory.requireLibrary(model.minLibrary);
+    } catch (const Error &) {
+        const ModelEntry *library = catalogue.libraryOf(factory.engine);
+        const bool isRecent = library != nullptr && QVersionNumber::fromString(library->version) >=
+                                                        QVersionNumber::fromString(model.minLibrary);
+        if (!isRecent || factory.libraryFolder.isEmpty()) {
+            throw;
+        }
+        missing.push_back(*library);
+    }
+    for (const auto &id : model.needs) {
+        const ModelEntry *component = catalogue.findComponent(id);
+        if (component != nullptr && !components.isInstalled(id)) {
+            missing.push_back(*component);
+        }
+    }
+    return missing;
 }
 
 } // namespace
 
-ModelInstaller Recognisers::installer(const std::shared_ptr<Clock> &clock, const EngineFactories &factories,
-                                      const QString &neuralLibrary)
+ModelCatalogue Recognisers::catalogue(const EngineFactories &factories)
 {
-    const auto tryModel = [factories, neuralLibrary](const QString &folder) {
+    ModelCatalogue known = ModelCatalogue::withUsersFile(ModelCatalogue::usersPath());
+    known.setOffered(offer(factories));
+    return known;
+}
+
+std::function<bool(const ModelEntry &)> Recognisers::offer(const EngineFactories &factories)
+{
+    return [factories, store = ModelStore(ModelStore::standardFolder())](const ModelEntry &entry) {
+        return factories.support(entry) && !store.isKnownSlow(entry.id);
+    };
+}
+
+InstallationTerms Recognisers::termsFor(const ModelCatalogue &catalogue, const ModelEntry &entry, const QString &locale)
+{
+    InstallationTerms terms;
+    terms.keepsInstalled = true;
+    if (catalogue.nextSmaller(entry, locale) != nullptr) {
+        terms.largestShareOfSpeech = largestShareOfSpeech;
+    }
+    return terms;
+}
+
+RecogniserInstaller Recognisers::installer(const std::shared_ptr<Clock> &clock, const EngineFactories &factories,
+                                           const ModelCatalogue &catalogue, const QString &neuralLibrary)
+{
+    const ModelInstaller::Try tryModel = [factories, neuralLibrary](const QString &folder) {
         const EngineFactory &factory = factories.forModel(folder);
         factory.checkFiles(folder);
-        if (factory.isLibraryInstalled()) {
-            checkModelOnce(*factory.make(QString(), folder), neuralLibrary, folder);
-        }
+        const auto engine = factory.make(QString(), folder);
+        return std::optional(checkModelOnce(*engine, neuralLibrary, folder).shareOfSpeech);
     };
-    return ModelInstaller(ModelStore(ModelStore::standardFolder()), clock, tryModel);
+    const ModelInstaller::Try tryComponent = [factories](const QString &folder) {
+        if (ModelNotes::of(folder).kind == ModelEntry::libraryKind) {
+            factories.forModel(folder).checkLibrary(folder);
+        }
+        return std::optional<double>();
+    };
+    return {ModelInstaller(ModelStore(ModelStore::standardFolder()), clock, tryModel),
+            ModelInstaller(ModelStore(ModelStore::componentsFolder()), clock, tryComponent), clock,
+            [factories, catalogue](const ModelEntry &model) { return missingComponents(factories, catalogue, model); }};
 }
 
 Recognisers Recognisers::make(const std::shared_ptr<SerialExecutor> &executor, const std::shared_ptr<Clock> &clock,
                               const Options &options)
 {
-    const ModelCatalogue catalogue = ModelCatalogue::withUsersFile(ModelCatalogue::usersPath());
     const QString neuralLibrary = options.engines.neuralLibrary;
     Recognisers parts;
     parts.factories = EngineFactories::standard(options.engines);
-    parts.models = std::make_shared<SpeechModels>(installer(clock, parts.factories, neuralLibrary), catalogue);
+    const ModelCatalogue known = catalogue(parts.factories);
+    parts.models = std::make_shared<SpeechModels>(installer(clock, parts.factories, known, neuralLibrary), known,
+                                                  offer(parts.factories));
     // Weak, so that neither keeps the other alive.
     const auto enginesLater = std::make_shared<std::weak_ptr<EngineRegistry>>();
-    const auto install = [enginesLater, weakModels = std::weak_ptr(parts.models), factories = parts.factories,
+    const auto install = [enginesLater, weakModels = std::weak_ptr(parts.models),
                           mainExecutor = SerialExecutor::onCurrentThread()](const QString &locale) {
-        return mainExecutor->run<void>([enginesLater, weakModels, factories, locale] {
+        return mainExecutor->run<void>([enginesLater, weakModels, locale] {
             const auto engines = enginesLater->lock();
             const auto models = weakModels.lock();
             if (!engines || !models) {
                 throw Cancelled();
             }
-            return provideLanguage(engines, models, factories, locale);
+            return provideLanguage(engines, models, locale);
         });
     };
     EngineRegistry::Configuration configuration;
@@ -94,7 +187,7 @@ Recognisers Recognisers::make(const std::shared_ptr<SerialExecutor> &executor, c
                             [neuralLibrary](const SpeechEngine &engine, const QString &modelFolder) {
                                 checkModelOnce(engine, neuralLibrary, modelFolder);
                             }};
-    configuration.catalogue = catalogue;
+    configuration.catalogue = known;
     configuration.choice = options.choice;
     configuration.install = install;
     configuration.releaseMemory = options.releaseMemory;

@@ -27,9 +27,16 @@ struct Recognisers {
     static Recognisers make(const std::shared_ptr<SerialExecutor> &executor, const std::shared_ptr<Clock> &clock,
                             const Options &options);
 
-    /// Installs models into the user's own folder, and tries each one if the engine's library is there.
-    static ModelInstaller installer(const std::shared_ptr<Clock> &clock, const EngineFactories &factories,
-                                    const QString &neuralLibrary);
+    /// Installs models into the user's own folder, each with the components that it lacks, and tries each one.
+    static RecogniserInstaller installer(const std::shared_ptr<Clock> &clock, const EngineFactories &factories,
+                                         const ModelCatalogue &catalogue, const QString &neuralLibrary);
+
+    /// With the user's own entries. Models that no engine supports, or that are too slow here, are not offered.
+    static ModelCatalogue catalogue(const EngineFactories &factories);
+    static std::function<bool(const ModelEntry &)> offer(const EngineFactories &factories);
+
+    /// A model has to keep up with somebody who speaks if there is a smaller one.
+    static InstallationTerms termsFor(const ModelCatalogue &catalogue, const ModelEntry &entry, const QString &locale);
 };
 
 } // namespace talmo

@@ -38,6 +38,14 @@ public:
         std::optional<double> share;
     };
 
+    /// Better recognition that one press installs.
+    struct Offer {
+        /// "Kroko (English), 67 MB. Licences: Apache-2.0, CC-BY-SA-4.0."
+        QString detail;
+        /// "67 MB"; empty if unknown.
+        QString size;
+    };
+
     using Observable::Observable;
 
     /// The available choices; the first one is automatic.
@@ -54,6 +62,12 @@ public:
     virtual std::optional<Installation> installation() const = 0;
     /// Why the last installation or removal failed, as a sentence; empty if it succeeded.
     virtual QString problem() const = 0;
+
+    /// Nullopt unless the built-in recogniser is the only one for the user's language, and while something is being
+    /// installed.
+    virtual std::optional<Offer> offer() const = 0;
+    /// Installs what is offered, and uses it from the next recording on.
+    virtual void acceptOffer() = 0;
 
     virtual void install(const QString &modelId) = 0;
     virtual void cancelInstallation() = 0;

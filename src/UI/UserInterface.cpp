@@ -40,6 +40,10 @@ void UserInterface::perform(MenuAction action)
     case MenuAction::GrantPermissions:
         logEscapes(m_context.coordinator->requestPermissions());
         return;
+    case MenuAction::GetBetterRecognition:
+        m_context.recogniser->acceptOffer();
+        openSettings(); // The progress is there.
+        return;
     case MenuAction::CopyLastDictation:
         m_context.recovery->copyLastText();
         return;

@@ -5,7 +5,7 @@ namespace talmo::ctl {
 QList<Command> allCommands()
 {
     QList<Command> commands{formatCommand(), cleanCommand(),   instructionsCommand(), transcribeCommand(),
-                            insertCommand(), enginesCommand(), checkModelCommand()};
+                            insertCommand(), enginesCommand(), checkModelCommand(),   setupCommand()};
     return commands + recoveryCommands() + pauseCommands() + modelCommands();
 }
 

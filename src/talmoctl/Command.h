@@ -50,6 +50,7 @@ Command transcribeCommand();
 Command insertCommand();
 Command enginesCommand();
 Command checkModelCommand();
+Command setupCommand();
 QList<Command> modelCommands();
 QList<Command> recoveryCommands();
 QList<Command> pauseCommands();

@@ -1,9 +1,13 @@
 #include "Platform/Linux/System/LinuxSettings.h"
 #include "Platform/Linux/System/ProcessMemory.h"
+#include "Platform/Linux/System/SystemLocaleSource.h"
+#include "Platform/Linux/System/TimerFdClock.h"
 #include "Recognition/EngineFactories.h"
 #include "Recognition/EngineRegistry.h"
 #include "Recognition/ModelCheck.h"
 #include "Recognition/Models/ModelStore.h"
+#include "Recognition/Recognisers.h"
+#include "Recognition/Recommendation.h"
 #include "talmoctl/Command.h"
 #include "talmoctl/Terminal.h"
 #include "talmoctl/UserSettings.h"
@@ -48,6 +52,22 @@ void describeModels(const EngineFactories &factories, const QString &neuralLibra
     }
 }
 
+/// A problem with the library has been told already.
+void describeBetter(const EngineFactories &factories, const LinuxSettings &settings)
+{
+    const ModelCatalogue catalogue = Recognisers::catalogue(factories);
+    const auto installer =
+        Recognisers::installer(std::make_shared<TimerFdClock>(), factories, catalogue, settings.neuralLibrary);
+    const QString locale = SystemLocaleSource(settings.dictationLanguage).currentIdentifier();
+    try {
+        const QString better = betterRecognition(catalogue, installer, locale);
+        writeLine(QStringLiteral("better: ") +
+                  (better.isEmpty() ? QStringLiteral("nothing for this computer") : better));
+    } catch (const Error &error) {
+        writeLine(QStringLiteral("better: ") + error.localizedDescription());
+    }
+}
+
 QCoro::Task<int> runEngines(Invocation /*invocation*/)
 {
     const UserSettings settings;
@@ -63,6 +83,7 @@ QCoro::Task<int> runEngines(Invocation /*invocation*/)
         writeLine(QStringLiteral("neural: ") + error.localizedDescription());
     }
     writeLine(QStringLiteral("chosen: ") + linuxSettings.speechEngine);
+    describeBetter(factories, linuxSettings);
     co_return EXIT_SUCCESS;
 }
 

@@ -2,23 +2,24 @@
 #include "Control/ControlSocket.h"
 #include "Platform/Linux/System/LinuxSettings.h"
 #include "Platform/Linux/System/TimerFdClock.h"
+#include "Recognition/ModelCheck.h"
 #include "Recognition/Recognisers.h"
 #include "talmoctl/Command.h"
+#include "talmoctl/ProgressBar.h"
 #include "talmoctl/Terminal.h"
 #include "talmoctl/UserSettings.h"
 
 #include <QCoro/QCoroFuture>
 
-#include <unistd.h>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <vector>
 
 namespace talmo::ctl {
 
 namespace {
-
-ModelCatalogue catalogue()
-{
-    return ModelCatalogue::withUsersFile(ModelCatalogue::usersPath());
-}
 
 QString sizeOf(const ModelEntry &entry)
 {
@@ -30,9 +31,52 @@ QString sizeOf(const ModelEntry &entry)
                                 : QStringLiteral("size unknown");
 }
 
-void describe(const ModelEntry &entry, const QString &state)
+/// What "model list" knows of a model.
+struct ListedModel {
+    ModelEntry entry;
+    bool isInCatalogue = true;
+    /// "-", "installed", "chosen", "too slow" or "unsupported".
+    QString state;
+};
+
+std::vector<ListedModel> listedModels()
 {
-    writeLine(QStringLiteral("%1  %2  %3").arg(entry.id, -20).arg(state, -11).arg(entry.title));
+    const UserSettings settings;
+    const LinuxSettings linuxSettings = LinuxSettings::read(*settings.defaults);
+    const EngineFactories factories = EngineFactories::standard({linuxSettings.neuralLibrary, {}});
+    const ModelStore store(ModelStore::standardFolder());
+    const auto stateOf = [&](const ModelEntry &entry, bool isInCatalogue) {
+        if (store.isInstalled(entry.id)) {
+            return entry.id == linuxSettings.speechEngine ? QStringLiteral("chosen") : QStringLiteral("installed");
+        }
+        if (isInCatalogue && !factories.support(entry)) {
+            return QStringLiteral("unsupported");
+        }
+        return store.isKnownSlow(entry.id) ? QStringLiteral("too slow") : QStringLiteral("-");
+    };
+    const ModelCatalogue known = Recognisers::catalogue(factories);
+    std::vector<ListedModel> models;
+    for (const auto &entry : known.entries()) {
+        models.push_back({entry, true, stateOf(entry, true)});
+    }
+    for (const auto &name : store.installed()) {
+        if (known.find(name) == nullptr) {
+            ModelEntry entry;
+            entry.id = name;
+            models.push_back({entry, false, stateOf(entry, false)});
+        }
+    }
+    return models;
+}
+
+void describe(const ListedModel &model)
+{
+    const ModelEntry &entry = model.entry;
+    if (!model.isInCatalogue) {
+        writeLine(QStringLiteral("%1  %2  (not in the catalogue)").arg(entry.id, -20).arg(model.state, -11));
+        return;
+    }
+    writeLine(QStringLiteral("%1  %2  %3").arg(entry.id, -20).arg(model.state, -11).arg(entry.title));
     writeLine(QStringLiteral("    %1; %2; %3; licence %4")
                   .arg(entry.engine, entry.languages.join(QStringLiteral(", ")), sizeOf(entry), entry.licence));
     if (!entry.gives.isEmpty()) {
@@ -40,101 +84,86 @@ void describe(const ModelEntry &entry, const QString &state)
     }
 }
 
-QCoro::Task<int> runList(Invocation /*invocation*/)
+QJsonObject toJson(const ListedModel &model)
 {
-    const UserSettings settings;
-    const ModelStore store(ModelStore::standardFolder());
-    const QString choice = LinuxSettings::read(*settings.defaults).speechEngine;
-    const auto stateOf = [&store, &choice](const QString &name) {
-        if (!store.isInstalled(name)) {
-            return QStringLiteral("-");
-        }
-        return name == choice ? QStringLiteral("chosen") : QStringLiteral("installed");
-    };
-    const ModelCatalogue known = catalogue();
-    for (const auto &entry : known.entries()) {
-        describe(entry, stateOf(entry.id));
+    const ModelEntry &entry = model.entry;
+    QJsonObject object{{QStringLiteral("id"), entry.id}, {QStringLiteral("state"), model.state}};
+    if (!model.isInCatalogue) {
+        return object;
     }
-    for (const auto &name : store.installed()) {
-        if (known.find(name) == nullptr) {
-            writeLine(QStringLiteral("%1  %2  (not in the catalogue)").arg(name, -20).arg(stateOf(name), -11));
+    object[QStringLiteral("title")] = entry.title;
+    object[QStringLiteral("engine")] = entry.engine;
+    object[QStringLiteral("kind")] = entry.kind;
+    object[QStringLiteral("languages")] = QJsonArray::fromStringList(entry.languages);
+    object[QStringLiteral("address")] = entry.address.toString();
+    object[QStringLiteral("size")] = entry.size ? QJsonValue(*entry.size) : QJsonValue();
+    object[QStringLiteral("sha256")] = QString::fromLatin1(entry.sha256);
+    object[QStringLiteral("licence")] = entry.licence;
+    object[QStringLiteral("licenceAddress")] = entry.licenceAddress.toString();
+    object[QStringLiteral("punctuation")] = entry.hasPunctuation;
+    object[QStringLiteral("minLibrary")] = entry.minLibrary;
+    object[QStringLiteral("cores")] = entry.cores;
+    return object;
+}
+
+QCoro::Task<int> runList(Invocation invocation)
+{
+    const auto models = listedModels();
+    if (invocation.has("json")) {
+        QJsonArray list;
+        for (const auto &model : models) {
+            list.append(toJson(model));
         }
+        writeOutput(QString::fromUtf8(QJsonDocument(list).toJson()));
+        co_return EXIT_SUCCESS;
+    }
+    for (const auto &model : models) {
+        describe(model);
     }
     co_return EXIT_SUCCESS;
 }
 
-/// On stderr: a progress bar on a terminal, else one line per step.
-class ProgressBar {
-public:
-    void show(const ModelProgress &progress)
-    {
-        if (::isatty(STDERR_FILENO) == 0) {
-            if (!m_last || m_last->phase != progress.phase) {
-                complain(progress.description());
-            }
-            m_last = progress;
-            return;
-        }
-        m_last = progress;
-        constexpr int width = 30;
-        const int filled = static_cast<int>(progress.share().value_or(0) * width);
-        const QString bar = QStringLiteral("#").repeated(filled) + QStringLiteral(".").repeated(width - filled);
-        writeRaw(QStringLiteral("\r[%1] %2\x1b[K").arg(bar, progress.description()));
-        m_isOpen = true;
-    }
-    ~ProgressBar()
-    {
-        if (m_isOpen) {
-            writeRaw(QStringLiteral("\n"));
-        }
-    }
-    ProgressBar() = default;
-    ProgressBar(const ProgressBar &) = delete;
-    ProgressBar &operator=(const ProgressBar &) = delete;
-
-private:
-    static void writeRaw(const QString &text)
-    {
-        const QByteArray bytes = text.toUtf8();
-        std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr);
-    }
-
-    std::optional<ModelProgress> m_last;
-    bool m_isOpen = false;
-};
-
 /// Printed before the download starts, so that the user can still cancel it.
-void tellBefore(const ModelEntry &entry, const EngineFactories &factories)
+void tellBefore(const std::vector<ModelEntry> &parts)
 {
-    writeLine(QStringLiteral("%1: %2, from %3").arg(entry.id, entry.title, entry.address.toString()));
-    writeLine(QStringLiteral("Licence: %1 %2").arg(entry.licence, entry.licenceAddress.toString()));
-    if (entry.sha256.isEmpty()) {
-        writeLine(QStringLiteral("No checksum on record; integrity not verified."));
-    }
-    if (!factories.forEntry(entry).isLibraryInstalled()) {
-        writeLine(QStringLiteral("The engine's library is not installed; “scripts/neural-library --user” installs it. "
-                                 "Until then the model is neither tested nor used."));
+    for (const auto &part : parts) {
+        writeLine(
+            QStringLiteral("%1: %2, %3, from %4").arg(part.id, part.title, sizeOf(part), part.address.toString()));
+        writeLine(QStringLiteral("Licence: %1 %2").arg(part.licence, part.licenceAddress.toString()));
+        if (part.sha256.isEmpty()) {
+            writeLine(QStringLiteral("No checksum on record; integrity not verified."));
+        }
     }
 }
 
 QCoro::Task<int> runInstall(Invocation invocation)
 {
     const QString id = invocation.arguments->positionalArguments().first();
-    const ModelCatalogue known = catalogue();
+    const UserSettings settings;
+    const QString library = LinuxSettings::read(*settings.defaults).neuralLibrary;
+    const EngineFactories factories = EngineFactories::standard({library, {}});
+    const ModelCatalogue known = Recognisers::catalogue(factories);
     const ModelEntry *found = known.find(id);
     if (found == nullptr) {
         throw Error(QStringLiteral("unknown model “%1”; run “talmoctl model list” to see the names").arg(id));
     }
     const ModelEntry entry = *found;
-    const UserSettings settings;
-    const QString library = LinuxSettings::read(*settings.defaults).neuralLibrary;
-    const EngineFactories factories = EngineFactories::standard({library, {}});
-    tellBefore(entry, factories);
+    if (!factories.support(entry)) {
+        throw Error(QStringLiteral("this Talmo has no engine for models of the kind “%1”").arg(entry.kind));
+    }
+    const auto clock = std::make_shared<TimerFdClock>();
+    const RecogniserInstaller installer = Recognisers::installer(clock, factories, known, library);
+    tellBefore(installer.partsOf(entry));
+    InstallationTerms terms;
+    terms.acceptsRenewed = invocation.has("accept-renewed");
     {
         const auto bar = std::make_shared<ProgressBar>();
-        const ModelInstaller installer = Recognisers::installer(std::make_shared<TimerFdClock>(), factories, library);
         const ModelInstaller::OnProgress show = [bar](const ModelProgress &progress) { bar->show(progress); };
-        co_await installer.install(entry, show, {});
+        co_await installer.install(entry, show, {}, terms);
+    }
+    const auto report = ModelReport::noted(installer.store().path(id));
+    if (report && report->shareOfSpeech > largestShareOfSpeech) {
+        complain(ModelTooSlow(report->shareOfSpeech).localizedDescription());
     }
     writeLine(QStringLiteral("Installed %1.").arg(id));
     co_return EXIT_SUCCESS;
@@ -181,12 +210,12 @@ QList<Command> modelCommands()
     return {{QStringLiteral("model list"),
              QStringLiteral("List installed and available speech models."),
              QString(),
-             {},
+             {flag("json", "Print the list as JSON.")},
              &runList},
             {QStringLiteral("model install"),
-             QStringLiteral("Download and install a speech model."),
+             QStringLiteral("Download and install a speech model, with the library it needs."),
              name,
-             {},
+             {flag("accept-renewed", "Accept another file than the one that Talmo knows.")},
              &runInstall},
             {QStringLiteral("model remove"), QStringLiteral("Remove an installed speech model."), name, {}, &runRemove},
             {QStringLiteral("model use"),

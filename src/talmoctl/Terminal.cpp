@@ -27,6 +27,12 @@ QString readInput()
     return text;
 }
 
+QString readInputLine()
+{
+    QFile input;
+    return input.open(stdin, QFile::ReadOnly) ? QString::fromUtf8(input.readLine()) : QString();
+}
+
 void writeOutput(const QString &text)
 {
     const QByteArray bytes = text.toUtf8();

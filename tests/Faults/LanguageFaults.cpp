@@ -58,17 +58,18 @@ TEST_F(ModelServerFault, thatSendsTooMuch)
 FAULT(Language, languageUnsupported, "The desktop's language has no recogniser",
       "“The current language isn't supported for on-device transcription.”")
 {
-    environment.insert(u"LC_ALL"_s, u"fi_FI.UTF-8"_s);
-    environment.insert(u"LANG"_s, u"fi_FI.UTF-8"_s);
+    environment.insert(u"LC_ALL"_s, u"eo.UTF-8"_s); // Esperanto, which no model knows.
+    environment.insert(u"LANG"_s, u"eo.UTF-8"_s);
     startTalmo();
     keyboard.press(key);
     EXPECT_TRUE(talmoSays(u"error: The current language isn't supported for on-device transcription."_s));
     keyboard.release(key);
 }
 
-FAULT(Language, neuralLibraryMissing, "The language's recogniser needs a library that is missing",
+FAULT(Language, neuralLibraryMissing, "The library that the settings name for the language's recogniser is missing",
       "An error that names it")
 {
+    desktop.storeSettings({{u"linux.neuralLibrary"_s, u"/nonexistent/library.so"_s}});
     environment.insert(u"LC_ALL"_s, u"fr_FR.UTF-8"_s);
     environment.insert(u"LANG"_s, u"fr_FR.UTF-8"_s);
     startTalmo();

@@ -1,5 +1,6 @@
 #include "Recognition/EngineRegistry.h"
 
+#include "Base/Error.h"
 #include "Platform/Linux/System/ProcessMemory.h"
 #include "Recognition/PocketSphinx/PocketSphinxEngine.h"
 #include "Support/MadeUpEngine.h"
@@ -90,6 +91,37 @@ TEST_F(EngineRegistryTest, embeddedEngineComesFirstIfChosen)
     addModel(u"en-small"_s);
     registry().choose(EngineRegistry::embeddedChoice);
     EXPECT_THAT(order(), ElementsAre(u"embedded"_s, u"en-small"_s));
+}
+
+TEST_F(EngineRegistryTest, modelThatCannotKeepUpComesAfterEmbeddedEngineUnlessChosen)
+{
+    addModel(u"en-large"_s);
+    addModel(u"en-small"_s);
+    QFile report(models.filePath(u"en-large/.talmo-report"_s));
+    ASSERT_TRUE(report.open(QFile::WriteOnly));
+    report.write(R"({"secondsToLoad": 1, "megabytes": 100, "shareOfSpeech": 0.6})");
+    report.close();
+    EXPECT_THAT(order(), ElementsAre(u"en-small"_s, u"embedded"_s, u"en-large"_s));
+    registry().choose(u"en-large"_s);
+    EXPECT_THAT(order(), ElementsAre(u"en-large"_s, u"en-small"_s, u"embedded"_s));
+}
+
+TEST_F(EngineRegistryTest, libraryThatIsInstalledLaterMakesModelUsable)
+{
+    const QTemporaryDir libraries;
+    auto &factory = configuration.models.factories.installable.front();
+    factory.libraryFolder = libraries.path();
+    factory.make = [folder = libraries.path(), make = factory.make](const QString &name, const QString &modelFolder) {
+        if (!QDir(folder + u"/library"_s).exists()) {
+            throw Error(u"there is no library"_s);
+        }
+        return make(name, modelFolder);
+    };
+    addModel(u"en-small"_s);
+    EXPECT_THAT(order(), ElementsAre(u"embedded"_s));
+    ASSERT_TRUE(QDir(libraries.path()).mkdir(u"library"_s));
+    EXPECT_TRUE(waitFor([this] { return registry().engines().size() == 2; }));
+    EXPECT_THAT(order(), ElementsAre(u"en-small"_s, u"embedded"_s));
 }
 
 TEST_F(EngineRegistryTest, warmUpLoadsOnlyEngineOfThatLanguage)

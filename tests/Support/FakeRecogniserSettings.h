@@ -26,6 +26,7 @@ public:
     QString wrongLibrary;
     QString wrongInstallation;
     std::optional<Installation> underWay;
+    std::optional<Offer> offered;
     std::vector<std::string> calls;
 
     void change() { Q_EMIT objectWillChange(); }
@@ -42,6 +43,8 @@ public:
     QString obstacle() const override { return wrongLibrary; }
     std::optional<Installation> installation() const override { return underWay; }
     QString problem() const override { return wrongInstallation; }
+    std::optional<Offer> offer() const override { return underWay ? std::nullopt : offered; }
+    void acceptOffer() override { calls.emplace_back("accept offer"); }
     void install(const QString &modelId) override { calls.push_back("install " + modelId.toStdString()); }
     void cancelInstallation() override { calls.emplace_back("cancel"); }
     void remove(const QString &modelId) override { calls.push_back("remove " + modelId.toStdString()); }

@@ -150,15 +150,34 @@ void addRecogniser(Gallery &gallery, FakeRecogniserSettings &recogniser, Setting
         gallery.addWindow(settings, u"settings-recogniser-"_s + name, settingsSize + QSize(0, 320));
     };
     show(u"rest"_s);
-    recogniser.underWay = {u"zipformer-en"_s, u"Downloading: 12 of 48 MB"_s, 0.25};
+    recogniser.offered = {u"Kroko (English), 67 MB. Licences: Apache-2.0, CC-BY-SA-4.0."_s, u"67 MB"_s};
+    show(u"offer"_s);
+    recogniser.underWay = {u"zipformer-en"_s, u"Downloading: 12 of 67 MB, 3.0 MB/s, 18 s left"_s, 0.18};
     show(u"installing"_s);
     recogniser.underWay = std::nullopt;
     recogniser.wrongInstallation = u"Not enough disk space: 310 MB needed, 12 MB free."_s;
     show(u"failed"_s);
     recogniser.wrongInstallation.clear();
-    recogniser.wrongLibrary = u"These models need the library of sherpa-onnx, which is not installed. The command "
-                              "scripts/neural-library --user in Talmo's source folder installs it."_s;
+    recogniser.offered = std::nullopt;
+    recogniser.wrongLibrary =
+        u"These models need the library of sherpa-onnx, which is not where the settings say, or does not exist for "
+        "this computer. Remove linux.neuralLibrary from Talmo's settings file to have it downloaded."_s;
     show(u"without-library"_s);
+}
+
+/// The panel while better recognition is offered, and while it is being installed.
+void addOffer(Gallery &gallery)
+{
+    ViewWorld world;
+    const auto recogniser = std::make_shared<FakeRecogniserSettings>();
+    world.recogniser = recogniser;
+    recogniser->offered = {u"Kroko (English), 67 MB. Licences: Apache-2.0, CC-BY-SA-4.0."_s, u"67 MB"_s};
+    MenuBarView menu(world.context(), [](MenuAction) {});
+    gallery.addCard(menu, u"menu-offer"_s);
+    recogniser->underWay = {u"kroko-en"_s, u"Downloading: 12 of 67 MB, 3.0 MB/s, 18 s left"_s, 0.18};
+    recogniser->change();
+    settle();
+    gallery.addCard(menu, u"menu-installing"_s);
 }
 
 /// The first page with a working server, with editing disabled, and with a refused server.
@@ -241,6 +260,7 @@ void takePictures(const QDir &folder, const Look &look)
         gallery.addWindow(settings, u"settings-"_s + tabs->tabText(index).toLower());
     }
     addRecogniser(gallery, *recogniser, settings);
+    addOffer(gallery);
     addServers(gallery);
 }
 

@@ -1,6 +1,7 @@
 #include "Recognition/Models/ModelDownload.h"
 
 #include "Base/Error.h"
+#include "Base/Log.h"
 #include "Base/Task.h"
 #include "Recognition/Models/ModelTransfer.h"
 
@@ -84,6 +85,19 @@ bool canBeTriedAgain(const std::exception_ptr &error, const QString &path)
     }
 }
 
+/// The network's own messages say nothing about what to do.
+[[noreturn]] void giveUpOver(const std::exception_ptr &error)
+{
+    try {
+        std::rethrow_exception(error);
+    } catch (const ServerUnreachable &unreachable) {
+        generalLog().error("a download failed: %@", {unreachable.localizedDescription()});
+        throw Error(QStringLiteral(QT_TRANSLATE_NOOP(
+            "Talmo", "The server cannot be reached. Check the network connection, then try again; the download goes on "
+                     "where it stopped.")));
+    }
+}
+
 } // namespace
 
 ModelDownload::ModelDownload(std::shared_ptr<Clock> clock)
@@ -114,7 +128,7 @@ QCoro::Task<void> ModelDownload::fetch(DownloadRequest request, Progress progres
             if (QFile(request.path).size() == 0) {
                 discard(request.path);
             }
-            std::rethrow_exception(outcome.error);
+            giveUpOver(outcome.error);
         }
         co_await clock->sleep(pause, stop);
         pause *= 2;

@@ -1,6 +1,7 @@
 #include "Recognition/Models/ModelStore.h"
 
 #include "Base/Error.h"
+#include "Base/Log.h"
 #include "Files/FileLock.h"
 #include "Files/PrivateFile.h"
 
@@ -83,6 +84,11 @@ QString ModelStore::standardFolder()
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/talmo/models");
 }
 
+QString ModelStore::componentsFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/talmo/engines");
+}
+
 QStringList ModelStore::installed() const
 {
     // An empty path would mean the current working directory.
@@ -99,9 +105,32 @@ bool ModelStore::isInstalled(const QString &name) const
     return installed().contains(name);
 }
 
+namespace {
+
+QString slowPath(const ModelStore &store, const QString &name)
+{
+    return store.path(QStringLiteral(".%1.slow").arg(name));
+}
+
+} // namespace
+
+bool ModelStore::isKnownSlow(const QString &name) const
+{
+    return QFile::exists(slowPath(*this, name));
+}
+
+void ModelStore::noteSlow(const QString &name) const
+{
+    try {
+        PrivateFile::write(slowPath(*this, name), {});
+    } catch (const Error &error) { // It is tried again another time.
+        generalLog().info("a slow model could not be noted: %@", {error.localizedDescription()});
+    }
+}
+
 void ModelStore::makeFolder() const
 {
-    if (m_folder == standardFolder()) {
+    if (m_folder == standardFolder() || m_folder == componentsFolder()) {
         PrivateFile::makeFolder(QFileInfo(m_folder).path()); // The parent folder is Talmo's as well.
     }
     PrivateFile::makeFolder(m_folder);
@@ -164,17 +193,19 @@ void describeModel(const QString &folder, const ModelEntry &entry)
                             {QStringLiteral("languages"), QJsonArray::fromStringList(entry.languages)},
                             {QStringLiteral("kind"), entry.kind},
                             {QStringLiteral("hotWords"), entry.hotWords},
+                            {QStringLiteral("minLibrary"), entry.minLibrary},
                             {QStringLiteral("title"), entry.title},
                             {QStringLiteral("licence"), entry.licence},
                             {QStringLiteral("source"), entry.address.toString()}};
     PrivateFile::write(folder + QStringLiteral("/talmo-model.json"), QJsonDocument(notes).toJson());
 }
 
-QString engineOfModel(const QString &folder)
+ModelNotes ModelNotes::of(const QString &folder)
 {
     QFile file(folder + QStringLiteral("/talmo-model.json"));
-    const auto notes = file.open(QFile::ReadOnly) ? QJsonDocument::fromJson(file.readAll()) : QJsonDocument();
-    return notes.object().value(QStringLiteral("engine")).toString();
+    const auto notes = file.open(QFile::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
+    const auto text = [&notes](const char *key) { return notes.value(QLatin1String(key)).toString(); };
+    return {text("engine"), text("kind"), text("minLibrary")};
 }
 
 QString innermostFolder(const QString &unpacked)

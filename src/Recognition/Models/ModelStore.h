@@ -16,6 +16,8 @@ class ModelStore {
 public:
     explicit ModelStore(QString folder);
     static QString standardFolder();
+    /// For what the engines need besides models, such as their libraries.
+    static QString componentsFolder();
 
     QString folder() const { return m_folder; }
     /// Creates the folder, or makes an existing one private. Throws Error.
@@ -24,6 +26,11 @@ public:
     QStringList installed() const;
     QString path(const QString &name) const;
     bool isInstalled(const QString &name) const;
+
+    /// Whether a model turned out to be too slow for this machine; it is not installed then.
+    bool isKnownSlow(const QString &name) const;
+    /// Failures are logged.
+    void noteSlow(const QString &name) const;
 
     /// Ensures that only one process at a time installs or removes. Held until it is destroyed.
     class Lock;
@@ -50,8 +57,15 @@ private:
 /// Error.
 void describeModel(const QString &folder, const ModelEntry &entry);
 
-/// The engine recorded in a model's folder; empty if none is.
-QString engineOfModel(const QString &folder);
+/// What describeModel() wrote to a model's folder; empty where nothing is recorded.
+struct ModelNotes {
+    QString engine;
+    QString kind;
+    /// As in ModelEntry.
+    QString minLibrary;
+
+    static ModelNotes of(const QString &folder);
+};
 
 /// The folder that holds the model among the unpacked files: archives often have a single top-level folder.
 QString innermostFolder(const QString &unpacked);

@@ -200,9 +200,9 @@ void ModelTransfer::takeContinuation()
 void ModelTransfer::checkTotal() const
 {
     if (m_total && m_request.size && *m_total != *m_request.size) {
-        throw Error(QStringLiteral("The file on the server has the wrong size: expected %2 bytes, got %1.")
-                        .arg(*m_total)
-                        .arg(*m_request.size));
+        throw RenewedFile(QStringLiteral("The file on the server has the wrong size: expected %2 bytes, got %1.")
+                              .arg(*m_total)
+                              .arg(*m_request.size));
     }
 }
 
@@ -211,7 +211,9 @@ void ModelTransfer::checkSpace() const
     const qint64 needed = m_total.value_or(m_request.size.value_or(0)) - m_file.size();
     const qint64 free = QStorageInfo(QFileInfo(m_request.path).absolutePath()).bytesAvailable();
     if (free >= 0 && needed > free) {
-        throw Error(QStringLiteral("Not enough disk space: %1 needed, %2 free.").arg(readable(needed), readable(free)));
+        throw Error(QStringLiteral(QT_TRANSLATE_NOOP(
+                        "Talmo", "There is not enough space on the disk. Free some, then try again: ")) +
+                    QStringLiteral("%1 needed, %2 free").arg(readable(needed), readable(free)));
     }
 }
 
@@ -242,7 +244,9 @@ void ModelTransfer::read()
         throw PartIsUseless(QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The server sent more data than announced.")));
     }
     if (m_file.write(bytes) != bytes.size()) {
-        throw Error(QStringLiteral("The download cannot be saved: %1").arg(m_file.errorString()));
+        throw Error(QStringLiteral(QT_TRANSLATE_NOOP(
+                        "Talmo", "The download cannot be saved. Free some space on the disk, then try again: ")) +
+                    m_file.errorString());
     }
     m_activity += bytes.size();
     m_progress(m_file.size(), limit);
@@ -259,7 +263,7 @@ void ModelTransfer::end()
         throw Error(QStringLiteral("The server cannot be trusted: %1").arg(m_reply->errorString()));
     }
     if (problem != QNetworkReply::NoError && !m_isWhole) {
-        throw TransferBroken(m_reply->errorString());
+        throw ServerUnreachable(m_reply->errorString());
     }
     read();
     if (m_total && m_file.size() < *m_total) {
@@ -267,9 +271,9 @@ void ModelTransfer::end()
             QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The connection closed before the download was complete.")));
     }
     if (m_request.size && m_file.size() != *m_request.size) {
-        throw Error(QStringLiteral("The file on the server has the wrong size: expected %2 bytes, got %1.")
-                        .arg(m_file.size())
-                        .arg(*m_request.size));
+        throw RenewedFile(QStringLiteral("The file on the server has the wrong size: expected %2 bytes, got %1.")
+                              .arg(m_file.size())
+                              .arg(*m_request.size));
     }
     m_completion->finish();
 }

@@ -20,8 +20,20 @@ public:
     using Error::Error;
 };
 
+/// The network failed, not the server. The description is for the log.
+class ServerUnreachable : public TransferBroken {
+public:
+    using TransferBroken::TransferBroken;
+};
+
 /// The partial file does not match the server's: retry from the beginning.
 class PartIsUseless : public Error {
+public:
+    using Error::Error;
+};
+
+/// The server has another file under this name than the one on record. The description is for the log.
+class RenewedFile : public Error {
 public:
     using Error::Error;
 };

@@ -12,12 +12,15 @@
 
 namespace talmo {
 
-SpeechModels::SpeechModels(ModelInstaller installer, ModelCatalogue catalogue)
-    : m_installer(std::make_shared<ModelInstaller>(std::move(installer))),
+SpeechModels::SpeechModels(RecogniserInstaller installer, ModelCatalogue catalogue,
+                           std::function<bool(const ModelEntry &)> isOffered)
+    : m_installer(std::make_shared<RecogniserInstaller>(std::move(installer))),
       m_store(m_installer->store()),
       m_catalogue(std::move(catalogue)),
+      m_isOffered(std::move(isOffered)),
       m_mainExecutor(SerialExecutor::onCurrentThread())
 {
+    m_catalogue.setOffered(m_isOffered);
 }
 
 SpeechModels::~SpeechModels()
@@ -25,7 +28,7 @@ SpeechModels::~SpeechModels()
     m_stop.request_stop();
 }
 
-QFuture<void> SpeechModels::install(const ModelEntry &entry)
+QFuture<void> SpeechModels::install(const ModelEntry &entry, const InstallationTerms &terms)
 {
     if (m_installation) {
         if (m_installation->entry.id == entry.id) {
@@ -49,8 +52,8 @@ QFuture<void> SpeechModels::install(const ModelEntry &entry)
     if (!m_executor) {
         m_executor = SerialExecutor::onNewThread(QStringLiteral("talmo-install"));
     }
-    return run(m_executor->run<void>([installer = m_installer, entry, onProgress, stop = m_stop.get_token()] {
-        return installer->install(entry, onProgress, stop);
+    return run(m_executor->run<void>([installer = m_installer, entry, onProgress, stop = m_stop.get_token(), terms] {
+        return installer->install(entry, onProgress, stop, terms);
     }));
 }
 
@@ -94,6 +97,7 @@ QCoro::Task<void> SpeechModels::follow(QPointer<SpeechModels> self, QFuture<void
     }
     if (self) {
         self->m_problem = problem;
+        self->m_catalogue.setOffered(self->m_isOffered);
         self->setInstallation(std::nullopt);
     }
     if (error) {

@@ -3,15 +3,17 @@
 #include "Base/Clock.h"
 #include "Base/Observable.h"
 #include "Base/SerialExecutor.h"
-#include "Recognition/Models/ModelInstaller.h"
+#include "Recognition/Models/RecogniserInstaller.h"
 
 #include <QFuture>
 #include <QPointer>
 #include <QString>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <stop_token>
+#include <vector>
 
 namespace talmo {
 
@@ -25,7 +27,9 @@ public:
         ModelProgress progress;
     };
 
-    SpeechModels(ModelInstaller installer, ModelCatalogue catalogue);
+    /// `isOffered`: see ModelCatalogue::setOffered(); asked again after every installation.
+    SpeechModels(RecogniserInstaller installer, ModelCatalogue catalogue,
+                 std::function<bool(const ModelEntry &)> isOffered);
     /// Cancels the current installation.
     ~SpeechModels() override;
 
@@ -35,9 +39,13 @@ public:
     /// The last error; empty after a success.
     QString problem() const { return m_problem; }
 
-    /// Finishes when the model is installed; a call for the model already being installed joins that installation.
-    /// Fails with Error or Cancelled.
-    QFuture<void> install(const ModelEntry &entry);
+    /// What installing the model would download; see RecogniserInstaller::partsOf().
+    std::vector<ModelEntry> partsOf(const ModelEntry &entry) const { return m_installer->partsOf(entry, true); }
+    const RecogniserInstaller &installer() const { return *m_installer; }
+
+    /// Finishes when the model and what it needs are installed; a call for the model already being installed joins that
+    /// installation. Fails with Error, ModelTooSlow or Cancelled.
+    QFuture<void> install(const ModelEntry &entry, const InstallationTerms &terms = {});
     void cancel();
     QFuture<void> remove(const QString &name);
 
@@ -47,9 +55,10 @@ private:
     QFuture<void> run(QFuture<void> work);
     void setInstallation(std::optional<Installation> installation);
 
-    std::shared_ptr<ModelInstaller> m_installer;
+    std::shared_ptr<RecogniserInstaller> m_installer;
     ModelStore m_store;
     ModelCatalogue m_catalogue;
+    std::function<bool(const ModelEntry &)> m_isOffered;
     std::shared_ptr<SerialExecutor> m_mainExecutor;
     std::shared_ptr<SerialExecutor> m_executor;
     std::optional<Installation> m_installation;

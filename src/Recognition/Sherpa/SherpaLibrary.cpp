@@ -3,6 +3,7 @@
 #include "Base/Error.h"
 #include "Recognition/Sherpa/HotWordVocabulary.h"
 
+#include <QDir>
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -12,6 +13,7 @@
 
 #include <algorithm>
 #include <dlfcn.h>
+#include <optional>
 #include <utility>
 
 namespace talmo {
@@ -117,14 +119,56 @@ void resolveAll(void *handle, SherpaLibrary::Functions &functions)
     resolve(handle, "SherpaOnnxOnlineStreamReset", functions.reset);
 }
 
+/// Of a folder such as "sherpa-onnx-1.13.8".
+QVersionNumber versionOf(const QString &folder)
+{
+    return QVersionNumber::fromString(folder.section(QLatin1Char('-'), -1));
+}
+
+QVersionNumber number(const int (&parts)[3])
+{
+    return {parts[0], parts[1], parts[2]};
+}
+
+/// The structures of other versions may differ, and the library does not check them.
+void requireKnownVersion(const QString &version)
+{
+    const auto found = QVersionNumber::fromString(version);
+    const auto oldest = number(SherpaLibrary::oldestVersion);
+    const auto unknown = number(SherpaLibrary::firstUnknownVersion);
+    if (found < oldest) {
+        throw Error(QStringLiteral("The neural recogniser's library is version %1; Talmo needs %2 or later.")
+                        .arg(version, oldest.toString()));
+    }
+    if (found >= unknown) {
+        throw Error(QStringLiteral("The neural recogniser's library is version %1; Talmo needs one before %2.")
+                        .arg(version, unknown.toString()));
+    }
+}
+
 } // namespace
+
+QString SherpaLibrary::placeIn(const QString &folder)
+{
+    const QString name = QLatin1Char('/') + QString::fromLatin1(libraryName);
+    const QString direct = folder + name;
+    return QFile::exists(direct) ? direct : folder + QStringLiteral("/lib") + name;
+}
 
 QStringList SherpaLibrary::usualPlaces()
 {
     const QString name = QString::fromLatin1(libraryName);
     QStringList places;
-    for (const auto &folder : QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation)) {
-        places.append(folder + QStringLiteral("/talmo/engines/") + name);
+    for (const auto &data : QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation)) {
+        const QDir engines(data + QStringLiteral("/talmo/engines"));
+        // Downloaded libraries, the newest first.
+        QStringList versions = engines.entryList({QStringLiteral("sherpa-onnx-*")}, QDir::Dirs);
+        std::sort(versions.begin(), versions.end(),
+                  [](const QString &left, const QString &right) { return versionOf(left) > versionOf(right); });
+        for (const auto &version : versions) {
+            places.append(placeIn(engines.filePath(version)));
+        }
+        places.append(engines.filePath(name));
     }
     places.append(QStringLiteral("/usr/local/lib/") + name);
     places.append(name); // The dynamic loader's own search path.
@@ -148,23 +192,41 @@ bool SherpaLibrary::isInstalled(const QString &path)
 std::shared_ptr<SherpaLibrary> SherpaLibrary::open(const QString &path)
 {
     const QStringList places = path.isEmpty() ? usualPlaces() : QStringList{path};
+    std::optional<Error> unusable;
     for (const auto &place : places) {
-        if (place.contains(QLatin1Char('/')) && !QFile::exists(place)) {
-            continue;
+        try {
+            if (auto library = openAt(place)) {
+                return library;
+            }
+        } catch (const Error &error) {
+            unusable = unusable ? unusable : error;
         }
-        // NODELETE, because exceptions thrown by the library are destroyed by its own code, possibly after its last use
-        // here. NOW, because an unresolved symbol would otherwise end the process when it is first called.
-        void *handle = dlopen(QFile::encodeName(place).constData(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
-        if (handle != nullptr) {
-            return std::shared_ptr<SherpaLibrary>(new SherpaLibrary(handle, place));
-        }
-        if (place.contains(QLatin1Char('/'))) {
-            throw Error(QStringLiteral("The neural recogniser's library cannot be loaded: %1")
-                            .arg(QString::fromLocal8Bit(dlerror())));
-        }
+    }
+    if (unusable) {
+        throw *unusable;
     }
     throw Error(QStringLiteral("The neural recogniser's library is not installed; it was looked for in %1.")
                     .arg(places.join(QStringLiteral(", "))));
+}
+
+/// Null if there is none. Throws Error if it cannot be used.
+std::shared_ptr<SherpaLibrary> SherpaLibrary::openAt(const QString &place)
+{
+    const bool isFile = place.contains(QLatin1Char('/'));
+    if (isFile && !QFile::exists(place)) {
+        return nullptr;
+    }
+    // NODELETE, because exceptions thrown by the library are destroyed by its own code, possibly after its last use
+    // here. NOW, because an unresolved symbol would otherwise end the process when it is first called.
+    void *handle = dlopen(QFile::encodeName(place).constData(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+    if (handle != nullptr) {
+        return std::shared_ptr<SherpaLibrary>(new SherpaLibrary(handle, place));
+    }
+    if (isFile) {
+        throw Error(QStringLiteral("The neural recogniser's library cannot be loaded: %1")
+                        .arg(QString::fromLocal8Bit(dlerror())));
+    }
+    return nullptr;
 }
 
 SherpaLibrary::SherpaLibrary(void *handle, const QString &path)
@@ -174,15 +236,21 @@ SherpaLibrary::SherpaLibrary(void *handle, const QString &path)
 {
     try {
         resolve(handle, "SherpaOnnxGetVersionStr", m_functions->version);
-        const auto oldest = QVersionNumber(oldestVersion[0], oldestVersion[1], oldestVersion[2]);
-        if (QVersionNumber::fromString(version()) < oldest) {
-            throw Error(QStringLiteral("The neural recogniser's library is version %1; Talmo needs %2 or later.")
-                            .arg(version(), oldest.toString()));
-        }
+        requireKnownVersion(version());
         resolveAll(handle, *m_functions);
     } catch (...) {
         dlclose(m_handle);
         throw;
+    }
+}
+
+void SherpaLibrary::requireVersion(const QString &oldest) const
+{
+    if (!oldest.isEmpty() && QVersionNumber::fromString(version()) < QVersionNumber::fromString(oldest)) {
+        throw Error(QStringLiteral(QT_TRANSLATE_NOOP(
+                        "Talmo", "This model needs a newer library than the installed one. Install the model again, "
+                                 "and the library comes with it: ")) +
+                    QStringLiteral("%1, not %2").arg(oldest, version()));
     }
 }
 

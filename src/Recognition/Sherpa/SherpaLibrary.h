@@ -40,6 +40,8 @@ class SherpaLibrary {
 public:
     /// The oldest version with the structures declared here.
     static constexpr int oldestVersion[] = {1, 12, 13};
+    /// The first version whose structures are not known.
+    static constexpr int firstUnknownVersion[] = {2, 0, 0};
 
     class Recogniser;
     class Stream;
@@ -52,17 +54,23 @@ public:
 
     QString version() const;
     QString path() const { return m_path; }
+    /// Throws Error with advice for the user if the library is older; accepts any if `oldest` is empty.
+    void requireVersion(const QString &oldest) const;
 
     /// Whether the library's file exists, without loading it.
     static bool isInstalled(const QString &path);
 
-    /// The places that are searched.
+    /// The places that are searched, in this order. A library in one of them that cannot be used is passed over if
+    /// there is another one.
     static QStringList usualPlaces();
+    /// The library within a folder that its maker's archive was unpacked to, or where it would be.
+    static QString placeIn(const QString &folder);
 
     struct Functions;
 
 private:
     explicit SherpaLibrary(void *handle, const QString &path);
+    static std::shared_ptr<SherpaLibrary> openAt(const QString &place);
 
     void *m_handle;
     QString m_path;

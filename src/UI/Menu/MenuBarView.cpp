@@ -41,11 +41,15 @@ MenuBarView::MenuBarView(ViewContext context, std::function<void(MenuAction)> pe
     layout->setSpacing(0);
     buildHeader(*layout);
     buildWarnings(*layout);
+    buildOffer(*layout);
     buildRows(*layout);
     m_contents = MenuContents::make(m_context);
     showContents();
     if (m_context.pause) {
         m_pauseWatcher = std::make_unique<ChangeWatcher>(*m_context.pause, [this] { reread(); });
+    }
+    if (m_context.recogniser) {
+        m_recogniserWatcher.emplace(*m_context.recogniser, [this] { reread(); });
     }
     auto *settingsShortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma), this);
     connect(settingsShortcut, &QShortcut::activated, this, [this] { choose(MenuAction::OpenSettings); });
@@ -77,6 +81,21 @@ void MenuBarView::buildWarnings(QVBoxLayout &layout)
     box->addWidget(m_grant);
     box->addWidget(new Separator(separatorHeight));
     layout.addWidget(m_warnings);
+}
+
+void MenuBarView::buildOffer(QVBoxLayout &layout)
+{
+    m_offer = new QWidget;
+    auto *box = new QVBoxLayout(m_offer);
+    box->setContentsMargins(0, 0, 0, 0);
+    box->setSpacing(0);
+    m_offerRow = addRow(*box);
+    connect(m_offerRow, &QPushButton::clicked, this, [this] { choose(m_contents.offer.action); });
+    m_offerDetail = TintedLabel::caption({});
+    m_offerDetail->setContentsMargins(textInset, 0, textInset, 0);
+    box->addWidget(m_offerDetail);
+    box->addWidget(new Separator(separatorHeight, textInset));
+    layout.addWidget(m_offer);
 }
 
 MenuRow *MenuBarView::addRow(QVBoxLayout &layout)
@@ -119,6 +138,7 @@ void MenuBarView::showContents()
     m_subtitle->setText(m_contents.subtitle);
     m_subtitle->setVisible(!m_contents.subtitle.isEmpty());
     showWarnings();
+    showOffer();
     m_mainRow->setContents(m_contents.mainRow.symbol, m_contents.mainRow.title, m_contents.mainRow.hint);
     m_mainRow->setEnabled(m_contents.mainRow.action != MenuAction::None);
     m_resume->setContents(m_contents.pause.symbol, m_contents.pause.title, m_contents.pause.hint);
@@ -153,6 +173,14 @@ void MenuBarView::showWarnings()
     }
     m_grant->setText(m_contents.grant.title);
     m_warnings->setVisible(!m_contents.warnings.isEmpty());
+}
+
+void MenuBarView::showOffer()
+{
+    const auto &offer = m_contents.offer;
+    m_offerRow->setContents(offer.symbol, offer.title, offer.hint);
+    m_offerDetail->setText(m_contents.offerDetail);
+    m_offer->setVisible(offer.action != MenuAction::None);
 }
 
 void MenuBarView::focusFirstRow()

@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class QPushButton;
@@ -39,10 +40,12 @@ protected:
 private:
     void buildHeader(QVBoxLayout &layout);
     void buildWarnings(QVBoxLayout &layout);
+    void buildOffer(QVBoxLayout &layout);
     void buildRows(QVBoxLayout &layout);
     MenuRow *addRow(QVBoxLayout &layout);
     void showContents();
     void showWarnings();
+    void showOffer();
     void moveFocus(int step);
     void choose(MenuAction action);
 
@@ -55,12 +58,17 @@ private:
     QWidget *m_warnings = nullptr;
     std::vector<QWidget *> m_warningRows;
     QPushButton *m_grant = nullptr;
+    QWidget *m_offer = nullptr;
+    MenuRow *m_offerRow = nullptr;
+    TintedLabel *m_offerDetail = nullptr;
     MenuRow *m_mainRow = nullptr;
     MenuRow *m_resume = nullptr;
     MenuRow *m_settings = nullptr;
     MenuRow *m_quit = nullptr;
     ChangeWatcher m_watcher;
     std::unique_ptr<ChangeWatcher> m_pauseWatcher;
+    /// Empty if there is only one recogniser.
+    std::optional<ChangeWatcher> m_recogniserWatcher;
 };
 
 } // namespace talmo

@@ -68,6 +68,23 @@ void describePause(MenuContents &contents, const TalmoState &state, bool isPause
     }
 }
 
+/// A press shows the settings, where the installation can be followed and cancelled.
+void describeOffer(MenuContents &contents, const RecogniserSettings &recogniser)
+{
+    if (const auto installation = recogniser.installation()) {
+        contents.offer = {QStringLiteral("ellipsis.circle"),
+                          Wording::text(QT_TRANSLATE_NOOP("Talmo", "Installing a recogniser…")),
+                          {},
+                          MenuAction::OpenSettings};
+        contents.offerDetail = installation->description;
+    } else if (const auto offer = recogniser.offer()) {
+        contents.offer = {QStringLiteral("sparkles"),
+                          Wording::text(QT_TRANSLATE_NOOP("Talmo", "Get better recognition")), offer->size,
+                          MenuAction::GetBetterRecognition};
+        contents.offerDetail = offer->detail;
+    }
+}
+
 /// Fills in the title, the subtitle and the main row.
 void describeState(MenuContents &contents, const TalmoState &state, const QString &hotkeyDisplayName)
 {
@@ -126,6 +143,9 @@ MenuContents MenuContents::make(const ViewContext &context)
     auto contents = make(context.coordinator->state(), context.permissions->microphoneStatus(),
                          context.permissions->speechRecognitionStatus(), context.permissions->accessibilityGranted(),
                          context.settings->hotkeyDisplayName());
+    if (context.recogniser) {
+        describeOffer(contents, *context.recogniser);
+    }
     if (context.recovery) {
         contents.recovery = recoveryRows(*context.recovery);
     }

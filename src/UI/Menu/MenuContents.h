@@ -16,6 +16,7 @@ enum class MenuAction {
     BeginDictation,
     EndDictation,
     GrantPermissions,
+    GetBetterRecognition,
     CopyLastDictation,
     PutEarlierClipboardBack,
     Pause,
@@ -41,6 +42,10 @@ struct MenuContents {
     /// One per missing permission; if there are any, `grant` is offered.
     QStringList warnings;
     MenuEntry grant;
+    /// Better recognition, or its installation; empty if there is neither.
+    MenuEntry offer;
+    /// What would be installed, or how far it is.
+    QString offerDetail;
     MenuEntry mainRow;
     /// Commands that recover lost content; only in the plain menu.
     QList<MenuEntry> recovery;

@@ -12,6 +12,9 @@ StatusItemController::StatusItemController(ViewContext context, std::shared_ptr<
     if (m_context.pause) {
         m_pauseWatcher = std::make_unique<ChangeWatcher>(*m_context.pause, [this] { reread(); });
     }
+    if (m_context.recogniser) {
+        m_recogniserWatcher.emplace(*m_context.recogniser, [this] { reread(); });
+    }
     reread();
 }
 

@@ -5,6 +5,7 @@
 #include "UI/ViewContext.h"
 
 #include <memory>
+#include <optional>
 
 namespace talmo {
 
@@ -22,6 +23,8 @@ private:
     MenuContents m_menu;
     ChangeWatcher m_watcher;
     std::unique_ptr<ChangeWatcher> m_pauseWatcher;
+    /// Empty if there is only one recogniser.
+    std::optional<ChangeWatcher> m_recogniserWatcher;
 };
 
 } // namespace talmo

@@ -67,8 +67,10 @@ RecogniserSection::RecogniserSection(std::shared_ptr<RecogniserSettings> setting
     layout->setContentsMargins(0, 0, 0, 0);
     auto *section = new SettingsSection(Wording::text(sectionTitle));
     buildChoice(*section);
+    buildOffer(*section);
     section->addSeparator();
     buildModels(*section);
+    buildInstallation(*section);
     layout->addWidget(section);
     reread();
 }
@@ -81,6 +83,16 @@ void RecogniserSection::buildChoice(SettingsSection &section)
     section.addWidget(m_choiceProblem);
     section.addCaption(Wording::text(choiceCaption));
     connect(m_choice, &QComboBox::activated, this, [this] { m_settings->choose(m_choice->currentData().toString()); });
+}
+
+void RecogniserSection::buildOffer(SettingsSection &section)
+{
+    m_accept = new QPushButton(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Get better recognition")));
+    m_accept->setFont(Appearance::font(Appearance::titleSize));
+    m_offer = TintedLabel::caption({});
+    section.addWidget(m_accept);
+    section.addWidget(m_offer);
+    connect(m_accept, &QPushButton::clicked, this, [this] { m_settings->acceptOffer(); });
 }
 
 void RecogniserSection::buildModels(SettingsSection &section)
@@ -97,6 +109,12 @@ void RecogniserSection::buildModels(SettingsSection &section)
     m_licence->setOpenExternalLinks(true);
     m_licence->setTextInteractionFlags(Qt::TextBrowserInteraction);
     section.addWidget(m_licence);
+    connect(m_models, &QComboBox::activated, this, [this] { rereadModel(); });
+    connect(m_action, &QPushButton::clicked, this, [this] { act(); });
+}
+
+void RecogniserSection::buildInstallation(SettingsSection &section)
+{
     m_progress = new QProgressBar;
     m_progress->setTextVisible(false);
     m_progress->setFixedHeight(progressHeight);
@@ -106,8 +124,6 @@ void RecogniserSection::buildModels(SettingsSection &section)
     section.addWidget(m_progressText);
     m_modelProblem = new WarningRow;
     section.addWidget(m_modelProblem);
-    connect(m_models, &QComboBox::activated, this, [this] { rereadModel(); });
-    connect(m_action, &QPushButton::clicked, this, [this] { act(); });
 }
 
 QString RecogniserSection::selectedModel() const
@@ -136,11 +152,18 @@ void RecogniserSection::act()
 void RecogniserSection::reread()
 {
     rereadChoice();
+    rereadOffer();
     QList<RecogniserSettings::Choice> entries;
     for (const auto &model : m_settings->models()) {
         entries.append({model.id, model.title});
     }
-    fill(*m_models, entries, selectedModel());
+    const auto installation = m_settings->installation();
+    const bool begins = installation && installation->modelId != std::exchange(m_installing, installation->modelId);
+    if (!installation) {
+        m_installing.clear();
+    }
+    // Its row has the button that cancels.
+    fill(*m_models, entries, begins ? installation->modelId : selectedModel());
     rereadModel();
     rereadInstallation();
 }
@@ -149,6 +172,17 @@ void RecogniserSection::rereadChoice()
 {
     fill(*m_choice, m_settings->choices(), m_settings->choice());
     m_choiceProblem->setText(m_settings->choiceProblem());
+}
+
+void RecogniserSection::rereadOffer()
+{
+    const auto offer = m_settings->offer();
+    m_accept->setVisible(offer.has_value());
+    m_offer->setVisible(offer.has_value());
+    if (offer) {
+        m_offer->setText(offer->detail);
+        m_accept->setAccessibleDescription(offer->detail);
+    }
 }
 
 void RecogniserSection::rereadModel()

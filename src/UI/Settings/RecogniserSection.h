@@ -25,9 +25,12 @@ public:
 
 private:
     void buildChoice(SettingsSection &section);
+    void buildOffer(SettingsSection &section);
     void buildModels(SettingsSection &section);
+    void buildInstallation(SettingsSection &section);
     void reread();
     void rereadChoice();
+    void rereadOffer();
     void rereadModel();
     void rereadInstallation();
     void act();
@@ -36,6 +39,10 @@ private:
     std::shared_ptr<RecogniserSettings> m_settings;
     QComboBox *m_choice = nullptr;
     WarningRow *m_choiceProblem = nullptr;
+    /// The model whose installation is under way.
+    QString m_installing;
+    QPushButton *m_accept = nullptr;
+    TintedLabel *m_offer = nullptr;
     QComboBox *m_models = nullptr;
     QPushButton *m_action = nullptr;
     TintedLabel *m_detail = nullptr;

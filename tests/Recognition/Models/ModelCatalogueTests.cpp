@@ -5,6 +5,7 @@
 #include "Support/RecordingLog.h"
 
 #include <QFile>
+#include <QSysInfo>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
@@ -45,7 +46,39 @@ TEST(ModelCatalogue, bundledCatalogueIsValid)
         EXPECT_EQ(entry.engine, u"sherpa-onnx"_s);
         EXPECT_FALSE(entry.licence.isEmpty()) << entry.id.toStdString();
         EXPECT_FALSE(entry.gives.isEmpty()) << entry.id.toStdString();
+        EXPECT_FALSE(entry.minLibrary.isEmpty()) << entry.id.toStdString();
+        for (const auto &need : entry.needs) {
+            EXPECT_NE(catalogue.findComponent(need), nullptr) << need.toStdString();
+        }
+        // Nobody has published the size and the checksum of this one.
+        if (entry.id != u"vosk-bn"_s) {
+            EXPECT_TRUE(entry.size.has_value()) << entry.id.toStdString();
+            EXPECT_EQ(entry.sha256.size(), 64) << entry.id.toStdString();
+        }
     }
+    EXPECT_EQ(catalogue.entries().front().id, u"kroko-en"_s);
+}
+
+TEST(ModelCatalogue, bundledLibraryIsVerifiedAndForThisProcessor)
+{
+    const auto catalogue = ModelCatalogue::withUsersFile({});
+    const ModelEntry *library = catalogue.libraryOf(u"sherpa-onnx"_s);
+    ASSERT_NE(library, nullptr);
+    EXPECT_TRUE(library->size.has_value());
+    EXPECT_EQ(library->sha256.size(), 64);
+    EXPECT_FALSE(library->version.isEmpty());
+    const QString processor = QSysInfo::buildCpuArchitecture() == u"x86_64"_s ? u"x64"_s : u"aarch64"_s;
+    EXPECT_TRUE(library->address.toString().contains(processor));
+    EXPECT_EQ(catalogue.libraryOf(u"another"_s), nullptr);
+}
+
+TEST(ModelCatalogue, componentsForOtherProcessorsAreLeftOut)
+{
+    const auto catalogue = ModelCatalogue::parse(
+        R"({"components": [{"id": "a", "cpu": "z80", "address": "https://example.org/a"},
+                           {"id": "b", "address": "https://example.org/b"}]})");
+    ASSERT_EQ(catalogue.components().size(), 1U);
+    EXPECT_EQ(catalogue.components().front().id, u"b"_s);
 }
 
 TEST(ModelCatalogue, picksBestModelForLocale)
@@ -53,10 +86,51 @@ TEST(ModelCatalogue, picksBestModelForLocale)
     const auto catalogue = ModelCatalogue::withUsersFile({});
     EXPECT_EQ(catalogue.bestFor(u"de_AT.UTF-8"_s)->id, u"kroko-de"_s);
     EXPECT_EQ(catalogue.bestFor(u"fr-CA"_s)->id, u"kroko-fr"_s);
-    EXPECT_EQ(catalogue.bestFor(u"en_GB"_s)->id, u"nemotron-en"_s);
+    EXPECT_EQ(catalogue.bestFor(u"en_GB"_s)->id, u"kroko-en"_s);
     EXPECT_EQ(catalogue.bestFor(u"tlh"_s), nullptr);
     EXPECT_EQ(catalogue.bestFor(u"C"_s), nullptr);
     EXPECT_EQ(catalogue.bestFor(QString()), nullptr);
+}
+
+TEST(ModelCatalogue, beginsWithSmallestModelWhereNoneSuitsAnyMachine)
+{
+    auto catalogue = ModelCatalogue::withUsersFile({});
+    catalogue.setOffered([](const ModelEntry &entry) { return entry.kind == u"transducer"_s; });
+    EXPECT_EQ(catalogue.bestFor(u"it_IT"_s)->id, u"nemotron-3.5-1120"_s);
+}
+
+TEST(ModelCatalogue, namesNextSmallerModelUntilThereIsNone)
+{
+    auto catalogue = ModelCatalogue::withUsersFile({});
+    catalogue.setOffered([](const ModelEntry &entry) { return entry.kind == u"transducer"_s; });
+    const ModelEntry *smaller = catalogue.nextSmaller(*catalogue.find(u"nemotron-en-560"_s), u"en"_s);
+    EXPECT_EQ(smaller->id, u"nemotron-3.5-1120"_s);
+    smaller = catalogue.nextSmaller(*smaller, u"en"_s);
+    EXPECT_EQ(smaller->id, u"kroko-en"_s);
+    smaller = catalogue.nextSmaller(*smaller, u"en"_s);
+    EXPECT_EQ(smaller->id, u"zipformer-en-small"_s);
+    EXPECT_EQ(catalogue.nextSmaller(*smaller, u"en"_s), nullptr);
+}
+
+TEST(ModelCatalogue, recommendsMoreAccurateModelForStrongMachines)
+{
+    auto catalogue = ModelCatalogue::withUsersFile({});
+    catalogue.setOffered([](const ModelEntry &entry) { return entry.kind == u"transducer"_s; });
+    const QStringList kroko{u"kroko-en"_s};
+    EXPECT_EQ(catalogue.betterThan(kroko, u"en"_s, 4), nullptr);
+    EXPECT_EQ(catalogue.betterThan(kroko, u"en"_s, 8)->id, u"nemotron-en-560"_s);
+    EXPECT_EQ(catalogue.betterThan({u"nemotron-en-560"_s}, u"en"_s, 8), nullptr);
+    EXPECT_LT(catalogue.rank(u"nemotron-en-560"_s), catalogue.rank(u"kroko-en"_s));
+}
+
+TEST(ModelCatalogue, modelsThatAreNotOfferedAreNeverRecommended)
+{
+    auto catalogue = ModelCatalogue::withUsersFile({});
+    catalogue.setOffered([](const ModelEntry &entry) { return entry.id == u"zipformer-en-small"_s; });
+    EXPECT_EQ(catalogue.bestFor(u"en"_s)->id, u"zipformer-en-small"_s);
+    EXPECT_EQ(catalogue.bestFor(u"de"_s), nullptr);
+    EXPECT_EQ(catalogue.betterThan({}, u"en"_s, 64)->id, u"zipformer-en-small"_s);
+    EXPECT_NE(catalogue.find(u"kroko-en"_s), nullptr);
 }
 
 TEST(ModelCatalogue, usersEntriesComeFirstAndReplaceSameId)
@@ -101,6 +175,7 @@ TEST(ModelCatalogue, reportsWhatIsWrongWithWhichEntry)
     EXPECT_TRUE(complaintAbout(catalogueOf(entryWith("\"size\": -1"))).contains(u"size"_s));
     EXPECT_TRUE(complaintAbout(catalogueOf(entryWith("\"size\": \"big\""))).contains(u"size"_s));
     EXPECT_TRUE(complaintAbout(catalogueOf(entryWith("\"sha256\": \"abc\""))).contains(u"sha256"_s));
+    EXPECT_TRUE(complaintAbout(catalogueOf(entryWith("\"minLibrary\": \"new\""))).contains(u"minLibrary"_s));
     for (const auto *address :
          {"http://example.org/x", "ftp://example.org/x", "file:///etc/passwd", "", "https:///x"}) {
         const QByteArray entry =

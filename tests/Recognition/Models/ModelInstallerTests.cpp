@@ -6,6 +6,7 @@
 #include "Base/SerialExecutor.h"
 #include "Support/ManualClock.h"
 #include "Support/Printing.h"
+#include "Support/RecordingLog.h"
 #include "Support/TestFileServer.h"
 #include "Support/TestLoop.h"
 
@@ -65,7 +66,7 @@ protected:
     {
         const auto onProgress = [this](const ModelProgress &each) { progress.push_back(each); };
         return executor->run<void>(
-            [this, wanted, onProgress] { return installer.install(wanted, onProgress, stop.get_token()); });
+            [this, wanted, onProgress] { return installer.install(wanted, onProgress, stop.get_token(), terms); });
     }
     /// The error message; empty if installed. Pauses between retries take no time.
     QString install(const ModelEntry &wanted)
@@ -112,9 +113,10 @@ protected:
     QTemporaryDir home;
     std::unique_ptr<TestFileServer> server;
     std::shared_ptr<ManualClock> clock = std::make_shared<ManualClock>();
-    std::function<void(const QString &)> tryModel = [](const QString &) {};
+    ModelInstaller::Try tryModel = [](const QString &) { return std::optional<double>(); };
+    InstallationTerms terms;
     ModelInstaller installer{ModelStore(home.filePath(u"models"_s)), clock,
-                             [this](const QString &folder) { tryModel(folder); }};
+                             [this](const QString &folder) { return tryModel(folder); }};
     std::shared_ptr<SerialExecutor> executor = SerialExecutor::onCurrentThread();
     std::stop_source stop;
     std::vector<ModelProgress> progress;
@@ -130,6 +132,7 @@ TEST_F(ModelInstallerTest, downloadsVerifiesUnpacksAndTestsBeforePublishing)
         EXPECT_TRUE(QFile::exists(folder + u"/model.onnx"_s));
         EXPECT_TRUE(QFile::exists(folder + u"/talmo-model.json"_s));
         EXPECT_FALSE(installer.store().isInstalled(u"toy"_s));
+        return std::optional<double>();
     };
     EXPECT_EQ(install(measured(u"/good.tar.gz"_s)), QString());
     expectInstalled();
@@ -251,10 +254,10 @@ TEST_F(ModelInstallerTest, rejectsWrongSize)
 {
     auto wanted = measured(u"/good.zip"_s);
     wanted.size = *wanted.size + 1;
-    EXPECT_THAT(install(wanted).toStdString(), HasSubstr("wrong size"));
+    EXPECT_THAT(install(wanted).toStdString(), HasSubstr("talmoctl model install toy --accept-renewed"));
     expectNothing();
     wanted.size = *wanted.size - 2;
-    EXPECT_THAT(install(wanted).toStdString(), HasSubstr("wrong size"));
+    EXPECT_THAT(install(wanted).toStdString(), HasSubstr("probably renewed"));
     expectNothing();
 }
 
@@ -271,15 +274,48 @@ TEST_F(ModelInstallerTest, rejectsWrongChecksum)
 {
     auto wanted = measured(u"/good.zip"_s);
     wanted.sha256[0] = wanted.sha256[0] == '0' ? '1' : '0';
-    EXPECT_THAT(install(wanted).toStdString(), HasSubstr("Checksum mismatch"));
+    const RecordingLog log;
+    EXPECT_THAT(install(wanted).toStdString(), HasSubstr("talmoctl model install toy --accept-renewed"));
+    EXPECT_TRUE(log.lines().back().contains(u"Checksum mismatch"_s));
     expectNothing();
+}
+
+TEST_F(ModelInstallerTest, renewedFileIsInstalledOnceAccepted)
+{
+    auto wanted = measured(u"/good.zip"_s);
+    wanted.size = *wanted.size + 1;
+    wanted.sha256[0] = wanted.sha256[0] == '0' ? '1' : '0';
+    terms.acceptsRenewed = true;
+    EXPECT_EQ(install(wanted), QString());
+    expectInstalled();
+}
+
+TEST_F(ModelInstallerTest, slowModelIsInstalledOnlyIfAnySpeedWillDo)
+{
+    tryModel = [](const QString &) { return std::optional(0.6); };
+    terms.largestShareOfSpeech = 0.5;
+    EXPECT_THAT(install(measured(u"/good.zip"_s)).toStdString(), HasSubstr("0.6 s for each second of speech"));
+    expectNothing();
+    terms.largestShareOfSpeech.reset();
+    EXPECT_EQ(install(measured(u"/good.zip"_s)), QString());
+    expectInstalled();
+}
+
+TEST_F(ModelInstallerTest, installsSingleFileUnderItsOwnName)
+{
+    QFile model(files.filePath(u"voice.onnx"_s));
+    ASSERT_TRUE(model.open(QFile::WriteOnly));
+    model.write("\x08 not an archive");
+    model.close();
+    EXPECT_EQ(install(measured(u"/voice.onnx"_s)), QString());
+    EXPECT_EQ(QFile(home.filePath(u"models/toy/voice.onnx"_s)).size(), model.size());
 }
 
 TEST_F(ModelInstallerTest, reportsUnreachableServerAfterRetries)
 {
     auto wanted = entry(u"/good.zip"_s);
     wanted.address = QUrl(u"http://127.0.0.1:9/x"_s); // Nothing listens on the discard port.
-    EXPECT_NE(install(wanted), QString());
+    EXPECT_THAT(install(wanted).toStdString(), HasSubstr("Check the network connection"));
     expectNothing();
 }
 
@@ -326,13 +362,13 @@ TEST_F(ModelInstallerTest, fullDiskIsReportedAndCleanedUp)
     const QString problem = install(entry(u"/large.bin"_s));
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
     std::signal(SIGXFSZ, handler);
-    EXPECT_THAT(problem.toStdString(), StartsWith("The download cannot be saved: "));
+    EXPECT_THAT(problem.toStdString(), StartsWith("The download cannot be saved. Free some space"));
     expectNothing();
 }
 
 TEST_F(ModelInstallerTest, rejectsModelThatEngineCannotUse)
 {
-    tryModel = [](const QString &) { throw Error(u"it will not do"_s); };
+    tryModel = [](const QString &) -> std::optional<double> { throw Error(u"it will not do"_s); };
     EXPECT_EQ(install(entry(u"/good.zip"_s)), u"it will not do"_s);
     EXPECT_FALSE(installer.store().isInstalled(u"toy"_s));
 }
@@ -438,11 +474,15 @@ INSTANTIATE_TEST_SUITE_P(All, HostileModels,
 TEST(ModelProgress, describesProgress)
 {
     using enum ModelProgress::Phase;
-    EXPECT_EQ((ModelProgress{Downloading, 12'300'000, 120'000'000}).description(), u"Downloading: 12 of 120 MB"_s);
-    EXPECT_EQ((ModelProgress{Downloading, 12'300'000, std::nullopt}).description(), u"Downloading: 12 MB"_s);
-    EXPECT_EQ((ModelProgress{Unpacking, 1, 2}).share(), 0.5);
-    EXPECT_EQ((ModelProgress{Trying, 0, std::nullopt}).share(), std::nullopt);
-    EXPECT_EQ((ModelProgress{Downloading, 0, 0}).share(), std::nullopt);
+    EXPECT_EQ((ModelProgress{Downloading, 12'300'000, 120'000'000, {}}).description(), u"Downloading: 12 of 120 MB"_s);
+    EXPECT_EQ((ModelProgress{Downloading, 60'000'000, 120'000'000, 3'000'000}).description(),
+              u"Downloading: 60 of 120 MB, 3.0 MB/s, 20 s left"_s);
+    EXPECT_EQ((ModelProgress{Downloading, 60'000'000, 120'000'000, 200'000}).description(),
+              u"Downloading: 60 of 120 MB, 0.2 MB/s, 5 min left"_s);
+    EXPECT_EQ((ModelProgress{Downloading, 12'300'000, std::nullopt, {}}).description(), u"Downloading: 12 MB"_s);
+    EXPECT_EQ((ModelProgress{Unpacking, 1, 2, {}}).share(), 0.5);
+    EXPECT_EQ((ModelProgress{Trying, 0, std::nullopt, {}}).share(), std::nullopt);
+    EXPECT_EQ((ModelProgress{Downloading, 0, 0, {}}).share(), std::nullopt);
 }
 
 } // namespace talmo::test

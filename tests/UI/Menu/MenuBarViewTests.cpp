@@ -1,5 +1,6 @@
 #include "UI/Menu/MenuBarView.h"
 
+#include "Support/FakeRecogniserSettings.h"
 #include "UI/AccessibleView.h"
 #include "UI/Menu/MenuRow.h"
 #include "UI/ViewWorld.h"
@@ -34,6 +35,38 @@ protected:
 };
 
 } // namespace
+
+TEST_F(MenuBarViewTest, offersBetterRecognitionUntilItIsInstalled)
+{
+    ViewWorld here;
+    const auto recogniser = std::make_shared<FakeRecogniserSettings>();
+    here.recogniser = recogniser;
+    MenuBarView shown(here.context(), [this](MenuAction action) { chosen.push_back(action); });
+    shown.show();
+    const auto offer = [&shown] { return accessibleWidget(shown, QAccessible::Button, u"Get better recognition"_s); };
+    EXPECT_EQ(offer(), nullptr);
+    const int height = shown.sizeHint().height();
+    recogniser->offered = {u"Kroko (English), 67 MB. Licences: Apache-2.0, CC-BY-SA-4.0."_s, u"67 MB"_s};
+    recogniser->change();
+    settle();
+    ASSERT_NE(offer(), nullptr);
+    EXPECT_TRUE(accessibleNames(shown, QAccessible::StaticText).contains(recogniser->offered->detail));
+    EXPECT_GT(shown.sizeHint().height(), height);
+    qobject_cast<QAbstractButton *>(offer())->click();
+    EXPECT_THAT(chosen, testing::ElementsAre(MenuAction::GetBetterRecognition));
+
+    recogniser->underWay = {u"kroko-en"_s, u"Downloading: 12 of 67 MB, 3.0 MB/s, 18 s left"_s, 0.2};
+    recogniser->change();
+    settle();
+    EXPECT_EQ(offer(), nullptr);
+    EXPECT_TRUE(accessibleNames(shown, QAccessible::StaticText).contains(recogniser->underWay->description));
+
+    recogniser->underWay = std::nullopt;
+    recogniser->offered = std::nullopt;
+    recogniser->change();
+    settle();
+    EXPECT_EQ(shown.sizeHint().height(), height);
+}
 
 TEST_F(MenuBarViewTest, rendersEveryStateWithEveryPermission)
 {

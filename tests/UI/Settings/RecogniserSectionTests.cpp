@@ -28,7 +28,9 @@ protected:
         return **std::find_if(pickers.begin(), pickers.end(),
                               [&name](const QComboBox *each) { return each->accessibleName() == name; });
     }
-    QPushButton &button() { return *section.findChild<QPushButton *>(); }
+    QPushButton &offerButton() { return *section.findChildren<QPushButton *>().first(); }
+    /// The one beside the models.
+    QPushButton &button() { return *section.findChildren<QPushButton *>().last(); }
     QProgressBar &bar() { return *section.findChild<QProgressBar *>(); }
     QString texts() { return accessibleNames(section, QAccessible::StaticText).join(u'\n'); }
     /// Selects an entry as a user does.
@@ -109,6 +111,24 @@ TEST_F(RecogniserSectionTest, showsInstallationProgressAndCancels)
     changed();
     EXPECT_FALSE(bar().isVisible());
     EXPECT_EQ(picker(u"Model"_s).currentData().toString(), u"kroko-de"_s);
+}
+
+TEST_F(RecogniserSectionTest, oneButtonInstallsBetterRecognition)
+{
+    EXPECT_FALSE(offerButton().isVisible());
+    settings->offered = {u"Kroko (English), 67 MB. Licences: Apache-2.0, CC-BY-SA-4.0."_s, u"67 MB"_s};
+    changed();
+    EXPECT_TRUE(offerButton().isVisible());
+    EXPECT_EQ(offerButton().text(), u"Get better recognition"_s);
+    EXPECT_TRUE(texts().contains(u"Kroko (English), 67 MB. Licences: Apache-2.0, CC-BY-SA-4.0."_s));
+    offerButton().click();
+    EXPECT_THAT(settings->calls, ElementsAre("accept offer"));
+    settings->underWay = {u"kroko-de"_s, u"Downloading: 12 of 67 MB, 3.0 MB/s, 18 s left"_s, 0.2};
+    changed();
+    EXPECT_FALSE(offerButton().isVisible());
+    EXPECT_EQ(picker(u"Model"_s).currentData().toString(), u"kroko-de"_s); // Its button cancels.
+    EXPECT_EQ(button().text(), u"Cancel"_s);
+    EXPECT_TRUE(bar().isVisible());
 }
 
 TEST_F(RecogniserSectionTest, showsError)

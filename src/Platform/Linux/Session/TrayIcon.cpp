@@ -152,6 +152,11 @@ void TrayIcon::setMenu(const MenuContents &contents)
         addEntry(contents.grant);
         m_menu.addSeparator();
     }
+    if (contents.offer.action != MenuAction::None) {
+        addEntry(contents.offer);
+        addNote(contents.offerDetail);
+        m_menu.addSeparator();
+    }
     addEntry(contents.mainRow);
     for (const auto &row : contents.recovery) {
         addEntry(row);

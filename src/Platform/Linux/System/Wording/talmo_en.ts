@@ -300,10 +300,6 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>These models need the library of sherpa-onnx, which is not installed. The command scripts/neural-library --user in Talmo&apos;s source folder installs it.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>Recogniser</source>
         <translation type="unfinished"></translation>
     </message>
@@ -657,6 +653,50 @@
     </message>
     <message>
         <source>%1, sounds like %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Licences: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Talmo cannot use models of this kind: </source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>These models need the library of sherpa-onnx, which is not where the settings say, or does not exist for this computer. Remove linux.neuralLibrary from Talmo&apos;s settings file to have it downloaded.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The server cannot be reached. Check the network connection, then try again; the download goes on where it stopped.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file on the server is not the one that Talmo knows; its maker has probably renewed it. Update Talmo, or accept the new file with this command: </source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This model is too slow for this computer: </source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is not enough space on the disk. Free some, then try again: </source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The download cannot be saved. Free some space on the disk, then try again: </source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This model needs a newer library than the installed one. Install the model again, and the library comes with it: </source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Installing a recogniser…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Get better recognition</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
