@@ -4,6 +4,7 @@
 #include "Recognition/Models/ModelStore.h"
 #include "Recognition/PocketSphinx/PocketSphinxEngine.h"
 #include "Recognition/Sherpa/SherpaEngine.h"
+#include "Recognition/Sherpa/SileroVoiceActivity.h"
 
 #include <utility>
 
@@ -39,6 +40,17 @@ EngineFactory sherpaOnnx(const QString &libraryPath)
     return factory;
 }
 
+MakeVoiceActivity silero(const QString &libraryPath)
+{
+    return [libraryPath]() -> std::unique_ptr<VoiceActivity> {
+        const QString model = SileroVoiceActivity::find({});
+        if (model.isEmpty() || !SherpaLibrary::isInstalled(libraryPath)) {
+            return nullptr;
+        }
+        return std::make_unique<SileroVoiceActivity>(SherpaLibrary::open(libraryPath), model);
+    };
+}
+
 } // namespace
 
 const char *const EngineFactories::embeddedTitle = QT_TRANSLATE_NOOP("Talmo", "Built in (PocketSphinx, English)");
@@ -46,7 +58,8 @@ const char *const EngineFactories::embeddedTitle = QT_TRANSLATE_NOOP("Talmo", "B
 EngineFactories EngineFactories::standard(const Options &options)
 {
     return {std::make_shared<PocketSphinxEngine>(QString(), knowledge(options.microphoneName)),
-            {sherpaOnnx(options.neuralLibrary)}};
+            {sherpaOnnx(options.neuralLibrary)},
+            silero(options.neuralLibrary)};
 }
 
 const EngineFactory &EngineFactories::forModel(const QString &modelFolder) const

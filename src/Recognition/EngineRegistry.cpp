@@ -3,7 +3,9 @@
 #include "Base/Error.h"
 #include "Base/Log.h"
 #include "Base/Task.h"
+#include "Recognition/LiveAndFinalEngine.h"
 #include "Recognition/Models/ModelStore.h"
+#include "Recognition/RecogniserChoice.h"
 
 #include <QCoro/QCoroFuture>
 
@@ -132,15 +134,37 @@ Engines EngineRegistry::engines() const
             usable.push_back(model.engine);
         }
     }
-    const auto order = [this](const std::shared_ptr<SpeechEngine> &engine) {
+    const auto choice = RecogniserChoice::of(m_configuration.choice);
+    const auto order = [this, &choice](const std::shared_ptr<SpeechEngine> &engine) {
         const QString id = engine->id();
-        return std::tuple(id != m_configuration.choice, m_configuration.catalogue.rank(id), id);
+        return std::tuple(id != choice.final, m_configuration.catalogue.rank(id), id);
     };
     std::sort(usable.begin(), usable.end(),
               [&order](const auto &left, const auto &right) { return order(left) < order(right); });
-    usable.insert(m_configuration.choice == embeddedChoice ? usable.begin() : usable.end(),
+    usable.insert(choice.final == embeddedChoice ? usable.begin() : usable.end(),
                   m_configuration.models.factories.embedded);
-    return usable;
+    return withLiveText(usable);
+}
+
+/// Engines that give no text while somebody speaks are put together with those that do.
+Engines EngineRegistry::withLiveText(const Engines &engines) const
+{
+    const QString wanted = RecogniserChoice::of(m_configuration.choice).live;
+    Engines live;
+    for (const auto &engine : engines) {
+        // The embedded one's text would change too much; it has to be asked for.
+        const bool isTaken =
+            engine->id() == wanted || (wanted == RecogniserChoice::automatic() && engine->id() != embeddedChoice);
+        if (engine->isStreaming() && isTaken) {
+            live.push_back(engine);
+        }
+    }
+    Engines result;
+    for (const auto &engine : engines) {
+        const bool needsText = !engine->isStreaming() && !live.empty();
+        result.push_back(needsText ? std::make_shared<LiveAndFinalEngine>(engine, live) : engine);
+    }
+    return result;
 }
 
 void EngineRegistry::arrange()
@@ -161,9 +185,9 @@ void EngineRegistry::warmUp(const QString &locale)
         if (!engine->speaks(locale) || !engine->problem().isEmpty()) {
             continue;
         }
-        m_executor->post([engine] {
+        m_executor->post([engine, locale] {
             try {
-                engine->warmUp();
+                engine->warmUpFor(locale);
             } catch (const Error &error) { // The recording fails likewise, and tells the user.
                 generalLog().error("speech engine %@: %@", {engine->id(), error.localizedDescription()});
             }

@@ -519,5 +519,9 @@
         <source>Restore Earlier Clipboard</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>This speech model needs another one that detects speech. Install it again to get both.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>
