@@ -2,6 +2,7 @@
 #include "Control/ControlSocket.h"
 #include "Platform/Linux/System/LinuxSettings.h"
 #include "Platform/Linux/System/TimerFdClock.h"
+#include "Recognition/RecogniserChoice.h"
 #include "Recognition/Recognisers.h"
 #include "talmoctl/Command.h"
 #include "talmoctl/Terminal.h"
@@ -44,7 +45,7 @@ QCoro::Task<int> runList(Invocation /*invocation*/)
 {
     const UserSettings settings;
     const ModelStore store(ModelStore::standardFolder());
-    const QString choice = LinuxSettings::read(*settings.defaults).speechEngine;
+    const QString choice = RecogniserChoice::of(LinuxSettings::read(*settings.defaults).speechEngine).final;
     const auto stateOf = [&store, &choice](const QString &name) {
         if (!store.isInstalled(name)) {
             return QStringLiteral("-");
@@ -150,16 +151,30 @@ QCoro::Task<int> runRemove(Invocation invocation)
     co_return EXIT_SUCCESS;
 }
 
+/// Throws Error unless it can be chosen.
+void requireChoice(const QString &id, const QString &other)
+{
+    if (id != EngineRegistry::automaticChoice && id != other &&
+        !ModelStore(ModelStore::standardFolder()).isInstalled(id)) {
+        throw Error(QStringLiteral("model “%1” is not installed; install it first, or choose “%2” or “%3”")
+                        .arg(id, EngineRegistry::automaticChoice, other));
+    }
+}
+
 /// A running Talmo is asked to change its setting, because it does not notice changes of the file; else the file is
 /// written.
 QCoro::Task<int> runUse(Invocation invocation)
 {
-    const QString choice = invocation.arguments->positionalArguments().first();
-    const bool isModel = choice != EngineRegistry::automaticChoice && choice != EngineRegistry::embeddedChoice;
-    if (isModel && !ModelStore(ModelStore::standardFolder()).isInstalled(choice)) {
-        throw Error(QStringLiteral("model “%1” is not installed; install it first, or choose “%2” or “%3”")
-                        .arg(choice, EngineRegistry::automaticChoice, EngineRegistry::embeddedChoice));
+    RecogniserChoice chosen;
+    chosen.final = invocation.arguments->positionalArguments().first();
+    requireChoice(chosen.final, EngineRegistry::embeddedChoice);
+    if (invocation.has("live")) {
+        chosen.live = invocation.value("live");
     }
+    if (chosen.live != EngineRegistry::embeddedChoice) {
+        requireChoice(chosen.live, RecogniserChoice::none());
+    }
+    const QString choice = chosen.stored();
     constexpr int patience = 2000;
     const auto answer = ControlSocket::exchange(ControlSocket::recogniserRequest(choice), patience, patience);
     if (answer) {
@@ -169,7 +184,7 @@ QCoro::Task<int> runUse(Invocation invocation)
         settings.defaults->set(LinuxSettings::speechEngineKey(), choice);
         co_await settings.defaults->saved();
     }
-    writeLine(QStringLiteral("Using %1 from the next recording on.").arg(choice));
+    writeLine(QStringLiteral("Using %1 from the next recording on.").arg(chosen.final));
     co_return EXIT_SUCCESS;
 }
 
@@ -192,7 +207,8 @@ QList<Command> modelCommands()
             {QStringLiteral("model use"),
              QStringLiteral("Choose the recogniser: an installed model, “embedded” or “automatic”."),
              name,
-             {},
+             {option("live", "name",
+                     "Show its text while an offline model has none yet; or “none”. The best there is if left out.")},
              &runUse}};
 }
 
