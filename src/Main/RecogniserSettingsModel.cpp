@@ -3,6 +3,7 @@
 #include "Base/Error.h"
 #include "Base/Log.h"
 #include "Platform/Linux/System/LinuxSettings.h"
+#include "Recognition/RecogniserChoice.h"
 #include "Recognition/Recognisers.h"
 #include "UI/Style/Wording.h"
 
@@ -66,7 +67,7 @@ QList<RecogniserSettings::Choice> RecogniserSettingsModel::choices() const
 
 QString RecogniserSettingsModel::choice() const
 {
-    return m_engines->choice();
+    return RecogniserChoice::of(m_engines->choice()).final;
 }
 
 void RecogniserSettingsModel::choose(const QString &id)

@@ -4,6 +4,7 @@
 #include "Recognition/Models/ModelStore.h"
 #include "Recognition/PocketSphinx/PocketSphinxEngine.h"
 #include "Recognition/Sherpa/SherpaEngine.h"
+#include "Recognition/Sherpa/SileroVoiceActivity.h"
 
 #include <algorithm>
 #include <utility>
@@ -26,8 +27,16 @@ EngineFactory sherpaOnnx(const QString &libraryPath)
     EngineFactory factory;
     factory.engine = QStringLiteral("sherpa-onnx");
     // A model without notes is examined.
-    factory.kinds = QStringList{QString(), QStringLiteral("transducer"), QStringLiteral("zipformer-ctc"),
-                                QStringLiteral("nemo-ctc")};
+    factory.kinds = QStringList{QString(),
+                                QStringLiteral("transducer"),
+                                QStringLiteral("zipformer-ctc"),
+                                QStringLiteral("nemo-ctc"),
+                                QStringLiteral("offline-transducer"),
+                                QStringLiteral("offline-nemo-ctc"),
+                                QStringLiteral("whisper"),
+                                QStringLiteral("moonshine"),
+                                QStringLiteral("sense-voice"),
+                                QStringLiteral("canary")};
     factory.make = [libraryPath, kinds = factory.kinds](const QString &name, const QString &folder) {
         const auto notes = ModelNotes::of(folder);
         if (!kinds.contains(notes.kind)) {
@@ -55,6 +64,17 @@ EngineFactory sherpaOnnx(const QString &libraryPath)
     return factory;
 }
 
+MakeVoiceActivity silero(const QString &libraryPath)
+{
+    return [libraryPath]() -> std::unique_ptr<VoiceActivity> {
+        const QString model = SileroVoiceActivity::find({});
+        if (model.isEmpty() || !SherpaLibrary::isInstalled(libraryPath)) {
+            return nullptr;
+        }
+        return std::make_unique<SileroVoiceActivity>(SherpaLibrary::open(libraryPath), model);
+    };
+}
+
 } // namespace
 
 const char *const EngineFactories::embeddedTitle = QT_TRANSLATE_NOOP("Talmo", "Built in (PocketSphinx, English)");
@@ -62,7 +82,8 @@ const char *const EngineFactories::embeddedTitle = QT_TRANSLATE_NOOP("Talmo", "B
 EngineFactories EngineFactories::standard(const Options &options)
 {
     return {std::make_shared<PocketSphinxEngine>(QString(), knowledge(options.microphoneName)),
-            {sherpaOnnx(options.neuralLibrary)}};
+            {sherpaOnnx(options.neuralLibrary)},
+            silero(options.neuralLibrary)};
 }
 
 const EngineFactory &EngineFactories::forModel(const QString &modelFolder) const

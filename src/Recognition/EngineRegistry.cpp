@@ -3,7 +3,9 @@
 #include "Base/Error.h"
 #include "Base/Log.h"
 #include "Base/Task.h"
+#include "Recognition/LiveAndFinalEngine.h"
 #include "Recognition/Models/ModelStore.h"
+#include "Recognition/RecogniserChoice.h"
 
 #include <QCoro/QCoroFuture>
 
@@ -146,9 +148,10 @@ Engines EngineRegistry::engines() const
             usable.push_back({model.engine, model.isSlow, catalogue.rank(model.name)});
         }
     }
-    const auto order = [this](const Candidate &each) {
+    const auto choice = RecogniserChoice::of(m_configuration.choice);
+    const auto order = [&choice](const Candidate &each) {
         const QString id = each.engine->id();
-        const bool isChosen = id == m_configuration.choice;
+        const bool isChosen = id == choice.final;
         return std::tuple(!isChosen, each.isSlow, each.rank, id);
     };
     std::sort(usable.begin(), usable.end(),
@@ -157,7 +160,28 @@ Engines EngineRegistry::engines() const
     for (const auto &each : usable) {
         sorted.push_back(each.engine);
     }
-    return sorted;
+    return withLiveText(sorted);
+}
+
+/// Engines that give no text while somebody speaks are put together with those that do.
+Engines EngineRegistry::withLiveText(const Engines &engines) const
+{
+    const QString wanted = RecogniserChoice::of(m_configuration.choice).live;
+    Engines live;
+    for (const auto &engine : engines) {
+        // The embedded one's text would change too much; it has to be asked for.
+        const bool isTaken =
+            engine->id() == wanted || (wanted == RecogniserChoice::automatic() && engine->id() != embeddedChoice);
+        if (engine->isStreaming() && isTaken) {
+            live.push_back(engine);
+        }
+    }
+    Engines result;
+    for (const auto &engine : engines) {
+        const bool needsText = !engine->isStreaming() && !live.empty();
+        result.push_back(needsText ? std::make_shared<LiveAndFinalEngine>(engine, live) : engine);
+    }
+    return result;
 }
 
 void EngineRegistry::arrange()
@@ -178,9 +202,9 @@ void EngineRegistry::warmUp(const QString &locale)
         if (!engine->speaks(locale) || !engine->problem().isEmpty()) {
             continue;
         }
-        m_executor->post([engine] {
+        m_executor->post([engine, locale] {
             try {
-                engine->warmUp();
+                engine->warmUpFor(locale);
             } catch (const Error &error) { // The recording fails likewise, and tells the user.
                 generalLog().error("speech engine %@: %@", {engine->id(), error.localizedDescription()});
             }

@@ -34,7 +34,8 @@ public:
     struct Configuration {
         InstalledModels::Configuration models;
         ModelCatalogue catalogue;
-        /// The name of a model that goes before all others of its language, or one of the two above.
+        /// A RecogniserChoice. Its `final` is the name of a model that goes before all others of its language, or one
+        /// of the two above.
         QString choice;
         /// Provides an engine for a language that has none, on any thread. Null to leave such languages alone.
         std::function<QFuture<void>(const QString &locale)> install;
@@ -75,6 +76,8 @@ private:
     void watchFolders();
     void look();
     void takeModels(std::vector<InstalledModel> models);
+    std::vector<std::shared_ptr<SpeechEngine>>
+    withLiveText(const std::vector<std::shared_ptr<SpeechEngine>> &engines) const;
     void arrange();
     void publishVocabulary();
     void unload();

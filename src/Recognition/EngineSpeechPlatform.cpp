@@ -135,8 +135,8 @@ EngineSpeechPlatform::makeAnalyzer(const std::shared_ptr<SpeechTranscriber> &tra
     if (!engine) {
         throw TranscriptionError(TranscriptionError::Case::ModelAssetsNotInstalled);
     }
-    const auto makeDecoder = [engine](RecordingDecoder::Publish publish) {
-        return engine->makeDecoder(std::move(publish));
+    const auto makeDecoder = [engine, locale = own(transcriber).locale](RecordingDecoder::Publish publish) {
+        return engine->makeDecoderFor(locale, std::move(publish));
     };
     return std::make_shared<EngineAnalyzer>(own(transcriber).stream.second, makeDecoder, m_executor, m_clock);
 }

@@ -195,7 +195,7 @@ ModelReport measure(SpeechEngine &engine, const std::function<double()> &usedMeg
 {
     const auto sound = someSound();
     const auto hear = [&engine, &sound] {
-        const auto decoder = engine.makeDecoder([](const SpeechResult &) {});
+        const auto decoder = engine.makeTrialDecoder([](const SpeechResult &) {});
         for (std::size_t at = 0; at < sound.size(); at += blockSize) {
             decoder->process(std::span(sound).subspan(at, std::min(blockSize, sound.size() - at)));
         }

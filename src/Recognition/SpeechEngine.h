@@ -7,6 +7,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <utility>
 
 namespace talmo {
 
@@ -27,6 +28,8 @@ public:
     /// Language codes, such as "en"; never empty.
     virtual QStringList languages() const = 0;
     virtual bool speaks(const QString &locale) const = 0;
+    /// Whether it gives a text while somebody speaks without a pause.
+    virtual bool isStreaming() const { return true; }
     /// Why it cannot be used now, as a sentence for users; empty if it can. Looks at the disk, never loads the model.
     virtual QString problem() const = 0;
     /// The library and model files. When one of them changes, the model has to be checked again.
@@ -40,8 +43,21 @@ public:
 
     /// Loads the model unless it is loaded. Throws Error. Decoder thread.
     virtual std::unique_ptr<RecordingDecoder> makeDecoder(RecordingDecoder::Publish publish) = 0;
+    /// The same, for a recording in one of its languages: overridden by engines that must know which.
+    virtual std::unique_ptr<RecordingDecoder> makeDecoderFor(const QString & /*locale*/,
+                                                             RecordingDecoder::Publish publish)
+    {
+        return makeDecoder(std::move(publish));
+    }
+    /// A decoder that recognises whatever it is given, speech or not, so that the engine's speed can be measured.
+    virtual std::unique_ptr<RecordingDecoder> makeTrialDecoder(RecordingDecoder::Publish publish)
+    {
+        return makeDecoder(std::move(publish));
+    }
     /// Loads the model ahead of a recording. Throws Error. Decoder thread.
     virtual void warmUp() = 0;
+    /// The same, for a recording in one of its languages.
+    virtual void warmUpFor(const QString & /*locale*/) { warmUp(); }
     /// Frees the model unless a recording is using it. Decoder thread.
     virtual void unload() = 0;
 };

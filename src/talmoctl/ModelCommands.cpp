@@ -3,6 +3,7 @@
 #include "Platform/Linux/System/LinuxSettings.h"
 #include "Platform/Linux/System/TimerFdClock.h"
 #include "Recognition/ModelCheck.h"
+#include "Recognition/RecogniserChoice.h"
 #include "Recognition/Recognisers.h"
 #include "talmoctl/Command.h"
 #include "talmoctl/ProgressBar.h"
@@ -44,10 +45,11 @@ std::vector<ListedModel> listedModels()
     const UserSettings settings;
     const LinuxSettings linuxSettings = LinuxSettings::read(*settings.defaults);
     const EngineFactories factories = EngineFactories::standard({linuxSettings.neuralLibrary, {}});
+    const QString choice = RecogniserChoice::of(linuxSettings.speechEngine).final;
     const ModelStore store(ModelStore::standardFolder());
     const auto stateOf = [&](const ModelEntry &entry, bool isInCatalogue) {
         if (store.isInstalled(entry.id)) {
-            return entry.id == linuxSettings.speechEngine ? QStringLiteral("chosen") : QStringLiteral("installed");
+            return entry.id == choice ? QStringLiteral("chosen") : QStringLiteral("installed");
         }
         if (isInCatalogue && !factories.support(entry)) {
             return QStringLiteral("unsupported");
@@ -179,16 +181,30 @@ QCoro::Task<int> runRemove(Invocation invocation)
     co_return EXIT_SUCCESS;
 }
 
+/// Throws Error unless it can be chosen.
+void requireChoice(const QString &id, const QString &other)
+{
+    if (id != EngineRegistry::automaticChoice && id != other &&
+        !ModelStore(ModelStore::standardFolder()).isInstalled(id)) {
+        throw Error(QStringLiteral("model “%1” is not installed; install it first, or choose “%2” or “%3”")
+                        .arg(id, EngineRegistry::automaticChoice, other));
+    }
+}
+
 /// A running Talmo is asked to change its setting, because it does not notice changes of the file; else the file is
 /// written.
 QCoro::Task<int> runUse(Invocation invocation)
 {
-    const QString choice = invocation.arguments->positionalArguments().first();
-    const bool isModel = choice != EngineRegistry::automaticChoice && choice != EngineRegistry::embeddedChoice;
-    if (isModel && !ModelStore(ModelStore::standardFolder()).isInstalled(choice)) {
-        throw Error(QStringLiteral("model “%1” is not installed; install it first, or choose “%2” or “%3”")
-                        .arg(choice, EngineRegistry::automaticChoice, EngineRegistry::embeddedChoice));
+    RecogniserChoice chosen;
+    chosen.final = invocation.arguments->positionalArguments().first();
+    requireChoice(chosen.final, EngineRegistry::embeddedChoice);
+    if (invocation.has("live")) {
+        chosen.live = invocation.value("live");
     }
+    if (chosen.live != EngineRegistry::embeddedChoice) {
+        requireChoice(chosen.live, RecogniserChoice::none());
+    }
+    const QString choice = chosen.stored();
     constexpr int patience = 2000;
     const auto answer = ControlSocket::exchange(ControlSocket::recogniserRequest(choice), patience, patience);
     if (answer) {
@@ -198,7 +214,7 @@ QCoro::Task<int> runUse(Invocation invocation)
         settings.defaults->set(LinuxSettings::speechEngineKey(), choice);
         co_await settings.defaults->saved();
     }
-    writeLine(QStringLiteral("Using %1 from the next recording on.").arg(choice));
+    writeLine(QStringLiteral("Using %1 from the next recording on.").arg(chosen.final));
     co_return EXIT_SUCCESS;
 }
 
@@ -221,7 +237,8 @@ QList<Command> modelCommands()
             {QStringLiteral("model use"),
              QStringLiteral("Choose the recogniser: an installed model, “embedded” or “automatic”."),
              name,
-             {},
+             {option("live", "name",
+                     "Show its text while an offline model has none yet; or “none”. The best there is if left out.")},
              &runUse}};
 }
 

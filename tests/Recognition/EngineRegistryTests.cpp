@@ -6,12 +6,15 @@
 #include "Support/MadeUpEngine.h"
 #include "Support/ManualClock.h"
 #include "Support/Printing.h"
+#include "Support/ScriptedEngine.h"
 #include "Support/TestLoop.h"
 
 #include <QDir>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
+
+#include <utility>
 
 #if defined(__has_feature) // For clang; g++ defines macros.
 #define TALMO_HAS_FEATURE(feature) __has_feature(feature)
@@ -131,6 +134,35 @@ TEST_F(EngineRegistryTest, warmUpLoadsOnlyEngineOfThatLanguage)
     settle();
     EXPECT_TRUE(dynamic_cast<const MadeUpEngine &>(*registry().engines().front()).isLoaded);
     EXPECT_FALSE(embedded->isLoaded());
+}
+
+TEST_F(EngineRegistryTest, streamingModelShowsTextOfOfflineOne)
+{
+    configuration.models.factories.installable.front().make = [](const QString &name, const QString &) {
+        return std::make_shared<ScriptedEngine>(name, !name.contains(u"offline"_s));
+    };
+    addModel(u"en-live"_s);
+    addModel(u"en-offline"_s);
+    const auto loadedWith = [this](const QString &choice) {
+        registry().choose(choice);
+        registry().warmUp(u"en_US"_s);
+        settle();
+        QStringList loaded;
+        for (const auto &model : registry().models()) {
+            auto &engine = dynamic_cast<ScriptedEngine &>(*model.engine);
+            if (std::exchange(engine.isLoaded, false)) {
+                loaded.append(engine.id());
+            }
+        }
+        return loaded;
+    };
+    EXPECT_THAT(loadedWith(u"en-offline"_s), ElementsAre(u"en-live"_s, u"en-offline"_s));
+    EXPECT_THAT(loadedWith(u"en-live+en-offline"_s), ElementsAre(u"en-live"_s, u"en-offline"_s));
+    EXPECT_THAT(loadedWith(u"none+en-offline"_s), ElementsAre(u"en-offline"_s));
+    EXPECT_THAT(loadedWith(u"en-live"_s), ElementsAre(u"en-live"_s));
+    EXPECT_FALSE(embedded->isLoaded());
+    EXPECT_THAT(loadedWith(u"embedded+en-offline"_s), ElementsAre(u"en-offline"_s));
+    EXPECT_TRUE(embedded->isLoaded());
 }
 
 TEST_F(EngineRegistryTest, modelFoundLaterGetsCustomVocabulary)

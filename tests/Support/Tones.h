@@ -12,19 +12,37 @@
 
 namespace talmo::test {
 
-/// Writes a sound file with `count` simultaneous tones around each of these frequencies (Hz): one second each, followed
-/// by 1.5 s of silence. Many tones resemble noise, few a chord.
+/// `count` simultaneous tones around a frequency (Hz). Many tones resemble noise, few a chord.
+inline Sound tones(double frequency, double seconds, int count = 24)
+{
+    Sound sound = silence(seconds);
+    for (std::size_t index = 0; index < sound.size(); ++index) {
+        for (int tone = 0; tone < count; ++tone) {
+            const double each = frequency * (0.35 + 1.3 * tone / count);
+            sound[index] +=
+                std::sin(2 * std::numbers::pi * each * static_cast<double>(index) / rate + tone * tone) / count;
+        }
+    }
+    return sound;
+}
+
+/// One sound after the other.
+inline Sound joined(std::initializer_list<Sound> sounds)
+{
+    Sound all;
+    for (const auto &sound : sounds) {
+        all.insert(all.end(), sound.begin(), sound.end());
+    }
+    return all;
+}
+
+/// Writes a sound file with tones around each of these frequencies: one second each, followed by 1.5 s of silence.
 inline void writeTones(const QString &file, std::initializer_list<double> frequencies, int count = 24)
 {
     std::vector<float> samples;
     for (const double frequency : frequencies) {
-        for (int index = 0; index < rate * 5 / 2; ++index) {
-            double sum = 0;
-            for (int tone = 0; tone < count && index < rate; ++tone) {
-                const double each = frequency * (0.35 + 1.3 * tone / count);
-                sum += std::sin(2 * std::numbers::pi * each * index / rate + tone * tone);
-            }
-            samples.push_back(static_cast<float>(sum / count));
+        for (const double sample : joined({tones(frequency, 1, count), silence(1.5)})) {
+            samples.push_back(static_cast<float>(sample));
         }
     }
     SF_INFO info{};
@@ -34,6 +52,17 @@ inline void writeTones(const QString &file, std::initializer_list<double> freque
     SNDFILE *out = sf_open(file.toLocal8Bit().constData(), SFM_WRITE, &info);
     sf_writef_float(out, samples.data(), static_cast<sf_count_t>(samples.size()));
     sf_close(out);
+}
+
+/// The content of a sound file of one channel at that rate.
+inline Sound soundOf(const QString &file)
+{
+    SF_INFO info{};
+    SNDFILE *in = sf_open(file.toLocal8Bit().constData(), SFM_READ, &info);
+    Sound sound(static_cast<std::size_t>(info.frames));
+    sf_read_double(in, sound.data(), info.frames);
+    sf_close(in);
+    return sound;
 }
 
 /// Copies a sound file, adding noise of that amplitude.

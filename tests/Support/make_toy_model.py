@@ -1,6 +1,7 @@
 #!/usr/bin/python3
-"""Generates an untrained neural model of 2.5 KB that recognises low, middle and high tones as the words "lo", "mid" and
-"hi", to exercise the neural recogniser's whole path.
+"""Generates an untrained neural model of 3 KB that recognises low, middle and high tones as the words "lo", "mid" and
+"hi", to exercise the neural recogniser's whole path. Like published ones of NeMo, it takes sound in portions, of 1.28 s,
+and is deaf for the first 0.4 s after a start or reset.
 
   make_toy_model.py FOLDER     needs Debian's python3-onnx
 """
@@ -13,6 +14,9 @@ from onnx import TensorProto, helper, numpy_helper
 
 MELS = 80
 STEP = 8
+CHUNK = 128
+DEAF_STEPS = 5
+NEVER = -100.0
 WORDS = ["\u2581lo", "\u2581hi", "\u2581mid"]
 SILENCE = -6.0
 
@@ -30,12 +34,21 @@ def graph():
         "bias": numpy.array([0, 0, 0, SILENCE], numpy.float32),
         "one": numpy.array([1], numpy.int64),
         "step": numpy.array([STEP], numpy.int64),
+        "zero": numpy.array([0], numpy.int64),
+        "beginning": numpy.array([[[NEVER if step < DEAF_STEPS else 0] * len(WORDS) + [0]
+                                   for step in range(CHUNK // STEP)]], numpy.float32),
+        "column": numpy.array([-1, 1, 1], numpy.int64),
     }
     nodes = [
         helper.make_node("AveragePool", ["audio_signal"], ["pooled"], kernel_shape=[STEP], strides=[STEP]),
         helper.make_node("Transpose", ["pooled"], ["frames"], perm=[0, 2, 1]),
         helper.make_node("MatMul", ["frames", "weights"], ["energies"]),
-        helper.make_node("Add", ["energies", "bias"], ["scores"]),
+        helper.make_node("Add", ["energies", "bias"], ["warm_scores"]),
+        helper.make_node("Equal", ["cache_last_channel_len", "zero"], ["is_cold"]),
+        helper.make_node("Cast", ["is_cold"], ["cold"], to=TensorProto.FLOAT),
+        helper.make_node("Reshape", ["cold", "column"], ["cold_column"]),
+        helper.make_node("Mul", ["cold_column", "beginning"], ["deafness"]),
+        helper.make_node("Add", ["warm_scores", "deafness"], ["scores"]),
         helper.make_node("LogSoftmax", ["scores"], ["logprobs"], axis=-1),
         helper.make_node("Mul", ["length", "one"], ["same_length"]),
         helper.make_node("Div", ["same_length", "step"], ["encoded_lengths"]),
@@ -66,8 +79,8 @@ def main(folder):
     folder.mkdir(parents=True, exist_ok=True)
     model = helper.make_model(graph(), opset_imports=[helper.make_opsetid("", 13)])
     model.ir_version = 8
-    notes = {"model_type": "EncDecCTCModelBPE", "window_size": 64, "chunk_shift": 64, "subsampling_factor": STEP,
-             "vocab_size": len(WORDS), "normalize_type": ""}
+    notes = {"model_type": "EncDecCTCModelBPE", "window_size": CHUNK, "chunk_shift": CHUNK,
+             "subsampling_factor": STEP, "vocab_size": len(WORDS), "normalize_type": ""}
     for cache in ("channel", "time"):
         notes.update({f"cache_last_{cache}_dim{dimension}": 1 for dimension in (1, 2, 3)})
     helper.set_model_props(model, {key: str(value) for key, value in notes.items()})

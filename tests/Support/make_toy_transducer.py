@@ -1,6 +1,7 @@
 #!/usr/bin/python3
 """Generates an untrained neural model that supports hot words: a low tone is "LO" or, almost as likely, "LOW"; a high tone
-is "HI". A transducer of three parts, like published ones.
+is "HI". A transducer of three parts that takes sound in portions of 1.28 s, and 1.41 s of it at a time, like published
+ones.
 
   make_toy_transducer.py FOLDER     needs Debian's python3-onnx
 """
@@ -13,6 +14,8 @@ from onnx import TensorProto, helper, numpy_helper
 
 MELS = 80
 STEP = 8
+CHUNK = 128
+WINDOW = 141
 TOKENS = ["<blk>", "<sos/eos>", "<unk>", "\u2581LO", "\u2581LOW", "\u2581HI", "W"]  # "W" never starts a word.
 SIZE = len(TOKENS)
 NEVER = -50.0
@@ -33,14 +36,16 @@ def save(path, nodes, inputs, outputs, constants, notes):
 
 
 def encoder(path):
-    """Averages eight frames and scores each token by the energy in its frequency band."""
+    """Averages eight frames at a time and scores each token by the energy in its frequency band."""
     weights = numpy.zeros((MELS, SIZE), numpy.float32)
     weights[0:25, 3] = 1 / 25
     weights[0:25, 4] = 1 / 25
     weights[55:80, 5] = 1 / 25
     bias = numpy.array([-6, NEVER, NEVER, 0, -0.5, 0, NEVER], numpy.float32)  # Silence is blank; LO beats LOW.
     save(path, [
-        helper.make_node("ReduceMean", ["x"], ["mean"], axes=[1], keepdims=1),
+        helper.make_node("Slice", ["x", "from", "to", "frames"], ["chunk"]),
+        helper.make_node("Reshape", ["chunk", "steps"], ["stepped"]),
+        helper.make_node("ReduceMean", ["stepped"], ["mean"], axes=[2], keepdims=0),
         helper.make_node("MatMul", ["mean", "weights"], ["energies"]),
         helper.make_node("Add", ["energies", "bias"], ["encoder_out"]),
         helper.make_node("Identity", ["h"], ["next_h"]),
@@ -50,11 +55,13 @@ def encoder(path):
         tensor("h", TensorProto.FLOAT, [1, "N", 1]),
         tensor("c", TensorProto.FLOAT, [1, "N", 1]),
     ], [
-        tensor("encoder_out", TensorProto.FLOAT, ["N", 1, SIZE]),
+        tensor("encoder_out", TensorProto.FLOAT, ["N", CHUNK // STEP, SIZE]),
         tensor("next_h", TensorProto.FLOAT, [1, "N", 1]),
         tensor("next_c", TensorProto.FLOAT, [1, "N", 1]),
-    ], {"weights": weights, "bias": bias}, {
-        "model_type": "lstm", "num_encoder_layers": 1, "T": STEP, "decode_chunk_len": STEP,
+    ], {"weights": weights, "bias": bias, "steps": numpy.array([-1, CHUNK // STEP, STEP, MELS], numpy.int64),
+        "from": numpy.array([0], numpy.int64), "to": numpy.array([CHUNK], numpy.int64),
+        "frames": numpy.array([1], numpy.int64)}, {
+        "model_type": "lstm", "num_encoder_layers": 1, "T": WINDOW, "decode_chunk_len": CHUNK,
         "rnn_hidden_size": 1, "d_model": 1, "version": 1, "model_author": "Talmo",
     })
 

@@ -1,54 +1,40 @@
 #include "Recognition/Sherpa/HotWordVocabulary.h"
 
+#include "Recognition/Sherpa/SherpaTokens.h"
+
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 
-#include <algorithm>
 #include <cmath>
 
 namespace talmo {
 
-namespace {
-
-bool isPiece(const QByteArray &token)
-{
-    return !token.startsWith('<') && !token.startsWith('#');
-}
-
-/// Whether no piece has a lower-case letter.
-bool areCapitals(const QByteArray &tokens)
-{
-    const auto lines = tokens.split('\n');
-    return std::all_of(lines.begin(), lines.end(), [](const QByteArray &line) {
-        const QString text = QString::fromUtf8(line);
-        return !isPiece(line) || text == text.toUpper();
-    });
-}
-
-} // namespace
-
 HotWordVocabulary::HotWordVocabulary(const SherpaModel &model)
 {
-    const bool isOfPieces = model.hotWordUnit == QStringLiteral("bpe");
-    if (model.kind != SherpaModel::Kind::Transducer ||
-        (!isOfPieces && model.hotWordUnit != QStringLiteral("cjkchar"))) {
+    m_isUsable = model.takesHotWords();
+    if (!m_isUsable || model.hotWordUnit != QStringLiteral("bpe")) {
         return;
     }
     const QDir folder(model.folder);
-    QFile tokens(folder.filePath(model.tokens));
-    if (!tokens.open(QFile::ReadOnly)) {
-        return;
-    }
-    const QByteArray content = tokens.readAll();
-    m_hasCapitals = areCapitals(content);
-    m_isUsable = true;
-    if (!isOfPieces) {
-        return;
-    }
     m_path = folder.filePath(QStringLiteral("bpe.vocab"));
     if (!QFile::exists(m_path)) {
-        guess(content);
+        guess(SherpaTokens::read(folder.filePath(model.tokens), SherpaTokens::Blank::Needed).content());
     }
+}
+
+QByteArray HotWordVocabulary::listOf(const QStringList &words)
+{
+    // The library separates words by "/", and takes what follows ":", "#" and "@" for numbers and names.
+    static const QRegularExpression marks(QStringLiteral("[/:#@\\s]+"));
+    QStringList list;
+    for (const auto &word : words) {
+        const QString plain = QString(word).replace(marks, QStringLiteral(" ")).trimmed();
+        if (plain.size() > 1) { // What is left of "C#" would favour every “c”.
+            list.append(plain);
+        }
+    }
+    return list.join(QLatin1Char('/')).toUtf8();
 }
 
 /// By Zipf's law, the n-th most frequent word has a probability of about 1/n.
@@ -58,8 +44,8 @@ void HotWordVocabulary::guess(const QByteArray &tokens)
     m_isUsable = m_guessed->open();
     int rank = 1;
     for (const auto &line : tokens.split('\n')) {
-        const QByteArray token = line.left(line.lastIndexOf(' '));
-        if (!token.isEmpty() && isPiece(token)) {
+        const QByteArray token = SherpaTokens::tokenOf(line);
+        if (SherpaTokens::isPiece(token)) {
             m_guessed->write(token + '\t' + QByteArray::number(-std::log(++rank), 'f', 4) + '\n');
         }
     }

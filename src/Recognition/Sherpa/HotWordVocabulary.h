@@ -1,7 +1,10 @@
 #pragma once
 
-#include "Recognition/Sherpa/SherpaLibrary.h"
+#include "Recognition/Sherpa/SherpaModel.h"
 
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
 #include <QTemporaryFile>
 
 #include <memory>
@@ -13,19 +16,21 @@ namespace talmo {
 /// sorted by frequency. Blocks on the disk.
 class HotWordVocabulary {
 public:
+    /// Throws Error.
     explicit HotWordVocabulary(const SherpaModel &model);
 
     /// False if the model does not support hot words.
     bool isUsable() const { return m_isUsable; }
     /// The file with the pieces, which lives as long as this object; empty if none is needed.
     QString path() const { return m_path; }
-    bool hasCapitals() const { return m_hasCapitals; }
+
+    /// The words in the form in which the library takes them; empty if none of them can be favoured.
+    static QByteArray listOf(const QStringList &words);
 
 private:
     void guess(const QByteArray &tokens);
 
     bool m_isUsable = false;
-    bool m_hasCapitals = false;
     QString m_path;
     std::unique_ptr<QTemporaryFile> m_guessed;
 };

@@ -3,7 +3,10 @@
 #include "Base/Error.h"
 #include "Base/Log.h"
 #include "Recognition/Models/ModelCatalogue.h"
-#include "Recognition/Text/RecognisedText.h"
+#include "Recognition/Sherpa/SherpaFunctions.h"
+#include "Recognition/Sherpa/SherpaRecogniser.h"
+#include "Recognition/Sherpa/SileroVoiceActivity.h"
+#include "Recognition/Text/OrdinaryWords.h"
 
 #include <QDir>
 
@@ -11,38 +14,34 @@
 #include <functional>
 #include <mutex>
 #include <utility>
-#include <vector>
 
 namespace talmo {
 
 namespace {
 
-class SherpaRecording final : public RecordingDecoder {
+/// The language whose words can be told by their sound.
+QString english()
+{
+    return QStringLiteral("en");
+}
+
+/// Tells when the library fails over a recording.
+class GuardedDecoder final : public RecordingDecoder {
 public:
-    /// `giveUp`: called when the library fails.
-    SherpaRecording(std::shared_ptr<SherpaLibrary::Recogniser> recogniser, PersonalSpelling spelling, Publish publish,
-                    std::function<void()> giveUp)
-        : m_spelling(std::move(spelling)),
-          m_stream(std::move(recogniser), m_spelling.spokenForms()),
-          m_publish(std::move(publish)),
+    GuardedDecoder(std::unique_ptr<RecordingDecoder> decoder, std::function<void()> giveUp)
+        : m_decoder(std::move(decoder)),
           m_giveUp(std::move(giveUp))
     {
     }
 
     void process(std::span<const std::int16_t> samples) override
     {
-        guarded([this, samples] { listen(samples); });
+        guarded([this, samples] { m_decoder->process(samples); });
     }
 
     void finish() override
     {
-        guarded([this] {
-            // The model holds back the last sound until enough audio follows.
-            constexpr std::size_t tail = std::size_t(sampleRate) * 6 / 10;
-            m_stream.accept(std::vector<float>(tail));
-            m_stream.inputFinished();
-            publishFinal(readable());
-        });
+        guarded([this] { m_decoder->finish(); });
     }
 
 private:
@@ -57,50 +56,8 @@ private:
         }
     }
 
-    void listen(std::span<const std::int16_t> samples)
-    {
-        constexpr float loudest = 32768;
-        std::vector<float> scaled(samples.begin(), samples.end());
-        for (float &sample : scaled) {
-            sample /= loudest;
-        }
-        m_stream.accept(scaled);
-        const QString text = readable();
-        if (m_stream.isEndpoint()) {
-            publishFinal(text);
-            m_stream.reset();
-        } else if (!text.isEmpty() && text != m_volatileText) {
-            m_volatileText = text;
-            m_publish({text, false});
-        }
-    }
-
-    QString readable()
-    {
-        if (const QString raw = m_stream.text(); raw != m_rawText) {
-            m_rawText = raw;
-            m_readableText = m_spelling.applied(tidied(raw));
-        }
-        return m_readableText;
-    }
-
-    void publishFinal(const QString &text)
-    {
-        if (!text.isEmpty()) {
-            m_publish({text, true});
-        } else if (!m_volatileText.isEmpty()) {
-            m_publish({QString(), false});
-        }
-        m_volatileText.clear();
-    }
-
-    PersonalSpelling m_spelling;
-    SherpaLibrary::Stream m_stream;
-    Publish m_publish;
+    std::unique_ptr<RecordingDecoder> m_decoder;
     std::function<void()> m_giveUp;
-    QString m_rawText;
-    QString m_readableText;
-    QString m_volatileText;
 };
 
 } // namespace
@@ -115,14 +72,14 @@ public:
     }
 
     /// Throws Error; the model is then not tried again. Re-examines the files, which may have changed on disk.
-    std::shared_ptr<SherpaLibrary::Recogniser> get()
+    std::shared_ptr<SherpaRecogniser> get()
     {
         if (!m_recogniser) {
             const bool wasUsable = m_isUsable.exchange(false);
             if (!wasUsable) {
                 throw Error(QStringLiteral("The model in %1 is not used.").arg(m_model.folder));
             }
-            m_recogniser = SherpaLibrary::Recogniser::load(m_library, SherpaModel::examine(m_model.folder));
+            m_recogniser = SherpaRecogniser::load(m_library, SherpaModel::examine(m_model.folder));
             m_isUsable = true;
         }
         return m_recogniser;
@@ -140,24 +97,37 @@ public:
     /// Any thread.
     bool isUsable() const { return m_isUsable; }
     const SherpaLibrary &library() const { return *m_library; }
-    void setWords(const QStringList &words)
+    void setVocabulary(const PersonalVocabulary &vocabulary)
     {
         const std::scoped_lock lock(m_mutex);
-        m_words = words;
+        if (m_vocabulary != vocabulary) {
+            m_vocabulary = vocabulary;
+            m_correction.reset();
+        }
     }
-    QStringList words() const
+    /// Of a recording in that language.
+    SherpaRecogniser::Recording recording(const QString &language, RecordingDecoder::Publish publish)
     {
         const std::scoped_lock lock(m_mutex);
-        return m_words;
+        const PersonalSpelling spelling(m_vocabulary.words);
+        const auto letters = m_model.isAllCapitals ? ReadableText::Letters::Lower : ReadableText::Letters::AsWritten;
+        const bool isCorrected = !m_model.takesHotWords() && !m_vocabulary.words.isEmpty() && language == english();
+        if (isCorrected && !m_correction) {
+            m_correction = std::make_shared<SoundCorrection>(m_vocabulary, &isOrdinaryWord);
+        }
+        return {language, spelling.spokenForms(), ReadableText(letters, spelling, isCorrected ? m_correction : nullptr),
+                std::move(publish)};
     }
 
 private:
     std::shared_ptr<SherpaLibrary> m_library;
     SherpaModel m_model;
-    std::shared_ptr<SherpaLibrary::Recogniser> m_recogniser;
+    std::shared_ptr<SherpaRecogniser> m_recogniser;
     std::atomic<bool> m_isUsable = true;
-    mutable std::mutex m_mutex;
-    QStringList m_words;
+    std::mutex m_mutex;
+    PersonalVocabulary m_vocabulary;
+    /// Null until it is needed.
+    std::shared_ptr<const SoundCorrection> m_correction;
 };
 
 SherpaEngine::SherpaEngine(QString name, const QString &libraryPath, const QString &modelFolder)
@@ -165,6 +135,9 @@ SherpaEngine::SherpaEngine(QString name, const QString &libraryPath, const QStri
       m_model(SherpaModel::examine(modelFolder)),
       m_loaded(std::make_shared<LoadedModel>(SherpaLibrary::open(libraryPath), m_model))
 {
+    if (!isStreaming()) {
+        m_loaded->library().functions().requireOffline();
+    }
 }
 
 bool SherpaEngine::speaks(const QString &locale) const
@@ -182,6 +155,10 @@ QString SherpaEngine::description() const
 /// A model may have been deleted since it was found.
 QString SherpaEngine::problem() const
 {
+    if (!isStreaming() && SileroVoiceActivity::find(m_model.folder).isEmpty()) {
+        return QStringLiteral(QT_TRANSLATE_NOOP(
+            "Talmo", "This speech model needs another one that detects speech. Install it again to get both."));
+    }
     return m_loaded->isUsable() && m_model.isComplete()
                ? QString()
                : QStringLiteral(
@@ -200,18 +177,32 @@ QStringList SherpaEngine::files() const
     for (const auto &file : QDir(m_model.folder).entryInfoList(QDir::Files, QDir::Name)) {
         paths.append(file.filePath());
     }
+    if (!isStreaming()) {
+        paths.append(SileroVoiceActivity::find(m_model.folder));
+    }
     return paths;
 }
 
 void SherpaEngine::setVocabulary(const PersonalVocabulary &vocabulary)
 {
-    m_loaded->setWords(vocabulary.words);
+    m_loaded->setVocabulary(vocabulary);
 }
 
 std::unique_ptr<RecordingDecoder> SherpaEngine::makeDecoder(RecordingDecoder::Publish publish)
 {
-    return std::make_unique<SherpaRecording>(m_loaded->get(), PersonalSpelling(m_loaded->words()), std::move(publish),
-                                             [loaded = m_loaded] { loaded->giveUp(); });
+    return makeDecoderFor(m_model.languages.first(), std::move(publish));
+}
+
+std::unique_ptr<RecordingDecoder> SherpaEngine::makeDecoderFor(const QString &locale, RecordingDecoder::Publish publish)
+{
+    auto recording = m_loaded->recording(languageOf(locale), std::move(publish));
+    return std::make_unique<GuardedDecoder>(m_loaded->get()->makeDecoder(std::move(recording)),
+                                            [loaded = m_loaded] { loaded->giveUp(); });
+}
+
+std::unique_ptr<RecordingDecoder> SherpaEngine::makeTrialDecoder(RecordingDecoder::Publish publish)
+{
+    return m_loaded->get()->makeTrialDecoder(m_loaded->recording(m_model.languages.first(), std::move(publish)));
 }
 
 void SherpaEngine::warmUp()

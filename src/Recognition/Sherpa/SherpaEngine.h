@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Recognition/Sherpa/SherpaLibrary.h"
+#include "Recognition/Sherpa/SherpaModel.h"
 #include "Recognition/SpeechEngine.h"
 
 #include <QStringList>
@@ -20,11 +21,14 @@ public:
     QString description() const override;
     QStringList languages() const override { return m_model.languages; }
     bool speaks(const QString &locale) const override;
+    bool isStreaming() const override { return m_model.isStreaming(); }
     QString problem() const override;
     void refuse(const QString &problem) override;
     QStringList files() const override;
     void setVocabulary(const PersonalVocabulary &vocabulary) override;
     std::unique_ptr<RecordingDecoder> makeDecoder(RecordingDecoder::Publish publish) override;
+    std::unique_ptr<RecordingDecoder> makeDecoderFor(const QString &locale, RecordingDecoder::Publish publish) override;
+    std::unique_ptr<RecordingDecoder> makeTrialDecoder(RecordingDecoder::Publish publish) override;
     void warmUp() override;
     void unload() override;
 

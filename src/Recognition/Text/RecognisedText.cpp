@@ -51,7 +51,7 @@ QString tidied(const QString &text)
                                                        {QStringLiteral("new line"), QStringLiteral("new paragraph")});
     static const QRegularExpression requests =
         phrases(QStringLiteral("[,;:]?\\s*\\b(%1)\\b[,;:.!?]*(?=\\s|$)"), listRequests());
-    QString result = text == text.toUpper() ? text.toLower() : text;
+    QString result = text;
     result.replace(commands, QStringLiteral(" \\1 "));
     result.replace(requests, QStringLiteral(" \\1"));
     return result.trimmed();

@@ -9,9 +9,9 @@ namespace talmo {
 
 /// Normalises a model's output for the steps that follow.
 ///
-/// Some models output capitals only; that is turned into lower case. Others punctuate by themselves, spoken commands
-/// included: "milk, new line, eggs" would leave a comma at the beginning of a line, so the marks around a command are
-/// removed, except for the end of a sentence before it. Everything else stays as the model wrote it.
+/// Some models punctuate by themselves, spoken commands included: "milk, new line, eggs" would leave a comma at the
+/// beginning of a line, so the marks around a command are removed, except for the end of a sentence before it.
+/// Everything else stays as the model wrote it.
 QString tidied(const QString &text);
 
 /// Spells the words of the custom vocabulary as the user does.

@@ -1,4 +1,4 @@
-#include "Recognition/Sherpa/SherpaLibrary.h"
+#include "Recognition/Sherpa/SherpaModel.h"
 
 #include "Recognition/Sherpa/SherpaFiles.h"
 #include "Support/Printing.h"
@@ -51,6 +51,33 @@ TEST_F(SherpaModelTest, findsTransducerPartsPreferringInt8)
     const auto model = SherpaModel::examine(folder.path());
     EXPECT_EQ(model.kind, SherpaModel::Kind::Transducer);
     EXPECT_EQ(model.encoder, u"encoder-epoch-99.int8.onnx"_s);
+}
+
+TEST_F(SherpaModelTest, takesFullDecoderBesideInt8EncoderAndJoiner)
+{
+    for (const auto &part : {u"encoder"_s, u"decoder"_s, u"joiner"_s}) {
+        for (const auto &variant : {u"-epoch-99.int8.onnx"_s, u"-epoch-99.onnx"_s}) {
+            writeFile(path(part + variant), QByteArray("\x08") + QByteArray(2000, 'x'));
+        }
+    }
+    const auto model = SherpaModel::examine(folder.path());
+    EXPECT_EQ(model.encoder, u"encoder-epoch-99.int8.onnx"_s);
+    EXPECT_EQ(model.decoder, u"decoder-epoch-99.onnx"_s);
+    EXPECT_EQ(model.joiner, u"joiner-epoch-99.int8.onnx"_s);
+    QFile::remove(path(u"decoder-epoch-99.onnx"_s));
+    EXPECT_EQ(SherpaModel::examine(folder.path()).decoder, u"decoder-epoch-99.int8.onnx"_s);
+}
+
+TEST_F(SherpaModelTest, tokensTellWhetherItWritesOnlyCapitals)
+{
+    const auto writesCapitals = [this](const QByteArray &list) {
+        writeFile(path(u"tokens.txt"_s), list);
+        return SherpaModel::examine(folder.path()).isAllCapitals;
+    };
+    EXPECT_TRUE(writesCapitals("<blk> 0\n<sos/eos> 1\nTHE 2\n' 3\n#0 4\n"));
+    EXPECT_TRUE(writesCapitals("<blk> 0\nTHE 1\n\u7684 2\n"));
+    EXPECT_FALSE(writesCapitals("<blk> 0\nTHE 1\ns 2\n"));
+    EXPECT_FALSE(writesCapitals("<blk> 0\n\u7684 1\n"));
 }
 
 TEST_F(SherpaModelTest, reportsEachKindOfDamage)

@@ -6,9 +6,10 @@
 
 namespace talmo::test {
 
-TEST(RecognisedText, lowersAllCapsText)
+TEST(RecognisedText, keepsLettersAsModelWroteThem)
 {
-    EXPECT_EQ(tidied(u"HELLO WORLD"_s), u"hello world"_s);
+    EXPECT_EQ(tidied(u"NASA and IBM"_s), u"NASA and IBM"_s);
+    EXPECT_EQ(tidied(u"NASA."_s), u"NASA."_s);
     EXPECT_EQ(tidied(u"Hello, World."_s), u"Hello, World."_s);
     EXPECT_EQ(tidied(u" spaces around "_s), u"spaces around"_s);
 }

@@ -699,5 +699,9 @@
         <source>Get better recognition</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>This speech model needs another one that detects speech. Install it again to get both.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

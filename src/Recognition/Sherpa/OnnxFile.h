@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayList>
+#include <QHash>
+#include <QString>
+
+namespace talmo {
+
+/// What an ONNX model says of itself, read without loading it. Empty where the file is no ONNX model.
+struct OnnxFile {
+    QHash<QByteArray, QByteArray> metadata;
+    QByteArrayList inputs;
+    QByteArrayList outputs;
+
+    static OnnxFile read(const QString &path);
+};
+
+} // namespace talmo

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "Recognition/Sherpa/OfflineRecogniser.h"
+#include "Recognition/Signal/SpeechPieces.h"
+
+namespace talmo {
+
+/// Recognises a recording piece by piece: each one as soon as a pause has ended it, so that only the last one is left
+/// at the end.
+class PiecewiseDecoder final : public RecordingDecoder {
+public:
+    PiecewiseDecoder(std::shared_ptr<OfflineRecogniser> recogniser, std::shared_ptr<VoiceActivity> activity,
+                     SherpaRecogniser::Recording recording);
+
+    void process(std::span<const std::int16_t> samples) override;
+    void finish() override;
+
+private:
+    void recognise(const std::vector<float> &piece);
+
+    std::shared_ptr<OfflineRecogniser> m_recogniser;
+    SherpaRecogniser::Recording m_recording;
+    SpeechPieces m_pieces;
+};
+
+} // namespace talmo

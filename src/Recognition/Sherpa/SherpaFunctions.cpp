@@ -1,0 +1,65 @@
+#include "Recognition/Sherpa/SherpaFunctions.h"
+
+#include "Base/Error.h"
+
+#include <QVersionNumber>
+
+#include <dlfcn.h>
+
+namespace talmo {
+
+void *SherpaFunctions::find(void *library, const char *name)
+{
+    void *function = dlsym(library, name);
+    if (function == nullptr) {
+        throw Error(QStringLiteral("The neural recogniser's library lacks %1.").arg(QLatin1String(name)));
+    }
+    return function;
+}
+
+void SherpaFunctions::resolveAll(void *library)
+{
+    resolve(library, "SherpaOnnxCreateOnlineRecognizer", createRecogniser);
+    resolve(library, "SherpaOnnxDestroyOnlineRecognizer", destroyRecogniser);
+    resolve(library, "SherpaOnnxCreateOnlineStream", createStream);
+    resolve(library, "SherpaOnnxCreateOnlineStreamWithHotwords", createStreamWithHotwords);
+    resolve(library, "SherpaOnnxDestroyOnlineStream", destroyStream);
+    resolve(library, "SherpaOnnxOnlineStreamAcceptWaveform", accept);
+    resolve(library, "SherpaOnnxIsOnlineStreamReady", isReady);
+    resolve(library, "SherpaOnnxDecodeOnlineStream", decode);
+    resolve(library, "SherpaOnnxGetOnlineStreamResultAsJson", resultAsJson);
+    resolve(library, "SherpaOnnxDestroyOnlineStreamResultJson", destroyJson);
+    resolve(library, "SherpaOnnxOnlineStreamInputFinished", inputFinished);
+    resolve(library, "SherpaOnnxOnlineStreamIsEndpoint", isEndpoint);
+    resolve(library, "SherpaOnnxOnlineStreamReset", reset);
+    resolve(library, "SherpaOnnxCreateOfflineRecognizer", createOfflineRecogniser);
+    resolve(library, "SherpaOnnxOfflineRecognizerSetConfig", configureOfflineRecogniser);
+    resolve(library, "SherpaOnnxDestroyOfflineRecognizer", destroyOfflineRecogniser);
+    resolve(library, "SherpaOnnxCreateOfflineStream", createOfflineStream);
+    resolve(library, "SherpaOnnxDestroyOfflineStream", destroyOfflineStream);
+    resolve(library, "SherpaOnnxAcceptWaveformOffline", acceptOffline);
+    resolve(library, "SherpaOnnxDecodeOfflineStream", decodeOffline);
+    resolve(library, "SherpaOnnxGetOfflineStreamResult", offlineResult);
+    resolve(library, "SherpaOnnxDestroyOfflineRecognizerResult", destroyOfflineResult);
+    resolve(library, "SherpaOnnxCreateVoiceActivityDetector", createVoiceActivity);
+    resolve(library, "SherpaOnnxDestroyVoiceActivityDetector", destroyVoiceActivity);
+    resolve(library, "SherpaOnnxVoiceActivityDetectorAcceptWaveform", acceptVoice);
+    resolve(library, "SherpaOnnxVoiceActivityDetectorDetected", isVoiceDetected);
+    resolve(library, "SherpaOnnxVoiceActivityDetectorClear", clearVoice);
+    resolve(library, "SherpaOnnxVoiceActivityDetectorReset", resetVoice);
+}
+
+void SherpaFunctions::requireOffline() const
+{
+    const QVersionNumber oldest(oldestOffline[0], oldestOffline[1], oldestOffline[2]);
+    const QVersionNumber unknown(firstUnknownOffline[0], firstUnknownOffline[1], firstUnknownOffline[2]);
+    const auto found = QVersionNumber::fromString(QString::fromUtf8(version()));
+    if (found < oldest || found >= unknown) {
+        throw Error(
+            QStringLiteral(
+                "The neural recogniser's library is version %1; this kind of model needs %2 or later, before %3.")
+                .arg(found.toString(), oldest.toString(), unknown.toString()));
+    }
+}
+
+} // namespace talmo

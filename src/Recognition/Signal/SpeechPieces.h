@@ -1,0 +1,64 @@
+#pragma once
+
+#include "Recognition/Signal/VoiceActivity.h"
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <span>
+#include <vector>
+
+namespace talmo {
+
+/// Cuts a recording into pieces of speech for models that recognise an utterance as a whole. It cuts at pauses, as soon
+/// as they are long enough, and keeps a little of the silence around the speech. Where nobody speaks there is no piece.
+class SpeechPieces {
+public:
+    static constexpr std::size_t sampleRate = 16000;
+    /// What is kept before and after speech; also the shortest pause to cut at.
+    static constexpr std::size_t surroundings = sampleRate * 45 / 100;
+    /// From this length on a piece ends at the next pause.
+    static constexpr std::size_t longEnough = sampleRate * 4;
+    /// A pause at which any piece ends: it is between sentences.
+    static constexpr std::size_t longPause = sampleRate;
+    /// No model takes more.
+    static constexpr std::size_t longest = sampleRate * 28;
+    /// A piece shorter than this is padded with silence up to `padded`, since models make things up over scraps.
+    static constexpr std::size_t shortest = sampleRate;
+    static constexpr std::size_t padded = sampleRate * 5 / 4;
+    /// What has less speech than this in it is a click or a cough.
+    static constexpr std::size_t leastSpeech = sampleRate / 10;
+
+    using Take = std::function<void(std::vector<float> piece)>;
+
+    /// `activity`: of a new recording.
+    SpeechPieces(std::shared_ptr<VoiceActivity> activity, Take take);
+
+    /// Samples between -1 and 1. Throws what the two given to the constructor throw.
+    void accept(std::span<const float> samples);
+    /// The recording ends: takes the last piece.
+    void finish();
+
+private:
+    void judge(std::size_t windowEnd);
+    bool isAtCut(std::size_t windowEnd) const;
+    void cut(std::size_t end);
+    std::size_t quietestCut() const;
+    void forgetUpTo(std::size_t position);
+    std::span<const float> between(std::size_t begin, std::size_t end) const;
+    std::size_t heardEnd() const { return m_keptFrom + m_kept.size(); }
+
+    std::shared_ptr<VoiceActivity> m_activity;
+    Take m_take;
+    // Positions count samples from the beginning of the recording.
+    std::vector<float> m_kept;
+    std::size_t m_keptFrom = 0;
+    std::size_t m_judged = 0;
+    bool m_isOpen = false;
+    std::size_t m_pieceStart = 0;
+    std::size_t m_speechStart = 0;
+    std::size_t m_speechEnd = 0;
+    std::size_t m_speech = 0;
+};
+
+} // namespace talmo

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "Recognition/Text/RecognisedText.h"
+#include "Recognition/Text/SoundCorrection.h"
+
+#include <memory>
+
+namespace talmo {
+
+/// Makes what a model writes what its user would.
+class ReadableText {
+public:
+    enum class Letters { AsWritten, Lower };
+
+    /// `correction`: null if the model was given the custom vocabulary.
+    ReadableText(Letters letters, PersonalSpelling spelling, std::shared_ptr<const SoundCorrection> correction);
+
+    QString of(const QString &raw) const;
+
+private:
+    Letters m_letters;
+    PersonalSpelling m_spelling;
+    std::shared_ptr<const SoundCorrection> m_correction;
+};
+
+} // namespace talmo
