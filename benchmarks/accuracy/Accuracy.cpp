@@ -3,6 +3,7 @@
 
 #include "accuracy/Corpus.h"
 #include "accuracy/Listener.h"
+#include "accuracy/PeopleReport.h"
 #include "accuracy/Scoring.h"
 #include "accuracy/SoundFiles.h"
 
@@ -37,6 +38,9 @@ struct Options {
     QString engine;
     std::shared_ptr<testbed::SoundServer> sound;
     bool showsErrors = false;
+    /// The recordings of people to use instead of the sets.
+    std::vector<PersonRecording> people;
+    QString transcripts;
 };
 
 struct Score {
@@ -108,15 +112,6 @@ Score run(const std::vector<Session> &sessions, const Options &options)
 double cpuSeconds()
 {
     return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
-}
-
-double percentile(std::vector<double> values, double share)
-{
-    if (values.empty()) {
-        return 0;
-    }
-    std::sort(values.begin(), values.end());
-    return values[static_cast<std::size_t>(share * static_cast<double>(values.size() - 1))];
 }
 
 /// The peak memory use of this process.
@@ -223,6 +218,13 @@ void runSets(const Options &options)
     }
 }
 
+/// What a new user's dictionary contains.
+QStringList firstWords()
+{
+    return {QStringLiteral("Talmo"), QStringLiteral("Terraform"), QStringLiteral("CloudFormation"),
+            QStringLiteral("Kubernetes")};
+}
+
 std::shared_ptr<testbed::SoundServer> soundRig()
 {
     static const QTemporaryDir folder;
@@ -250,7 +252,18 @@ Options parse(const QCoreApplication &application)
                                     QStringLiteral("NAME"), EngineRegistry::embeddedChoice);
     const QCommandLineOption fromFile(QStringLiteral("file"),
                                       QStringLiteral("Read the sound files instead of playing them, which is faster."));
-    parser.addOptions({voices, sets, half, folder, errors, engine, fromFile});
+    const QCommandLineOption people(
+        QStringLiteral("people"),
+        QStringLiteral("Use recordings of people, beside stock PocketSphinx, instead of the sets. ") +
+            QString::fromLatin1(peopleFormat),
+        QStringLiteral("PATH"));
+    const QCommandLineOption sample(QStringLiteral("sample"),
+                                    QStringLiteral("Use only so many of them, always the same."),
+                                    QStringLiteral("COUNT"));
+    const QCommandLineOption transcripts(QStringLiteral("transcripts"),
+                                         QStringLiteral("Write what was recognised in them into this file."),
+                                         QStringLiteral("FILE"));
+    parser.addOptions({voices, sets, half, folder, errors, engine, fromFile, people, sample, transcripts});
     parser.process(application);
     Options options;
     options.voices = parser.value(voices).split(QLatin1Char(','));
@@ -262,11 +275,27 @@ Options parse(const QCoreApplication &application)
     options.folder = parser.value(folder);
     options.showsErrors = parser.isSet(errors);
     options.engine = parser.value(engine);
-    options.sound = parser.isSet(fromFile) ? nullptr : soundRig();
+    if (parser.isSet(people)) {
+        options.people = accuracy::people(parser.value(people));
+        options.transcripts = parser.value(transcripts);
+        if (parser.isSet(sample)) {
+            options.people = sampleOf(options.people, parser.value(sample).toInt());
+        }
+    }
+    options.sound = parser.isSet(fromFile) || parser.isSet(people) ? nullptr : soundRig();
     return options;
 }
 
 } // namespace
+
+void run(const Options &options)
+{
+    if (options.people.empty()) {
+        runSets(options);
+    } else {
+        reportPeople({options.people, options.engine, firstWords(), options.showsErrors, options.transcripts});
+    }
+}
 
 } // namespace talmo::accuracy
 
@@ -274,7 +303,7 @@ int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
     try {
-        talmo::accuracy::runSets(talmo::accuracy::parse(application));
+        talmo::accuracy::run(talmo::accuracy::parse(application));
         std::printf("peak memory: %s\n", qUtf8Printable(talmo::accuracy::memoryUsed()));
         return EXIT_SUCCESS;
     } catch (const talmo::Error &error) {

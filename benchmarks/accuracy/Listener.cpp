@@ -21,6 +21,21 @@ namespace talmo::accuracy {
 
 namespace {
 
+/// Runs slowly, so that no engine counts as stuck because other programs keep the machine busy.
+class SlowClock final : public Clock {
+public:
+    Instant now() const override { return m_start + (m_clock.now() - m_start) / slowness; }
+    QFuture<void> sleep(Duration duration, std::stop_token stop) override
+    {
+        return m_clock.sleep(duration * slowness, std::move(stop));
+    }
+
+private:
+    static constexpr int slowness = 20;
+    TimerFdClock m_clock;
+    Instant m_start = m_clock.now();
+};
+
 /// The result or the error of a task: waiting for a task that throws would never return.
 struct Outcome {
     FileTranscript transcript;
@@ -63,7 +78,7 @@ void requireEngine(const EngineRegistry &engines, const QString &name)
 Listener::Listener(const ListenerOptions &options)
     : m_sound(options.sound),
       m_recogniser(SerialExecutor::onNewThread(QStringLiteral("decoder"))),
-      m_recognisers(Recognisers::make(m_recogniser, std::make_shared<TimerFdClock>(), optionsFor(options.engine))),
+      m_recognisers(Recognisers::make(m_recogniser, std::make_shared<SlowClock>(), optionsFor(options.engine))),
       m_service(std::make_shared<SpeechTranscriptionService>(
           m_recognisers.engines->platform(), std::make_shared<SpeexAudioConverterFactory>(),
           SerialExecutor::onNewThread(QStringLiteral("speech")), SerialExecutor::onCurrentThread()))
@@ -89,6 +104,38 @@ FileTranscript Listener::hear(const QString &file)
         std::rethrow_exception(outcome.error);
     }
     return outcome.transcript;
+}
+
+/// The model is loaded first, as it is at the press of the key.
+PacedTranscript Listener::hearPaced(const QString &file)
+{
+    m_recognisers.engines->warmUp(QStringLiteral("en_US"));
+    QCoro::waitFor(await(m_recogniser->call([] {})));
+    const auto pace = std::make_shared<Pace>();
+    const Outcome outcome = QCoro::waitFor(outcomeOf(hearInStep(file, pace)));
+    if (outcome.error) {
+        std::rethrow_exception(outcome.error);
+    }
+    return pace->finished(outcome.transcript.text);
+}
+
+QCoro::Task<FileTranscript> Listener::hearInStep(QString file, std::shared_ptr<Pace> pace)
+{
+    const auto sound = std::make_shared<SoundFileEngine>(file);
+    const auto recorder = std::make_shared<AudioRecorder>(sound);
+    const auto ignoreUpdate = [](const QString &) {};
+    const auto ignoreError = [](const std::exception_ptr &) {};
+    co_await m_service->startTranscription(recorder, QStringLiteral("en_US"), ignoreUpdate, ignoreError);
+    const double blockLength = AudioRecorder::bufferSize / sound->inputFormat().sampleRate;
+    while (sound->deliverNext()) {
+        const auto turn = m_recogniser->call([] {});
+        co_await turn;
+        pace->tookSound(blockLength);
+    }
+    recorder->stop();
+    FileTranscript transcript;
+    transcript.text = co_await m_service->stopTranscription();
+    co_return transcript;
 }
 
 /// As in a dictation: the microphone is on before the first word, and the key is released with the last one.

@@ -3,6 +3,7 @@
 #include "Recognition/FileTranscription.h"
 #include "Recognition/Recognisers.h"
 #include "SoundServer.h"
+#include "accuracy/Pace.h"
 
 #include <QString>
 #include <QStringList>
@@ -29,8 +30,11 @@ public:
 
     /// The transcript of a sound file. Throws Error.
     FileTranscript hear(const QString &file);
+    /// The same from the file, and what it would have taken while it was spoken. Throws Error.
+    PacedTranscript hearPaced(const QString &file);
 
 private:
+    QCoro::Task<FileTranscript> hearInStep(QString file, std::shared_ptr<Pace> pace);
     QCoro::Task<FileTranscript> hearPlayed(QString file);
 
     std::shared_ptr<testbed::SoundServer> m_sound;

@@ -41,4 +41,13 @@ int occurrences(const QStringList &text, const QStringList &words)
     return count;
 }
 
+double percentile(std::vector<double> values, double share)
+{
+    if (values.empty()) {
+        return 0;
+    }
+    std::sort(values.begin(), values.end());
+    return values[static_cast<std::size_t>(share * static_cast<double>(values.size() - 1))];
+}
+
 } // namespace talmo::accuracy

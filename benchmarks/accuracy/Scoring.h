@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <vector>
+
 namespace talmo::accuracy {
 
 /// Words for comparison: in lower case, without punctuation.
@@ -13,5 +15,8 @@ int wordErrors(const QStringList &expected, const QStringList &heard);
 
 /// The number of times these words occur consecutively in the text.
 int occurrences(const QStringList &text, const QStringList &words);
+
+/// The value below which this share of the values is; 0 if there are none.
+double percentile(std::vector<double> values, double share);
 
 } // namespace talmo::accuracy

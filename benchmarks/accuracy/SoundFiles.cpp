@@ -19,10 +19,8 @@ namespace talmo::accuracy {
 
 namespace {
 
-constexpr int rawRate = 16000;
-
 struct Sound {
-    int rate = rawRate;
+    int rate = sampleRate;
     std::vector<double> samples;
 };
 
@@ -111,7 +109,7 @@ QString fromRaw(const QString &file, const QString &folder)
 {
     return once(folder, QFileInfo(file).baseName(), [&file] {
         SF_INFO info{};
-        info.samplerate = rawRate;
+        info.samplerate = sampleRate;
         info.channels = 1;
         info.format = SF_FORMAT_RAW | SF_FORMAT_PCM_16 | SF_ENDIAN_LITTLE;
         return read(file, info);
@@ -164,7 +162,7 @@ QString wordless(Wordless kind, const QString &folder)
     constexpr std::size_t seconds = 60;
     const QString names[] = {QStringLiteral("silence"), QStringLiteral("noise"), QStringLiteral("music")};
     return once(folder, names[static_cast<int>(kind)], [kind] {
-        Sound sound{rawRate, std::vector<double>(rawRate * seconds)};
+        Sound sound{sampleRate, std::vector<double>(sampleRate * seconds)};
         constexpr double loud = 0.03;
         constexpr double hardlyAnything = 0.0005; // Microphones are never quite silent.
         addNoise(sound, kind == Wordless::Noise ? loud : hardlyAnything);
@@ -173,6 +171,21 @@ QString wordless(Wordless kind, const QString &folder)
         }
         return sound;
     });
+}
+
+std::vector<std::int16_t> samplesAt16kHz(const QString &file)
+{
+    const Sound sound = read(file, {});
+    if (sound.rate != sampleRate) {
+        throw Error(QStringLiteral("%1 has %2 samples a second, not %3.").arg(file).arg(sound.rate).arg(sampleRate));
+    }
+    constexpr double loudest = 32768;
+    std::vector<std::int16_t> samples;
+    samples.reserve(sound.samples.size());
+    for (const double sample : sound.samples) {
+        samples.push_back(static_cast<std::int16_t>(std::lround(sample * loudest)));
+    }
+    return samples;
 }
 
 } // namespace talmo::accuracy

@@ -3,6 +3,9 @@
 #include <QString>
 #include <QStringList>
 
+#include <cstdint>
+#include <vector>
+
 namespace talmo::accuracy {
 
 /// Each creates a sound file in the folder, unless it exists, and returns its path. Throws Error.
@@ -18,5 +21,9 @@ QString joined(const QStringList &files, int seconds, const QString &name, const
 /// A minute without speech.
 enum class Wordless { Silence, Noise, Music };
 QString wordless(Wordless kind, const QString &folder);
+
+constexpr int sampleRate = 16000;
+/// The first channel of a sound file that must have this rate. Throws Error.
+std::vector<std::int16_t> samplesAt16kHz(const QString &file);
 
 } // namespace talmo::accuracy

@@ -48,19 +48,30 @@ double NoiseLevel::voiceAboveNoise() const
     if (m_count < fewestFrames) {
         return asInAQuietRoom;
     }
-    const auto levelOf = [this](double share) {
-        double below = 0;
-        std::size_t level = 0;
-        while (level + 1 < m_frames.size() && below + m_frames.at(level) <= share * m_count) {
-            below += m_frames.at(level);
-            ++level;
-        }
-        return static_cast<double>(level);
-    };
     // While the key is held, the user neither speaks nor pauses all the time.
     constexpr double quietShare = 0.1;
     constexpr double loudShare = 0.9;
     return levelOf(loudShare) - levelOf(quietShare);
+}
+
+bool NoiseLevel::isSteady() const
+{
+    constexpr double quietest = 0.05;
+    constexpr double stillQuiet = 0.2;
+    constexpr double spread = 3; // Decibels.
+    return levelOf(stillQuiet) - levelOf(quietest) <= spread;
+}
+
+/// The level below which this share of the frames is.
+double NoiseLevel::levelOf(double share) const
+{
+    double below = 0;
+    std::size_t level = 0;
+    while (level + 1 < m_frames.size() && below + m_frames.at(level) <= share * m_count) {
+        below += m_frames.at(level);
+        ++level;
+    }
+    return static_cast<double>(level);
 }
 
 } // namespace talmo

@@ -15,9 +15,12 @@ public:
     /// Decibels between the loud and the quiet moments of about the last 30 seconds: roughly 20 if words are barely
     /// intelligible, 50 in a quiet room. A quiet room is assumed until there is enough audio to tell.
     double voiceAboveNoise() const;
+    /// Whether the quiet moments are all about equally loud, as with a fan.
+    bool isSteady() const;
 
 private:
     void takeFrame();
+    double levelOf(double share) const;
 
     std::vector<std::int16_t> m_frame;
     /// Histogram of frame levels in decibels; old frames count for less.

@@ -41,6 +41,16 @@ bool isWorthwhile(NoiseReduction &reduction, double noiseAmplitude)
     return reduction.isWorthwhile();
 }
 
+/// Noise that swells and fades, as a street does, by 16 dB.
+Sound unsteadyNoise(double seconds, double amplitude)
+{
+    Sound sound = noise(seconds, amplitude);
+    for (std::size_t index = 0; index < sound.size(); ++index) {
+        sound[index] *= std::pow(10, 0.4 * std::sin(static_cast<double>(index) / rate));
+    }
+    return sound;
+}
+
 } // namespace
 
 TEST(NoiseReduction, removesNoiseAndKeepsVoice)
@@ -74,6 +84,20 @@ TEST(NoiseReduction, isWorthwhileInNoiseWithHysteresis)
     EXPECT_TRUE(isWorthwhile(reduction, 0.03));
     EXPECT_TRUE(isWorthwhile(reduction, between));
     EXPECT_FALSE(isWorthwhile(reduction, 0.0003));
+}
+
+TEST(NoiseReduction, isWorthwhileInUnsteadyNoiseOnlyIfLoud)
+{
+    constexpr double seconds = 90;
+    constexpr double amplitude = 0.007;
+    NoiseReduction steady;
+    steady.measure(samplesOf(voice(seconds, 0.1) + noise(seconds, amplitude)));
+    EXPECT_TRUE(steady.isWorthwhile());
+    NoiseReduction unsteady;
+    unsteady.measure(samplesOf(voice(seconds, 0.1) + unsteadyNoise(seconds, amplitude)));
+    EXPECT_FALSE(unsteady.isWorthwhile());
+    unsteady.measure(samplesOf(voice(seconds, 0.1) + unsteadyNoise(seconds, 5 * amplitude)));
+    EXPECT_TRUE(unsteady.isWorthwhile());
 }
 
 } // namespace talmo::test
