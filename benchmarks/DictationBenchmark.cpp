@@ -27,7 +27,7 @@ namespace {
 
 using namespace std::chrono_literals;
 using Time = std::chrono::steady_clock::time_point;
-constexpr Patience patience = 30s;
+constexpr Timeout timeout = 30s;
 
 struct Series {
     const char *name;
@@ -53,7 +53,7 @@ public:
         const QDir programs(QCoreApplication::applicationDirPath());
         window = std::make_unique<ChildProcess>(programs.filePath(QStringLiteral("talmo-demo-window")),
                                                 QStringList{QStringLiteral("Target")}, environment);
-        if (!desktop.waitForActiveWindow(QStringLiteral("Target"), patience)) {
+        if (!desktop.waitForActiveWindow(QStringLiteral("Target"), timeout)) {
             throw Error(QStringLiteral("The window did not open."));
         }
         talmo = std::make_unique<ChildProcess>(programs.filePath(QStringLiteral("talmo")), QStringList{}, environment);
@@ -73,7 +73,7 @@ public:
         recognised.add(released, waitFor(*talmo, QStringLiteral("raw transcript: "), from));
         inWindow.add(released, waitFor(*window, QStringLiteral("text: "), shown));
         waitFor(*talmo, QStringLiteral("state: idle"), from);
-        passTime(2s); // Until the clipboard is restored and a press no longer counts as a second tap.
+        sleepFor(2s); // Until the clipboard is restored and a press no longer counts as a second tap.
     }
 
     void pasteOnly(const QString &text)
@@ -98,7 +98,7 @@ public:
 private:
     static Time waitFor(ChildProcess &process, const QString &text, std::size_t from)
     {
-        const auto line = process.waitForLine(text, patience, from);
+        const auto line = process.waitForLine(text, timeout, from);
         if (!line) {
             throw Error(QStringLiteral("Timed out waiting for “%1”:\n%2").arg(text, process.output()));
         }

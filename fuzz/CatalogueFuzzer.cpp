@@ -32,7 +32,7 @@ void checkEntry(const ModelEntry &entry)
     const bool isHere = host == QStringLiteral("127.0.0.1") || host == QStringLiteral("::1");
     require(entry.address.scheme() == QStringLiteral("https") || isHere);
     require(entry.size.value_or(1) > 0);
-    require(entry.roughMegabytes.value_or(1) > 0);
+    require(entry.approximateMegabytes.value_or(1) > 0);
     require(entry.sha256.isEmpty() || matches(QString::fromLatin1(entry.sha256), "[0-9a-f]{64}"));
 }
 

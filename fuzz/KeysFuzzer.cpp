@@ -2,7 +2,7 @@
 
 #include "Fuzzing.h"
 #include "Input/Hotkey/GlobalHotkeyManager.h"
-#include "Platform/Linux/Keys/StandInKeyFilter.h"
+#include "Platform/Linux/Keys/TriggerKeyFilter.h"
 #include "Platform/Linux/X11/Keys/RepeatPairFilter.h"
 #include "Support/FakeEventMonitor.h"
 #include "Support/ManualClock.h"
@@ -21,9 +21,9 @@ using fuzz::require;
 
 namespace {
 
-constexpr std::uint8_t firstStandIn = 105;
-constexpr std::uint8_t secondStandIn = 108;
-constexpr std::array<std::uint8_t, 4> keyCodes = {firstStandIn, secondStandIn, 38, 50};
+constexpr std::uint8_t firstTriggerKey = 105;
+constexpr std::uint8_t secondTriggerKey = 108;
+constexpr std::array<std::uint8_t, 4> keyCodes = {firstTriggerKey, secondTriggerKey, 38, 50};
 constexpr std::uint16_t keyboard = 3;
 
 /// The components between the X server and the coordinator, in virtual time.
@@ -47,14 +47,14 @@ public:
     /// One bit per key that is a trigger key from now on.
     void setLayout(int bits)
     {
-        std::set<std::uint8_t> standIns;
+        std::set<std::uint8_t> triggerKeys;
         if ((bits & 1) != 0) {
-            standIns.insert(firstStandIn);
+            triggerKeys.insert(firstTriggerKey);
         }
         if ((bits & 2) != 0) {
-            standIns.insert(secondStandIn);
+            triggerKeys.insert(secondTriggerKey);
         }
-        m_standIns.setKeyCodes(standIns);
+        m_triggerKeys.setKeyCodes(triggerKeys);
     }
 
     void key(std::uint8_t keyCode, bool isDown, std::uint16_t device)
@@ -73,16 +73,16 @@ public:
     {
         const Time end = m_now + time;
         while (m_now < end) {
-            const Time next = std::min({end, m_patienceEnds.value_or(end), m_standIns.withheldUntil().value_or(end)});
+            const Time next = std::min({end, m_deadline.value_or(end), m_triggerKeys.withheldUntil().value_or(end)});
             const auto step = std::max<Time::duration>(next - m_now, 0ms);
             m_now += step;
             m_clock->advance(step);
-            if (m_patienceEnds && m_now >= *m_patienceEnds) {
-                m_patienceEnds.reset();
+            if (m_deadline && m_now >= *m_deadline) {
+                m_deadline.reset();
                 handleRaw(true);
             }
-            if (const auto due = m_standIns.withheldUntil(); due && m_now >= *due) {
-                report(m_standIns.timePassed(m_now));
+            if (const auto due = m_triggerKeys.withheldUntil(); due && m_now >= *due) {
+                report(m_triggerKeys.timePassed(m_now));
             }
             check();
         }
@@ -102,23 +102,23 @@ public:
     void checkAtRest() const
     {
         require(!m_raw.isHoldingBack());
-        const bool isDown = m_down.contains(firstStandIn) || m_down.contains(secondStandIn);
+        const bool isDown = m_down.contains(firstTriggerKey) || m_down.contains(secondTriggerKey);
         require(isDown || !m_isReportedDown);
         require(isDown || !m_isRecording || m_manager.recognizer().activeMode() == ActiveMode::Toggle);
     }
 
 private:
-    void handleRaw(bool isPatienceOver)
+    void handleRaw(bool hasTimedOut)
     {
-        while (const auto next = m_raw.take(isPatienceOver)) {
+        while (const auto next = m_raw.take(hasTimedOut)) {
             if (next->isDown) {
                 m_real.insert(next->keyCode);
-                report(m_standIns.keyDown(next->keyCode, m_now));
+                report(m_triggerKeys.keyDown(next->keyCode, m_now));
             } else {
                 m_real.erase(next->keyCode);
-                const auto change = m_standIns.keyUp(next->keyCode);
+                const auto change = m_triggerKeys.keyUp(next->keyCode);
                 // All keys that were trigger keys when they were pressed count as one key.
-                const auto &held = m_standIns.held();
+                const auto &held = m_triggerKeys.held();
                 const bool isHeld = std::any_of(m_real.begin(), m_real.end(),
                                                 [&held](std::uint8_t keyCode) { return held.contains(keyCode); });
                 require(change != false || !isHeld);
@@ -126,8 +126,8 @@ private:
             }
             check();
         }
-        if (m_raw.isHoldingBack() && !m_patienceEnds) {
-            m_patienceEnds = m_now + 5ms;
+        if (m_raw.isHoldingBack() && !m_deadline) {
+            m_deadline = m_now + 5ms;
         }
     }
 
@@ -147,18 +147,18 @@ private:
         const auto mode = m_manager.recognizer().activeMode();
         require(m_isRecording == mode.has_value());
         require(mode != ActiveMode::Hold || m_isReportedDown);
-        require(m_standIns.isReportedDown() == m_isReportedDown);
+        require(m_triggerKeys.isReportedDown() == m_isReportedDown);
     }
 
-    using Time = StandInKeyFilter::Time;
+    using Time = TriggerKeyFilter::Time;
 
     Time m_now{std::chrono::hours(1)};
     std::set<std::uint8_t> m_down;
     /// Without the repeats.
     std::set<std::uint8_t> m_real;
-    StandInKeyFilter m_standIns;
-    RepeatPairFilter m_raw{[this](std::uint8_t keyCode) { return m_standIns.isWatched(keyCode); }};
-    std::optional<Time> m_patienceEnds;
+    TriggerKeyFilter m_triggerKeys;
+    RepeatPairFilter m_raw{[this](std::uint8_t keyCode) { return m_triggerKeys.isWatched(keyCode); }};
+    std::optional<Time> m_deadline;
     bool m_isReportedDown = false;
     bool m_isRecording = false;
     int m_starts = 0;
@@ -179,17 +179,17 @@ void checkNextDictation(Keyboard &keys)
     keys.checkAtRest();
     keys.setLayout(3);
     if (keys.isRecording()) {
-        keys.key(firstStandIn, true, keyboard);
+        keys.key(firstTriggerKey, true, keyboard);
         require(!keys.isRecording());
-        keys.key(firstStandIn, false, keyboard);
+        keys.key(firstTriggerKey, false, keyboard);
         keys.pass(rest);
     }
     require(!keys.isRecording());
     const int before = keys.starts();
-    keys.key(firstStandIn, true, keyboard);
+    keys.key(firstTriggerKey, true, keyboard);
     keys.pass(FnGestureRecognizer::holdThreshold / 1ms * 1ms);
     require(keys.isRecording() && keys.starts() == before + 1);
-    keys.key(firstStandIn, false, keyboard);
+    keys.key(firstTriggerKey, false, keyboard);
     keys.pass(10ms); // On a device that has repeated keys, releases are held back.
     require(!keys.isRecording());
 }

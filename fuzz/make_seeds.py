@@ -67,7 +67,7 @@ def archives():
 def catalogues():
     entry = {"id": "zipformer-en", "title": "Zipformer", "engine": "sherpa-onnx", "kind": "zipformer-ctc",
              "hotWords": "bpe", "languages": ["en", "deu"], "address": "https://example.org/model.tar.bz2",
-             "size": 1000, "roughMegabytes": 300, "sha256": "0aF" * 21 + "1", "licence": "Apache 2.0",
+             "size": 1000, "approximateMegabytes": 300, "sha256": "0aF" * 21 + "1", "licence": "Apache 2.0",
              "licenceAddress": "https://example.org/licence", "gives": "English."}
     seed("catalogue", "one", json.dumps({"models": [entry]}), b"\x02")
     seed("catalogue", "two", json.dumps({"models": [entry, {**entry, "id": "b", "address": "http://[::1]/x"}]}), b"\x02")

@@ -35,7 +35,7 @@ void ChildProcess::readLines()
     }
 }
 
-std::optional<ChildProcess::Line> ChildProcess::waitForLine(const QString &text, Patience patience, std::size_t from)
+std::optional<ChildProcess::Line> ChildProcess::waitForLine(const QString &text, Timeout timeout, std::size_t from)
 {
     std::size_t next = from;
     const auto isFound = [this, &text, &next] {
@@ -44,7 +44,7 @@ std::optional<ChildProcess::Line> ChildProcess::waitForLine(const QString &text,
         }
         return next < m_lines.size();
     };
-    const bool found = waitUntil([&] { return isFound() || !isRunning(); }, patience) && isFound();
+    const bool found = waitUntil([&] { return isFound() || !isRunning(); }, timeout) && isFound();
     return found ? std::optional(m_lines[next]) : std::nullopt;
 }
 
@@ -62,11 +62,11 @@ void ChildProcess::writeLine(const QString &line)
     m_process.write(line.toUtf8() + '\n');
 }
 
-int ChildProcess::terminate(Patience patience)
+int ChildProcess::terminate(Timeout timeout)
 {
     if (m_process.state() != QProcess::NotRunning) {
         m_process.terminate();
-        if (!m_process.waitForFinished(static_cast<int>(patience.count()))) {
+        if (!m_process.waitForFinished(static_cast<int>(timeout.count()))) {
             kill();
         }
         readLines();

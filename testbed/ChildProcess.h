@@ -29,7 +29,7 @@ public:
 
     const std::vector<Line> &lines() const { return m_lines; }
     /// The first line that contains this text, from line number `from` on; waits for it.
-    std::optional<Line> waitForLine(const QString &text, Patience patience, std::size_t from = 0);
+    std::optional<Line> waitForLine(const QString &text, Timeout timeout, std::size_t from = 0);
     QString output() const;
 
     bool isRunning() const { return m_process.state() == QProcess::Running; }
@@ -38,7 +38,7 @@ public:
     void closeInput() { m_process.closeWriteChannel(); }
     /// Terminates the process, or kills it after the timeout. Returns the exit status, or -1 if it crashed or was
     /// killed.
-    int terminate(Patience patience = std::chrono::seconds(10));
+    int terminate(Timeout timeout = std::chrono::seconds(10));
     /// Immediate, like a crash.
     void kill();
 

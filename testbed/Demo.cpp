@@ -26,7 +26,7 @@ namespace {
 using namespace std::chrono_literals;
 using Time = std::chrono::steady_clock::time_point;
 
-constexpr Patience patience = 30s;
+constexpr Timeout timeout = 30s;
 
 void say(const QString &line)
 {
@@ -92,19 +92,19 @@ Stages dictate(SoundServer &sound, VirtualKeyboard &keyboard, ChildProcess &talm
     Stages stages;
     stages.pressed = std::chrono::steady_clock::now();
     keyboard.press(VirtualKeyboard::controlRight);
-    stages.recording = required(talmo.waitForLine(QStringLiteral("state: recording"), patience),
-                                QStringLiteral("the recording"), talmo)
-                           .time;
+    stages.recording =
+        required(talmo.waitForLine(QStringLiteral("state: recording"), timeout), QStringLiteral("the recording"), talmo)
+            .time;
     sound.play(wav);
     album.take(QStringLiteral("overlay"));
     stages.released = std::chrono::steady_clock::now();
     keyboard.release(VirtualKeyboard::controlRight);
     const QString rawMark = QStringLiteral("raw transcript: ");
-    const auto raw = required(talmo.waitForLine(rawMark, patience), QStringLiteral("the transcript"), talmo);
+    const auto raw = required(talmo.waitForLine(rawMark, timeout), QStringLiteral("the transcript"), talmo);
     stages.recognised = raw.time;
     stages.recognisedText = afterMark(raw.text, rawMark);
     const QString textMark = QStringLiteral("text: ");
-    const auto text = required(window.waitForLine(textMark, patience), QStringLiteral("the inserted text"), talmo);
+    const auto text = required(window.waitForLine(textMark, timeout), QStringLiteral("the inserted text"), talmo);
     stages.arrived = text.time;
     stages.insertedText = afterMark(text.text, textMark);
     return stages;
@@ -122,13 +122,13 @@ bool waitForCard(VirtualDesktop &desktop, bool isShown)
             const auto windows = desktop.visibleWindows();
             return std::any_of(windows.cbegin(), windows.cend(), isCard) == isShown;
         },
-        patience);
+        timeout);
 }
 
 void showMenuAndSettings(VirtualDesktop &desktop, const QProcessEnvironment &environment, const QString &talmoProgram,
                          Album &album)
 {
-    constexpr Patience untilItIsDrawn = 300ms;
+    constexpr Timeout untilItIsDrawn = 300ms;
     constexpr quint32 escape = 0xff1b;
     VirtualPointer pointer;
     VirtualKeyboard keyboard;
@@ -137,15 +137,15 @@ void showMenuAndSettings(VirtualDesktop &desktop, const QProcessEnvironment &env
     if (!waitForCard(desktop, true)) {
         throw Error(QStringLiteral("The menu did not open."));
     }
-    passTime(untilItIsDrawn);
+    sleepFor(untilItIsDrawn);
     album.take(QStringLiteral("menu"));
     keyboard.tap(escape);
     waitForCard(desktop, false);
     ChildProcess second(talmoProgram, {}, environment);
-    if (!desktop.waitForActiveWindow(QStringLiteral("Talmo Settings"), patience)) {
+    if (!desktop.waitForActiveWindow(QStringLiteral("Talmo Settings"), timeout)) {
         throw Error(QStringLiteral("The settings did not open: ") + second.output());
     }
-    passTime(untilItIsDrawn);
+    sleepFor(untilItIsDrawn);
     album.take(QStringLiteral("settings"));
 }
 
@@ -174,19 +174,19 @@ int run(const QString &sentence, const QString &pictureFolder)
     say(QStringLiteral("Opening a text window and starting Talmo …"));
     const QString title = QStringLiteral("Notes");
     ChildProcess window(programs.filePath(QStringLiteral("talmo-demo-window")), {title}, environment);
-    if (!desktop.waitForActiveWindow(title, patience)) {
+    if (!desktop.waitForActiveWindow(title, timeout)) {
         throw Error(QStringLiteral("The text window did not open:\n") + window.output());
     }
     environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("talmo.general.debug=true"));
     const QString talmoProgram = programs.filePath(QStringLiteral("talmo"));
     ChildProcess talmo(talmoProgram, {}, environment);
-    required(talmo.waitForLine(QStringLiteral("ready:"), patience), QStringLiteral("Talmo to start"), talmo);
+    required(talmo.waitForLine(QStringLiteral("ready:"), timeout), QStringLiteral("Talmo to start"), talmo);
 
     say(QStringLiteral("Holding Right Ctrl and saying “%1” …").arg(sentence));
     const QString wav = speak(sentence, desktop.folder());
     VirtualKeyboard keyboard;
     const Stages stages = dictate(sound, keyboard, talmo, window, wav, album);
-    required(talmo.waitForLine(QStringLiteral("state: idle"), patience), QStringLiteral("the dictation to end"), talmo);
+    required(talmo.waitForLine(QStringLiteral("state: idle"), timeout), QStringLiteral("the dictation to end"), talmo);
 
     report(stages);
     album.take(QStringLiteral("dictation"));

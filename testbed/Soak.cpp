@@ -26,9 +26,9 @@ namespace talmo::testbed {
 namespace {
 
 using namespace std::chrono_literals;
-constexpr Patience patience = 20s;
+constexpr Timeout timeout = 20s;
 /// Longer than the window for a double-tap.
-constexpr Patience apart = 320ms;
+constexpr Timeout apart = 320ms;
 /// Dictations until everything that is created once exists.
 constexpr int warmUp = 20;
 constexpr int dictationsPerWindow = 25;
@@ -60,7 +60,7 @@ public:
     {
         environment.insert(text("QT_LOGGING_RULES"), text("talmo.general.debug=true"));
         talmo = std::make_unique<ChildProcess>(program("talmo"), QStringList{}, environment);
-        if (!talmo->waitForLine(text("ready:"), patience)) {
+        if (!talmo->waitForLine(text("ready:"), timeout)) {
             throw Error(text("Talmo did not start:\n") + talmo->output());
         }
         hello = speak(text("hello world"), desktop.folder());
@@ -121,7 +121,7 @@ private:
         const QString title = isGtk ? text("Target") : text("Window %1").arg(number);
         window = std::make_unique<ChildProcess>(program(isGtk ? "talmo-gtk-window" : "talmo-demo-window"),
                                                 QStringList{title}, environment);
-        if (!desktop.waitForActiveWindow(title, patience)) {
+        if (!desktop.waitForActiveWindow(title, timeout)) {
             throw Error(text("The window did not open."));
         }
         expected.clear();
@@ -149,10 +149,10 @@ private:
             insert(round);
             break;
         }
-        if (!pollUntil([&] { return finish(user.items()) == clipboard; }, patience)) {
+        if (!pollUntil([&] { return finish(user.items()) == clipboard; }, timeout)) {
             fail(failures.wrongClipboards, round, "the clipboard was not restored");
         }
-        passTime(apart);
+        sleepFor(apart);
     }
 
     static QList<PasteboardItem> clipboardFor(int round)
@@ -176,11 +176,11 @@ private:
     {
         keyboard.press(VirtualKeyboard::controlRight);
         if (isHandsFree) {
-            passTime(40ms);
+            sleepFor(40ms);
             keyboard.release(VirtualKeyboard::controlRight);
-            passTime(40ms);
+            sleepFor(40ms);
             keyboard.press(VirtualKeyboard::controlRight);
-            passTime(40ms);
+            sleepFor(40ms);
             keyboard.release(VirtualKeyboard::controlRight);
         }
         const bool records = comes("state: recording");
@@ -212,7 +212,7 @@ private:
     void tapOnly()
     {
         keyboard.press(VirtualKeyboard::controlRight);
-        passTime(60ms);
+        sleepFor(60ms);
         keyboard.release(VirtualKeyboard::controlRight);
     }
 
@@ -222,7 +222,7 @@ private:
         ChildProcess talmoctl(program("talmoctl"), {text("insert")}, environment);
         talmoctl.writeLine(inserted);
         talmoctl.closeInput();
-        waitUntil([&talmoctl] { return !talmoctl.isRunning(); }, patience);
+        waitUntil([&talmoctl] { return !talmoctl.isRunning(); }, timeout);
         expect(inserted);
         continues = false;
     }
@@ -230,7 +230,7 @@ private:
     void expect(const QString &added)
     {
         expected += added;
-        if (!window->waitForLine(text("text: ") + expected, patience)) {
+        if (!window->waitForLine(text("text: ") + expected, timeout)) {
             fail(failures.wrongTexts, roundsDone, "the window does not contain the dictated text");
             const auto &lines = window->lines();
             expected = lines.empty() ? QString() : lines.back().text.mid(6);
@@ -239,7 +239,7 @@ private:
 
     bool comes(const char *line)
     {
-        const auto found = talmo->waitForLine(text(line), patience, logged);
+        const auto found = talmo->waitForLine(text(line), timeout, logged);
         while (found && !talmo->lines()[logged++].text.contains(text(line))) {
         }
         return found.has_value();
@@ -250,7 +250,7 @@ private:
     {
         QFutureWatcher<T> watcher;
         watcher.setFuture(future);
-        waitUntil([&future] { return future.isFinished(); }, patience);
+        waitUntil([&future] { return future.isFinished(); }, timeout);
         if constexpr (!std::is_void_v<T>) {
             return future.result();
         }

@@ -18,8 +18,8 @@ void run(const QString &program, const QStringList &arguments, const QByteArray 
     process.start(program, arguments);
     process.write(input);
     process.closeWriteChannel();
-    constexpr int patience = 60000;
-    if (!process.waitForFinished(patience) || process.exitCode() != 0) {
+    constexpr int timeout = 60000;
+    if (!process.waitForFinished(timeout) || process.exitCode() != 0) {
         throw Error(program + QStringLiteral(" failed to synthesise speech: ") +
                     QString::fromUtf8(process.readAllStandardError()));
     }

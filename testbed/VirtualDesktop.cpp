@@ -183,9 +183,9 @@ QString VirtualDesktop::activeWindowTitle()
                                           : QString();
 }
 
-bool VirtualDesktop::waitForActiveWindow(const QString &title, Patience patience)
+bool VirtualDesktop::waitForActiveWindow(const QString &title, Timeout timeout)
 {
-    const auto deadline = std::chrono::steady_clock::now() + patience;
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
     while (!activeWindowTitle().contains(title)) {
         if (!waitForEvent(*m_connection, deadline)) {
             return activeWindowTitle().contains(title);

@@ -34,7 +34,7 @@ public:
     void storeSettings(const QJsonObject &settings);
 
     /// Waits until a window whose title contains this text is shown and has the focus.
-    bool waitForActiveWindow(const QString &title, Patience patience);
+    bool waitForActiveWindow(const QString &title, Timeout timeout);
     QString activeWindowTitle();
     void minimiseActiveWindow();
     /// How often the window manager moved the focus since the last call.

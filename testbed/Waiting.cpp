@@ -6,12 +6,12 @@
 
 namespace talmo::testbed {
 
-bool waitUntil(const std::function<bool()> &condition, Patience patience)
+bool waitUntil(const std::function<bool()> &condition, Timeout timeout)
 {
-    const auto deadline = std::chrono::steady_clock::now() + patience;
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
     QTimer wake; // Only to wake the loop below when the time is up.
     wake.setTimerType(Qt::PreciseTimer);
-    wake.start(patience);
+    wake.start(timeout);
     while (!condition()) {
         const auto left = deadline - std::chrono::steady_clock::now();
         if (left.count() <= 0) {
@@ -24,19 +24,19 @@ bool waitUntil(const std::function<bool()> &condition, Patience patience)
     return true;
 }
 
-bool pollUntil(const std::function<bool()> &condition, Patience patience)
+bool pollUntil(const std::function<bool()> &condition, Timeout timeout)
 {
-    const auto deadline = std::chrono::steady_clock::now() + patience;
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
     while (!condition()) {
         if (std::chrono::steady_clock::now() >= deadline) {
             return false;
         }
-        passTime(std::chrono::milliseconds(10));
+        sleepFor(std::chrono::milliseconds(10));
     }
     return true;
 }
 
-void passTime(Patience time)
+void sleepFor(Timeout time)
 {
     waitUntil([] { return false; }, time);
 }

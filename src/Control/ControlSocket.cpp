@@ -132,11 +132,11 @@ bool isOwnUser(const QLocalSocket &socket)
            peer.uid == ::geteuid();
 }
 
-std::optional<QByteArray> exchange(const QByteArray &request, int connectPatience, int answerPatience)
+std::optional<QByteArray> exchange(const QByteArray &request, int connectTimeout, int answerTimeout)
 {
     QLocalSocket socket;
     socket.connectToServer(path());
-    if (!socket.waitForConnected(connectPatience)) {
+    if (!socket.waitForConnected(connectTimeout)) {
         return std::nullopt;
     }
     if (!isOwnUser(socket)) {
@@ -144,7 +144,7 @@ std::optional<QByteArray> exchange(const QByteArray &request, int connectPatienc
         return std::nullopt;
     }
     socket.write(request);
-    const QDeadlineTimer deadline(answerPatience);
+    const QDeadlineTimer deadline(answerTimeout);
     QByteArray received;
     while (!received.endsWith('\n') && !deadline.hasExpired() &&
            (socket.bytesAvailable() > 0 || socket.waitForReadyRead(static_cast<int>(deadline.remainingTime())))) {

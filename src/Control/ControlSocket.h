@@ -54,7 +54,7 @@ bool isOwnUser(const QLocalSocket &socket);
 
 /// Sends a request to the Talmo on this display and waits for the complete answer; timeouts in milliseconds. Nullopt if
 /// nothing listens there, or another user's process does. Empty if no answer arrives in time.
-std::optional<QByteArray> exchange(const QByteArray &request, int connectPatience, int answerPatience);
+std::optional<QByteArray> exchange(const QByteArray &request, int connectTimeout, int answerTimeout);
 
 QByteArray answer(const std::optional<QString> &error);
 QByteArray textAnswer(const QString &text);

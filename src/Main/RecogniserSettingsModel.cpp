@@ -20,7 +20,7 @@ QString sizeOf(const ModelEntry &entry)
     if (entry.size) {
         return QStringLiteral("%1 MB.").arg(std::max(*entry.size / megabyte, qint64(1)));
     }
-    return entry.roughMegabytes ? QStringLiteral("About %1 MB.").arg(*entry.roughMegabytes) : QString();
+    return entry.approximateMegabytes ? QStringLiteral("About %1 MB.").arg(*entry.approximateMegabytes) : QString();
 }
 
 } // namespace

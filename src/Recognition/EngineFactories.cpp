@@ -19,7 +19,8 @@ MicrophoneKnowledge knowledge(std::function<QString()> microphoneName)
     if (!microphoneName) {
         return {};
     }
-    return {std::move(microphoneName), std::make_shared<MicrophoneMemory>(MicrophoneMemory::standardPath())};
+    return {std::move(microphoneName),
+            std::make_shared<MicrophoneCalibrationStore>(MicrophoneCalibrationStore::standardPath())};
 }
 
 EngineFactory sherpaOnnx(const QString &libraryPath)

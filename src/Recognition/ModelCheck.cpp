@@ -127,7 +127,7 @@ std::optional<ModelReport> ModelReport::noted(const QString &modelFolder)
 
 ModelReport measureApart(const QString &neuralLibrary, const QString &model, ModelTrial trial)
 {
-    constexpr int patience = 120000;
+    constexpr int timeout = 120000;
     const QString program = QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("talmoctl"));
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
@@ -139,7 +139,7 @@ ModelReport measureApart(const QString &neuralLibrary, const QString &model, Mod
         arguments += QStringLiteral("--load-only");
     }
     process.start(program, arguments + QStringList{model});
-    if (!process.waitForFinished(patience)) {
+    if (!process.waitForFinished(timeout)) {
         process.kill();
         process.waitForFinished();
         throw Error(QStringLiteral("The model in %1 could not be checked: %2").arg(model, process.errorString()));

@@ -20,9 +20,9 @@ namespace {
 /// does not answer in time: it may still insert the text then, so the caller must not try again itself.
 bool insertThroughTalmo(const QString &text)
 {
-    constexpr int connectPatience = 500;
-    constexpr int answerPatience = 8000; // A dictation may have to be inserted first.
-    const auto answer = ControlSocket::exchange(ControlSocket::insertRequest(text), connectPatience, answerPatience);
+    constexpr int connectTimeout = 500;
+    constexpr int answerTimeout = 8000; // A dictation may have to be inserted first.
+    const auto answer = ControlSocket::exchange(ControlSocket::insertRequest(text), connectTimeout, answerTimeout);
     if (!answer) {
         return false;
     }

@@ -28,8 +28,8 @@ QString sizeOf(const ModelEntry &entry)
     if (entry.size) {
         return QStringLiteral("%1 MB").arg(static_cast<double>(*entry.size) / megabyte, 0, 'f', 1);
     }
-    return entry.roughMegabytes ? QStringLiteral("about %1 MB").arg(*entry.roughMegabytes)
-                                : QStringLiteral("size unknown");
+    return entry.approximateMegabytes ? QStringLiteral("about %1 MB").arg(*entry.approximateMegabytes)
+                                      : QStringLiteral("size unknown");
 }
 
 /// What "model list" knows of a model.
@@ -205,8 +205,8 @@ QCoro::Task<int> runUse(Invocation invocation)
         requireChoice(chosen.live, RecogniserChoice::none());
     }
     const QString choice = chosen.stored();
-    constexpr int patience = 2000;
-    const auto answer = ControlSocket::exchange(ControlSocket::recogniserRequest(choice), patience, patience);
+    constexpr int timeout = 2000;
+    const auto answer = ControlSocket::exchange(ControlSocket::recogniserRequest(choice), timeout, timeout);
     if (answer) {
         ControlSocket::checkAnswer(*answer);
     } else {

@@ -9,9 +9,9 @@ namespace {
 /// The answer of the Talmo on this display. Throws Error with its message, or if none is running.
 QByteArray ask(const QByteArray &request)
 {
-    constexpr int connectPatience = 500;
-    constexpr int answerPatience = 3000;
-    const auto answer = ControlSocket::exchange(request, connectPatience, answerPatience);
+    constexpr int connectTimeout = 500;
+    constexpr int answerTimeout = 3000;
+    const auto answer = ControlSocket::exchange(request, connectTimeout, answerTimeout);
     if (!answer) {
         throw Error(QStringLiteral("Talmo is not running; start it first"));
     }

@@ -60,7 +60,7 @@ protected:
         // Frames arrive on the capture thread, which does not wake this loop, so poll.
         for (int look = 0; look < 1000 && frames < count; ++look) {
             subject.captureSome();
-            testbed::passTime(10ms);
+            testbed::sleepFor(10ms);
         }
         return frames >= count;
     }
@@ -96,7 +96,7 @@ TYPED_TEST(AudioEngineContract, callsNoHandlerAfterTapIsRemoved)
     this->subject.engine.removeTap();
     const quint32 then = this->frames;
     this->subject.captureSome();
-    testbed::passTime(100ms);
+    testbed::sleepFor(100ms);
     EXPECT_EQ(this->frames, then);
     this->subject.engine.stop();
 }
@@ -146,7 +146,7 @@ TEST_F(PulseAudioEngineTest, stopIsQuickAndPadsLastWordWithSilence)
     });
     subject->engine.start();
     for (int look = 0; look < 1000 && buffers < 2; ++look) {
-        testbed::passTime(5ms);
+        testbed::sleepFor(5ms);
     }
     const auto before = std::chrono::steady_clock::now();
     subject->engine.removeTap();

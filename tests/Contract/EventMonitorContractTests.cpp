@@ -1,6 +1,6 @@
 #include "Platform/Linux/X11/Keys/XInput2EventMonitor.h"
 
-#include "Platform/Linux/Keys/StandInKeys.h"
+#include "Platform/Linux/Keys/TriggerKeys.h"
 #include "Support/FakeEventMonitor.h"
 #include "Support/Printing.h"
 #include "Support/TestLoop.h"
@@ -29,7 +29,7 @@ struct XInput2Subject {
     testbed::VirtualDesktop desktop;
     bool isActive = false;
     std::shared_ptr<PostedKeys> postedKeys = std::make_shared<PostedKeys>();
-    XInput2EventMonitor monitor{postedKeys, standInKeySymbols({}), [this] { return isActive; }};
+    XInput2EventMonitor monitor{postedKeys, triggerKeySymbols({}), [this] { return isActive; }};
     testbed::VirtualKeyboard keyboard;
     void press() { keyboard.press(testbed::VirtualKeyboard::controlRight); }
     void release() { keyboard.release(testbed::VirtualKeyboard::controlRight); }
@@ -199,7 +199,7 @@ TEST_F(XInput2EventMonitorTest, ignoresKeysPostedByTalmo)
     subject.postedKeys->expect(layoutKey, false);
     subject.press();
     subject.release();
-    testbed::passTime(
+    testbed::sleepFor(
         std::chrono::milliseconds(20)); // A release followed at once by a press would count as auto-repeat.
     flush();
     EXPECT_THAT(events, ElementsAre(fn, 0U));

@@ -12,13 +12,13 @@ TEST_F(ClipboardEndToEndTest, restoresTextHtmlAndLargeImageByteForByte)
 {
     const QString image = desktop.folder() + u"/image"_s;
     testbed::ChildProcess owner(QStringLiteral(TALMO_BIN "/talmo-clipboard-owner"), {image}, environment);
-    ASSERT_TRUE(owner.waitForLine(u"owned"_s, patience));
+    ASSERT_TRUE(owner.waitForLine(u"owned"_s, timeout));
     const auto targetsBefore = clipboard(u"TARGETS"_s);
     openQtWindow();
     startTalmo();
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(u"Hello world."_s));
-    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == u"plain – text"_s.toUtf8(); }, patience));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == u"plain – text"_s.toUtf8(); }, timeout));
     EXPECT_EQ(clipboard(u"text/html"_s), "<b>rich</b> text");
     QFile file(image);
     ASSERT_TRUE(file.open(QFile::ReadOnly));
@@ -37,7 +37,7 @@ TEST_F(ClipboardEndToEndTest, emptyClipboardStaysEmpty)
     ASSERT_TRUE(isClipboardEmpty());
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(u"Hello world."_s));
-    EXPECT_TRUE(testbed::pollUntil([this] { return isClipboardEmpty(); }, patience));
+    EXPECT_TRUE(testbed::pollUntil([this] { return isClipboardEmpty(); }, timeout));
 }
 
 TEST_F(ClipboardEndToEndTest, program300msSlowGetsNewText)
@@ -47,7 +47,7 @@ TEST_F(ClipboardEndToEndTest, program300msSlowGetsNewText)
     copy(u"clipboard before"_s);
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(u"Hello world."_s));
-    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, timeout));
 }
 
 TEST_F(ClipboardEndToEndTest, quittingAfterPasteRestoresClipboardFirst)

@@ -46,9 +46,9 @@ TEST_F(DictationEndToEndTest, holdingKeyDictatesIntoXterm)
         QFile reader(file);
         return reader.open(QFile::ReadOnly) ? reader.readAll() : QByteArray();
     };
-    EXPECT_TRUE(testbed::pollUntil([&typed] { return typed() == "Hello world."; }, patience)) << typed().constData();
-    EXPECT_TRUE(testbed::pollUntil([this] { return selection(u"primary"_s) == "selected before\n"; }, patience));
-    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([&typed] { return typed() == "Hello world."; }, timeout)) << typed().constData();
+    EXPECT_TRUE(testbed::pollUntil([this] { return selection(u"primary"_s) == "selected before\n"; }, timeout));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, timeout));
 }
 
 TEST_F(DictationEndToEndTest, doubleTapDictatesHandsFreeUntilNextPress)
@@ -95,7 +95,7 @@ TEST_F(DictationEndToEndTest, heldShiftAndSuperDoNotBreakPaste)
 TEST_F(DictationEndToEndTest, pastesOnKeyboardWithoutLatinLetters)
 {
     testbed::ChildProcess layout(u"setxkbmap"_s, {u"ru"_s}, environment);
-    ASSERT_TRUE(testbed::waitUntil([&layout] { return !layout.isRunning(); }, patience));
+    ASSERT_TRUE(testbed::waitUntil([&layout] { return !layout.isRunning(); }, timeout));
     openQtWindow();
     startTalmo();
     dictate(u"hello world"_s);
@@ -109,10 +109,10 @@ TEST_F(DictationEndToEndTest, twoDictationsWithinASecondArriveAndRestoreClipboar
     copy(u"clipboard before"_s);
     dictate(u"hello world"_s);
     ASSERT_TRUE(talmoSays(u"state: idle"_s));
-    testbed::passTime(310ms); // Just longer than the double-tap window.
+    testbed::sleepFor(310ms); // Just longer than the double-tap window.
     dictate(u"thank you very much"_s);
     EXPECT_TRUE(windowShows(u"Hello world. Thank you very much."_s));
-    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, timeout));
 }
 
 TEST_F(DictationEndToEndTest, rightCtrlAsModifierRecordsNothing)
@@ -123,7 +123,7 @@ TEST_F(DictationEndToEndTest, rightCtrlAsModifierRecordsNothing)
         keyboard.press(key);
         keyboard.tap('a');
         keyboard.release(key);
-        testbed::passTime(50ms);
+        testbed::sleepFor(50ms);
     }
     // Immediately: the press is deferred and then counts.
     dictate(u"hello world"_s);
@@ -144,7 +144,7 @@ TEST_F(DictationEndToEndTest, silenceReportsNoSpeechAndNextDictationWorks)
     keyboard.release(key);
     EXPECT_TRUE(talmoSays(u"error: No speech detected."_s));
     EXPECT_TRUE(talmoSays(u"state: error"_s));
-    testbed::passTime(350ms); // Longer than the double-tap window.
+    testbed::sleepFor(350ms); // Longer than the double-tap window.
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(u"Hello world."_s));
 }

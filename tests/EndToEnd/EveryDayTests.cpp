@@ -22,7 +22,7 @@ TEST_F(EveryDayEndToEndTest, secondDictationIsSeparatedUnlessUserTyped)
     dictate(u"hello world"_s);
     ASSERT_TRUE(windowShows(u"Hello world."_s));
     ASSERT_TRUE(talmoSays(u"state: idle"_s));
-    testbed::passTime(350ms); // Longer than the double-tap window.
+    testbed::sleepFor(350ms); // Longer than the double-tap window.
     dictate(u"hello world"_s);
     ASSERT_TRUE(windowShows(u"Hello world. Hello world."_s));
     ASSERT_TRUE(talmoSays(u"state: idle"_s));
@@ -42,7 +42,7 @@ TEST_F(EveryDayEndToEndTest, escapeDiscardsRecordingAndReachesNoWindow)
     keyboard.tap(escapeKey);
     EXPECT_TRUE(talmoSays(u"the recording was discarded"_s));
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
-    testbed::passTime(350ms); // Longer than the double-tap window.
+    testbed::sleepFor(350ms); // Longer than the double-tap window.
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(u"Hello world."_s));
 }
@@ -51,13 +51,13 @@ TEST_F(EveryDayEndToEndTest, pausedKeyDoesNothingUntilResumed)
 {
     const auto talmoctl = [this](const QString &command) {
         testbed::ChildProcess process(QStringLiteral(TALMO_BIN "/talmoctl"), {command}, environment);
-        EXPECT_TRUE(testbed::waitUntil([&process] { return !process.isRunning(); }, patience));
+        EXPECT_TRUE(testbed::waitUntil([&process] { return !process.isRunning(); }, timeout));
     };
     openQtWindow();
     startTalmo();
     talmoctl(u"pause"_s);
     keyboard.press(key);
-    testbed::passTime(500ms); // Much longer than a hold takes to begin.
+    testbed::sleepFor(500ms); // Much longer than a hold takes to begin.
     keyboard.release(key);
     EXPECT_FALSE(talmo->output().contains(u"state: "_s));
     talmoctl(u"resume"_s);

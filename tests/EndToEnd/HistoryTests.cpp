@@ -20,7 +20,7 @@ protected:
         process.start(program, arguments);
         process.write(input);
         process.closeWriteChannel();
-        EXPECT_TRUE(testbed::waitUntil([&process] { return process.state() == QProcess::NotRunning; }, patience));
+        EXPECT_TRUE(testbed::waitUntil([&process] { return process.state() == QProcess::NotRunning; }, timeout));
         return process.readAllStandardOutput();
     }
 
@@ -44,16 +44,16 @@ TEST_F(HistoryEndToEndTest, copyQRecordsCopiesButNoDictation)
         }
         return history().startsWith("copied " + QByteArray::number(number) + '\n');
     };
-    ASSERT_TRUE(testbed::pollUntil(isRecorded, patience)) << copyQ.output().toStdString();
+    ASSERT_TRUE(testbed::pollUntil(isRecorded, timeout)) << copyQ.output().toStdString();
     const QByteArray before = history();
     const QByteArray content = clipboard();
     openQtWindow();
     startTalmo();
     run(QStringLiteral(TALMO_BIN "/talmoctl"), {u"insert"_s}, "dictated");
     EXPECT_TRUE(windowShows(u"dictated"_s));
-    EXPECT_TRUE(testbed::pollUntil([&] { return clipboard() == content; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([&] { return clipboard() == content; }, timeout));
     copy(u"copied later"_s);
-    EXPECT_TRUE(testbed::pollUntil([this] { return history().contains("copied later\n;"); }, patience));
+    EXPECT_TRUE(testbed::pollUntil([this] { return history().contains("copied later\n;"); }, timeout));
     // In any order: CopyQ may notice the restored clipboard late.
     EXPECT_THAT(history().split(';'), testing::UnorderedElementsAreArray((before + "copied later\n;").split(';')));
 }

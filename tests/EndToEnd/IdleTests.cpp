@@ -52,18 +52,18 @@ TEST_F(IdleEndToEndTest, noThreadWakesUpWhileIdle)
     ASSERT_TRUE(windowShows(u"Hello world."_s));
     testbed::VirtualPointer pointer;
     pointer.clickAt({1024 - 12, 12}); // The panel has been open once, too.
-    testbed::passTime(500ms);
+    testbed::sleepFor(500ms);
     pointer.clickAt({500, 600});
-    testbed::passTime(aftermath);
+    testbed::sleepFor(aftermath);
 
     const QString file = desktop.folder() + u"/trace"_s;
     testbed::ChildProcess tracer(
         u"strace"_s, {u"-f"_s, u"-tt"_s, u"-o"_s, file, u"-p"_s, QString::number(talmo->processId())}, environment);
-    testbed::passTime(1s);
+    testbed::sleepFor(1s);
     if (!tracer.isRunning()) {
         GTEST_SKIP() << "tracing is not permitted here, so wake-ups were NOT counted:\n" << qPrintable(tracer.output());
     }
-    testbed::passTime(watched);
+    testbed::sleepFor(watched);
     tracer.terminate();
     const auto calls = callsMade(file);
     EXPECT_TRUE(calls.isEmpty()) << calls.size() << " calls:\n" << qPrintable(calls.mid(0, 40).join(QLatin1Char('\n')));
@@ -71,9 +71,9 @@ TEST_F(IdleEndToEndTest, noThreadWakesUpWhileIdle)
     // Prove that the tracer does record activity.
     testbed::ChildProcess second(u"strace"_s, {u"-f"_s, u"-o"_s, file, u"-p"_s, QString::number(talmo->processId())},
                                  environment);
-    ASSERT_TRUE(second.waitForLine(u"attached"_s, patience));
+    ASSERT_TRUE(second.waitForLine(u"attached"_s, timeout));
     pointer.clickAt({1024 - 12, 12});
-    testbed::passTime(500ms);
+    testbed::sleepFor(500ms);
     second.terminate();
     EXPECT_FALSE(callsMade(file).isEmpty());
 }

@@ -25,7 +25,7 @@ protected:
         process.start(QStringLiteral(TALMO_BIN "/talmoctl"), QStringList{u"insert"_s} + options);
         process.write(text);
         process.closeWriteChannel();
-        EXPECT_TRUE(testbed::waitUntil([&process] { return process.state() == QProcess::NotRunning; }, patience));
+        EXPECT_TRUE(testbed::waitUntil([&process] { return process.state() == QProcess::NotRunning; }, timeout));
         output = process.readAll();
         return process.exitCode();
     }
@@ -49,7 +49,7 @@ protected:
     }
     bool isAlone()
     {
-        return testbed::pollUntil([] { return talmoctlProcesses().isEmpty(); }, patience);
+        return testbed::pollUntil([] { return talmoctlProcesses().isEmpty(); }, timeout);
     }
 };
 
@@ -63,7 +63,7 @@ TEST_F(InsertCommandEndToEndTest, insertsThroughRunningTalmo)
     EXPECT_EQ(insert("typed by a script\n"), 0) << output.toStdString();
     EXPECT_TRUE(windowShows(u"typed by a script"_s));
     EXPECT_EQ(talmoctlProcesses(), QStringList()) << "only Talmo keeps running";
-    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, timeout));
     EXPECT_EQ(quitTalmo(), 0);
     EXPECT_FALSE(QFileInfo::exists(socketPath()));
 }
@@ -85,8 +85,8 @@ TEST_F(InsertCommandEndToEndTest, concurrentCommandsTakeTurns)
         const auto &lines = window->lines();
         return !lines.empty() && lines.back().text.count(u'(') == count && lines.back().text.count(u')') == count;
     };
-    EXPECT_TRUE(testbed::waitUntil(isWhole, patience)) << window->output().toStdString();
-    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+    EXPECT_TRUE(testbed::waitUntil(isWhole, timeout)) << window->output().toStdString();
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, timeout));
 }
 
 TEST_F(InsertCommandEndToEndTest, withoutTalmoStaysUntilClipboardOwnerChanges)
@@ -95,7 +95,7 @@ TEST_F(InsertCommandEndToEndTest, withoutTalmoStaysUntilClipboardOwnerChanges)
     copy(u"clipboard before"_s);
     EXPECT_EQ(insert("typed by a script\n"), 0) << output.toStdString();
     EXPECT_TRUE(windowShows(u"typed by a script"_s));
-    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, timeout));
     EXPECT_EQ(talmoctlProcesses().size(), 1) << "the restored content needs an owner";
     copy(u"copied later"_s);
     EXPECT_TRUE(isAlone());
@@ -161,7 +161,7 @@ TEST_F(InsertCommandEndToEndTest, refusesMalformedRequestAndServesTheNext)
         QLocalSocket socket;
         socket.connectToServer(socketPath());
         socket.write(request);
-        ASSERT_TRUE(testbed::waitUntil([&socket] { return socket.canReadLine(); }, patience)) << request.toStdString();
+        ASSERT_TRUE(testbed::waitUntil([&socket] { return socket.canReadLine(); }, timeout)) << request.toStdString();
         EXPECT_TRUE(socket.readLine().contains("does not know")) << request.toStdString();
     }
     QLocalSocket silent; // A client that sends nothing must not block others.

@@ -23,10 +23,10 @@ protected:
         desktop.storeSettings({{u"linux.languageModelAddress"_s, server.address()}});
         openQtWindow();
         startTalmo();
-        ASSERT_TRUE(talmo->waitForLine(u"language model: test-model"_s, patience));
+        ASSERT_TRUE(talmo->waitForLine(u"language model: test-model"_s, timeout));
         dictate(u"hello world"_s);
         ASSERT_TRUE(server.waitForChats(1));
-        testbed::passTime(350ms); // Longer than the double-tap window.
+        testbed::sleepFor(350ms); // Longer than the double-tap window.
     }
     int count(const QString &text) const
     {
@@ -86,22 +86,22 @@ TEST_F(InterruptionEndToEndTest, quittingWhileRecordingInsertsSentence)
 TEST_F(InterruptionEndToEndTest, sessionEndWaitsUntilSentenceIsInserted)
 {
     testbed::ChildProcess manager(QStringLiteral(TALMO_BIN "/talmo-session-manager"), {}, environment);
-    const auto address = manager.waitForLine(u"address "_s, patience);
+    const auto address = manager.waitForLine(u"address "_s, timeout);
     ASSERT_TRUE(address);
     environment.insert(u"SESSION_MANAGER"_s, address->text.mid(8));
     beEditing();
-    ASSERT_TRUE(manager.waitForLine(u"registered"_s, patience));
+    ASSERT_TRUE(manager.waitForLine(u"registered"_s, timeout));
     manager.writeLine(u"logout"_s);
-    const auto saved = manager.waitForLine(u"saved"_s, patience);
+    const auto saved = manager.waitForLine(u"saved"_s, timeout);
     ASSERT_TRUE(saved);
     EXPECT_TRUE(windowShows(u"Hello world."_s));
-    const auto idle = talmo->waitForLine(u"state: idle"_s, patience);
+    const auto idle = talmo->waitForLine(u"state: idle"_s, timeout);
     ASSERT_TRUE(idle);
     EXPECT_LE(idle->time,
               saved->time +
                   2s); // Well below the model's ten-second timeout. The two pipes may be read in either order.
     manager.writeLine(u"die"_s);
-    EXPECT_TRUE(testbed::waitUntil([this] { return !talmo->isRunning(); }, patience));
+    EXPECT_TRUE(testbed::waitUntil([this] { return !talmo->isRunning(); }, timeout));
 }
 
 TEST_F(InterruptionEndToEndTest, secondQuitRequestNeitherHangsNorLosesSentence)
@@ -119,12 +119,12 @@ TEST_F(InterruptionEndToEndTest, holdReleasedBeforeRecordingStartsClosesMicropho
     startTalmo();
     sound->freeze(); // The microphone opens slowly.
     keyboard.press(key);
-    testbed::passTime(250ms);
+    testbed::sleepFor(250ms);
     keyboard.release(key);
     sound->thaw();
-    ASSERT_TRUE(talmo->waitForLine(u"state: processing"_s, patience));
+    ASSERT_TRUE(talmo->waitForLine(u"state: processing"_s, timeout));
     EXPECT_LE(count(u"state: recording"_s), 1);
-    EXPECT_TRUE(talmo->waitForLine(u"error: No speech detected."_s, patience));
+    EXPECT_TRUE(talmo->waitForLine(u"error: No speech detected."_s, timeout));
 }
 
 } // namespace talmo::test

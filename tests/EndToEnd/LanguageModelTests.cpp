@@ -22,7 +22,7 @@ protected:
         desktop.storeSettings(settings);
         openQtWindow();
         startTalmo();
-        ASSERT_TRUE(talmo->waitForLine(u"language model: test-model"_s, patience)); // May come before or after "ready".
+        ASSERT_TRUE(talmo->waitForLine(u"language model: test-model"_s, timeout)); // May come before or after "ready".
     }
     /// Line ends as the demo window prints them.
     static QString shown(QString text) { return text.replace(u"\n"_s, u"\\n"_s); }
@@ -88,7 +88,7 @@ TEST_F(LanguageModelEndToEndTest, serverKilledDuringRequestLosesNoSentence)
     EXPECT_TRUE(windowShows(u"Hello world."_s));
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
     // The next dictation does not try it. The pause keeps its press from being a double tap.
-    testbed::passTime(std::chrono::milliseconds(400));
+    testbed::sleepFor(std::chrono::milliseconds(400));
     dictate(u"hello world"_s);
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
     EXPECT_TRUE(windowShows(u"Hello world. Hello world."_s));
@@ -109,7 +109,7 @@ TEST_F(LanguageModelEndToEndTest, serverStartedLaterIsFoundOnNextPress)
     desktop.storeSettings({{u"linux.languageModelAddress"_s, server.address()}});
     openQtWindow();
     startTalmo();
-    ASSERT_TRUE(talmo->waitForLine(u"no model server is running"_s, patience));
+    ASSERT_TRUE(talmo->waitForLine(u"no model server is running"_s, timeout));
     TestModelServer later(port);
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(u"Hello from the model."_s));

@@ -50,7 +50,7 @@ protected:
         QProcess process;
         process.setProcessEnvironment(environment);
         process.start(QStringLiteral(TALMO_BIN "/talmoctl"), arguments);
-        EXPECT_TRUE(testbed::waitUntil([&process] { return process.state() == QProcess::NotRunning; }, patience));
+        EXPECT_TRUE(testbed::waitUntil([&process] { return process.state() == QProcess::NotRunning; }, timeout));
         return process.exitCode();
     }
 

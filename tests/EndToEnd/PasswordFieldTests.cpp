@@ -40,7 +40,7 @@ protected:
         testbed::ChildProcess process(QStringLiteral(TALMO_BIN "/talmoctl"), {u"insert"_s}, environment);
         process.writeLine(QString::fromUtf8(text));
         process.closeInput();
-        EXPECT_TRUE(testbed::waitUntil([&process] { return !process.isRunning(); }, patience));
+        EXPECT_TRUE(testbed::waitUntil([&process] { return !process.isRunning(); }, timeout));
         output = process.output();
         return process.terminate();
     }

@@ -105,7 +105,7 @@ TEST_F(SetupEndToEndTest, afterOnePressInMenuNextPressUsesNewRecogniser)
             pointer.clickAt(icon);
             return testbed::pollUntil(panelComes, std::chrono::seconds(2));
         },
-        patience));
+        timeout));
     keyboard.tap(upKey); // From the first command to the row above it.
     keyboard.tap(returnKey);
     ASSERT_TRUE(talmoSays(u"installing the speech model toy"_s));

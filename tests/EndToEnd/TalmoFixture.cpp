@@ -38,7 +38,7 @@ void TalmoFixture::startTalmoThrough(const QString &program, const QStringList &
 void TalmoFixture::openWindow(const QString &program, const QStringList &arguments)
 {
     window = std::make_unique<testbed::ChildProcess>(program, arguments, environment);
-    ASSERT_TRUE(desktop.waitForActiveWindow(u"Target"_s, patience));
+    ASSERT_TRUE(desktop.waitForActiveWindow(u"Target"_s, timeout));
 }
 
 void TalmoFixture::openQtWindow(const QString &delay)
@@ -48,7 +48,7 @@ void TalmoFixture::openQtWindow(const QString &delay)
 
 bool TalmoFixture::talmoSays(const QString &text)
 {
-    const bool found = talmo->waitForLine(text, patience, m_talmoLines).has_value();
+    const bool found = talmo->waitForLine(text, timeout, m_talmoLines).has_value();
     while (found && !talmo->lines()[m_talmoLines].text.contains(text)) {
         ++m_talmoLines;
     }
@@ -58,7 +58,7 @@ bool TalmoFixture::talmoSays(const QString &text)
 
 bool TalmoFixture::windowShows(const QString &text)
 {
-    return window->waitForLine(u"text: "_s + text, patience).has_value();
+    return window->waitForLine(u"text: "_s + text, timeout).has_value();
 }
 
 void TalmoFixture::speak(const QString &text)
@@ -76,13 +76,13 @@ void TalmoFixture::dictate(const QString &text)
 
 void TalmoFixture::doubleTap()
 {
-    constexpr testbed::Patience step = std::chrono::milliseconds(40);
+    constexpr testbed::Timeout step = std::chrono::milliseconds(40);
     keyboard.press(key);
-    testbed::passTime(step);
+    testbed::sleepFor(step);
     keyboard.release(key);
-    testbed::passTime(step);
+    testbed::sleepFor(step);
     keyboard.press(key);
-    testbed::passTime(step);
+    testbed::sleepFor(step);
     keyboard.release(key);
 }
 
@@ -96,7 +96,7 @@ QByteArray TalmoFixture::selection(const QString &name, const QString &target)
     QProcess process;
     process.setProcessEnvironment(environment);
     process.start(u"xclip"_s, {u"-selection"_s, name, u"-o"_s, u"-t"_s, target});
-    EXPECT_TRUE(testbed::waitUntil([&process] { return process.state() == QProcess::NotRunning; }, patience));
+    EXPECT_TRUE(testbed::waitUntil([&process] { return process.state() == QProcess::NotRunning; }, timeout));
     return process.exitCode() == 0 ? process.readAllStandardOutput() : QByteArray();
 }
 
@@ -113,7 +113,7 @@ void TalmoFixture::copy(const QString &text, const QString &selectionName)
     copier->writeLine(text);
     copier->closeInput();
     m_copiers.push_back(std::move(copier));
-    ASSERT_TRUE(testbed::pollUntil([&] { return selection(selectionName) == text.toUtf8() + '\n'; }, patience));
+    ASSERT_TRUE(testbed::pollUntil([&] { return selection(selectionName) == text.toUtf8() + '\n'; }, timeout));
 }
 
 int TalmoFixture::quitTalmo()

@@ -14,7 +14,7 @@ namespace talmo::test {
 /// Talmo on its own virtual desktop, with an active window to dictate into.
 class TalmoFixture : public testing::Test {
 protected:
-    static constexpr testbed::Patience patience = std::chrono::seconds(15);
+    static constexpr testbed::Timeout timeout = std::chrono::seconds(15);
     static constexpr quint32 key = testbed::VirtualKeyboard::controlRight;
 
     TalmoFixture();

@@ -41,11 +41,11 @@ protected:
     }
     bool cardComes()
     {
-        return testbed::pollUntil([this] { return !cards().isEmpty(); }, patience);
+        return testbed::pollUntil([this] { return !cards().isEmpty(); }, timeout);
     }
     bool cardGoes()
     {
-        return testbed::pollUntil([this] { return cards().isEmpty(); }, patience);
+        return testbed::pollUntil([this] { return cards().isEmpty(); }, timeout);
     }
     bool isSomethingFullScreen()
     {
@@ -65,10 +65,10 @@ protected:
     {
         const QImage before = corner();
         startTalmo();
-        ASSERT_TRUE(testbed::pollUntil([&] { return corner() != before; }, patience));
+        ASSERT_TRUE(testbed::pollUntil([&] { return corner() != before; }, timeout));
         // Two equal screenshots: drawing has finished.
         QImage last;
-        ASSERT_TRUE(testbed::pollUntil([&] { return std::exchange(last, corner()) == last; }, patience));
+        ASSERT_TRUE(testbed::pollUntil([&] { return std::exchange(last, corner()) == last; }, timeout));
     }
     bool openPanel()
     {
@@ -108,7 +108,7 @@ TEST_F(UiEndToEndTest, overlayNeverTakesFocus)
 TEST_F(UiEndToEndTest, overlayStaysAboveFullScreenAndLaterWindows)
 {
     openWindow(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Target"_s, u"0"_s, u"fullscreen"_s});
-    ASSERT_TRUE(testbed::pollUntil([this] { return isSomethingFullScreen(); }, patience));
+    ASSERT_TRUE(testbed::pollUntil([this] { return isSomethingFullScreen(); }, timeout));
     startTalmo();
     desktop.takeActiveWindowChanges();
     doubleTap();
@@ -118,8 +118,8 @@ TEST_F(UiEndToEndTest, overlayStaysAboveFullScreenAndLaterWindows)
     EXPECT_EQ(desktop.takeActiveWindowChanges(), 0);
     testbed::ChildProcess other(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Other"_s, u"0"_s, u"fullscreen"_s},
                                 environment);
-    ASSERT_TRUE(desktop.waitForActiveWindow(u"Other"_s, patience));
-    EXPECT_TRUE(testbed::pollUntil([this] { return cardIsInFront(); }, patience));
+    ASSERT_TRUE(desktop.waitForActiveWindow(u"Other"_s, timeout));
+    EXPECT_TRUE(testbed::pollUntil([this] { return cardIsInFront(); }, timeout));
     keyboard.tap(key);
     EXPECT_TRUE(talmoSays(u"state: error"_s)); // No speech.
 }
@@ -128,7 +128,7 @@ TEST_F(UiEndToEndTest, overlayIsOnPointersScreenAboveItsPanel)
 {
     const auto addScreen = [this](const QString &name, const QString &place, const QString &output) {
         testbed::ChildProcess xrandr(u"xrandr"_s, {u"--setmonitor"_s, name, place, output}, environment);
-        testbed::waitUntil([&xrandr] { return !xrandr.isRunning(); }, patience);
+        testbed::waitUntil([&xrandr] { return !xrandr.isRunning(); }, timeout);
     };
     addScreen(u"left"_s, u"600/160x640/170+0+0"_s, u"screen"_s);
     addScreen(u"right"_s, u"424/110x500/130+600+0"_s, u"none"_s);
@@ -144,7 +144,7 @@ TEST_F(UiEndToEndTest, overlayIsOnPointersScreenAboveItsPanel)
         const QRect room = cards().isEmpty() ? QRect() : cards().first().geometry;
         keyboard.tap(key);
         EXPECT_TRUE(talmoSays(u"state: error"_s));
-        testbed::passTime(400ms);
+        testbed::sleepFor(400ms);
         EXPECT_TRUE(cardGoes());
         return QPoint(room.center().x(), room.y() + room.height() - shadow);
     };
@@ -179,7 +179,7 @@ TEST_F(UiEndToEndTest, cardIsShapedWithoutCompositor)
     const QRect card(QPoint(screen.width() / 2 - 110, bottom - 50), QPoint(screen.width() / 2 + 109, bottom - 1));
     // The window behind is white: it shows at the card's corner but not in its middle.
     EXPECT_TRUE(testbed::pollUntil([&] { return desktop.screenshot().pixelColor(card.center()) != QColor(Qt::white); },
-                                   patience));
+                                   timeout));
     const QImage picture = desktop.screenshot();
     EXPECT_EQ(picture.pixelColor(card.bottomLeft()), QColor(Qt::white));
     EXPECT_EQ(picture.pixelColor(card.bottomRight()), QColor(Qt::white));
@@ -195,11 +195,11 @@ TEST_F(UiEndToEndTest, trayIconChangesShape)
     const QImage idle = corner();
     keyboard.press(key);
     ASSERT_TRUE(talmoSays(u"state: recording"_s));
-    EXPECT_TRUE(testbed::pollUntil([&] { return corner() != idle; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([&] { return corner() != idle; }, timeout));
     const QImage recording = corner();
     keyboard.release(key);
     ASSERT_TRUE(talmoSays(u"state: error"_s));
-    EXPECT_TRUE(testbed::pollUntil([&] { return corner() != recording && corner() != idle; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([&] { return corner() != recording && corner() != idle; }, timeout));
 }
 
 TEST_F(UiEndToEndTest, iconIsLegibleOnLightTrayWithDarkTheme)
@@ -218,20 +218,20 @@ TEST_F(UiEndToEndTest, iconIsLegibleOnLightTrayWithDarkTheme)
         return least;
     };
     constexpr int dark = 90;
-    EXPECT_TRUE(testbed::pollUntil([&] { return darkest() < dark; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([&] { return darkest() < dark; }, timeout));
 }
 
 TEST_F(UiEndToEndTest, addsIconToLateTrayAndReportsAbsenceOnce)
 {
     startTalmo();
-    ASSERT_TRUE(talmo->waitForLine(u"there is no tray for the icon yet"_s, patience));
+    ASSERT_TRUE(talmo->waitForLine(u"there is no tray for the icon yet"_s, timeout));
     const QImage before = corner();
     startTray();
-    EXPECT_TRUE(testbed::pollUntil([&] { return corner() != before; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([&] { return corner() != before; }, timeout));
     tray.reset();
-    EXPECT_TRUE(testbed::pollUntil([&] { return corner() == before; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([&] { return corner() == before; }, timeout));
     startTray();
-    EXPECT_TRUE(testbed::pollUntil([&] { return corner() != before; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([&] { return corner() != before; }, timeout));
     EXPECT_EQ(talmo->output().count(u"there is no tray"_s), 1);
 }
 
@@ -240,13 +240,13 @@ TEST_F(UiEndToEndTest, notifierHostGetsIconAndItsChanges)
     const auto bus = testbed::startBus(environment);
     NotifierHost host;
     startTalmo();
-    ASSERT_TRUE(testbed::waitUntil([&host] { return !host.item().isEmpty(); }, patience));
+    ASSERT_TRUE(testbed::waitUntil([&host] { return !host.item().isEmpty(); }, timeout));
     const QByteArray idle = host.iconPixels();
     EXPECT_FALSE(idle.isEmpty());
     const int before = host.iconChanges();
     keyboard.press(key);
     ASSERT_TRUE(talmoSays(u"state: recording"_s));
-    EXPECT_TRUE(testbed::waitUntil([&] { return host.iconChanges() > before; }, patience));
+    EXPECT_TRUE(testbed::waitUntil([&] { return host.iconChanges() > before; }, timeout));
     EXPECT_NE(host.iconPixels(), idle);
     EXPECT_FALSE(host.itemProperty(u"Menu"_s).isNull());
     keyboard.release(key);
@@ -257,12 +257,12 @@ TEST_F(UiEndToEndTest, lateOrRestartedNotifierHostGetsIcon)
 {
     const auto bus = testbed::startBus(environment);
     startTalmo();
-    ASSERT_TRUE(talmo->waitForLine(u"there is no tray for the icon yet"_s, patience));
+    ASSERT_TRUE(talmo->waitForLine(u"there is no tray for the icon yet"_s, timeout));
     auto host = std::make_unique<NotifierHost>();
-    EXPECT_TRUE(testbed::waitUntil([&host] { return host->registrations() > 0; }, patience));
+    EXPECT_TRUE(testbed::waitUntil([&host] { return host->registrations() > 0; }, timeout));
     host.reset();
     host = std::make_unique<NotifierHost>();
-    EXPECT_TRUE(testbed::waitUntil([&host] { return host->registrations() > 0; }, patience));
+    EXPECT_TRUE(testbed::waitUntil([&host] { return host->registrations() > 0; }, timeout));
 }
 
 TEST_F(UiEndToEndTest, panelOpensInPointersCornerWithNotifierHost)
@@ -271,7 +271,7 @@ TEST_F(UiEndToEndTest, panelOpensInPointersCornerWithNotifierHost)
     NotifierHost host;
     openQtWindow();
     startTalmo();
-    ASSERT_TRUE(testbed::waitUntil([&host] { return !host.item().isEmpty(); }, patience));
+    ASSERT_TRUE(testbed::waitUntil([&host] { return !host.item().isEmpty(); }, timeout));
     pointer.moveTo({screen.width() - 20, screen.height() - 20});
     host.activate(screen.width() - 20, screen.height() - 20);
     ASSERT_TRUE(cardComes());
@@ -298,7 +298,7 @@ TEST_F(UiEndToEndTest, panelOpensAtIconAndClosesOnEscapeOrClick)
             keyboard.tap(escapeKey);
             return cards().isEmpty();
         },
-        patience));
+        timeout));
     ASSERT_TRUE(openPanel());
     pointer.clickAt({100, 500});
     EXPECT_TRUE(cardGoes());
@@ -318,8 +318,8 @@ TEST_F(UiEndToEndTest, dictationStartedInPanelGoesToActiveWindow)
     ASSERT_TRUE(talmoSays(u"state: recording"_s));
     speak(u"hello world"_s);
     pointer.clickAt(icon);
-    ASSERT_TRUE(testbed::pollUntil([this] { return cards().size() == 2; }, patience)); // The other is the overlay.
-    keyboard.tap(returnKey);                                                           // First row: stop.
+    ASSERT_TRUE(testbed::pollUntil([this] { return cards().size() == 2; }, timeout)); // The other is the overlay.
+    keyboard.tap(returnKey);                                                          // First row: stop.
     EXPECT_TRUE(windowShows(u"Hello world."_s));
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
     EXPECT_EQ(desktop.activeWindowTitle(), u"Target"_s);
@@ -360,7 +360,7 @@ TEST_F(UiEndToEndTest, quitInPanelQuitsTalmo)
     ASSERT_TRUE(openPanel());
     keyboard.tap(endKey);
     keyboard.tap(returnKey);
-    EXPECT_TRUE(testbed::waitUntil([this] { return !talmo->isRunning(); }, patience));
+    EXPECT_TRUE(testbed::waitUntil([this] { return !talmo->isRunning(); }, timeout));
 }
 
 TEST_F(UiEndToEndTest, secondInstanceOpensSettingsOfFirstAndExits)
@@ -369,11 +369,11 @@ TEST_F(UiEndToEndTest, secondInstanceOpensSettingsOfFirstAndExits)
     startTalmo();
     for (int round = 0; round < 2; ++round) {
         testbed::ChildProcess second(QStringLiteral(TALMO_BIN "/talmo"), {}, environment);
-        EXPECT_TRUE(second.waitForLine(u"Talmo runs already; its settings are open now"_s, patience));
+        EXPECT_TRUE(second.waitForLine(u"Talmo runs already; its settings are open now"_s, timeout));
         EXPECT_EQ(second.terminate(), 0);
-        EXPECT_TRUE(desktop.waitForActiveWindow(u"Talmo Settings"_s, patience));
+        EXPECT_TRUE(desktop.waitForActiveWindow(u"Talmo Settings"_s, timeout));
         keyboard.tap(escapeKey);
-        EXPECT_TRUE(desktop.waitForActiveWindow(u"Target"_s, patience));
+        EXPECT_TRUE(desktop.waitForActiveWindow(u"Target"_s, timeout));
     }
     EXPECT_TRUE(talmo->isRunning());
     // Dictation still works.
@@ -385,7 +385,7 @@ TEST_F(UiEndToEndTest, nextInstanceIsFirstAfterCrash)
 {
     startTalmo();
     talmo->kill();
-    ASSERT_TRUE(testbed::waitUntil([this] { return !talmo->isRunning(); }, patience));
+    ASSERT_TRUE(testbed::waitUntil([this] { return !talmo->isRunning(); }, timeout));
     startTalmo();
     EXPECT_EQ(quitTalmo(), 0);
 }
@@ -394,7 +394,7 @@ TEST_F(UiEndToEndTest, dictatesIntoOwnSettingsWindow)
 {
     startTalmo();
     testbed::ChildProcess second(QStringLiteral(TALMO_BIN "/talmo"), {}, environment);
-    ASSERT_TRUE(desktop.waitForActiveWindow(u"Talmo Settings"_s, patience));
+    ASSERT_TRUE(desktop.waitForActiveWindow(u"Talmo Settings"_s, timeout));
     // To the dictionary tab and its text field.
     keyboard.press(testbed::VirtualKeyboard::controlLeft);
     keyboard.tap(testbed::VirtualKeyboard::tab);
@@ -409,7 +409,7 @@ TEST_F(UiEndToEndTest, dictatesIntoOwnSettingsWindow)
             QFile file(desktop.folder() + u"/config/talmo/settings.json"_s);
             return file.open(QFile::ReadOnly) && file.readAll().contains("Hello world.");
         },
-        patience));
+        timeout));
 }
 
 } // namespace talmo::test

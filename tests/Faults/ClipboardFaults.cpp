@@ -19,7 +19,7 @@ FAULT(Clipboard, ownerHangs, "The program that owns the clipboard hangs",
 {
     const QString image = desktop.folder() + u"/image"_s;
     testbed::ChildProcess owner(QStringLiteral(TALMO_BIN "/talmo-clipboard-owner"), {image}, environment);
-    ASSERT_TRUE(owner.waitForLine(u"owned"_s, patience));
+    ASSERT_TRUE(owner.waitForLine(u"owned"_s, timeout));
     openQtWindow();
     startTalmo();
     ::kill(static_cast<pid_t>(owner.processId()), SIGSTOP);
@@ -41,8 +41,8 @@ FAULT(Clipboard, ownerEndsInMidValue, "The program that owns the clipboard ends 
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(nextMeant()));
     EXPECT_TRUE(talmo->waitForLine(
-        u"the clipboard's image/png was not kept (200000 bytes received): its owner exited"_s, patience));
-    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "kept"; }, patience));
+        u"the clipboard's image/png was not kept (200000 bytes received): its owner exited"_s, timeout));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "kept"; }, timeout));
     nextDictationWorks();
 }
 
@@ -57,8 +57,8 @@ FAULT(Clipboard, ownerAnnouncesAndSendsNothing,
     const RawSelectionOwner owner("CLIPBOARD", {{"UTF8_STRING", plain("kept")}, {"image/png", lying}});
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(nextMeant()));
-    EXPECT_TRUE(talmo->waitForLine(u"its owner took too long"_s, patience));
-    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "kept"; }, patience));
+    EXPECT_TRUE(talmo->waitForLine(u"its owner took too long"_s, timeout));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "kept"; }, timeout));
     nextDictationWorks();
 }
 
@@ -70,8 +70,8 @@ FAULT(Clipboard, ownerOffersSixHundredThousandTypes, "A program offers 600,000 c
     const RawSelectionOwner owner("CLIPBOARD", {{"UTF8_STRING", plain("kept")}}, 600'000);
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(nextMeant()));
-    EXPECT_TRUE(talmo->waitForLine(u"the clipboard's further types was not kept"_s, patience));
-    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "kept"; }, patience));
+    EXPECT_TRUE(talmo->waitForLine(u"the clipboard's further types was not kept"_s, timeout));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "kept"; }, timeout));
     nextDictationWorks();
 }
 
@@ -85,8 +85,8 @@ FAULT(Clipboard, ownerSendsWithoutEnd, "A program offers more than 256 MB",
     const RawSelectionOwner owner("CLIPBOARD", {{"UTF8_STRING", plain("kept")}, {"image/png", endless}});
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(nextMeant()));
-    EXPECT_TRUE(talmo->waitForLine(u"the clipboard's image/png was not kept"_s, patience));
-    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "kept"; }, patience));
+    EXPECT_TRUE(talmo->waitForLine(u"the clipboard's image/png was not kept"_s, timeout));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "kept"; }, timeout));
     nextDictationWorks();
 }
 

@@ -35,7 +35,7 @@ protected:
     /// Dictates into a new window, since the fault may have closed the old one.
     void nextDictationWorks()
     {
-        testbed::passTime(std::chrono::milliseconds(350)); // Longer than the double-tap window.
+        testbed::sleepFor(std::chrono::milliseconds(350)); // Longer than the double-tap window.
         window.reset();
         expectLinesFromHere();
         openWindow(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Target again"_s});
@@ -46,7 +46,7 @@ protected:
     QString nextMeant()
     {
         const QString prefix = u"cleaned transcript: "_s;
-        const auto line = talmo->waitForLine(prefix, patience, m_linesSeen);
+        const auto line = talmo->waitForLine(prefix, timeout, m_linesSeen);
         while (m_linesSeen < talmo->lines().size() && !talmo->lines()[m_linesSeen++].text.contains(prefix)) {
         }
         EXPECT_TRUE(line);

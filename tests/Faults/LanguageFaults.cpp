@@ -15,7 +15,7 @@ protected:
         desktop.storeSettings({{u"linux.languageModelAddress"_s, server.address()}});
         openQtWindow();
         startTalmo();
-        ASSERT_TRUE(talmo->waitForLine(u"language model: test-model"_s, patience));
+        ASSERT_TRUE(talmo->waitForLine(u"language model: test-model"_s, timeout));
         dictate(u"hello world"_s);
         EXPECT_TRUE(windowShows(nextMeant()));
         EXPECT_TRUE(talmoSays(u"state: idle"_s));

@@ -27,9 +27,9 @@ protected:
         for (int round = 0; round < 2; ++round) { // A second attempt fails in the same way.
             expectLinesFromHere();
             keyboard.press(key);
-            EXPECT_TRUE(talmo->waitForLine(u"error: "_s, patience, seenLines()));
+            EXPECT_TRUE(talmo->waitForLine(u"error: "_s, timeout, seenLines()));
             keyboard.release(key);
-            testbed::passTime(std::chrono::milliseconds(350)); // Longer than the double-tap window.
+            testbed::sleepFor(std::chrono::milliseconds(350)); // Longer than the double-tap window.
         }
         EXPECT_THAT(talmo->output().toStdString(), testing::Not(testing::HasSubstr("inserting")));
         EXPECT_EQ(quitTalmo(), 0);

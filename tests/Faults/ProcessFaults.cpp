@@ -14,7 +14,7 @@ FAULT(Process, stoppedAndContinued, "The machine sleeps for a while between two 
     EXPECT_TRUE(windowShows(nextMeant()));
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
     signalTalmo(SIGSTOP);
-    testbed::passTime(std::chrono::seconds(2));
+    testbed::sleepFor(std::chrono::seconds(2));
     signalTalmo(SIGCONT);
     nextDictationWorks();
 }
@@ -108,7 +108,7 @@ FAULT(Process, secondStart, "Talmo is started twice", "The second start opens th
 {
     startTalmo();
     testbed::ChildProcess second(QStringLiteral(TALMO_BIN "/talmo"), {}, environment);
-    EXPECT_TRUE(testbed::waitUntil([&second] { return !second.isRunning(); }, patience));
+    EXPECT_TRUE(testbed::waitUntil([&second] { return !second.isRunning(); }, timeout));
     EXPECT_EQ(second.terminate(), 0);
     nextDictationWorks();
 }

@@ -75,7 +75,7 @@ FAULT(Settings, diskFull, "The disk is full", "Dictating works; what cannot be s
     nextDictationWorks();
     testbed::ChildProcess choice(QStringLiteral(TALMO_BIN "/talmoctl"), {u"model"_s, u"use"_s, u"embedded"_s},
                                  environment);
-    EXPECT_TRUE(testbed::waitUntil([&choice] { return !choice.isRunning(); }, patience));
+    EXPECT_TRUE(testbed::waitUntil([&choice] { return !choice.isRunning(); }, timeout));
     EXPECT_NE(choice.terminate(), 0);
     EXPECT_THAT(choice.output().toStdString(), testing::HasSubstr("could not be saved"));
     nextDictationWorks();

@@ -37,7 +37,7 @@ FAULT(Sound, serverHangsInMidSentence, "The sound server hangs while somebody sp
     sound->freeze();
     keyboard.release(key);
     EXPECT_TRUE(talmoSays(u"state: processing"_s));
-    EXPECT_TRUE(talmo->waitForLine(u"state: idle"_s, patience) || talmo->waitForLine(u"state: error"_s, patience));
+    EXPECT_TRUE(talmo->waitForLine(u"state: idle"_s, timeout) || talmo->waitForLine(u"state: error"_s, timeout));
     sound->thaw();
     nextDictationWorks();
 }

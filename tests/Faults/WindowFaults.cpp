@@ -14,12 +14,12 @@ FAULT(Window, closedBeforeThePaste, "The window is closed while somebody speaks"
     copy(u"clipboard before"_s);
     holdAndSpeak();
     window.reset();
-    ASSERT_TRUE(testbed::pollUntil([this] { return desktop.activeWindowTitle().isEmpty(); }, patience));
+    ASSERT_TRUE(testbed::pollUntil([this] { return desktop.activeWindowTitle().isEmpty(); }, timeout));
     keyboard.release(key);
     EXPECT_TRUE(talmoSays(u"error: No window has keyboard focus."_s));
     EXPECT_EQ(clipboard(), nextMeant().toUtf8());
     nextDictationWorks();
-    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, timeout));
 }
 
 FAULT(Window, frozen, "The window hangs",
@@ -38,7 +38,7 @@ FAULT(Window, frozen, "The window hangs",
     EXPECT_EQ(clipboard(), meant.toUtf8());
     signalWindow(SIGCONT);
     EXPECT_TRUE(windowShows(meant));
-    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, timeout));
     nextDictationWorks();
 }
 
@@ -54,11 +54,11 @@ FAULT(Window, takesNoPaste, "The window takes no paste",
     const QString meant = nextMeant();
     EXPECT_EQ(clipboard(), meant.toUtf8());
     testbed::ChildProcess last(QStringLiteral(TALMO_BIN "/talmoctl"), {u"last"_s}, environment);
-    EXPECT_TRUE(last.waitForLine(meant, patience));
+    EXPECT_TRUE(last.waitForLine(meant, timeout));
     testbed::ChildProcess raw(QStringLiteral(TALMO_BIN "/talmoctl"), {u"last"_s, u"--raw"_s}, environment);
-    EXPECT_TRUE(raw.waitForLine(meant.chopped(1).toLower(), patience));
+    EXPECT_TRUE(raw.waitForLine(meant.chopped(1).toLower(), timeout));
     testbed::ChildProcess restore(QStringLiteral(TALMO_BIN "/talmoctl"), {u"restore-clipboard"_s}, environment);
-    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, patience));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, timeout));
     nextDictationWorks();
 }
 
@@ -69,9 +69,9 @@ FAULT(Window, anotherComesToTheFront, "Another window comes to the front while s
     startTalmo();
     holdAndSpeak();
     testbed::ChildProcess other(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Another"_s}, environment);
-    ASSERT_TRUE(desktop.waitForActiveWindow(u"Another"_s, patience));
+    ASSERT_TRUE(desktop.waitForActiveWindow(u"Another"_s, timeout));
     keyboard.release(key);
-    EXPECT_TRUE(other.waitForLine(u"text: "_s + nextMeant(), patience));
+    EXPECT_TRUE(other.waitForLine(u"text: "_s + nextMeant(), timeout));
     other.terminate();
     nextDictationWorks();
 }
@@ -109,7 +109,7 @@ FAULT(Window, layoutWithoutPasteKeys, "The keyboard layout has neither V nor Ins
     startTalmo();
     const auto set = [this](const QStringList &expressions) {
         testbed::ChildProcess xmodmap(u"xmodmap"_s, expressions, environment);
-        EXPECT_TRUE(testbed::waitUntil([&xmodmap] { return !xmodmap.isRunning(); }, patience));
+        EXPECT_TRUE(testbed::waitUntil([&xmodmap] { return !xmodmap.isRunning(); }, timeout));
     };
     set({u"-e"_s, u"keycode 55 = NoSymbol"_s, u"-e"_s, u"keycode 118 = NoSymbol"_s, u"-e"_s,
          u"keycode 90 = NoSymbol"_s});
@@ -126,7 +126,7 @@ FAULT(Window, layoutChangedInMidSentence, "The keyboard layout is changed while 
     startTalmo();
     holdAndSpeak();
     testbed::ChildProcess layout(u"setxkbmap"_s, {u"fr"_s}, environment);
-    EXPECT_TRUE(testbed::waitUntil([&layout] { return !layout.isRunning(); }, patience));
+    EXPECT_TRUE(testbed::waitUntil([&layout] { return !layout.isRunning(); }, timeout));
     keyboard.release(key);
     EXPECT_TRUE(windowShows(nextMeant()));
     nextDictationWorks();
@@ -139,7 +139,7 @@ FAULT(Window, minimised, "The window is minimised while somebody speaks",
     startTalmo();
     holdAndSpeak();
     desktop.minimiseActiveWindow();
-    ASSERT_TRUE(testbed::pollUntil([this] { return !desktop.activeWindowTitle().contains(u"Target"); }, patience));
+    ASSERT_TRUE(testbed::pollUntil([this] { return !desktop.activeWindowTitle().contains(u"Target"); }, timeout));
     keyboard.release(key);
     EXPECT_TRUE(talmoSays(u"error: No window has keyboard focus."_s));
     EXPECT_EQ(clipboard(), nextMeant().toUtf8());
@@ -150,15 +150,15 @@ FAULT(Window, xServerEnds, "The X server ends", "Talmo ends")
 {
     startTalmo();
     desktop.killServer();
-    EXPECT_TRUE(testbed::waitUntil([this] { return !talmo->isRunning(); }, patience));
+    EXPECT_TRUE(testbed::waitUntil([this] { return !talmo->isRunning(); }, timeout));
 }
 
 FAULT(Window, noDisplay, "There is no display", "Talmo says so and ends")
 {
     environment.insert(u"DISPLAY"_s, u":4711"_s);
     testbed::ChildProcess blind(QStringLiteral(TALMO_BIN "/talmo"), {}, environment);
-    EXPECT_TRUE(blind.waitForLine(u"talmo: No X display could be opened. Is DISPLAY set?"_s, patience));
-    EXPECT_TRUE(testbed::waitUntil([&blind] { return !blind.isRunning(); }, patience));
+    EXPECT_TRUE(blind.waitForLine(u"talmo: No X display could be opened. Is DISPLAY set?"_s, timeout));
+    EXPECT_TRUE(testbed::waitUntil([&blind] { return !blind.isRunning(); }, timeout));
     EXPECT_EQ(blind.terminate(), 1);
 }
 

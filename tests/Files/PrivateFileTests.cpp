@@ -1,7 +1,7 @@
 #include "Files/PrivateFile.h"
 
 #include "Base/Error.h"
-#include "Recognition/PocketSphinx/MicrophoneMemory.h"
+#include "Recognition/PocketSphinx/MicrophoneCalibrationStore.h"
 #include "Support/FileSizeLimit.h"
 #include "Support/Printing.h"
 
@@ -99,7 +99,7 @@ TEST_F(PrivateFileTest, tightensLooseLock)
 TEST_F(PrivateFileTest, microphoneMemoryIsPrivateAndRetriedAfterFullDisk)
 {
     const QString memory = folder.filePath(u"state/microphones.json"_s);
-    MicrophoneMemory microphones(memory);
+    MicrophoneCalibrationStore microphones(memory);
     {
         const FileSizeLimit full(0);
         microphones.remember(u"desk"_s, {1, 2});

@@ -6,7 +6,7 @@ namespace talmo::test {
 
 namespace {
 
-constexpr testbed::Patience patience = std::chrono::seconds(15);
+constexpr testbed::Timeout timeout = std::chrono::seconds(15);
 
 } // namespace
 
@@ -17,7 +17,7 @@ TestFileServer::TestFileServer(const QString &folder, const QString &certificate
               (certificate.isEmpty() ? QStringList() : QStringList{certificate}),
           QProcessEnvironment::systemEnvironment()))
 {
-    const auto line = m_process->waitForLine(QStringLiteral("listening"), patience);
+    const auto line = m_process->waitForLine(QStringLiteral("listening"), timeout);
     if (!line) {
         throw Error(QStringLiteral("The test's file server did not start: ") + m_process->output());
     }
@@ -45,7 +45,7 @@ QStringList TestFileServer::requests() const
 
 bool TestFileServer::waitForRequests(qsizetype count) const
 {
-    return testbed::waitUntil([this, count] { return requests().size() >= count; }, patience);
+    return testbed::waitUntil([this, count] { return requests().size() >= count; }, timeout);
 }
 
 } // namespace talmo::test

@@ -9,7 +9,7 @@ namespace talmo::test {
 
 namespace {
 
-constexpr testbed::Patience patience = std::chrono::seconds(15);
+constexpr testbed::Timeout timeout = std::chrono::seconds(15);
 
 /// No edit fits into one token.
 bool isWarmUp(const QJsonObject &chat)
@@ -25,7 +25,7 @@ TestModelServer::TestModelServer(int port, const QProcessEnvironment &environmen
           QStringList{QStringLiteral(TALMO_TESTS_FOLDER "/Support/model_server.py"), QString::number(port)} + options,
           environment))
 {
-    const auto line = m_process->waitForLine(QStringLiteral("listening"), patience);
+    const auto line = m_process->waitForLine(QStringLiteral("listening"), timeout);
     if (!line) {
         throw Error(QStringLiteral("The test's model server did not start: ") + m_process->output());
     }
@@ -43,7 +43,7 @@ void TestModelServer::behave(const QJsonObject &changes)
         }
         return applied >= m_behaviours;
     };
-    if (!testbed::waitUntil(isApplied, patience)) {
+    if (!testbed::waitUntil(isApplied, timeout)) {
         throw Error(QStringLiteral("The test's model server does not listen: ") + m_process->output());
     }
 }
@@ -98,17 +98,17 @@ std::vector<QJsonObject> TestModelServer::warmUps() const
 
 bool TestModelServer::waitForWarmUps(std::size_t count) const
 {
-    return testbed::waitUntil([this, count] { return warmUps().size() >= count; }, patience);
+    return testbed::waitUntil([this, count] { return warmUps().size() >= count; }, timeout);
 }
 
 bool TestModelServer::waitForChats(std::size_t count) const
 {
-    return testbed::waitUntil([this, count] { return chats().size() >= count; }, patience);
+    return testbed::waitUntil([this, count] { return chats().size() >= count; }, timeout);
 }
 
 bool TestModelServer::waitForReports(const QString &word, std::size_t count) const
 {
-    return testbed::waitUntil([this, word, count] { return reports(word).size() >= count; }, patience);
+    return testbed::waitUntil([this, word, count] { return reports(word).size() >= count; }, timeout);
 }
 
 } // namespace talmo::test

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Support/MadeSounds.h"
+#include "Support/SyntheticAudio.h"
 
 #include <QString>
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Recognition/Sherpa/SherpaEngine.h"
-#include "Support/MadeSounds.h"
 #include "Support/Printing.h"
+#include "Support/SyntheticAudio.h"
 
 #include <QDir>
 #include <QProcess>

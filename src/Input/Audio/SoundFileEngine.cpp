@@ -58,7 +58,7 @@ AudioFormat SoundFileEngine::inputFormat()
 void SoundFileEngine::installTap(quint32 bufferSize, AudioBufferHandler handler)
 {
     m_bufferSize = bufferSize;
-    m_blocks = std::make_unique<FrameBlocks>(inputFormat(), bufferSize, std::move(handler));
+    m_blocks = std::make_unique<AudioReblocker>(inputFormat(), bufferSize, std::move(handler));
 }
 
 void SoundFileEngine::removeTap()

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Input/Audio/AudioEngine.h"
-#include "Input/Audio/FrameBlocks.h"
+#include "Input/Audio/AudioReblocker.h"
 
 #include <QString>
 
@@ -32,7 +32,7 @@ private:
 
     std::unique_ptr<File> m_file;
     quint32 m_bufferSize = 0;
-    std::unique_ptr<FrameBlocks> m_blocks;
+    std::unique_ptr<AudioReblocker> m_blocks;
 };
 
 } // namespace talmo

@@ -82,8 +82,8 @@ ModelEntry readEntry(const QJsonObject &object, bool isComponent)
         throw Error(QStringLiteral("“address” must begin with https://"));
     }
     entry.size = wholeNumber(object, "size");
-    if (const auto megabytes = wholeNumber(object, "roughMegabytes")) {
-        entry.roughMegabytes = static_cast<int>(*megabytes);
+    if (const auto megabytes = wholeNumber(object, "approximateMegabytes")) {
+        entry.approximateMegabytes = static_cast<int>(*megabytes);
     }
     entry.sha256 = text("sha256").toLatin1().toLower();
     if (!entry.sha256.isEmpty() && !isWhole(text("sha256"), "[0-9A-Fa-f]{64}")) {
@@ -167,7 +167,12 @@ bool isPermittedRedirect(const QUrl &from, const QUrl &to)
 QString languageOf(const QString &locale)
 {
     static const QRegularExpression end(QStringLiteral("[_.@-]"));
-    return locale.section(end, 0, 0).toLower();
+    const QString language = locale.section(end, 0, 0);
+    // What a system without a language reports. Its messages are English, so its user reads English.
+    if (language == QStringLiteral("C") || language == QStringLiteral("POSIX")) {
+        return QStringLiteral("en");
+    }
+    return language.toLower();
 }
 
 const QString ModelEntry::libraryKind = QStringLiteral("library");

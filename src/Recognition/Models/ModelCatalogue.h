@@ -31,7 +31,7 @@ struct ModelEntry {
     /// Size of the archive in bytes; nullopt if not on record.
     std::optional<qint64> size;
     /// Approximate size for display, if `size` is unknown.
-    std::optional<int> roughMegabytes;
+    std::optional<int> approximateMegabytes;
     /// Checksum of the archive in lower-case hexadecimal digits; empty if not on record.
     QByteArray sha256;
     QString licence;

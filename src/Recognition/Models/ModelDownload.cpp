@@ -18,7 +18,7 @@ namespace talmo {
 namespace {
 
 /// A connection silent for this long has failed.
-constexpr Duration patience = std::chrono::seconds(30);
+constexpr Duration timeout = std::chrono::seconds(30);
 /// Consecutive attempts without any progress before giving up.
 constexpr int mostTries = 5;
 /// Before the second attempt; each further wait is twice as long.
@@ -31,7 +31,7 @@ QCoro::Task<void> watch(QPointer<ModelTransfer> transfer, std::shared_ptr<Clock>
     try {
         while (transfer && transfer->activity() != last) {
             last = transfer->activity();
-            co_await clock->sleep(patience, over);
+            co_await clock->sleep(timeout, over);
         }
     } catch (const Cancelled &) {
         co_return;

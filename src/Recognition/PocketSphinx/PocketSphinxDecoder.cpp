@@ -116,7 +116,7 @@ struct OwnWords {
 } // namespace
 
 /// A word, or a filler such as silence, of the best path so far.
-struct PocketSphinxDecoder::HeardWord {
+struct PocketSphinxDecoder::DecodedWord {
     QByteArray token;
     int frames;
     bool isFiller() const { return token.startsWith('<') || token.startsWith('[') || token.startsWith("++"); }
@@ -241,9 +241,9 @@ bool PocketSphinxDecoder::isInSpeech() const
     return ps_get_in_speech(m_decoder) != 0;
 }
 
-std::vector<PocketSphinxDecoder::HeardWord> PocketSphinxDecoder::heardWords() const
+std::vector<PocketSphinxDecoder::DecodedWord> PocketSphinxDecoder::heardWords() const
 {
-    std::vector<HeardWord> words;
+    std::vector<DecodedWord> words;
     for (ps_seg_t *segment = ps_seg_iter(m_decoder); segment != nullptr; segment = ps_seg_next(segment)) {
         QByteArray token = ps_seg_word(segment);
         if (const auto variant = token.indexOf('('); variant > 0) {

@@ -60,9 +60,9 @@ public:
 private:
     explicit PocketSphinxDecoder(ps_decoder_s *decoder);
 
-    struct HeardWord;
+    struct DecodedWord;
     void addVocabulary(const QString &modelFolder, const PersonalVocabulary &vocabulary);
-    std::vector<HeardWord> heardWords() const;
+    std::vector<DecodedWord> heardWords() const;
 
     ps_decoder_s *m_decoder;
     PersonalVocabulary m_vocabulary;

@@ -32,7 +32,7 @@ PocketSphinxEngine::PocketSphinxEngine(const QString &modelFolder, MicrophoneKno
       m_microphone(std::move(microphone))
 {
     if (!m_microphone.memory) {
-        m_microphone.memory = std::make_shared<MicrophoneMemory>();
+        m_microphone.memory = std::make_shared<MicrophoneCalibrationStore>();
     }
 }
 

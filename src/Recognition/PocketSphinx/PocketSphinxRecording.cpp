@@ -157,7 +157,7 @@ void PocketSphinxRecording::finish()
         listen({}, rest);
     }
     endUtterance();
-    if (m_transcript.hasHeardWords()) {
+    if (m_transcript.hasDecodedWords()) {
         m_memory->remember(soundName(), m_decoder->cepstralMean());
     } else {
         // Without speech, the calibration would be wrong.

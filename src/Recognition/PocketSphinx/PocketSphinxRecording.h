@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Recognition/PocketSphinx/MicrophoneCalibration.h"
-#include "Recognition/PocketSphinx/MicrophoneMemory.h"
+#include "Recognition/PocketSphinx/MicrophoneCalibrationStore.h"
 #include "Recognition/PocketSphinx/PocketSphinxDecoderPool.h"
 #include "Recognition/PocketSphinx/UtterancePublisher.h"
 #include "Recognition/PocketSphinx/UtteranceSegmenter.h"
@@ -21,7 +21,7 @@ namespace talmo {
 struct MicrophoneKnowledge {
     /// The name of the current microphone, called on the decoder thread. Empty if unknown.
     std::function<QString()> currentName;
-    std::shared_ptr<MicrophoneMemory> memory;
+    std::shared_ptr<MicrophoneCalibrationStore> memory;
     /// The noise around each microphone, by its name. On the decoder thread.
     std::shared_ptr<QHash<QString, std::shared_ptr<NoiseReduction>>> noise =
         std::make_shared<QHash<QString, std::shared_ptr<NoiseReduction>>>();
@@ -53,7 +53,7 @@ private:
     QString heard() const;
 
     std::shared_ptr<PocketSphinxDecoderPool> m_pool;
-    std::shared_ptr<MicrophoneMemory> m_memory;
+    std::shared_ptr<MicrophoneCalibrationStore> m_memory;
     UtterancePublisher m_transcript;
     QString m_microphoneName;
     std::shared_ptr<NoiseReduction> m_noise;

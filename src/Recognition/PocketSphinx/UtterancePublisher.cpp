@@ -20,7 +20,7 @@ void UtterancePublisher::publishVolatile(const QString &text)
 void UtterancePublisher::publishFinal(const QString &text)
 {
     if (!text.isEmpty()) {
-        m_hasHeardWords = true;
+        m_hasDecodedWords = true;
         m_publish({text, true});
     } else if (!m_volatileText.isEmpty()) {
         m_publish({QString(), false});

@@ -16,12 +16,12 @@ public:
     /// An empty text withdraws the volatile text.
     void publishFinal(const QString &text);
 
-    bool hasHeardWords() const { return m_hasHeardWords; }
+    bool hasDecodedWords() const { return m_hasDecodedWords; }
 
 private:
     RecordingDecoder::Publish m_publish;
     QString m_volatileText;
-    bool m_hasHeardWords = false;
+    bool m_hasDecodedWords = false;
 };
 
 } // namespace talmo

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Recognition/Signal/SteadySound.h"
+#include "Recognition/Signal/MusicDetector.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -26,7 +26,7 @@ public:
     bool isMusic() const;
 
 private:
-    SteadySound m_steadySound;
+    MusicDetector m_steadySound;
     std::vector<std::int16_t> m_recognised;
     std::vector<std::int16_t> m_withoutNoise;
 };

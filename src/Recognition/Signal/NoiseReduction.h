@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Recognition/Signal/NoiseLevel.h"
 #include "Recognition/Signal/NoiseSuppressor.h"
+#include "Recognition/Signal/SnrEstimator.h"
 
 #include <cstdint>
 #include <span>
@@ -30,7 +30,7 @@ public:
 private:
     NoiseSuppressor m_suppressor;
     std::vector<std::int16_t> m_rest;
-    NoiseLevel m_level;
+    SnrEstimator m_level;
     bool m_isWorthwhile = false;
 };
 

@@ -14,7 +14,7 @@ ReadableText::ReadableText(Letters letters, PersonalSpelling spelling,
 
 QString ReadableText::of(const QString &raw) const
 {
-    QString text = tidied(m_letters == Letters::Lower ? raw.toLower() : raw);
+    QString text = normaliseTranscript(m_letters == Letters::Lower ? raw.toLower() : raw);
     // The words as they were spoken are right already, and no two of them are one misheard word.
     text = m_spelling.applied(text);
     return m_correction ? m_correction->applied(text) : text;

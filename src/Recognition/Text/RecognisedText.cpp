@@ -45,7 +45,7 @@ QString spokenForm(const QString &word)
 
 } // namespace
 
-QString tidied(const QString &text)
+QString normaliseTranscript(const QString &text)
 {
     static const QRegularExpression commands = phrases(QStringLiteral("[,;:]?\\s*\\b(%1)\\b[,;:.!?]*\\s*"),
                                                        {QStringLiteral("new line"), QStringLiteral("new paragraph")});

@@ -12,7 +12,7 @@ namespace talmo {
 /// Some models punctuate by themselves, spoken commands included: "milk, new line, eggs" would leave a comma at the
 /// beginning of a line, so the marks around a command are removed, except for the end of a sentence before it.
 /// Everything else stays as the model wrote it.
-QString tidied(const QString &text);
+QString normaliseTranscript(const QString &text);
 
 /// Spells the words of the custom vocabulary as the user does.
 class PersonalSpelling {

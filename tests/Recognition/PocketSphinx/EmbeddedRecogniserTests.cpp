@@ -2,7 +2,7 @@
 
 #include "Input/Audio/SpeexAudioConverter.h"
 #include "Recognition/FileTranscription.h"
-#include "Recognition/PocketSphinx/MicrophoneMemory.h"
+#include "Recognition/PocketSphinx/MicrophoneCalibrationStore.h"
 #include "SpokenText.h"
 #include "Support/ManualClock.h"
 #include "Support/Printing.h"
@@ -88,7 +88,7 @@ TEST(EmbeddedRecogniser, recognisesCommandsOnlyNextToPauses)
 
 TEST(EmbeddedRecogniser, reusesKnownMicrophoneCalibration)
 {
-    const auto memory = std::make_shared<MicrophoneMemory>();
+    const auto memory = std::make_shared<MicrophoneCalibrationStore>();
     Listener listener({}, {[] { return u"desk"_s; }, memory});
     EXPECT_EQ(listener.hears(u"thank you very much"_s), u"thank you very much"_s);
     EXPECT_FALSE(memory->recall(u"desk"_s).isEmpty());

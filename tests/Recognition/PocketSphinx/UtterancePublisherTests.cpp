@@ -25,7 +25,7 @@ TEST_F(UtterancePublisherTest, repeatsNoVolatileText)
     publisher.publishVolatile(u"one"_s);
     publisher.publishVolatile(u"one two"_s);
     EXPECT_THAT(published, ElementsAre(SpeechResult{u"one"_s, false}, SpeechResult{u"one two"_s, false}));
-    EXPECT_FALSE(publisher.hasHeardWords());
+    EXPECT_FALSE(publisher.hasDecodedWords());
 }
 
 TEST_F(UtterancePublisherTest, emptyFinalTextWithdrawsVolatileText)
@@ -34,7 +34,7 @@ TEST_F(UtterancePublisherTest, emptyFinalTextWithdrawsVolatileText)
     publisher.publishVolatile(u"one"_s);
     publisher.publishFinal(QString());
     EXPECT_THAT(published, ElementsAre(SpeechResult{u"one"_s, false}, SpeechResult{QString(), false}));
-    EXPECT_FALSE(publisher.hasHeardWords());
+    EXPECT_FALSE(publisher.hasDecodedWords());
 }
 
 TEST_F(UtterancePublisherTest, nextUtteranceBeginsAfresh)
@@ -44,7 +44,7 @@ TEST_F(UtterancePublisherTest, nextUtteranceBeginsAfresh)
     publisher.publishVolatile(u"one"_s);
     EXPECT_THAT(published, ElementsAre(SpeechResult{u"one"_s, false}, SpeechResult{u"one"_s, true},
                                        SpeechResult{u"one"_s, false}));
-    EXPECT_TRUE(publisher.hasHeardWords());
+    EXPECT_TRUE(publisher.hasDecodedWords());
 }
 
 } // namespace talmo::test

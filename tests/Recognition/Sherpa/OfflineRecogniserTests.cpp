@@ -26,7 +26,7 @@ protected:
     {
         ToyModels::SetUp();
         if (!IsSkipped()) {
-            ASSERT_TRUE(QFile::exists(voiceModel)) << "scripts/neural-library downloads it";
+            ASSERT_TRUE(QFile::exists(voiceModel)) << "scripts/install-sherpa-onnx downloads it";
             QDir(models.path()).mkpath(u"silero-vad"_s);
             ASSERT_TRUE(QFile::link(voiceModel, folder(u"silero-vad/silero_vad.onnx"_s)));
         }

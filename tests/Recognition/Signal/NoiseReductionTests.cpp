@@ -1,6 +1,6 @@
 #include "Recognition/Signal/NoiseReduction.h"
 
-#include "Support/MadeSounds.h"
+#include "Support/SyntheticAudio.h"
 
 #include <gtest/gtest.h>
 

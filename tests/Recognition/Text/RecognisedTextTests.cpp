@@ -8,20 +8,20 @@ namespace talmo::test {
 
 TEST(RecognisedText, keepsLettersAsModelWroteThem)
 {
-    EXPECT_EQ(tidied(u"NASA and IBM"_s), u"NASA and IBM"_s);
-    EXPECT_EQ(tidied(u"NASA."_s), u"NASA."_s);
-    EXPECT_EQ(tidied(u"Hello, World."_s), u"Hello, World."_s);
-    EXPECT_EQ(tidied(u" spaces around "_s), u"spaces around"_s);
+    EXPECT_EQ(normaliseTranscript(u"NASA and IBM"_s), u"NASA and IBM"_s);
+    EXPECT_EQ(normaliseTranscript(u"NASA."_s), u"NASA."_s);
+    EXPECT_EQ(normaliseTranscript(u"Hello, World."_s), u"Hello, World."_s);
+    EXPECT_EQ(normaliseTranscript(u" spaces around "_s), u"spaces around"_s);
 }
 
 TEST(RecognisedText, removesPunctuationAroundCommands)
 {
-    EXPECT_EQ(tidied(u"Buy milk, new line, eggs."_s), u"Buy milk new line eggs."_s);
-    EXPECT_EQ(tidied(u"Thanks. New paragraph. Best regards."_s), u"Thanks. New paragraph Best regards."_s);
-    EXPECT_EQ(tidied(u"New line."_s), u"New line"_s);
-    EXPECT_EQ(tidied(u"Milk and eggs, as a list."_s), u"Milk and eggs as a list"_s);
-    EXPECT_EQ(tidied(u"As bullet points: milk, eggs."_s), u"As bullet points milk, eggs."_s);
-    EXPECT_EQ(tidied(u"A renewed newline, I say."_s), u"A renewed newline, I say."_s);
+    EXPECT_EQ(normaliseTranscript(u"Buy milk, new line, eggs."_s), u"Buy milk new line eggs."_s);
+    EXPECT_EQ(normaliseTranscript(u"Thanks. New paragraph. Best regards."_s), u"Thanks. New paragraph Best regards."_s);
+    EXPECT_EQ(normaliseTranscript(u"New line."_s), u"New line"_s);
+    EXPECT_EQ(normaliseTranscript(u"Milk and eggs, as a list."_s), u"Milk and eggs as a list"_s);
+    EXPECT_EQ(normaliseTranscript(u"As bullet points: milk, eggs."_s), u"As bullet points milk, eggs."_s);
+    EXPECT_EQ(normaliseTranscript(u"A renewed newline, I say."_s), u"A renewed newline, I say."_s);
 }
 
 TEST(RecognisedText, spellsCustomVocabularyAsUserDoes)

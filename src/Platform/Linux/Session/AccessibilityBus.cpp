@@ -25,10 +25,10 @@ constexpr quint32 passwordTextRole = 40;
 QList<QDBusMessage> askAll(const QDBusConnection &connection, const QList<QDBusMessage> &questions,
                            const QDeadlineTimer &deadline)
 {
-    const int patience = static_cast<int>(std::max<qint64>(1, deadline.remainingTime()));
+    const int timeout = static_cast<int>(std::max<qint64>(1, deadline.remainingTime()));
     QList<QDBusPendingCall> calls;
     for (const auto &question : questions) {
-        calls.append(connection.asyncCall(question, patience));
+        calls.append(connection.asyncCall(question, timeout));
     }
     QList<QDBusMessage> answers;
     for (auto &call : calls) {

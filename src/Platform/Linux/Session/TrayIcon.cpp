@@ -1,7 +1,7 @@
 #include "Platform/Linux/Session/TrayIcon.h"
 
 #include "Base/Log.h"
-#include "Platform/Linux/Session/TrayInk.h"
+#include "Platform/Linux/Session/TrayIconColour.h"
 #include "UI/Style/Symbol.h"
 
 #include <QApplication>

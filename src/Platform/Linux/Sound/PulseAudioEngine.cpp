@@ -89,7 +89,7 @@ void PulseAudioEngine::installTap(quint32 bufferSize, AudioBufferHandler handler
     if (m_source.format.bytesPerFrame() == 0 || bufferSize == 0) {
         throw Error(QStringLiteral("installTap() called before inputFormat()."));
     }
-    m_blocks = std::make_unique<FrameBlocks>(m_source.format, bufferSize, std::move(handler));
+    m_blocks = std::make_unique<AudioReblocker>(m_source.format, bufferSize, std::move(handler));
 }
 
 void PulseAudioEngine::prepare()

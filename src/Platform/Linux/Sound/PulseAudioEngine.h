@@ -61,7 +61,7 @@ private:
     mutable std::mutex m_mutex;
     std::shared_ptr<PulseConnection> m_connection;
     std::unique_ptr<PulseCapture> m_capture;
-    std::unique_ptr<FrameBlocks> m_blocks;
+    std::unique_ptr<AudioReblocker> m_blocks;
     PulseSource m_source;
     std::atomic<bool> m_isAccessRefused = false;
     std::function<void()> m_onAccessChanged;

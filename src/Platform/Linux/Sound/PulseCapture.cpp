@@ -94,7 +94,7 @@ PulseCapture::~PulseCapture()
     pa_stream_unref(m_stream);
 }
 
-void PulseCapture::begin(std::unique_ptr<FrameBlocks> blocks)
+void PulseCapture::begin(std::unique_ptr<AudioReblocker> blocks)
 {
     const PulseConnection::Lock lock(m_connection->loop());
     for (const auto &piece : m_kept.take()) {

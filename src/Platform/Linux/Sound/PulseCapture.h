@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Input/Audio/FrameBlocks.h"
+#include "Input/Audio/AudioReblocker.h"
 #include "Input/Audio/KeptAudio.h"
 #include "Platform/Linux/Sound/PulseConnection.h"
 
@@ -31,7 +31,7 @@ public:
     void discardKept();
 
     /// Starts delivering captured audio, block by block; the kept audio is delivered within this call.
-    void begin(std::unique_ptr<FrameBlocks> blocks);
+    void begin(std::unique_ptr<AudioReblocker> blocks);
 
     /// Delivers the audio captured until this call, followed by a little silence. Waits up to 30 ms for audio in
     /// flight. No block is delivered after this has returned.
@@ -56,7 +56,7 @@ private:
     // Guarded by the connection's lock.
     KeptAudio m_kept;
     pa_stream *m_stream = nullptr;
-    std::unique_ptr<FrameBlocks> m_blocks;
+    std::unique_ptr<AudioReblocker> m_blocks;
     bool m_isKeeping = false;
     std::chrono::steady_clock::time_point m_lastData;
 };

@@ -25,7 +25,7 @@ namespace {
 /// Larger than any real settings file.
 constexpr qint64 largestFile = qint64(16) * 1024 * 1024;
 /// Other processes need only milliseconds to write.
-constexpr auto lockPatience = std::chrono::seconds(2);
+constexpr auto lockTimeout = std::chrono::seconds(2);
 
 class Damaged : public Error {
 public:
@@ -41,7 +41,7 @@ FileDescriptor lockedFile(const QString &path)
     if (!descriptor) {
         throw Error(QStringLiteral("Cannot open %1.").arg(path));
     }
-    const auto deadline = std::chrono::steady_clock::now() + lockPatience;
+    const auto deadline = std::chrono::steady_clock::now() + lockTimeout;
     while (::flock(descriptor.get(), LOCK_EX | LOCK_NB) != 0 && std::chrono::steady_clock::now() < deadline) {
         std::this_thread::sleep_for(std::chrono::milliseconds(5)); // The kernel has no timeout for this.
     }

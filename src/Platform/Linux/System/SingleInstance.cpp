@@ -10,7 +10,7 @@ namespace talmo {
 
 namespace {
 
-constexpr int patience = 5000;
+constexpr int timeout = 5000;
 constexpr unsigned long pause = 50;
 
 /// One attempt; false if no instance is listening yet.
@@ -33,7 +33,7 @@ bool ask(QDeadlineTimer deadline)
 
 bool SingleInstance::askForSettings()
 {
-    const QDeadlineTimer deadline(patience);
+    const QDeadlineTimer deadline(timeout);
     while (!deadline.hasExpired()) {
         if (ask(deadline)) {
             return true;

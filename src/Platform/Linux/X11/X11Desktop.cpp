@@ -1,6 +1,6 @@
 #include "Platform/Linux/X11/X11Desktop.h"
 
-#include "Platform/Linux/Keys/StandInKeys.h"
+#include "Platform/Linux/Keys/TriggerKeys.h"
 #include "Platform/Linux/Session/DesktopAppearance.h"
 #include "Platform/Linux/Session/DesktopNotice.h"
 #include "Platform/Linux/Session/TrayIcon.h"
@@ -12,9 +12,9 @@
 #include "Platform/Linux/X11/Keys/XTestKeyEventPoster.h"
 #include "Platform/Linux/X11/Windows/AtSpiFocusedField.h"
 #include "Platform/Linux/X11/Windows/DesktopScreens.h"
-#include "Platform/Linux/X11/Windows/DesktopShell.h"
 #include "Platform/Linux/X11/Windows/EmbeddedTray.h"
-#include "Platform/Linux/X11/Windows/FloatingCard.h"
+#include "Platform/Linux/X11/Windows/X11ApplicationShell.h"
+#include "Platform/Linux/X11/Windows/X11PanelWindow.h"
 #include "Platform/Linux/X11/Windows/XFrontmostFocus.h"
 #include "Platform/Linux/X11/XConnection.h"
 #include "Platform/Linux/X11/XSession.h"
@@ -54,7 +54,7 @@ void requireX11()
 Desktop openX11Desktop(const DesktopOptions &options)
 {
     const auto session = XSession::open();
-    const auto keys = standInKeySymbols(options.hotkeys);
+    const auto keys = triggerKeySymbols(options.hotkeys);
     const auto monitor = std::make_shared<XInput2EventMonitor>(session->postedKeys(), keys, &isApplicationActive);
     const auto pasteboard = std::make_shared<XcbPasteboard>(session);
     pasteboard->setOnLoss([](SelectionReading::Loss loss) { showDesktopNotice(Wording::text(lossNotice(loss))); });
@@ -71,11 +71,11 @@ Desktop openX11Desktop(const DesktopOptions &options)
     desktop.inputTrust = std::make_shared<XInputTrust>(session, monitor);
     desktop.focusedField = std::make_shared<AtSpiFocusedField>(session);
     desktop.cursorWatch = std::make_shared<XCursorWatch>(monitor);
-    desktop.makePanelWindow = &FloatingCard::make;
+    desktop.makePanelWindow = &X11PanelWindow::make;
     desktop.screens = std::make_shared<DesktopScreens>();
     desktop.statusItem = icon;
     desktop.focus = std::make_shared<XFrontmostFocus>(options.clock);
-    desktop.shell = std::make_shared<DesktopShell>(options.quit);
+    desktop.shell = std::make_shared<X11ApplicationShell>(options.quit);
     desktop.appearance = std::make_shared<DesktopAppearance>(options.colourScheme, [weak = std::weak_ptr(icon)] {
         if (const auto shown = weak.lock()) {
             shown->redraw();

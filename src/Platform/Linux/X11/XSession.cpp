@@ -101,8 +101,8 @@ xcb_timestamp_t XSession::serverTime()
         XcbPtr<xcb_generic_event_t> event(xcb_poll_for_event(connection));
         if (!event) {
             pollfd descriptor{m_connection->fileDescriptor(), POLLIN, 0};
-            constexpr int patience = 1000; // Milliseconds. The server itself responds, unless it is gone.
-            if (poll(&descriptor, 1, patience) <= 0) {
+            constexpr int timeout = 1000; // Milliseconds. The server itself responds, unless it is gone.
+            if (poll(&descriptor, 1, timeout) <= 0) {
                 break;
             }
             continue;

@@ -1,6 +1,6 @@
 // The keyboard layout changes while the key is held.
 
-#include "Platform/Linux/Keys/StandInKeyFilter.h"
+#include "Platform/Linux/Keys/TriggerKeyFilter.h"
 
 #include <gtest/gtest.h>
 
@@ -21,8 +21,8 @@ protected:
         EXPECT_EQ(filter.keyDown(rightControl, start), true);
         filter.setKeyCodes({f13});
     }
-    StandInKeyFilter filter;
-    const StandInKeyFilter::Time start{1h};
+    TriggerKeyFilter filter;
+    const TriggerKeyFilter::Time start{1h};
 };
 
 } // namespace

@@ -30,7 +30,7 @@ TEST_F(EventSoundsTest, everyCueIsPlayed)
 {
     const RecordingLog log;
     testbed::ChildProcess events(u"pactl"_s, {u"subscribe"_s}, environment);
-    testbed::passTime(std::chrono::milliseconds(300)); // It does not say when it has subscribed.
+    testbed::sleepFor(std::chrono::milliseconds(300)); // It does not say when it has subscribed.
     EventSounds sounds;
     std::size_t seen = 0;
     for (const auto cue : {SoundCue::Start, SoundCue::Stop, SoundCue::Error}) {

@@ -47,11 +47,11 @@ protected:
 TEST_F(PulsePrerollTest, recordingStartsWithKeptAudio)
 {
     engine.warmUp();
-    testbed::passTime(400ms);
+    testbed::sleepFor(400ms);
     EXPECT_GE(framesAtStart(), framesIn(200ms));
     const quint32 kept = frames;
     for (int look = 0; look < 1000 && frames == kept; ++look) {
-        testbed::passTime(5ms);
+        testbed::sleepFor(5ms);
     }
     EXPECT_GT(frames, kept) << "and continues";
     end();
@@ -66,7 +66,7 @@ TEST_F(PulsePrerollTest, recordingWithoutPressStartsEmpty)
 TEST_F(PulsePrerollTest, discardsAudioOfTap)
 {
     engine.warmUp();
-    testbed::passTime(400ms);
+    testbed::sleepFor(400ms);
     engine.discardKept();
     EXPECT_EQ(framesAtStart(), 0U);
     end();
@@ -75,7 +75,7 @@ TEST_F(PulsePrerollTest, discardsAudioOfTap)
 TEST_F(PulsePrerollTest, eachPressRestarts)
 {
     engine.warmUp();
-    testbed::passTime(1000ms);
+    testbed::sleepFor(1000ms);
     engine.warmUp();
     EXPECT_LT(framesAtStart(), framesIn(500ms));
     end();
@@ -84,9 +84,9 @@ TEST_F(PulsePrerollTest, eachPressRestarts)
 TEST_F(PulsePrerollTest, pauseStopsCaptureAndKeepsAudio)
 {
     engine.warmUp();
-    testbed::passTime(400ms);
+    testbed::sleepFor(400ms);
     engine.pauseKeeping();
-    testbed::passTime(1500ms);
+    testbed::sleepFor(1500ms);
     const quint32 kept = framesAtStart();
     EXPECT_GE(kept, framesIn(200ms));
     EXPECT_LT(kept, framesIn(1200ms));
@@ -96,10 +96,10 @@ TEST_F(PulsePrerollTest, pauseStopsCaptureAndKeepsAudio)
 TEST_F(PulsePrerollTest, resumeKeepsAudioBeforeAndAfterPause)
 {
     engine.warmUp();
-    testbed::passTime(300ms);
+    testbed::sleepFor(300ms);
     engine.pauseKeeping();
     engine.resumeKeeping();
-    testbed::passTime(600ms);
+    testbed::sleepFor(600ms);
     EXPECT_GE(framesAtStart(), framesIn(500ms));
     end();
 }
@@ -113,7 +113,7 @@ TEST_F(PulsePrerollTest, doesNotAffectRunningRecording)
     engine.coolDown();
     const quint32 then = frames;
     for (int look = 0; look < 1000 && frames < then + framesIn(300ms); ++look) {
-        testbed::passTime(5ms);
+        testbed::sleepFor(5ms);
     }
     EXPECT_GE(frames, then + framesIn(300ms));
     end();

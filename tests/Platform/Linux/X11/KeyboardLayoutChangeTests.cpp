@@ -1,6 +1,6 @@
 #include "ChildProcess.h"
 #include "Input/Hotkey/GlobalHotkeyManager.h"
-#include "Platform/Linux/Keys/StandInKeys.h"
+#include "Platform/Linux/Keys/TriggerKeys.h"
 #include "Platform/Linux/X11/Keys/XInput2EventMonitor.h"
 #include "Support/Printing.h"
 #include "Support/TestLoop.h"
@@ -35,7 +35,7 @@ protected:
         return waitFor([this, count] { return events.size() >= count; });
     }
     testbed::VirtualDesktop desktop;
-    XInput2EventMonitor monitor{std::make_shared<PostedKeys>(), standInKeySymbols({}), [] { return false; }};
+    XInput2EventMonitor monitor{std::make_shared<PostedKeys>(), triggerKeySymbols({}), [] { return false; }};
     testbed::VirtualKeyboard keyboard;
     std::vector<quint64> events;
     std::shared_ptr<EventMonitorToken> token;
@@ -48,7 +48,7 @@ TEST_F(KeyboardLayoutChange, keyRemappedWhileHeldIsStillReleased)
     keyboard.press(testbed::VirtualKeyboard::controlRight);
     ASSERT_TRUE(waitForEvents(1));
     setLayout({u"us"_s, u"-option"_s, u"compose:rctrl"_s});
-    testbed::passTime(std::chrono::milliseconds(200));
+    testbed::sleepFor(std::chrono::milliseconds(200));
     keyboard.release(composeKey); // The held key's new name.
     ASSERT_TRUE(waitForEvents(2));
     EXPECT_THAT(events, ElementsAre(fn, 0U));
@@ -59,7 +59,7 @@ TEST_F(KeyboardLayoutChange, layoutChangeWhileHeldIsNotARelease)
     keyboard.press(testbed::VirtualKeyboard::controlRight);
     ASSERT_TRUE(waitForEvents(1));
     setLayout({u"de"_s});
-    testbed::passTime(std::chrono::milliseconds(200));
+    testbed::sleepFor(std::chrono::milliseconds(200));
     EXPECT_THAT(events, ElementsAre(fn));
     keyboard.release(testbed::VirtualKeyboard::controlRight);
     ASSERT_TRUE(waitForEvents(2));

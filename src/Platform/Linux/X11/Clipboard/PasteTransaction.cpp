@@ -14,7 +14,7 @@ using Outcome = PasteReceipt::Outcome;
 
 /// The paste waits for the snapshot, so an owner that sends nothing gets a short timeout; one that is sending gets
 /// longer.
-constexpr SelectionReader::Patience snapshotPatience{500ms, 2000ms};
+constexpr SelectionReader::Timeout snapshotTimeout{500ms, 2000ms};
 /// A window that has not read the text by then is pinged.
 constexpr auto pingDelay = 1000ms;
 /// The most times the text is put back on the clipboard if another program takes the clipboard before it was read.
@@ -118,7 +118,7 @@ QCoro::Task<PasteTransaction::Content> PasteTransaction::readOrOwn(std::shared_p
         co_return server->content();
     }
     const auto owner = self->m_session.selectionOwner(server->selection());
-    const auto reading = co_await self->m_reader.read(server->selection(), snapshotPatience);
+    const auto reading = co_await self->m_reader.read(server->selection(), snapshotTimeout);
     if (reading.loss != SelectionReading::Loss::None && self->m_onLoss) {
         self->m_onLoss(reading.loss);
     }
@@ -448,7 +448,7 @@ QCoro::Task<void> PasteTransaction::shutDown(std::shared_ptr<PasteTransaction> s
     // A secret must not be passed to a clipboard manager.
     if (self->m_clipboard.isOwner() && !(self->m_secret.isSecret() && isSecret(self->m_clipboard.content()))) {
         co_await self->m_reader.ask(self->m_session.connection().atom("CLIPBOARD_MANAGER"), "SAVE_TARGETS",
-                                    snapshotPatience);
+                                    snapshotTimeout);
     }
 }
 

@@ -47,7 +47,7 @@ SelectionReader::SelectionReader(XSession &session)
     m_session.addEventHandler([this](const xcb_generic_event_t &event) { handleEvent(event); });
 }
 
-void SelectionReader::begin(xcb_atom_t selection, Patience patience)
+void SelectionReader::begin(xcb_atom_t selection, Timeout timeout)
 {
     auto *connection = m_session.connection().get();
     m_owner = m_session.selectionOwner(selection);
@@ -56,20 +56,20 @@ void SelectionReader::begin(xcb_atom_t selection, Patience patience)
         constexpr quint32 events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
         xcb_change_window_attributes(connection, m_owner, XCB_CW_EVENT_MASK, &events);
     }
-    m_patience = patience;
-    m_end = std::chrono::steady_clock::now() + patience.whole;
+    m_timeout = timeout;
+    m_end = std::chrono::steady_clock::now() + timeout.whole;
     m_ending = Loss::None;
     m_room = IncrementalValue::maximumSize;
-    m_deadline.start(patience.pause);
+    m_deadline.start(timeout.pause);
 }
 
 void SelectionReader::noteProgress()
 {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(m_end - std::chrono::steady_clock::now());
-    m_deadline.start(std::clamp(left, std::chrono::milliseconds(0), m_patience.pause));
+    m_deadline.start(std::clamp(left, std::chrono::milliseconds(0), m_timeout.pause));
 }
 
-QCoro::Task<SelectionReading> SelectionReader::read(xcb_atom_t selection, Patience patience)
+QCoro::Task<SelectionReading> SelectionReader::read(xcb_atom_t selection, Timeout timeout)
 {
     SelectionReading reading;
     const auto miss = [&reading](const QString &type, Loss loss, qsizetype size) {
@@ -77,7 +77,7 @@ QCoro::Task<SelectionReading> SelectionReader::read(xcb_atom_t selection, Patien
                            {type, QString::number(size), QString::fromLatin1(describe(loss))});
         reading.loss = reading.loss == Loss::None ? loss : reading.loss;
     };
-    begin(selection, patience);
+    begin(selection, timeout);
     const auto answer = convert(selection, m_session.connection().atom("TARGETS"));
     const Answer offered = co_await answer;
     if (offered.loss != Loss::None) {
@@ -112,9 +112,9 @@ QCoro::Task<SelectionReading> SelectionReader::read(xcb_atom_t selection, Patien
     co_return reading;
 }
 
-QCoro::Task<void> SelectionReader::ask(xcb_atom_t selection, QByteArray target, Patience patience)
+QCoro::Task<void> SelectionReader::ask(xcb_atom_t selection, QByteArray target, Timeout timeout)
 {
-    begin(selection, patience);
+    begin(selection, timeout);
     const auto answer = convert(selection, m_session.connection().atom(target));
     co_await answer;
     m_deadline.stop();

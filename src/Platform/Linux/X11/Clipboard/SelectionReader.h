@@ -37,7 +37,7 @@ struct SelectionReading {
 class SelectionReader {
 public:
     /// The timeouts: for an owner that sends nothing, and for everything it has.
-    struct Patience {
+    struct Timeout {
         std::chrono::milliseconds pause;
         std::chrono::milliseconds whole;
     };
@@ -47,11 +47,11 @@ public:
     /// Everything that the owner offers and sends in time, in its order, except targets that only control the protocol
     /// or have side effects on the owner's document. Empty if there is no owner. Missing values are logged by type and
     /// size. A type that the owner lists and then refuses does not count as missing: it never existed.
-    QCoro::Task<SelectionReading> read(xcb_atom_t selection, Patience patience);
+    QCoro::Task<SelectionReading> read(xcb_atom_t selection, Timeout timeout);
 
     /// Asks the owner to convert one target for its side effect, not for its value. Returns when the owner has
     /// converted or refused it or the timeout has passed; at once if there is no owner.
-    QCoro::Task<void> ask(xcb_atom_t selection, QByteArray target, Patience patience);
+    QCoro::Task<void> ask(xcb_atom_t selection, QByteArray target, Timeout timeout);
 
 private:
     using Loss = SelectionReading::Loss;
@@ -65,7 +65,7 @@ private:
 
     QFuture<Answer> convert(xcb_atom_t selection, xcb_atom_t target);
     SelectionTargets readableTargets(const SelectionValue &targets);
-    void begin(xcb_atom_t selection, Patience patience);
+    void begin(xcb_atom_t selection, Timeout timeout);
     void noteProgress();
     void handleEvent(const xcb_generic_event_t &event);
     void handleNotify(const xcb_selection_notify_event_t &event);
@@ -77,7 +77,7 @@ private:
 
     XSession &m_session;
     QTimer m_deadline;
-    Patience m_patience{};
+    Timeout m_timeout{};
     std::chrono::steady_clock::time_point m_end;
     Loss m_ending = Loss::None;
     xcb_window_t m_owner = XCB_NONE;

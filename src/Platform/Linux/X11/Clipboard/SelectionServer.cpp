@@ -16,7 +16,7 @@ namespace {
 /// requests.
 constexpr qsizetype pieceSize = qsizetype(128) << 10;
 /// After this time, a reader that stops reading in the middle of a value is dropped.
-constexpr auto transferPatience = std::chrono::seconds(5);
+constexpr auto transferTimeout = std::chrono::seconds(5);
 
 const char *rawData(const QByteArray &data, qsizetype offset = 0)
 {
@@ -253,7 +253,7 @@ void SelectionServer::beginTransfer(xcb_window_t requestor, xcb_atom_t property,
                         &lowerBound);
     m_transfers.push_back({requestor, property, connection.atom(value.nativeEncoding.toLatin1()), value.nativeUnitBits,
                            value.data, 0, false, std::chrono::steady_clock::now()});
-    m_staleness.start(transferPatience);
+    m_staleness.start(transferTimeout);
 }
 
 /// The reader deletes the property once it has read it, which requests the next piece. An empty one ends the transfer.
@@ -285,10 +285,10 @@ void SelectionServer::sendNextPiece(const xcb_property_notify_event_t &event)
 
 void SelectionServer::forgetStaleTransfers()
 {
-    const auto oldest = std::chrono::steady_clock::now() - transferPatience;
+    const auto oldest = std::chrono::steady_clock::now() - transferTimeout;
     std::erase_if(m_transfers, [oldest](const Transfer &transfer) { return transfer.lastStep <= oldest; });
     if (!m_transfers.empty()) {
-        m_staleness.start(transferPatience);
+        m_staleness.start(transferTimeout);
     }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/X11/Keys/PasteChord.h"
+#include "Platform/Linux/X11/Keys/PasteShortcut.h"
 #include "Platform/Linux/X11/XConnection.h"
 
 namespace talmo {

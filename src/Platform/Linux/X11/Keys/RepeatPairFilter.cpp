@@ -9,7 +9,7 @@ RepeatPairFilter::RepeatPairFilter(std::function<bool(std::uint8_t)> isWatched)
 {
 }
 
-std::optional<RawKey> RepeatPairFilter::take(bool isPatienceOver)
+std::optional<RawKey> RepeatPairFilter::take(bool hasTimedOut)
 {
     while (!m_queue.empty()) {
         const RawKey key = m_queue.front();
@@ -20,7 +20,7 @@ std::optional<RawKey> RepeatPairFilter::take(bool isPatienceOver)
                 m_queue.pop_front();
                 continue;
             }
-            if (m_queue.size() == 1 && !isPatienceOver && m_repeatingDevices.contains(key.sourceDevice)) {
+            if (m_queue.size() == 1 && !hasTimedOut && m_repeatingDevices.contains(key.sourceDevice)) {
                 return std::nullopt;
             }
         }

@@ -15,7 +15,7 @@ namespace talmo {
 namespace {
 
 /// How long a release that may be half of an auto-repeat is held back.
-constexpr auto repeatPairPatience = std::chrono::milliseconds(5);
+constexpr auto repeatPairTimeout = std::chrono::milliseconds(5);
 
 constexpr quint32 rawKeys = XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
 constexpr quint32 rawClicks = XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_TOUCH_BEGIN;
@@ -60,24 +60,24 @@ struct XInput2EventMonitor::Monitor final : public EventMonitorToken {
     std::function<void(const FlagsChangedEvent &)> handler;
 };
 
-XInput2EventMonitor::XInput2EventMonitor(std::shared_ptr<PostedKeys> postedKeys, QList<quint32> standIns,
+XInput2EventMonitor::XInput2EventMonitor(std::shared_ptr<PostedKeys> postedKeys, QList<quint32> triggerKeys,
                                          std::function<bool()> isApplicationActive)
     : m_postedKeys(std::move(postedKeys)),
-      m_standIns(std::move(standIns)),
+      m_triggerKeys(std::move(triggerKeys)),
       m_isApplicationActive(std::move(isApplicationActive)),
       m_notifier(m_connection.fileDescriptor(), QSocketNotifier::Read),
       m_collected([this](std::uint8_t keyCode) { return m_filter.isWatched(keyCode); })
 {
-    m_patience.setSingleShot(true);
-    m_patience.setTimerType(Qt::PreciseTimer);
-    QObject::connect(&m_patience, &QTimer::timeout, &m_patience, [this] { handleCollected(true); });
+    m_timeout.setSingleShot(true);
+    m_timeout.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&m_timeout, &QTimer::timeout, &m_timeout, [this] { handleCollected(true); });
     m_withheld.setSingleShot(true);
     m_withheld.setTimerType(Qt::PreciseTimer);
     QObject::connect(&m_withheld, &QTimer::timeout, &m_withheld, [this] { reportWithheld(); });
     QObject::connect(&m_notifier, &QSocketNotifier::activated, &m_notifier, [this] { readEvents(); });
     if (queryExtension() &&
         !XcbPtr<xcb_generic_error_t>(xcb_request_check(m_connection.get(), selectRawInput(false)))) {
-        readStandIns();
+        readTriggerKeys();
     } else {
         m_opcode = 0;
         generalLog().error("this X server lacks XInput 2.2: key events cannot be observed");
@@ -190,13 +190,13 @@ void XInput2EventMonitor::reportGrabbedKey()
     }
 }
 
-void XInput2EventMonitor::readStandIns()
+void XInput2EventMonitor::readTriggerKeys()
 {
     const auto layout = readKeyboardLayout(m_connection);
     const auto width = static_cast<std::size_t>(layout.keySymsPerKeyCode);
     std::set<std::uint8_t> keyCodes;
     for (std::size_t index = 0; index < layout.keySyms.size(); ++index) {
-        if (m_standIns.contains(layout.keySyms[index])) {
+        if (m_triggerKeys.contains(layout.keySyms[index])) {
             keyCodes.insert(static_cast<std::uint8_t>(layout.firstKeyCode + index / width));
         }
     }
@@ -255,7 +255,7 @@ void XInput2EventMonitor::readEvents()
             collect(*event);
         }
         if (isMappingChanged) {
-            readStandIns();
+            readTriggerKeys();
         }
     }
     if (m_connection.isBroken()) {
@@ -290,13 +290,13 @@ void XInput2EventMonitor::collect(const xcb_generic_event_t &event)
         {static_cast<quint8>(raw.detail), raw.sourceid, generic.event_type == XCB_INPUT_RAW_KEY_PRESS, raw.time});
 }
 
-void XInput2EventMonitor::handleCollected(bool isPatienceOver)
+void XInput2EventMonitor::handleCollected(bool hasTimedOut)
 {
-    while (const auto key = m_collected.take(isPatienceOver)) {
+    while (const auto key = m_collected.take(hasTimedOut)) {
         handleKey(*key);
     }
-    if (m_collected.isHoldingBack() && !m_patience.isActive()) {
-        m_patience.start(repeatPairPatience);
+    if (m_collected.isHoldingBack() && !m_timeout.isActive()) {
+        m_timeout.start(repeatPairTimeout);
     }
 }
 

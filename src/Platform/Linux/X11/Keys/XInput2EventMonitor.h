@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Input/Hotkey/EventMonitor.h"
-#include "Platform/Linux/Keys/StandInKeyFilter.h"
+#include "Platform/Linux/Keys/TriggerKeyFilter.h"
 #include "Platform/Linux/X11/Keys/PostedKeys.h"
 #include "Platform/Linux/X11/Keys/RepeatPairFilter.h"
 #include "Platform/Linux/X11/XConnection.h"
@@ -24,9 +24,9 @@ struct KeyboardLayout;
 /// consuming them. Main thread.
 class XInput2EventMonitor final : public EventMonitor {
 public:
-    /// Opens its own connection; throws Error if there is no display. `standIns` are the symbols of the keys that stand
-    /// in for fn. `isApplicationActive` returns whether one of Talmo's own windows has the keyboard focus.
-    XInput2EventMonitor(std::shared_ptr<PostedKeys> postedKeys, QList<quint32> standIns,
+    /// Opens its own connection; throws Error if there is no display. `triggerKeys` are the symbols of the keys that
+    /// stand in for fn. `isApplicationActive` returns whether one of Talmo's own windows has the keyboard focus.
+    XInput2EventMonitor(std::shared_ptr<PostedKeys> postedKeys, QList<quint32> triggerKeys,
                         std::function<bool()> isApplicationActive);
     ~XInput2EventMonitor() override;
 
@@ -57,11 +57,11 @@ private:
 
     bool queryExtension();
     xcb_void_cookie_t selectRawInput(bool withClicks);
-    void readStandIns();
+    void readTriggerKeys();
     void releaseLostKeys(const KeyboardLayout &layout);
     void readEvents();
     void collect(const xcb_generic_event_t &event);
-    void handleCollected(bool isPatienceOver);
+    void handleCollected(bool hasTimedOut);
     void handleKey(const RawKey &key);
     void noteInput();
     void reportGrabbedKey();
@@ -70,13 +70,13 @@ private:
 
     XConnection m_connection;
     std::shared_ptr<PostedKeys> m_postedKeys;
-    QList<quint32> m_standIns;
+    QList<quint32> m_triggerKeys;
     std::function<bool()> m_isApplicationActive;
     quint8 m_opcode = 0;
     QSocketNotifier m_notifier;
-    StandInKeyFilter m_filter;
+    TriggerKeyFilter m_filter;
     RepeatPairFilter m_collected;
-    QTimer m_patience;
+    QTimer m_timeout;
     QTimer m_withheld;
     /// Zero if no key is grabbed.
     quint8 m_grabbedKey = 0;

@@ -70,7 +70,7 @@ void XTestKeyEventPoster::postChord(XSession &session, PasteTransaction &transac
     if (!transaction.chooseTarget(front)) {
         return;
     }
-    const auto chord = pasteChord(readKeyboardLayout(session.connection()), front.style);
+    const auto chord = pasteShortcut(readKeyboardLayout(session.connection()), front.style);
     if (chord.empty()) {
         transaction.refuse(PasteReceipt::Outcome::NoPasteKey);
         return;

@@ -19,13 +19,13 @@ RawKey release(std::uint32_t time, std::uint16_t device = 3)
 
 class RepeatPairFilterTest : public testing::Test {
 protected:
-    std::vector<RawKey> pushAndTake(std::initializer_list<RawKey> keys, bool isPatienceOver = false)
+    std::vector<RawKey> pushAndTake(std::initializer_list<RawKey> keys, bool hasTimedOut = false)
     {
         for (const auto &each : keys) {
             filter.push(each);
         }
         std::vector<RawKey> taken;
-        while (const auto next = filter.take(isPatienceOver)) {
+        while (const auto next = filter.take(hasTimedOut)) {
             taken.push_back(*next);
         }
         return taken;

@@ -1,7 +1,7 @@
 #include "Platform/Linux/X11/Keys/XCancelKey.h"
 
 #include "Input/Hotkey/GlobalHotkeyManager.h"
-#include "Platform/Linux/Keys/StandInKeys.h"
+#include "Platform/Linux/Keys/TriggerKeys.h"
 #include "Platform/Linux/X11/Keys/XCursorWatch.h"
 #include "Support/Printing.h"
 #include "Support/TestLoop.h"
@@ -61,7 +61,7 @@ protected:
 
     testbed::VirtualDesktop desktop;
     std::shared_ptr<XInput2EventMonitor> monitor = std::make_shared<XInput2EventMonitor>(
-        std::make_shared<PostedKeys>(), standInKeySymbols({}), [] { return false; });
+        std::make_shared<PostedKeys>(), triggerKeySymbols({}), [] { return false; });
     XCancelKey key{monitor};
     testbed::VirtualKeyboard keyboard;
     XConnection other;

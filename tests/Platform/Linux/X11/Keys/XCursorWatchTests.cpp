@@ -1,7 +1,7 @@
 #include "Platform/Linux/X11/Keys/XCursorWatch.h"
 
 #include "Input/Hotkey/GlobalHotkeyManager.h"
-#include "Platform/Linux/Keys/StandInKeys.h"
+#include "Platform/Linux/Keys/TriggerKeys.h"
 #include "Support/Printing.h"
 #include "Support/TestLoop.h"
 #include "VirtualDesktop.h"
@@ -60,7 +60,7 @@ protected:
     testbed::VirtualDesktop desktop;
     std::shared_ptr<PostedKeys> postedKeys = std::make_shared<PostedKeys>();
     std::shared_ptr<XInput2EventMonitor> monitor =
-        std::make_shared<XInput2EventMonitor>(postedKeys, standInKeySymbols({}), [] { return false; });
+        std::make_shared<XInput2EventMonitor>(postedKeys, triggerKeySymbols({}), [] { return false; });
     XCursorWatch watch{monitor};
     testbed::VirtualKeyboard keyboard;
     testbed::VirtualPointer pointer;

@@ -1,6 +1,6 @@
-#include "Recognition/Signal/NoiseLevel.h"
+#include "Recognition/Signal/SnrEstimator.h"
 
-#include "Support/MadeSounds.h"
+#include "Support/SyntheticAudio.h"
 
 #include <gtest/gtest.h>
 
@@ -13,14 +13,14 @@ namespace {
 
 double voiceAboveNoise(double voiceAmplitude, double noiseAmplitude)
 {
-    NoiseLevel level;
+    SnrEstimator level;
     level.add(samplesOf(voice(10, voiceAmplitude) + noise(10, noiseAmplitude)));
     return level.voiceAboveNoise();
 }
 
 } // namespace
 
-TEST(NoiseLevel, measuresSignalToNoiseRatio)
+TEST(SnrEstimator, measuresSignalToNoiseRatio)
 {
     constexpr double tolerance = 2;
     const double quiet = voiceAboveNoise(0.1, 0.001);
@@ -28,9 +28,9 @@ TEST(NoiseLevel, measuresSignalToNoiseRatio)
     EXPECT_NEAR(voiceAboveNoise(0.02, 0.002), quiet - 20, tolerance) << "the absolute level does not matter";
 }
 
-TEST(NoiseLevel, assumesQuietRoomUntilThereIsEnoughAudio)
+TEST(SnrEstimator, assumesQuietRoomUntilThereIsEnoughAudio)
 {
-    NoiseLevel level;
+    SnrEstimator level;
     const double atFirst = level.voiceAboveNoise();
     EXPECT_GT(atFirst, 50);
     level.add(samplesOf(noise(0.5, 0.1)));
@@ -39,9 +39,9 @@ TEST(NoiseLevel, assumesQuietRoomUntilThereIsEnoughAudio)
     EXPECT_LT(level.voiceAboveNoise(), 5);
 }
 
-TEST(NoiseLevel, handlesFullScaleAndSilence)
+TEST(SnrEstimator, handlesFullScaleAndSilence)
 {
-    NoiseLevel level;
+    SnrEstimator level;
     level.add(std::vector<std::int16_t>(rate, -32768));
     EXPECT_EQ(level.voiceAboveNoise(), 0);
     level.add(std::vector<std::int16_t>(rate, 0));

@@ -1,4 +1,4 @@
-#include "Recognition/PocketSphinx/MicrophoneMemory.h"
+#include "Recognition/PocketSphinx/MicrophoneCalibrationStore.h"
 
 #include "Support/Printing.h"
 
@@ -9,21 +9,21 @@
 
 namespace talmo::test {
 
-TEST(MicrophoneMemory, persistsAcrossRuns)
+TEST(MicrophoneCalibrationStore, persistsAcrossRuns)
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"state/talmo/microphones.json"_s);
     {
-        MicrophoneMemory memory(path);
+        MicrophoneCalibrationStore memory(path);
         EXPECT_TRUE(memory.recall(u"desk"_s).isEmpty());
         memory.remember(u"desk"_s, {40, -3.5, 1});
         memory.remember(u"lap"_s, {20, 1, 1});
-        EXPECT_EQ(memory.recall(u"desk"_s), (MicrophoneMemory::Mean{40, -3.5, 1}));
+        EXPECT_EQ(memory.recall(u"desk"_s), (MicrophoneCalibrationStore::Mean{40, -3.5, 1}));
     }
-    EXPECT_EQ(MicrophoneMemory(path).recall(u"desk"_s), (MicrophoneMemory::Mean{40, -3.5, 1}));
+    EXPECT_EQ(MicrophoneCalibrationStore(path).recall(u"desk"_s), (MicrophoneCalibrationStore::Mean{40, -3.5, 1}));
 }
 
-TEST(MicrophoneMemory, ignoresUnreadableFile)
+TEST(MicrophoneCalibrationStore, ignoresUnreadableFile)
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"microphones.json"_s);
@@ -33,11 +33,11 @@ TEST(MicrophoneMemory, ignoresUnreadableFile)
         ASSERT_TRUE(file.open(QFile::WriteOnly));
         file.write(content);
         file.close();
-        EXPECT_TRUE(MicrophoneMemory(path).recall(u"desk"_s).isEmpty()) << content.constData();
+        EXPECT_TRUE(MicrophoneCalibrationStore(path).recall(u"desk"_s).isEmpty()) << content.constData();
     }
-    MicrophoneMemory nowhere(u"/proc/nowhere/microphones.json"_s);
+    MicrophoneCalibrationStore nowhere(u"/proc/nowhere/microphones.json"_s);
     nowhere.remember(u"desk"_s, {1});
-    EXPECT_EQ(nowhere.recall(u"desk"_s), MicrophoneMemory::Mean{1});
+    EXPECT_EQ(nowhere.recall(u"desk"_s), MicrophoneCalibrationStore::Mean{1});
 }
 
 } // namespace talmo::test

@@ -1,6 +1,6 @@
-#include "Recognition/Signal/SteadySound.h"
+#include "Recognition/Signal/MusicDetector.h"
 
-#include "Support/MadeSounds.h"
+#include "Support/SyntheticAudio.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@ namespace talmo::test {
 
 namespace {
 
-double shareOf(SteadySound &steady, const Sound &sound)
+double shareOf(MusicDetector &steady, const Sound &sound)
 {
     inPieces(samplesOf(sound), [&steady](std::span<const std::int16_t> piece) { steady.add(piece); });
     return steady.share();
@@ -16,44 +16,44 @@ double shareOf(SteadySound &steady, const Sound &sound)
 
 double shareOf(const Sound &sound)
 {
-    SteadySound steady;
+    MusicDetector steady;
     return shareOf(steady, sound);
 }
 
 } // namespace
 
-TEST(SteadySound, chordsAreMostlySteady)
+TEST(MusicDetector, chordsAreMostlySteady)
 {
     EXPECT_GT(shareOf(chords(4, 0.1)), 0.75);
     EXPECT_GT(shareOf(chords(4, 0.1) + noise(4, 0.003)), 0.75);
     EXPECT_LE(shareOf(chords(4, 0.1)), 1.0);
 }
 
-TEST(SteadySound, voiceIsHardlySteady)
+TEST(MusicDetector, voiceIsHardlySteady)
 {
     EXPECT_LT(shareOf(voice(4, 0.1)), 0.3);
 }
 
-TEST(SteadySound, noiseIsHardlySteady)
+TEST(MusicDetector, noiseIsHardlySteady)
 {
     EXPECT_LT(shareOf(noise(4, 0.1)), 0.1);
 }
 
-TEST(SteadySound, voiceOverMusicIsNotSteady)
+TEST(MusicDetector, voiceOverMusicIsNotSteady)
 {
     EXPECT_LT(shareOf(voice(4, 0.1) + chords(4, 0.05)), 0.6);
 }
 
-TEST(SteadySound, silenceIsNotSteady)
+TEST(MusicDetector, silenceIsNotSteady)
 {
     EXPECT_EQ(shareOf({}), 0);
     EXPECT_EQ(shareOf(silence(2)), 0);
     EXPECT_EQ(shareOf(chords(0.1, 0.1)), 0);
 }
 
-TEST(SteadySound, restartsOnReset)
+TEST(MusicDetector, restartsOnReset)
 {
-    SteadySound steady;
+    MusicDetector steady;
     EXPECT_GT(shareOf(steady, chords(4, 0.1)), 0.75);
     steady.reset();
     EXPECT_EQ(steady.share(), 0);

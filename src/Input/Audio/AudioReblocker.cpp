@@ -1,4 +1,4 @@
-#include "Input/Audio/FrameBlocks.h"
+#include "Input/Audio/AudioReblocker.h"
 
 #include <algorithm>
 #include <chrono>
@@ -7,14 +7,14 @@
 
 namespace talmo {
 
-FrameBlocks::FrameBlocks(const AudioFormat &format, quint32 framesPerBlock, AudioBufferHandler handler)
+AudioReblocker::AudioReblocker(const AudioFormat &format, quint32 framesPerBlock, AudioBufferHandler handler)
     : m_format(format),
       m_framesPerBlock(framesPerBlock),
       m_handler(std::move(handler))
 {
 }
 
-void FrameBlocks::append(const char *samples, qsizetype byteCount)
+void AudioReblocker::append(const char *samples, qsizetype byteCount)
 {
     const qsizetype frameSize = m_format.bytesPerFrame();
     auto frames = static_cast<quint64>(byteCount / frameSize);
@@ -41,7 +41,7 @@ void FrameBlocks::append(const char *samples, qsizetype byteCount)
     }
 }
 
-void FrameBlocks::flush(quint32 silence)
+void AudioReblocker::flush(quint32 silence)
 {
     if (m_block) {
         handOn();
@@ -52,7 +52,7 @@ void FrameBlocks::flush(quint32 silence)
     }
 }
 
-void FrameBlocks::handOn()
+void AudioReblocker::handOn()
 {
     const std::shared_ptr<const AudioBuffer> full = std::exchange(m_block, nullptr);
     const auto now = std::chrono::steady_clock::now().time_since_epoch();

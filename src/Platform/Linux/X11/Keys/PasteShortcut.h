@@ -39,6 +39,6 @@ PasteStyle possibleStyle(const KeyboardLayout &layout, PasteStyle style);
 
 /// The keys to post, in order. Held modifiers that would interfere are released first and not pressed again. A style
 /// that needs a Latin V falls back to Shift+Insert if the keyboard has none. Empty if it lacks that key too.
-std::vector<ChordKey> pasteChord(const KeyboardLayout &layout, PasteStyle style);
+std::vector<ChordKey> pasteShortcut(const KeyboardLayout &layout, PasteStyle style);
 
 } // namespace talmo

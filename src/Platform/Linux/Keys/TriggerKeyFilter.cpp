@@ -1,20 +1,20 @@
-#include "Platform/Linux/Keys/StandInKeyFilter.h"
+#include "Platform/Linux/Keys/TriggerKeyFilter.h"
 
 #include <utility>
 
 namespace talmo {
 
-void StandInKeyFilter::setKeyCodes(std::set<std::uint8_t> standIns)
+void TriggerKeyFilter::setKeyCodes(std::set<std::uint8_t> triggerKeys)
 {
-    m_standIns = std::move(standIns);
+    m_triggerKeys = std::move(triggerKeys);
 }
 
-std::optional<bool> StandInKeyFilter::keyDown(std::uint8_t keyCode, Time now)
+std::optional<bool> TriggerKeyFilter::keyDown(std::uint8_t keyCode, Time now)
 {
     if (m_held.contains(keyCode)) {
         return std::nullopt;
     }
-    if (!isStandIn(keyCode)) {
+    if (!isTriggerKey(keyCode)) {
         if (m_isReportedDown && now - m_pressed < gestureBegins) {
             m_isReportedDown = false;
             m_usedAsModifier = now;
@@ -35,7 +35,7 @@ std::optional<bool> StandInKeyFilter::keyDown(std::uint8_t keyCode, Time now)
     return m_isHeldBack ? std::nullopt : reportDown(now);
 }
 
-std::optional<bool> StandInKeyFilter::keyUp(std::uint8_t keyCode)
+std::optional<bool> TriggerKeyFilter::keyUp(std::uint8_t keyCode)
 {
     if (m_held.erase(keyCode) == 0 || !m_held.empty()) {
         return std::nullopt;
@@ -44,7 +44,7 @@ std::optional<bool> StandInKeyFilter::keyUp(std::uint8_t keyCode)
     return std::exchange(m_isReportedDown, false) ? std::optional(false) : std::nullopt;
 }
 
-std::optional<StandInKeyFilter::Time> StandInKeyFilter::withheldUntil() const
+std::optional<TriggerKeyFilter::Time> TriggerKeyFilter::withheldUntil() const
 {
     if (!m_isHeldBack || !m_usedAsModifier) {
         return std::nullopt;
@@ -53,13 +53,13 @@ std::optional<StandInKeyFilter::Time> StandInKeyFilter::withheldUntil() const
     return *m_usedAsModifier + withheldAfterUse + std::chrono::milliseconds(1);
 }
 
-std::optional<bool> StandInKeyFilter::timePassed(Time now)
+std::optional<bool> TriggerKeyFilter::timePassed(Time now)
 {
     const auto due = withheldUntil();
     return due && now >= *due ? reportDown(now) : std::nullopt;
 }
 
-std::optional<bool> StandInKeyFilter::reportDown(Time now)
+std::optional<bool> TriggerKeyFilter::reportDown(Time now)
 {
     m_isHeldBack = false;
     m_isReportedDown = true;

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Session/TrayInk.h"
+#include "Platform/Linux/Session/TrayIconColour.h"
 
 #include "Support/Printing.h"
 
@@ -6,7 +6,7 @@
 
 namespace talmo::test {
 
-TEST(TrayInk, prefersTrayColoursThenBackgroundThenDesktop)
+TEST(TrayIconColour, prefersTrayColoursThenBackgroundThenDesktop)
 {
     const QList<quint32> fromTray{0xffff, 0x8080, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9};
     const auto lightness = [](const QColor &colour) { return colour.lightness(); };

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Keys/StandInKeys.h"
+#include "Platform/Linux/Keys/TriggerKeys.h"
 
 #include "Base/Log.h"
 
@@ -34,7 +34,7 @@ constexpr std::array<std::pair<quint32, const char *>, 15> knownNames = {{
 
 } // namespace
 
-QList<quint32> standInKeySymbols(const QStringList &names)
+QList<quint32> triggerKeySymbols(const QStringList &names)
 {
     QList<quint32> symbols;
     for (const auto &name : names) {

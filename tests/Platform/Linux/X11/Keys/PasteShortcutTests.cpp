@@ -1,4 +1,4 @@
-#include "Platform/Linux/X11/Keys/PasteChord.h"
+#include "Platform/Linux/X11/Keys/PasteShortcut.h"
 
 #include "Support/Printing.h"
 
@@ -64,30 +64,30 @@ TEST(PossibleStyle, withoutLatinVTerminalsPastePrimarySelection)
     EXPECT_EQ(possibleStyle(layout, PasteStyle::ShiftInsertPrimary), PasteStyle::ShiftInsertPrimary);
 }
 
-TEST(PasteChord, isControlVByDefault)
+TEST(PasteShortcut, isControlVByDefault)
 {
-    EXPECT_THAT(pasteChord(keyboard(), PasteStyle::ControlV),
+    EXPECT_THAT(pasteShortcut(keyboard(), PasteStyle::ControlV),
                 ElementsAre(down(control), down(keyV), up(keyV), up(control)));
 }
 
-TEST(PasteChord, isControlShiftVForTerminals)
+TEST(PasteShortcut, isControlShiftVForTerminals)
 {
-    EXPECT_THAT(pasteChord(keyboard(), PasteStyle::ControlShiftV),
+    EXPECT_THAT(pasteShortcut(keyboard(), PasteStyle::ControlShiftV),
                 ElementsAre(down(control), down(shift), down(keyV), up(keyV), up(shift), up(control)));
 }
 
-TEST(PasteChord, releasesHeldModifiersFirstAndLeavesThemUp)
+TEST(PasteShortcut, releasesHeldModifiersFirstAndLeavesThemUp)
 {
     auto layout = keyboard();
     layout.heldKeys = {super, alt, rightControl, shift};
-    EXPECT_THAT(pasteChord(layout, PasteStyle::ControlV),
+    EXPECT_THAT(pasteShortcut(layout, PasteStyle::ControlV),
                 ElementsAre(up(shift), up(alt), up(super), down(control), down(keyV), up(keyV), up(control)));
     EXPECT_THAT(
-        pasteChord(layout, PasteStyle::ShiftInsertPrimary),
+        pasteShortcut(layout, PasteStyle::ShiftInsertPrimary),
         ElementsAre(up(shift), up(alt), up(super), up(rightControl), down(shift), down(insert), up(insert), up(shift)));
 }
 
-TEST(PasteChord, prefersActiveLayoutOverOthers)
+TEST(PasteShortcut, prefersActiveLayoutOverOthers)
 {
     auto russianFirst = keyboard(0x6cd, 'v');
     EXPECT_EQ(keyCodeFor(russianFirst, 'v'), keyV);
@@ -98,18 +98,18 @@ TEST(PasteChord, prefersActiveLayoutOverOthers)
     EXPECT_EQ(keyCodeFor(both, 'v'), 60);
 }
 
-TEST(PasteChord, isShiftInsertIfNoLayoutHasLatinV)
+TEST(PasteShortcut, isShiftInsertIfNoLayoutHasLatinV)
 {
-    EXPECT_THAT(pasteChord(keyboard(0x6cd, 0), PasteStyle::ControlV),
+    EXPECT_THAT(pasteShortcut(keyboard(0x6cd, 0), PasteStyle::ControlV),
                 ElementsAre(down(shift), down(insert), up(insert), up(shift)));
 }
 
-TEST(PasteChord, isEmptyIfKeyboardHasNeither)
+TEST(PasteShortcut, isEmptyIfKeyboardHasNeither)
 {
     auto layout = keyboard(0, 0);
     layout.keySyms[(insert - 8) * 4] = 0;
-    EXPECT_TRUE(pasteChord(layout, PasteStyle::ControlV).empty());
-    EXPECT_TRUE(pasteChord(KeyboardLayout{}, PasteStyle::ControlV).empty());
+    EXPECT_TRUE(pasteShortcut(layout, PasteStyle::ControlV).empty());
+    EXPECT_TRUE(pasteShortcut(KeyboardLayout{}, PasteStyle::ControlV).empty());
 }
 
 } // namespace talmo::test

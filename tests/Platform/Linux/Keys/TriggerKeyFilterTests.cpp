@@ -1,4 +1,4 @@
-#include "Platform/Linux/Keys/StandInKeyFilter.h"
+#include "Platform/Linux/Keys/TriggerKeyFilter.h"
 
 #include <gtest/gtest.h>
 
@@ -12,28 +12,28 @@ constexpr std::uint8_t rightControl = 105;
 constexpr std::uint8_t f13 = 191;
 constexpr std::uint8_t letterC = 54;
 
-class StandInKeyFilterTest : public testing::Test {
+class TriggerKeyFilterTest : public testing::Test {
 protected:
-    StandInKeyFilterTest() { filter.setKeyCodes({rightControl, f13}); }
-    StandInKeyFilter filter;
-    const StandInKeyFilter::Time start{1h};
+    TriggerKeyFilterTest() { filter.setKeyCodes({rightControl, f13}); }
+    TriggerKeyFilter filter;
+    const TriggerKeyFilter::Time start{1h};
 };
 
 } // namespace
 
-TEST_F(StandInKeyFilterTest, reportsPressAndRelease)
+TEST_F(TriggerKeyFilterTest, reportsPressAndRelease)
 {
     EXPECT_EQ(filter.keyDown(rightControl, start), true);
     EXPECT_EQ(filter.keyUp(rightControl), false);
 }
 
-TEST_F(StandInKeyFilterTest, ignoresOtherKeysAlone)
+TEST_F(TriggerKeyFilterTest, ignoresOtherKeysAlone)
 {
     EXPECT_EQ(filter.keyDown(letterC, start), std::nullopt);
     EXPECT_EQ(filter.keyUp(letterC), std::nullopt);
 }
 
-TEST_F(StandInKeyFilterTest, anotherKeySoonAfterPressRetractsIt)
+TEST_F(TriggerKeyFilterTest, anotherKeySoonAfterPressRetractsIt)
 {
     filter.keyDown(rightControl, start);
     EXPECT_EQ(filter.keyDown(letterC, start + 100ms), false);
@@ -41,7 +41,7 @@ TEST_F(StandInKeyFilterTest, anotherKeySoonAfterPressRetractsIt)
     EXPECT_EQ(filter.keyUp(rightControl), std::nullopt);
 }
 
-TEST_F(StandInKeyFilterTest, copyThenPasteIsNotADoubleTap)
+TEST_F(TriggerKeyFilterTest, copyThenPasteIsNotADoubleTap)
 {
     filter.keyDown(rightControl, start);
     EXPECT_EQ(filter.keyDown(letterC, start + 50ms), false);
@@ -53,7 +53,7 @@ TEST_F(StandInKeyFilterTest, copyThenPasteIsNotADoubleTap)
     EXPECT_EQ(filter.keyDown(rightControl, start + 601ms), true);
 }
 
-TEST_F(StandInKeyFilterTest, pressAfterModifierUseIsReportedAfterDelay)
+TEST_F(TriggerKeyFilterTest, pressAfterModifierUseIsReportedAfterDelay)
 {
     filter.keyDown(rightControl, start);
     filter.keyDown(letterC, start + 50ms);
@@ -65,7 +65,7 @@ TEST_F(StandInKeyFilterTest, pressAfterModifierUseIsReportedAfterDelay)
     EXPECT_EQ(filter.keyUp(rightControl), false);
 }
 
-TEST_F(StandInKeyFilterTest, shortPressAfterModifierUseIsIgnored)
+TEST_F(TriggerKeyFilterTest, shortPressAfterModifierUseIsIgnored)
 {
     filter.keyDown(rightControl, start);
     filter.keyDown(letterC, start + 50ms);
@@ -76,7 +76,7 @@ TEST_F(StandInKeyFilterTest, shortPressAfterModifierUseIsIgnored)
     EXPECT_EQ(filter.timePassed(start + 1s), std::nullopt);
 }
 
-TEST_F(StandInKeyFilterTest, modifierKeptDownNeverStartsDictation)
+TEST_F(TriggerKeyFilterTest, modifierKeptDownNeverStartsDictation)
 {
     filter.keyDown(rightControl, start);
     filter.keyDown(letterC, start + 50ms);
@@ -84,14 +84,14 @@ TEST_F(StandInKeyFilterTest, modifierKeptDownNeverStartsDictation)
     EXPECT_EQ(filter.timePassed(start + 10s), std::nullopt);
 }
 
-TEST_F(StandInKeyFilterTest, otherKeysDoNotRetractConfirmedHold)
+TEST_F(TriggerKeyFilterTest, otherKeysDoNotRetractConfirmedHold)
 {
     filter.keyDown(rightControl, start);
     EXPECT_EQ(filter.keyDown(letterC, start + 150ms), std::nullopt);
     EXPECT_EQ(filter.keyUp(rightControl), false);
 }
 
-TEST_F(StandInKeyFilterTest, severalStandInsCountAsOneKey)
+TEST_F(TriggerKeyFilterTest, severalTriggerKeysCountAsOne)
 {
     EXPECT_EQ(filter.keyDown(rightControl, start), true);
     EXPECT_EQ(filter.keyDown(f13, start + 10ms), std::nullopt);
@@ -99,7 +99,7 @@ TEST_F(StandInKeyFilterTest, severalStandInsCountAsOneKey)
     EXPECT_EQ(filter.keyUp(f13), false);
 }
 
-TEST_F(StandInKeyFilterTest, ignoresRepeatsAndStrayReleases)
+TEST_F(TriggerKeyFilterTest, ignoresRepeatsAndStrayReleases)
 {
     EXPECT_EQ(filter.keyUp(rightControl), std::nullopt);
     filter.keyDown(rightControl, start);

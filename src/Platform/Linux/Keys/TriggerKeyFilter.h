@@ -11,7 +11,7 @@ namespace talmo {
 /// Decides which presses of the trigger key count as the dictation key. A keyboard's own fn key seldom reaches the
 /// system, so another key stands in for it; one that is a modifier must still work as one. A plain value; the caller
 /// passes the time.
-class StandInKeyFilter {
+class TriggerKeyFilter {
 public:
     using Time = std::chrono::steady_clock::time_point;
 
@@ -24,10 +24,10 @@ public:
 
     /// All of these keys together count as one. Held keys stay held even if they are no longer in the set: their
     /// release is reported.
-    void setKeyCodes(std::set<std::uint8_t> standIns);
-    bool isStandIn(std::uint8_t keyCode) const { return m_standIns.contains(keyCode); }
+    void setKeyCodes(std::set<std::uint8_t> triggerKeys);
+    bool isTriggerKey(std::uint8_t keyCode) const { return m_triggerKeys.contains(keyCode); }
     /// Whether the key's presses and releases count: it is a trigger key, or was one when it was pressed.
-    bool isWatched(std::uint8_t keyCode) const { return isStandIn(keyCode) || m_held.contains(keyCode); }
+    bool isWatched(std::uint8_t keyCode) const { return isTriggerKey(keyCode) || m_held.contains(keyCode); }
 
     /// The change to report for this press or release: true if the key went down, false if up, none if nothing changed.
     std::optional<bool> keyDown(std::uint8_t keyCode, Time now);
@@ -44,7 +44,7 @@ public:
 private:
     std::optional<bool> reportDown(Time now);
 
-    std::set<std::uint8_t> m_standIns;
+    std::set<std::uint8_t> m_triggerKeys;
     std::set<std::uint8_t> m_held;
     bool m_isReportedDown = false;
     bool m_isHeldBack = false;

@@ -1,4 +1,4 @@
-#include "Platform/Linux/X11/Windows/DesktopShell.h"
+#include "Platform/Linux/X11/Windows/X11ApplicationShell.h"
 
 #include "Platform/Linux/X11/XProperty.h"
 
@@ -30,18 +30,18 @@ void activate(const QWindow &window)
 
 } // namespace
 
-DesktopShell::DesktopShell(std::function<void()> quit)
+X11ApplicationShell::X11ApplicationShell(std::function<void()> quit)
     : m_quit(std::move(quit))
 {
 }
 
 /// On X11 only windows put a program into task bars, and an accessory has none until it is asked for one.
-void DesktopShell::setActivationPolicy(ActivationPolicy policy)
+void X11ApplicationShell::setActivationPolicy(ActivationPolicy policy)
 {
     QGuiApplication::setQuitOnLastWindowClosed(policy == ActivationPolicy::Regular);
 }
 
-void DesktopShell::activateIgnoringOtherApps()
+void X11ApplicationShell::activateIgnoringOtherApps()
 {
     for (const auto *window : QGuiApplication::topLevelWindows()) {
         if (window->isVisible() && window->type() == Qt::Window) {
@@ -50,7 +50,7 @@ void DesktopShell::activateIgnoringOtherApps()
     }
 }
 
-void DesktopShell::terminate()
+void X11ApplicationShell::terminate()
 {
     m_quit();
 }

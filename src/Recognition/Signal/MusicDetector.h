@@ -11,12 +11,12 @@ namespace talmo {
 /// share of the sound's energy in tones that keep their pitch for more than 0.7 seconds: close to 0 for speech, at most
 /// 0.6 for the most monotonous synthetic voices, and 0.9 for chords alone. Speech over music scores low, so no speech
 /// is mistaken for music.
-class SteadySound {
+class MusicDetector {
 public:
-    SteadySound();
-    ~SteadySound();
-    SteadySound(const SteadySound &) = delete;
-    SteadySound &operator=(const SteadySound &) = delete;
+    MusicDetector();
+    ~MusicDetector();
+    MusicDetector(const MusicDetector &) = delete;
+    MusicDetector &operator=(const MusicDetector &) = delete;
 
     /// One channel at 16 kHz.
     void add(std::span<const std::int16_t> samples);

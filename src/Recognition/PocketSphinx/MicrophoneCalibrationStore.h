@@ -9,13 +9,13 @@
 namespace talmo {
 
 /// The calibration of each microphone, kept from one run to the next. Any thread that may block on the disk.
-class MicrophoneMemory {
+class MicrophoneCalibrationStore {
 public:
     using Mean = QList<float>;
 
     /// Reads the file if it exists; an unreadable one counts as empty, since everything in it can be calibrated again.
     /// With an empty path, everything stays in memory.
-    explicit MicrophoneMemory(const QString &path = {});
+    explicit MicrophoneCalibrationStore(const QString &path = {});
 
     /// The path of this user's file.
     static QString standardPath();

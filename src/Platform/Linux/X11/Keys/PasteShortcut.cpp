@@ -1,4 +1,4 @@
-#include "Platform/Linux/X11/Keys/PasteChord.h"
+#include "Platform/Linux/X11/Keys/PasteShortcut.h"
 
 #include <algorithm>
 #include <array>
@@ -83,7 +83,7 @@ PasteStyle possibleStyle(const KeyboardLayout &layout, PasteStyle style)
     return style;
 }
 
-std::vector<ChordKey> pasteChord(const KeyboardLayout &layout, PasteStyle style)
+std::vector<ChordKey> pasteShortcut(const KeyboardLayout &layout, PasteStyle style)
 {
     style = possibleStyle(layout, style);
     const bool takesInsert = style == PasteStyle::ShiftInsert || style == PasteStyle::ShiftInsertPrimary;

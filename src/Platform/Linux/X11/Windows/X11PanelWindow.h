@@ -10,10 +10,10 @@ namespace talmo {
 /// A panel on X11: a window that the window manager does not handle, and which is therefore on every desktop, above
 /// full-screen windows and in no task bar. One that becomes key grabs the keyboard and the pointer as menus do; the
 /// frontmost window stays the same.
-class FloatingCard final : public QWidget, public PanelWindow, private QAbstractNativeEventFilter {
+class X11PanelWindow final : public QWidget, public PanelWindow, private QAbstractNativeEventFilter {
 public:
-    FloatingCard(const PanelOptions &options, QWidget *content);
-    ~FloatingCard() override;
+    X11PanelWindow(const PanelOptions &options, QWidget *content);
+    ~X11PanelWindow() override;
 
     static std::unique_ptr<PanelWindow> make(const PanelOptions &options, QWidget *content);
 

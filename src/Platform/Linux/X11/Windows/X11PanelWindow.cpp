@@ -1,4 +1,4 @@
-#include "Platform/Linux/X11/Windows/FloatingCard.h"
+#include "Platform/Linux/X11/Windows/X11PanelWindow.h"
 
 #include "Platform/Linux/X11/XConnection.h"
 #include "Platform/Linux/X11/XProperty.h"
@@ -41,7 +41,7 @@ bool isScreenComposited()
 
 } // namespace
 
-FloatingCard::FloatingCard(const PanelOptions &options, QWidget *content)
+X11PanelWindow::X11PanelWindow(const PanelOptions &options, QWidget *content)
     : QWidget(nullptr, flagsFor(options)),
       m_options(options),
       m_content(content),
@@ -59,17 +59,17 @@ FloatingCard::FloatingCard(const PanelOptions &options, QWidget *content)
     setAccessibleName(content->accessibleName());
 }
 
-FloatingCard::~FloatingCard()
+X11PanelWindow::~X11PanelWindow()
 {
     QCoreApplication::instance()->removeNativeEventFilter(this);
 }
 
-std::unique_ptr<PanelWindow> FloatingCard::make(const PanelOptions &options, QWidget *content)
+std::unique_ptr<PanelWindow> X11PanelWindow::make(const PanelOptions &options, QWidget *content)
 {
-    return std::make_unique<FloatingCard>(options, content);
+    return std::make_unique<X11PanelWindow>(options, content);
 }
 
-void FloatingCard::setFrame(const QRect &frame)
+void X11PanelWindow::setFrame(const QRect &frame)
 {
     if (frame != m_frame) {
         m_frame = frame;
@@ -80,7 +80,7 @@ void FloatingCard::setFrame(const QRect &frame)
 /// If the content has a largest size, the window is created with that and never resized: a growing card then needs no
 /// new window contents from the server and cannot flicker. Like the card, the window keeps its bottom edge and its
 /// horizontal centre.
-void FloatingCard::layOut()
+void X11PanelWindow::layOut()
 {
     const QSize size = m_options.largestContentSize.expandedTo(m_frame.size());
     const int widthOver = size.width() - m_frame.width();
@@ -92,12 +92,12 @@ void FloatingCard::layOut()
     update();
 }
 
-QRect FloatingCard::cardInWindow() const
+QRect X11PanelWindow::cardInWindow() const
 {
     return m_frame.translated(-geometry().topLeft());
 }
 
-void FloatingCard::applyShape()
+void X11PanelWindow::applyShape()
 {
     if (m_isComposited) {
         clearMask();
@@ -107,7 +107,7 @@ void FloatingCard::applyShape()
 }
 
 /// Declares the window's margin as its shadow to compositors that draw shadows themselves.
-void FloatingCard::declareShadow()
+void X11PanelWindow::declareShadow()
 {
     const QRect card = cardInWindow();
     const qreal ratio = devicePixelRatioF();
@@ -118,7 +118,7 @@ void FloatingCard::declareShadow()
                         applicationAtom("_GTK_FRAME_EXTENTS"), XCB_ATOM_CARDINAL, 32, extents.size(), extents.data());
 }
 
-void FloatingCard::orderFrontRegardless()
+void X11PanelWindow::orderFrontRegardless()
 {
     m_isComposited = isScreenComposited();
     layOut();
@@ -127,25 +127,25 @@ void FloatingCard::orderFrontRegardless()
     raise();
 }
 
-void FloatingCard::orderOut()
+void X11PanelWindow::orderOut()
 {
     hide();
 }
 
-void FloatingCard::showEvent(QShowEvent *event)
+void X11PanelWindow::showEvent(QShowEvent *event)
 {
     QCoreApplication::instance()->installNativeEventFilter(this);
     QWidget::showEvent(event);
 }
 
-void FloatingCard::hideEvent(QHideEvent *event)
+void X11PanelWindow::hideEvent(QHideEvent *event)
 {
     QCoreApplication::instance()->removeNativeEventFilter(this);
     QWidget::hideEvent(event);
 }
 
 /// Raises the card again when another window is raised while it is shown.
-bool FloatingCard::nativeEventFilter(const QByteArray & /*eventType*/, void *message, qintptr * /*result*/)
+bool X11PanelWindow::nativeEventFilter(const QByteArray & /*eventType*/, void *message, qintptr * /*result*/)
 {
     const auto *event = static_cast<const xcb_generic_event_t *>(message);
     constexpr quint8 sentBySomebody = 0x80;
@@ -159,7 +159,7 @@ bool FloatingCard::nativeEventFilter(const QByteArray & /*eventType*/, void *mes
     return false;
 }
 
-void FloatingCard::paintEvent(QPaintEvent * /*event*/)
+void X11PanelWindow::paintEvent(QPaintEvent * /*event*/)
 {
     QPainter painter(this);
     if (m_isComposited) {
@@ -170,14 +170,14 @@ void FloatingCard::paintEvent(QPaintEvent * /*event*/)
     Card::paint(painter, cardInWindow(), palette(), m_isComposited);
 }
 
-void FloatingCard::mousePressEvent(QMouseEvent *event)
+void X11PanelWindow::mousePressEvent(QMouseEvent *event)
 {
     if (m_options.canBecomeKey && !cardInWindow().contains(event->position().toPoint())) {
         hide();
     }
 }
 
-void FloatingCard::keyPressEvent(QKeyEvent *event)
+void X11PanelWindow::keyPressEvent(QKeyEvent *event)
 {
     if (m_options.canBecomeKey && event->key() == Qt::Key_Escape) {
         hide();

@@ -7,10 +7,10 @@
 namespace talmo {
 
 /// Talmo's activation on an X11 desktop.
-class DesktopShell final : public ApplicationShell {
+class X11ApplicationShell final : public ApplicationShell {
 public:
     /// `quit` starts quitting the program.
-    explicit DesktopShell(std::function<void()> quit);
+    explicit X11ApplicationShell(std::function<void()> quit);
 
     void setActivationPolicy(ActivationPolicy policy) override;
     void activateIgnoringOtherApps() override;

@@ -1,4 +1,4 @@
-#include "Recognition/Signal/SteadySound.h"
+#include "Recognition/Signal/MusicDetector.h"
 
 #include <fftw3.h>
 
@@ -29,7 +29,7 @@ std::mutex &planning()
 
 } // namespace
 
-struct SteadySound::Transform {
+struct MusicDetector::Transform {
     std::array<float, frameLength> window{};
     std::array<float, frameLength> input{};
     std::array<fftwf_complex, places> output{};
@@ -53,15 +53,15 @@ struct SteadySound::Transform {
     Transform &operator=(const Transform &) = delete;
 };
 
-SteadySound::SteadySound()
+MusicDetector::MusicDetector()
     : m_transform(std::make_unique<Transform>()),
       m_spectrum(places)
 {
 }
 
-SteadySound::~SteadySound() = default;
+MusicDetector::~MusicDetector() = default;
 
-void SteadySound::add(std::span<const std::int16_t> samples)
+void MusicDetector::add(std::span<const std::int16_t> samples)
 {
     constexpr float loudest = 32768;
     for (const auto sample : samples) {
@@ -78,7 +78,7 @@ void SteadySound::add(std::span<const std::int16_t> samples)
     m_samples.erase(m_samples.begin(), m_samples.begin() + static_cast<std::ptrdiff_t>(begin));
 }
 
-void SteadySound::takeFrame()
+void MusicDetector::takeFrame()
 {
     fftwf_execute(m_transform->plan);
     for (std::size_t place = 0; place < places; ++place) {
@@ -109,7 +109,7 @@ void SteadySound::takeFrame()
     m_tones = std::move(tones);
 }
 
-std::vector<std::size_t> SteadySound::peaks() const
+std::vector<std::size_t> MusicDetector::peaks() const
 {
     const double strongest = *std::max_element(m_spectrum.begin(), m_spectrum.end());
     std::vector<std::size_t> found;
@@ -122,7 +122,7 @@ std::vector<std::size_t> SteadySound::peaks() const
     return found;
 }
 
-double SteadySound::share() const
+double MusicDetector::share() const
 {
     double steady = m_steady;
     for (const auto &tone : m_tones) {
@@ -131,7 +131,7 @@ double SteadySound::share() const
     return m_all > 0 ? steady / m_all : 0;
 }
 
-void SteadySound::reset()
+void MusicDetector::reset()
 {
     m_samples.clear();
     m_tones.clear();

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Session/TrayInk.h"
+#include "Platform/Linux/Session/TrayIconColour.h"
 
 #include <algorithm>
 

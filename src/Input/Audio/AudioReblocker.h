@@ -8,9 +8,9 @@
 namespace talmo {
 
 /// Regroups captured chunks of any size into buffers of one size. Not thread-safe: guarded by its owner's lock.
-class FrameBlocks {
+class AudioReblocker {
 public:
-    FrameBlocks(const AudioFormat &format, quint32 framesPerBlock, AudioBufferHandler handler);
+    AudioReblocker(const AudioFormat &format, quint32 framesPerBlock, AudioBufferHandler handler);
 
     /// Appends whole frames; null means silence of that length. Calls the handler for every full block.
     void append(const char *samples, qsizetype byteCount);

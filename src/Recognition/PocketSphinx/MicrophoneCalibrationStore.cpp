@@ -1,4 +1,4 @@
-#include "Recognition/PocketSphinx/MicrophoneMemory.h"
+#include "Recognition/PocketSphinx/MicrophoneCalibrationStore.h"
 
 #include "Base/Error.h"
 #include "Base/Log.h"
@@ -21,9 +21,9 @@ namespace {
 constexpr double largestValue = 1000;
 constexpr qsizetype longestMean = 64;
 
-MicrophoneMemory::Mean meanFromJson(const QJsonValue &value)
+MicrophoneCalibrationStore::Mean meanFromJson(const QJsonValue &value)
 {
-    MicrophoneMemory::Mean mean;
+    MicrophoneCalibrationStore::Mean mean;
     for (const auto &number : value.toArray()) {
         const double coefficient = number.toDouble(largestValue + 1);
         if (!(std::abs(coefficient) <= largestValue) || mean.size() == longestMean) {
@@ -34,7 +34,7 @@ MicrophoneMemory::Mean meanFromJson(const QJsonValue &value)
     return mean;
 }
 
-QJsonArray meanToJson(const MicrophoneMemory::Mean &mean)
+QJsonArray meanToJson(const MicrophoneCalibrationStore::Mean &mean)
 {
     QJsonArray array;
     for (const float coefficient : mean) {
@@ -43,7 +43,7 @@ QJsonArray meanToJson(const MicrophoneMemory::Mean &mean)
     return array;
 }
 
-bool isAudiblyDifferent(const MicrophoneMemory::Mean &one, const MicrophoneMemory::Mean &other)
+bool isAudiblyDifferent(const MicrophoneCalibrationStore::Mean &one, const MicrophoneCalibrationStore::Mean &other)
 {
     constexpr float hardlyAudible = 1.5;
     if (one.size() != other.size()) {
@@ -59,7 +59,7 @@ bool isAudiblyDifferent(const MicrophoneMemory::Mean &one, const MicrophoneMemor
 
 } // namespace
 
-MicrophoneMemory::MicrophoneMemory(const QString &path)
+MicrophoneCalibrationStore::MicrophoneCalibrationStore(const QString &path)
     : m_path(path)
 {
     QFile file(m_path);
@@ -75,19 +75,19 @@ MicrophoneMemory::MicrophoneMemory(const QString &path)
     m_written = m_means;
 }
 
-QString MicrophoneMemory::standardPath()
+QString MicrophoneCalibrationStore::standardPath()
 {
     const QString state = qEnvironmentVariable("XDG_STATE_HOME", QDir::homePath() + QStringLiteral("/.local/state"));
     return state + QStringLiteral("/talmo/microphones.json");
 }
 
-MicrophoneMemory::Mean MicrophoneMemory::recall(const QString &microphone) const
+MicrophoneCalibrationStore::Mean MicrophoneCalibrationStore::recall(const QString &microphone) const
 {
     const std::lock_guard lock(m_mutex);
     return m_means.value(microphone);
 }
 
-void MicrophoneMemory::remember(const QString &microphone, const Mean &mean)
+void MicrophoneCalibrationStore::remember(const QString &microphone, const Mean &mean)
 {
     const std::lock_guard lock(m_mutex);
     m_means.insert(microphone, mean);
@@ -97,7 +97,7 @@ void MicrophoneMemory::remember(const QString &microphone, const Mean &mean)
 }
 
 /// A failure costs the next run a second of calibration, unless a later attempt succeeds.
-void MicrophoneMemory::write()
+void MicrophoneCalibrationStore::write()
 {
     QJsonObject object;
     for (auto entry = m_means.begin(); entry != m_means.end(); ++entry) {

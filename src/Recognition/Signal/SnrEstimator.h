@@ -8,7 +8,7 @@
 namespace talmo {
 
 /// Estimates the signal-to-noise ratio: how much louder the voice is than the sound between words.
-class NoiseLevel {
+class SnrEstimator {
 public:
     /// One channel at 16 kHz.
     void add(std::span<const std::int16_t> samples);

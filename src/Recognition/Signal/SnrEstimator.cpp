@@ -1,4 +1,4 @@
-#include "Recognition/Signal/NoiseLevel.h"
+#include "Recognition/Signal/SnrEstimator.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,7 +14,7 @@ constexpr double asInAQuietRoom = 60;
 
 } // namespace
 
-void NoiseLevel::add(std::span<const std::int16_t> samples)
+void SnrEstimator::add(std::span<const std::int16_t> samples)
 {
     for (const auto sample : samples) {
         m_frame.push_back(sample);
@@ -25,7 +25,7 @@ void NoiseLevel::add(std::span<const std::int16_t> samples)
     }
 }
 
-void NoiseLevel::takeFrame()
+void SnrEstimator::takeFrame()
 {
     double power = 1; // Below the resolution of a sample.
     for (const double sample : m_frame) {
@@ -43,7 +43,7 @@ void NoiseLevel::takeFrame()
     }
 }
 
-double NoiseLevel::voiceAboveNoise() const
+double SnrEstimator::voiceAboveNoise() const
 {
     if (m_count < fewestFrames) {
         return asInAQuietRoom;
@@ -54,7 +54,7 @@ double NoiseLevel::voiceAboveNoise() const
     return levelOf(loudShare) - levelOf(quietShare);
 }
 
-bool NoiseLevel::isSteady() const
+bool SnrEstimator::isSteady() const
 {
     constexpr double quietest = 0.05;
     constexpr double stillQuiet = 0.2;
@@ -63,7 +63,7 @@ bool NoiseLevel::isSteady() const
 }
 
 /// The level below which this share of the frames is.
-double NoiseLevel::levelOf(double share) const
+double SnrEstimator::levelOf(double share) const
 {
     double below = 0;
     std::size_t level = 0;

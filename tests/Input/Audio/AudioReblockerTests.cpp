@@ -1,4 +1,4 @@
-#include "Input/Audio/FrameBlocks.h"
+#include "Input/Audio/AudioReblocker.h"
 
 #include <gmock/gmock.h>
 
@@ -10,7 +10,7 @@ namespace talmo::test {
 
 namespace {
 
-class FrameBlocksTest : public testing::Test {
+class AudioReblockerTest : public testing::Test {
 protected:
     void append(std::size_t frames)
     {
@@ -22,17 +22,17 @@ protected:
     float next = 1;
     std::vector<quint32> lengths;
     std::vector<float> received;
-    FrameBlocks blocks{{48000, 1, SampleType::Float32}, 2048, [this](const auto &buffer, const AudioTime &) {
-                           lengths.push_back(buffer->frameLength());
-                           std::vector<float> samples(buffer->frameLength());
-                           std::memcpy(samples.data(), buffer->data(), samples.size() * sizeof(float));
-                           received.insert(received.end(), samples.begin(), samples.end());
-                       }};
+    AudioReblocker blocks{{48000, 1, SampleType::Float32}, 2048, [this](const auto &buffer, const AudioTime &) {
+                              lengths.push_back(buffer->frameLength());
+                              std::vector<float> samples(buffer->frameLength());
+                              std::memcpy(samples.data(), buffer->data(), samples.size() * sizeof(float));
+                              received.insert(received.end(), samples.begin(), samples.end());
+                          }};
 };
 
 } // namespace
 
-TEST_F(FrameBlocksTest, joinsChunksOfAnySize)
+TEST_F(AudioReblockerTest, joinsChunksOfAnySize)
 {
     for (const std::size_t frames : {14U, 2000U, 1U, 2048U, 5000U, 0U}) {
         append(frames);
@@ -45,7 +45,7 @@ TEST_F(FrameBlocksTest, joinsChunksOfAnySize)
     EXPECT_EQ(blocks.frameCount(), 9063U);
 }
 
-TEST_F(FrameBlocksTest, flushEmitsPartialBlockThenSilence)
+TEST_F(AudioReblockerTest, flushEmitsPartialBlockThenSilence)
 {
     append(3);
     blocks.flush(2);
@@ -53,7 +53,7 @@ TEST_F(FrameBlocksTest, flushEmitsPartialBlockThenSilence)
     EXPECT_THAT(received, testing::ElementsAre(1, 2, 3, 0, 0));
 }
 
-TEST_F(FrameBlocksTest, gapIsSilence)
+TEST_F(AudioReblockerTest, gapIsSilence)
 {
     append(1);
     blocks.append(nullptr, 8);
