@@ -159,7 +159,10 @@ ModelReport checkModelOnce(const SpeechEngine &engine, const QString &neuralLibr
     if (noted && isNoted(engine, note)) {
         return *noted;
     }
-    const ModelReport report = measureApart(neuralLibrary, modelFolder);
+    ModelReport report = measureApart(neuralLibrary, modelFolder);
+    if (report.shareOfSpeech > largestShareOfSpeech) { // The machine may have been busy for a moment.
+        report.shareOfSpeech = std::min(report.shareOfSpeech, measureApart(neuralLibrary, modelFolder).shareOfSpeech);
+    }
     try {
         PrivateFile::write(reportPath(modelFolder), report.toLine().toUtf8());
         writeNote(engine, note);
@@ -205,11 +208,7 @@ ModelReport measure(SpeechEngine &engine, const std::function<double()> &usedMeg
     const double before = usedMegabytes();
     report.secondsToLoad = secondsOf([&engine] { engine.warmUp(); });
     if (trial == ModelTrial::Hear) {
-        const auto share = [&hear, &sound] { return secondsOf(hear) * double(sampleRate) / double(sound.size()); };
-        report.shareOfSpeech = share();
-        if (report.shareOfSpeech > largestShareOfSpeech) { // The machine may have been busy for a moment.
-            report.shareOfSpeech = std::min(report.shareOfSpeech, share());
-        }
+        report.shareOfSpeech = secondsOf(hear) * double(sampleRate) / double(sound.size());
     }
     report.megabytes = usedMegabytes() - before;
     return report;

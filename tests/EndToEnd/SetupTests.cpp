@@ -78,8 +78,9 @@ TEST_F(SetupEndToEndTest, afterOneCommandNextPressUsesNewRecogniser)
     openQtWindow();
     startTalmo();
     dictate(u"hello world"_s);
+    // The embedded engine serves meanwhile; a debug build on a busy machine takes its time with an unknown microphone.
+    ASSERT_TRUE(talmo->waitForLine(u"state: idle"_s, std::chrono::seconds(60)));
     EXPECT_TRUE(windowShows(u"Hello world."_s));
-    ASSERT_TRUE(talmoSays(u"state: idle"_s));
     EXPECT_EQ(talmoctl({u"setup"_s, u"--yes"_s}), 0);
     ASSERT_TRUE(talmoSays(u"speech engine: sherpa-onnx 1.13.8"_s));
     dictate(u"hello world"_s);
@@ -113,7 +114,6 @@ TEST_F(SetupEndToEndTest, afterOnePressInMenuNextPressUsesNewRecogniser)
     EXPECT_EQ(server->requests().size(), 2);
     EXPECT_EQ(quitTalmo(), 0);
     startTalmo(); // Without the settings window, which has the focus.
-    ASSERT_TRUE(talmoSays(u"speech engine: sherpa-onnx 1.13.8"_s));
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(u"Better words."_s));
 }

@@ -125,7 +125,7 @@ protected:
 TEST_F(SetupTest, withoutTerminalOnlySaysWhatItWouldInstall)
 {
     const auto result = talmoctl({u"setup"_s});
-    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.status, 3);
     EXPECT_THAT(result.output,
                 AllOf(HasSubstr("sherpa-onnx-1.13.8, 1 MB, licence licence of sherpa-onnx-1.13.8"),
                       HasSubstr("A toy (English), 1 MB, licence licence of toy"), HasSubstr("Together")));
@@ -140,18 +140,20 @@ TEST_F(SetupTest, installsLibraryAndModelInOneProgress)
     EXPECT_THAT(result.output, HasSubstr("Installed A toy (English). Talmo uses it from the next recording on."));
     EXPECT_THAT(result.errors, AllOf(HasSubstr("Downloading"), HasSubstr("Testing")));
     EXPECT_THAT(server->requests(), ElementsAre(u"/library.tar.gz whole -"_s, u"/toy.tar.gz whole -"_s));
-    EXPECT_THAT(talmoctl({u"engines"_s}).output,
-                AllOf(HasSubstr("sherpa-onnx 1.13.8 in"), HasSubstr("toy, language en"), HasSubstr("usable"),
-                      HasSubstr("better: ")));
     const auto again = talmoctl({u"setup"_s});
     EXPECT_EQ(again.status, 0);
     EXPECT_THAT(again.output, HasSubstr("installed already"));
     EXPECT_EQ(server->requests().size(), 2);
 }
 
-TEST_F(SetupTest, enginesNamesWhatWouldBeBetter)
+TEST_F(SetupTest, enginesNamesWhatIsInstalledAndWhatWouldBeBetter)
 {
-    EXPECT_THAT(talmoctl({u"engines"_s}).output, HasSubstr("better: A toy (English) would be better: "));
+    EXPECT_EQ(talmoctl({u"setup"_s, u"--yes"_s}).status, 0);
+    setCatalogue({model(u"better"_s, u"/toy.tar.gz"_s), model(u"toy"_s, u"/toy.tar.gz"_s)});
+    EXPECT_EQ(talmoctl({u"model"_s, u"use"_s, u"toy"_s}).status, 0);
+    EXPECT_THAT(talmoctl({u"engines"_s}).output,
+                AllOf(HasSubstr("sherpa-onnx 1.13.8 in"), HasSubstr("toy, language en, usable"),
+                      HasSubstr("chosen: toy"), HasSubstr("better: A better (English) is more accurate")));
 }
 
 TEST_F(SetupTest, asksOnceOnTerminal)
@@ -198,7 +200,8 @@ TEST_F(SetupTest, tooSlowModelIsReplacedBySmallerOne)
     setCatalogue({model(u"large"_s, u"/large.tar.gz"_s, 2), model(u"small"_s, u"/toy.tar.gz"_s, 1)});
     const auto result = talmoctl({u"setup"_s, u"--yes"_s});
     EXPECT_EQ(result.status, 0) << result.errors;
-    EXPECT_THAT(result.errors, HasSubstr("too slow for this computer: 0.6 s for each second of speech"));
+    EXPECT_THAT(result.errors,
+                testing::ContainsRegex("too slow for this computer: 0[.][0-9] s for each second of speech"));
     EXPECT_THAT(result.output, HasSubstr("Installed A small (English)"));
     EXPECT_FALSE(isInstalled(u"large"_s));
     EXPECT_THAT(talmoctl({u"model"_s, u"list"_s}).output, HasSubstr("too slow"));
@@ -256,7 +259,6 @@ TEST_F(SetupTest, modelsCanBeInstalledChosenAndRemoved)
     EXPECT_THAT(talmoctl({u"model"_s, u"list"_s}).output, testing::StartsWith("toy                   installed"));
     EXPECT_EQ(talmoctl({u"model"_s, u"use"_s, u"toy"_s}).output, "Using toy from the next recording on.\n");
     EXPECT_THAT(talmoctl({u"model"_s, u"list"_s}).output, testing::StartsWith("toy                   chosen"));
-    EXPECT_THAT(talmoctl({u"engines"_s}).output, HasSubstr("chosen: toy"));
     EXPECT_EQ(talmoctl({u"model"_s, u"use"_s, u"automatic"_s}).output, "Using automatic from the next recording on.\n");
     EXPECT_EQ(talmoctl({u"model"_s, u"remove"_s, u"toy"_s}).output, "Removed toy.\n");
     EXPECT_EQ(talmoctl({u"model"_s, u"remove"_s, u"toy"_s}).status, 1);
