@@ -28,11 +28,13 @@ bool isWheel(quint32 button)
     return button >= firstWheelButton && button <= lastWheelButton;
 }
 
+/// Caps Lock and, by convention, Num Lock.
+constexpr unsigned locks = XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2;
+
 /// A grab is for one exact set of modifiers. Those held now belong to the trigger key and may be released while the
 /// grab lasts; the locks may be on or off. Others are left to the window manager, such as Alt+Escape.
 std::set<quint16> modifiersToGrab(const KeyboardLayout &layout)
 {
-    constexpr quint16 locks = XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2; // Caps Lock and, by convention, Num Lock.
     quint16 held = 0;
     for (int modifier = 0; modifier < 8; ++modifier) {
         for (const auto keyCode : layout.modifierKeys[modifier]) {
@@ -43,8 +45,8 @@ std::set<quint16> modifiersToGrab(const KeyboardLayout &layout)
         }
     }
     std::set<quint16> all;
-    for (const unsigned base : {0U, held & ~unsigned(locks)}) {
-        for (const unsigned lock : {0U, unsigned(XCB_MOD_MASK_LOCK), unsigned(XCB_MOD_MASK_2), unsigned(locks)}) {
+    for (const unsigned base : {0U, held & ~locks}) {
+        for (const unsigned lock : {0U, unsigned(XCB_MOD_MASK_LOCK), unsigned(XCB_MOD_MASK_2), locks}) {
             all.insert(static_cast<quint16>(base | lock));
         }
     }
@@ -150,15 +152,16 @@ bool XInput2EventMonitor::grabKey(quint32 keySym, std::function<void()> onPresse
         return false;
     }
     auto *connection = m_connection.get();
-    std::vector<xcb_void_cookie_t> cookies;
+    std::vector<std::pair<quint16, xcb_void_cookie_t>> requests;
     for (const auto modifiers : modifiersToGrab(layout)) {
-        cookies.push_back(xcb_grab_key_checked(connection, 0, m_connection.root(), modifiers, *keyCode,
-                                               XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+        requests.emplace_back(modifiers, xcb_grab_key_checked(connection, 0, m_connection.root(), modifiers, *keyCode,
+                                                              XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
     }
     bool isGrabbed = true;
-    for (const auto &cookie : cookies) {
+    for (const auto &[modifiers, cookie] : requests) {
         const XcbPtr<xcb_generic_error_t> error(xcb_request_check(connection, cookie));
-        isGrabbed = isGrabbed && !error;
+        // Together with the trigger it may be a shortcut of the desktop's; alone it discards the recording even so.
+        isGrabbed = isGrabbed && (!error || (modifiers & ~locks) != 0);
     }
     m_grabbedKey = *keyCode;
     m_onGrabbedKey = std::move(onPressed);

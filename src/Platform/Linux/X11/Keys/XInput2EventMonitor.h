@@ -48,7 +48,7 @@ public:
     quint32 focusedWindow();
 
     /// Takes a key from all other programs: its presses call this instead, with or without the modifiers that are held
-    /// now. False if another program has grabbed it.
+    /// now. False if another program has grabbed the key alone.
     bool grabKey(quint32 keySym, std::function<void()> onPressed);
     void ungrabKey();
 
