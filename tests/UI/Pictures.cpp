@@ -4,11 +4,16 @@
 //   talmo-pictures --drawings FOLDER  those shown in the README, as SVG
 
 #include "Platform/Linux/System/LinuxWording.h"
+#include "Support/FakeDictationOptions.h"
+#include "Support/FakePasswordFieldSettings.h"
+#include "Support/FakePasteboard.h"
+#include "Support/FakePronunciations.h"
 #include "Support/FakeRecogniserSettings.h"
 #include "UI/Menu/MenuBarView.h"
 #include "UI/Overlay/RecordingOverlay.h"
 #include "UI/Settings/SettingsTabBar.h"
 #include "UI/Settings/SettingsView.h"
+#include "UI/Settings/WordList.h"
 #include "UI/Style/Appearance.h"
 #include "UI/Style/Card.h"
 #include "UI/Style/Symbol.h"
@@ -92,8 +97,8 @@ public:
     void addIcons()
     {
         const QStringList names{u"mic.circle"_s, u"waveform.circle.fill"_s, u"ellipsis.circle"_s,
-                                u"exclamationmark.circle"_s};
-        QImage image((QSizeF(140, 76) * m_look.ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+                                u"exclamationmark.circle"_s, u"pause.circle"_s};
+        QImage image((QSizeF(170, 76) * m_look.ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
         image.setDevicePixelRatio(m_look.ratio);
         image.fill(QApplication::palette().color(QPalette::Window));
         QPainter painter(&image);
@@ -147,7 +152,7 @@ void addRecogniser(Gallery &gallery, FakeRecogniserSettings &recogniser, Setting
     const auto show = [&](const QString &name) {
         recogniser.change();
         settle();
-        gallery.addWindow(settings, u"settings-recogniser-"_s + name, settingsSize + QSize(0, 320));
+        gallery.addWindow(settings, u"settings-recogniser-"_s + name, settingsSize + QSize(0, 520));
     };
     show(u"rest"_s);
     recogniser.offered = {u"Kroko (English), 67 MB. Licences: Apache-2.0, CC-BY-SA-4.0."_s, u"67 MB"_s};
@@ -201,10 +206,61 @@ void addServers(Gallery &gallery)
     show(u"refused"_s);
 }
 
+/// A hands-free recording, what is left on the card after it was discarded, and the menu of a paused Talmo.
+void addKeys(Gallery &gallery)
+{
+    ViewWorld world;
+    world.pause = std::make_shared<DictationPause>();
+    world.pause->setPaused(true);
+    MenuBarView menu(world.context(), [](MenuAction) {});
+    gallery.addCard(menu, u"menu-paused"_s);
+    const auto notice = std::make_shared<DictationNotice>();
+    RecordingOverlay overlay(world.coordinator(), notice);
+    notice->setHint(u"%1: stop · Esc: discard"_s, u"Right Ctrl"_s);
+    world.beRecording();
+    gallery.addCard(overlay, u"overlay-hands-free"_s);
+    world.hear(heard);
+    gallery.addCard(overlay, u"overlay-hands-free-long"_s);
+    world.coordinator().cancelDictation();
+    notice->setFarewell(u"Cancelled"_s);
+    settle();
+    gallery.addCard(overlay, u"overlay-cancelled"_s);
+}
+
+/// The words with pronunciations, and the kept dictations.
+void addLists(Gallery &gallery)
+{
+    ViewWorld world;
+    world.settings->setDictionaryWords(
+        {u"Talmo"_s, u"Terraform"_s, u"CloudFormation"_s, u"Kubernetes"_s, u"Nguyen"_s, u"Siobhán"_s});
+    const auto pronunciations = std::make_shared<FakePronunciations>();
+    pronunciations->sounds = {{u"Nguyen"_s, u"win"_s}, {u"Siobhán"_s, u"shiv awn"_s}};
+    world.pronunciations = pronunciations;
+    const auto options = std::make_shared<FakeDictationOptions>();
+    options->values[DictationOption::KeepHistory] = true;
+    world.options = options;
+    world.passwordFields = std::make_shared<FakePasswordFieldSettings>();
+    auto context = world.context();
+    context.history = std::make_shared<DictationHistory>(options);
+    context.recovery = std::make_shared<DictationRecovery>(std::make_shared<LastDictation>(),
+                                                           std::make_shared<FakePasteboard>(), nullptr);
+    for (const auto &text : {heard, u"See you tomorrow."_s, u"Dear Ann,\nthank you for the pictures."_s}) {
+        context.history->add(text);
+    }
+    SettingsView settings(context);
+    settings.findChild<QTabBar *>()->setCurrentIndex(1);
+    settings.findChild<WordList *>()->setCurrentRow(4);
+    gallery.addWindow(settings, u"settings-words"_s);
+    settings.findChild<QTabBar *>()->setCurrentIndex(2);
+    gallery.addWindow(settings, u"settings-history"_s);
+}
+
 void takePictures(const QDir &folder, const Look &look)
 {
     Gallery gallery(folder, look);
     gallery.addIcons();
+    addKeys(gallery);
+    addLists(gallery);
     {
         ViewWorld world;
         RecordingOverlay overlay(world.coordinator());
@@ -253,6 +309,9 @@ void takePictures(const QDir &folder, const Look &look)
     world.setPermissions(true, true, false);
     const auto recogniser = std::make_shared<FakeRecogniserSettings>();
     world.recogniser = recogniser;
+    const auto options = std::make_shared<FakeDictationOptions>();
+    options->values[DictationOption::SpaceBetween] = true;
+    world.options = options;
     SettingsView settings(world.context());
     auto *tabs = settings.findChild<QTabBar *>();
     for (int index = 0; index < tabs->count(); ++index) {

@@ -2,6 +2,8 @@
 
 #include "UI/ViewWorld.h"
 
+#include <QImage>
+
 #include <gtest/gtest.h>
 
 namespace talmo::test {

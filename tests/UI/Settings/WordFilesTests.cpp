@@ -2,6 +2,7 @@
 
 #include "UI/Settings/WordFiles.h"
 
+#include "Support/FakePronunciations.h"
 #include "Support/RecordingLog.h"
 #include "UI/AccessibleView.h"
 #include "UI/Settings/DictionarySettingsTab.h"
@@ -15,29 +16,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <map>
-
 namespace talmo::test {
 
 namespace {
-
-class FakePronunciations final : public WordPronunciations {
-public:
-    std::map<QString, QString> sounds;
-    int refreshes = 0;
-
-    void refresh() override { ++refreshes; }
-    QString of(const QString &word) const override
-    {
-        const auto sound = sounds.find(word);
-        return sound == sounds.end() ? QString() : sound->second;
-    }
-    void set(const QString &word, const QString &soundsLike) override
-    {
-        Q_EMIT objectWillChange();
-        sounds[word] = soundsLike;
-    }
-};
 
 class WordFilesTest : public testing::Test {
 protected:
