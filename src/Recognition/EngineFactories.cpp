@@ -78,7 +78,8 @@ MakeVoiceActivity silero(const QString &libraryPath)
 
 } // namespace
 
-const char *const EngineFactories::embeddedTitle = QT_TRANSLATE_NOOP("Talmo", "Built in (PocketSphinx, English)");
+const char *const EngineFactories::embeddedTitle =
+    QT_TRANSLATE_NOOP("Talmo", "Built in, to begin with (PocketSphinx, English)");
 
 EngineFactories EngineFactories::standard(const Options &options)
 {

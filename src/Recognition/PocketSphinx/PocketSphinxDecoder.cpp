@@ -1,6 +1,7 @@
 #include "Recognition/PocketSphinx/PocketSphinxDecoder.h"
 
 #include "Base/Error.h"
+#include "Recognition/PocketSphinx/ProcessorTime.h"
 
 #include <pocketsphinx/pocketsphinx.h>
 #include <pocketsphinx/ps_search.h>
@@ -51,8 +52,8 @@ struct CommandWord {
     const char *words;
     /// The replacement in the middle of a sentence, where no command is meant and none must be carried out.
     const char *inPassing;
-    /// A list command, which must be the last phrase or be followed by a pause; “as the list shows” starts in much the
-    /// same way.
+    /// A request for a list, which must be followed by a pause, part of its pronunciation, or be the last phrase; “as
+    /// the list shows” starts in much the same way.
     bool isListRequest;
 };
 constexpr CommandWord commandWords[] = {
@@ -129,18 +130,17 @@ bool PocketSphinxDecoder::isModelInstalled(const QString &modelFolder)
 }
 
 std::unique_ptr<PocketSphinxDecoder> PocketSphinxDecoder::load(const QString &modelFolder,
-                                                               const PersonalVocabulary &vocabulary)
+                                                               const PersonalVocabulary &vocabulary,
+                                                               std::optional<SearchWidth> width)
 {
+    const double start = processorTimeOfThread();
     err_set_logfp(nullptr); // Silences the library's per-frame logging.
     const QByteArray hmm = QFile::encodeName(acousticModel(modelFolder));
     const QByteArray dict = QFile::encodeName(dictionary(modelFolder));
     // One pass with narrow beams: measured to lose next to no accuracy, while ending an utterance takes a few
     // milliseconds instead of a tenth of a second or more.
     cmd_ln_t *config = cmd_ln_init(nullptr, ps_args(), TRUE, "-hmm", hmm.constData(), "-dict", dict.constData(),
-                                   "-fwdflat", "no", "-beam", "1e-60", "-pbeam", "1e-60", "-wbeam", "1e-40",
-                                   // Without a limit, noise would keep every hypothesis alive and decoding would take
-                                   // longer than real time.
-                                   "-maxhmmpf", "5000", nullptr);
+                                   "-fwdflat", "no", "-beam", "1e-60", "-pbeam", "1e-60", "-wbeam", "1e-40", nullptr);
     ps_decoder_t *decoder = config != nullptr ? ps_init(config) : nullptr;
     if (config != nullptr) {
         cmd_ln_free_r(config);
@@ -149,12 +149,13 @@ std::unique_ptr<PocketSphinxDecoder> PocketSphinxDecoder::load(const QString &mo
         throw Error(QStringLiteral("The speech model in %1 could not be loaded.").arg(modelFolder));
     }
     std::unique_ptr<PocketSphinxDecoder> result(new PocketSphinxDecoder(decoder));
-    result->addVocabulary(modelFolder, vocabulary);
+    result->makeSearch(modelFolder, vocabulary, width, start);
     return result;
 }
 
 /// Words must be in the dictionary and in the language model before the search is created from the two.
-void PocketSphinxDecoder::addVocabulary(const QString &modelFolder, const PersonalVocabulary &vocabulary)
+void PocketSphinxDecoder::makeSearch(const QString &modelFolder, const PersonalVocabulary &vocabulary,
+                                     std::optional<SearchWidth> width, double loadingSince)
 {
     m_vocabulary = vocabulary;
     const QByteArray file = QFile::encodeName(languageModel(modelFolder));
@@ -173,7 +174,10 @@ void PocketSphinxDecoder::addVocabulary(const QString &modelFolder, const Person
     };
     OwnWords own;
     for (const auto &command : commandWords) {
-        if (!addToDictionary(command.token, command.phones, QString::fromLatin1(command.inPassing))) {
+        // With the pause in its pronunciation, it cannot win over other words where there is none.
+        const QByteArray phones =
+            command.isListRequest ? QByteArray(command.phones) + " SIL SIL" : QByteArray(command.phones);
+        if (!addToDictionary(command.token, phones, QString::fromLatin1(command.inPassing))) {
             continue;
         }
         if (command.isListRequest) {
@@ -198,6 +202,8 @@ void PocketSphinxDecoder::addVocabulary(const QString &modelFolder, const Person
         }
     }
     own.addTo(*model);
+    m_width = width.value_or(widthAfterLoading(processorTimeOfThread() - loadingSince));
+    cmd_ln_set_int_r(ps_get_config(m_decoder), "-maxhmmpf", mostHypotheses(m_width));
     require(ps_set_lm(m_decoder, searchName, model.get()), "the language model was refused.");
     require(ps_set_search(m_decoder, searchName), "the search could not be made.");
 }
@@ -219,21 +225,26 @@ void PocketSphinxDecoder::beginUtterance()
 
 void PocketSphinxDecoder::process(std::span<const std::int16_t> samples)
 {
+    const double before = processorTimeOfThread();
     require(ps_process_raw(m_decoder, samples.data(), samples.size(), FALSE, FALSE), "audio was refused.");
+    if (isInSpeech()) { // Silence costs nothing.
+        m_processingSeconds += processorTimeOfThread() - before;
+        m_processedSamples += samples.size();
+    }
+}
+
+std::optional<double> PocketSphinxDecoder::realTimeFactor() const
+{
+    constexpr std::size_t enough = 2 * sampleRate;
+    if (m_processedSamples < enough) {
+        return std::nullopt;
+    }
+    return m_processingSeconds * sampleRate / static_cast<double>(m_processedSamples);
 }
 
 void PocketSphinxDecoder::endUtterance()
 {
     require(ps_end_utt(m_decoder), "an utterance could not end.");
-}
-
-void PocketSphinxDecoder::processWhole(std::span<const std::int16_t> samples)
-{
-    const CepstralMean mean = cepstralMean();
-    beginUtterance();
-    require(ps_process_raw(m_decoder, samples.data(), samples.size(), FALSE, TRUE), "audio was refused.");
-    endUtterance();
-    setCepstralMean(mean);
 }
 
 bool PocketSphinxDecoder::isInSpeech() const
@@ -280,7 +291,7 @@ QString PocketSphinxDecoder::hypothesis() const
         }
         const CommandWord *command = findCommand(word.token);
         // The start counts as a pause too: the index before the first word wraps around to beyond the last.
-        if (command != nullptr && (isPause(index + 1) || (!command->isListRequest && isPause(index - 1)))) {
+        if (command != nullptr && (command->isListRequest || isPause(index + 1) || isPause(index - 1))) {
             text.append(QString::fromLatin1(command->words));
         } else {
             text.append(m_spellings.value(word.token, QString::fromUtf8(word.token)));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Recognition/PocketSphinx/SearchWidth.h"
 #include "Recognition/Text/Pronunciation.h"
 
 #include <QList>
@@ -25,22 +26,21 @@ public:
     /// input.
     using CepstralMean = QList<float>;
 
-    /// Takes a quarter of a second. Throws Error if the model cannot be loaded.
+    /// Takes a quarter of a second; without a width, that time tells which one to use. Throws Error if the model cannot
+    /// be loaded.
     static std::unique_ptr<PocketSphinxDecoder> load(const QString &modelFolder,
-                                                     const PersonalVocabulary &vocabulary = {});
+                                                     const PersonalVocabulary &vocabulary = {},
+                                                     std::optional<SearchWidth> width = std::nullopt);
     static bool isModelInstalled(const QString &modelFolder);
 
     ~PocketSphinxDecoder();
     PocketSphinxDecoder(const PocketSphinxDecoder &) = delete;
     PocketSphinxDecoder &operator=(const PocketSphinxDecoder &) = delete;
 
-    /// These four throw Error if the decoder fails.
+    /// These three throw Error if the decoder fails.
     void beginUtterance();
     void process(std::span<const std::int16_t> samples);
     void endUtterance();
-    /// Decodes a whole utterance at once, calibrated from all of it: slower and, with people rather than synthetic
-    /// voices, more accurate. The earlier calibration is kept. Between utterances.
-    void processWhole(std::span<const std::int16_t> samples);
 
     /// Whether there was speech at the end of the processed audio; turns false half a second after the last word.
     bool isInSpeech() const;
@@ -56,17 +56,24 @@ public:
     bool learnFrom(std::span<const std::int16_t> samples);
 
     const PersonalVocabulary &vocabulary() const { return m_vocabulary; }
+    SearchWidth searchWidth() const { return m_width; }
+    /// Seconds of processor time for a second of speech; nullopt until there was enough of it to tell.
+    std::optional<double> realTimeFactor() const;
 
 private:
     explicit PocketSphinxDecoder(ps_decoder_s *decoder);
 
     struct DecodedWord;
-    void addVocabulary(const QString &modelFolder, const PersonalVocabulary &vocabulary);
+    void makeSearch(const QString &modelFolder, const PersonalVocabulary &vocabulary, std::optional<SearchWidth> width,
+                    double loadingSince);
     std::vector<DecodedWord> heardWords() const;
 
     ps_decoder_s *m_decoder;
     PersonalVocabulary m_vocabulary;
     QHash<QByteArray, QString> m_spellings;
+    SearchWidth m_width = SearchWidth::Narrow;
+    double m_processingSeconds = 0;
+    std::size_t m_processedSamples = 0;
 };
 
 } // namespace talmo

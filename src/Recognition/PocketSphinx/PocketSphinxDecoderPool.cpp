@@ -12,6 +12,7 @@ PocketSphinxDecoderPool::PocketSphinxDecoderPool(QString modelFolder)
 std::unique_ptr<PocketSphinxDecoder> PocketSphinxDecoderPool::take()
 {
     PersonalVocabulary vocabulary;
+    std::optional<SearchWidth> width;
     {
         const std::lock_guard lock(m_mutex);
         if (m_kept) {
@@ -19,9 +20,11 @@ std::unique_ptr<PocketSphinxDecoder> PocketSphinxDecoderPool::take()
             return std::move(m_kept);
         }
         vocabulary = m_vocabulary;
+        width = m_width;
     }
-    auto decoder = PocketSphinxDecoder::load(m_modelFolder, vocabulary);
+    auto decoder = PocketSphinxDecoder::load(m_modelFolder, vocabulary, width);
     const std::lock_guard lock(m_mutex);
+    m_width = m_width.value_or(decoder->searchWidth());
     ++m_loadCount;
     ++m_takenCount;
     return decoder;
@@ -38,11 +41,18 @@ void PocketSphinxDecoderPool::warmUp()
     giveBack(take());
 }
 
-void PocketSphinxDecoderPool::giveBack(std::unique_ptr<PocketSphinxDecoder> decoder)
+void PocketSphinxDecoderPool::noteSpeed(const PocketSphinxDecoder &decoder)
 {
     const std::lock_guard lock(m_mutex);
+    m_width = widthAfterRecognising(decoder.searchWidth(), decoder.realTimeFactor());
+}
+
+void PocketSphinxDecoderPool::giveBack(std::unique_ptr<PocketSphinxDecoder> decoder)
+{
+    noteSpeed(*decoder);
+    const std::lock_guard lock(m_mutex);
     --m_takenCount;
-    if (!m_kept && decoder->vocabulary() == m_vocabulary) {
+    if (!m_kept && decoder->vocabulary() == m_vocabulary && decoder->searchWidth() == m_width) {
         m_kept = std::move(decoder);
     }
 }

@@ -7,6 +7,7 @@
 #include <atomic>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 namespace talmo {
 
@@ -15,7 +16,7 @@ class PocketSphinxDecoderPool {
 public:
     explicit PocketSphinxDecoderPool(QString modelFolder);
 
-    /// The kept decoder if it has the current vocabulary, else a newly loaded one. Throws Error.
+    /// The kept decoder if it has the current vocabulary and search, else a newly loaded one. Throws Error.
     std::unique_ptr<PocketSphinxDecoder> take();
     void giveBack(std::unique_ptr<PocketSphinxDecoder> decoder);
     /// Instead of giveBack(), for a decoder that is unusable.
@@ -27,6 +28,9 @@ public:
     QString modelFolder() const { return m_modelFolder; }
     /// The vocabulary of decoders taken from now on.
     void setVocabulary(const PersonalVocabulary &vocabulary);
+    /// Chooses the search of decoders taken from now on by how fast this one was. The pool does this with every decoder
+    /// that is returned.
+    void noteSpeed(const PocketSphinxDecoder &decoder);
     /// Frees the memory of the kept decoder.
     void unload();
     bool keepsOne() const;
@@ -38,6 +42,8 @@ private:
     int m_takenCount = 0;
     std::atomic<int> m_loadCount = 0;
     PersonalVocabulary m_vocabulary;
+    /// Once a decoder has been loaded.
+    std::optional<SearchWidth> m_width;
 };
 
 } // namespace talmo

@@ -8,6 +8,17 @@
 
 namespace talmo {
 
+namespace {
+
+// In samples. How much of an utterance may still have to be heard a second time when it ends: at a pause, the user goes
+// on speaking meanwhile; at the end of the recording, he waits.
+constexpr std::size_t longestBehindAtPause = 2 * RecordingDecoder::sampleRate;
+constexpr std::size_t longestBehindAtEnd = RecordingDecoder::sampleRate / 2;
+/// Enough for the pause in which a request for a list ends.
+constexpr std::size_t lengthAfterEnd = RecordingDecoder::sampleRate / 10;
+
+} // namespace
+
 std::shared_ptr<NoiseReduction> MicrophoneKnowledge::noiseAround(const QString &name) const
 {
     auto &reduction = (*noise)[name];
@@ -35,6 +46,9 @@ PocketSphinxRecording::PocketSphinxRecording(std::shared_ptr<PocketSphinxDecoder
 
 PocketSphinxRecording::~PocketSphinxRecording()
 {
+    if (m_second) {
+        m_pool->discard(m_second->release());
+    }
     try {
         if (!m_isBroken && m_isInUtterance) {
             m_decoder->endUtterance();
@@ -101,6 +115,7 @@ void PocketSphinxRecording::listen(std::span<const std::int16_t> samples, std::s
 {
     m_decoder->process(m_reducesNoise ? withoutNoise : samples);
     m_sound.add(samples, withoutNoise, m_reducesNoise);
+    hearAgain(samples.size());
     if (m_segmenter.endsHere(m_decoder->isInSpeech(), m_decoder->trailingSilence(), m_sound.length())) {
         endUtterance();
         beginUtterance();
@@ -122,28 +137,72 @@ QString PocketSphinxRecording::heard() const
 
 void PocketSphinxRecording::endUtterance()
 {
+    settleSecondHearing(longestBehindAtPause);
     m_decoder->endUtterance();
     m_isInUtterance = false;
-    recogniseAgain();
     const QString text = heard();
+    if (!m_reducesNoise && m_noise->isWorthwhile()) {
+        m_reducesNoise = true;
+        m_decoder->learnFrom(m_sound.withoutNoise());
+    }
     m_sound.clear();
+    m_calibratedWith = 0;
     m_transcript.publishFinal(text);
 }
 
 /// Worthwhile if the noise turned out to be loud, or most of the utterance came after the calibration.
-void PocketSphinxRecording::recogniseAgain()
+void PocketSphinxRecording::hearAgain(std::size_t newSamples)
 {
-    const auto calibratedWith = std::exchange(m_calibratedWith, 0);
-    const bool isBetterCalibrated = calibratedWith > 0 && m_sound.length() > 2 * calibratedWith;
-    if (!m_reducesNoise && m_noise->isWorthwhile()) {
-        m_reducesNoise = true;
-        m_decoder->learnFrom(m_sound.withoutNoise());
-        if (!heard().isEmpty()) {
-            m_decoder->processWhole(m_sound.withoutNoise());
-        }
-    } else if (isBetterCalibrated && !heard().isEmpty()) {
-        m_decoder->processWhole(m_sound.recognised());
+    const bool isBetterCalibrated = m_calibratedWith > 0 && m_sound.length() > 2 * m_calibratedWith;
+    const bool isNoiseFound = !m_reducesNoise && m_noise->isWorthwhile();
+    if (!m_second && (isBetterCalibrated || isNoiseFound) && !m_sound.isMusic()) {
+        beginSecondHearing();
     }
+    if (m_second) {
+        // It gains two seconds in each. More would keep slow machines from keeping up with the voice.
+        constexpr std::size_t pace = 3;
+        m_second->advance(soundForSecondHearing(), pace * newSamples);
+        if (m_second->behind(soundForSecondHearing().size()) == 0) {
+            settleSecondHearing(0);
+        }
+    }
+}
+
+void PocketSphinxRecording::beginSecondHearing()
+{
+    m_calibratedWith = 0;
+    m_secondReducesNoise = m_noise->isWorthwhile();
+    m_pool->noteSpeed(*m_decoder);
+    auto decoder = m_pool->take();
+    decoder->setCepstralMean(m_decoder->cepstralMean());
+    decoder->learnFrom(soundForSecondHearing());
+    m_second.emplace(std::move(decoder));
+}
+
+std::span<const std::int16_t> PocketSphinxRecording::soundForSecondHearing() const
+{
+    return m_secondReducesNoise && !m_reducesNoise ? m_sound.withoutNoise() : m_sound.recognised();
+}
+
+/// Takes its result if that is at most so many samples behind, and the first one's otherwise.
+void PocketSphinxRecording::settleSecondHearing(std::size_t longestBehind)
+{
+    if (!m_second) {
+        return;
+    }
+    const auto sound = soundForSecondHearing();
+    const auto behind = m_second->behind(sound.size());
+    if (behind <= longestBehind) {
+        m_second->advance(sound, behind);
+        m_pool->discard(std::exchange(m_decoder, m_second->release()));
+        if (m_secondReducesNoise && !m_reducesNoise) {
+            m_reducesNoise = true;
+            m_sound.continueWithoutNoise();
+        }
+    } else {
+        m_pool->discard(m_second->release());
+    }
+    m_second.reset();
 }
 
 void PocketSphinxRecording::finish()
@@ -156,6 +215,8 @@ void PocketSphinxRecording::finish()
     if (const auto rest = m_noise->flush(); m_reducesNoise) {
         listen({}, rest);
     }
+    settleSecondHearing(longestBehindAtEnd);
+    m_decoder->process(m_sound.quietest(lengthAfterEnd));
     endUtterance();
     if (m_transcript.hasDecodedWords()) {
         m_memory->remember(soundName(), m_decoder->cepstralMean());

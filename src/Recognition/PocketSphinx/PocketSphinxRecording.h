@@ -3,6 +3,7 @@
 #include "Recognition/PocketSphinx/MicrophoneCalibration.h"
 #include "Recognition/PocketSphinx/MicrophoneCalibrationStore.h"
 #include "Recognition/PocketSphinx/PocketSphinxDecoderPool.h"
+#include "Recognition/PocketSphinx/SecondHearing.h"
 #include "Recognition/PocketSphinx/UtterancePublisher.h"
 #include "Recognition/PocketSphinx/UtteranceSegmenter.h"
 #include "Recognition/PocketSphinx/UtteranceSound.h"
@@ -13,6 +14,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace talmo {
@@ -49,7 +51,10 @@ private:
     void listen(std::span<const std::int16_t> samples, std::span<const std::int16_t> withoutNoise);
     void beginUtterance();
     void endUtterance();
-    void recogniseAgain();
+    void hearAgain(std::size_t newSamples);
+    void beginSecondHearing();
+    void settleSecondHearing(std::size_t longestBehind);
+    std::span<const std::int16_t> soundForSecondHearing() const;
     QString heard() const;
 
     std::shared_ptr<PocketSphinxDecoderPool> m_pool;
@@ -68,6 +73,10 @@ private:
     std::size_t m_calibratedWith = 0;
     UtteranceSegmenter m_segmenter;
     UtteranceSound m_sound;
+    /// Takes over once it has caught up with what is being spoken.
+    std::optional<SecondHearing> m_second;
+    /// Whether that one hears the sound without noise.
+    bool m_secondReducesNoise = false;
 };
 
 } // namespace talmo

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace talmo {
@@ -22,6 +23,11 @@ public:
     std::span<const std::int16_t> recognised() const { return m_recognised; }
     /// Empty while the reduced sound is recognised anyway.
     std::span<const std::int16_t> withoutNoise() const { return m_withoutNoise; }
+    /// From now on the sound without noise is the one that is recognised, as if it had always been.
+    void continueWithoutNoise() { m_recognised = std::exchange(m_withoutNoise, {}); }
+    /// The quietest passage of so many samples: what the room sounds like while nobody speaks. Empty if the utterance
+    /// is shorter.
+    std::span<const std::int16_t> quietest(std::size_t count) const;
     /// Whether the sound is music, in which the decoder would hear words.
     bool isMusic() const;
 

@@ -292,7 +292,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Built in (PocketSphinx, English)</source>
+        <source>Built in, to begin with (PocketSphinx, English)</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
