@@ -17,6 +17,7 @@ _talmoctl() {
       case ${COMP_WORDS[2]} in
         list) options="--json --help" ;;
         install) options="--accept-renewed --help" ;;
+        use) options="--live --help" ;;
         *) options="--help" ;;
       esac
       ;;

@@ -154,7 +154,11 @@ TEST_F(UserInterfaceTest, everyControlHasNameAndRole)
     for (auto *widget : QApplication::allWidgets()) {
         const bool isControl =
             qobject_cast<QAbstractButton *>(widget) != nullptr || qobject_cast<QLineEdit *>(widget) != nullptr;
-        if (!isControl || widget->focusPolicy() == Qt::NoFocus || !widget->isEnabled()) {
+        // The other tabs are hidden as well, but not what is in them.
+        const auto *parent = widget->parentWidget();
+        const bool isReachable =
+            widget->isEnabled() && !widget->isHidden() && (parent == nullptr || !parent->isHidden());
+        if (!isControl || widget->focusPolicy() == Qt::NoFocus || !isReachable) {
             continue;
         }
         auto *accessible = QAccessible::queryAccessibleInterface(widget);

@@ -32,6 +32,15 @@ void SherpaFunctions::resolveAll(void *library)
     resolve(library, "SherpaOnnxOnlineStreamInputFinished", inputFinished);
     resolve(library, "SherpaOnnxOnlineStreamIsEndpoint", isEndpoint);
     resolve(library, "SherpaOnnxOnlineStreamReset", reset);
+    try {
+        resolveOffline(library);
+    } catch (const Error &error) {
+        m_offlineProblem = error.localizedDescription(); // Streaming models need none of these.
+    }
+}
+
+void SherpaFunctions::resolveOffline(void *library)
+{
     resolve(library, "SherpaOnnxCreateOfflineRecognizer", createOfflineRecogniser);
     resolve(library, "SherpaOnnxOfflineRecognizerSetConfig", configureOfflineRecogniser);
     resolve(library, "SherpaOnnxDestroyOfflineRecognizer", destroyOfflineRecogniser);
@@ -59,6 +68,9 @@ void SherpaFunctions::requireOffline() const
             QStringLiteral(
                 "The neural recogniser's library is version %1; this kind of model needs %2 or later, before %3.")
                 .arg(found.toString(), oldest.toString(), unknown.toString()));
+    }
+    if (!m_offlineProblem.isEmpty()) {
+        throw Error(m_offlineProblem);
     }
 }
 

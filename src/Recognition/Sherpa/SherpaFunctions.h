@@ -2,6 +2,8 @@
 
 #include "Recognition/Sherpa/SherpaConfigs.h"
 
+#include <QString>
+
 namespace talmo {
 
 /// The library's functions, found at run time. Only what SherpaLibrary::functions() returns has all of them.
@@ -43,7 +45,7 @@ struct SherpaFunctions {
     /// before the second.
     static constexpr int oldestOffline[] = {1, 12, 35};
     static constexpr int firstUnknownOffline[] = {1, 14, 0};
-    /// Throws Error, with what to do, unless the library is one of those.
+    /// Throws Error, with what to do, unless the library is one of those and has their functions.
     void requireOffline() const;
 
     /// Throws Error if the library lacks the function.
@@ -52,11 +54,16 @@ struct SherpaFunctions {
     {
         function = reinterpret_cast<Function>(find(library, name)); // NOLINT: what dlsym is for.
     }
-    /// All but the version. Throws Error.
+    /// All but the version. Throws Error if one is missing that streaming models need.
     void resolveAll(void *library);
 
 private:
+    void resolveOffline(void *library);
+
     static void *find(void *library, const char *name);
+
+    /// What requireOffline() throws; empty if nothing is missing.
+    QString m_offlineProblem;
 };
 
 } // namespace talmo

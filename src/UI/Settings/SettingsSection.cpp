@@ -99,6 +99,7 @@ QWidget *SettingsSection::addExample(const QString &symbol, const QString &text)
     auto *example = new QWidget;
     auto *row = new QHBoxLayout(example);
     row->setContentsMargins(2, 0, 0, 0);
+    row->setSpacing(m_rows->spacing());
     row->addWidget(new SymbolLabel(symbol, &Appearance::secondary, Symbol::rowSize - 2));
     row->addWidget(TintedLabel::caption(text), 1);
     m_rows->addWidget(example);
