@@ -49,7 +49,7 @@ std::optional<QString> decodeText(const QByteArray &bytes)
 {
     const auto encoding = QStringConverter::encodingForData(bytes).value_or(QStringConverter::Utf8);
     QStringDecoder decoder(encoding, QStringDecoder::Flag::Stateless);
-    const QString text = decoder.decode(bytes);
+    QString text = decoder.decode(bytes);
     if (decoder.hasError() || text.contains(QChar::Null)) {
         return std::nullopt;
     }

@@ -76,7 +76,7 @@ bool isSingleFile(const QUrl &address)
 QString unpack(const ModelStore &store, const QString &path, const QUrl &address,
                const ModelInstaller::OnProgress &onProgress, const std::stop_token &stop)
 {
-    const QString workshop = store.makeWorkshop();
+    QString workshop = store.makeWorkshop();
     if (isSingleFile(address)) {
         QFile file(path);
         if (!file.copy(workshop + QLatin1Char('/') + address.fileName())) {

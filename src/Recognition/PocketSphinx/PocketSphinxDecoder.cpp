@@ -235,7 +235,7 @@ void PocketSphinxDecoder::process(std::span<const std::int16_t> samples)
 
 std::optional<double> PocketSphinxDecoder::realTimeFactor() const
 {
-    constexpr std::size_t enough = 2 * sampleRate;
+    constexpr auto enough = 2 * std::size_t(sampleRate);
     if (m_processedSamples < enough) {
         return std::nullopt;
     }

@@ -12,7 +12,7 @@ namespace {
 
 // In samples. How much of an utterance may still have to be heard a second time when it ends: at a pause, the user goes
 // on speaking meanwhile; at the end of the recording, he waits.
-constexpr std::size_t longestBehindAtPause = 2 * RecordingDecoder::sampleRate;
+constexpr auto longestBehindAtPause = 2 * std::size_t(RecordingDecoder::sampleRate);
 constexpr std::size_t longestBehindAtEnd = RecordingDecoder::sampleRate / 2;
 /// Enough for the pause in which a request for a list ends.
 constexpr std::size_t lengthAfterEnd = RecordingDecoder::sampleRate / 10;

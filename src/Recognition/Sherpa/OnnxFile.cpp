@@ -38,8 +38,11 @@ void forEachField(std::string_view message, const std::function<void(int field, 
     enum WireType { Varint = 0, Fixed64 = 1, Length = 2, Fixed32 = 5 };
     while (!message.empty()) {
         const auto tag = takeNumber(message);
+        if (!tag) {
+            return;
+        }
         std::uint64_t size = 0;
-        switch (tag ? *tag & 7U : 7U) {
+        switch (*tag & 7U) {
         case Varint:
             if (!takeNumber(message)) {
                 return;

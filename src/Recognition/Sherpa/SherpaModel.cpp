@@ -33,10 +33,8 @@ QString find(const QDir &folder, const QString &part, Precision precision = Prec
         found += folder.entryList({pattern.arg(part)}, QDir::Files, QDir::Name);
     }
     const auto isFull = [](const QString &name) { return !name.contains(QStringLiteral("int8")); };
-    if (precision == Precision::FullFirst) {
-        std::stable_partition(found.begin(), found.end(), isFull);
-    }
-    return found.value(0);
+    const auto full = std::find_if(found.begin(), found.end(), isFull);
+    return precision == Precision::FullFirst && full != found.end() ? *full : found.value(0);
 }
 
 bool looksLikeModel(const QString &name, const QByteArray &beginning)
