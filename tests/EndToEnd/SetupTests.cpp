@@ -84,7 +84,7 @@ TEST_F(SetupEndToEndTest, afterOneCommandNextPressUsesNewRecogniser)
     EXPECT_EQ(talmoctl({u"setup"_s, u"--yes"_s}), 0);
     ASSERT_TRUE(talmoSays(u"speech engine: sherpa-onnx 1.13.8"_s));
     dictate(u"hello world"_s);
-    EXPECT_TRUE(windowShows(u"Hello world.Better words."_s));
+    EXPECT_TRUE(windowShows(u"Hello world. Better words."_s));
     EXPECT_EQ(quitTalmo(), 0);
 }
 

@@ -130,10 +130,8 @@ bool PocketSphinxDecoder::isModelInstalled(const QString &modelFolder)
 }
 
 std::unique_ptr<PocketSphinxDecoder> PocketSphinxDecoder::load(const QString &modelFolder,
-                                                               const PersonalVocabulary &vocabulary,
-                                                               std::optional<SearchWidth> width)
+                                                               const PersonalVocabulary &vocabulary, SearchWidth width)
 {
-    const double start = processorTimeOfThread();
     err_set_logfp(nullptr); // Silences the library's per-frame logging.
     const QByteArray hmm = QFile::encodeName(acousticModel(modelFolder));
     const QByteArray dict = QFile::encodeName(dictionary(modelFolder));
@@ -149,13 +147,13 @@ std::unique_ptr<PocketSphinxDecoder> PocketSphinxDecoder::load(const QString &mo
         throw Error(QStringLiteral("The speech model in %1 could not be loaded.").arg(modelFolder));
     }
     std::unique_ptr<PocketSphinxDecoder> result(new PocketSphinxDecoder(decoder));
-    result->makeSearch(modelFolder, vocabulary, width, start);
+    result->makeSearch(modelFolder, vocabulary, width);
     return result;
 }
 
 /// Words must be in the dictionary and in the language model before the search is created from the two.
 void PocketSphinxDecoder::makeSearch(const QString &modelFolder, const PersonalVocabulary &vocabulary,
-                                     std::optional<SearchWidth> width, double loadingSince)
+                                     SearchWidth width)
 {
     m_vocabulary = vocabulary;
     const QByteArray file = QFile::encodeName(languageModel(modelFolder));
@@ -202,7 +200,7 @@ void PocketSphinxDecoder::makeSearch(const QString &modelFolder, const PersonalV
         }
     }
     own.addTo(*model);
-    m_width = width.value_or(widthAfterLoading(processorTimeOfThread() - loadingSince));
+    m_width = width;
     cmd_ln_set_int_r(ps_get_config(m_decoder), "-maxhmmpf", mostHypotheses(m_width));
     require(ps_set_lm(m_decoder, searchName, model.get()), "the language model was refused.");
     require(ps_set_search(m_decoder, searchName), "the search could not be made.");

@@ -26,11 +26,11 @@ public:
     /// input.
     using CepstralMean = QList<float>;
 
-    /// Takes a quarter of a second; without a width, that time tells which one to use. Throws Error if the model cannot
+    /// Takes a quarter of a second. Throws Error if the model cannot
     /// be loaded.
     static std::unique_ptr<PocketSphinxDecoder> load(const QString &modelFolder,
                                                      const PersonalVocabulary &vocabulary = {},
-                                                     std::optional<SearchWidth> width = std::nullopt);
+                                                     SearchWidth width = SearchWidth::Narrow);
     static bool isModelInstalled(const QString &modelFolder);
 
     ~PocketSphinxDecoder();
@@ -64,8 +64,7 @@ private:
     explicit PocketSphinxDecoder(ps_decoder_s *decoder);
 
     struct DecodedWord;
-    void makeSearch(const QString &modelFolder, const PersonalVocabulary &vocabulary, std::optional<SearchWidth> width,
-                    double loadingSince);
+    void makeSearch(const QString &modelFolder, const PersonalVocabulary &vocabulary, SearchWidth width);
     std::vector<DecodedWord> heardWords() const;
 
     ps_decoder_s *m_decoder;

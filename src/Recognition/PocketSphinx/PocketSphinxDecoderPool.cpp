@@ -12,7 +12,7 @@ PocketSphinxDecoderPool::PocketSphinxDecoderPool(QString modelFolder)
 std::unique_ptr<PocketSphinxDecoder> PocketSphinxDecoderPool::take()
 {
     PersonalVocabulary vocabulary;
-    std::optional<SearchWidth> width;
+    SearchWidth width = SearchWidth::Narrow;
     {
         const std::lock_guard lock(m_mutex);
         if (m_kept) {
@@ -24,7 +24,6 @@ std::unique_ptr<PocketSphinxDecoder> PocketSphinxDecoderPool::take()
     }
     auto decoder = PocketSphinxDecoder::load(m_modelFolder, vocabulary, width);
     const std::lock_guard lock(m_mutex);
-    m_width = m_width.value_or(decoder->searchWidth());
     ++m_loadCount;
     ++m_takenCount;
     return decoder;

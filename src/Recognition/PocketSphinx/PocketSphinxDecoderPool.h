@@ -43,7 +43,7 @@ private:
     std::atomic<int> m_loadCount = 0;
     PersonalVocabulary m_vocabulary;
     /// Once a decoder has been loaded.
-    std::optional<SearchWidth> m_width;
+    SearchWidth m_width = SearchWidth::Narrow;
 };
 
 } // namespace talmo

@@ -12,10 +12,6 @@ enum class SearchWidth { Narrow, Wide };
 /// decoding would take longer than real time.
 int mostHypotheses(SearchWidth width);
 
-/// For a model that took so many seconds of processor time to load, before anything has been recognised on this
-/// machine.
-SearchWidth widthAfterLoading(double seconds);
-
 /// `realTimeFactor`: seconds of processor time for each second of speech, with this width; nullopt if too little has
 /// been recognised to tell.
 SearchWidth widthAfterRecognising(SearchWidth width, std::optional<double> realTimeFactor);

@@ -14,14 +14,14 @@ bool XCursorWatch::markPlace()
     const quint32 window = m_monitor->focusedWindow();
     const bool isSamePlace = window != 0 && window == m_window && !m_monitor->wasInputSeen();
     m_window = window;
-    m_monitor->watchInput(window != 0);
+    m_monitor->watchInput(window);
     return isSamePlace;
 }
 
 void XCursorWatch::forget()
 {
     m_window = 0;
-    m_monitor->watchInput(false);
+    m_monitor->watchInput(0);
 }
 
 } // namespace talmo

@@ -113,21 +113,31 @@ xcb_void_cookie_t XInput2EventMonitor::selectRawInput(bool withClicks)
     return xcb_input_xi_select_events_checked(m_connection.get(), m_connection.root(), 1, &selection.head);
 }
 
-void XInput2EventMonitor::watchInput(bool isWatched)
+void XInput2EventMonitor::watchInput(quint32 window)
 {
     m_wasInputSeen = false;
-    if (isUsable() && m_isInputWatched != isWatched) {
-        m_isInputWatched = isWatched;
-        // Not waited for: this may be called in the middle of handling events.
-        xcb_discard_reply(m_connection.get(), selectRawInput(isWatched).sequence);
-        m_connection.flush();
+    if (!isUsable() || m_watchedWindow == window) {
+        return;
     }
+    const auto watchEnd = [this](quint32 watched, quint32 mask) {
+        if (watched != 0) { // It may be gone; the error says nothing new.
+            xcb_change_window_attributes(m_connection.get(), watched, XCB_CW_EVENT_MASK, &mask);
+        }
+    };
+    watchEnd(m_watchedWindow, XCB_EVENT_MASK_NO_EVENT);
+    watchEnd(window, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    if ((window != 0) != (m_watchedWindow != 0)) {
+        // Not waited for: this may be called in the middle of handling events.
+        xcb_discard_reply(m_connection.get(), selectRawInput(window != 0).sequence);
+    }
+    m_watchedWindow = window;
+    m_connection.flush();
 }
 
 void XInput2EventMonitor::noteInput()
 {
-    if (m_isInputWatched) {
-        watchInput(false);
+    if (m_watchedWindow != 0) {
+        watchInput(0);
         m_wasInputSeen = true;
     }
 }
@@ -272,6 +282,13 @@ void XInput2EventMonitor::collect(const xcb_generic_event_t &event)
     if ((event.response_type & 0x7f) == XCB_KEY_PRESS) {
         const auto &press = reinterpret_cast<const xcb_key_press_event_t &>(event); // NOLINT
         m_wasGrabbedKeyPressed = m_wasGrabbedKeyPressed || press.detail == m_grabbedKey;
+        return;
+    }
+    if ((event.response_type & 0x7f) == XCB_DESTROY_NOTIFY) {
+        const auto &destroyed = reinterpret_cast<const xcb_destroy_notify_event_t &>(event); // NOLINT
+        if (destroyed.window == m_watchedWindow) {
+            noteInput(); // Another window may get its id.
+        }
         return;
     }
     const auto &generic = reinterpret_cast<const xcb_ge_generic_event_t &>(event); // NOLINT

@@ -39,10 +39,10 @@ public:
     /// Whether the server has XInput 2.2 and the connection is alive, so that keys can be observed.
     bool isUsable() const { return m_opcode != 0 && !m_connection.isBroken(); }
 
-    /// Notes the first key that the user presses from now on, other than a stand-in, or the first click. Only until
-    /// then does the pointer send events to this program.
-    void watchInput(bool isWatched);
-    /// Whether there has been such a key or click since watchInput(true), by the time of the last focusedWindow().
+    /// Notes the first key that the user presses from now on, other than a trigger key, the first click, or that the
+    /// window is destroyed. Only until then does the pointer send events to this program. Zero: no longer.
+    void watchInput(quint32 window);
+    /// Whether there has been any of these since watchInput(window), by the time of the last focusedWindow().
     bool wasInputSeen() const { return m_wasInputSeen; }
     /// The window with the keyboard focus; zero if there is none. Handles all input that precedes the answer.
     quint32 focusedWindow();
@@ -82,7 +82,8 @@ private:
     quint8 m_grabbedKey = 0;
     bool m_wasGrabbedKeyPressed = false;
     std::function<void()> m_onGrabbedKey;
-    bool m_isInputWatched = false;
+    /// Zero if no input is watched.
+    quint32 m_watchedWindow = 0;
     bool m_wasInputSeen = false;
     std::vector<std::weak_ptr<Monitor>> m_monitors;
 };

@@ -158,6 +158,21 @@ TEST_F(XCursorWatchTest, windowThatGetsTheFocusBackIsTheSamePlace)
     EXPECT_TRUE(mark());
 }
 
+/// The server gives the ids of a program that has ended to the next one.
+TEST_F(XCursorWatchTest, windowWithIdOfDestroyedOneIsAnotherPlace)
+{
+    mark();
+    xcb_destroy_window(other.get(), first);
+    xcb_flush(other.get());
+    ASSERT_TRUE(inputIsSeen());
+    const quint32 unmanaged = 1;
+    xcb_create_window(other.get(), XCB_COPY_FROM_PARENT, first, other.root(), 0, 0, 100, 100, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT, &unmanaged);
+    xcb_map_window(other.get(), first);
+    focus(first);
+    EXPECT_FALSE(mark());
+}
+
 TEST_F(XCursorWatchTest, noFocusIsNoPlace)
 {
     focus(XCB_NONE);
