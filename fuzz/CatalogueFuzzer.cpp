@@ -4,7 +4,7 @@
 #include "Fuzzing.h"
 #include "Recognition/Models/ModelCatalogue.h"
 #include "Recognition/Models/ModelStore.h"
-#include "Recognition/Sherpa/SherpaLibrary.h"
+#include "Recognition/Sherpa/SherpaModel.h"
 
 #include <QRegularExpression>
 

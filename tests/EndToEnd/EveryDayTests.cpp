@@ -28,6 +28,7 @@ TEST_F(EveryDayEndToEndTest, secondDictationIsSeparatedUnlessUserTyped)
     ASSERT_TRUE(talmoSays(u"state: idle"_s));
     keyboard.tap('x');
     ASSERT_TRUE(windowShows(u"Hello world. Hello world.x"_s));
+    testbed::sleepFor(350ms);
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(u"Hello world. Hello world.xHello world."_s));
 }

@@ -37,16 +37,17 @@ protected:
         return environment.value(u"XDG_RUNTIME_DIR"_s) + u"/talmo"_s + environment.value(u"DISPLAY"_s);
     }
 
-    /// The ids of the processes running our talmoctl.
-    /// Those of this test: another one may run at the same time.
+    /// The ids of the processes running our talmoctl insert. Only those of this test: another one may run meanwhile.
     QStringList talmoctlProcesses() const
     {
         const QByteArray own = "XDG_RUNTIME_DIR=" + environment.value(u"XDG_RUNTIME_DIR"_s).toUtf8();
         QStringList found;
         for (const auto &entry : QDir(u"/proc"_s).entryList(QDir::Dirs)) {
             QFile variables(u"/proc/%1/environ"_s.arg(entry));
+            QFile arguments(u"/proc/%1/cmdline"_s.arg(entry)); // A running Talmo checks models with talmoctl.
             if (QFileInfo(u"/proc/%1/exe"_s.arg(entry)).symLinkTarget() == QStringLiteral(TALMO_BIN "/talmoctl") &&
-                variables.open(QFile::ReadOnly) && variables.readAll().split('\0').contains(own)) {
+                variables.open(QFile::ReadOnly) && variables.readAll().split('\0').contains(own) &&
+                arguments.open(QFile::ReadOnly) && arguments.readAll().split('\0').contains("insert")) {
                 found.append(entry);
             }
         }

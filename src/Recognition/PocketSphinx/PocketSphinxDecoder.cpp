@@ -52,8 +52,8 @@ struct CommandWord {
     const char *words;
     /// The replacement in the middle of a sentence, where no command is meant and none must be carried out.
     const char *inPassing;
-    /// A request for a list, which must be followed by a pause, part of its pronunciation, or be the last phrase; “as
-    /// the list shows” starts in much the same way.
+    /// A list command, which must be the last phrase or be followed by a pause; “as the list shows” starts in much the
+    /// same way.
     bool isListRequest;
 };
 constexpr CommandWord commandWords[] = {
@@ -172,10 +172,7 @@ void PocketSphinxDecoder::makeSearch(const QString &modelFolder, const PersonalV
     };
     OwnWords own;
     for (const auto &command : commandWords) {
-        // With the pause in its pronunciation, it cannot win over other words where there is none.
-        const QByteArray phones =
-            command.isListRequest ? QByteArray(command.phones) + " SIL SIL" : QByteArray(command.phones);
-        if (!addToDictionary(command.token, phones, QString::fromLatin1(command.inPassing))) {
+        if (!addToDictionary(command.token, command.phones, QString::fromLatin1(command.inPassing))) {
             continue;
         }
         if (command.isListRequest) {
@@ -289,7 +286,7 @@ QString PocketSphinxDecoder::hypothesis() const
         }
         const CommandWord *command = findCommand(word.token);
         // The start counts as a pause too: the index before the first word wraps around to beyond the last.
-        if (command != nullptr && (command->isListRequest || isPause(index + 1) || isPause(index - 1))) {
+        if (command != nullptr && (isPause(index + 1) || (!command->isListRequest && isPause(index - 1)))) {
             text.append(QString::fromLatin1(command->words));
         } else {
             text.append(m_spellings.value(word.token, QString::fromUtf8(word.token)));
