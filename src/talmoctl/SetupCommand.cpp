@@ -117,6 +117,7 @@ QCoro::Task<Outcome> install(Setup setup, ModelEntry model, std::stop_token stop
         return installer.install(model, show, stop, terms);
     });
     Outcome outcome = Outcome::Installed;
+    std::exception_ptr failure;
     try {
         co_await end;
     } catch (const ModelTooSlow &error) {
@@ -124,10 +125,17 @@ QCoro::Task<Outcome> install(Setup setup, ModelEntry model, std::stop_token stop
         outcome = Outcome::TooSlow;
     } catch (const Error &) {
         QCoreApplication::processEvents(); // An interrupt may also have ended the model's trial.
-        if (!stop.stop_requested()) {
-            throw;
-        }
+        failure = stop.stop_requested() ? nullptr : std::current_exception();
         outcome = Outcome::Cancelled;
+    }
+    // What the end has cancelled, such as the watch over the download, ends on the following turns of its thread.
+    constexpr int turns = 3;
+    for (int turn = 0; turn < turns; ++turn) {
+        const QFuture<void> passed = executor->call([] {});
+        co_await passed;
+    }
+    if (failure) {
+        std::rethrow_exception(failure);
     }
     co_return outcome;
 }

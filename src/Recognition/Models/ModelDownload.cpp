@@ -28,15 +28,17 @@ constexpr Duration firstPause = std::chrono::seconds(1);
 QCoro::Task<void> watch(QPointer<ModelTransfer> transfer, std::shared_ptr<Clock> clock, std::stop_token over)
 {
     qint64 last = -1;
+    bool isOver = false;
     try {
         while (transfer && transfer->activity() != last) {
             last = transfer->activity();
-            co_await clock->sleep(timeout, over);
+            const QFuture<void> pause = clock->sleep(timeout, over);
+            co_await pause;
         }
     } catch (const Cancelled &) {
-        co_return;
+        isOver = true;
     }
-    if (transfer) {
+    if (transfer && !isOver) {
         transfer->giveUp(QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The connection timed out.")));
     }
 }
