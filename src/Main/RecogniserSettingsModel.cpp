@@ -148,10 +148,12 @@ std::optional<Recommendation> RecogniserSettingsModel::lookForRecommendation() c
 {
     const QString locale = m_locale->currentIdentifier();
     const auto &models = m_engines->models();
+    // Until then it is not known which models can be used, and asking would load the library while Talmo starts.
+    const bool isChecked = m_engines->modelsChecked().isFinished();
     const bool hasModel = std::any_of(models.begin(), models.end(), [&locale](const InstalledModel &model) {
         return model.engine && model.engine->speaks(locale);
     });
-    if (hasModel || m_models->installation() || choice() == EngineRegistry::embeddedChoice) {
+    if (!isChecked || hasModel || m_models->installation() || choice() == EngineRegistry::embeddedChoice) {
         return std::nullopt;
     }
     try {

@@ -4,7 +4,6 @@
 #include "Recognition/Models/ModelStore.h"
 #include "Recognition/PocketSphinx/PocketSphinxEngine.h"
 #include "Recognition/Sherpa/SherpaEngine.h"
-#include "Recognition/Sherpa/SileroVoiceActivity.h"
 
 #include <algorithm>
 #include <utility>
@@ -65,17 +64,6 @@ EngineFactory sherpaOnnx(const QString &libraryPath)
     return factory;
 }
 
-MakeVoiceActivity silero(const QString &libraryPath)
-{
-    return [libraryPath]() -> std::unique_ptr<VoiceActivity> {
-        const QString model = SileroVoiceActivity::find({});
-        if (model.isEmpty() || !SherpaLibrary::isInstalled(libraryPath)) {
-            return nullptr;
-        }
-        return std::make_unique<SileroVoiceActivity>(SherpaLibrary::open(libraryPath), model);
-    };
-}
-
 } // namespace
 
 const char *const EngineFactories::embeddedTitle =
@@ -84,8 +72,7 @@ const char *const EngineFactories::embeddedTitle =
 EngineFactories EngineFactories::standard(const Options &options)
 {
     return {std::make_shared<PocketSphinxEngine>(QString(), knowledge(options.microphoneName)),
-            {sherpaOnnx(options.neuralLibrary)},
-            silero(options.neuralLibrary)};
+            {sherpaOnnx(options.neuralLibrary)}};
 }
 
 const EngineFactory &EngineFactories::forModel(const QString &modelFolder) const

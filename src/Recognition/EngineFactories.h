@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Recognition/Models/ModelCatalogue.h"
-#include "Recognition/Signal/VoiceActivity.h"
 #include "Recognition/SpeechEngine.h"
 
 #include <QString>
@@ -61,8 +60,6 @@ struct EngineFactories {
     std::shared_ptr<SpeechEngine> embedded;
     /// Not empty.
     std::vector<EngineFactory> installable;
-    /// Tells speech from noise and music for any engine, where that is installed.
-    MakeVoiceActivity makeVoiceActivity = {};
 
 private:
     const EngineFactory &named(const QString &engine) const;

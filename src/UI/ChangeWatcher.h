@@ -3,6 +3,7 @@
 #include "Base/Observable.h"
 
 #include <functional>
+#include <initializer_list>
 #include <utility>
 
 namespace talmo {
@@ -12,16 +13,27 @@ namespace talmo {
 class ChangeWatcher : public QObject {
 public:
     ChangeWatcher(const Observable &watched, std::function<void()> reread)
+        : ChangeWatcher({&watched}, std::move(reread))
+    {
+    }
+    /// Null ones are skipped.
+    ChangeWatcher(std::initializer_list<const Observable *> watched, std::function<void()> reread)
         : m_reread(std::move(reread))
     {
-        connect(&watched, &Observable::objectWillChange, this, [this] {
-            if (!std::exchange(m_isPending, true)) {
-                QMetaObject::invokeMethod(this, [this] { readAgain(); }, Qt::QueuedConnection);
+        for (const Observable *each : watched) {
+            if (each != nullptr) {
+                connect(each, &Observable::objectWillChange, this, [this] { noteChange(); });
             }
-        });
+        }
     }
 
 private:
+    void noteChange()
+    {
+        if (!std::exchange(m_isPending, true)) {
+            QMetaObject::invokeMethod(this, [this] { readAgain(); }, Qt::QueuedConnection);
+        }
+    }
     void readAgain()
     {
         m_isPending = false;

@@ -4,6 +4,8 @@
 #include "Base/Task.h"
 #include "Insertion/PasswordFieldGuard.h"
 #include "Support/FakeDictationOptions.h"
+#include "Support/FakeFocusedField.h"
+#include "Support/FakeInsertionService.h"
 #include "Support/Printing.h"
 #include "Support/TestLoop.h"
 
@@ -15,28 +17,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
-
-class Inner final : public TextInsertionService {
-public:
-    std::vector<QString> inserted;
-    QFuture<void> outcome = ready();
-    QCoro::Task<void> insert(QString text) override
-    {
-        inserted.push_back(text);
-        return await<void>(outcome);
-    }
-};
-
-class Field final : public FocusedField {
-public:
-    std::shared_ptr<Completion<bool>> answer = Completion<bool>::make();
-    int questions = 0;
-    QFuture<bool> isPassword(Duration) override
-    {
-        ++questions;
-        return answer->future();
-    }
-};
 
 class DictationHistoryTest : public testing::Test {
 protected:
@@ -67,8 +47,8 @@ protected:
 
     std::shared_ptr<FakeDictationOptions> options = std::make_shared<FakeDictationOptions>();
     std::shared_ptr<DictationHistory> history = std::make_shared<DictationHistory>(options);
-    std::shared_ptr<Inner> inner = std::make_shared<Inner>();
-    std::shared_ptr<Field> field = std::make_shared<Field>();
+    std::shared_ptr<FakeInsertionService> inner = std::make_shared<FakeInsertionService>();
+    std::shared_ptr<FakeFocusedField> field = std::make_shared<FakeFocusedField>();
     RememberedInsertionService service{inner, field, history};
     QString failure;
 };
@@ -92,7 +72,7 @@ TEST_F(DictationHistoryTest, keepsNothingWhileSwitchedOff)
     insert(u"hello"_s);
     EXPECT_THAT(inner->inserted, ElementsAre(u"hello"_s));
     EXPECT_THAT(history->texts(), IsEmpty());
-    EXPECT_EQ(field->questions, 0);
+    EXPECT_THAT(field->limits, IsEmpty());
 }
 
 TEST_F(DictationHistoryTest, switchingOffEmptiesIt)

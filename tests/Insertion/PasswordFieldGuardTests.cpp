@@ -2,6 +2,8 @@
 
 #include "Base/Completion.h"
 #include "Base/Task.h"
+#include "Support/FakeFocusedField.h"
+#include "Support/FakeInsertionService.h"
 #include "Support/ManualClock.h"
 #include "Support/Printing.h"
 #include "Support/TestLoop.h"
@@ -15,32 +17,10 @@ using testing::IsEmpty;
 
 namespace {
 
-class WritingService final : public TextInsertionService {
-public:
-    std::vector<QString> inserted;
-    QFuture<void> outcome = ready();
-    QCoro::Task<void> insert(QString text) override
-    {
-        inserted.push_back(text);
-        return await<void>(outcome);
-    }
-};
-
-class SlowField final : public FocusedField {
-public:
-    std::shared_ptr<Completion<bool>> answer = Completion<bool>::make();
-    std::vector<Duration> limits;
-    QFuture<bool> isPassword(Duration limit) override
-    {
-        limits.push_back(limit);
-        return answer->future();
-    }
-};
-
 class PasswordFieldGuardTest : public testing::Test {
 protected:
-    std::shared_ptr<WritingService> inner = std::make_shared<WritingService>();
-    std::shared_ptr<SlowField> field = std::make_shared<SlowField>();
+    std::shared_ptr<FakeInsertionService> inner = std::make_shared<FakeInsertionService>();
+    std::shared_ptr<FakeFocusedField> field = std::make_shared<FakeFocusedField>();
     std::shared_ptr<ManualClock> clock = std::make_shared<ManualClock>();
     bool isOn = true;
     PasswordFieldGuard guard{inner, field, clock, [this] { return isOn; }};

@@ -3,6 +3,7 @@
 #include "Base/Completion.h"
 #include "Base/Error.h"
 #include "Base/Task.h"
+#include "Support/FakeInsertionService.h"
 #include "Support/Printing.h"
 #include "Support/TestLoop.h"
 
@@ -10,23 +11,9 @@
 
 namespace talmo::test {
 
-namespace {
-
-class WritingService final : public TextInsertionService {
-public:
-    std::vector<QString> inserted;
-    QCoro::Task<void> insert(QString text) override
-    {
-        inserted.push_back(text);
-        return await<void>(ready());
-    }
-};
-
-} // namespace
-
 TEST(UnobstructedInsertionService, insertsOnceOwnWindowsAreClosed)
 {
-    const auto inner = std::make_shared<WritingService>();
+    const auto inner = std::make_shared<FakeInsertionService>();
     const auto cleared = Completion<void>::make();
     UnobstructedInsertionService service(inner, [cleared] { return cleared->future(); });
     const auto task = logEscapes(service.insert(u"hello"_s));

@@ -56,9 +56,7 @@ protected:
     /// Lets everything still waiting end while what it uses exists.
     void TearDown() override
     {
-        if (const auto transcriber = platform->lastTranscriber.lock()) {
-            transcriber->stream.second.finish(); // A recording lives until its results end.
-        }
+        platform->endResults();
         service.reset();
         recorder->stop();
         settle();

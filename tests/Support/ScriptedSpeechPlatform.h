@@ -114,6 +114,13 @@ public:
     std::weak_ptr<Analyzer> lastAnalyzer;
     std::weak_ptr<Transcriber> lastTranscriber;
 
+    /// A recording lives until its results end.
+    void endResults() const
+    {
+        if (const auto transcriber = lastTranscriber.lock()) {
+            transcriber->stream.second.finish();
+        }
+    }
     bool isAvailable() const override { return available; }
     QFuture<std::optional<QString>> supportedLocale(const QString &locale) override
     {

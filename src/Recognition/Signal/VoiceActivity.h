@@ -1,8 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
-#include <memory>
 #include <span>
 
 namespace talmo {
@@ -21,8 +19,5 @@ public:
     /// Begins another recording. Throws Error.
     virtual void reset() = 0;
 };
-
-/// Null where it is not installed. Throws Error where it cannot be used.
-using MakeVoiceActivity = std::function<std::unique_ptr<VoiceActivity>()>;
 
 } // namespace talmo

@@ -33,7 +33,7 @@ QColor primary(const QPalette &palette)
 MenuBarView::MenuBarView(ViewContext context, std::function<void(MenuAction)> perform)
     : m_context(std::move(context)),
       m_perform(std::move(perform)),
-      m_watcher(*m_context.coordinator, [this] { reread(); })
+      m_watcher({m_context.coordinator, m_context.pause.get(), m_context.recogniser.get()}, [this] { reread(); })
 {
     setAccessibleName(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Talmo")));
     auto *layout = new QVBoxLayout(this);
@@ -45,12 +45,6 @@ MenuBarView::MenuBarView(ViewContext context, std::function<void(MenuAction)> pe
     buildRows(*layout);
     m_contents = MenuContents::make(m_context);
     showContents();
-    if (m_context.pause) {
-        m_pauseWatcher = std::make_unique<ChangeWatcher>(*m_context.pause, [this] { reread(); });
-    }
-    if (m_context.recogniser) {
-        m_recogniserWatcher.emplace(*m_context.recogniser, [this] { reread(); });
-    }
     auto *settingsShortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma), this);
     connect(settingsShortcut, &QShortcut::activated, this, [this] { choose(MenuAction::OpenSettings); });
 }

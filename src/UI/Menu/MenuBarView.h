@@ -7,8 +7,6 @@
 #include <QWidget>
 
 #include <functional>
-#include <memory>
-#include <optional>
 #include <vector>
 
 class QPushButton;
@@ -66,9 +64,6 @@ private:
     MenuRow *m_settings = nullptr;
     MenuRow *m_quit = nullptr;
     ChangeWatcher m_watcher;
-    std::unique_ptr<ChangeWatcher> m_pauseWatcher;
-    /// Empty if there is only one recogniser.
-    std::optional<ChangeWatcher> m_recogniserWatcher;
 };
 
 } // namespace talmo

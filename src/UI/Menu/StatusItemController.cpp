@@ -7,14 +7,8 @@ namespace talmo {
 StatusItemController::StatusItemController(ViewContext context, std::shared_ptr<StatusItem> item)
     : m_context(std::move(context)),
       m_item(std::move(item)),
-      m_watcher(*m_context.coordinator, [this] { reread(); })
+      m_watcher({m_context.coordinator, m_context.pause.get(), m_context.recogniser.get()}, [this] { reread(); })
 {
-    if (m_context.pause) {
-        m_pauseWatcher = std::make_unique<ChangeWatcher>(*m_context.pause, [this] { reread(); });
-    }
-    if (m_context.recogniser) {
-        m_recogniserWatcher.emplace(*m_context.recogniser, [this] { reread(); });
-    }
     reread();
 }
 

@@ -5,7 +5,6 @@
 #include "UI/ViewContext.h"
 
 #include <memory>
-#include <optional>
 
 namespace talmo {
 
@@ -22,9 +21,6 @@ private:
     QString m_symbol;
     MenuContents m_menu;
     ChangeWatcher m_watcher;
-    std::unique_ptr<ChangeWatcher> m_pauseWatcher;
-    /// Empty if there is only one recogniser.
-    std::optional<ChangeWatcher> m_recogniserWatcher;
 };
 
 } // namespace talmo
