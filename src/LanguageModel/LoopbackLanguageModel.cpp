@@ -158,7 +158,7 @@ QFuture<void> LoopbackLanguageModel::cancelRequests()
 
 QFuture<void> LoopbackLanguageModel::shutDown()
 {
-    return m_executor->call([connection = m_connection] { connection->shutDown(); });
+    return m_executor->run<void>([connection = m_connection] { return await<void>(connection->shutDown()); });
 }
 
 } // namespace talmo

@@ -367,11 +367,12 @@ void ModelServerConnection::cancelRequests()
     cancelWarmUp();
 }
 
-void ModelServerConnection::shutDown()
+QFuture<void> ModelServerConnection::shutDown()
 {
     m_isShutDown = true;
     cancelRequests();
     m_looks.reset();
+    return m_looking.value_or(ready());
 }
 
 } // namespace talmo

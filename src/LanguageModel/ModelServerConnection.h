@@ -46,8 +46,8 @@ public:
 
     /// Cancels the current request and the queued ones.
     void cancelRequests();
-    /// The same, and closes everything; must be the last call.
-    void shutDown();
+    /// The same, and closes everything; must be the last call. Finishes when the last probe has ended.
+    QFuture<void> shutDown();
 
 private:
     struct Probe;
