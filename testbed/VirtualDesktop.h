@@ -47,6 +47,8 @@ public:
     };
     QList<Window> visibleWindows();
     void killServer() { m_server->kill(); }
+    /// The focus then stays where it is put, even if that is nowhere.
+    void killWindowManager() { m_windowManager->kill(); }
     /// The current screen content. Plain image data, so no QGuiApplication is needed.
     QImage screenshot();
 

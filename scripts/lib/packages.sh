@@ -20,11 +20,11 @@ demo_packages=(
 test_packages=(
   libgtest-dev libgmock-dev libgtk-3-dev libsm-dev libice-dev xterm xfonts-base xclip x11-xkb-utils
   desktop-file-utils python3 mandoc iproute2 python3-onnx dbus-daemon openssl strace fonts-noto-color-emoji x11-xserver-utils
-  at-spi2-core copyq
+  at-spi2-core copyq pocketsphinx-testdata
 )
 # More synthetic voices, and recordings of people.
 accuracy_packages=(
-  festival festvox-us-slt-hts festvox-kallpc16k pocketsphinx-testdata alsa-utils
+  festival festvox-us-slt-hts festvox-kallpc16k alsa-utils
 )
 check_packages=(
   git clang-19 clang-format-19 clang-tidy-19 libclang-rt-19-dev llvm-19

@@ -2,6 +2,7 @@
 
 #include "App/DictationCancellation.h"
 #include "App/LingeringOverlay.h"
+#include "App/TidyEndCleanupService.h"
 #include "App/TimedCleanupService.h"
 #include "Input/Audio/SpeexAudioConverter.h"
 #include "Input/Hotkey/PausableEventMonitor.h"
@@ -113,7 +114,8 @@ std::unique_ptr<TalmoCoordinator> Services::makeCoordinator(const ServiceParts &
     made.audioRecorder = recorder;
     made.transcriptionService = std::make_shared<RememberedTranscriptionService>(transcription, lastDictation);
     made.hotkeyManager = gestures;
-    made.textCleanupService = std::make_shared<RememberedCleanupService>(interruptibleCleanup, lastDictation);
+    made.textCleanupService = std::make_shared<RememberedCleanupService>(
+        std::make_shared<TidyEndCleanupService>(interruptibleCleanup), lastDictation);
     made.insertionService =
         std::make_shared<RememberedInsertionService>(insertion, parts.desktop->focusedField, history);
     made.locale = parts.locale;

@@ -9,6 +9,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -59,6 +60,27 @@ protected:
     const QString tone = desktop.folder() + u"/tone.wav"_s;
 };
 
+/// A model that was trained, and a person's voice.
+class TrainedModelEndToEndTest : public TalmoFixture {
+protected:
+    void SetUp() override
+    {
+        const QString library = qEnvironmentVariable("TALMO_NEURAL_LIBRARY");
+        const QString model = qEnvironmentVariable("TALMO_SPEECH_MODEL");
+        if (library.isEmpty() || model.isEmpty()) {
+            GTEST_SKIP()
+                << "NOT TESTED: TALMO_NEURAL_LIBRARY and TALMO_SPEECH_MODEL do not name a library and a model.";
+        }
+        desktop.storeSettings({{u"linux.neuralLibrary"_s, library}, {u"linux.languageModelAddress"_s, u"off"_s}});
+        const QString data = desktop.folder() + u"/data/talmo"_s;
+        QDir().mkpath(data + u"/models"_s);
+        QDir().mkpath(data + u"/engines/silero-vad"_s);
+        const QString speech = u"/silero-vad/silero_vad.onnx"_s;
+        ASSERT_TRUE(QFile::link(QFileInfo(library).absolutePath() + speech, data + u"/engines"_s + speech));
+        ASSERT_TRUE(QFile::link(model, data + u"/models/moonshine-tiny-en"_s));
+    }
+};
+
 /// A user whose language has no installed model.
 class ModelInstallationEndToEndTest : public NeuralEndToEndTest {
 protected:
@@ -99,6 +121,18 @@ TEST_F(NeuralEndToEndTest, dictatesIntoAWindow)
     EXPECT_TRUE(windowShows(u"Lo"_s));
     EXPECT_TRUE(talmoSays(u"state: idle"_s));
     EXPECT_EQ(quitTalmo(), 0);
+}
+
+TEST_F(TrainedModelEndToEndTest, personsSentenceIsTypedWithPunctuation)
+{
+    openQtWindow();
+    startTalmo();
+    ASSERT_TRUE(talmoSays(u"speech engine: "_s));
+    keyboard.press(key);
+    ASSERT_TRUE(talmoSays(u"state: recording"_s));
+    sound->play(u"/usr/share/pocketsphinx/test/data/librivox/sense_and_sensibility_01_austen_64kb-0930.wav"_s);
+    keyboard.release(key);
+    EXPECT_TRUE(windowShows(u"He might even have been made amiable himself."_s));
 }
 
 TEST_F(NeuralEndToEndTest, damagedModelIsReportedAndEmbeddedRecogniserIsUsed)

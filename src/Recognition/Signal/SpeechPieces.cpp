@@ -21,9 +21,9 @@ float energyOf(std::span<const float> samples)
 
 } // namespace
 
-SpeechPieces::SpeechPieces(std::shared_ptr<VoiceActivity> activity, Take take)
+SpeechPieces::SpeechPieces(std::shared_ptr<VoiceActivity> activity, Handlers handlers)
     : m_activity(std::move(activity)),
-      m_take(std::move(take))
+      m_handlers(std::move(handlers))
 {
 }
 
@@ -42,6 +42,8 @@ void SpeechPieces::judge(std::size_t windowEnd)
         if (!m_isOpen) {
             m_isOpen = true;
             m_speech = 0;
+            m_seen = 0;
+            m_lastLook = windowEnd;
             m_speechStart = windowEnd - window;
             m_pieceStart = std::max(m_keptFrom, m_speechStart - std::min(m_speechStart, surroundings));
         }
@@ -55,12 +57,37 @@ void SpeechPieces::judge(std::size_t windowEnd)
         m_isOpen = false;
     } else if (windowEnd + window > m_pieceStart + longest) {
         const std::size_t end = quietestCut();
+        m_seen = 0; // Of more than this piece.
         cut(end);
         m_pieceStart = end;
         m_speechStart = end;
         m_speech = m_speechEnd > end ? m_speechEnd - end : 0;
         m_isOpen = m_speech > 0;
+    } else if (m_handlers.look && isTimeToLook(windowEnd)) {
+        look(windowEnd);
     }
+}
+
+bool SpeechPieces::isTimeToLook(std::size_t windowEnd) const
+{
+    const std::size_t pause = windowEnd - m_speechEnd;
+    if (m_seen == m_speechEnd || m_speech < leastSpeech || (pause > 0 && pause < lull)) {
+        return false;
+    }
+    const auto seconds = [](std::size_t samples) { return static_cast<double>(samples) / sampleRate; };
+    const double expected = m_lookLength > 0 ? m_lookTime * seconds(windowEnd - m_pieceStart) / m_lookLength : 0;
+    // In a lull, looks may take a third of the time; while somebody speaks, a tenth.
+    const double since = seconds(windowEnd - m_lastLook);
+    return expected <= longestLook &&
+           (pause >= lull ? since >= 2 * expected : since >= std::max(seconds(glance), 9 * expected));
+}
+
+void SpeechPieces::look(std::size_t windowEnd)
+{
+    m_lookLength = static_cast<double>(windowEnd - m_pieceStart) / sampleRate;
+    m_lastLook = windowEnd;
+    m_seen = windowEnd - m_speechEnd >= lull ? m_speechEnd : 0; // A word may have been cut off.
+    m_lookTime = m_handlers.look(contentUpTo(windowEnd));
 }
 
 bool SpeechPieces::isAtCut(std::size_t windowEnd) const
@@ -86,12 +113,7 @@ std::size_t SpeechPieces::quietestCut() const
 void SpeechPieces::cut(std::size_t end)
 {
     if (m_speech >= leastSpeech) {
-        const auto content = between(m_pieceStart, end);
-        std::vector<float> piece(content.begin(), content.end());
-        if (piece.size() < shortest) {
-            piece.resize(padded);
-        }
-        m_take(std::move(piece));
+        m_handlers.take(contentUpTo(end), m_seen == m_speechEnd);
     }
     // The silence after one piece may also be that before the next one.
     forgetUpTo(std::max(m_keptFrom, std::min(m_speechEnd, end)));
@@ -110,6 +132,16 @@ void SpeechPieces::forgetUpTo(std::size_t position)
         m_kept.erase(m_kept.begin(), m_kept.begin() + static_cast<std::ptrdiff_t>(position - m_keptFrom));
         m_keptFrom = position;
     }
+}
+
+std::vector<float> SpeechPieces::contentUpTo(std::size_t end) const
+{
+    const auto content = between(m_pieceStart, end);
+    std::vector<float> piece(content.begin(), content.end());
+    if (piece.size() < shortest) {
+        piece.resize(padded);
+    }
+    return piece;
 }
 
 std::span<const float> SpeechPieces::between(std::size_t begin, std::size_t end) const

@@ -29,12 +29,27 @@ public:
     /// What has less speech than this in it is a click or a cough.
     static constexpr std::size_t leastSpeech = sampleRate / 10;
 
-    using Take = std::function<void(std::vector<float> piece)>;
+    /// A pause after which the piece is looked at before it is known whether it ends here. Whoever lets a key go does
+    /// so a little after the last word, so that the piece has mostly been recognised by then.
+    static constexpr std::size_t lull = sampleRate / 5;
+    /// While somebody speaks without a pause, looks are at least this far apart.
+    static constexpr std::size_t glance = sampleRate * 3 / 2;
+    /// A look that would take longer than this, in seconds, is not worth it: the end of the recording might have to
+    /// wait for it.
+    static constexpr double longestLook = 0.5;
+
+    struct Handlers {
+        /// `isSeen`: nothing has been said since the last look at it.
+        std::function<void(std::vector<float> piece, bool isSeen)> take;
+        /// Looks at a piece that may go on. Returns how many seconds it took, on which later looks depend. Not
+        /// required.
+        std::function<double(std::vector<float> soFar)> look;
+    };
 
     /// `activity`: of a new recording.
-    SpeechPieces(std::shared_ptr<VoiceActivity> activity, Take take);
+    SpeechPieces(std::shared_ptr<VoiceActivity> activity, Handlers handlers);
 
-    /// Samples between -1 and 1. Throws what the two given to the constructor throw.
+    /// Samples between -1 and 1. Throws what the parts given to the constructor throw.
     void accept(std::span<const float> samples);
     /// The recording ends: takes the last piece.
     void finish();
@@ -44,12 +59,15 @@ private:
     bool isAtCut(std::size_t windowEnd) const;
     void cut(std::size_t end);
     std::size_t quietestCut() const;
+    bool isTimeToLook(std::size_t windowEnd) const;
+    void look(std::size_t windowEnd);
+    std::vector<float> contentUpTo(std::size_t end) const;
     void forgetUpTo(std::size_t position);
     std::span<const float> between(std::size_t begin, std::size_t end) const;
     std::size_t heardEnd() const { return m_keptFrom + m_kept.size(); }
 
     std::shared_ptr<VoiceActivity> m_activity;
-    Take m_take;
+    Handlers m_handlers;
     // Positions count samples from the beginning of the recording.
     std::vector<float> m_kept;
     std::size_t m_keptFrom = 0;
@@ -59,6 +77,11 @@ private:
     std::size_t m_speechStart = 0;
     std::size_t m_speechEnd = 0;
     std::size_t m_speech = 0;
+    std::size_t m_lastLook = 0;
+    /// Where speech ended for the last look at this piece; 0 before the first.
+    std::size_t m_seen = 0;
+    double m_lookTime = 0;   ///< What the last look took, in seconds.
+    double m_lookLength = 0; ///< How much it looked at, in seconds.
 };
 
 } // namespace talmo

@@ -124,7 +124,11 @@ TEST_F(OfflineRecogniserTest, speechIsRecognisedAtEachPause)
     make(u"make_toy_nemo.py"_s, u"toy"_s, {u"offline"_s});
     const auto toy = engine(u"toy"_s);
     QStringList texts;
-    const auto decoder = toy->makeDecoder([&texts](const SpeechResult &result) { texts.append(result.text); });
+    const auto decoder = toy->makeDecoder([&texts](const SpeechResult &result) {
+        if (result.isFinal) {
+            texts.append(result.text);
+        }
+    });
     const Sound sentence = spoken(u"send the message to all of them"_s);
     hearAll(*decoder, joined({sentence, silence(1.5)}));
     EXPECT_EQ(texts.size(), 1); // While the recording goes on.

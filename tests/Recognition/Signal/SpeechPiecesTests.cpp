@@ -46,9 +46,21 @@ protected:
                double(second);
     }
 
+    double lookedAt(std::size_t index) const { return double(looks.at(index).size()) / double(second); }
+
     std::vector<std::vector<float>> taken;
+    std::vector<bool> wereSeen;
+    std::vector<std::vector<float>> looks;
+    double looking = 0.05; // Seconds.
     SpeechPieces pieces{std::make_shared<Loudness>(),
-                        [this](std::vector<float> piece) { taken.push_back(std::move(piece)); }};
+                        {[this](std::vector<float> piece, bool isSeen) {
+                             taken.push_back(std::move(piece));
+                             wereSeen.push_back(isSeen);
+                         },
+                         [this](std::vector<float> soFar) {
+                             looks.push_back(std::move(soFar));
+                             return looking;
+                         }}};
 };
 
 } // namespace
@@ -132,6 +144,58 @@ TEST_F(SpeechPiecesTest, endlessSpeechIsCutWhereItIsQuietest)
         sum += double(piece.size()) / double(second);
     }
     EXPECT_NEAR(sum, 60.2, 0.001); // Nothing is lost, and nothing is recognised twice.
+}
+
+TEST_F(SpeechPiecesTest, pieceIsLookedAtInLull)
+{
+    speech(1);
+    pause(0.25);
+    ASSERT_EQ(looks.size(), 1U);
+    EXPECT_NEAR(lookedAt(0), 1 + 0.2, exactness);
+    pause(0.1);
+    EXPECT_EQ(looks.size(), 1U); // Nothing more was said.
+    pieces.finish();
+    EXPECT_EQ(wereSeen, std::vector{true});
+}
+
+TEST_F(SpeechPiecesTest, whatWasSaidAfterLookIsNotSeen)
+{
+    speech(1);
+    pause(0.25);
+    speech(0.5);
+    pause(0.1);
+    pieces.finish();
+    EXPECT_EQ(looks.size(), 1U);
+    EXPECT_EQ(wereSeen, std::vector{false});
+}
+
+TEST_F(SpeechPiecesTest, longSpeechIsLookedAtNowAndThen)
+{
+    speech(7);
+    EXPECT_EQ(looks.size(), 4U);
+    pieces.finish(); // Perhaps in the middle of a word.
+    EXPECT_EQ(wereSeen, std::vector{false});
+}
+
+TEST_F(SpeechPiecesTest, slowLooksAreRare)
+{
+    looking = 0.4;
+    speech(1.6);
+    pause(0.3); // Too soon after the first look.
+    speech(1.1);
+    pause(0.3); // A longer piece would take too long.
+    speech(4);
+    pause(0.4);
+    EXPECT_EQ(looks.size(), 1U);
+}
+
+TEST_F(SpeechPiecesTest, nextPieceIsNotSeen)
+{
+    speech(5);
+    pause(1.5);
+    speech(2);
+    pieces.finish();
+    EXPECT_EQ(wereSeen, (std::vector{true, false}));
 }
 
 } // namespace talmo::test

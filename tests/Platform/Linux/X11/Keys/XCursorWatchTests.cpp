@@ -175,6 +175,7 @@ TEST_F(XCursorWatchTest, windowWithIdOfDestroyedOneIsAnotherPlace)
 
 TEST_F(XCursorWatchTest, noFocusIsNoPlace)
 {
+    desktop.killWindowManager();
     focus(XCB_NONE);
     mark();
     EXPECT_FALSE(mark());
