@@ -26,6 +26,9 @@ test_packages=(
 accuracy_packages=(
   festival festvox-us-slt-hts festvox-kallpc16k pocketsphinx-testdata alsa-utils
 )
+translation_packages=(
+  qt6-l10n-tools python3
+)
 check_packages=(
   git clang-19 clang-format-19 clang-tidy-19 libclang-rt-19-dev llvm-19
 )
