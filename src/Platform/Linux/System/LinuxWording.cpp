@@ -1,6 +1,7 @@
 #include "Platform/Linux/System/LinuxWording.h"
 
 #include <QCoreApplication>
+#include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
 
@@ -8,27 +9,34 @@ namespace talmo {
 
 namespace {
 
-const QString folder = QStringLiteral(":/wording");
-
-/// Adds a catalogue that takes precedence over those added earlier.
-void add(const QLocale &locale)
+/// Adds a catalogue that takes precedence over those added earlier, if there is one for the locale.
+void add(const QLocale &locale, const QString &name, const QString &folder)
 {
     auto *translator = new QTranslator(QCoreApplication::instance());
-    if (translator->load(locale, QStringLiteral("talmo"), QStringLiteral("_"), folder)) {
+    if (translator->load(locale, name, QStringLiteral("_"), folder)) {
         QCoreApplication::installTranslator(translator);
     } else {
         delete translator;
     }
 }
 
+/// The language that the user reads: numbers and dates, by which a locale is known, may follow another one.
+QLocale::Language languageOfTexts()
+{
+    return QLocale(QLocale().uiLanguages().value(0)).language();
+}
+
 } // namespace
 
 void installWording()
 {
+    const QString name = QStringLiteral("talmo");
+    const QString folder = QStringLiteral(":/wording");
     const QLocale fallback(QLocale::English);
-    add(fallback);
-    if (QLocale().language() != fallback.language()) {
-        add(QLocale());
+    add(fallback, name, folder);
+    if (languageOfTexts() != fallback.language()) {
+        add(QLocale(), QStringLiteral("qtbase"), QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+        add(QLocale(), name, folder);
     }
 }
 
