@@ -7,6 +7,7 @@ build_packages=(
   libglib2.0-dev libxkbcommon-dev libsndfile1-dev
   libarchive-dev libfftw3-dev libpulse-dev libcanberra-dev libspeexdsp-dev libwebrtc-audio-processing-dev libpocketsphinx-dev libsphinxbase-dev flite1-dev
   libxcb1-dev libxcb-res0-dev libxcb-xinput-dev libxcb-xtest0-dev
+  libwayland-dev libwayland-bin wayland-protocols plasma-wayland-protocols
 )
 # To run Talmo on an existing desktop.
 run_packages=(
@@ -21,6 +22,7 @@ test_packages=(
   libgtest-dev libgmock-dev libgtk-3-dev libsm-dev libice-dev xterm xfonts-base xclip x11-xkb-utils
   desktop-file-utils python3 mandoc iproute2 python3-onnx dbus-daemon openssl strace fonts-noto-color-emoji x11-xserver-utils
   at-spi2-core copyq pocketsphinx-testdata
+  sway xwayland foot grim wl-clipboard
 )
 # More synthetic voices, and recordings of people.
 accuracy_packages=(

@@ -139,6 +139,11 @@ void ControlServer::serve(QLocalSocket &socket, const QByteArray &request)
         answerAndClose(socket, std::nullopt);
         return;
     }
+    if (const auto command = ControlSocket::keyToMove(request)) {
+        m_actions.moveKey(*command);
+        answerAndClose(socket, std::nullopt);
+        return;
+    }
     const auto text = ControlSocket::textToInsert(request);
     if (!text) {
         answerAndClose(socket, QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Unknown request.")));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Base/Clock.h"
+#include "Control/ControlSocket.h"
 
 #include <QCoro/QCoroTask>
 
@@ -36,6 +37,8 @@ public:
         std::function<QFuture<bool>()> putEarlierClipboardBack;
         /// Pauses the dictation key or resumes it.
         std::function<void(bool isPaused)> setPaused;
+        /// Moves the dictation key.
+        std::function<void(ControlSocket::KeyCommand)> moveKey = {};
     };
 
     ControlServer(Actions actions, std::shared_ptr<Clock> clock);

@@ -35,10 +35,18 @@ QByteArray line(const QJsonObject &object)
     return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
 }
 
+/// In the order of KeyCommand.
+const QStringList &keyCommands()
+{
+    static const QStringList all = {QStringLiteral("press"), QStringLiteral("release"), QStringLiteral("toggle")};
+    return all;
+}
+
 /// ":0" for ":0.0": the screen after the dot is the same display.
 QString displayName()
 {
-    const QString name = qEnvironmentVariable("DISPLAY");
+    // Without an X server, the name of the Wayland display says which session this is.
+    const QString name = qEnvironmentVariable(qEnvironmentVariableIsEmpty("DISPLAY") ? "WAYLAND_DISPLAY" : "DISPLAY");
     const auto colon = name.lastIndexOf(QLatin1Char(':'));
     const auto dot = name.indexOf(QLatin1Char('.'), colon);
     return colon >= 0 && dot >= 0 ? name.left(dot) : name;
@@ -122,6 +130,17 @@ std::optional<bool> pauseToSet(const QByteArray &request)
 {
     const auto command = QJsonDocument::fromJson(request).object().value(commandKey);
     return command == pauseCommand || command == resumeCommand ? std::optional(command == pauseCommand) : std::nullopt;
+}
+
+QByteArray keyRequest(KeyCommand command)
+{
+    return line({{commandKey, keyCommands().at(static_cast<int>(command))}});
+}
+
+std::optional<KeyCommand> keyToMove(const QByteArray &request)
+{
+    const auto index = keyCommands().indexOf(QJsonDocument::fromJson(request).object().value(commandKey).toString());
+    return index >= 0 ? std::optional(static_cast<KeyCommand>(index)) : std::nullopt;
 }
 
 bool isOwnUser(const QLocalSocket &socket)

@@ -49,6 +49,12 @@ QByteArray pauseRequest(bool isPaused);
 /// Nullopt if it is not a request of that kind.
 std::optional<bool> pauseToSet(const QByteArray &request);
 
+/// What the dictation key can do, for another key that runs a command.
+enum class KeyCommand { Press, Release, Toggle };
+QByteArray keyRequest(KeyCommand command);
+/// Nullopt if it is not a request of that kind.
+std::optional<KeyCommand> keyToMove(const QByteArray &request);
+
 /// Whether the program at the other end of a connected socket runs as this user, according to the kernel.
 bool isOwnUser(const QLocalSocket &socket);
 

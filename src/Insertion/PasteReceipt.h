@@ -19,6 +19,8 @@ struct PasteReceipt {
         KeyboardGrabbed,
         /// The keyboard layout has no key for the paste shortcut.
         NoPasteKey,
+        /// The desktop lets Talmo post no keys to this window.
+        CannotType,
         /// Another window became active between choosing the shortcut and posting it.
         WindowChanged,
         /// Another program took the clipboard before the text was read.

@@ -24,6 +24,8 @@ const char *sentence(PasteReceipt::Outcome outcome)
         return QT_TRANSLATE_NOOP(
             "Talmo",
             "This keyboard layout has no key for pasting. The text is on the clipboard: paste it from a menu.");
+    case PasteReceipt::Outcome::CannotType:
+        return QT_TRANSLATE_NOOP("Talmo", "Copied: press %1");
     case PasteReceipt::Outcome::WindowChanged:
         return QT_TRANSLATE_NOOP("Talmo", "The active window changed. The text is on the clipboard: paste it with %1.");
     case PasteReceipt::Outcome::ClipboardLost:

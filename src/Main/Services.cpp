@@ -82,8 +82,9 @@ Services::Services(const ServiceParts &parts)
       notice(std::make_shared<DictationNotice>()),
       history(std::make_shared<DictationHistory>(parts.options)),
       pause(std::make_shared<DictationPause>()),
-      eventMonitor(std::make_shared<PausableEventMonitor>(parts.desktop->eventMonitor,
-                                                          [pause = pause] { return pause->isPaused(); })),
+      commandedKeys(std::make_shared<CommandedEventMonitor>(parts.desktop->eventMonitor)),
+      eventMonitor(
+          std::make_shared<PausableEventMonitor>(commandedKeys, [pause = pause] { return pause->isPaused(); })),
       keys(std::make_shared<GlobalHotkeyManager>(eventMonitor, parts.desktop->inputTrust, parts.clock,
                                                  parts.executors.main)),
       gestures(std::make_shared<DeferringHotkeyService>(

@@ -10,6 +10,7 @@
 #include "App/TalmoCoordinator.h"
 #include "Cleanup/TextCleanupService.h"
 #include "Input/Audio/AudioRecorder.h"
+#include "Input/Hotkey/CommandedEventMonitor.h"
 #include "Input/Hotkey/GlobalHotkeyManager.h"
 #include "Input/Permissions/PermissionsManager.h"
 #include "Insertion/SpacedInsertionService.h"
@@ -62,7 +63,9 @@ struct Services {
     std::shared_ptr<DictationNotice> notice;
     std::shared_ptr<DictationHistory> history;
     std::shared_ptr<DictationPause> pause;
-    /// The desktop's, unless the key is paused.
+    /// The desktop's, and those of talmoctl.
+    std::shared_ptr<CommandedEventMonitor> commandedKeys;
+    /// The same, unless the key is paused.
     std::shared_ptr<EventMonitor> eventMonitor;
     std::shared_ptr<GlobalHotkeyManager> keys;
     std::shared_ptr<DeferringHotkeyService> gestures;

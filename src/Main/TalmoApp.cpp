@@ -12,6 +12,7 @@
 #include "Main/Shutdown.h"
 #include "Main/WarmUp.h"
 #include "Main/WordPronunciationsModel.h"
+#include "Platform/Linux/Session/DesktopNotice.h"
 #include "Platform/Linux/Session/XdgAutostart.h"
 #include "Platform/Linux/Sound/EventSounds.h"
 #include "Platform/Linux/System/JsonUserDefaults.h"
@@ -20,6 +21,7 @@
 #include "Platform/Linux/System/SystemLocaleSource.h"
 #include "Platform/Linux/System/TimerFdClock.h"
 #include "Settings/TalmoSettings.h"
+#include "UI/Style/Wording.h"
 #include "UI/UserInterface.h"
 
 #include <QGuiApplication>
@@ -122,7 +124,19 @@ void TalmoApp::start()
     m_delegate->applicationDidFinishLaunching();
     followActivation();
     showInterface(coordinator);
+    tellLimitsOnce();
     listenForOthers();
+}
+
+void TalmoApp::tellLimitsOnce()
+{
+    for (const auto &limit : m_desktop->limits) {
+        const QString key = QStringLiteral("linux.told.") + QString::fromUtf8(limit.name);
+        if (!m_defaults->boolean(key).value_or(false)) {
+            m_defaults->set(key, true);
+            showDesktopNotice(Wording::text(limit.sentence) + QLatin1Char(' ') + Wording::text(limit.remedy));
+        }
+    }
 }
 
 void TalmoApp::showInterface(TalmoCoordinator &coordinator)
@@ -170,6 +184,19 @@ void TalmoApp::listenForOthers()
     actions.lastDictation = [recovery](bool isRaw) { return isRaw ? recovery->lastRawText() : recovery->lastText(); };
     actions.putEarlierClipboardBack = [recovery] { return recovery->putEarlierClipboardBack(); };
     actions.setPaused = [pause = m_services->pause](bool isPaused) { pause->setPaused(isPaused); };
+    actions.moveKey = [commanded = m_services->commandedKeys, keys = m_services->keys](auto command) {
+        switch (command) {
+        case ControlSocket::KeyCommand::Press:
+            commanded->press();
+            break;
+        case ControlSocket::KeyCommand::Release:
+            commanded->release();
+            break;
+        case ControlSocket::KeyCommand::Toggle:
+            commanded->toggle([&keys] { return keys->recognizer().activeMode().has_value(); });
+            break;
+        }
+    };
     m_control = std::make_unique<ControlServer>(std::move(actions), m_clock);
     m_control->listen(ControlSocket::path());
 }

@@ -52,6 +52,8 @@ private:
     EngineFactories::Options engineOptions() const;
     ServiceParts serviceParts();
     void showInterface(TalmoCoordinator &coordinator);
+    /// What this desktop does not allow, as a notification.
+    void tellLimitsOnce();
     void listenForOthers();
     void followActivation();
     static QCoro::Task<void> askAgainIfDenied(std::shared_ptr<PermissionsManager> permissions);

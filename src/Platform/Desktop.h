@@ -25,10 +25,19 @@
 
 namespace talmo {
 
+/// Something that Talmo cannot do on a desktop. Source texts, to be looked up through Wording.
+struct DesktopLimit {
+    const char *name;
+    const char *sentence;
+    /// What the user can do about it.
+    const char *remedy;
+};
+
 /// Everything that a desktop session provides to Talmo. Each port follows the thread rules of its own header.
 struct Desktop {
     /// For logs and bug reports, such as "X11".
     QString description;
+    QList<DesktopLimit> limits;
     /// The key to hold, as users know it.
     QString hotkeyName;
     std::shared_ptr<EventMonitor> eventMonitor;

@@ -6,7 +6,7 @@ QList<Command> allCommands()
 {
     QList<Command> commands{formatCommand(), cleanCommand(),   instructionsCommand(), transcribeCommand(),
                             insertCommand(), enginesCommand(), checkModelCommand(),   setupCommand()};
-    return commands + recoveryCommands() + pauseCommands() + modelCommands();
+    return commands + recoveryCommands() + keyCommands() + pauseCommands() + modelCommands();
 }
 
 QCommandLineOption flag(const char *name, const char *description)

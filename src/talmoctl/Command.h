@@ -53,6 +53,7 @@ Command checkModelCommand();
 Command setupCommand();
 QList<Command> modelCommands();
 QList<Command> recoveryCommands();
+QList<Command> keyCommands();
 QList<Command> pauseCommands();
 
 QCommandLineOption flag(const char *name, const char *description);

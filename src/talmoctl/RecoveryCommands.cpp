@@ -43,7 +43,33 @@ QCoro::Task<int> runResume(Invocation /*invocation*/)
     co_return EXIT_SUCCESS;
 }
 
+QCoro::Task<int> moveKey(ControlSocket::KeyCommand command)
+{
+    ask(ControlSocket::keyRequest(command));
+    co_return EXIT_SUCCESS;
+}
+
 } // namespace
+
+QList<Command> keyCommands()
+{
+    using ControlSocket::KeyCommand;
+    return {{QStringLiteral("press"),
+             QStringLiteral("Press the dictation key, for a key that is bound to a command."),
+             {},
+             {},
+             [](Invocation /*invocation*/) { return moveKey(KeyCommand::Press); }},
+            {QStringLiteral("release"),
+             QStringLiteral("Release the dictation key."),
+             {},
+             {},
+             [](Invocation /*invocation*/) { return moveKey(KeyCommand::Release); }},
+            {QStringLiteral("toggle"),
+             QStringLiteral("Start recording hands-free, or end the recording."),
+             {},
+             {},
+             [](Invocation /*invocation*/) { return moveKey(KeyCommand::Toggle); }}};
+}
 
 QList<Command> pauseCommands()
 {

@@ -1,12 +1,15 @@
+#include "Platform/Linux/Wayland/Clipboard/WaylandPasteboard.h"
 #include "Platform/Linux/X11/Clipboard/XcbPasteboard.h"
 #include "Support/FakePasteboard.h"
 #include "Support/Printing.h"
 #include "Support/TestLoop.h"
 #include "VirtualDesktop.h"
+#include "WaylandDesktop.h"
 
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <optional>
 
 namespace talmo::test {
 
@@ -21,10 +24,25 @@ struct XcbSubject {
     XcbPasteboard pasteboard{XSession::open()};
 };
 
+struct WaylandSubject {
+    testbed::WaylandDesktop desktop;
+    WaylandPasteboard pasteboard{WaylandSession::open()};
+};
+
+template <typename Subject>
+constexpr bool needsWayland = std::is_same_v<Subject, WaylandSubject>;
+
 template <typename Subject>
 class PasteboardContract : public testing::Test {
 protected:
-    Pasteboard &pasteboard() { return m_subject.pasteboard; }
+    void SetUp() override
+    {
+        if (needsWayland<Subject> && !testbed::WaylandDesktop::isInstalled()) {
+            GTEST_SKIP() << "sway is not installed";
+        }
+        m_subject.emplace();
+    }
+    Pasteboard &pasteboard() { return m_subject->pasteboard; }
     QList<PasteboardItem> items()
     {
         const auto future = pasteboard().items();
@@ -44,10 +62,10 @@ protected:
     }
 
 private:
-    Subject m_subject;
+    std::optional<Subject> m_subject;
 };
 
-using Subjects = testing::Types<FakeSubject, XcbSubject>;
+using Subjects = testing::Types<FakeSubject, XcbSubject, WaylandSubject>;
 TYPED_TEST_SUITE(PasteboardContract, Subjects);
 
 } // namespace

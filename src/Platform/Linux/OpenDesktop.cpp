@@ -1,21 +1,34 @@
+#include "Base/Log.h"
 #include "Platform/Desktop.h"
+#include "Platform/Linux/Wayland/WaylandDesktop.h"
 #include "Platform/Linux/X11/X11Desktop.h"
 
 #include <QByteArray>
 
 namespace talmo {
 
+/// Talmo's windows are those of an X program, on Wayland too: only there can they be placed, and be menus that take no
+/// focus.
 void prepareDesktop()
 {
     requireX11();
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+    if (platform.startsWith("wayland")) {
+        generalLog().info("Talmo's windows need X; QT_QPA_PLATFORM=%s is ignored", {QString::fromUtf8(platform)});
+    }
+    if (platform.isEmpty() || platform.startsWith("wayland")) {
         qputenv("QT_QPA_PLATFORM", "xcb");
     }
 }
 
 Desktop openDesktop(const DesktopOptions &options)
 {
-    return openX11Desktop(options);
+    const auto wayland = WaylandSession::open();
+    Desktop desktop = openX11Desktop(options, wayland != nullptr);
+    if (wayland) {
+        useWayland(desktop, wayland, options);
+    }
+    return desktop;
 }
 
 } // namespace talmo

@@ -130,13 +130,18 @@ QList<QDBusMessage> AccessibilityBus::ask(const QList<QDBusMessage> &questions)
     return askAll(m_connection, questions, m_deadline);
 }
 
-QList<Accessible> AccessibilityBus::applications(qint64 processId)
+QList<Accessible> AccessibilityBus::applications()
 {
     const Accessible registry{QStringLiteral("org.a11y.atspi.Registry"),
                               QStringLiteral("/org/a11y/atspi/accessible/root")};
     auto ofRegistry = question(registry, QStringLiteral("GetChildren"));
     ofRegistry.setAutoStartService(false);
-    const auto all = references(ask({ofRegistry}).first());
+    return references(ask({ofRegistry}).first());
+}
+
+QList<Accessible> AccessibilityBus::applications(qint64 processId)
+{
+    const auto all = applications();
     QList<QDBusMessage> questions;
     for (const auto &application : all) {
         const QString bus = QStringLiteral("org.freedesktop.DBus");

@@ -28,6 +28,8 @@ public:
     AccessibilityBus(const AccessibilityBus &) = delete;
     AccessibilityBus &operator=(const AccessibilityBus &) = delete;
 
+    /// All programs on the bus.
+    QList<Accessible> applications();
     /// The programs with this process ID. A program may register more than once.
     QList<Accessible> applications(qint64 processId);
 

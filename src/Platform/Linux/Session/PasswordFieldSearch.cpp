@@ -28,10 +28,9 @@ QList<Accessible> worthLookingInto(const QList<Accessible> &level, const QList<A
     return focused.isEmpty() ? shown : focused;
 }
 
-/// The windows with the keyboard focus; all of them if the program reports none.
-QList<Accessible> activeWindows(AccessibilityBus &bus, const QList<Accessible> &applications)
+/// The windows with the keyboard focus.
+QList<Accessible> activeWindows(AccessibilityBus &bus, const QList<Accessible> &windows)
 {
-    auto windows = bus.children(applications);
     const auto statuses = bus.statuses(windows);
     QList<Accessible> active;
     for (qsizetype index = 0; index < windows.size(); ++index) {
@@ -39,14 +38,11 @@ QList<Accessible> activeWindows(AccessibilityBus &bus, const QList<Accessible> &
             active.append(windows[index]);
         }
     }
-    return active.isEmpty() ? windows : active;
+    return active;
 }
 
-} // namespace
-
-bool isInPasswordField(AccessibilityBus &bus, qint64 processId)
+bool hasPasswordFocus(AccessibilityBus &bus, QList<Accessible> level)
 {
-    auto level = activeWindows(bus, bus.applications(processId));
     qsizetype left = mostObjects;
     while (!level.isEmpty() && !bus.isLate()) {
         level.resize(std::min(level.size(), left));
@@ -60,6 +56,20 @@ bool isInPasswordField(AccessibilityBus &bus, qint64 processId)
         level = bus.children(worthLookingInto(level, statuses));
     }
     return false;
+}
+
+} // namespace
+
+bool isInPasswordField(AccessibilityBus &bus, qint64 processId)
+{
+    const auto windows = bus.children(bus.applications(processId));
+    const auto active = activeWindows(bus, windows);
+    return hasPasswordFocus(bus, active.isEmpty() ? windows : active); // Some programs report no window as active.
+}
+
+bool isInActivePasswordField(AccessibilityBus &bus)
+{
+    return hasPasswordFocus(bus, activeWindows(bus, bus.children(bus.applications())));
 }
 
 } // namespace talmo

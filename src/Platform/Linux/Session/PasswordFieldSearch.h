@@ -8,4 +8,7 @@ namespace talmo {
 /// the process exposes nothing to them, or if the bus's deadline passes first.
 bool isInPasswordField(AccessibilityBus &bus, qint64 processId);
 
+/// The same for whichever program reports that one of its windows is active, where the desktop does not say whose is.
+bool isInActivePasswordField(AccessibilityBus &bus);
+
 } // namespace talmo

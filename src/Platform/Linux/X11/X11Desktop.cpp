@@ -1,8 +1,8 @@
 #include "Platform/Linux/X11/X11Desktop.h"
 
 #include "Platform/Linux/Keys/TriggerKeys.h"
+#include "Platform/Linux/Session/ClipboardNotice.h"
 #include "Platform/Linux/Session/DesktopAppearance.h"
-#include "Platform/Linux/Session/DesktopNotice.h"
 #include "Platform/Linux/Session/TrayIcon.h"
 #include "Platform/Linux/X11/Clipboard/XcbPasteboard.h"
 #include "Platform/Linux/X11/Keys/XCancelKey.h"
@@ -18,7 +18,6 @@
 #include "Platform/Linux/X11/Windows/XFrontmostFocus.h"
 #include "Platform/Linux/X11/XConnection.h"
 #include "Platform/Linux/X11/XSession.h"
-#include "UI/Style/Wording.h"
 
 #include <QGuiApplication>
 
@@ -33,17 +32,6 @@ bool isApplicationActive()
     return QGuiApplication::focusWindow() != nullptr;
 }
 
-const char *lossNotice(SelectionReading::Loss loss)
-{
-    if (loss == SelectionReading::Loss::TooLarge) {
-        return QT_TRANSLATE_NOOP(
-            "Talmo", "Part of the clipboard was lost: it held more than Talmo can keep. Copy it again if you need it.");
-    }
-    return QT_TRANSLATE_NOOP(
-        "Talmo",
-        "Part of the clipboard was lost: its application did not provide it in time. Copy it again if you need it.");
-}
-
 } // namespace
 
 void requireX11()
@@ -51,13 +39,14 @@ void requireX11()
     const XConnection probe;
 }
 
-Desktop openX11Desktop(const DesktopOptions &options)
+Desktop openX11Desktop(const DesktopOptions &options, bool isNested)
 {
-    const auto session = XSession::open();
+    const auto session = XSession::open(isNested);
     const auto keys = triggerKeySymbols(options.hotkeys);
     const auto monitor = std::make_shared<XInput2EventMonitor>(session->postedKeys(), keys, &isApplicationActive);
     const auto pasteboard = std::make_shared<XcbPasteboard>(session);
-    pasteboard->setOnLoss([](SelectionReading::Loss loss) { showDesktopNotice(Wording::text(lossNotice(loss))); });
+    pasteboard->setOnLoss(
+        [](SelectionReading::Loss loss) { showClipboardLoss(loss == SelectionReading::Loss::TooLarge); });
     const auto icon = std::make_shared<TrayIcon>(std::make_shared<EmbeddedTray>());
 
     Desktop desktop;

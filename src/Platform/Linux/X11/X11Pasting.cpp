@@ -1,15 +1,16 @@
+#include "Platform/Linux/X11/X11Pasting.h"
+
 #include "Platform/Linux/X11/Clipboard/XcbPasteboard.h"
 #include "Platform/Linux/X11/Keys/XInputTrust.h"
 #include "Platform/Linux/X11/Keys/XTestKeyEventPoster.h"
 #include "Platform/Linux/X11/Windows/AtSpiFocusedField.h"
 #include "Platform/Linux/X11/XSession.h"
-#include "Platform/Pasting.h"
 
 namespace talmo {
 
-Pasting openPasting()
+Pasting openX11Pasting(bool isNested)
 {
-    const auto session = XSession::open();
+    const auto session = XSession::open(isNested);
     const auto pasteboard = std::make_shared<XcbPasteboard>(session);
     return {pasteboard,
             pasteboard,

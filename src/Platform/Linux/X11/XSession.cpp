@@ -8,15 +8,16 @@
 
 namespace talmo {
 
-std::shared_ptr<XSession> XSession::open()
+std::shared_ptr<XSession> XSession::open(bool isNested)
 {
-    std::shared_ptr<XSession> session(new XSession);
+    std::shared_ptr<XSession> session(new XSession(isNested));
     session->m_executor->call([raw = session.get()] { raw->openOnThread(); }).waitForFinished();
     return session;
 }
 
-XSession::XSession()
-    : m_connection(std::make_unique<XConnection>()),
+XSession::XSession(bool isNested)
+    : m_isNested(isNested),
+      m_connection(std::make_unique<XConnection>()),
       m_executor(SerialExecutor::onNewThread(QStringLiteral("talmo-x11")))
 {
 }

@@ -21,14 +21,17 @@ class XSession {
 public:
     using EventHandler = std::function<void(const xcb_generic_event_t &)>;
 
-    /// Throws Error if there is no display.
-    static std::shared_ptr<XSession> open();
+    /// Throws Error if there is no display. `isNested`: the server shows its windows within a Wayland session, so the
+    /// windows of other programs are none of its own.
+    static std::shared_ptr<XSession> open(bool isNested = false);
     ~XSession();
     XSession(const XSession &) = delete;
     XSession &operator=(const XSession &) = delete;
 
     SerialExecutor &executor() const { return *m_executor; }
     const std::shared_ptr<PostedKeys> &postedKeys() const { return m_postedKeys; }
+
+    bool isNested() const { return m_isNested; }
 
     // The executor's thread only.
     XConnection &connection() const { return *m_connection; }
@@ -53,10 +56,11 @@ public:
     xcb_timestamp_t serverTime();
 
 private:
-    XSession();
+    explicit XSession(bool isNested);
     void openOnThread();
     void dispatch(XcbPtr<xcb_generic_event_t> event);
 
+    bool m_isNested;
     std::shared_ptr<PostedKeys> m_postedKeys = std::make_shared<PostedKeys>();
     std::unique_ptr<XConnection> m_connection;
     std::unique_ptr<QSocketNotifier> m_notifier;

@@ -60,6 +60,8 @@ void XTestKeyEventPoster::postOnceFree(XSession *session, std::shared_ptr<PasteT
                            [session, transaction, tries] { postOnceFree(session, transaction, tries - 1); });
     } else if (isGrabbed) {
         transaction->refuse(PasteReceipt::Outcome::KeyboardGrabbed);
+    } else if (front.window == XCB_NONE && session->isNested()) {
+        transaction->refuse(PasteReceipt::Outcome::CannotType); // A Wayland window is in front.
     } else {
         postChord(*session, *transaction, front);
     }

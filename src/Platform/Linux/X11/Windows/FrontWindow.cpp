@@ -107,7 +107,10 @@ FrontWindow frontWindow(XSession &session)
     if (front.window != XCB_NONE && isPlaceholder(connection, front.window)) {
         front.window = activatedWindow(connection);
     }
-    if (front.window == XCB_NONE) {
+    // While a Wayland window has the focus, the X server gives its own to whatever the compositor keeps for that.
+    const bool isElsewhere =
+        session.isNested() && numberAt(connection, connection.root(), "_NET_ACTIVE_WINDOW") == XCB_NONE;
+    if (front.window == XCB_NONE || isElsewhere) {
         return {};
     }
     front.topLevel = front.window;

@@ -1,0 +1,93 @@
+#include "Platform/Linux/Wayland/Keys/WaylandKeyEventPoster.h"
+
+#include "Base/Log.h"
+#include "Insertion/ClipboardPasteInsertionService.h"
+
+#include <QTimer>
+
+#include <chrono>
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+using namespace std::chrono_literals;
+constexpr auto pause = 25ms;
+constexpr auto longestWait = 250ms;
+
+} // namespace
+
+WaylandKeyEventPoster::WaylandKeyEventPoster(std::shared_ptr<WaylandSession> session,
+                                             std::shared_ptr<WaylandPasteTransaction> transaction)
+    : m_session(std::move(session)),
+      m_transaction(std::move(transaction)),
+      m_keyboard(m_session->executor()
+                     .call([raw = m_session.get()] { return std::shared_ptr(ChordKeyboard::open(*raw)); })
+                     .result())
+{
+}
+
+WaylandKeyEventPoster::~WaylandKeyEventPoster()
+{
+    m_session->executor()
+        .call([keyboard = std::move(m_keyboard), transaction = std::move(m_transaction)]() mutable {
+            keyboard.reset();
+            transaction.reset();
+        })
+        .waitForFinished();
+}
+
+std::optional<KeyEvent> WaylandKeyEventPoster::makeKeyboardEvent(quint16 keyCode, bool isDown)
+{
+    return KeyEvent{keyCode, isDown, 0};
+}
+
+void WaylandKeyEventPoster::post(const KeyEvent &event)
+{
+    const bool isPaste = event.keyCode == ClipboardPasteInsertionService::pasteKeyCode &&
+                         event.flags == ClipboardPasteInsertionService::commandFlag;
+    if (!isPaste) {
+        generalLog().error("a key was not posted: only the paste shortcut is supported");
+        return;
+    }
+    if (!event.isDown) {
+        return; // The whole shortcut was sent with the key press.
+    }
+    m_session->executor().post([keyboard = m_keyboard, session = m_session.get(), transaction = m_transaction] {
+        if (keyboard) {
+            postOnceFocused(keyboard, session, transaction, longestWait / pause);
+        } else {
+            transaction->chooseStyle(transaction->front());
+            transaction->refuse(PasteReceipt::Outcome::CannotType);
+        }
+    });
+}
+
+/// After a window is closed it takes a moment until another one has the focus. A launcher has the keyboard although no
+/// window has the focus, so the shortcut is posted in the end.
+void WaylandKeyEventPoster::postOnceFocused(std::shared_ptr<ChordKeyboard> keyboard, WaylandSession *session,
+                                            std::shared_ptr<WaylandPasteTransaction> transaction, int tries)
+{
+    const auto front = transaction->front();
+    if (front.isNone && tries > 0) {
+        // Weak: what is left of them when the session ends must not outlive its connection.
+        QTimer::singleShot(pause, session->executor().context(),
+                           [weakKeyboard = std::weak_ptr(keyboard), session, weak = std::weak_ptr(transaction), tries] {
+                               const auto chord = weakKeyboard.lock();
+                               const auto waiting = weak.lock();
+                               if (chord && waiting) {
+                                   postOnceFocused(chord, session, waiting, tries - 1);
+                               }
+                           });
+        return;
+    }
+    keyboard->post(ChordKeyboard::keysOf(transaction->chooseStyle(front)));
+    session->whenCarriedOut([weak = std::weak_ptr(transaction)] {
+        if (const auto posted = weak.lock()) {
+            posted->notePosted();
+        }
+    });
+}
+
+} // namespace talmo

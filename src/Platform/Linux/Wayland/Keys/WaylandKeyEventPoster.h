@@ -1,0 +1,34 @@
+#pragma once
+
+#include "Insertion/KeyEventPoster.h"
+#include "Platform/Linux/Wayland/Clipboard/WaylandPasteTransaction.h"
+#include "Platform/Linux/Wayland/Keys/ChordKeyboard.h"
+#include "Platform/Linux/Wayland/WaylandSession.h"
+
+#include <memory>
+
+namespace talmo {
+
+/// Posts the paste shortcut, in the form that the frontmost program expects; the whole shortcut is sent on the key
+/// press. Without a keyboard, the text stays on the clipboard.
+class WaylandKeyEventPoster final : public KeyEventPoster {
+public:
+    WaylandKeyEventPoster(std::shared_ptr<WaylandSession> session,
+                          std::shared_ptr<WaylandPasteTransaction> transaction);
+    ~WaylandKeyEventPoster() override;
+
+    std::optional<KeyEvent> makeKeyboardEvent(quint16 keyCode, bool isDown) override;
+    void post(const KeyEvent &event) override;
+
+    bool hasKeyboard() const { return m_keyboard != nullptr; }
+
+private:
+    static void postOnceFocused(std::shared_ptr<ChordKeyboard> keyboard, WaylandSession *session,
+                                std::shared_ptr<WaylandPasteTransaction> transaction, int tries);
+
+    std::shared_ptr<WaylandSession> m_session;
+    std::shared_ptr<WaylandPasteTransaction> m_transaction;
+    std::shared_ptr<ChordKeyboard> m_keyboard;
+};
+
+} // namespace talmo

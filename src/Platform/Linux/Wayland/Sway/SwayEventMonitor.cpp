@@ -1,0 +1,101 @@
+#include "Platform/Linux/Wayland/Sway/SwayEventMonitor.h"
+
+#include "Input/Hotkey/GlobalHotkeyManager.h"
+
+#include <utility>
+
+namespace talmo {
+
+namespace {
+
+const QString pressed = QStringLiteral("press");
+const QString released = QStringLiteral("release");
+
+} // namespace
+
+struct SwayEventMonitor::Monitor final : EventMonitorToken {
+    bool isLocal = false;
+    std::function<void(const FlagsChangedEvent &)> handler;
+};
+
+SwayEventMonitor::SwayEventMonitor(std::unique_ptr<SwayIpc> ipc, QString key, std::function<bool()> isApplicationActive)
+    : m_ipc(std::move(ipc)),
+      m_key(std::move(key)),
+      m_isApplicationActive(std::move(isApplicationActive))
+{
+    m_ipc->setOnBinding([this](const QString &words) { handleBinding(words); });
+    m_ipc->setOnReload([this] {
+        if (m_isBound) {
+            m_isBound = bind();
+        }
+    });
+}
+
+SwayEventMonitor::~SwayEventMonitor()
+{
+    if (m_isBound && m_ipc->isAlive()) {
+        m_ipc->run(QStringLiteral("unbindsym --no-repeat %1; unbindsym --release %1").arg(m_key));
+    }
+}
+
+bool SwayEventMonitor::bind()
+{
+    return m_ipc->run(QStringLiteral("bindsym --no-repeat %1 %2").arg(m_key, SwayIpc::bindingCommand(pressed))) &&
+           m_ipc->run(QStringLiteral("bindsym --release %1 %2").arg(m_key, SwayIpc::bindingCommand(released)));
+}
+
+std::shared_ptr<EventMonitorToken>
+SwayEventMonitor::addGlobalMonitor(quint64 eventMask, std::function<void(const FlagsChangedEvent &)> handler)
+{
+    const auto monitor = std::make_shared<Monitor>();
+    monitor->handler = std::move(handler);
+    return add(monitor, eventMask);
+}
+
+std::shared_ptr<EventMonitorToken>
+SwayEventMonitor::addLocalMonitor(quint64 eventMask,
+                                  std::function<std::optional<FlagsChangedEvent>(const FlagsChangedEvent &)> handler)
+{
+    const auto monitor = std::make_shared<Monitor>();
+    monitor->isLocal = true;
+    monitor->handler = [handler = std::move(handler)](const FlagsChangedEvent &event) { handler(event); };
+    return add(monitor, eventMask);
+}
+
+std::shared_ptr<EventMonitorToken> SwayEventMonitor::add(std::shared_ptr<Monitor> monitor, quint64 eventMask)
+{
+    m_isBound = m_isBound || bind();
+    if (!m_isBound || eventMask != GlobalHotkeyManager::flagsChangedMask) {
+        return nullptr;
+    }
+    m_monitors.emplace_back(monitor);
+    return monitor;
+}
+
+void SwayEventMonitor::handleBinding(const QString &words)
+{
+    if (words == pressed) {
+        if (m_isHeld) {
+            report(false);
+        }
+        m_isHeld = true;
+        report(true);
+    } else if (words == released && std::exchange(m_isHeld, false)) {
+        report(false);
+    }
+}
+
+void SwayEventMonitor::report(bool isDown)
+{
+    std::erase_if(m_monitors, [](const auto &monitor) { return monitor.expired(); });
+    const bool isActive = m_isApplicationActive();
+    const auto monitors = m_monitors; // A handler may add one.
+    for (const auto &weak : monitors) {
+        const auto monitor = weak.lock();
+        if (monitor && monitor->isLocal == isActive) {
+            monitor->handler({isDown ? GlobalHotkeyManager::functionFlag : 0});
+        }
+    }
+}
+
+} // namespace talmo

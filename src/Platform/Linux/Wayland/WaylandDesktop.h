@@ -1,0 +1,14 @@
+#pragma once
+
+#include "Platform/Desktop.h"
+#include "Platform/Linux/Wayland/WaylandSession.h"
+
+#include <memory>
+
+namespace talmo {
+
+/// Replaces those ports of a desktop for which the compositor offers something that also works with Wayland windows.
+/// What is missing then is in the desktop's limits.
+void useWayland(Desktop &desktop, const std::shared_ptr<WaylandSession> &session, const DesktopOptions &options);
+
+} // namespace talmo
