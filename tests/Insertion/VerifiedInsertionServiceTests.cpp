@@ -69,7 +69,7 @@ TEST(VerifiedInsertionService, hasDistinctMessageForEachFailure)
     QStringList told;
     for (const auto outcome :
          {PasteReceipt::Outcome::NotTaken, PasteReceipt::Outcome::WindowHangs, PasteReceipt::Outcome::NoWindow,
-          PasteReceipt::Outcome::KeyboardGrabbed, PasteReceipt::Outcome::NoPasteKey,
+          PasteReceipt::Outcome::KeyboardGrabbed, PasteReceipt::Outcome::NoPasteKey, PasteReceipt::Outcome::CannotType,
           PasteReceipt::Outcome::WindowChanged, PasteReceipt::Outcome::ClipboardLost}) {
         told.append(outcomeOf(outcome));
         EXPECT_FALSE(told.last().contains(u'%')) << told.last().toStdString();
