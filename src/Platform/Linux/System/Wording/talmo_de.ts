@@ -775,5 +775,33 @@
         <source>Fn</source>
         <translation>Fn</translation>
     </message>
+    <message>
+        <source>Copied: press %1</source>
+        <translation>Kopiert: %1 drücken</translation>
+    </message>
+    <message>
+        <source>Dictation key</source>
+        <translation>Diktiertaste</translation>
+    </message>
+    <message>
+        <source>This desktop may not tell Talmo about keys while a Wayland window is in front.</source>
+        <translation>Diese Arbeitsumgebung meldet Talmo Tasten möglicherweise nicht, während ein Wayland-Fenster vorn ist.</translation>
+    </message>
+    <message>
+        <source>Bind a key to “talmoctl toggle” in the desktop&apos;s keyboard settings.</source>
+        <translation>Belegen Sie in den Tastatureinstellungen der Arbeitsumgebung eine Taste mit „talmoctl toggle“.</translation>
+    </message>
+    <message>
+        <source>Inserting text</source>
+        <translation>Text einfügen</translation>
+    </message>
+    <message>
+        <source>This desktop does not let Talmo type into Wayland windows.</source>
+        <translation>Diese Arbeitsumgebung lässt Talmo nicht in Wayland-Fenster schreiben.</translation>
+    </message>
+    <message>
+        <source>After a dictation, paste the text with Ctrl+V.</source>
+        <translation>Fügen Sie den Text nach dem Diktat mit Strg+V ein.</translation>
+    </message>
 </context>
 </TS>

@@ -775,5 +775,33 @@
         <source>Fn</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Copied: press %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Dictation key</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This desktop may not tell Talmo about keys while a Wayland window is in front.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bind a key to “talmoctl toggle” in the desktop&apos;s keyboard settings.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Inserting text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This desktop does not let Talmo type into Wayland windows.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>After a dictation, paste the text with Ctrl+V.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -775,5 +775,33 @@
         <source>Fn</source>
         <translation>Fn</translation>
     </message>
+    <message>
+        <source>Copied: press %1</source>
+        <translation>Copiado: pulse %1</translation>
+    </message>
+    <message>
+        <source>Dictation key</source>
+        <translation>Tecla de dictado</translation>
+    </message>
+    <message>
+        <source>This desktop may not tell Talmo about keys while a Wayland window is in front.</source>
+        <translation>Es posible que este escritorio no informe a Talmo de las teclas mientras haya una ventana de Wayland en primer plano.</translation>
+    </message>
+    <message>
+        <source>Bind a key to “talmoctl toggle” in the desktop&apos;s keyboard settings.</source>
+        <translation>Asigne una tecla a «talmoctl toggle» en los ajustes de teclado del escritorio.</translation>
+    </message>
+    <message>
+        <source>Inserting text</source>
+        <translation>Inserción de texto</translation>
+    </message>
+    <message>
+        <source>This desktop does not let Talmo type into Wayland windows.</source>
+        <translation>Este escritorio no permite que Talmo escriba en ventanas de Wayland.</translation>
+    </message>
+    <message>
+        <source>After a dictation, paste the text with Ctrl+V.</source>
+        <translation>Después de dictar, pegue el texto con Ctrl+V.</translation>
+    </message>
 </context>
 </TS>

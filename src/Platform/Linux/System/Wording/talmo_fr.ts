@@ -775,5 +775,33 @@
         <source>Fn</source>
         <translation>Fn</translation>
     </message>
+    <message>
+        <source>Copied: press %1</source>
+        <translation>Copié : appuyez sur %1</translation>
+    </message>
+    <message>
+        <source>Dictation key</source>
+        <translation>Touche de dictée</translation>
+    </message>
+    <message>
+        <source>This desktop may not tell Talmo about keys while a Wayland window is in front.</source>
+        <translation>Ce bureau n’informe peut-être pas Talmo des touches lorsqu’une fenêtre Wayland est au premier plan.</translation>
+    </message>
+    <message>
+        <source>Bind a key to “talmoctl toggle” in the desktop&apos;s keyboard settings.</source>
+        <translation>Associez une touche à « talmoctl toggle » dans les paramètres clavier du bureau.</translation>
+    </message>
+    <message>
+        <source>Inserting text</source>
+        <translation>Insertion du texte</translation>
+    </message>
+    <message>
+        <source>This desktop does not let Talmo type into Wayland windows.</source>
+        <translation>Ce bureau ne permet pas à Talmo d’écrire dans les fenêtres Wayland.</translation>
+    </message>
+    <message>
+        <source>After a dictation, paste the text with Ctrl+V.</source>
+        <translation>Après une dictée, collez le texte avec Ctrl+V.</translation>
+    </message>
 </context>
 </TS>
