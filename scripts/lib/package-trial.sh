@@ -24,6 +24,9 @@ apt update
 apt install xvfb openbox xterm xdotool x11-utils pulseaudio pulseaudio-utils flite fonts-dejavu-core dbus
 files > /trial/before
 
+# The X server refuses the focus to a window that is not shown yet.
+focus_notes() { xdotool search --onlyvisible --name Notes windowfocus --sync; }
+
 start_desktop() {
   export HOME=/tmp/user XDG_RUNTIME_DIR=/tmp/runtime DISPLAY=:7
   mkdir -p "$HOME" && mkdir -m 700 "$XDG_RUNTIME_DIR"
@@ -35,8 +38,7 @@ start_desktop() {
     >/trial/pulseaudio.log 2>&1 &
   wait_for "the sound server" pactl set-default-source microphone
   xterm -title Notes -e sh -c 'stty -icanon; exec cat > /tmp/notes' &
-  wait_for "a window" xdotool search --name Notes
-  xdotool search --name Notes windowfocus
+  wait_for "a window" focus_notes
   flite -voice slt -t "the computer does not start after the last update" -o /tmp/speech.wav
 }
 
@@ -59,7 +61,8 @@ dictate() {
   local before
   before=$(stat -c %s /tmp/notes)
   : > /trial/talmo.log
-  xdotool search --name Notes windowfocus keydown Control_R
+  wait_for "the focus" focus_notes
+  xdotool keydown Control_R
   wait_for "the recording" grep -q "state: recording" /trial/talmo.log
   paplay --device=speaker /tmp/speech.wav
   xdotool keyup Control_R
