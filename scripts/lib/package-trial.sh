@@ -94,7 +94,7 @@ stop_talmo
 echo "Purging"
 apt purge talmo
 [ -z "$(dpkg-query -W -f '${db:Status-Status}' talmo 2>/dev/null)" ] || fail "talmo is still known to dpkg"
-! command -v talmo talmoctl || fail "the programs are still there"
+[ ! -e /usr/bin/talmo ] && [ ! -e /usr/bin/talmoctl ] || fail "the programs are still there"
 apt autoremove --purge
 files > /trial/after
 left=$(LC_ALL=C comm -13 /trial/before /trial/after | grep -iE 'talmo' || true)

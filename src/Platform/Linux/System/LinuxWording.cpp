@@ -20,12 +20,6 @@ void add(const QLocale &locale, const QString &name, const QString &folder)
     }
 }
 
-/// The language that the user reads: numbers and dates, by which a locale is known, may follow another one.
-QLocale::Language languageOfTexts()
-{
-    return QLocale(QLocale().uiLanguages().value(0)).language();
-}
-
 } // namespace
 
 void installWording()
@@ -34,7 +28,7 @@ void installWording()
     const QString folder = QStringLiteral(":/wording");
     const QLocale fallback(QLocale::English);
     add(fallback, name, folder);
-    if (languageOfTexts() != fallback.language()) {
+    if (QLocale().language() != fallback.language()) {
         add(QLocale(), QStringLiteral("qtbase"), QLibraryInfo::path(QLibraryInfo::TranslationsPath));
         add(QLocale(), name, folder);
     }
