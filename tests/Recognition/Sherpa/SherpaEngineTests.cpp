@@ -83,12 +83,13 @@ protected:
     }
     static QCoro::Task<QString> problemOf(QCoro::Task<FileTranscript> task)
     {
+        QString problem;
         try {
             co_await task;
         } catch (const Error &error) {
-            co_return error.localizedDescription();
+            problem = error.localizedDescription();
         }
-        co_return QString();
+        co_return problem;
     }
     QString tones(std::initializer_list<double> frequencies)
     {
