@@ -25,7 +25,11 @@ apt install xvfb openbox xterm xdotool x11-utils pulseaudio pulseaudio-utils fli
 files > /trial/before
 
 # The X server refuses the focus to a window that is not shown yet.
-focus_notes() { xdotool search --onlyvisible --name Notes windowfocus --sync; }
+focus_notes() {
+  local window
+  window=$(xdotool search --onlyvisible --name '^Notes$' | tail -1)
+  [ -n "$window" ] && xdotool windowfocus "$window" && [ "$(xdotool getwindowfocus)" = "$window" ]
+}
 
 start_desktop() {
   export HOME=/tmp/user XDG_RUNTIME_DIR=/tmp/runtime DISPLAY=:7
