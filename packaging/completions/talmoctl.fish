@@ -1,6 +1,6 @@
 # Fish completion for talmoctl.
-set -l commands format clean instructions transcribe insert last restore-clipboard pause resume engines check-model \
-    model setup
+set -l commands format clean instructions transcribe insert last restore-clipboard press release toggle pause resume \
+    engines check-model model setup
 set -l before "not __fish_seen_subcommand_from $commands"
 set -l actions list install remove use
 set -l before_action "__fish_seen_subcommand_from model; and not __fish_seen_subcommand_from $actions"
@@ -20,6 +20,9 @@ complete -c talmoctl -n $before -a transcribe -d 'Transcribe a sound file'
 complete -c talmoctl -n $before -a insert -d 'Paste text into the active window'
 complete -c talmoctl -n $before -a last -d 'Print the last dictation'
 complete -c talmoctl -n $before -a restore-clipboard -d 'Restore the clipboard from before a failed insertion'
+complete -c talmoctl -n $before -a press -d 'Do what pressing the key does'
+complete -c talmoctl -n $before -a release -d 'Do what releasing the key does'
+complete -c talmoctl -n $before -a toggle -d 'Start recording hands-free, or end the recording'
 complete -c talmoctl -n $before -a pause -d 'Make the dictation key do nothing'
 complete -c talmoctl -n $before -a resume -d 'Let the dictation key work again'
 complete -c talmoctl -n $before -a engines -d 'List engines and models, and test each'
