@@ -17,7 +17,7 @@ Pasting openPasting()
             std::make_shared<XInputTrust>(session, nullptr),
             std::make_shared<AtSpiFocusedField>(session),
             [pasteboard] { return pasteboard->shutDown(); },
-            [pasteboard] { return pasteboard->relieved(); }};
+            [pasteboard] { return pasteboard->ownershipLost(); }};
 }
 
 } // namespace talmo
