@@ -220,7 +220,7 @@ TEST_F(SherpaEngineTest, modelAddedWhileRunningIsUsed)
 
 TEST_F(SherpaEngineTest, checksModelOnlyWhenChanged)
 {
-    const SherpaEngine toy(u"toy"_s, library, models.filePath(u"toy"_s));
+    const SherpaEngine toy(u"toy"_s, SherpaLibrary::open(library), models.filePath(u"toy"_s));
     EXPECT_EQ(engines(configuration())->engines().size(), 2U);
     // If this model is recorded as good, nothing is loaded: an invalid file goes unnoticed.
     QFile model(models.filePath(u"toy/model.onnx"_s));
