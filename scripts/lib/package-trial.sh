@@ -22,6 +22,9 @@ files() { find / -xdev \( -path /proc -o -path /sys -o -path /dev -o -path /tmp 
 apt update
 # What a desktop has, and who speaks; what Talmo itself needs must come with its package.
 apt install xvfb openbox xterm xdotool x11-utils pulseaudio pulseaudio-utils flite fonts-dejavu-core dbus
+# A trial that failed may have left it.
+dpkg --purge talmo >/dev/null 2>&1 || true
+apt autoremove --purge
 files > /trial/before
 
 # The X server refuses the focus to a window that is not shown yet.
