@@ -90,6 +90,57 @@ void SoundServer::muteMicrophone(bool isMuted)
     control({QStringLiteral("set-source-mute"), QStringLiteral("mic"), QString::number(isMuted ? 1 : 0)});
 }
 
+void SoundServer::addNamedMicrophone(const QString &name, const QString &title, bool isSilent)
+{
+    QStringList arguments{QStringLiteral("load-module")};
+    if (isSilent) {
+        arguments << QStringLiteral("module-null-source") << QStringLiteral("source_name=") + name
+                  << QStringLiteral("description=\"%1\"").arg(title);
+    } else {
+        arguments << QStringLiteral("module-remap-source") << QStringLiteral("master=speech.monitor")
+                  << QStringLiteral("source_name=") + name
+                  << QStringLiteral("source_properties='device.description=\"%1\"'").arg(title);
+    }
+    const QString module = control(arguments);
+    if (module.isEmpty()) {
+        throw Error(QStringLiteral("The sound server did not create a microphone: ") + m_server->output());
+    }
+    m_namedModules.insert(name, module);
+}
+
+void SoundServer::removeNamedMicrophone(const QString &name)
+{
+    control({QStringLiteral("unload-module"), m_namedModules.take(name)});
+}
+
+QStringList SoundServer::recordingNumbers()
+{
+    QStringList numbers;
+    const QString list = control({QStringLiteral("list"), QStringLiteral("short"), QStringLiteral("source-outputs")});
+    for (const auto &line : list.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+        // The remapped microphones read from their master; those have no client.
+        if (line.section(QLatin1Char('\t'), 2, 2) != QStringLiteral("-")) {
+            numbers.append(line.section(QLatin1Char('\t'), 0, 0));
+        }
+    }
+    return numbers;
+}
+
+int SoundServer::recordings()
+{
+    return static_cast<int>(recordingNumbers().size());
+}
+
+bool SoundServer::moveRecording(const QString &toName)
+{
+    const auto numbers = recordingNumbers();
+    if (numbers.size() != 1) {
+        return false;
+    }
+    control({QStringLiteral("move-source-output"), numbers.first(), toName});
+    return true;
+}
+
 void SoundServer::switchMicrophone()
 {
     control({QStringLiteral("load-module"), QStringLiteral("module-remap-source"),

@@ -2,6 +2,7 @@
 
 #include "ChildProcess.h"
 
+#include <QMap>
 #include <QProcessEnvironment>
 #include <QString>
 
@@ -27,6 +28,12 @@ public:
     /// `options` are those of module-remap-source, such as "rate=8000".
     void addMicrophone(const QStringList &options = {});
     void muteMicrophone(bool isMuted);
+    /// A further microphone, which gives silence, or else the same sound as the first.
+    void addNamedMicrophone(const QString &name, const QString &title, bool isSilent = false);
+    void removeNamedMicrophone(const QString &name);
+    /// Moves the recording under way, as the desktop's mixer does. False if there is not exactly one.
+    bool moveRecording(const QString &toName);
+    int recordings();
     /// Makes another source the default one, as the desktop's mixer would; it records the same sound.
     void switchMicrophone();
     void killServer();
@@ -42,10 +49,12 @@ public:
 private:
     void startServer();
     QString control(const QStringList &arguments);
+    QStringList recordingNumbers();
 
     QString m_folder;
     QProcessEnvironment m_environment;
     QString m_microphoneModule;
+    QMap<QString, QString> m_namedModules;
     std::unique_ptr<ChildProcess> m_server;
 };
 

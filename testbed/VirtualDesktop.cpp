@@ -90,7 +90,12 @@ void VirtualDesktop::storeSettings(const QJsonObject &settings)
 {
     QDir(m_folder.path()).mkpath(QStringLiteral("config/talmo"));
     QFile file(m_folder.filePath(QStringLiteral("config/talmo/settings.json")));
-    const auto bytes = QJsonDocument(settings).toJson();
+    QJsonObject stored = settings;
+    const QString welcomeShown = QStringLiteral("linux.welcomeShown");
+    if (!stored.contains(welcomeShown)) {
+        stored.insert(welcomeShown, true); // The welcome would take the focus from the window dictated into.
+    }
+    const auto bytes = QJsonDocument(stored).toJson();
     if (!file.open(QFile::WriteOnly) || file.write(bytes) != bytes.size()) {
         throw Error(QStringLiteral("Cannot write the settings file: ") + file.errorString());
     }

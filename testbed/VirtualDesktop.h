@@ -30,7 +30,7 @@ public:
     /// Private to this desktop and deleted with it.
     QString folder() const { return m_folder.path(); }
     /// Replaces the settings of any Talmo started on this desktop. Initially they switch the language model off, since
-    /// a server may be running on this machine.
+    /// a server may be running on this machine. No welcome is shown unless these say so.
     void storeSettings(const QJsonObject &settings);
 
     /// Waits until a window whose title contains this text is shown and has the focus.

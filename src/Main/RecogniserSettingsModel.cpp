@@ -183,6 +183,12 @@ void RecogniserSettingsModel::acceptOffer()
     }
 }
 
+void RecogniserSettingsModel::languageChanged()
+{
+    Q_EMIT objectWillChange();
+    m_recommendation.reset();
+}
+
 void RecogniserSettingsModel::install(const QString &modelId)
 {
     if (const ModelEntry *entry = m_models->catalogue().find(modelId)) {

@@ -31,6 +31,7 @@ public:
 
     std::optional<Offer> offer() const override;
     void acceptOffer() override;
+    void languageChanged() override;
 
     void install(const QString &modelId) override;
     void cancelInstallation() override { m_models->cancel(); }

@@ -1,5 +1,6 @@
 #include "Main/Services.h"
 
+#include "App/DiagnosedTranscriptionService.h"
 #include "App/DictationCancellation.h"
 #include "App/LingeringOverlay.h"
 #include "App/TidyEndCleanupService.h"
@@ -66,6 +67,19 @@ std::shared_ptr<SpacedInsertionService> makeInsertion(const ServiceParts &parts)
         exact, desktop.cursorWatch, [options = parts.options] { return options->isOn(DictationOption::SpaceBetween); });
 }
 
+/// Whoever speaks on into an unplugged microphone sees it on the card, beside the title.
+void tellOfUnplugging(const ServiceParts &parts, const std::shared_ptr<DictationNotice> &notice)
+{
+    parts.audioEngine->setOnUnplugged([weak = std::weak_ptr(notice), executor = parts.executors.main] {
+        executor->post([weak] {
+            if (const auto shown = weak.lock();
+                shown && TalmoCoordinator::shared().state().is(TalmoState::Case::Recording)) {
+                shown->setHint(QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Microphone unplugged")), {});
+            }
+        });
+    });
+}
+
 } // namespace
 
 Services::Services(const ServiceParts &parts)
@@ -94,6 +108,7 @@ Services::Services(const ServiceParts &parts)
       recovery(
           std::make_shared<DictationRecovery>(lastDictation, parts.desktop->pasteboard, parts.desktop->pasteWitness))
 {
+    tellOfUnplugging(parts, notice);
     // A recording under way ends as its key would have ended it, which cannot any more.
     const auto endGesture = [paused = pause.get(), weakGestures = std::weak_ptr(gestures),
                              weakKeys = std::weak_ptr(keys)] {
@@ -113,7 +128,8 @@ std::unique_ptr<TalmoCoordinator> Services::makeCoordinator(const ServiceParts &
     made.permissions = permissions;
     made.settings = TalmoSettings::shared();
     made.audioRecorder = recorder;
-    made.transcriptionService = std::make_shared<RememberedTranscriptionService>(transcription, lastDictation);
+    made.transcriptionService = std::make_shared<RememberedTranscriptionService>(
+        std::make_shared<DiagnosedTranscriptionService>(transcription, parts.audioEngine), lastDictation);
     made.hotkeyManager = gestures;
     made.textCleanupService = std::make_shared<RememberedCleanupService>(
         std::make_shared<TidyEndCleanupService>(interruptibleCleanup), lastDictation);

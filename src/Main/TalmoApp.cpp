@@ -7,6 +7,9 @@
 #include "Control/ControlSocket.h"
 #include "LanguageModel/SmallerModel.h"
 #include "Main/DictationOptionsModel.h"
+#include "Main/HotkeySettingsModel.h"
+#include "Main/LanguageSettingsModel.h"
+#include "Main/MicrophoneSettingsModel.h"
 #include "Main/PasswordFieldSettingsModel.h"
 #include "Main/RecogniserSettingsModel.h"
 #include "Main/Shutdown.h"
@@ -31,6 +34,11 @@
 namespace talmo {
 
 namespace {
+
+const QString welcomeShownKey = QStringLiteral("linux.welcomeShown");
+const QString iconMissingToldKey = QStringLiteral("linux.iconMissingTold");
+/// How long a panel may take to start with the session.
+constexpr Duration panelStartTime = std::chrono::seconds(10);
 
 /// The recogniser changes even if the choice cannot be saved; then the caller gets the error.
 QCoro::Task<void> chooseRecogniser(std::shared_ptr<RecogniserSettingsModel> recogniser,
@@ -125,7 +133,68 @@ void TalmoApp::start()
     followActivation();
     showInterface(coordinator);
     tellLimitsOnce();
+    followMicrophone();
+    followPause();
     listenForOthers();
+    welcome();
+}
+
+/// A recording goes on without the chosen microphone, so that no sentence is lost; nobody looks into the settings then.
+void TalmoApp::followMicrophone()
+{
+    const auto tell = [weak = std::weak_ptr(m_microphone)] {
+        if (const auto microphone = weak.lock()) {
+            const QString text = Wording::text(QT_TRANSLATE_NOOP(
+                "Talmo", "“%1” is not connected. Talmo records from the system's default microphone instead."));
+            showDesktopNotice(text.arg(microphone->chosenTitle()));
+        }
+    };
+    m_audioEngine->setOnChosenMissing([tell, executor = m_executors.main](bool isMissing) {
+        if (isMissing) {
+            executor->post(tell);
+        }
+    });
+}
+
+/// A paused Talmo keeps no key from the other programs.
+void TalmoApp::followPause()
+{
+    if (!m_desktop->hotkeys) {
+        return;
+    }
+    const auto *pause = m_services->pause.get();
+    connect(
+        pause, &Observable::objectWillChange, this,
+        [this, pause] { m_desktop->hotkeys->setReleased(pause->isPaused()); }, Qt::QueuedConnection);
+}
+
+void TalmoApp::welcome()
+{
+    if (!m_defaults->boolean(welcomeShownKey).value_or(false)) {
+        m_defaults->set(welcomeShownKey, true);
+        m_interface->openWelcome();
+    }
+    if (!m_defaults->boolean(iconMissingToldKey).value_or(false)) {
+        logEscapes(tellWhereTalmoIs(this));
+    }
+}
+
+/// Once: who has been told knows. Not at once: a panel may start after Talmo.
+QCoro::Task<void> TalmoApp::tellWhereTalmoIs(QPointer<TalmoApp> self)
+{
+    const std::shared_ptr<Clock> clock = self->m_clock;
+    const auto time = clock->sleep(panelStartTime);
+    try {
+        co_await time;
+    } catch (const Cancelled &) {
+        co_return;
+    }
+    if (!self || !self->m_desktop->statusItem || self->m_desktop->statusItem->isShown()) {
+        co_return;
+    }
+    self->m_defaults->set(iconMissingToldKey, true);
+    showDesktopNotice(Wording::text(QT_TRANSLATE_NOOP(
+        "Talmo", "Talmo is running. This desktop has no place for its icon: start Talmo again to open its settings.")));
 }
 
 void TalmoApp::tellLimitsOnce()
@@ -165,6 +234,18 @@ void TalmoApp::showInterface(TalmoCoordinator &coordinator)
             }
         });
     context.pause = m_services->pause;
+    m_microphone = std::make_shared<MicrophoneSettingsModel>(
+        m_defaults, m_clock, [engine = m_audioEngine](const QString &name) { engine->chooseMicrophone(name); });
+    context.microphone = m_microphone;
+    if (m_desktop->hotkeys) {
+        m_hotkeys = std::make_shared<HotkeySettingsModel>(m_defaults, m_desktop->hotkeys, [](const QString &name) {
+            TalmoSettings::shared()->setHotkeyDisplayName(name);
+        });
+    }
+    context.hotkeys = m_hotkeys;
+    m_language = std::make_shared<LanguageSettingsModel>(m_defaults, m_locale, m_recognisers.engines,
+                                                         m_recogniserSettings, m_recognisers.models->catalogue());
+    context.language = m_language;
     const UserInterfaceParts parts{m_desktop->statusItem, m_desktop->makePanelWindow, m_desktop->screens,
                                    m_desktop->focus, m_desktop->shell};
     m_interface = std::make_unique<UserInterface>(context, parts);
@@ -229,6 +310,8 @@ QCoro::Task<void> TalmoApp::shutDown()
     m_warmUp.reset();
     m_control.reset();
     m_interface.reset();
+    m_microphone.reset();
+    m_hotkeys.reset();
     m_desktop->appearance.reset();
     m_desktop->statusItem.reset();
     TalmoCoordinator::shared(); // So that there are services to shut down, even if start() was never called.

@@ -7,6 +7,7 @@
 #include "Recognition/Recognisers.h"
 
 #include <QObject>
+#include <QPointer>
 
 #include <functional>
 #include <memory>
@@ -16,9 +17,13 @@ namespace talmo {
 class AppDelegate;
 class ControlServer;
 class DictationOptionsModel;
+class HotkeySettingsModel;
 class JsonUserDefaults;
+class LanguageSettingsModel;
+class MicrophoneSettingsModel;
 class PasswordFieldSettingsModel;
 class RecogniserSettingsModel;
+class SystemLocaleSource;
 class TimerFdClock;
 class UserInterface;
 class WarmUp;
@@ -54,8 +59,12 @@ private:
     void showInterface(TalmoCoordinator &coordinator);
     /// What this desktop does not allow, as a notification.
     void tellLimitsOnce();
+    void followMicrophone();
+    void followPause();
+    void welcome();
     void listenForOthers();
     void followActivation();
+    static QCoro::Task<void> tellWhereTalmoIs(QPointer<TalmoApp> self);
     static QCoro::Task<void> askAgainIfDenied(std::shared_ptr<PermissionsManager> permissions);
 
     Executors m_executors;
@@ -69,7 +78,10 @@ private:
     std::shared_ptr<RecogniserSettingsModel> m_recogniserSettings;
     std::shared_ptr<PasswordFieldSettingsModel> m_passwordFields;
     std::shared_ptr<DictationOptionsModel> m_options;
-    std::shared_ptr<LocaleSource> m_locale;
+    std::shared_ptr<SystemLocaleSource> m_locale;
+    std::shared_ptr<MicrophoneSettingsModel> m_microphone;
+    std::shared_ptr<HotkeySettingsModel> m_hotkeys;
+    std::shared_ptr<LanguageSettingsModel> m_language;
     std::shared_ptr<Services> m_services;
     std::unique_ptr<AppDelegate> m_delegate;
     std::unique_ptr<UserInterface> m_interface;

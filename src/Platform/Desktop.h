@@ -4,6 +4,7 @@
 #include "Base/Clock.h"
 #include "Input/Hotkey/CancelKey.h"
 #include "Input/Hotkey/EventMonitor.h"
+#include "Input/Hotkey/HotkeyControl.h"
 #include "Input/Permissions/InputTrust.h"
 #include "Insertion/CursorWatch.h"
 #include "Insertion/FocusedField.h"
@@ -42,6 +43,8 @@ struct Desktop {
     QString hotkeyName;
     std::shared_ptr<EventMonitor> eventMonitor;
     std::shared_ptr<CancelKey> cancelKey;
+    /// Null if the keys to hold cannot be chosen here.
+    std::shared_ptr<HotkeyControl> hotkeys;
     std::shared_ptr<Pasteboard> pasteboard;
     std::shared_ptr<PasteWitness> pasteWitness;
     std::shared_ptr<KeyEventPoster> keyPoster;

@@ -69,6 +69,9 @@ public:
     /// Installs what is offered, and uses it from the next recording on.
     virtual void acceptOffer() = 0;
 
+    /// The user's language is another one now.
+    virtual void languageChanged() = 0;
+
     virtual void install(const QString &modelId) = 0;
     virtual void cancelInstallation() = 0;
     virtual void remove(const QString &modelId) = 0;

@@ -65,12 +65,23 @@ void UserInterface::perform(MenuAction action)
     }
 }
 
-void UserInterface::openSettings()
+SettingsWindow &UserInterface::settingsWindow()
 {
     if (!m_settings) {
         m_settings = std::make_unique<SettingsWindow>(m_context, m_parts.screens);
     }
-    m_settings->open();
+    return *m_settings;
+}
+
+void UserInterface::openWelcome()
+{
+    settingsWindow().openWelcome();
+    m_parts.shell->activateIgnoringOtherApps();
+}
+
+void UserInterface::openSettings()
+{
+    settingsWindow().open();
     m_parts.shell->activateIgnoringOtherApps();
 }
 

@@ -33,6 +33,8 @@ public:
     UserInterface(ViewContext context, UserInterfaceParts parts);
     ~UserInterface();
 
+    /// Like openSettings(), with the welcome.
+    void openWelcome();
     /// Opens the settings window and brings it to the front.
     void openSettings();
     /// Closes whatever is in the way of an insertion; finishes when the frontmost window has the keyboard focus again.
@@ -40,6 +42,7 @@ public:
 
 private:
     void perform(MenuAction action);
+    SettingsWindow &settingsWindow();
 
     ViewContext m_context;
     UserInterfaceParts m_parts;

@@ -6,6 +6,9 @@
 #include "App/TalmoCoordinator.h"
 #include "Input/Permissions/PermissionsManager.h"
 #include "Settings/DictationOptions.h"
+#include "Settings/HotkeySettings.h"
+#include "Settings/LanguageSettings.h"
+#include "Settings/MicrophoneSettings.h"
 #include "Settings/PasswordFieldSettings.h"
 #include "Settings/RecogniserSettings.h"
 #include "Settings/TalmoSettings.h"
@@ -46,6 +49,10 @@ struct ViewContext {
     std::shared_ptr<WordPronunciations> pronunciations;
     /// Null if the key cannot be paused.
     std::shared_ptr<DictationPause> pause;
+    /// Null if the platform offers no choice.
+    std::shared_ptr<MicrophoneSettings> microphone;
+    std::shared_ptr<HotkeySettings> hotkeys;
+    std::shared_ptr<LanguageSettings> language;
 };
 
 } // namespace talmo

@@ -4,8 +4,9 @@ namespace talmo::ctl {
 
 QList<Command> allCommands()
 {
-    QList<Command> commands{formatCommand(), cleanCommand(),   instructionsCommand(), transcribeCommand(),
-                            insertCommand(), enginesCommand(), checkModelCommand(),   setupCommand()};
+    QList<Command> commands{formatCommand(),     cleanCommand(),  instructionsCommand(),
+                            transcribeCommand(), insertCommand(), enginesCommand(),
+                            checkModelCommand(), setupCommand(),  doctorCommand()};
     return commands + recoveryCommands() + keyCommands() + pauseCommands() + modelCommands();
 }
 

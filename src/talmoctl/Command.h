@@ -51,6 +51,7 @@ Command insertCommand();
 Command enginesCommand();
 Command checkModelCommand();
 Command setupCommand();
+Command doctorCommand();
 QList<Command> modelCommands();
 QList<Command> recoveryCommands();
 QList<Command> keyCommands();

@@ -67,14 +67,14 @@ FAULT(Language, languageUnsupported, "The desktop's language has no recogniser",
 }
 
 FAULT(Language, neuralLibraryMissing, "The library that the settings name for the language's recogniser is missing",
-      "An error that names it")
+      "An error that says what to do")
 {
     desktop.storeSettings({{u"linux.neuralLibrary"_s, u"/nonexistent/library.so"_s}});
     environment.insert(u"LC_ALL"_s, u"fr_FR.UTF-8"_s);
     environment.insert(u"LANG"_s, u"fr_FR.UTF-8"_s);
     startTalmo();
     keyboard.press(key);
-    EXPECT_TRUE(talmoSays(u"error: The neural recogniser's library is not installed; it was looked for in "_s));
+    EXPECT_TRUE(talmoSays(u"error: The neural recogniser's library is not installed. Install the recogniser"_s));
     keyboard.release(key);
 }
 

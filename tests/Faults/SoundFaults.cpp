@@ -93,14 +93,14 @@ FAULT(Sound, microphoneSwitchedInMidSentence, "Another microphone becomes the de
     nextDictationWorks();
 }
 
-FAULT(Sound, microphoneMuted, "The microphone is muted", "“No speech detected.”")
+FAULT(Sound, microphoneMuted, "The microphone is muted", "“The microphone … gives only silence. Is it muted?”")
 {
     openQtWindow();
     startTalmo();
     sound->muteMicrophone(true);
     holdAndSpeak();
     keyboard.release(key);
-    EXPECT_TRUE(talmoSays(u"error: No speech detected."_s));
+    EXPECT_TRUE(talmoSays(u"gives only silence. Is it muted?"_s));
     sound->muteMicrophone(false);
     nextDictationWorks();
 }

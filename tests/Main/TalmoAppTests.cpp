@@ -8,6 +8,7 @@
 #include "Support/TestLoop.h"
 #include "UI/ViewWorld.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -46,9 +47,28 @@ protected:
         }
         qputenv("PULSE_SERVER", "unix:/nonexistent");
         QDir(home.path()).mkdir(u"talmo"_s);
+        storeSettings(R"({"linux.languageModelAddress": "off", "linux.welcomeShown": true})");
+    }
+    void storeSettings(const QByteArray &json) const
+    {
         QFile settings(home.filePath(u"talmo/settings.json"_s));
         EXPECT_TRUE(settings.open(QFile::WriteOnly));
-        settings.write(R"({"linux.languageModelAddress": "off"})");
+        settings.write(json);
+    }
+    /// Whether the welcome was open once Talmo had started.
+    bool isWelcomedByAStart()
+    {
+        TalmoApp app([this](const DesktopOptions &options) { return madeUpDesktop(options); });
+        app.start();
+        settle();
+        const auto windows = QApplication::topLevelWidgets();
+        const bool isShown = std::any_of(windows.begin(), windows.end(), [](const QWidget *window) {
+            return window->isVisible() && window->windowTitle() == u"Welcome to Talmo"_s;
+        });
+        bool isDone = false;
+        logEscapes(note(app.shutDown(), &isDone));
+        EXPECT_TRUE(waitFor([&isDone] { return isDone; }));
+        return isShown;
     }
     Desktop madeUpDesktop(const DesktopOptions &options)
     {
@@ -103,6 +123,13 @@ TEST_F(TalmoAppTest, startsAndEndsOnAnyDesktop)
     logEscapes(note(app.shutDown(), &isDone));
     EXPECT_TRUE(waitFor([&isDone] { return isDone; }));
     EXPECT_TRUE(isShutDown);
+}
+
+TEST_F(TalmoAppTest, welcomesANewUserOnce)
+{
+    storeSettings(R"({"linux.languageModelAddress": "off"})");
+    EXPECT_TRUE(isWelcomedByAStart());
+    EXPECT_FALSE(isWelcomedByAStart());
 }
 
 } // namespace talmo::test

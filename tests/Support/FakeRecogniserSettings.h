@@ -45,6 +45,7 @@ public:
     QString problem() const override { return wrongInstallation; }
     std::optional<Offer> offer() const override { return underWay ? std::nullopt : offered; }
     void acceptOffer() override { calls.emplace_back("accept offer"); }
+    void languageChanged() override { change(); }
     void install(const QString &modelId) override { calls.push_back("install " + modelId.toStdString()); }
     void cancelInstallation() override { calls.emplace_back("cancel"); }
     void remove(const QString &modelId) override { calls.push_back("remove " + modelId.toStdString()); }

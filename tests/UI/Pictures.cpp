@@ -5,6 +5,9 @@
 
 #include "Platform/Linux/System/LinuxWording.h"
 #include "Support/FakeDictationOptions.h"
+#include "Support/FakeHotkeySettings.h"
+#include "Support/FakeLanguageSettings.h"
+#include "Support/FakeMicrophoneSettings.h"
 #include "Support/FakePasswordFieldSettings.h"
 #include "Support/FakePasteboard.h"
 #include "Support/FakePronunciations.h"
@@ -13,6 +16,7 @@
 #include "UI/Overlay/RecordingOverlay.h"
 #include "UI/Settings/SettingsTabBar.h"
 #include "UI/Settings/SettingsView.h"
+#include "UI/Settings/WelcomeView.h"
 #include "UI/Settings/WordList.h"
 #include "UI/Style/Appearance.h"
 #include "UI/Style/Card.h"
@@ -227,6 +231,65 @@ void addKeys(Gallery &gallery)
     gallery.addCard(overlay, u"overlay-cancelled"_s);
 }
 
+/// What a new user sees, and the sections for the key, the microphone and the language with what can go wrong.
+void addFirstMinutes(Gallery &gallery)
+{
+    ViewWorld world;
+    world.settings->setHotkeyDisplayName(u"Right Ctrl"_s);
+    const auto microphone = std::make_shared<FakeMicrophoneSettings>();
+    const auto hotkeys = std::make_shared<FakeHotkeySettings>();
+    const auto language = std::make_shared<FakeLanguageSettings>();
+    const auto recogniser = std::make_shared<FakeRecogniserSettings>();
+    world.microphone = microphone;
+    world.hotkeys = hotkeys;
+    world.language = language;
+    world.recogniser = recogniser;
+    hotkeys->suggested = HotkeySettings::Key{u"F9"_s, u"F9"_s};
+    recogniser->offered = {u"Kroko (English), 67 MB. Licences: Apache-2.0, CC-BY-SA-4.0."_s, u"67 MB"_s};
+    constexpr QSize tall(540, 860);
+    {
+        WelcomeView welcome(world.context(), [] {});
+        microphone->beLoud(0.62);
+        gallery.addWindow(welcome, u"welcome"_s, QSize(540, welcome.idealHeight(540)));
+        gallery.addWindow(welcome, u"welcome-low-screen"_s, QSize(540, 600));
+        world.setPermissions(true, true, false);
+        microphone->all = {{QString(), u"System default"_s}};
+        microphone->wrong = u"No microphone was found. Plug one in, or enable one in the desktop's sound settings."_s;
+        microphone->isThere = false;
+        language->wrong = u"Dictating in German needs another recogniser."_s;
+        recogniser->underWay = {u"kroko-de"_s, u"Downloading: 12 of 67 MB, 3.0 MB/s, 18 s left"_s, 0.18};
+        microphone->beLoud(0);
+        microphone->change();
+        language->change();
+        recogniser->change();
+        settle();
+        gallery.addWindow(welcome, u"welcome-problems"_s, QSize(540, welcome.idealHeight(540)));
+    }
+    world.setPermissions(true, true, true);
+    recogniser->underWay = std::nullopt;
+    SettingsView settings(world.context());
+    settings.findChild<QTabBar *>()->setCurrentIndex(2);
+    gallery.addWindow(settings, u"settings-privacy-no-microphone"_s);
+    settings.findChild<QTabBar *>()->setCurrentIndex(0);
+    gallery.addWindow(settings, u"settings-first-problems"_s, tall);
+    microphone->isThere = true;
+    microphone->all = {{QString(), u"System default (Built-in Audio)"_s}, {u"headset"_s, u"Jabra Evolve 65"_s}};
+    microphone->wrong.clear();
+    language->wrong.clear();
+    hotkeys->suggested = std::nullopt;
+    hotkeys->all = {{u"Control_R"_s, u"Right Ctrl"_s}, {u"F9"_s, u"F9"_s}};
+    microphone->setListening(true);
+    microphone->beLoud(0.7);
+    language->change();
+    hotkeys->change();
+    settle();
+    gallery.addWindow(settings, u"settings-first-listening"_s, tall);
+    hotkeys->beginCapture(HotkeySettings::Capture::Add);
+    hotkeys->wrong = u"“A” types text, so it cannot be held. Choose a key that types nothing, such as F9."_s;
+    settle();
+    gallery.addWindow(settings, u"settings-first-capturing"_s, tall);
+}
+
 /// The words with pronunciations, and the kept dictations.
 void addLists(Gallery &gallery)
 {
@@ -261,6 +324,7 @@ void takePictures(const QDir &folder, const Look &look)
     gallery.addIcons();
     addKeys(gallery);
     addLists(gallery);
+    addFirstMinutes(gallery);
     {
         ViewWorld world;
         RecordingOverlay overlay(world.coordinator());

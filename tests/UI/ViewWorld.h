@@ -59,7 +59,10 @@ public:
                 options,
                 nullptr,
                 pronunciations,
-                pause};
+                pause,
+                microphone,
+                hotkeys,
+                language};
     }
 
     TalmoCoordinator &coordinator() { return *world.coordinator; }
@@ -106,10 +109,10 @@ public:
         settle();
         world.onStart = [] { return ready(); };
     }
-    void setPermissions(bool microphone, bool speech, bool accessibility)
+    void setPermissions(bool hasMicrophone, bool speech, bool accessibility)
     {
         constexpr int authorised = 3;
-        authorization->microphone = microphone ? authorised : 0;
+        authorization->microphone = hasMicrophone ? authorised : 0;
         authorization->speech = speech ? authorised : 1;
         trust->trusted = accessibility;
         permissions->refresh();
@@ -133,6 +136,9 @@ public:
     std::shared_ptr<DictationOptions> options;
     std::shared_ptr<WordPronunciations> pronunciations;
     std::shared_ptr<DictationPause> pause;
+    std::shared_ptr<MicrophoneSettings> microphone;
+    std::shared_ptr<HotkeySettings> hotkeys;
+    std::shared_ptr<LanguageSettings> language;
     RecordingWorld world;
 };
 
@@ -232,6 +238,7 @@ public:
     std::function<void(std::optional<QRect>)> onActivated;
     std::function<void(MenuAction)> onChosen;
     int menuCloses = 0;
+    bool isInPanel = true;
 
     void setSymbol(const QString &symbol) override { symbols.push_back(symbol); }
     void setMenu(const MenuContents &contents) override { menus.push_back(contents); }
@@ -240,6 +247,7 @@ public:
         onActivated = std::move(callback);
     }
     void setOnChosen(std::function<void(MenuAction)> callback) override { onChosen = std::move(callback); }
+    bool isShown() const override { return isInPanel; }
     void closeMenu() override { ++menuCloses; }
 };
 

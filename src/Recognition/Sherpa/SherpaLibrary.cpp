@@ -1,6 +1,7 @@
 #include "Recognition/Sherpa/SherpaLibrary.h"
 
 #include "Base/Error.h"
+#include "Base/Log.h"
 #include "Recognition/Sherpa/SherpaFunctions.h"
 
 #include <QDir>
@@ -105,8 +106,10 @@ std::shared_ptr<SherpaLibrary> SherpaLibrary::open(const QString &path)
     if (unusable) {
         throw *unusable;
     }
-    throw Error(QStringLiteral("The neural recogniser's library is not installed; it was looked for in %1.")
-                    .arg(places.join(QStringLiteral(", "))));
+    generalLog().info("the neural recogniser's library was looked for in %@", {places.join(QStringLiteral(", "))});
+    throw Error(QStringLiteral(QT_TRANSLATE_NOOP(
+        "Talmo", "The neural recogniser's library is not installed. Install the recogniser in Talmo's settings, or "
+                 "with “talmoctl setup”.")));
 }
 
 /// Null if there is none. Throws Error if it cannot be used.
@@ -123,8 +126,9 @@ std::shared_ptr<SherpaLibrary> SherpaLibrary::openAt(const QString &place)
         return std::shared_ptr<SherpaLibrary>(new SherpaLibrary(handle, place));
     }
     if (isFile) {
-        throw Error(QStringLiteral("The neural recogniser's library cannot be loaded: %1")
-                        .arg(QString::fromLocal8Bit(dlerror())));
+        generalLog().error("the neural recogniser's library cannot be loaded: %s", {QString::fromLocal8Bit(dlerror())});
+        throw Error(QStringLiteral(QT_TRANSLATE_NOOP(
+            "Talmo", "The neural recogniser's library cannot be loaded. Install the recogniser again.")));
     }
     return nullptr;
 }

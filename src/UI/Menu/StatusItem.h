@@ -24,6 +24,8 @@ public:
     virtual void setOnActivated(std::function<void(std::optional<QRect> place)> callback) = 0;
     /// Called when an entry of the plain menu is chosen.
     virtual void setOnChosen(std::function<void(MenuAction)> callback) = 0;
+    /// Whether the desktop has a place for it.
+    virtual bool isShown() const = 0;
     /// Closes the plain menu if it is open.
     virtual void closeMenu() = 0;
 };

@@ -4,7 +4,10 @@
 #include "UI/Picker.h"
 #include "UI/Settings/DictationOptionsSection.h"
 #include "UI/Settings/EditingServerRow.h"
+#include "UI/Settings/HotkeyRows.h"
 #include "UI/Settings/KeyCap.h"
+#include "UI/Settings/LanguageSection.h"
+#include "UI/Settings/MicrophoneSection.h"
 #include "UI/Settings/RecogniserSection.h"
 #include "UI/Settings/SettingsSection.h"
 #include "UI/Settings/WarningRow.h"
@@ -65,6 +68,12 @@ GeneralSettingsTab::GeneralSettingsTab(ViewContext context)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(sectionSpacing);
     buildPushToTalk(*layout);
+    if (m_context.microphone) {
+        layout->addWidget(new MicrophoneSection(m_context.microphone, MicrophoneSection::Listening::WhenAsked));
+    }
+    if (m_context.language) {
+        layout->addWidget(new LanguageSection(m_context.language));
+    }
     buildCleanup(*layout);
     if (m_context.options) {
         layout->addWidget(new DictationOptionsSection(m_context.options));
@@ -84,6 +93,10 @@ void GeneralSettingsTab::buildPushToTalk(QVBoxLayout &layout)
     section->addRow(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Shortcut")), m_shortcut);
     m_shortcutCaption = TintedLabel::caption({});
     section->addWidget(m_shortcutCaption);
+    if (m_context.hotkeys) {
+        section->addSeparator();
+        section->addWidget(new HotkeyRows(m_context.hotkeys));
+    }
     layout.addWidget(section);
 }
 

@@ -2,6 +2,7 @@
 
 #include "UI/Settings/HistorySection.h"
 #include "UI/Settings/SettingsSection.h"
+#include "UI/Settings/WarningRow.h"
 #include "UI/Style/Appearance.h"
 #include "UI/Style/Symbol.h"
 #include "UI/Style/SymbolLabel.h"
@@ -41,12 +42,31 @@ PrivacySettingsTab::PrivacySettingsTab(ViewContext context)
     layout->setSpacing(sectionSpacing);
     layout->addWidget(makeStatement());
 
+    layout->addWidget(makePermissions());
+    if (m_context.passwordFields) {
+        layout->addWidget(makePasswordFields());
+    }
+    if (m_context.history && m_context.options && m_context.recovery) {
+        layout->addWidget(new HistorySection(m_context.options, m_context.history, m_context.recovery));
+    }
+    layout->addStretch(1);
+    reread();
+}
+
+QWidget *PrivacySettingsTab::makePermissions()
+{
     const auto permissions = m_context.permissions;
     auto *section = new SettingsSection;
     addPermission(
         *section, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Microphone")),
         [permissions] { return permissions->microphoneStatus() == SimpleStatus::Granted; },
         [permissions] { permissions->openMicrophoneSettings(); });
+    if (m_context.microphone) {
+        m_permissions.back().isPresent = [microphone = m_context.microphone] { return microphone->hasMicrophone(); };
+        m_microphoneWatcher = std::make_unique<ChangeWatcher>(*m_context.microphone, [this] { reread(); });
+        m_microphoneProblem = new WarningRow;
+        section->addWidget(m_microphoneProblem);
+    }
     // Speech recognition has no pane of its own; it depends on the microphone.
     addPermission(
         *section, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Speech Recognition")),
@@ -56,15 +76,23 @@ PrivacySettingsTab::PrivacySettingsTab(ViewContext context)
         *section, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Accessibility")),
         [permissions] { return permissions->accessibilityGranted(); },
         [permissions] { permissions->openAccessibilitySettings(); });
-    layout->addWidget(section);
-    if (m_context.passwordFields) {
-        layout->addWidget(makePasswordFields());
+    return section;
+}
+
+void PrivacySettingsTab::showEvent(QShowEvent *event)
+{
+    if (m_context.microphone) {
+        m_context.microphone->setFollowing(true);
     }
-    if (m_context.history && m_context.options && m_context.recovery) {
-        layout->addWidget(new HistorySection(m_context.options, m_context.history, m_context.recovery));
+    QWidget::showEvent(event);
+}
+
+void PrivacySettingsTab::hideEvent(QHideEvent *event)
+{
+    if (m_context.microphone) {
+        m_context.microphone->setFollowing(false);
     }
-    layout->addStretch(1);
-    reread();
+    QWidget::hideEvent(event);
 }
 
 QWidget *PrivacySettingsTab::makePasswordFields()
@@ -110,18 +138,24 @@ void PrivacySettingsTab::addPermission(SettingsSection &section, const QString &
     auto *row = section.addRow(name, button);
     row->insertWidget(0, status);
     row->setSpacing(8);
-    m_permissions.push_back({status, std::move(isGranted)});
+    m_permissions.push_back({status, std::move(isGranted), {}});
 }
 
 void PrivacySettingsTab::reread()
 {
-    for (const auto &[status, isGranted] : m_permissions) {
-        const bool granted = isGranted();
+    for (const auto &[status, isGranted, isPresent] : m_permissions) {
+        const bool isMissing = isPresent && !isPresent();
+        const bool granted = isGranted() && !isMissing;
         status->setSymbol(granted ? QStringLiteral("checkmark.circle.fill")
                                   : QStringLiteral("exclamationmark.triangle.fill"),
                           granted ? &Appearance::green : &Appearance::orange);
-        status->setAccessibleName(granted ? Wording::text(QT_TRANSLATE_NOOP("Talmo", "Granted"))
-                                          : Wording::text(QT_TRANSLATE_NOOP("Talmo", "Not granted")));
+        status->setAccessibleName(isMissing ? Wording::text(QT_TRANSLATE_NOOP("Talmo", "Not found"))
+                                  : granted ? Wording::text(QT_TRANSLATE_NOOP("Talmo", "Granted"))
+                                            : Wording::text(QT_TRANSLATE_NOOP("Talmo", "Not granted")));
+    }
+    if (m_microphoneProblem != nullptr) {
+        const auto &microphone = *m_context.microphone;
+        m_microphoneProblem->setText(microphone.hasMicrophone() ? QString() : microphone.problem());
     }
     if (m_guardPasswordFields != nullptr) {
         const QSignalBlocker blocker(m_guardPasswordFields);

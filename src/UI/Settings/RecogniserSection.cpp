@@ -29,17 +29,6 @@ const char *const choiceCaption = QT_TRANSLATE_NOOP(
 constexpr int progressSteps = 1000;
 constexpr int progressHeight = 9;
 
-QComboBox *makePicker(const QString &name)
-{
-    auto *picker = new Picker;
-    picker->setFont(Appearance::font(Appearance::titleSize));
-    picker->setAccessibleName(name);
-    picker->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    constexpr int charactersShown = 26;
-    picker->setMinimumContentsLength(charactersShown);
-    return picker;
-}
-
 /// Updates the entries of a picker, keeping the selection if it still exists.
 void fill(QComboBox &picker, const QList<RecogniserSettings::Choice> &entries, const QString &selected)
 {
@@ -77,7 +66,7 @@ RecogniserSection::RecogniserSection(std::shared_ptr<RecogniserSettings> setting
 
 void RecogniserSection::buildChoice(SettingsSection &section)
 {
-    m_choice = makePicker(Wording::text(sectionTitle));
+    m_choice = Picker::make(Wording::text(sectionTitle));
     section.addRow(m_choice->accessibleName(), m_choice);
     m_choiceProblem = new WarningRow;
     section.addWidget(m_choiceProblem);
@@ -97,7 +86,7 @@ void RecogniserSection::buildOffer(SettingsSection &section)
 
 void RecogniserSection::buildModels(SettingsSection &section)
 {
-    m_models = makePicker(Wording::text(modelTitle));
+    m_models = Picker::make(Wording::text(modelTitle));
     auto *row = section.addRow(m_models->accessibleName(), m_models);
     m_action = new QPushButton;
     row->addWidget(m_action);

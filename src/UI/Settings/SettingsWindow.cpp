@@ -2,6 +2,7 @@
 
 #include "Base/Task.h"
 #include "UI/Settings/SettingsView.h"
+#include "UI/Settings/WelcomeView.h"
 #include "UI/Style/Appearance.h"
 #include "UI/Style/Wording.h"
 
@@ -36,7 +37,41 @@ SettingsWindow::SettingsWindow(const ViewContext &context, std::shared_ptr<Scree
     }
 }
 
+void SettingsWindow::openWelcome()
+{
+    m_view->hide();
+    m_welcome = new WelcomeView(m_context, [this] { close(); });
+    layout()->addWidget(m_welcome);
+    setWindowTitle(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Welcome to Talmo")));
+    present();
+}
+
+void SettingsWindow::endWelcome()
+{
+    if (m_welcome == nullptr) {
+        return;
+    }
+    m_welcome->hide();
+    m_welcome->deleteLater(); // Its own button may be what closes the window.
+    m_welcome = nullptr;
+    m_view->show();
+    setWindowTitle(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Talmo Settings")));
+}
+
+void SettingsWindow::closeEvent(QCloseEvent *event)
+{
+    QWidget::closeEvent(event);
+    hide(); // First, so that nothing of the settings is shown, and so read, for a moment.
+    endWelcome();
+}
+
 void SettingsWindow::open()
+{
+    endWelcome();
+    present();
+}
+
+void SettingsWindow::present()
 {
     m_context.permissions->refresh();
     refreshAvailability();
@@ -52,7 +87,8 @@ void SettingsWindow::open()
 
 void SettingsWindow::place()
 {
-    const QSize idealSize(idealWidth, m_view->idealHeight(idealWidth));
+    const QSize idealSize(idealWidth,
+                          m_welcome != nullptr ? m_welcome->idealHeight(idealWidth) : m_view->idealHeight(idealWidth));
     const auto screen = screenUnderPointer(*m_screens);
     if (!screen) {
         resize(idealSize);

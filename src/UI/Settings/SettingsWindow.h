@@ -10,26 +10,34 @@
 namespace talmo {
 
 class SettingsView;
+class WelcomeView;
 
 /// The settings window, created when it is first opened and then kept. Main thread.
 class SettingsWindow final : public QWidget {
 public:
     SettingsWindow(const ViewContext &context, std::shared_ptr<ScreenSource> screens);
 
+    /// Shows the welcome instead of the tabs, until the user is done with it or opens the settings.
+    void openWelcome();
     /// Raises the window if it is open; otherwise shows it on the screen under the pointer.
     void open();
 
 protected:
     void changeEvent(QEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
 
 private:
+    void present();
     void place();
+    void endWelcome();
     void refreshAvailability();
     static QCoro::Task<void> rereadAfter(QFuture<void> refreshed, QPointer<SettingsWindow> self);
 
     ViewContext m_context;
     std::shared_ptr<ScreenSource> m_screens;
     SettingsView *m_view;
+    /// Null except while it is shown.
+    WelcomeView *m_welcome = nullptr;
 };
 
 } // namespace talmo

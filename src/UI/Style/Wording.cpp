@@ -3,6 +3,7 @@
 #include "Insertion/PasteStyle.h"
 
 #include <QCoreApplication>
+#include <QRegularExpression>
 
 namespace talmo::Wording {
 
@@ -30,6 +31,14 @@ QString errorText(const QString &description)
         const QString source = QString(description).replace(shortcut, QStringLiteral("%1"));
         if (const QString translated = text(source); translated != source) {
             return translated.arg(text(shortcut));
+        }
+    }
+    static const QRegularExpression quoted(QStringLiteral("“([^”]*)”"));
+    if (const auto name = quoted.match(description); name.hasMatch()) {
+        const QString source =
+            QString(description).replace(name.capturedStart(1), name.capturedLength(1), QStringLiteral("%1"));
+        if (const QString translated = text(source); translated != source) {
+            return translated.arg(name.captured(1));
         }
     }
     const QString separator = QStringLiteral(": ");

@@ -2,19 +2,24 @@
 
 #include "Recognition/Sherpa/SherpaFiles.h"
 #include "Support/Printing.h"
+#include "Support/RecordingLog.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 namespace talmo::test {
 
-TEST(SherpaLibrary, listsSearchedPathsWhenLibraryIsMissing)
+TEST(SherpaLibrary, logsSearchedPathsButTellsUsersWhatToDo)
 {
+    const RecordingLog log;
     const QString missing = errorOf([] { SherpaLibrary::open(u"/nonexistent/lib.so"_s); });
-    EXPECT_TRUE(missing.contains(u"/nonexistent/lib.so"_s)) << missing.toStdString();
+    EXPECT_FALSE(missing.contains(u'/')) << missing.toStdString();
+    EXPECT_TRUE(missing.contains(u"talmoctl setup"_s)) << missing.toStdString();
+    EXPECT_THAT(log.lines(), testing::Contains(testing::ResultOf(
+                                 [](const QString &line) { return line.contains(u"/nonexistent/lib.so"_s); }, true)));
 }
 
 TEST(SherpaLibrary, rejectsFileThatIsNotALibrary)

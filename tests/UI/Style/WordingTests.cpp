@@ -92,7 +92,7 @@ const std::map<QString, QString> &reworded()
         {u"On-device speech recognition isn't available on this Mac."_s,
          u"On-device speech recognition isn't available on this computer."_s},
         {u"Hold fn to record and release to insert, or double-tap fn for hands-free recording (press fn again to stop). Works even when Talmo isn't the frontmost app. Requires \"Press 🌐 key to: Do Nothing\" in System Settings > Keyboard, so macOS's own Globe-key action doesn't also fire. Not yet configurable in this MVP."_s,
-         u"Hold %1 to record and release to insert, or double-tap %1 for hands-free recording (press %1 again to stop). Works even when Talmo isn't the frontmost app. To use other keys, set \"linux.standInKeys\" in Talmo's settings file."_s},
+         u"Hold %1 to record and release to insert, or double-tap %1 for hands-free recording (press %1 again to stop). Works even when Talmo isn't the frontmost app. You can choose other keys below."_s},
         {u"Uses Apple's on-device Foundation Models to remove filler words and fix punctuation. When off, only basic local formatting is applied."_s,
          u"Uses a language-model server on this computer to remove filler words and fix punctuation. When off, only basic local formatting is applied."_s},
         {u"⌘,"_s, u"Ctrl+,"_s},
@@ -113,7 +113,7 @@ TEST(Wording, withoutCatalogueTextsAreUnchanged)
               u"Hold fn, or double-tap for hands-free"_s);
 }
 
-TEST(Wording, errorsAreTranslatedAroundAShortcut)
+TEST(Wording, errorsAreTranslatedAroundShortcutsAndNames)
 {
     /// Says everything that it knows backwards.
     class Backwards final : public QTranslator {
@@ -121,7 +121,10 @@ TEST(Wording, errorsAreTranslatedAroundAShortcut)
         QString translate(const char *, const char *source, const char *, int) const override
         {
             const QString text = QString::fromUtf8(source);
-            return text == u"Paste with %1."_s ? u"%1 tiw etsaP."_s : text == u"Broken: "_s ? u"nekorB: "_s : QString();
+            return text == u"Paste with %1."_s   ? u"%1 tiw etsaP."_s
+                   : text == u"Is “%1” muted?"_s ? u"?detum “%1” sI"_s
+                   : text == u"Broken: "_s       ? u"nekorB: "_s
+                                                 : QString();
         }
         bool isEmpty() const override { return false; }
     };
@@ -131,6 +134,7 @@ TEST(Wording, errorsAreTranslatedAroundAShortcut)
     EXPECT_EQ(Wording::errorText(u"Paste with Ctrl+Shift+V."_s), u"Ctrl+Shift+V tiw etsaP."_s);
     EXPECT_EQ(Wording::errorText(u"Broken: Paste with Ctrl+V."_s), u"nekorB: Ctrl+V tiw etsaP."_s);
     EXPECT_EQ(Wording::errorText(u"Broken: No such device"_s), u"nekorB: No such device"_s);
+    EXPECT_EQ(Wording::errorText(u"Is “Built-in: Audio” muted?"_s), u"?detum “Built-in: Audio” sI"_s);
     EXPECT_EQ(Wording::errorText(u"Unknown"_s), u"Unknown"_s);
     QCoreApplication::removeTranslator(&translator);
 }

@@ -23,6 +23,7 @@ public:
     void setMenu(const MenuContents &contents) override;
     void setOnActivated(std::function<void(std::optional<QRect>)> callback) override;
     void setOnChosen(std::function<void(MenuAction)> callback) override;
+    bool isShown() const override { return m_icon != nullptr; }
     void closeMenu() override;
 
     /// Redraws the icon after the desktop's colours have changed.

@@ -3,6 +3,9 @@
 #include "Base/Error.h"
 #include "Base/Log.h"
 
+#include <algorithm>
+#include <cmath>
+#include <span>
 #include <utility>
 
 namespace talmo {
@@ -12,6 +15,15 @@ namespace {
 PulseConnection::Deadline soon()
 {
     return std::chrono::steady_clock::now() + std::chrono::milliseconds(500);
+}
+
+/// Less than one step of 16 bits is the silence of a muted microphone: an open one is never that quiet.
+bool hasSound(const AudioBuffer &buffer)
+{
+    constexpr float quietest = 1.0F / 32768;
+    const std::span samples(reinterpret_cast<const float *>(buffer.data()), // NOLINT: the format is Float32.
+                            static_cast<std::size_t>(buffer.byteLength()) / sizeof(float));
+    return std::any_of(samples.begin(), samples.end(), [](float sample) { return std::abs(sample) >= quietest; });
 }
 
 } // namespace
@@ -61,20 +73,64 @@ AudioFormat PulseAudioEngine::inputFormat()
 {
     const auto deadline = soon();
     try {
-        const auto source = ensureConnection(deadline)->defaultSource(deadline);
-        const std::lock_guard lock(m_mutex);
-        if (m_capture && (source.name != m_source.name || source.format != m_source.format)) {
-            m_capture.reset(); // Prepared for another microphone.
-        }
-        m_source = source;
-        return source.format;
+        return querySource(deadline).format;
     } catch (const Error &error) {
         generalLog().error("no sound server: %@", {error.localizedDescription()});
         const std::lock_guard lock(m_mutex);
+        m_report = {MicrophoneReport::Finding::NoServer, {}};
         m_capture.reset();
         m_connection.reset();
         return {};
     }
+}
+
+PulseSource PulseAudioEngine::querySource(PulseConnection::Deadline deadline)
+{
+    const auto connection = ensureConnection(deadline);
+    QByteArray chosen;
+    {
+        const std::lock_guard lock(m_mutex);
+        chosen = m_chosen;
+    }
+    PulseSource source = chosen.isEmpty() ? PulseSource() : connection->sourceNamed(chosen, deadline);
+    const bool isDefault = source.format.channelCount == 0;
+    noteChosenMissing(isDefault && !chosen.isEmpty());
+    if (isDefault) {
+        source = connection->defaultSource(deadline);
+    }
+    const std::lock_guard lock(m_mutex);
+    if (m_capture && (source.name != m_source.name || source.format != m_source.format || isDefault != m_isDefault)) {
+        m_capture.reset(); // Prepared for another microphone.
+    }
+    m_source = source;
+    m_isDefault = isDefault;
+    m_report = {MicrophoneReport::Finding::Fine, source.title};
+    return source;
+}
+
+void PulseAudioEngine::noteChosenMissing(bool isMissing)
+{
+    if (m_isChosenMissing.exchange(isMissing) == isMissing) {
+        return;
+    }
+    if (isMissing) {
+        generalLog().info("the chosen microphone is not connected; using the default one");
+    }
+    if (m_onChosenMissing) {
+        m_onChosenMissing(isMissing);
+    }
+}
+
+void PulseAudioEngine::chooseMicrophone(const QString &name)
+{
+    const std::lock_guard lock(m_mutex);
+    m_chosen = name.toUtf8();
+}
+
+MicrophoneReport PulseAudioEngine::report() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_report;
 }
 
 QString PulseAudioEngine::sourceName() const
@@ -89,7 +145,15 @@ void PulseAudioEngine::installTap(quint32 bufferSize, AudioBufferHandler handler
     if (m_source.format.bytesPerFrame() == 0 || bufferSize == 0) {
         throw Error(QStringLiteral("installTap() called before inputFormat()."));
     }
-    m_blocks = std::make_unique<AudioReblocker>(m_source.format, bufferSize, std::move(handler));
+    m_hasSound = std::make_shared<std::atomic<bool>>(false);
+    m_blocks = std::make_unique<AudioReblocker>(
+        m_source.format, bufferSize,
+        [isHeard = m_hasSound, handler = std::move(handler)](const auto &buffer, const AudioTime &time) {
+            if (!*isHeard && hasSound(*buffer)) {
+                *isHeard = true;
+            }
+            handler(buffer, time);
+        });
 }
 
 void PulseAudioEngine::prepare()
@@ -101,16 +165,23 @@ std::unique_ptr<PulseCapture> PulseAudioEngine::openCapture(PulseConnection::Dea
 {
     std::shared_ptr<PulseConnection> connection;
     PulseSource source;
+    bool isDefault = true;
     {
         const std::lock_guard lock(m_mutex);
         connection = m_connection;
         source = m_source;
+        isDefault = m_isDefault;
     }
     if (!connection) {
         throw Error(
             QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The connection to the sound server was lost. Try again.")));
     }
-    return PulseCapture::open(connection, source, deadline);
+    const auto onUnplugged = [this] {
+        if (m_onUnplugged) {
+            m_onUnplugged();
+        }
+    };
+    return PulseCapture::open(connection, source, isDefault, onUnplugged, deadline);
 }
 
 void PulseAudioEngine::start()
@@ -138,6 +209,13 @@ void PulseAudioEngine::removeTap()
     m_blocks.reset();
     if (m_capture && m_capture->isRunning()) {
         m_capture->end();
+        if (m_capture->isUnplugged()) {
+            m_report.finding = MicrophoneReport::Finding::Unplugged;
+        } else if (!m_connection || !m_connection->isAlive()) {
+            m_report.finding = MicrophoneReport::Finding::NoServer;
+        } else if (!*m_hasSound) {
+            m_report.finding = MicrophoneReport::Finding::OnlySilence;
+        }
     }
 }
 

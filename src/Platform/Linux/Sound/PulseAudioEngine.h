@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Input/Audio/AudioEngine.h"
+#include "Input/Audio/MicrophoneReport.h"
 #include "Platform/Linux/Sound/PulseCapture.h"
 
 #include <QString>
@@ -17,7 +18,7 @@ namespace talmo {
 ///
 /// The tap's handler runs on the connection's thread. Audio that was kept before the start is delivered on the thread
 /// that starts, and the last buffers on the thread that removes the tap; these calls never overlap.
-class PulseAudioEngine final : public AudioEngine {
+class PulseAudioEngine final : public AudioEngine, public MicrophoneReporter {
 public:
     ~PulseAudioEngine() override;
 
@@ -40,6 +41,17 @@ public:
     /// Closes a prepared stream that was not used.
     void coolDown();
 
+    /// The source to record from; empty for the server's default, which also stands in for one that is not connected.
+    /// Takes effect with the next recording. Any thread.
+    void chooseMicrophone(const QString &name);
+    /// On the last recording, or the failed attempt at one. Any thread.
+    MicrophoneReport report() const override;
+
+    /// Set these before first use. Called on any thread, the second one when the chosen microphone was missed for the
+    /// first time, or is back.
+    void setOnUnplugged(std::function<void()> callback) { m_onUnplugged = std::move(callback); }
+    void setOnChosenMissing(std::function<void(bool isMissing)> callback) { m_onChosenMissing = std::move(callback); }
+
     /// The name of the last queried microphone; empty before the first query. Any thread.
     QString sourceName() const;
 
@@ -56,6 +68,8 @@ private:
     std::shared_ptr<PulseConnection> ensureConnection(PulseConnection::Deadline deadline);
     bool keepAnew();
     std::unique_ptr<PulseCapture> openCapture(PulseConnection::Deadline deadline);
+    PulseSource querySource(PulseConnection::Deadline deadline);
+    void noteChosenMissing(bool isMissing);
 
     /// Guards the pointers. Never held while waiting for the server, since a stop on the main thread takes it.
     mutable std::mutex m_mutex;
@@ -63,8 +77,16 @@ private:
     std::unique_ptr<PulseCapture> m_capture;
     std::unique_ptr<AudioReblocker> m_blocks;
     PulseSource m_source;
+    QByteArray m_chosen;
+    bool m_isDefault = true;
+    MicrophoneReport m_report;
+    /// Of the recording under way.
+    std::shared_ptr<std::atomic<bool>> m_hasSound;
+    std::atomic<bool> m_isChosenMissing = false;
     std::atomic<bool> m_isAccessRefused = false;
     std::function<void()> m_onAccessChanged;
+    std::function<void()> m_onUnplugged;
+    std::function<void(bool)> m_onChosenMissing;
 };
 
 } // namespace talmo

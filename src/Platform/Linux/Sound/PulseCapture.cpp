@@ -26,20 +26,23 @@ quint32 framesIn(const AudioFormat &format, std::chrono::microseconds time)
 
 } // namespace
 
-PulseCapture::PulseCapture(std::shared_ptr<PulseConnection> connection, const PulseSource &source)
+PulseCapture::PulseCapture(std::shared_ptr<PulseConnection> connection, const PulseSource &source,
+                           std::function<void()> onUnplugged)
     : m_connection(std::move(connection)),
       m_format(source.format),
+      m_onUnplugged(std::move(onUnplugged)),
       m_kept(qsizetype(framesIn(source.format, longestKept)) * source.format.bytesPerFrame())
 {
 }
 
 std::unique_ptr<PulseCapture> PulseCapture::open(std::shared_ptr<PulseConnection> connection, const PulseSource &source,
+                                                 bool isDefault, std::function<void()> onUnplugged,
                                                  PulseConnection::Deadline deadline)
 {
-    std::unique_ptr<PulseCapture> capture(new PulseCapture(std::move(connection), source));
+    std::unique_ptr<PulseCapture> capture(new PulseCapture(std::move(connection), source, std::move(onUnplugged)));
     auto &link = *capture->m_connection;
     const PulseConnection::Lock lock(link.loop());
-    capture->connectStream(source);
+    capture->connectStream(source, isDefault);
     const bool answered = link.waitUntil(deadline, [&capture] {
         const auto state = pa_stream_get_state(capture->m_stream);
         return state == PA_STREAM_READY || !PA_STREAM_IS_GOOD(state);
@@ -51,10 +54,11 @@ std::unique_ptr<PulseCapture> PulseCapture::open(std::shared_ptr<PulseConnection
     if (!capture->isReady()) {
         throw Error(link.errorText());
     }
+    capture->noteDevice();
     return capture;
 }
 
-void PulseCapture::connectStream(const PulseSource &source)
+void PulseCapture::connectStream(const PulseSource &source, bool isDefault)
 {
     pa_sample_spec spec{};
     spec.format = PA_SAMPLE_FLOAT32NE;
@@ -67,19 +71,72 @@ void PulseCapture::connectStream(const PulseSource &source)
         throw Error(m_connection->errorText());
     }
     pa_stream_set_state_callback(
-        m_stream, [](pa_stream *, void *self) { static_cast<PulseCapture *>(self)->m_connection->wake(); }, this);
+        m_stream, [](pa_stream *, void *self) { static_cast<PulseCapture *>(self)->stateChanged(); }, this);
+    pa_stream_set_moved_callback(
+        m_stream, [](pa_stream *, void *self) { static_cast<PulseCapture *>(self)->moved(); }, this);
     pa_stream_set_read_callback(
         m_stream, [](pa_stream *, std::size_t, void *self) { static_cast<PulseCapture *>(self)->takeData(); }, this);
     pa_buffer_attr attributes{};
     attributes.maxlength = attributes.tlength = attributes.prebuf = attributes.minreq = static_cast<quint32>(-1);
     attributes.fragsize = framesIn(m_format, fragmentTime) * static_cast<quint32>(m_format.bytesPerFrame());
-    // Without moving: a source that disappears then ends the stream at once, instead of moving it to a silent one.
-    const auto flags =
-        static_cast<pa_stream_flags_t>(PA_STREAM_START_CORKED | PA_STREAM_DONT_MOVE | PA_STREAM_ADJUST_LATENCY |
-                                       PA_STREAM_AUTO_TIMING_UPDATE | PA_STREAM_INTERPOLATE_TIMING);
-    if (pa_stream_connect_record(m_stream, source.name.constData(), &attributes, flags) < 0) {
+    const auto flags = static_cast<pa_stream_flags_t>(PA_STREAM_START_CORKED | PA_STREAM_ADJUST_LATENCY |
+                                                      PA_STREAM_AUTO_TIMING_UPDATE | PA_STREAM_INTERPOLATE_TIMING);
+    const char *device = isDefault ? nullptr : source.name.constData();
+    if (pa_stream_connect_record(m_stream, device, &attributes, flags) < 0) {
         throw Error(m_connection->errorText());
     }
+}
+
+void PulseCapture::stateChanged()
+{
+    const bool isServerThere = pa_context_get_state(m_connection->context()) == PA_CONTEXT_READY;
+    if (!m_device.isEmpty() && isServerThere && !PA_STREAM_IS_GOOD(pa_stream_get_state(m_stream))) {
+        noteUnplugged();
+    }
+    m_connection->wake();
+}
+
+void PulseCapture::noteDevice()
+{
+    m_device = pa_stream_get_device_name(m_stream);
+}
+
+/// The user has moved the stream, or the server has, because the source disappeared: it then goes on with whatever else
+/// there is, which may be silent. Whether the old source still exists tells one from the other.
+void PulseCapture::moved()
+{
+    if (m_deviceQuery != nullptr) {
+        pa_operation_cancel(m_deviceQuery);
+        pa_operation_unref(m_deviceQuery);
+    }
+    m_isDeviceFound = false;
+    m_deviceQuery = pa_context_get_source_info_by_name(
+        m_connection->context(), m_device.constData(),
+        [](pa_context *, const pa_source_info *info, int endOfList, void *data) {
+            auto *self = static_cast<PulseCapture *>(data);
+            self->m_isDeviceFound = self->m_isDeviceFound || info != nullptr;
+            if (endOfList != 0 && !self->m_isDeviceFound) {
+                self->noteUnplugged();
+            } else if (endOfList != 0) {
+                self->noteDevice();
+            }
+        },
+        this);
+}
+
+void PulseCapture::noteUnplugged()
+{
+    if (!std::exchange(m_isUnplugged, true)) {
+        generalLog().error("the microphone was unplugged");
+        m_onUnplugged();
+    }
+    m_connection->wake();
+}
+
+bool PulseCapture::isUnplugged() const
+{
+    const PulseConnection::Lock lock(m_connection->loop());
+    return m_isUnplugged;
 }
 
 PulseCapture::~PulseCapture()
@@ -90,6 +147,11 @@ PulseCapture::~PulseCapture()
     const PulseConnection::Lock lock(m_connection->loop());
     pa_stream_set_state_callback(m_stream, nullptr, nullptr);
     pa_stream_set_read_callback(m_stream, nullptr, nullptr);
+    pa_stream_set_moved_callback(m_stream, nullptr, nullptr);
+    if (m_deviceQuery != nullptr) {
+        pa_operation_cancel(m_deviceQuery);
+        pa_operation_unref(m_deviceQuery);
+    }
     pa_stream_disconnect(m_stream);
     pa_stream_unref(m_stream);
 }
@@ -153,7 +215,7 @@ void PulseCapture::end()
         m_connection->waitUntil(std::chrono::steady_clock::now() + deliveryTime,
                                 [this, wanted] { return m_blocks->frameCount() >= wanted || !isReady(); });
     } else {
-        generalLog().error("lost the sound server while recording; the audio so far is kept");
+        generalLog().error("lost the microphone while recording; the audio so far is kept");
     }
     // Taken out first, so that nothing called from the handler sees a running recording.
     const auto blocks = std::exchange(m_blocks, nullptr);
@@ -180,7 +242,7 @@ bool PulseCapture::isStalled() const
 
 bool PulseCapture::isReady() const
 {
-    return pa_stream_get_state(m_stream) == PA_STREAM_READY;
+    return !m_isUnplugged && pa_stream_get_state(m_stream) == PA_STREAM_READY;
 }
 
 void PulseCapture::takeData()
@@ -191,11 +253,11 @@ void PulseCapture::takeData()
         if (pa_stream_peek(m_stream, &data, &byteCount) < 0 || byteCount == 0) {
             break;
         }
-        if (m_blocks) {
+        if (m_blocks && !m_isUnplugged) { // What comes after that is of another source, which nobody has chosen.
             // A null pointer with a length is a gap in the recording: silence.
             m_blocks->append(static_cast<const char *>(data), static_cast<qsizetype>(byteCount));
             m_lastData = std::chrono::steady_clock::now();
-        } else if (m_isKeeping) {
+        } else if (m_isKeeping && !m_isUnplugged) {
             m_kept.append(static_cast<const char *>(data), static_cast<qsizetype>(byteCount));
         }
         pa_stream_drop(m_stream);

@@ -5,6 +5,7 @@
 #include "Platform/Linux/Sound/PulseConnection.h"
 
 #include <chrono>
+#include <functional>
 #include <memory>
 
 namespace talmo {
@@ -13,7 +14,10 @@ namespace talmo {
 class PulseCapture {
 public:
     /// Throws Error if the server refuses or times out.
+    /// `isDefault`: the server decides which source that is, so that the desktop's mixer can move the stream for good.
+    /// `onUnplugged` is called on the connection's thread if the source disappears.
     static std::unique_ptr<PulseCapture> open(std::shared_ptr<PulseConnection> connection, const PulseSource &source,
+                                              bool isDefault, std::function<void()> onUnplugged,
                                               PulseConnection::Deadline deadline);
     ~PulseCapture();
     PulseCapture(const PulseCapture &) = delete;
@@ -41,23 +45,35 @@ public:
     bool isAlive() const;
     /// Whether the stream is running, but the server has sent nothing for so long that it must be hanging.
     bool isStalled() const;
+    /// Whether the source disappeared while the sound server went on.
+    bool isUnplugged() const;
 
 private:
-    PulseCapture(std::shared_ptr<PulseConnection> connection, const PulseSource &source);
+    PulseCapture(std::shared_ptr<PulseConnection> connection, const PulseSource &source,
+                 std::function<void()> onUnplugged);
 
     bool isReady() const;
-    void connectStream(const PulseSource &source);
+    void connectStream(const PulseSource &source, bool isDefault);
+    void stateChanged();
+    void moved();
+    void noteDevice();
+    void noteUnplugged();
     void takeData();
     void cork(bool isCorked);
     quint64 framesUnderway() const;
 
     std::shared_ptr<PulseConnection> m_connection;
     AudioFormat m_format;
+    std::function<void()> m_onUnplugged;
     // Guarded by the connection's lock.
     KeptAudio m_kept;
     pa_stream *m_stream = nullptr;
     std::unique_ptr<AudioReblocker> m_blocks;
     bool m_isKeeping = false;
+    QByteArray m_device;
+    pa_operation *m_deviceQuery = nullptr;
+    bool m_isDeviceFound = false;
+    bool m_isUnplugged = false;
     std::chrono::steady_clock::time_point m_lastData;
 };
 

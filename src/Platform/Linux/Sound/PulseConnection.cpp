@@ -22,6 +22,7 @@ struct SourceQuery {
         auto *query = static_cast<SourceQuery *>(data);
         if (info != nullptr && info->monitor_of_sink == PA_INVALID_INDEX) {
             query->source.name = info->name;
+            query->source.title = QString::fromUtf8(info->description);
             query->source.format = {static_cast<double>(info->sample_spec.rate), info->sample_spec.channels,
                                     SampleType::Float32};
         }
@@ -90,9 +91,19 @@ bool PulseConnection::isAlive() const
 
 PulseSource PulseConnection::defaultSource(Deadline deadline)
 {
+    return querySource(nullptr, deadline);
+}
+
+PulseSource PulseConnection::sourceNamed(const QByteArray &name, Deadline deadline)
+{
+    return querySource(name.constData(), deadline);
+}
+
+PulseSource PulseConnection::querySource(const char *name, Deadline deadline)
+{
     const Lock lock(m_loop);
     SourceQuery query{this, {}, false};
-    auto *operation = pa_context_get_source_info_by_name(m_context, nullptr, &SourceQuery::answer, &query);
+    auto *operation = pa_context_get_source_info_by_name(m_context, name, &SourceQuery::answer, &query);
     if (operation == nullptr) {
         throw Error(errorText());
     }

@@ -22,6 +22,8 @@ public:
 /// The microphone as the sound server describes it.
 struct PulseSource {
     QByteArray name;
+    /// As the desktop's mixer calls it.
+    QString title;
     AudioFormat format; ///< 0 channels if there is no microphone.
 };
 
@@ -56,6 +58,8 @@ public:
     bool isAlive() const;
     /// The default source, unless it is a monitor of the machine's own output. Throws Error.
     PulseSource defaultSource(Deadline deadline);
+    /// Without channels if there is no such source. Throws Error.
+    PulseSource sourceNamed(const QByteArray &name, Deadline deadline);
 
     pa_threaded_mainloop *loop() const { return m_loop; }
     pa_context *context() const { return m_context; }
@@ -69,6 +73,7 @@ public:
 
 private:
     PulseConnection();
+    PulseSource querySource(const char *name, Deadline deadline);
 
     pa_threaded_mainloop *m_loop;
     pa_context *m_context = nullptr;

@@ -25,6 +25,8 @@ struct LinuxSettings {
     QString speechEngine;
 
     static QString speechEngineKey();
+    static QString standInKeysKey();
+    static QString dictationLanguageKey();
     /// "linux.guardPasswordFields": whether pasting into password fields is prevented; true unless it is false. Read
     /// before each insertion.
     static QString guardPasswordFieldsKey();

@@ -11,6 +11,10 @@ public:
 
     QString currentIdentifier() const override;
 
+    /// Empty if it is the desktop's. Takes effect with the next recording.
+    QString dictationLanguage() const { return m_dictationLanguage; }
+    void setDictationLanguage(const QString &language) { m_dictationLanguage = language; }
+
 private:
     QString m_dictationLanguage;
 };

@@ -7,6 +7,7 @@
 #include "Platform/Linux/X11/Clipboard/XcbPasteboard.h"
 #include "Platform/Linux/X11/Keys/XCancelKey.h"
 #include "Platform/Linux/X11/Keys/XCursorWatch.h"
+#include "Platform/Linux/X11/Keys/XHotkeyControl.h"
 #include "Platform/Linux/X11/Keys/XInput2EventMonitor.h"
 #include "Platform/Linux/X11/Keys/XInputTrust.h"
 #include "Platform/Linux/X11/Keys/XTestKeyEventPoster.h"
@@ -53,6 +54,7 @@ Desktop openX11Desktop(const DesktopOptions &options, bool isNested)
     desktop.description = QStringLiteral("X11");
     desktop.hotkeyName = keyDisplayName(keys.first());
     desktop.eventMonitor = monitor;
+    desktop.hotkeys = std::make_shared<XHotkeyControl>(monitor, options.hotkeys);
     desktop.cancelKey = std::make_shared<XCancelKey>(monitor);
     desktop.pasteboard = pasteboard;
     desktop.pasteWitness = pasteboard;

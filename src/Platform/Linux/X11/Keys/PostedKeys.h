@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <deque>
@@ -16,6 +17,11 @@ public:
     /// True, once per expected key, if this is a key that Talmo posted.
     bool take(std::uint8_t keyCode, bool isDown);
 
+    /// While a trigger key that is kept from the other programs is down, Talmo itself has the keyboard, and a key that
+    /// it posted would reach no window.
+    void setTriggerGrabbed(bool isGrabbed) { m_isTriggerGrabbed = isGrabbed; }
+    bool isTriggerGrabbed() const { return m_isTriggerGrabbed; }
+
 private:
     struct Key {
         std::uint8_t keyCode;
@@ -24,6 +30,7 @@ private:
     };
     std::mutex m_mutex;
     std::deque<Key> m_expected;
+    std::atomic<bool> m_isTriggerGrabbed = false;
 };
 
 } // namespace talmo

@@ -2,7 +2,9 @@
 
 #include "Base/Log.h"
 #include "Input/Hotkey/GlobalHotkeyManager.h"
+#include "Platform/Linux/Keys/TriggerKeys.h"
 #include "Platform/Linux/X11/Keys/KeyboardLayoutReader.h"
+#include "Platform/Linux/X11/Keys/TriggerKeyCodes.h"
 
 #include <xcb/xinput.h>
 
@@ -28,31 +30,6 @@ bool isWheel(quint32 button)
     return button >= firstWheelButton && button <= lastWheelButton;
 }
 
-/// Caps Lock and, by convention, Num Lock.
-constexpr unsigned locks = XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2;
-
-/// A grab is for one exact set of modifiers. Those held now belong to the trigger key and may be released while the
-/// grab lasts; the locks may be on or off. Others are left to the window manager, such as Alt+Escape.
-std::set<quint16> modifiersToGrab(const KeyboardLayout &layout)
-{
-    quint16 held = 0;
-    for (int modifier = 0; modifier < 8; ++modifier) {
-        for (const auto keyCode : layout.modifierKeys[modifier]) {
-            const auto end = layout.heldKeys.end();
-            if (std::find(layout.heldKeys.begin(), end, keyCode) != end) {
-                held = static_cast<quint16>(held | 1U << modifier);
-            }
-        }
-    }
-    std::set<quint16> all;
-    for (const unsigned base : {0U, held & ~locks}) {
-        for (const unsigned lock : {0U, unsigned(XCB_MOD_MASK_LOCK), unsigned(XCB_MOD_MASK_2), locks}) {
-            all.insert(static_cast<quint16>(base | lock));
-        }
-    }
-    return all;
-}
-
 } // namespace
 
 struct XInput2EventMonitor::Monitor final : public EventMonitorToken {
@@ -62,7 +39,8 @@ struct XInput2EventMonitor::Monitor final : public EventMonitorToken {
 
 XInput2EventMonitor::XInput2EventMonitor(std::shared_ptr<PostedKeys> postedKeys, QList<quint32> triggerKeys,
                                          std::function<bool()> isApplicationActive)
-    : m_postedKeys(std::move(postedKeys)),
+    : m_grabs(m_connection),
+      m_postedKeys(std::move(postedKeys)),
       m_triggerKeys(std::move(triggerKeys)),
       m_isApplicationActive(std::move(isApplicationActive)),
       m_notifier(m_connection.fileDescriptor(), QSocketNotifier::Read),
@@ -70,7 +48,10 @@ XInput2EventMonitor::XInput2EventMonitor(std::shared_ptr<PostedKeys> postedKeys,
 {
     m_timeout.setSingleShot(true);
     m_timeout.setTimerType(Qt::PreciseTimer);
-    QObject::connect(&m_timeout, &QTimer::timeout, &m_timeout, [this] { handleCollected(true); });
+    QObject::connect(&m_timeout, &QTimer::timeout, &m_timeout, [this] {
+        handleCollected(true);
+        reportCaptured();
+    });
     m_withheld.setSingleShot(true);
     m_withheld.setTimerType(Qt::PreciseTimer);
     QObject::connect(&m_withheld, &QTimer::timeout, &m_withheld, [this] { reportWithheld(); });
@@ -172,7 +153,7 @@ bool XInput2EventMonitor::grabKey(quint32 keySym, std::function<void()> onPresse
     for (const auto &[modifiers, cookie] : requests) {
         const XcbPtr<xcb_generic_error_t> error(xcb_request_check(connection, cookie));
         // Together with the trigger it may be a shortcut of the desktop's; alone it discards the recording even so.
-        isGrabbed = isGrabbed && (!error || (modifiers & ~locks) != 0);
+        isGrabbed = isGrabbed && (!error || (modifiers & ~lockModifiers) != 0);
     }
     m_grabbedKey = keyCode;
     m_onGrabbedKey = std::move(onPressed);
@@ -202,16 +183,51 @@ void XInput2EventMonitor::reportGrabbedKey()
 
 void XInput2EventMonitor::readTriggerKeys()
 {
-    const auto layout = readKeyboardLayout(m_connection);
-    const auto width = static_cast<std::size_t>(layout.keySymsPerKeyCode);
+    m_layout = readKeyboardLayout(m_connection);
     std::set<std::uint8_t> keyCodes;
-    for (std::size_t index = 0; index < layout.keySyms.size(); ++index) {
-        if (m_triggerKeys.contains(layout.keySyms[index])) {
-            keyCodes.insert(static_cast<std::uint8_t>(layout.firstKeyCode + index / width));
-        }
+    for (const auto keySym : m_triggerKeys) {
+        keyCodes.merge(talmo::keyCodesOf(m_layout, keySym));
     }
     m_filter.setKeyCodes(std::move(keyCodes));
-    releaseLostKeys(layout);
+    releaseLostKeys(m_layout);
+    grabTriggerKeys();
+}
+
+void XInput2EventMonitor::grabTriggerKeys()
+{
+    std::set<std::uint8_t> keyCodes;
+    for (const auto keySym : m_triggerKeys) {
+        if (!m_areTriggersReleased && !isModifierKey(keySym)) {
+            keyCodes.merge(talmo::keyCodesOf(m_layout, keySym));
+        }
+    }
+    m_grabs.set(keyCodes);
+}
+
+void XInput2EventMonitor::setTriggerKeys(const QList<quint32> &triggerKeys)
+{
+    m_triggerKeys = triggerKeys;
+    readTriggerKeys();
+    readEvents(); // Those that arrived with the answers.
+}
+
+void XInput2EventMonitor::setTriggersReleased(bool areReleased)
+{
+    m_areTriggersReleased = areReleased;
+    grabTriggerKeys();
+    readEvents();
+}
+
+/// After the other events, since it may change the trigger keys.
+void XInput2EventMonitor::reportCaptured()
+{
+    const quint8 keyCode = std::exchange(m_captured, 0);
+    const auto report = keyCode != 0 ? std::exchange(m_onCaptured, {}) : OnPress();
+    if (!report) {
+        return;
+    }
+    const auto [plain, shifted] = symbolsOf(m_layout, keyCode);
+    report(keyCode, plain, shifted);
 }
 
 /// A keyboard that is replaced or reconfigured may never send the release of a held key.
@@ -275,6 +291,7 @@ void XInput2EventMonitor::readEvents()
     }
     handleCollected(false);
     reportGrabbedKey();
+    reportCaptured();
 }
 
 void XInput2EventMonitor::collect(const xcb_generic_event_t &event)
@@ -300,11 +317,27 @@ void XInput2EventMonitor::collect(const xcb_generic_event_t &event)
         (generic.event_type == XCB_INPUT_RAW_BUTTON_PRESS && !isWheel(raw.detail))) {
         noteInput();
     }
-    if (generic.event_type != XCB_INPUT_RAW_KEY_PRESS && generic.event_type != XCB_INPUT_RAW_KEY_RELEASE) {
-        return;
+    const auto keyCode = static_cast<quint8>(raw.detail);
+    if (generic.event_type == XCB_INPUT_KEY_PRESS || generic.event_type == XCB_INPUT_KEY_RELEASE) {
+        collectGrabbed(event);
+    } else if (!m_grabs.has(keyCode) &&
+               (generic.event_type == XCB_INPUT_RAW_KEY_PRESS || generic.event_type == XCB_INPUT_RAW_KEY_RELEASE)) {
+        m_collected.push({keyCode, raw.sourceid, generic.event_type == XCB_INPUT_RAW_KEY_PRESS, raw.time});
     }
-    m_collected.push(
-        {static_cast<quint8>(raw.detail), raw.sourceid, generic.event_type == XCB_INPUT_RAW_KEY_PRESS, raw.time});
+}
+
+/// A key that is kept from the other programs counts by its grab alone: with a modifier, there is none. While one is
+/// held, all keys arrive in this way as well.
+void XInput2EventMonitor::collectGrabbed(const xcb_generic_event_t &event)
+{
+    const auto &key = reinterpret_cast<const xcb_input_key_press_event_t &>(event); // NOLINT
+    const auto keyCode = static_cast<quint8>(key.detail);
+    const bool isDown = key.event_type == XCB_INPUT_KEY_PRESS;
+    m_wasGrabbedKeyPressed = m_wasGrabbedKeyPressed || (isDown && keyCode == m_grabbedKey);
+    const bool isRepeated = (key.flags & XCB_INPUT_KEY_EVENT_FLAGS_KEY_REPEAT) != 0;
+    if (m_grabs.has(keyCode) && !isRepeated) {
+        m_collected.push({keyCode, key.sourceid, isDown, key.time});
+    }
 }
 
 void XInput2EventMonitor::handleCollected(bool hasTimedOut)
@@ -322,11 +355,18 @@ void XInput2EventMonitor::handleKey(const RawKey &key)
     if (m_postedKeys->take(key.keyCode, key.isDown)) {
         return;
     }
+    if (key.isDown && m_onCaptured) {
+        m_captured = m_captured != 0 ? m_captured : key.keyCode;
+        return;
+    }
     if (key.isDown && !m_filter.isWatched(key.keyCode) && key.keyCode != m_grabbedKey) {
         noteInput();
     }
     const auto now = std::chrono::steady_clock::now();
     const auto change = key.isDown ? m_filter.keyDown(key.keyCode, now) : m_filter.keyUp(key.keyCode);
+    const auto &held = m_filter.held();
+    m_postedKeys->setTriggerGrabbed(
+        std::any_of(held.begin(), held.end(), [this](auto keyCode) { return m_grabs.has(keyCode); }));
     if (change) {
         report(*change);
     }

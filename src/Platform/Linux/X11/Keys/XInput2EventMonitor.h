@@ -4,6 +4,8 @@
 #include "Platform/Linux/Keys/TriggerKeyFilter.h"
 #include "Platform/Linux/X11/Keys/PostedKeys.h"
 #include "Platform/Linux/X11/Keys/RepeatPairFilter.h"
+#include "Platform/Linux/X11/Keys/TriggerKeyCodes.h"
+#include "Platform/Linux/X11/Keys/XKeyGrabs.h"
 #include "Platform/Linux/X11/XConnection.h"
 
 #include <QList>
@@ -18,10 +20,8 @@
 
 namespace talmo {
 
-struct KeyboardLayout;
-
-/// Observes the keys of the whole X session as raw XInput 2.2 events, also during another program's grab, without
-/// consuming them. Main thread.
+/// Observes the keys of the whole X session as raw XInput 2.2 events, also during another program's grab. Consumes only
+/// those that are grabbed. Main thread.
 class XInput2EventMonitor final : public EventMonitor {
 public:
     /// Opens its own connection; throws Error if there is no display. `triggerKeys` are the symbols of the keys that
@@ -52,15 +52,33 @@ public:
     bool grabKey(quint32 keySym, std::function<void()> onPressed);
     void ungrabKey();
 
+    /// In force at once. Those that are not modifiers are kept from the other programs.
+    void setTriggerKeys(const QList<quint32> &triggerKeys);
+    /// While released, the other programs get all keys.
+    void setTriggersReleased(bool areReleased);
+    /// See TriggerKeyCodes.h.
+    std::set<quint8> keyCodesOf(quint32 keySym) const { return talmo::keyCodesOf(m_layout, keySym); }
+    /// The trigger keys that could not be kept from the other programs.
+    const std::set<quint8> &refusedKeys() const { return m_grabs.refused(); }
+    bool isKeyFree(quint8 keyCode) { return m_grabs.isFree(keyCode); }
+
+    /// Passes the next key press to `onPress`, with the symbols that the key has without and with Shift. Until then no
+    /// press counts. Null: no longer.
+    using OnPress = std::function<void(quint8 keyCode, quint32 plain, quint32 shifted)>;
+    void captureKey(OnPress onPress) { m_onCaptured = std::move(onPress); }
+
 private:
     struct Monitor;
 
     bool queryExtension();
     xcb_void_cookie_t selectRawInput(bool withClicks);
     void readTriggerKeys();
+    void grabTriggerKeys();
+    void reportCaptured();
     void releaseLostKeys(const KeyboardLayout &layout);
     void readEvents();
     void collect(const xcb_generic_event_t &event);
+    void collectGrabbed(const xcb_generic_event_t &event);
     void handleCollected(bool hasTimedOut);
     void handleKey(const RawKey &key);
     void noteInput();
@@ -69,6 +87,9 @@ private:
     void report(bool isDown);
 
     XConnection m_connection;
+    XKeyGrabs m_grabs;
+    /// As of the last change.
+    KeyboardLayout m_layout;
     std::shared_ptr<PostedKeys> m_postedKeys;
     QList<quint32> m_triggerKeys;
     std::function<bool()> m_isApplicationActive;
@@ -85,6 +106,10 @@ private:
     /// Zero if no input is watched.
     quint32 m_watchedWindow = 0;
     bool m_wasInputSeen = false;
+    bool m_areTriggersReleased = false;
+    OnPress m_onCaptured;
+    /// Zero if none was pressed.
+    quint8 m_captured = 0;
     std::vector<std::weak_ptr<Monitor>> m_monitors;
 };
 

@@ -50,14 +50,16 @@ void XTestKeyEventPoster::post(const KeyEvent &event)
 }
 
 /// Posts the shortcut when a window has the keyboard for itself: menus and window switchers grab it for a moment, and
-/// after a window is closed it takes a moment until another one has it.
+/// after a window is closed it takes a moment until another one has it. The press that ended a hands-free recording may
+/// last, and is waited for.
 void XTestKeyEventPoster::postOnceFree(XSession *session, std::shared_ptr<PasteTransaction> transaction, int tries)
 {
     const bool isGrabbed = isKeyboardGrabbed(*session);
     const auto front = isGrabbed ? FrontWindow() : frontWindow(*session);
-    if (front.window == XCB_NONE && tries > 0) {
+    const int triesLeft = session->postedKeys()->isTriggerGrabbed() ? tries : tries - 1;
+    if (front.window == XCB_NONE && triesLeft >= 0) {
         QTimer::singleShot(pause, session->executor().context(),
-                           [session, transaction, tries] { postOnceFree(session, transaction, tries - 1); });
+                           [session, transaction, triesLeft] { postOnceFree(session, transaction, triesLeft); });
     } else if (isGrabbed) {
         transaction->refuse(PasteReceipt::Outcome::KeyboardGrabbed);
     } else if (front.window == XCB_NONE && session->isNested()) {

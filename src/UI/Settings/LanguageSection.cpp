@@ -1,0 +1,64 @@
+#include "UI/Settings/LanguageSection.h"
+
+#include "UI/Picker.h"
+#include "UI/Settings/SettingsSection.h"
+#include "UI/Settings/WarningRow.h"
+#include "UI/Style/Appearance.h"
+#include "UI/Style/Wording.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
+
+namespace talmo {
+
+LanguageSection::LanguageSection(std::shared_ptr<LanguageSettings> settings)
+    : m_settings(std::move(settings)),
+      m_watcher(*m_settings, [this] { reread(); })
+{
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto *section = new SettingsSection(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Language")));
+    m_choice = Picker::make(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Language")));
+    section->addRow(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Dictate in")), m_choice);
+    m_problem = new WarningRow;
+    section->addWidget(m_problem);
+    m_ways = new QWidget;
+    auto *row = new QHBoxLayout(m_ways);
+    row->setContentsMargins(0, 0, 0, 0);
+    m_setUp = new QPushButton(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Set it up")));
+    auto *useEnglish = new QPushButton(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Use English for now")));
+    for (auto *button : {m_setUp, useEnglish}) {
+        button->setFont(Appearance::font(Appearance::detailSize));
+        row->addWidget(button);
+    }
+    row->addStretch(1);
+    section->addWidget(m_ways);
+    layout->addWidget(section);
+    connect(m_choice, &QComboBox::activated, this, [this] { m_settings->choose(m_choice->currentData().toString()); });
+    connect(m_setUp, &QPushButton::clicked, this, [this] { m_settings->setUp(); });
+    connect(useEnglish, &QPushButton::clicked, this, [this] { m_settings->useEnglish(); });
+    reread();
+}
+
+void LanguageSection::reread()
+{
+    {
+        const QSignalBlocker blocker(m_choice);
+        m_choice->clear();
+        for (const auto &choice : m_settings->choices()) {
+            m_choice->addItem(choice.title, choice.id);
+        }
+        m_choice->setCurrentIndex(std::max(m_choice->findData(m_settings->choice()), 0));
+    }
+    const QString problem = m_settings->problem();
+    m_problem->setText(problem);
+    m_ways->setVisible(!problem.isEmpty());
+    m_setUp->setEnabled(m_settings->canSetUp());
+}
+
+} // namespace talmo

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "Settings/LanguageSettings.h"
+#include "UI/ChangeWatcher.h"
+
+#include <QWidget>
+
+#include <memory>
+
+class QComboBox;
+class QPushButton;
+
+namespace talmo {
+
+class WarningRow;
+
+/// A picker for the language, and a way out where no recogniser speaks it.
+class LanguageSection final : public QWidget {
+public:
+    explicit LanguageSection(std::shared_ptr<LanguageSettings> settings);
+
+private:
+    void reread();
+
+    std::shared_ptr<LanguageSettings> m_settings;
+    QComboBox *m_choice = nullptr;
+    WarningRow *m_problem = nullptr;
+    QWidget *m_ways = nullptr;
+    QPushButton *m_setUp = nullptr;
+    ChangeWatcher m_watcher;
+};
+
+} // namespace talmo
