@@ -43,6 +43,7 @@ bool useKeys(Desktop &desktop, const DesktopOptions &options)
     desktop.eventMonitor = std::make_shared<SwayEventMonitor>(std::move(ipc), QString::fromLatin1(name.data()),
                                                               [] { return QGuiApplication::focusWindow() != nullptr; });
     desktop.cancelKey = std::make_shared<NoCancelKey>();
+    desktop.hotkeys.reset(); // It would grab keys of X, which other windows do not have.
     return true;
 }
 

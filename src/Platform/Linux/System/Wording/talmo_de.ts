@@ -803,5 +803,217 @@
         <source>After a dictation, paste the text with Ctrl+V.</source>
         <translation>Fügen Sie den Text nach dem Diktat mit Strg+V ein.</translation>
     </message>
+    <message>
+        <source>The desktop&apos;s sound server is not running. Start PipeWire or PulseAudio, or log in again.</source>
+        <translation>Der Soundserver der Arbeitsumgebung läuft nicht. PipeWire oder PulseAudio starten oder neu anmelden.</translation>
+    </message>
+    <message>
+        <source>The microphone “%1” gives only silence. Is it muted?</source>
+        <translation>Das Mikrofon „%1“ liefert nur Stille. Ist es stummgeschaltet?</translation>
+    </message>
+    <message>
+        <source>The microphone “%1” was unplugged. Plug it in again, or choose another one in Talmo&apos;s settings.</source>
+        <translation>Das Mikrofon „%1“ wurde getrennt. Wieder anschließen oder in Talmos Einstellungen ein anderes wählen.</translation>
+    </message>
+    <message>
+        <source>The settings file names a key “%1”, which does not exist. Press the key you want instead.</source>
+        <translation>Die Einstellungsdatei nennt eine Taste „%1“, die es nicht gibt. Stattdessen die gewünschte Taste drücken.</translation>
+    </message>
+    <message>
+        <source>“%1” types text, so it cannot be held. Choose a key that types nothing, such as F9.</source>
+        <translation>„%1“ schreibt Text und kann daher nicht gehalten werden. Eine Taste wählen, die nichts schreibt, zum Beispiel F9.</translation>
+    </message>
+    <message>
+        <source>Your keyboard layout has no key “%1”. Press the key you want instead.</source>
+        <translation>Ihre Tastaturbelegung hat keine Taste „%1“. Stattdessen die gewünschte Taste drücken.</translation>
+    </message>
+    <message>
+        <source>Another program uses “%1” as well, and reacts to it too. Choose another key, or change that program.</source>
+        <translation>Ein anderes Programm verwendet „%1“ ebenfalls und reagiert auch darauf. Eine andere Taste wählen oder jenes Programm umstellen.</translation>
+    </message>
+    <message>
+        <source>The keyboard layout has no name for this key. Press another one.</source>
+        <translation>Die Tastaturbelegung hat keinen Namen für diese Taste. Eine andere drücken.</translation>
+    </message>
+    <message>
+        <source>As the desktop (%1)</source>
+        <translation>Wie die Arbeitsumgebung (%1)</translation>
+    </message>
+    <message>
+        <source>Dictating in %1 needs another recogniser.</source>
+        <translation>Diktieren in dieser Sprache (%1) benötigt eine andere Spracherkennung.</translation>
+    </message>
+    <message>
+        <source>System default</source>
+        <translation>Systemvorgabe</translation>
+    </message>
+    <message>
+        <source>System default (%1)</source>
+        <translation>Systemvorgabe (%1)</translation>
+    </message>
+    <message>
+        <source>%1 (not connected)</source>
+        <translation>%1 (nicht angeschlossen)</translation>
+    </message>
+    <message>
+        <source>The sound server does not let Talmo record. Check the desktop&apos;s privacy settings.</source>
+        <translation>Der Soundserver lässt Talmo nicht aufnehmen. Bitte die Datenschutzeinstellungen der Arbeitsumgebung prüfen.</translation>
+    </message>
+    <message>
+        <source>No microphone was found. Plug one in, or enable one in the desktop&apos;s sound settings.</source>
+        <translation>Kein Mikrofon gefunden. Eines anschließen oder in den Klangeinstellungen der Arbeitsumgebung einschalten.</translation>
+    </message>
+    <message>
+        <source>“%1” is not connected. Until it is, the system&apos;s default microphone is used.</source>
+        <translation>„%1“ ist nicht angeschlossen. Bis dahin wird das Standardmikrofon des Systems verwendet.</translation>
+    </message>
+    <message>
+        <source>Microphone unplugged</source>
+        <translation>Mikrofon getrennt</translation>
+    </message>
+    <message>
+        <source>“%1” is not connected. Talmo records from the system&apos;s default microphone instead.</source>
+        <translation>„%1“ ist nicht angeschlossen. Talmo nimmt stattdessen mit dem Standardmikrofon des Systems auf.</translation>
+    </message>
+    <message>
+        <source>Talmo is running. This desktop has no place for its icon: start Talmo again to open its settings.</source>
+        <translation>Talmo läuft. Diese Arbeitsumgebung hat keinen Platz für sein Symbol: Talmo erneut starten, um die Einstellungen zu öffnen.</translation>
+    </message>
+    <message>
+        <source>Page Up</source>
+        <translation>Bild auf</translation>
+    </message>
+    <message>
+        <source>Page Down</source>
+        <translation>Bild ab</translation>
+    </message>
+    <message>
+        <source>The neural recogniser&apos;s library is not installed. Install the recogniser in Talmo&apos;s settings, or with “talmoctl setup”.</source>
+        <translation>Die Bibliothek der neuronalen Spracherkennung ist nicht installiert. Die Spracherkennung in Talmos Einstellungen oder mit „talmoctl setup“ installieren.</translation>
+    </message>
+    <message>
+        <source>The neural recogniser&apos;s library cannot be loaded. Install the recogniser again.</source>
+        <translation>Die Bibliothek der neuronalen Spracherkennung lässt sich nicht laden. Die Spracherkennung neu installieren.</translation>
+    </message>
+    <message>
+        <source>A key such as F9 no longer reaches other programs, except together with Ctrl, Alt, Shift or Super. A modifier such as Right Ctrl keeps working in them.</source>
+        <translation>Eine Taste wie F9 erreicht andere Programme nicht mehr, außer zusammen mit Strg, Alt, Umschalt oder Super. Eine Umschalttaste wie „Strg rechts“ wirkt dort weiterhin.</translation>
+    </message>
+    <message>
+        <source>Press the key now. Esc leaves it as it is.</source>
+        <translation>Jetzt die Taste drücken. Esc lässt alles, wie es ist.</translation>
+    </message>
+    <message>
+        <source>Press a key…</source>
+        <translation>Taste drücken …</translation>
+    </message>
+    <message>
+        <source>Press the key you want</source>
+        <translation>Gewünschte Taste drücken</translation>
+    </message>
+    <message>
+        <source>Add another</source>
+        <translation>Weitere hinzufügen</translation>
+    </message>
+    <message>
+        <source>No %1 on your keyboard?</source>
+        <translation>Keine Taste „%1“ auf Ihrer Tastatur?</translation>
+    </message>
+    <message>
+        <source>Use %1</source>
+        <translation>%1 verwenden</translation>
+    </message>
+    <message>
+        <source>Remove %1</source>
+        <translation>%1 entfernen</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>Sprache</translation>
+    </message>
+    <message>
+        <source>Dictate in</source>
+        <translation>Diktieren auf</translation>
+    </message>
+    <message>
+        <source>Set it up</source>
+        <translation>Einrichten</translation>
+    </message>
+    <message>
+        <source>Use English for now</source>
+        <translation>Vorerst Englisch verwenden</translation>
+    </message>
+    <message>
+        <source>Microphone level</source>
+        <translation>Mikrofonpegel</translation>
+    </message>
+    <message>
+        <source>Talmo listens only while you dictate or test the microphone.</source>
+        <translation>Talmo hört nur zu, während Sie diktieren oder das Mikrofon testen.</translation>
+    </message>
+    <message>
+        <source>Say something: the bar moves. Talmo listens while this page is open, and later only while you dictate.</source>
+        <translation>Etwas sagen: Der Balken bewegt sich. Talmo hört zu, solange diese Seite offen ist, später nur, während Sie diktieren.</translation>
+    </message>
+    <message>
+        <source>Record from</source>
+        <translation>Aufnehmen mit</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Anhalten</translation>
+    </message>
+    <message>
+        <source>Test</source>
+        <translation>Testen</translation>
+    </message>
+    <message>
+        <source>Not found</source>
+        <translation>Nicht gefunden</translation>
+    </message>
+    <message>
+        <source>Welcome to Talmo</source>
+        <translation>Willkommen bei Talmo</translation>
+    </message>
+    <message>
+        <source>Hold %1, speak, and let go: your words are typed where the cursor is, in any program. Tap the key twice to dictate hands-free. Nothing that you say leaves this computer.</source>
+        <translation>%1 halten, sprechen und loslassen: Ihre Worte werden dort geschrieben, wo der Cursor steht, in jedem Programm. Die Taste zweimal kurz drücken, um freihändig zu diktieren. Nichts von dem, was Sie sagen, verlässt diesen Rechner.</translation>
+    </message>
+    <message>
+        <source>Talmo and its settings are at the microphone icon in your panel. Starting Talmo again opens the settings as well.</source>
+        <translation>Talmo und seine Einstellungen finden Sie beim Mikrofonsymbol in der Leiste. Ein erneuter Start von Talmo öffnet die Einstellungen ebenfalls.</translation>
+    </message>
+    <message>
+        <source>The key to hold</source>
+        <translation>Die Taste zum Halten</translation>
+    </message>
+    <message>
+        <source>Hold this key to speak</source>
+        <translation>Diese Taste zum Sprechen halten</translation>
+    </message>
+    <message>
+        <source>Try it</source>
+        <translation>Ausprobieren</translation>
+    </message>
+    <message>
+        <source>A field to try it in</source>
+        <translation>Ein Feld zum Ausprobieren</translation>
+    </message>
+    <message>
+        <source>Recognition</source>
+        <translation>Erkennung</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>Click here, hold %1 and say: This is my first dictation.</source>
+        <translation>Hier klicken, %1 halten und sagen: This is my first dictation.</translation>
+    </message>
+    <message>
+        <source>This desktop does not let Talmo type into other programs.</source>
+        <translation>Diese Arbeitsumgebung lässt Talmo nicht in andere Programme schreiben.</translation>
+    </message>
 </context>
 </TS>

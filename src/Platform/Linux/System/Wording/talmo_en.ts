@@ -803,5 +803,217 @@
         <source>After a dictation, paste the text with Ctrl+V.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>The desktop&apos;s sound server is not running. Start PipeWire or PulseAudio, or log in again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The microphone “%1” gives only silence. Is it muted?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The microphone “%1” was unplugged. Plug it in again, or choose another one in Talmo&apos;s settings.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The settings file names a key “%1”, which does not exist. Press the key you want instead.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>“%1” types text, so it cannot be held. Choose a key that types nothing, such as F9.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Your keyboard layout has no key “%1”. Press the key you want instead.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Another program uses “%1” as well, and reacts to it too. Choose another key, or change that program.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The keyboard layout has no name for this key. Press another one.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>As the desktop (%1)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Dictating in %1 needs another recogniser.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>System default</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>System default (%1)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 (not connected)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The sound server does not let Talmo record. Check the desktop&apos;s privacy settings.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No microphone was found. Plug one in, or enable one in the desktop&apos;s sound settings.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>“%1” is not connected. Until it is, the system&apos;s default microphone is used.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Microphone unplugged</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>“%1” is not connected. Talmo records from the system&apos;s default microphone instead.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Talmo is running. This desktop has no place for its icon: start Talmo again to open its settings.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Page Up</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Page Down</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The neural recogniser&apos;s library is not installed. Install the recogniser in Talmo&apos;s settings, or with “talmoctl setup”.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The neural recogniser&apos;s library cannot be loaded. Install the recogniser again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A key such as F9 no longer reaches other programs, except together with Ctrl, Alt, Shift or Super. A modifier such as Right Ctrl keeps working in them.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Press the key now. Esc leaves it as it is.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Press a key…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Press the key you want</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add another</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No %1 on your keyboard?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Dictate in</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Set it up</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use English for now</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Microphone level</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Talmo listens only while you dictate or test the microphone.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Say something: the bar moves. Talmo listens while this page is open, and later only while you dictate.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Record from</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Test</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Not found</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Welcome to Talmo</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Hold %1, speak, and let go: your words are typed where the cursor is, in any program. Tap the key twice to dictate hands-free. Nothing that you say leaves this computer.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Talmo and its settings are at the microphone icon in your panel. Starting Talmo again opens the settings as well.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The key to hold</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Hold this key to speak</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Try it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A field to try it in</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Recognition</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click here, hold %1 and say: This is my first dictation.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This desktop does not let Talmo type into other programs.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -803,5 +803,217 @@
         <source>After a dictation, paste the text with Ctrl+V.</source>
         <translation>Después de dictar, pegue el texto con Ctrl+V.</translation>
     </message>
+    <message>
+        <source>The desktop&apos;s sound server is not running. Start PipeWire or PulseAudio, or log in again.</source>
+        <translation>El servidor de sonido del escritorio no está en ejecución. Inicie PipeWire o PulseAudio, o vuelva a iniciar sesión.</translation>
+    </message>
+    <message>
+        <source>The microphone “%1” gives only silence. Is it muted?</source>
+        <translation>El micrófono «%1» solo da silencio. ¿Está silenciado?</translation>
+    </message>
+    <message>
+        <source>The microphone “%1” was unplugged. Plug it in again, or choose another one in Talmo&apos;s settings.</source>
+        <translation>Se ha desconectado el micrófono «%1». Vuelva a conectarlo o elija otro en la configuración de Talmo.</translation>
+    </message>
+    <message>
+        <source>The settings file names a key “%1”, which does not exist. Press the key you want instead.</source>
+        <translation>El archivo de configuración indica una tecla «%1» que no existe. Pulse en su lugar la tecla que desee.</translation>
+    </message>
+    <message>
+        <source>“%1” types text, so it cannot be held. Choose a key that types nothing, such as F9.</source>
+        <translation>«%1» escribe texto, así que no se puede mantener pulsada. Elija una tecla que no escriba nada, como F9.</translation>
+    </message>
+    <message>
+        <source>Your keyboard layout has no key “%1”. Press the key you want instead.</source>
+        <translation>Su distribución de teclado no tiene la tecla «%1». Pulse en su lugar la tecla que desee.</translation>
+    </message>
+    <message>
+        <source>Another program uses “%1” as well, and reacts to it too. Choose another key, or change that program.</source>
+        <translation>Otro programa también usa «%1» y reacciona a ella. Elija otra tecla o cambie ese programa.</translation>
+    </message>
+    <message>
+        <source>The keyboard layout has no name for this key. Press another one.</source>
+        <translation>La distribución de teclado no tiene nombre para esta tecla. Pulse otra.</translation>
+    </message>
+    <message>
+        <source>As the desktop (%1)</source>
+        <translation>Como el escritorio (%1)</translation>
+    </message>
+    <message>
+        <source>Dictating in %1 needs another recogniser.</source>
+        <translation>Dictar en este idioma (%1) requiere otro motor de reconocimiento.</translation>
+    </message>
+    <message>
+        <source>System default</source>
+        <translation>Predeterminado del sistema</translation>
+    </message>
+    <message>
+        <source>System default (%1)</source>
+        <translation>Predeterminado del sistema (%1)</translation>
+    </message>
+    <message>
+        <source>%1 (not connected)</source>
+        <translation>%1 (no conectado)</translation>
+    </message>
+    <message>
+        <source>The sound server does not let Talmo record. Check the desktop&apos;s privacy settings.</source>
+        <translation>El servidor de sonido no permite grabar a Talmo. Compruebe los ajustes de privacidad del escritorio.</translation>
+    </message>
+    <message>
+        <source>No microphone was found. Plug one in, or enable one in the desktop&apos;s sound settings.</source>
+        <translation>No se ha encontrado ningún micrófono. Conecte uno o actívelo en los ajustes de sonido del escritorio.</translation>
+    </message>
+    <message>
+        <source>“%1” is not connected. Until it is, the system&apos;s default microphone is used.</source>
+        <translation>«%1» no está conectado. Mientras tanto se usa el micrófono predeterminado del sistema.</translation>
+    </message>
+    <message>
+        <source>Microphone unplugged</source>
+        <translation>Micrófono desconectado</translation>
+    </message>
+    <message>
+        <source>“%1” is not connected. Talmo records from the system&apos;s default microphone instead.</source>
+        <translation>«%1» no está conectado. Talmo graba en su lugar con el micrófono predeterminado del sistema.</translation>
+    </message>
+    <message>
+        <source>Talmo is running. This desktop has no place for its icon: start Talmo again to open its settings.</source>
+        <translation>Talmo está en ejecución. Este escritorio no tiene sitio para su icono: inicie Talmo de nuevo para abrir su configuración.</translation>
+    </message>
+    <message>
+        <source>Page Up</source>
+        <translation>Re Pág</translation>
+    </message>
+    <message>
+        <source>Page Down</source>
+        <translation>Av Pág</translation>
+    </message>
+    <message>
+        <source>The neural recogniser&apos;s library is not installed. Install the recogniser in Talmo&apos;s settings, or with “talmoctl setup”.</source>
+        <translation>La biblioteca del motor neuronal no está instalada. Instale el motor en la configuración de Talmo o con «talmoctl setup».</translation>
+    </message>
+    <message>
+        <source>The neural recogniser&apos;s library cannot be loaded. Install the recogniser again.</source>
+        <translation>No se puede cargar la biblioteca del motor neuronal. Instale el motor de nuevo.</translation>
+    </message>
+    <message>
+        <source>A key such as F9 no longer reaches other programs, except together with Ctrl, Alt, Shift or Super. A modifier such as Right Ctrl keeps working in them.</source>
+        <translation>Una tecla como F9 deja de llegar a otros programas, salvo junto con Ctrl, Alt, Mayús o Super. Una tecla modificadora como «Ctrl derecho» sigue funcionando en ellos.</translation>
+    </message>
+    <message>
+        <source>Press the key now. Esc leaves it as it is.</source>
+        <translation>Pulse ahora la tecla. Esc lo deja como está.</translation>
+    </message>
+    <message>
+        <source>Press a key…</source>
+        <translation>Pulse una tecla…</translation>
+    </message>
+    <message>
+        <source>Press the key you want</source>
+        <translation>Pulsar la tecla deseada</translation>
+    </message>
+    <message>
+        <source>Add another</source>
+        <translation>Añadir otra</translation>
+    </message>
+    <message>
+        <source>No %1 on your keyboard?</source>
+        <translation>¿Su teclado no tiene «%1»?</translation>
+    </message>
+    <message>
+        <source>Use %1</source>
+        <translation>Usar %1</translation>
+    </message>
+    <message>
+        <source>Remove %1</source>
+        <translation>Quitar %1</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>Idioma</translation>
+    </message>
+    <message>
+        <source>Dictate in</source>
+        <translation>Dictar en</translation>
+    </message>
+    <message>
+        <source>Set it up</source>
+        <translation>Configurarlo</translation>
+    </message>
+    <message>
+        <source>Use English for now</source>
+        <translation>Usar el inglés por ahora</translation>
+    </message>
+    <message>
+        <source>Microphone level</source>
+        <translation>Nivel del micrófono</translation>
+    </message>
+    <message>
+        <source>Talmo listens only while you dictate or test the microphone.</source>
+        <translation>Talmo solo escucha mientras dicta o prueba el micrófono.</translation>
+    </message>
+    <message>
+        <source>Say something: the bar moves. Talmo listens while this page is open, and later only while you dictate.</source>
+        <translation>Diga algo: la barra se mueve. Talmo escucha mientras esta página está abierta y, después, solo mientras dicta.</translation>
+    </message>
+    <message>
+        <source>Record from</source>
+        <translation>Grabar con</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Detener</translation>
+    </message>
+    <message>
+        <source>Test</source>
+        <translation>Probar</translation>
+    </message>
+    <message>
+        <source>Not found</source>
+        <translation>No encontrado</translation>
+    </message>
+    <message>
+        <source>Welcome to Talmo</source>
+        <translation>Le damos la bienvenida a Talmo</translation>
+    </message>
+    <message>
+        <source>Hold %1, speak, and let go: your words are typed where the cursor is, in any program. Tap the key twice to dictate hands-free. Nothing that you say leaves this computer.</source>
+        <translation>Mantenga pulsada la tecla %1, hable y suéltela: sus palabras se escriben donde está el cursor, en cualquier programa. Pulse la tecla dos veces para dictar con manos libres. Nada de lo que diga sale de este equipo.</translation>
+    </message>
+    <message>
+        <source>Talmo and its settings are at the microphone icon in your panel. Starting Talmo again opens the settings as well.</source>
+        <translation>Talmo y su configuración están en el icono del micrófono del panel. Iniciar Talmo de nuevo también abre la configuración.</translation>
+    </message>
+    <message>
+        <source>The key to hold</source>
+        <translation>La tecla que se mantiene pulsada</translation>
+    </message>
+    <message>
+        <source>Hold this key to speak</source>
+        <translation>Mantener pulsada esta tecla para hablar</translation>
+    </message>
+    <message>
+        <source>Try it</source>
+        <translation>Probarlo</translation>
+    </message>
+    <message>
+        <source>A field to try it in</source>
+        <translation>Un campo para probarlo</translation>
+    </message>
+    <message>
+        <source>Recognition</source>
+        <translation>Reconocimiento</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Hecho</translation>
+    </message>
+    <message>
+        <source>Click here, hold %1 and say: This is my first dictation.</source>
+        <translation>Haga clic aquí, mantenga pulsada la tecla %1 y diga: This is my first dictation.</translation>
+    </message>
+    <message>
+        <source>This desktop does not let Talmo type into other programs.</source>
+        <translation>Este escritorio no permite que Talmo escriba en otros programas.</translation>
+    </message>
 </context>
 </TS>

@@ -803,5 +803,217 @@
         <source>After a dictation, paste the text with Ctrl+V.</source>
         <translation>Après une dictée, collez le texte avec Ctrl+V.</translation>
     </message>
+    <message>
+        <source>The desktop&apos;s sound server is not running. Start PipeWire or PulseAudio, or log in again.</source>
+        <translation>Le serveur de son de l’environnement de bureau ne fonctionne pas. Démarrez PipeWire ou PulseAudio, ou ouvrez une nouvelle session.</translation>
+    </message>
+    <message>
+        <source>The microphone “%1” gives only silence. Is it muted?</source>
+        <translation>Le microphone «&#xa0;%1&#xa0;» ne donne que du silence. Est-il en sourdine&#xa0;?</translation>
+    </message>
+    <message>
+        <source>The microphone “%1” was unplugged. Plug it in again, or choose another one in Talmo&apos;s settings.</source>
+        <translation>Le microphone «&#xa0;%1&#xa0;» a été débranché. Rebranchez-le ou choisissez-en un autre dans les paramètres de Talmo.</translation>
+    </message>
+    <message>
+        <source>The settings file names a key “%1”, which does not exist. Press the key you want instead.</source>
+        <translation>Le fichier de configuration désigne une touche «&#xa0;%1&#xa0;» qui n’existe pas. Appuyez plutôt sur la touche voulue.</translation>
+    </message>
+    <message>
+        <source>“%1” types text, so it cannot be held. Choose a key that types nothing, such as F9.</source>
+        <translation>«&#xa0;%1&#xa0;» saisit du texte et ne peut donc pas être maintenue. Choisissez une touche qui n’écrit rien, par exemple F9.</translation>
+    </message>
+    <message>
+        <source>Your keyboard layout has no key “%1”. Press the key you want instead.</source>
+        <translation>Votre disposition de clavier n’a pas de touche «&#xa0;%1&#xa0;». Appuyez plutôt sur la touche voulue.</translation>
+    </message>
+    <message>
+        <source>Another program uses “%1” as well, and reacts to it too. Choose another key, or change that program.</source>
+        <translation>Un autre programme utilise aussi «&#xa0;%1&#xa0;» et y réagit également. Choisissez une autre touche ou modifiez ce programme.</translation>
+    </message>
+    <message>
+        <source>The keyboard layout has no name for this key. Press another one.</source>
+        <translation>La disposition de clavier n’a pas de nom pour cette touche. Appuyez sur une autre.</translation>
+    </message>
+    <message>
+        <source>As the desktop (%1)</source>
+        <translation>Comme l’environnement de bureau (%1)</translation>
+    </message>
+    <message>
+        <source>Dictating in %1 needs another recogniser.</source>
+        <translation>Dicter dans cette langue (%1) nécessite un autre moteur de reconnaissance.</translation>
+    </message>
+    <message>
+        <source>System default</source>
+        <translation>Valeur par défaut du système</translation>
+    </message>
+    <message>
+        <source>System default (%1)</source>
+        <translation>Valeur par défaut du système (%1)</translation>
+    </message>
+    <message>
+        <source>%1 (not connected)</source>
+        <translation>%1 (non connecté)</translation>
+    </message>
+    <message>
+        <source>The sound server does not let Talmo record. Check the desktop&apos;s privacy settings.</source>
+        <translation>Le serveur de son ne laisse pas Talmo enregistrer. Vérifiez les paramètres de confidentialité de l’environnement de bureau.</translation>
+    </message>
+    <message>
+        <source>No microphone was found. Plug one in, or enable one in the desktop&apos;s sound settings.</source>
+        <translation>Aucun microphone n’a été trouvé. Branchez-en un ou activez-en un dans les paramètres de son de l’environnement de bureau.</translation>
+    </message>
+    <message>
+        <source>“%1” is not connected. Until it is, the system&apos;s default microphone is used.</source>
+        <translation>«&#xa0;%1&#xa0;» n’est pas connecté. En attendant, le microphone par défaut du système est utilisé.</translation>
+    </message>
+    <message>
+        <source>Microphone unplugged</source>
+        <translation>Microphone débranché</translation>
+    </message>
+    <message>
+        <source>“%1” is not connected. Talmo records from the system&apos;s default microphone instead.</source>
+        <translation>«&#xa0;%1&#xa0;» n’est pas connecté. Talmo enregistre à la place avec le microphone par défaut du système.</translation>
+    </message>
+    <message>
+        <source>Talmo is running. This desktop has no place for its icon: start Talmo again to open its settings.</source>
+        <translation>Talmo est lancé. Cet environnement de bureau n’a pas de place pour son icône&#xa0;: relancez Talmo pour ouvrir ses paramètres.</translation>
+    </message>
+    <message>
+        <source>Page Up</source>
+        <translation>Page préc.</translation>
+    </message>
+    <message>
+        <source>Page Down</source>
+        <translation>Page suiv.</translation>
+    </message>
+    <message>
+        <source>The neural recogniser&apos;s library is not installed. Install the recogniser in Talmo&apos;s settings, or with “talmoctl setup”.</source>
+        <translation>La bibliothèque du moteur neuronal n’est pas installée. Installez le moteur dans les paramètres de Talmo ou avec «&#xa0;talmoctl setup&#xa0;».</translation>
+    </message>
+    <message>
+        <source>The neural recogniser&apos;s library cannot be loaded. Install the recogniser again.</source>
+        <translation>La bibliothèque du moteur neuronal ne peut pas être chargée. Installez de nouveau le moteur.</translation>
+    </message>
+    <message>
+        <source>A key such as F9 no longer reaches other programs, except together with Ctrl, Alt, Shift or Super. A modifier such as Right Ctrl keeps working in them.</source>
+        <translation>Une touche comme F9 n’atteint plus les autres programmes, sauf avec Ctrl, Alt, Maj ou Super. Une touche de modification comme «&#xa0;Ctrl droite&#xa0;» y fonctionne toujours.</translation>
+    </message>
+    <message>
+        <source>Press the key now. Esc leaves it as it is.</source>
+        <translation>Appuyez maintenant sur la touche. Échap laisse tout en l’état.</translation>
+    </message>
+    <message>
+        <source>Press a key…</source>
+        <translation>Appuyez sur une touche…</translation>
+    </message>
+    <message>
+        <source>Press the key you want</source>
+        <translation>Appuyer sur la touche voulue</translation>
+    </message>
+    <message>
+        <source>Add another</source>
+        <translation>En ajouter une autre</translation>
+    </message>
+    <message>
+        <source>No %1 on your keyboard?</source>
+        <translation>Pas de touche «&#xa0;%1&#xa0;» sur votre clavier&#xa0;?</translation>
+    </message>
+    <message>
+        <source>Use %1</source>
+        <translation>Utiliser %1</translation>
+    </message>
+    <message>
+        <source>Remove %1</source>
+        <translation>Supprimer %1</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>Langue</translation>
+    </message>
+    <message>
+        <source>Dictate in</source>
+        <translation>Dicter en</translation>
+    </message>
+    <message>
+        <source>Set it up</source>
+        <translation>Configurer</translation>
+    </message>
+    <message>
+        <source>Use English for now</source>
+        <translation>Utiliser l’anglais pour l’instant</translation>
+    </message>
+    <message>
+        <source>Microphone level</source>
+        <translation>Niveau du microphone</translation>
+    </message>
+    <message>
+        <source>Talmo listens only while you dictate or test the microphone.</source>
+        <translation>Talmo n’écoute que pendant que vous dictez ou testez le microphone.</translation>
+    </message>
+    <message>
+        <source>Say something: the bar moves. Talmo listens while this page is open, and later only while you dictate.</source>
+        <translation>Dites quelque chose&#xa0;: la barre bouge. Talmo écoute tant que cette page est ouverte, puis seulement pendant que vous dictez.</translation>
+    </message>
+    <message>
+        <source>Record from</source>
+        <translation>Enregistrer avec</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Arrêter</translation>
+    </message>
+    <message>
+        <source>Test</source>
+        <translation>Tester</translation>
+    </message>
+    <message>
+        <source>Not found</source>
+        <translation>Introuvable</translation>
+    </message>
+    <message>
+        <source>Welcome to Talmo</source>
+        <translation>Bienvenue dans Talmo</translation>
+    </message>
+    <message>
+        <source>Hold %1, speak, and let go: your words are typed where the cursor is, in any program. Tap the key twice to dictate hands-free. Nothing that you say leaves this computer.</source>
+        <translation>Maintenez %1, parlez et relâchez&#xa0;: vos mots s’écrivent à l’emplacement du curseur, dans n’importe quel programme. Appuyez deux fois sur la touche pour dicter en mains libres. Rien de ce que vous dites ne quitte cet ordinateur.</translation>
+    </message>
+    <message>
+        <source>Talmo and its settings are at the microphone icon in your panel. Starting Talmo again opens the settings as well.</source>
+        <translation>Vous trouverez Talmo et ses paramètres sous l’icône de microphone du tableau de bord. Relancer Talmo ouvre aussi les paramètres.</translation>
+    </message>
+    <message>
+        <source>The key to hold</source>
+        <translation>La touche à maintenir</translation>
+    </message>
+    <message>
+        <source>Hold this key to speak</source>
+        <translation>Maintenir cette touche pour parler</translation>
+    </message>
+    <message>
+        <source>Try it</source>
+        <translation>Essayer</translation>
+    </message>
+    <message>
+        <source>A field to try it in</source>
+        <translation>Un champ pour essayer</translation>
+    </message>
+    <message>
+        <source>Recognition</source>
+        <translation>Reconnaissance</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Terminé</translation>
+    </message>
+    <message>
+        <source>Click here, hold %1 and say: This is my first dictation.</source>
+        <translation>Cliquez ici, maintenez %1 et dites&#xa0;: This is my first dictation.</translation>
+    </message>
+    <message>
+        <source>This desktop does not let Talmo type into other programs.</source>
+        <translation>Cet environnement de bureau ne laisse pas Talmo écrire dans d’autres programmes.</translation>
+    </message>
 </context>
 </TS>
