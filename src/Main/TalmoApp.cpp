@@ -151,6 +151,8 @@ void TalmoApp::showInterface(TalmoCoordinator &coordinator)
             }
         });
     context.pause = m_services->pause;
+    context.beginRecording = [gestures = m_services->gestures] { gestures->beginGesture(); };
+    context.endRecording = m_services->endGesture;
     const UserInterfaceParts parts{m_desktop->statusItem, m_desktop->makePanelWindow, m_desktop->screens,
                                    m_desktop->focus, m_desktop->shell};
     m_interface = std::make_unique<UserInterface>(context, parts);

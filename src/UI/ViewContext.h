@@ -46,6 +46,9 @@ struct ViewContext {
     std::shared_ptr<WordPronunciations> pronunciations;
     /// Null if the key cannot be paused.
     std::shared_ptr<DictationPause> pause;
+    /// Begin and end a recording as the key would.
+    std::function<void()> beginRecording;
+    std::function<void()> endRecording;
 };
 
 } // namespace talmo

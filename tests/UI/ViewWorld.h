@@ -59,7 +59,9 @@ public:
                 options,
                 nullptr,
                 pronunciations,
-                pause};
+                pause,
+                [this] { coordinator().beginDictation(); },
+                [this] { coordinator().endDictation(); }};
     }
 
     TalmoCoordinator &coordinator() { return *world.coordinator; }
