@@ -20,6 +20,7 @@
 #include <array>
 #include <cstdio>
 #include <memory>
+#include <vector>
 
 namespace talmo::testbed {
 
@@ -36,6 +37,11 @@ constexpr int dictationsPerWindow = 25;
 QString text(const char *utf8)
 {
     return QString::fromUtf8(utf8);
+}
+
+QStringList allActions()
+{
+    return {text("hold"), text("hands-free"), text("hold"), text("tap"), text("insert")};
 }
 
 struct Usage {
@@ -56,7 +62,8 @@ struct Failures {
 
 class Soak {
 public:
-    Soak()
+    explicit Soak(const QStringList &actionsInTurn)
+        : actions(actionsInTurn.begin(), actionsInTurn.end())
     {
         environment.insert(text("QT_LOGGING_RULES"), text("talmo.general.debug=true"));
         talmo = std::make_unique<ChildProcess>(program("talmo"), QStringList{}, environment);
@@ -83,8 +90,7 @@ public:
             }
             roundsDone = round + 1;
             if (roundsDone % 100 == 0) {
-                std::printf("%d rounds, %d failures\n", roundsDone, failures.sum());
-                std::fflush(stdout);
+                printProgress();
             }
         }
         return failures;
@@ -108,6 +114,17 @@ public:
     }
 
 private:
+    /// Everything that report() compares, so that a run that is cut short has figures too.
+    void printProgress()
+    {
+        const auto now = usage();
+        std::printf("%d rounds, %d failures, %d misheard; %lld KB, %lld descriptors, %lld threads, %lld X resources\n",
+                    roundsDone, failures.sum(), failures.misheard, static_cast<long long>(now.residentKilobytes),
+                    static_cast<long long>(now.descriptors), static_cast<long long>(now.threads),
+                    static_cast<long long>(now.serverResources));
+        std::fflush(stdout);
+    }
+
     static QString program(const char *name)
     {
         return QDir(QCoreApplication::applicationDirPath()).filePath(text(name));
@@ -134,25 +151,26 @@ private:
         user.writeItems(clipboard);
         finish(user.settled());
         logged = talmo->lines().size();
-        switch (round % 5) {
-        case 0:
-        case 2:
-            dictate(false);
-            break;
-        case 1:
-            dictate(true);
-            break;
-        case 3:
-            tapOnly();
-            break;
-        default:
-            insert(round);
-            break;
-        }
+        act(actions[static_cast<std::size_t>(round) % actions.size()], round);
         if (!pollUntil([&] { return finish(user.items()) == clipboard; }, timeout)) {
             fail(failures.wrongClipboards, round, "the clipboard was not restored");
         }
         sleepFor(apart);
+    }
+
+    void act(const QString &action, int round)
+    {
+        if (action == text("hold")) {
+            dictate(false);
+        } else if (action == text("hands-free")) {
+            dictate(true);
+        } else if (action == text("tap")) {
+            tapOnly();
+        } else if (action == text("insert")) {
+            insert(round);
+        } else {
+            throw Error(text("There is no action “%1”.").arg(action));
+        }
     }
 
     static QList<PasteboardItem> clipboardFor(int round)
@@ -310,6 +328,7 @@ private:
         return sum;
     }
 
+    std::vector<QString> actions;
     VirtualDesktop desktop;
     QProcessEnvironment environment = desktop.environment();
     SoundServer sound{desktop.folder() + text("/sound"), environment};
@@ -340,7 +359,8 @@ int main(int argc, char **argv)
     try {
         constexpr int defaultRounds = 30;
         const int rounds = argc > 1 ? QCoreApplication::arguments().at(1).toInt() : defaultRounds;
-        talmo::testbed::Soak soak;
+        const QStringList actions = QCoreApplication::arguments().mid(2);
+        talmo::testbed::Soak soak(actions.isEmpty() ? talmo::testbed::allActions() : actions);
         const auto failures = soak.run(std::max(rounds, 1));
         soak.report();
         return failures.sum() == 0 ? EXIT_SUCCESS : EXIT_FAILURE;

@@ -9,6 +9,7 @@
 
 #include <poll.h>
 
+#include <csignal>
 #include <cstring>
 
 namespace talmo::testbed {
@@ -51,7 +52,7 @@ bool waitForEvent(XConnection &connection, std::chrono::steady_clock::time_point
 
 } // namespace
 
-VirtualDesktop::VirtualDesktop()
+VirtualDesktop::VirtualDesktop(const QStringList &serverArguments)
     : m_environment(QProcessEnvironment::systemEnvironment()),
       m_previousDisplay(qgetenv("DISPLAY"))
 {
@@ -81,7 +82,7 @@ VirtualDesktop::VirtualDesktop()
     // There is no bus here. Without an address, programs would start their own.
     m_environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("unix:path=%1/bus").arg(run));
     storeSettings({{QStringLiteral("linux.languageModelAddress"), QStringLiteral("off")}});
-    startServer();
+    startServer(serverArguments);
     m_connection = std::make_unique<XConnection>();
     startWindowManager();
 }
@@ -109,13 +110,19 @@ VirtualDesktop::~VirtualDesktop()
     qputenv("DISPLAY", m_previousDisplay);
 }
 
-void VirtualDesktop::startServer()
+void VirtualDesktop::signalServer(int signal)
+{
+    ::kill(static_cast<pid_t>(m_server->processId()), signal);
+}
+
+void VirtualDesktop::startServer(const QStringList &arguments)
 {
     m_server = std::make_unique<ChildProcess>(QStringLiteral("Xvfb"),
                                               QStringList{QStringLiteral("-displayfd"), QStringLiteral("1"),
                                                           QStringLiteral("-screen"), QStringLiteral("0"),
                                                           QStringLiteral("1024x640x24"), QStringLiteral("-nolisten"),
-                                                          QStringLiteral("tcp"), QStringLiteral("-noreset")},
+                                                          QStringLiteral("tcp"), QStringLiteral("-noreset")} +
+                                                  arguments,
                                               m_environment);
     // The server prints its display number once it is ready, and no other line of digits.
     QString number;

@@ -9,6 +9,7 @@
 #include <QList>
 #include <QProcessEnvironment>
 #include <QRect>
+#include <QStringList>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -20,7 +21,7 @@ namespace talmo::testbed {
 class VirtualDesktop {
 public:
     /// Throws Error if one of the programs is missing or does not start.
-    VirtualDesktop();
+    explicit VirtualDesktop(const QStringList &serverArguments = {});
     ~VirtualDesktop();
     VirtualDesktop(const VirtualDesktop &) = delete;
     VirtualDesktop &operator=(const VirtualDesktop &) = delete;
@@ -49,12 +50,14 @@ public:
     void killServer() { m_server->kill(); }
     /// The focus then stays where it is put, even if that is nowhere.
     void killWindowManager() { m_windowManager->kill(); }
+    /// Until it is sent SIGCONT, nothing that asks the server gets an answer; the members of this class neither.
+    void signalServer(int signal);
     /// The current screen content. Plain image data, so no QGuiApplication is needed.
     QImage screenshot();
 
 private:
     xcb_window_t activeWindow();
-    void startServer();
+    void startServer(const QStringList &arguments);
     void startWindowManager();
 
     QTemporaryDir m_folder;

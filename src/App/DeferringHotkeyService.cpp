@@ -46,6 +46,14 @@ bool DeferringHotkeyService::isGestureActive() const
     return m_wait != Wait::None || (m_coordinator && m_coordinator->state().is(TalmoState::Case::Recording));
 }
 
+void DeferringHotkeyService::beginGesture()
+{
+    if (!m_isClosed && !m_finished && m_wait == Wait::None && isBusy()) {
+        m_parts.preroll->begin();
+    }
+    gestureBegan();
+}
+
 void DeferringHotkeyService::gestureBegan()
 {
     if (m_isClosed || m_finished) {

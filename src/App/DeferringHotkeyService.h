@@ -53,6 +53,9 @@ public:
     /// A recording is running, or a gesture is about to start one.
     bool isGestureActive() const;
 
+    /// Begins a gesture as the key would, but without a press that prepared it: what is said is kept from now on if the
+    /// recording has to wait.
+    void beginGesture();
     /// Ends the current gesture as its key would; does nothing without one.
     void endGesture() { gestureEnded(); }
 

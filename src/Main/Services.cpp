@@ -109,17 +109,21 @@ Services::Services(const ServiceParts &parts)
           std::make_shared<DictationRecovery>(lastDictation, parts.desktop->pasteboard, parts.desktop->pasteWitness))
 {
     tellOfUnplugging(parts, notice);
-    // A recording under way ends as its key would have ended it, which cannot any more.
-    const auto endGesture = [paused = pause.get(), weakGestures = std::weak_ptr(gestures),
-                             weakKeys = std::weak_ptr(keys)] {
+    endGesture = [weakGestures = std::weak_ptr(gestures), weakKeys = std::weak_ptr(keys)] {
         const auto deferred = weakGestures.lock();
         const auto manager = weakKeys.lock();
-        if (!paused->isPaused() && deferred && manager) { // It is about to be paused.
+        if (deferred && manager) {
             deferred->endGesture();
             manager->endGesture();
         }
     };
-    QObject::connect(pause.get(), &Observable::objectWillChange, pause.get(), endGesture);
+    // A recording under way ends as its key would have ended it, which cannot any more.
+    const auto endIfPaused = [paused = pause.get(), end = endGesture] {
+        if (!paused->isPaused()) { // It is about to be paused.
+            end();
+        }
+    };
+    QObject::connect(pause.get(), &Observable::objectWillChange, pause.get(), endIfPaused);
 }
 
 std::unique_ptr<TalmoCoordinator> Services::makeCoordinator(const ServiceParts &parts) const

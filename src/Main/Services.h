@@ -69,6 +69,8 @@ struct Services {
     std::shared_ptr<EventMonitor> eventMonitor;
     std::shared_ptr<GlobalHotkeyManager> keys;
     std::shared_ptr<DeferringHotkeyService> gestures;
+    /// Ends a recording, and a gesture of the key: else the next press would end a recording that is over.
+    std::function<void()> endGesture;
     std::shared_ptr<SpacedInsertionService> insertion;
     std::shared_ptr<LastDictation> lastDictation;
     std::shared_ptr<DictationRecovery> recovery;

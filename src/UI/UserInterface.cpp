@@ -32,10 +32,10 @@ void UserInterface::perform(MenuAction action)
     case MenuAction::None:
         return;
     case MenuAction::BeginDictation:
-        m_context.coordinator->beginDictation();
+        m_context.beginRecording();
         return;
     case MenuAction::EndDictation:
-        m_context.coordinator->endDictation();
+        m_context.endRecording();
         return;
     case MenuAction::GrantPermissions:
         logEscapes(m_context.coordinator->requestPermissions());

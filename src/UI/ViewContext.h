@@ -53,6 +53,9 @@ struct ViewContext {
     std::shared_ptr<MicrophoneSettings> microphone;
     std::shared_ptr<HotkeySettings> hotkeys;
     std::shared_ptr<LanguageSettings> language;
+    /// Begin and end a recording as the key would.
+    std::function<void()> beginRecording;
+    std::function<void()> endRecording;
 };
 
 } // namespace talmo

@@ -273,6 +273,77 @@ TEST_F(DeferringHotkeyServiceTest, finishingTimesOutAndReenablesTheKey)
     EXPECT_EQ(on.state(), TalmoState::recording());
 }
 
+TEST_F(DeferringHotkeyServiceTest, menuRecordsUntilItEndsTheGesture)
+{
+    on.gestures->beginGesture();
+    settle();
+    EXPECT_EQ(on.state(), TalmoState::recording());
+    EXPECT_EQ(on.count("preroll.begin"), 0); // The recording itself opens the microphone.
+    on.gestures->endGesture();
+    settle();
+    EXPECT_EQ(on.state(), TalmoState::processing());
+}
+
+TEST_F(DeferringHotkeyServiceTest, menuDuringEditKeepsWhatIsSaidAndRecordsNext)
+{
+    on.beEditing();
+    on.world.takeCalls();
+    on.gestures->beginGesture();
+    settle();
+    EXPECT_THAT(on.world.calls, Contains("preroll.begin"));
+    EXPECT_THAT(on.world.calls, Contains("insert \"Local.\""));
+    EXPECT_THAT(on.world.calls, Not(Contains("startTranscription en_US")));
+    on.endInsertion();
+    EXPECT_EQ(on.state(), TalmoState::recording());
+    EXPECT_EQ(on.count("preroll.begin"), 1);
+}
+
+TEST_F(DeferringHotkeyServiceTest, menuChosenTwiceBeforeRecordingStartsRecordsOnce)
+{
+    const auto checked = Completion<ModelStatus>::make();
+    on.world.onModelStatus = [checked] { return checked->future(); };
+    on.gestures->beginGesture();
+    settle();
+    on.gestures->beginGesture();
+    checked->finish(ModelStatus{true, true});
+    settle();
+    EXPECT_EQ(on.count("startTranscription en_US"), 1);
+    EXPECT_EQ(on.state(), TalmoState::recording());
+}
+
+TEST_F(DeferringHotkeyServiceTest, keyEndsWhatTheMenuBegan)
+{
+    on.gestures->beginGesture();
+    settle();
+    on.hold();
+    EXPECT_EQ(on.state(), TalmoState::recording());
+    on.release();
+    EXPECT_EQ(on.state(), TalmoState::processing());
+}
+
+TEST_F(DeferringHotkeyServiceTest, menuOpensNoMicrophoneWhileFinishing)
+{
+    on.beInserting();
+    const auto finishing = finish();
+    on.world.takeCalls();
+    on.gestures->beginGesture();
+    settle();
+    EXPECT_THAT(on.world.calls, IsEmpty());
+    on.endInsertion();
+    expectFinished(finishing, true);
+    EXPECT_EQ(on.state(), TalmoState::idle());
+}
+
+TEST_F(DeferringHotkeyServiceTest, menuOpensNoMicrophoneAfterClose)
+{
+    on.beInserting();
+    on.gestures->close();
+    on.world.takeCalls();
+    on.gestures->beginGesture();
+    settle();
+    EXPECT_THAT(on.world.calls, IsEmpty());
+}
+
 TEST_F(DeferringHotkeyServiceTest, ignoresKeyAfterClose)
 {
     on.gestures->close();

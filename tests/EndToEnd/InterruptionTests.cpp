@@ -113,6 +113,18 @@ TEST_F(InterruptionEndToEndTest, secondQuitRequestNeitherHangsNorLosesSentence)
     EXPECT_TRUE(windowShows(u"Hello world."_s));
 }
 
+/// The kernel ends it: the shutdown waits for answers of the X server.
+TEST_F(InterruptionEndToEndTest, hangingShutdownIsEnded)
+{
+    startTalmo();
+    desktop.signalServer(SIGSTOP);
+    ::kill(static_cast<pid_t>(talmo->processId()), SIGTERM);
+    const bool hasEnded = testbed::waitUntil([this] { return !talmo->isRunning(); }, 30s);
+    desktop.signalServer(SIGCONT);
+    EXPECT_TRUE(hasEnded);
+    EXPECT_EQ(quitTalmo(), -1);
+}
+
 TEST_F(InterruptionEndToEndTest, holdReleasedBeforeRecordingStartsClosesMicrophone)
 {
     openQtWindow();

@@ -70,6 +70,16 @@ protected:
         EXPECT_TRUE(waitFor([&isDone] { return isDone; }));
         return isShown;
     }
+    TalmoApp::OpenDesktop opener()
+    {
+        return [this](const DesktopOptions &options) { return madeUpDesktop(options); };
+    }
+    static void shutDown(TalmoApp &app)
+    {
+        bool isDone = false;
+        logEscapes(note(app.shutDown(), &isDone));
+        EXPECT_TRUE(waitFor([&isDone] { return isDone; }));
+    }
     Desktop madeUpDesktop(const DesktopOptions &options)
     {
         quit = options.quit;
@@ -108,7 +118,7 @@ protected:
 
 TEST_F(TalmoAppTest, startsAndEndsOnAnyDesktop)
 {
-    TalmoApp app([this](const DesktopOptions &options) { return madeUpDesktop(options); });
+    TalmoApp app(opener());
     app.start();
     EXPECT_EQ(TalmoSettings::shared()->hotkeyDisplayName(), u"Moon"_s);
     EXPECT_FALSE(icon->symbols.empty());
@@ -119,9 +129,7 @@ TEST_F(TalmoAppTest, startsAndEndsOnAnyDesktop)
     QObject::connect(&app, &TalmoApp::quitRequested, &app, [&hasQuit] { hasQuit = true; });
     quit();
     EXPECT_TRUE(hasQuit);
-    bool isDone = false;
-    logEscapes(note(app.shutDown(), &isDone));
-    EXPECT_TRUE(waitFor([&isDone] { return isDone; }));
+    shutDown(app);
     EXPECT_TRUE(isShutDown);
 }
 
@@ -130,6 +138,19 @@ TEST_F(TalmoAppTest, welcomesANewUserOnce)
     storeSettings(R"({"linux.languageModelAddress": "off"})");
     EXPECT_TRUE(isWelcomedByAStart());
     EXPECT_FALSE(isWelcomedByAStart());
+}
+
+TEST_F(TalmoAppTest, menuStartsRecordingAsTheKeyDoes)
+{
+    TalmoApp app(opener());
+    app.start();
+    const auto finishing = app.finishDictation();
+    icon->onChosen(MenuAction::BeginDictation); // Nothing begins any more, whatever asks for it.
+    EXPECT_TRUE(waitFor(finishing));
+    EXPECT_EQ(TalmoCoordinator::shared().state(), TalmoState::idle());
+    icon->onChosen(MenuAction::BeginDictation);
+    EXPECT_TRUE(waitFor([] { return TalmoCoordinator::shared().state().is(TalmoState::Case::Error); }));
+    shutDown(app);
 }
 
 } // namespace talmo::test

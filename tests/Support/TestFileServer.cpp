@@ -43,6 +43,12 @@ QStringList TestFileServer::requests() const
     return found;
 }
 
+bool TestFileServer::isOfferedOnlyHttp1() const
+{
+    return m_process->waitForLine(QStringLiteral("offered HTTP/1.1 only"), timeout) &&
+           !m_process->output().contains(QStringLiteral("offered h2"));
+}
+
 bool TestFileServer::waitForRequests(qsizetype count) const
 {
     return testbed::waitUntil([this, count] { return requests().size() >= count; }, timeout);

@@ -19,6 +19,8 @@ public:
     /// The requests so far: "/model.tar.gz whole -", "/model.tar.gz bytes=100- \"mark-1\"".
     QStringList requests() const;
     bool waitForRequests(qsizetype count) const;
+    /// A client has begun a TLS connection, and offered no other protocol than HTTP/1.1.
+    bool isOfferedOnlyHttp1() const;
 
 private:
     std::unique_ptr<testbed::ChildProcess> m_process;

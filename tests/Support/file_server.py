@@ -14,6 +14,7 @@
   ?more=1         more bytes than were announced
   ?elsewhere=1    a resumed download starts at the wrong offset
   ?silent=1       no Content-Length
+  ?endless=1      the first answer is a header without end
   ?to=URL         redirects there
 """
 import collections
@@ -47,11 +48,21 @@ class Handler(BaseHTTPRequestHandler):
         self.close_connection = True
         if "to" in wishes:
             return self.answer(302, b"", {"Location": wishes["to"]})
+        if "endless" in wishes and count == 1:
+            return self.send_endless_header()
         if "status" in wishes:
             return self.answer(int(wishes["status"]), b"no")
         if count <= int(wishes.get("fail", 0)):
             return self.answer(503, b"later")
         self.serve((folder / address.path.lstrip("/")).read_bytes(), wishes, count)
+
+    def send_endless_header(self):
+        self.wfile.write(b"HTTP/1.1 200 OK\r\nX-Endless: ")
+        try:
+            while True:
+                self.wfile.write(b"a" * 65536)
+        except OSError:
+            pass
 
     def serve(self, content, wishes, count):
         mark = f'"mark-{count if "changing" in wishes else 1}"'
@@ -92,11 +103,17 @@ class Handler(BaseHTTPRequestHandler):
         self.wfile.flush()
 
 
+def print_offer(connection, direction, version, content_type, message_type, data):
+    if message_type == ssl._TLSMessageType.CLIENT_HELLO:
+        print("offered", "h2" if b"\x02h2" in data else "HTTP/1.1 only", flush=True)
+
+
 server = ThreadingHTTPServer(("127.0.0.1", 0), Handler)
 server.daemon_threads = True
 if len(sys.argv) > 2:
     context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
     context.load_cert_chain(sys.argv[2])
+    context._msg_callback = print_offer
     server.socket = context.wrap_socket(server.socket, server_side=True)
 print("listening", server.server_port, flush=True)
 server.serve_forever()

@@ -62,7 +62,9 @@ public:
                 pause,
                 microphone,
                 hotkeys,
-                language};
+                language,
+                [this] { coordinator().beginDictation(); },
+                [this] { coordinator().endDictation(); }};
     }
 
     TalmoCoordinator &coordinator() { return *world.coordinator; }

@@ -104,6 +104,10 @@ void ModelTransfer::begin(QNetworkAccessManager &manager)
     request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("Talmo"));
+    // Qt sets no limit to the size of a response's headers, and its thread goes on reading an endless one even after
+    // the reply was aborted. Those of HTTP/1.1 it reads byte by byte, less than a megabyte per second; a header block
+    // of HTTP/2 would arrive as fast as the network.
+    request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
     // Sizes and offsets must be those of the file itself.
     request.setRawHeader("Accept-Encoding", "identity");
     if (m_file.size() > 0) {

@@ -229,6 +229,16 @@ TEST_F(ModelInstallerTest, connectionTimesOutAfter30SecondsOfSilence)
     expectInstalled();
 }
 
+TEST_F(ModelInstallerTest, endlessHeaderCountsAsSilence)
+{
+    auto future = begin(measured(u"/good.zip?endless=1"_s));
+    ASSERT_TRUE(server->waitForRequests(1));
+    clock->advance(std::chrono::seconds(61));
+    EXPECT_EQ(outcome(future), QString());
+    EXPECT_EQ(server->requests().size(), 2);
+    expectInstalled();
+}
+
 TEST_F(ModelInstallerTest, retriesBusyServerWithGrowingDelay)
 {
     EXPECT_EQ(install(measured(u"/good.zip?fail=3"_s)), QString());
@@ -348,6 +358,7 @@ TEST_F(ModelInstallerTest, rejectsUntrustedCertificate)
     wanted.address = QUrl(secure.address(u"/good.zip"_s));
     EXPECT_THAT(install(wanted).toStdString(), HasSubstr("cannot be trusted"));
     EXPECT_TRUE(secure.requests().isEmpty());
+    EXPECT_TRUE(secure.isOfferedOnlyHttp1()); // The headers of HTTP/2 would be read without any limit.
 }
 
 TEST_F(ModelInstallerTest, fullDiskIsReportedAndCleanedUp)

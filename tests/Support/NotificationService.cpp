@@ -1,0 +1,51 @@
+#include "Support/NotificationService.h"
+
+#include "Support/Printing.h"
+
+#include <QDBusMessage>
+
+namespace talmo::test {
+
+namespace {
+
+const QString service = u"org.freedesktop.Notifications"_s;
+const QString path = u"/org/freedesktop/Notifications"_s;
+
+int nextConnection = 0;
+
+} // namespace
+
+NotificationService::NotificationService()
+    : m_bus(QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"),
+                                          u"notifications%1"_s.arg(++nextConnection)))
+{
+    m_bus.registerVirtualObject(path, this);
+    m_bus.registerService(service);
+}
+
+NotificationService::~NotificationService()
+{
+    const QString name = m_bus.name();
+    m_bus.unregisterService(service);
+    QDBusConnection::disconnectFromBus(name);
+}
+
+QString NotificationService::introspect(const QString &) const
+{
+    return {};
+}
+
+bool NotificationService::handleMessage(const QDBusMessage &message, const QDBusConnection &connection)
+{
+    // The types of all arguments, as the protocol has them: a service refuses a call with others.
+    if (message.interface() != service || message.member() != u"Notify"_s ||
+        message.signature() != u"susssasa{sv}i"_s) {
+        return false;
+    }
+    const auto arguments = message.arguments();
+    m_shown.append(
+        {arguments[0].toString(), arguments[2].toString(), arguments[3].toString(), arguments[4].toString()});
+    return connection.send(message.createReply(uint(m_shown.size())));
+}
+
+} // namespace talmo::test
