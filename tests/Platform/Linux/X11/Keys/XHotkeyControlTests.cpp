@@ -59,8 +59,9 @@ protected:
     }
     void tapF13()
     {
-        for (const quint8 type : {XCB_KEY_PRESS, XCB_KEY_RELEASE}) {
-            xcb_test_fake_input(other.get(), type, f13KeyCode, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+        for (const int type : {XCB_KEY_PRESS, XCB_KEY_RELEASE}) {
+            xcb_test_fake_input(other.get(), static_cast<quint8>(type), f13KeyCode, XCB_CURRENT_TIME, XCB_NONE, 0, 0,
+                                0);
         }
         synchronise();
     }
