@@ -36,11 +36,13 @@ protected:
     std::shared_ptr<ManualClock> clock = std::make_shared<ManualClock>();
     std::vector<QString> inserted;
     std::vector<bool> pauses;
+    std::vector<ControlSocket::KeyCommand> moves;
     std::shared_ptr<Completion<void>> insertion;
     ControlServer server{{[this](const QString &text) { return insert(text); }, [] {},
                           [](const QString &) { return refuse(u"The settings could not be saved."_s); },
                           [](bool) { return std::optional<QString>(); }, [] { return ready(false); },
-                          [this](bool isPaused) { pauses.push_back(isPaused); }},
+                          [this](bool isPaused) { pauses.push_back(isPaused); },
+                          [this](ControlSocket::KeyCommand command) { moves.push_back(command); }},
                          clock};
 
     void SetUp() override { ASSERT_TRUE(server.listen(path)); }
@@ -101,6 +103,15 @@ TEST_F(ControlServerTest, answersOneRequestPerConnection)
 TEST_F(ControlServerTest, unsavableChoiceIsAnError)
 {
     EXPECT_THAT(answerTo(ControlSocket::recogniserRequest(u"toy"_s)).toStdString(), HasSubstr("could not be saved"));
+}
+
+TEST_F(ControlServerTest, movesKey)
+{
+    using ControlSocket::KeyCommand;
+    for (const auto command : {KeyCommand::Press, KeyCommand::Release, KeyCommand::Toggle}) {
+        EXPECT_EQ(answerTo(ControlSocket::keyRequest(command)), ControlSocket::answer(std::nullopt));
+    }
+    EXPECT_THAT(moves, ElementsAre(KeyCommand::Press, KeyCommand::Release, KeyCommand::Toggle));
 }
 
 TEST_F(ControlServerTest, pausesAndResumes)

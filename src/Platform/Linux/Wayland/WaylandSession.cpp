@@ -40,7 +40,8 @@ constexpr wl_callback_listener flagListener = {setFlag};
 
 std::shared_ptr<WaylandSession> WaylandSession::open()
 {
-    auto *display = wl_display_connect(nullptr);
+    // Without a name, the library would take the user's first Wayland session, even from within an X session.
+    auto *display = qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ? nullptr : wl_display_connect(nullptr);
     if (display == nullptr) {
         return nullptr;
     }
