@@ -32,6 +32,14 @@ constexpr std::array<std::pair<quint32, const char *>, 15> knownNames = {{
     {XKB_KEY_XF86WakeUp, "Fn"},
 }};
 
+QString keyName(quint32 keySymbol)
+{
+    constexpr std::size_t longestName = 64;
+    std::array<char, longestName> name{};
+    xkb_keysym_get_name(keySymbol, name.data(), name.size());
+    return QString::fromLatin1(name.data());
+}
+
 } // namespace
 
 QList<quint32> triggerKeySymbols(const QStringList &names)
@@ -50,6 +58,15 @@ QList<quint32> triggerKeySymbols(const QStringList &names)
     return symbols.isEmpty() ? usualKeys : symbols;
 }
 
+QStringList triggerKeyNames(const QStringList &names)
+{
+    QStringList keyNames;
+    for (const auto symbol : triggerKeySymbols(names)) {
+        keyNames.append(keyName(symbol));
+    }
+    return keyNames;
+}
+
 QString keyDisplayName(quint32 keySymbol)
 {
     for (const auto &[symbol, name] : knownNames) {
@@ -57,10 +74,7 @@ QString keyDisplayName(quint32 keySymbol)
             return QString::fromLatin1(name);
         }
     }
-    constexpr std::size_t longestName = 64;
-    std::array<char, longestName> name{};
-    xkb_keysym_get_name(keySymbol, name.data(), name.size());
-    return QString::fromLatin1(name.data());
+    return keyName(keySymbol);
 }
 
 } // namespace talmo

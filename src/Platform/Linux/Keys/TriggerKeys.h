@@ -11,6 +11,9 @@ namespace talmo {
 /// logged and ignored.
 QList<quint32> triggerKeySymbols(const QStringList &names);
 
+/// The X key names of the same keys.
+QStringList triggerKeyNames(const QStringList &names);
+
 /// The name on a key cap. User-visible texts mention the first of the keys above.
 QString keyDisplayName(quint32 keySymbol);
 
