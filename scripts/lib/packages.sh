@@ -20,13 +20,20 @@ demo_packages=(
 # The programs that the tests use, and the tools of CI.
 test_packages=(
   libgtest-dev libgmock-dev libgtk-3-dev libsm-dev libice-dev xterm xfonts-base xclip x11-xkb-utils
-  desktop-file-utils python3 mandoc iproute2 python3-onnx dbus-daemon openssl strace fonts-noto-color-emoji x11-xserver-utils
-  at-spi2-core copyq pocketsphinx-testdata
+  desktop-file-utils appstream python3 mandoc iproute2 python3-onnx dbus-daemon openssl strace fonts-noto-color-emoji
+  x11-xserver-utils at-spi2-core copyq pocketsphinx-testdata
   sway xwayland foot grim wl-clipboard
 )
 # More synthetic voices, and recordings of people.
 accuracy_packages=(
   festival festvox-us-slt-hts festvox-kallpc16k alsa-utils
+)
+translation_packages=(
+  qt6-l10n-tools python3
+)
+# To make the Debian package, and to install it in a system of its own.
+package_packages=(
+  debhelper dpkg-dev lintian librsvg2-bin appstream desktop-file-utils debootstrap
 )
 check_packages=(
   git clang-19 clang-format-19 clang-tidy-19 libclang-rt-19-dev llvm-19

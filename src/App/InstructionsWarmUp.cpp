@@ -25,12 +25,11 @@ void InstructionsWarmUp::update()
     const TalmoState &state = m_coordinator.state();
     const bool isRecording = state == TalmoState::recording();
     if (isRecording && settings.aiCleanupEnabled()) {
-        // A request for a list has a line more, at the end: it begins with the same text.
-        const QString instructions =
-            buildInstructions(settings.dictionaryWords(), false, settings.conciseTextEnabled(), settings.textTone());
-        if (m_instructions != instructions) {
-            m_instructions = instructions;
-            m_parts.warmUp(instructions);
+        const Choices choices{settings.dictionaryWords(), settings.conciseTextEnabled(), settings.textTone()};
+        if (m_given != choices) {
+            m_given = choices;
+            // A request for a list has a line more, at the end: it begins with the same text.
+            m_parts.warmUp(buildInstructions(choices.dictionaryWords, false, choices.isConcise, choices.tone));
         }
     } else if (isRecording || state != TalmoState::processing()) {
         cancel(); // While a sentence is processed, its own request ends the preparation.
@@ -39,7 +38,7 @@ void InstructionsWarmUp::update()
 
 void InstructionsWarmUp::cancel()
 {
-    if (std::exchange(m_instructions, std::nullopt)) {
+    if (std::exchange(m_given, std::nullopt)) {
         m_parts.cancel();
     }
 }

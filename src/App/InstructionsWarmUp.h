@@ -28,13 +28,22 @@ public:
     ~InstructionsWarmUp() override;
 
 private:
+    /// What the instructions depend on. Compared at each change, and words come many times a second, so that the text
+    /// is built only when it differs.
+    struct Choices {
+        QStringList dictionaryWords;
+        bool isConcise = false;
+        TextTone tone = TextTone::Standard;
+        bool operator==(const Choices &) const = default;
+    };
+
     void update();
     void cancel();
 
     const TalmoCoordinator &m_coordinator;
     Parts m_parts;
     /// What the model was last given and still has a use for.
-    std::optional<QString> m_instructions;
+    std::optional<Choices> m_given;
 };
 
 } // namespace talmo

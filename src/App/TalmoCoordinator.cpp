@@ -79,7 +79,20 @@ void TalmoCoordinator::beginDictation()
     }
     publish(m_liveTranscript, QString());
     publish(m_lastError, std::nullopt);
-    launchTask([self = WeakSelf(this)] { return startSequence(self); });
+    launchTask([self = WeakSelf(this)] { return handlingFailure(self, startSequence(self)); });
+}
+
+QCoro::Task<void> TalmoCoordinator::handlingFailure(WeakSelf self, QCoro::Task<void> sequence)
+{
+    std::exception_ptr failure;
+    try {
+        co_await sequence;
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    if (self && failure) {
+        self->handleFailure(failure);
+    }
 }
 
 QCoro::Task<void> TalmoCoordinator::startSequence(WeakSelf self)
@@ -89,40 +102,26 @@ QCoro::Task<void> TalmoCoordinator::startSequence(WeakSelf self)
     }
     const QString locale = self->m_parts.locale->currentIdentifier();
     if (self->m_confirmedInstalledLocaleIdentifier != locale) {
-        const bool hasModel = co_await ensureModel(self, locale);
-        if (!hasModel || !self) {
+        co_await ensureModel(self->m_parts.transcriptionService, locale);
+        if (!self) {
             co_return;
         }
+        self->m_confirmedInstalledLocaleIdentifier = locale;
     }
     co_await startRecording(self, locale);
 }
 
-/// True if the locale's model is known to be installed; otherwise the failure has been handled.
-QCoro::Task<bool> TalmoCoordinator::ensureModel(WeakSelf self, QString locale)
+/// Returns once the locale's model is installed.
+QCoro::Task<void> TalmoCoordinator::ensureModel(std::shared_ptr<TranscriptionService> transcription, QString locale)
 {
-    const auto transcription = self->m_parts.transcriptionService;
-    std::exception_ptr failure;
-    try {
-        const ModelStatus status = co_await transcription->modelStatus(locale);
-        if (!status.supported) {
-            throw TranscriptionError(TranscriptionError::Case::LocaleNotSupported);
-        }
-        if (!status.installed) {
-            generalLog().debug("%s", {installingText(locale)});
-            co_await transcription->installModel(locale);
-        }
-    } catch (...) {
-        failure = std::current_exception();
+    const ModelStatus status = co_await transcription->modelStatus(locale);
+    if (!status.supported) {
+        throw TranscriptionError(TranscriptionError::Case::LocaleNotSupported);
     }
-    if (!self) {
-        co_return false;
+    if (!status.installed) {
+        generalLog().debug("%s", {installingText(locale)});
+        co_await transcription->installModel(locale);
     }
-    if (failure) {
-        self->handleFailure(failure);
-        co_return false;
-    }
-    self->m_confirmedInstalledLocaleIdentifier = locale;
-    co_return true;
 }
 
 QCoro::Task<void> TalmoCoordinator::startRecording(WeakSelf self, QString locale)
@@ -138,18 +137,8 @@ QCoro::Task<void> TalmoCoordinator::startRecording(WeakSelf self, QString locale
             self->handleFailure(error);
         }
     };
-    std::exception_ptr failure;
-    try {
-        co_await transcription->startTranscription(self->m_parts.audioRecorder, locale, onUpdate, onError);
-    } catch (...) {
-        failure = std::current_exception();
-    }
-    if (!self) {
-        co_return;
-    }
-    if (failure) {
-        self->handleFailure(failure);
-    } else {
+    co_await transcription->startTranscription(self->m_parts.audioRecorder, locale, onUpdate, onError);
+    if (self) {
         self->transitionTo(TalmoState::recording());
     }
 }
@@ -161,7 +150,7 @@ void TalmoCoordinator::endDictation()
     }
     transitionTo(TalmoState::processing());
     m_parts.audioRecorder->stop();
-    launchTask([self = WeakSelf(this)] { return processingSequence(self); });
+    launchTask([self = WeakSelf(this)] { return handlingFailure(self, processingSequence(self)); });
 }
 
 void TalmoCoordinator::cancelDictation()
@@ -180,18 +169,8 @@ QCoro::Task<void> TalmoCoordinator::processingSequence(WeakSelf self)
         co_return;
     }
     const auto transcription = self->m_parts.transcriptionService;
-    QString rawTranscript;
-    std::exception_ptr failure;
-    try {
-        rawTranscript = co_await transcription->stopTranscription();
-    } catch (...) {
-        failure = std::current_exception();
-    }
+    const QString rawTranscript = co_await transcription->stopTranscription();
     if (!self) {
-        co_return;
-    }
-    if (failure) {
-        self->handleFailure(failure);
         co_return;
     }
     // Only the length counts here: a blank transcript continues, and the insertion refuses it.
@@ -200,10 +179,22 @@ QCoro::Task<void> TalmoCoordinator::processingSequence(WeakSelf self)
         co_return;
     }
     generalLog().debug("raw transcript: %s", {rawTranscript});
-    co_await processTranscript(self, rawTranscript);
+    const QString cleaned = co_await cleanedText(self, Text::trimWhitespaceAndNewlines(rawTranscript));
+    if (!self) {
+        co_return;
+    }
+    generalLog().debug("cleaned transcript: %s", {cleaned});
+    self->publish(self->m_liveTranscript, cleaned);
+    self->transitionTo(TalmoState::inserting());
+
+    const auto insertion = self->m_parts.insertionService;
+    co_await insertion->insert(cleaned);
+    if (self) {
+        self->transitionTo(TalmoState::idle());
+    }
 }
 
-QCoro::Task<void> TalmoCoordinator::processTranscript(WeakSelf self, QString rawTranscript)
+QCoro::Task<QString> TalmoCoordinator::cleanedText(WeakSelf self, QString trimmed)
 {
     // Read once: changes by the user during this dictation do not affect it.
     const auto settings = self->m_parts.settings;
@@ -211,50 +202,25 @@ QCoro::Task<void> TalmoCoordinator::processTranscript(WeakSelf self, QString raw
     const bool conciseTextEnabled = settings->conciseTextEnabled();
     const TextTone textTone = settings->textTone();
     const QStringList dictionaryWords = settings->dictionaryWords();
-
+    if (trimmed.isEmpty()) {
+        co_return QString();
+    }
     const auto cleaner = self->m_parts.textCleanupService;
-    const QString trimmed = Text::trimWhitespaceAndNewlines(rawTranscript);
     QString cleaned;
     std::exception_ptr failure;
     try {
-        if (!trimmed.isEmpty()) {
-            cleaned =
-                co_await cleaner->cleanup(trimmed, aiCleanupEnabled, conciseTextEnabled, textTone, dictionaryWords);
-        }
-    } catch (...) {
-        failure = std::current_exception(); // Violates the contract; the text must stay visible all the same.
-    }
-    if (!self) {
-        co_return;
-    }
-    if (failure) {
-        self->publish(self->m_liveTranscript, trimmed);
-        self->handleFailure(failure);
-        co_return;
-    }
-    generalLog().debug("cleaned transcript: %s", {cleaned});
-    self->publish(self->m_liveTranscript, cleaned);
-    self->transitionTo(TalmoState::inserting());
-    co_await insertText(self, cleaned);
-}
-
-QCoro::Task<void> TalmoCoordinator::insertText(WeakSelf self, QString text)
-{
-    const auto insertion = self->m_parts.insertionService;
-    std::exception_ptr failure;
-    try {
-        co_await insertion->insert(text);
+        cleaned = co_await cleaner->cleanup(trimmed, aiCleanupEnabled, conciseTextEnabled, textTone, dictionaryWords);
     } catch (...) {
         failure = std::current_exception();
     }
-    if (!self) {
-        co_return;
-    }
     if (failure) {
-        self->handleFailure(failure);
-    } else {
-        self->transitionTo(TalmoState::idle());
+        // The cleanup violates its contract; the text must stay visible all the same.
+        if (self) {
+            self->publish(self->m_liveTranscript, trimmed);
+        }
+        std::rethrow_exception(failure);
     }
+    co_return cleaned;
 }
 
 void TalmoCoordinator::transitionTo(const TalmoState &state)

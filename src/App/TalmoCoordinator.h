@@ -75,11 +75,12 @@ private:
 
     // The sequences hold the coordinator weakly across every suspension, and the services they await strongly.
     static QCoro::Task<void> startSequence(WeakSelf self);
-    static QCoro::Task<bool> ensureModel(WeakSelf self, QString locale);
+    static QCoro::Task<void> ensureModel(std::shared_ptr<TranscriptionService> transcription, QString locale);
     static QCoro::Task<void> startRecording(WeakSelf self, QString locale);
     static QCoro::Task<void> processingSequence(WeakSelf self);
-    static QCoro::Task<void> processTranscript(WeakSelf self, QString rawTranscript);
-    static QCoro::Task<void> insertText(WeakSelf self, QString text);
+    static QCoro::Task<QString> cleanedText(WeakSelf self, QString trimmed);
+    /// Runs a sequence, and ends the dictation if it throws.
+    static QCoro::Task<void> handlingFailure(WeakSelf self, QCoro::Task<void> sequence);
     static QCoro::Task<void> hideOverlayLater(WeakSelf self, TalmoState shownError);
     static QCoro::Task<void> askForPermissions(std::shared_ptr<PermissionsService> permissions);
 

@@ -1,5 +1,6 @@
 #include "Control/ControlServer.h"
 
+#include "Base/CancellableWait.h"
 #include "Base/Error.h"
 #include "Base/Log.h"
 #include "Base/Task.h"
@@ -105,12 +106,9 @@ void ControlServer::listenTo(QLocalSocket &socket)
 
 QCoro::Task<void> ControlServer::hangUpAt(QPointer<QLocalSocket> socket, QFuture<void> deadline)
 {
-    try {
-        co_await deadline;
-    } catch (const Cancelled &) {
-        co_return; // The request arrived, or the client disconnected.
-    }
-    if (socket) {
+    // Cancelled once the request has arrived, or the client has disconnected.
+    const bool isDue = co_await hasElapsed(deadline);
+    if (isDue && socket) {
         answerAndClose(*socket, QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The request took too long to arrive.")));
     }
 }

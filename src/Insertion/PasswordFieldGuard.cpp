@@ -1,5 +1,6 @@
 #include "Insertion/PasswordFieldGuard.h"
 
+#include "Base/CancellableWait.h"
 #include "Base/Task.h"
 
 #include <QCoro/QCoroFuture>
@@ -64,13 +65,8 @@ QCoro::Task<void> PasswordFieldGuard::takeAnswer(QFuture<bool> isPassword, Answe
 
 QCoro::Task<void> PasswordFieldGuard::giveUp(QFuture<void> timeIsUp, Answer answer)
 {
-    bool isAnswered = false;
-    try {
-        co_await timeIsUp;
-    } catch (const Cancelled &) {
-        isAnswered = true;
-    }
-    if (!isAnswered) {
+    const bool isDue = co_await hasElapsed(timeIsUp);
+    if (isDue) {
         answer->finish(false);
     }
 }

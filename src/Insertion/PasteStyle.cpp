@@ -1,5 +1,7 @@
 #include "Insertion/PasteStyle.h"
 
+#include <QtGlobal>
+
 #include <algorithm>
 #include <array>
 
@@ -101,14 +103,14 @@ QString shortcutName(PasteStyle style)
 {
     switch (style) {
     case PasteStyle::ControlShiftV:
-        return QStringLiteral("Ctrl+Shift+V");
+        return QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Ctrl+Shift+V"));
     case PasteStyle::ShiftInsertPrimary:
     case PasteStyle::ShiftInsert:
-        return QStringLiteral("Shift+Insert");
+        return QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Shift+Insert"));
     case PasteStyle::ControlV:
         break;
     }
-    return QStringLiteral("Ctrl+V");
+    return QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Ctrl+V"));
 }
 
 QStringList shortcutNames()

@@ -1,5 +1,6 @@
 #include "LanguageModel/LoopbackHttp.h"
 
+#include "Base/CancellableWait.h"
 #include "Base/Completion.h"
 #include "Base/Log.h"
 #include "Base/Task.h"
@@ -75,10 +76,9 @@ public:
         Instant due = std::min(clock->now() + limits.silence, latest);
         while (exchange && clock->now() < due) {
             const auto waiting = clock->sleep(due - clock->now(), over);
-            try {
-                co_await waiting;
-            } catch (const Cancelled &) {
-                co_return; // The response came first.
+            const bool isDue = co_await hasElapsed(waiting);
+            if (!isDue) { // The response came first.
+                co_return;
             }
             if (exchange) {
                 due = std::min(exchange->m_lastProgress + limits.silence, latest);

@@ -3,6 +3,7 @@
 #include "Base/Error.h"
 #include "Base/Log.h"
 #include "Platform/Linux/System/LinuxSettings.h"
+#include "Recognition/Models/ModelSize.h"
 #include "Recognition/RecogniserChoice.h"
 #include "Recognition/Recognisers.h"
 #include "UI/Style/Wording.h"
@@ -14,13 +15,11 @@ namespace talmo {
 
 namespace {
 
+/// As a sentence.
 QString sizeOf(const ModelEntry &entry)
 {
-    constexpr qint64 megabyte = 1000000;
-    if (entry.size) {
-        return QStringLiteral("%1 MB.").arg(std::max(*entry.size / megabyte, qint64(1)));
-    }
-    return entry.approximateMegabytes ? QStringLiteral("About %1 MB.").arg(*entry.approximateMegabytes) : QString();
+    const QString size = readableSize(entry);
+    return size.isEmpty() ? size : size.at(0).toUpper() + size.mid(1) + u'.';
 }
 
 } // namespace

@@ -124,6 +124,30 @@ void leaveStartingToTheDesktop(QGuiApplication &application)
     QObject::connect(&application, &QGuiApplication::saveStateRequest, &application, leave, Qt::DirectConnection);
 }
 
+/// Needs no display, so that packagers, scripts and people on a console get an answer.
+int answerArguments(int argc, char **argv)
+{
+    const QByteArray argument = argv[1];
+    const bool isAlone = argc == 2;
+    if (isAlone && (argument == "--help" || argument == "-h")) {
+        std::fputs("Usage: talmo\n\n"
+                   "Dictate into any window: hold a key, speak, release it.\n"
+                   "Where Talmo is running already, its settings open.\n\n"
+                   "Options:\n"
+                   "  --help               Show this help.\n"
+                   "  --version            Show the version.\n\n"
+                   "talmoctl runs the single steps of a dictation from the command line.\n",
+                   stdout);
+        return EXIT_SUCCESS;
+    }
+    if (isAlone && (argument == "--version" || argument == "-v")) {
+        std::fputs("talmo " TALMO_VERSION "\n", stdout);
+        return EXIT_SUCCESS;
+    }
+    std::fprintf(stderr, "talmo: “%s” is not an option; try “talmo --help”\n", argv[isAlone ? 1 : 2]);
+    return usageStatus;
+}
+
 int fail(const Error &error)
 {
     std::fprintf(stderr, "talmo: %s\n", qUtf8Printable(error.localizedDescription()));
@@ -135,8 +159,7 @@ int fail(const Error &error)
 int runTalmo(int argc, char **argv)
 {
     if (argc > 1) {
-        std::fprintf(stderr, "talmo: there are no options; talmoctl is for the command line\n");
-        return usageStatus;
+        return answerArguments(argc, argv);
     }
     QuitSignals::install();
     try {

@@ -1,5 +1,6 @@
 #include "Recognition/EngineAnalyzer.h"
 
+#include "Base/CancellableWait.h"
 #include "Base/Log.h"
 #include "Base/Task.h"
 
@@ -208,9 +209,8 @@ QCoro::Task<void> EngineAnalyzer::Recognition::watch(std::weak_ptr<Recognition> 
             break;
         }
         const auto waiting = clock->sleep(left, stop);
-        try {
-            co_await waiting;
-        } catch (const Cancelled &) {
+        const bool isDue = co_await hasElapsed(waiting);
+        if (!isDue) {
             co_return;
         }
     }

@@ -43,8 +43,9 @@ EngineFactory sherpaOnnx(const QString &libraryPath)
             throw Error(QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Talmo cannot use models of this kind: ")) +
                         notes.kind);
         }
-        SherpaLibrary::open(libraryPath)->requireVersion(notes.minLibrary);
-        return std::make_shared<SherpaEngine>(name, libraryPath, folder);
+        auto library = SherpaLibrary::open(libraryPath);
+        library->requireVersion(notes.minLibrary);
+        return std::make_shared<SherpaEngine>(name, std::move(library), folder);
     };
     factory.checkFiles = [](const QString &folder) { SherpaModel::examine(folder); };
     factory.isLibraryInstalled = [libraryPath] { return SherpaLibrary::isInstalled(libraryPath); };

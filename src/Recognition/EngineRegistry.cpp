@@ -1,5 +1,6 @@
 #include "Recognition/EngineRegistry.h"
 
+#include "Base/CancellableWait.h"
 #include "Base/Error.h"
 #include "Base/Log.h"
 #include "Base/Task.h"
@@ -39,9 +40,9 @@ std::optional<EngineSpeechPlatform::ModelSource> modelSource(const EngineRegistr
 QCoro::Task<void> take(QFuture<Models> looking, std::function<void(Models)> takeModels)
 {
     try {
-        takeModels(co_await looking);
-    } catch (const Cancelled &) {
-        co_return; // Talmo ends.
+        Models models = co_await looking;
+        takeModels(std::move(models));
+    } catch (const Cancelled &) { // NOLINT(bugprone-empty-catch): Talmo ends.
     }
 }
 
@@ -263,12 +264,12 @@ void EngineRegistry::unload()
 QCoro::Task<void> EngineRegistry::unloadLater(std::function<void()> unload, std::shared_ptr<Clock> clock,
                                               std::stop_token stop)
 {
-    try {
-        co_await clock->sleep(idleTime, stop);
-    } catch (const Cancelled &) {
-        co_return; // Somebody dictates again, or Talmo ends.
+    // Cancelled when somebody dictates again, or Talmo ends.
+    const auto idle = clock->sleep(idleTime, stop);
+    const bool isDue = co_await hasElapsed(idle);
+    if (isDue) {
+        unload();
     }
-    unload();
 }
 
 } // namespace talmo

@@ -1,9 +1,9 @@
 #include "Recognition/Recommendation.h"
 
+#include "Recognition/Models/ModelSize.h"
+
 #include <QLocale>
 #include <QThread>
-
-#include <algorithm>
 
 namespace talmo {
 
@@ -79,12 +79,6 @@ QString languageNames(const QStringList &languages)
         names.append(locale.language() == QLocale::C ? language : QLocale::languageToString(locale.language()));
     }
     return names.join(QStringLiteral(", "));
-}
-
-QString readableSize(qint64 bytes)
-{
-    constexpr qint64 megabyte = 1000000;
-    return QStringLiteral("%1 MB").arg(std::max((bytes + megabyte / 2) / megabyte, qint64(1)));
 }
 
 } // namespace talmo

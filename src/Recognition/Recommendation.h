@@ -36,7 +36,4 @@ QString betterRecognition(const ModelCatalogue &catalogue, const RecogniserInsta
 /// "German", "French, English"; codes that Qt does not know stay as they are. Of more than three, only the number.
 QString languageNames(const QStringList &languages);
 
-/// In whole megabytes: "67 MB".
-QString readableSize(qint64 bytes);
-
 } // namespace talmo

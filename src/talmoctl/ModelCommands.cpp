@@ -3,6 +3,7 @@
 #include "Platform/Linux/System/LinuxSettings.h"
 #include "Platform/Linux/System/TimerFdClock.h"
 #include "Recognition/ModelCheck.h"
+#include "Recognition/Models/ModelSize.h"
 #include "Recognition/RecogniserChoice.h"
 #include "Recognition/Recognisers.h"
 #include "talmoctl/Command.h"
@@ -24,12 +25,8 @@ namespace {
 
 QString sizeOf(const ModelEntry &entry)
 {
-    constexpr double megabyte = 1e6;
-    if (entry.size) {
-        return QStringLiteral("%1 MB").arg(static_cast<double>(*entry.size) / megabyte, 0, 'f', 1);
-    }
-    return entry.approximateMegabytes ? QStringLiteral("about %1 MB").arg(*entry.approximateMegabytes)
-                                      : QStringLiteral("size unknown");
+    const QString size = readableSize(entry);
+    return size.isEmpty() ? QStringLiteral("size unknown") : size;
 }
 
 /// What "model list" knows of a model.

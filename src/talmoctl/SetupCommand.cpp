@@ -5,6 +5,7 @@
 #include "Platform/Linux/System/SystemLocaleSource.h"
 #include "Platform/Linux/System/TimerFdClock.h"
 #include "Recognition/EngineRegistry.h"
+#include "Recognition/Models/ModelSize.h"
 #include "Recognition/Recognisers.h"
 #include "Recognition/Recommendation.h"
 #include "talmoctl/Command.h"
@@ -64,8 +65,9 @@ void describe(const Recommendation &wanted)
     for (const auto &part : wanted.parts) {
         const bool isModel = part.id == wanted.model.id;
         const QString title = isModel ? wanted.title() : part.title;
-        const QString size = part.size ? readableSize(*part.size) : QStringLiteral("size unknown");
-        writeLine(QStringLiteral("  %1, %2, licence %3").arg(title, size, part.licence));
+        const QString size = readableSize(part);
+        writeLine(QStringLiteral("  %1, %2, licence %3")
+                      .arg(title, size.isEmpty() ? QStringLiteral("size unknown") : size, part.licence));
         writeLine(QStringLiteral("    ") + part.address.toString());
         if (part.sha256.isEmpty()) {
             writeLine(QStringLiteral("    No checksum on record; integrity not verified."));

@@ -1,13 +1,17 @@
 #include "Platform/Linux/X11/Keys/XInput2EventMonitor.h"
 
 #include "Platform/Linux/Keys/TriggerKeys.h"
+#include "Platform/Linux/Wayland/Sway/SwayEventMonitor.h"
 #include "Support/FakeEventMonitor.h"
 #include "Support/Printing.h"
 #include "Support/TestLoop.h"
 #include "VirtualDesktop.h"
 #include "VirtualKeyboard.h"
+#include "WaylandDesktop.h"
 
 #include <gmock/gmock.h>
+
+#include <optional>
 
 namespace talmo::test {
 
@@ -36,15 +40,31 @@ struct XInput2Subject {
     void setActive(bool active) { isActive = active; }
 };
 
+struct SwaySubject {
+    testbed::WaylandDesktop desktop;
+    bool isActive = false;
+    SwayEventMonitor monitor{SwayIpc::open(), u"Pause"_s, [this] { return isActive; }};
+    void press() { desktop.press(testbed::WaylandDesktop::KeyboardKey::Pause); }
+    void release() { desktop.release(testbed::WaylandDesktop::KeyboardKey::Pause); }
+    void setActive(bool active) { isActive = active; }
+};
+
 template <typename Subject>
 class EventMonitorContract : public testing::Test {
 protected:
+    void SetUp() override
+    {
+        if (std::is_same_v<Subject, SwaySubject> && !testbed::WaylandDesktop::isInstalled()) {
+            GTEST_SKIP() << "sway is not installed";
+        }
+        m_subject.emplace();
+    }
     void addBoth()
     {
-        global = subject.monitor.addGlobalMonitor(GlobalHotkeyManager::flagsChangedMask, [this](const auto &event) {
+        global = subject().monitor.addGlobalMonitor(GlobalHotkeyManager::flagsChangedMask, [this](const auto &event) {
             globalEvents.push_back(event.modifierFlags & fn);
         });
-        local = subject.monitor.addLocalMonitor(GlobalHotkeyManager::flagsChangedMask, [this](const auto &event) {
+        local = subject().monitor.addLocalMonitor(GlobalHotkeyManager::flagsChangedMask, [this](const auto &event) {
             localEvents.push_back(event.modifierFlags & fn);
             return std::optional(event);
         });
@@ -53,14 +73,17 @@ protected:
     {
         return waitFor([&] { return globalEvents.size() + localEvents.size() >= count; });
     }
-    Subject subject;
+    Subject &subject() { return *m_subject; }
     std::vector<quint64> globalEvents;
     std::vector<quint64> localEvents;
     std::shared_ptr<EventMonitorToken> global;
     std::shared_ptr<EventMonitorToken> local;
+
+private:
+    std::optional<Subject> m_subject;
 };
 
-using Subjects = testing::Types<FakeSubject, XInput2Subject>;
+using Subjects = testing::Types<FakeSubject, XInput2Subject, SwaySubject>;
 TYPED_TEST_SUITE(EventMonitorContract, Subjects);
 
 } // namespace
@@ -69,9 +92,9 @@ TYPED_TEST(EventMonitorContract, seesPressAndReleaseInOtherApplications)
 {
     this->addBoth();
     ASSERT_TRUE(this->global && this->local);
-    this->subject.press();
+    this->subject().press();
     ASSERT_TRUE(this->waitForEvents(1));
-    this->subject.release();
+    this->subject().release();
     ASSERT_TRUE(this->waitForEvents(2));
     EXPECT_THAT(this->globalEvents, ElementsAre(fn, 0U));
     EXPECT_THAT(this->localEvents, IsEmpty());
@@ -80,10 +103,10 @@ TYPED_TEST(EventMonitorContract, seesPressAndReleaseInOtherApplications)
 TYPED_TEST(EventMonitorContract, localMonitorSeesEventsWhenApplicationIsActive)
 {
     this->addBoth();
-    this->subject.setActive(true);
-    this->subject.press();
+    this->subject().setActive(true);
+    this->subject().press();
     ASSERT_TRUE(this->waitForEvents(1));
-    this->subject.release();
+    this->subject().release();
     ASSERT_TRUE(this->waitForEvents(2));
     EXPECT_THAT(this->localEvents, ElementsAre(fn, 0U));
     EXPECT_THAT(this->globalEvents, IsEmpty());
@@ -95,13 +118,13 @@ TYPED_TEST(EventMonitorContract, monitorReceivesNothingAfterTokenIsReleased)
     this->global.reset();
     std::vector<quint64> other;
     const auto second =
-        this->subject.monitor.addGlobalMonitor(GlobalHotkeyManager::flagsChangedMask, [&other](const auto &event) {
+        this->subject().monitor.addGlobalMonitor(GlobalHotkeyManager::flagsChangedMask, [&other](const auto &event) {
             other.push_back(event.modifierFlags & fn);
         });
-    this->subject.press();
+    this->subject().press();
     ASSERT_TRUE(waitFor([&other] { return !other.empty(); }));
     EXPECT_THAT(this->globalEvents, IsEmpty());
-    this->subject.release();
+    this->subject().release();
     ASSERT_TRUE(waitFor([&other] { return other.size() == 2; }));
 }
 

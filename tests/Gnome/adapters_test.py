@@ -105,3 +105,25 @@ class InsertionTest(GnomeTest):
         _status, output = self.result(program)
         self.assertIn("Ctrl+V", output)
         self.assertEqual(window.keys(), [])
+
+
+@unittest.skipUnless(os.path.exists(f"{PROGRAMS}/talmo"), "talmo is not built")
+class ProgramTest(GnomeTest):
+    def test_talmo_watches_key_and_releases_it_at_end(self):
+        window = self.window()
+        program = subprocess.Popen([f"{PROGRAMS}/talmo"], env=self.session.environment, stdout=subprocess.PIPE,
+                                   stderr=subprocess.STDOUT)
+        self.addCleanup(program.stdout.close)
+        self.addCleanup(program.kill)
+
+        def reaches(key):
+            before = len(window.keys())
+            self.session.tap("right ctrl")
+            self.session.tap("a")
+            wait_until(lambda: "a" in window.keys()[before:], "the next key")
+            return key in window.keys()[before:]
+
+        wait_until(lambda: not reaches("Control_R"), "the key to be watched", 20)
+        program.terminate()
+        self.assertEqual(program.wait(10), 0)
+        wait_until(lambda: reaches("Control_R"), "the key to be free")

@@ -37,12 +37,13 @@ QString outcomeOf(PasteReceipt::Outcome outcome, const QString &shortcut = u"Ctr
     witness->answer = {outcome, shortcut};
     VerifiedInsertionService service(inserter, witness);
     const auto attempt = [](VerifiedInsertionService *verified) -> QCoro::Task<QString> {
+        QString message;
         try {
             co_await verified->insert(u"text"_s);
         } catch (const TextNotTakenError &error) {
-            co_return error.localizedDescription();
+            message = error.localizedDescription();
         }
-        co_return QString();
+        co_return message;
     };
     const QString told = QCoro::waitFor(attempt(&service));
     EXPECT_EQ(inserter->inserted, QStringList{u"text"_s});
@@ -69,7 +70,7 @@ TEST(VerifiedInsertionService, hasDistinctMessageForEachFailure)
     QStringList told;
     for (const auto outcome :
          {PasteReceipt::Outcome::NotTaken, PasteReceipt::Outcome::WindowHangs, PasteReceipt::Outcome::NoWindow,
-          PasteReceipt::Outcome::KeyboardGrabbed, PasteReceipt::Outcome::NoPasteKey,
+          PasteReceipt::Outcome::KeyboardGrabbed, PasteReceipt::Outcome::NoPasteKey, PasteReceipt::Outcome::CannotType,
           PasteReceipt::Outcome::WindowChanged, PasteReceipt::Outcome::ClipboardLost}) {
         told.append(outcomeOf(outcome));
         EXPECT_FALSE(told.last().contains(u'%')) << told.last().toStdString();

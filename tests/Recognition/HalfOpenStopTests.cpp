@@ -21,15 +21,17 @@ namespace {
 QCoro::Task<void> startAndStop(SpeechTranscriptionService *service, std::shared_ptr<RecorderService> recorder,
                                QStringList *outcomes)
 {
+    const auto onUpdate = [](const QString &) {};
+    const auto onError = [](const std::exception_ptr &) {};
     try {
-        co_await service->startTranscription(
-            recorder, u"en_US"_s, [](const QString &) {}, [](const std::exception_ptr &) {});
+        co_await service->startTranscription(recorder, u"en_US"_s, onUpdate, onError);
         outcomes->append(u"started"_s);
     } catch (const Error &error) {
         outcomes->append(error.localizedDescription());
     }
     try {
-        outcomes->append(u"text: "_s + co_await service->stopTranscription());
+        const QString text = co_await service->stopTranscription();
+        outcomes->append(u"text: "_s + text);
     } catch (const Error &error) {
         outcomes->append(error.localizedDescription());
     }

@@ -50,7 +50,7 @@ protected:
     QString folder(const QString &name) const { return models.filePath(name); }
     std::unique_ptr<SherpaEngine> engine(const QString &name) const
     {
-        return std::make_unique<SherpaEngine>(name, library, folder(name));
+        return std::make_unique<SherpaEngine>(name, SherpaLibrary::open(library), folder(name));
     }
     static Heard hear(SpeechEngine &engine, const Sound &sound, const QString &locale = u"en_US"_s)
     {

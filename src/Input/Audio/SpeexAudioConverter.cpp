@@ -3,9 +3,10 @@
 #include <speex/speex_resampler.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstring>
-#include <vector>
+#include <span>
 
 namespace talmo {
 
@@ -36,27 +37,31 @@ float sampleAt(const char *bytes, std::size_t index)
     }
 }
 
+/// In frames. The sound is mixed, resampled and rounded in pieces that stay in the processor's cache, so that a buffer
+/// is read and written once.
+constexpr std::size_t pieceLength = 512;
+
+/// The frames from `first` on, as many as there is room for.
 template <typename Sample>
-void mixDown(const AudioBuffer &buffer, std::vector<float> &mono)
+void mixDown(const AudioBuffer &buffer, std::size_t first, std::span<float> mono)
 {
     const std::size_t channels = buffer.format().channelCount;
-    mono.resize(buffer.frameLength());
     for (std::size_t frame = 0; frame < mono.size(); ++frame) {
         float sum = 0;
         for (std::size_t channel = 0; channel < channels; ++channel) {
-            sum += sampleAt<Sample>(buffer.data(), frame * channels + channel);
+            sum += sampleAt<Sample>(buffer.data(), (first + frame) * channels + channel);
         }
         mono[frame] = sum / static_cast<float>(channels);
     }
 }
 
-void writeSamples(const std::vector<float> &samples, std::size_t count, AudioBuffer &output, quint32 offset)
+void writeSamples(std::span<const float> samples, AudioBuffer &output, quint32 offset)
 {
     if (output.format().sampleType == SampleType::Float32) {
-        std::memcpy(output.data() + std::size_t(offset) * sizeof(float), samples.data(), count * sizeof(float));
+        std::memcpy(output.data() + std::size_t(offset) * sizeof(float), samples.data(), samples.size_bytes());
         return;
     }
-    for (std::size_t index = 0; index < count; ++index) {
+    for (std::size_t index = 0; index < samples.size(); ++index) {
         const float scaled = std::clamp(samples[index] * 32768.0F, -32768.0F, 32767.0F);
         const auto value = static_cast<qint16>(std::lrintf(scaled));
         std::memcpy(output.data() + (offset + index) * sizeof(value), &value, sizeof(value));
@@ -95,29 +100,42 @@ public:
 private:
     bool resample(const AudioBuffer &buffer, AudioBuffer &output, quint32 &written)
     {
-        if (m_from.sampleType == SampleType::Float32) {
-            mixDown<float>(buffer, m_mono);
-        } else {
-            mixDown<qint16>(buffer, m_mono);
+        std::array<float, pieceLength> mono;
+        for (std::size_t first = 0; first < buffer.frameLength(); first += pieceLength) {
+            const auto piece = std::span(mono).first(std::min(pieceLength, buffer.frameLength() - first));
+            if (m_from.sampleType == SampleType::Float32) {
+                mixDown<float>(buffer, first, piece);
+            } else {
+                mixDown<qint16>(buffer, first, piece);
+            }
+            if (!resample(piece, output, written)) {
+                return false;
+            }
         }
-        m_resampled.resize(output.frameCapacity() - written);
-        auto inputLength = static_cast<spx_uint32_t>(m_mono.size());
-        auto outputLength = static_cast<spx_uint32_t>(m_resampled.size());
-        const int result = speex_resampler_process_float(m_resampler.get(), 0, m_mono.data(), &inputLength,
-                                                         m_resampled.data(), &outputLength);
-        if (result != RESAMPLER_ERR_SUCCESS || inputLength != m_mono.size()) {
-            return false;
+        return true;
+    }
+
+    bool resample(std::span<const float> mono, AudioBuffer &output, quint32 &written)
+    {
+        std::array<float, pieceLength> resampled;
+        while (!mono.empty()) {
+            auto taken = static_cast<spx_uint32_t>(mono.size());
+            auto made =
+                static_cast<spx_uint32_t>(std::min<std::size_t>(resampled.size(), output.frameCapacity() - written));
+            const int result =
+                speex_resampler_process_float(m_resampler.get(), 0, mono.data(), &taken, resampled.data(), &made);
+            if (result != RESAMPLER_ERR_SUCCESS || (taken == 0 && made == 0)) {
+                return false;
+            }
+            writeSamples(std::span(resampled).first(made), output, written);
+            written += made;
+            mono = mono.subspan(taken);
         }
-        writeSamples(m_resampled, outputLength, output, written);
-        written += outputLength;
         return true;
     }
 
     AudioFormat m_from;
     Resampler m_resampler;
-    // Reused, so that the capture thread hardly allocates.
-    std::vector<float> m_mono;
-    std::vector<float> m_resampled;
 };
 
 bool isUsableRate(double rate)

@@ -1,3 +1,4 @@
+#include "Base/Error.h"
 #include "Base/Log.h"
 #include "Platform/Desktop.h"
 #include "Platform/Linux/Gnome/GnomeDesktop.h"
@@ -12,7 +13,15 @@ namespace talmo {
 /// focus.
 void prepareDesktop()
 {
-    requireX11();
+    try {
+        requireX11();
+    } catch (const Error &) {
+        if (qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
+            throw;
+        }
+        throw Error(QStringLiteral("Talmo's windows need XWayland, which this session lacks. Enable XWayland, then "
+                                   "start Talmo again."));
+    }
     const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
     if (platform.startsWith("wayland")) {
         generalLog().info("Talmo's windows need X; QT_QPA_PLATFORM=%s is ignored", {QString::fromUtf8(platform)});

@@ -3,6 +3,7 @@
 #include "Base/Log.h"
 #include "Recognition/Models/ModelArchive.h"
 #include "Recognition/Models/ModelDownload.h"
+#include "Recognition/Models/ModelSize.h"
 #include "Recognition/Models/ModelTransfer.h"
 
 #include <QCryptographicHash>
@@ -138,8 +139,8 @@ std::optional<double> ModelProgress::share() const
 
 QString ModelProgress::description() const
 {
-    QString amount = total ? QStringLiteral("%1 of %2 MB").arg(done / megabyte).arg(*total / megabyte)
-                           : QStringLiteral("%1 MB").arg(done / megabyte);
+    QString amount = total ? QStringLiteral("%1 of %2").arg(wholeMegabytes(done)).arg(readableSize(*total))
+                           : QStringLiteral("%1 MB").arg(wholeMegabytes(done));
     if (bytesPerSecond && *bytesPerSecond > 0) {
         amount += QStringLiteral(", %1 MB/s").arg(*bytesPerSecond / double(megabyte), 0, 'f', 1);
         if (total) {

@@ -2,11 +2,11 @@
 
 #include "Files/PrivateFile.h"
 #include "Recognition/Models/ModelCatalogue.h"
+#include "Recognition/Models/ModelSize.h"
 
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QLocale>
 #include <QNetworkAccessManager>
 #include <QNetworkProxyFactory>
 #include <QNetworkRequest>
@@ -31,11 +31,6 @@ constexpr int firstServerError = 500;
 
 /// Headers that identify a version of the file, best first.
 constexpr const char *validators[] = {"ETag", "Last-Modified"};
-
-QString readable(qint64 bytes)
-{
-    return QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
-}
 
 QNetworkProxy proxyFor(const QUrl &address)
 {
@@ -213,7 +208,7 @@ void ModelTransfer::checkSpace() const
     if (free >= 0 && needed > free) {
         throw Error(QStringLiteral(QT_TRANSLATE_NOOP(
                         "Talmo", "There is not enough space on the disk. Free some, then try again: ")) +
-                    QStringLiteral("%1 needed, %2 free").arg(readable(needed), readable(free)));
+                    QStringLiteral("%1 needed, %2 free").arg(readableSize(needed), readableSize(free)));
     }
 }
 

@@ -314,7 +314,7 @@ bool PocketSphinxDecoder::setCepstralMean(const CepstralMean &mean)
 }
 
 /// Uses a separate front end: the decoder's own would run the search, slowly and without calibration.
-bool PocketSphinxDecoder::learnFrom(std::span<const std::int16_t> samples)
+bool PocketSphinxDecoder::calibrate(std::span<const std::int16_t> samples)
 {
     constexpr int leastFrames = 40; // A hundred are a second. Frames without speech do not count.
     constexpr int32 framesAtOnce = 64;

@@ -53,7 +53,7 @@ public:
     /// False if it does not fit this model.
     bool setCepstralMean(const CepstralMean &mean);
     /// Calibrates from the beginning of a recording; false if that contains too little speech. Between utterances.
-    bool learnFrom(std::span<const std::int16_t> samples);
+    bool calibrate(std::span<const std::int16_t> samples);
 
     const PersonalVocabulary &vocabulary() const { return m_vocabulary; }
     SearchWidth searchWidth() const { return m_width; }

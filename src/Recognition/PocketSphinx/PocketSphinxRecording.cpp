@@ -68,11 +68,11 @@ void PocketSphinxRecording::process(std::span<const std::int16_t> samples)
 {
     m_isBroken = true; // Until this call succeeds.
     m_noise->measure(samples);
-    const auto withoutNoise = m_noise->reduce(samples);
     if (m_calibration.isUnderWay()) {
+        withoutNoise(samples); // The noise is learned meanwhile.
         calibrate(samples);
     } else {
-        listen(samples, withoutNoise);
+        listen(samples);
     }
     m_isBroken = false;
 }
@@ -94,9 +94,9 @@ bool PocketSphinxRecording::calibrateFromHeld()
 {
     m_reducesNoise = m_noise->isWorthwhile();
     if (m_reducesNoise) {
-        return m_decoder->learnFrom(m_noise->reduce(m_calibration.held()));
+        return m_decoder->calibrate(withoutNoise(m_calibration.held()));
     }
-    return m_decoder->learnFrom(m_calibration.held());
+    return m_decoder->calibrate(m_calibration.held());
 }
 
 void PocketSphinxRecording::endCalibration()
@@ -106,16 +106,30 @@ void PocketSphinxRecording::endCalibration()
     m_calibratedWith = held.size();
     constexpr std::size_t blockSize = 2048;
     for (std::size_t start = 0; start < held.size(); start += blockSize) {
-        const auto block = std::span(held).subspan(start, std::min(blockSize, held.size() - start));
-        listen(block, m_noise->reduce(block)); // Reduced again, now that the noise is known.
+        // Reduced again, now that the noise is known.
+        listen(std::span(held).subspan(start, std::min(blockSize, held.size() - start)));
     }
 }
 
-void PocketSphinxRecording::listen(std::span<const std::int16_t> samples, std::span<const std::int16_t> withoutNoise)
+std::vector<std::int16_t> PocketSphinxRecording::withoutNoise(std::span<const std::int16_t> samples)
 {
-    m_decoder->process(m_reducesNoise ? withoutNoise : samples);
-    m_sound.add(samples, withoutNoise, m_reducesNoise);
+    std::vector<std::int16_t> reduced;
+    m_noise->reduce(samples, reduced);
+    return reduced;
+}
+
+void PocketSphinxRecording::listen(std::span<const std::int16_t> samples)
+{
+    const auto reduce = [this](std::span<const std::int16_t> all, std::vector<std::int16_t> &reduced) {
+        m_noise->reduce(all, reduced);
+    };
+    m_decoder->process(m_sound.add(samples, reduce, m_reducesNoise));
     hearAgain(samples.size());
+    publishOrEnd();
+}
+
+void PocketSphinxRecording::publishOrEnd()
+{
     if (m_segmenter.endsHere(m_decoder->isInSpeech(), m_decoder->trailingSilence(), m_sound.length())) {
         endUtterance();
         beginUtterance();
@@ -143,7 +157,7 @@ void PocketSphinxRecording::endUtterance()
     const QString text = heard();
     if (!m_reducesNoise && m_noise->isWorthwhile()) {
         m_reducesNoise = true;
-        m_decoder->learnFrom(m_sound.withoutNoise());
+        m_decoder->calibrate(m_sound.withoutNoise());
     }
     m_sound.clear();
     m_calibratedWith = 0;
@@ -175,7 +189,7 @@ void PocketSphinxRecording::beginSecondHearing()
     m_pool->noteSpeed(*m_decoder);
     auto decoder = m_pool->take();
     decoder->setCepstralMean(m_decoder->cepstralMean());
-    decoder->learnFrom(soundForSecondHearing());
+    decoder->calibrate(soundForSecondHearing());
     m_second.emplace(std::move(decoder));
 }
 
@@ -213,7 +227,10 @@ void PocketSphinxRecording::finish()
         endCalibration();
     }
     if (const auto rest = m_noise->flush(); m_reducesNoise) {
-        listen({}, rest);
+        m_decoder->process(rest);
+        m_sound.add(rest);
+        hearAgain(0);
+        publishOrEnd();
     }
     settleSecondHearing(longestBehindAtEnd);
     m_decoder->process(m_sound.quietest(lengthAfterEnd));

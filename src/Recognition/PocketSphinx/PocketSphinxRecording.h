@@ -48,7 +48,9 @@ private:
     void calibrate(std::span<const std::int16_t> samples);
     bool calibrateFromHeld();
     void endCalibration();
-    void listen(std::span<const std::int16_t> samples, std::span<const std::int16_t> withoutNoise);
+    std::vector<std::int16_t> withoutNoise(std::span<const std::int16_t> samples);
+    void listen(std::span<const std::int16_t> samples);
+    void publishOrEnd();
     void beginUtterance();
     void endUtterance();
     void hearAgain(std::size_t newSamples);

@@ -5,28 +5,28 @@
 
 namespace talmo {
 
-namespace {
-
-void append(std::vector<std::int16_t> &sound, std::span<const std::int16_t> samples)
+std::span<const std::int16_t> UtteranceSound::add(std::span<const std::int16_t> samples, const Reduce &reduce,
+                                                  bool isReduced)
 {
-    sound.insert(sound.end(), samples.begin(), samples.end());
+    m_music.add(samples);
+    if (!isReduced) {
+        reduce(samples, m_withoutNoise);
+        add(samples);
+        return samples;
+    }
+    const auto before = m_recognised.size();
+    reduce(samples, m_recognised);
+    return std::span(m_recognised).subspan(before);
 }
 
-} // namespace
-
-void UtteranceSound::add(std::span<const std::int16_t> samples, std::span<const std::int16_t> withoutNoise,
-                         bool isReduced)
+void UtteranceSound::add(std::span<const std::int16_t> samples)
 {
-    m_steadySound.add(samples);
-    append(m_recognised, isReduced ? withoutNoise : samples);
-    if (!isReduced) {
-        append(m_withoutNoise, withoutNoise);
-    }
+    m_recognised.insert(m_recognised.end(), samples.begin(), samples.end());
 }
 
 void UtteranceSound::clear()
 {
-    m_steadySound.reset();
+    m_music.reset();
     m_recognised.clear();
     m_withoutNoise.clear();
 }
@@ -56,7 +56,7 @@ std::span<const std::int16_t> UtteranceSound::quietest(std::size_t count) const
 bool UtteranceSound::isMusic() const
 {
     constexpr double onlyMusic = 0.75;
-    return m_steadySound.share() > onlyMusic;
+    return m_music.share() > onlyMusic;
 }
 
 } // namespace talmo

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <utility>
 #include <vector>
@@ -14,9 +15,14 @@ namespace talmo {
 /// or the noise. Samples are 16 kHz, one channel.
 class UtteranceSound {
 public:
-    /// `samples`: as recorded. `withoutNoise`: the same after noise reduction. `isReduced`: whether the latter is
-    /// recognised.
-    void add(std::span<const std::int16_t> samples, std::span<const std::int16_t> withoutNoise, bool isReduced);
+    /// Appends the samples without their noise.
+    using Reduce = std::function<void(std::span<const std::int16_t> samples, std::vector<std::int16_t> &reduced)>;
+
+    /// `samples`: as recorded. `isReduced`: whether they are recognised without their noise. Returns what is to be
+    /// recognised, valid until the next call that changes this.
+    std::span<const std::int16_t> add(std::span<const std::int16_t> samples, const Reduce &reduce, bool isReduced);
+    /// More of the sound that is recognised.
+    void add(std::span<const std::int16_t> samples);
     void clear();
 
     std::size_t length() const { return m_recognised.size(); }
@@ -32,7 +38,7 @@ public:
     bool isMusic() const;
 
 private:
-    MusicDetector m_steadySound;
+    MusicDetector m_music;
     std::vector<std::int16_t> m_recognised;
     std::vector<std::int16_t> m_withoutNoise;
 };

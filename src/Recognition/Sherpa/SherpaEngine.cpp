@@ -130,10 +130,10 @@ private:
     std::shared_ptr<const SoundCorrection> m_correction;
 };
 
-SherpaEngine::SherpaEngine(QString name, const QString &libraryPath, const QString &modelFolder)
+SherpaEngine::SherpaEngine(QString name, std::shared_ptr<SherpaLibrary> library, const QString &modelFolder)
     : m_name(std::move(name)),
       m_model(SherpaModel::examine(modelFolder)),
-      m_loaded(std::make_shared<LoadedModel>(SherpaLibrary::open(libraryPath), m_model))
+      m_loaded(std::make_shared<LoadedModel>(std::move(library), m_model))
 {
     if (!isStreaming()) {
         m_loaded->library().functions().requireOffline();

@@ -13,9 +13,8 @@ namespace talmo {
 /// sherpa-onnx with one streaming model.
 class SherpaEngine final : public SpeechEngine {
 public:
-    /// `libraryPath`: empty to search the usual places. Throws Error if the library or the model is unusable, as far as
-    /// can be determined without loading it.
-    SherpaEngine(QString name, const QString &libraryPath, const QString &modelFolder);
+    /// Throws Error if the model is unusable, as far as can be determined without loading it.
+    SherpaEngine(QString name, std::shared_ptr<SherpaLibrary> library, const QString &modelFolder);
 
     QString id() const override { return m_name; }
     QString description() const override;

@@ -1,26 +1,37 @@
 #include "Recognition/Signal/NoiseReduction.h"
 
+#include <algorithm>
+
 namespace talmo {
 
-std::vector<std::int16_t> NoiseReduction::reduce(std::span<const std::int16_t> samples)
+void NoiseReduction::reduce(std::span<const std::int16_t> samples, std::vector<std::int16_t> &reduced)
 {
-    m_rest.insert(m_rest.end(), samples.begin(), samples.end());
     constexpr auto length = NoiseSuppressor::frameLength;
-    const std::size_t whole = m_rest.size() / length * length;
-    std::vector<std::int16_t> reduced(whole);
-    for (std::size_t at = 0; at < whole; at += length) {
-        m_suppressor.process(m_rest.data() + at, reduced.data() + at);
+    std::size_t at = reduced.size();
+    reduced.resize(at + (m_rest.size() + samples.size()) / length * length);
+    if (!m_rest.empty()) {
+        const auto missing = samples.first(std::min(length - m_rest.size(), samples.size()));
+        m_rest.insert(m_rest.end(), missing.begin(), missing.end());
+        samples = samples.subspan(missing.size());
+        if (m_rest.size() == length) {
+            m_suppressor.process(m_rest.data(), reduced.data() + at);
+            at += length;
+            m_rest.clear();
+        }
     }
-    m_rest.erase(m_rest.begin(), m_rest.begin() + static_cast<std::ptrdiff_t>(whole));
-    return reduced;
+    for (; samples.size() >= length; samples = samples.subspan(length), at += length) {
+        m_suppressor.process(samples.data(), reduced.data() + at);
+    }
+    m_rest.insert(m_rest.end(), samples.begin(), samples.end());
 }
 
 std::vector<std::int16_t> NoiseReduction::flush()
 {
-    if (m_rest.empty()) {
-        return {};
+    std::vector<std::int16_t> reduced;
+    if (!m_rest.empty()) {
+        reduce(std::vector<std::int16_t>(NoiseSuppressor::frameLength - m_rest.size()), reduced);
     }
-    return reduce(std::vector<std::int16_t>(NoiseSuppressor::frameLength - m_rest.size()));
+    return reduced;
 }
 
 void NoiseReduction::measure(std::span<const std::int16_t> samples)

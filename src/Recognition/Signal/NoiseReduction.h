@@ -16,8 +16,8 @@ public:
     /// Throws Error if the library reports one.
     NoiseReduction() = default;
 
-    /// One channel at 16 kHz. Returns whole 10 ms frames; the remainder is returned by the next call.
-    std::vector<std::int16_t> reduce(std::span<const std::int16_t> samples);
+    /// One channel at 16 kHz. Appends whole 10 ms frames to `reduced`; the remainder follows with the next call.
+    void reduce(std::span<const std::int16_t> samples, std::vector<std::int16_t> &reduced);
     /// The remainder, padded with silence to a whole frame.
     std::vector<std::int16_t> flush();
 

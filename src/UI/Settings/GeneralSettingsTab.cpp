@@ -143,7 +143,7 @@ void GeneralSettingsTab::buildStartup(QVBoxLayout &layout)
 void GeneralSettingsTab::reread()
 {
     const auto &settings = *m_context.settings;
-    m_shortcut->setText(settings.hotkeyDisplayName());
+    m_shortcut->setText(Wording::text(settings.hotkeyDisplayName()));
     m_shortcutCaption->setText(Wording::textWithKey(shortcutCaption, settings.hotkeyDisplayName()));
     setChecked(*m_aiCleanup, settings.aiCleanupEnabled());
     setChecked(*m_conciseText, settings.conciseTextEnabled());

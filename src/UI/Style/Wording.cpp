@@ -18,7 +18,7 @@ QString text(const QString &source)
 
 QString textWithKey(const char *source, const QString &keyName)
 {
-    return text(source).replace(QStringLiteral("%1"), keyName);
+    return text(source).replace(QStringLiteral("%1"), text(keyName));
 }
 
 QString errorText(const QString &description)
@@ -29,7 +29,7 @@ QString errorText(const QString &description)
     for (const auto &shortcut : shortcutNames()) {
         const QString source = QString(description).replace(shortcut, QStringLiteral("%1"));
         if (const QString translated = text(source); translated != source) {
-            return translated.arg(shortcut);
+            return translated.arg(text(shortcut));
         }
     }
     const QString separator = QStringLiteral(": ");

@@ -18,11 +18,11 @@ inline constexpr const char *context = "Talmo";
 QString text(const QString &source);
 QString text(const char *source);
 
-/// The translated text with each %1 replaced by the name of the key to hold.
+/// The translated text with each %1 replaced by the translated name of the key to hold.
 QString textWithKey(const char *source, const QString &keyName);
 
-/// A translated error description: as a whole, with the shortcut that was filled in, or in the parts that are known. A
-/// foreign system's message stays as it is.
+/// A translated error description: as a whole, with the shortcut that was filled in (translated as well), or in the
+/// parts that are known. A foreign system's message stays as it is.
 QString errorText(const QString &description);
 
 } // namespace Wording

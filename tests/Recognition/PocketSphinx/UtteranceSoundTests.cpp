@@ -7,11 +7,25 @@ namespace talmo::test {
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 
+namespace {
+
+using Samples = std::vector<std::int16_t>;
+
+/// Makes the reduced sound recognisable.
+void addTen(std::span<const std::int16_t> samples, Samples &reduced)
+{
+    for (const auto sample : samples) {
+        reduced.push_back(static_cast<std::int16_t>(sample + 10));
+    }
+}
+
+} // namespace
+
 TEST(UtteranceSound, findsQuietestPassage)
 {
     UtteranceSound sound;
-    const std::vector<std::int16_t> samples{9, -8, 7, 1, -2, 0, 6, 5};
-    sound.add(samples, samples, true);
+    const Samples samples{9, -8, 7, 1, -2, 0, 6, 5};
+    sound.add(samples);
     EXPECT_THAT(sound.quietest(3), ElementsAre(1, -2, 0));
     EXPECT_THAT(sound.quietest(8), ElementsAreArray(samples));
     EXPECT_TRUE(sound.quietest(9).empty());
@@ -20,10 +34,11 @@ TEST(UtteranceSound, findsQuietestPassage)
 TEST(UtteranceSound, continuesWithoutNoiseAsIfAlwaysReduced)
 {
     UtteranceSound sound;
-    sound.add(std::vector<std::int16_t>{1, 2}, std::vector<std::int16_t>{11, 12}, false);
+    const Samples first{1, 2};
+    EXPECT_THAT(sound.add(first, &addTen, false), ElementsAre(1, 2));
     EXPECT_THAT(sound.recognised(), ElementsAre(1, 2));
     sound.continueWithoutNoise();
-    sound.add(std::vector<std::int16_t>{3}, std::vector<std::int16_t>{13}, true);
+    EXPECT_THAT(sound.add(Samples{3}, &addTen, true), ElementsAre(13));
     EXPECT_THAT(sound.recognised(), ElementsAre(11, 12, 13));
     EXPECT_TRUE(sound.withoutNoise().empty());
 }

@@ -83,12 +83,13 @@ protected:
     }
     static QCoro::Task<QString> problemOf(QCoro::Task<FileTranscript> task)
     {
+        QString problem;
         try {
             co_await task;
         } catch (const Error &error) {
-            co_return error.localizedDescription();
+            problem = error.localizedDescription();
         }
-        co_return QString();
+        co_return problem;
     }
     QString tones(std::initializer_list<double> frequencies)
     {
@@ -219,7 +220,7 @@ TEST_F(SherpaEngineTest, modelAddedWhileRunningIsUsed)
 
 TEST_F(SherpaEngineTest, checksModelOnlyWhenChanged)
 {
-    const SherpaEngine toy(u"toy"_s, library, models.filePath(u"toy"_s));
+    const SherpaEngine toy(u"toy"_s, SherpaLibrary::open(library), models.filePath(u"toy"_s));
     EXPECT_EQ(engines(configuration())->engines().size(), 2U);
     // If this model is recorded as good, nothing is loaded: an invalid file goes unnoticed.
     QFile model(models.filePath(u"toy/model.onnx"_s));

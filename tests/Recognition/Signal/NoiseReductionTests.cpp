@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <span>
 
 namespace talmo::test {
@@ -27,10 +28,7 @@ std::span<const std::int16_t> lastSecondOf(const std::vector<std::int16_t> &samp
 std::vector<std::int16_t> reduced(NoiseReduction &reduction, const std::vector<std::int16_t> &samples)
 {
     std::vector<std::int16_t> all;
-    inPieces(samples, [&](std::span<const std::int16_t> piece) {
-        const auto some = reduction.reduce(piece);
-        all.insert(all.end(), some.begin(), some.end());
-    });
+    inPieces(samples, [&](std::span<const std::int16_t> piece) { reduction.reduce(piece, all); });
     return all;
 }
 
@@ -67,11 +65,29 @@ TEST(NoiseReduction, removesNoiseAndKeepsVoice)
 TEST(NoiseReduction, flushesRemainingSamples)
 {
     NoiseReduction reduction;
-    EXPECT_EQ(reduction.reduce(std::vector<std::int16_t>(1000)).size(), 960);
+    std::vector<std::int16_t> sound;
+    reduction.reduce(std::vector<std::int16_t>(1000), sound);
+    EXPECT_EQ(sound.size(), 960);
     EXPECT_EQ(reduction.flush().size(), 160);
     EXPECT_TRUE(reduction.flush().empty());
-    EXPECT_TRUE(reduction.reduce({}).empty());
-    EXPECT_EQ(reduction.reduce(std::vector<std::int16_t>(160)).size(), 160);
+    reduction.reduce({}, sound);
+    EXPECT_EQ(sound.size(), 960);
+    reduction.reduce(std::vector<std::int16_t>(160), sound);
+    EXPECT_EQ(sound.size(), 960 + 160);
+}
+
+TEST(NoiseReduction, pieceSizesDoNotChangeTheResult)
+{
+    const auto samples = samplesOf(voice(1, 0.1) + noise(1, 0.01));
+    NoiseReduction atOnce;
+    std::vector<std::int16_t> whole;
+    atOnce.reduce(samples, whole);
+    NoiseReduction bitByBit;
+    std::vector<std::int16_t> pieces;
+    for (std::size_t at = 0, length = 1; at < samples.size(); at += length, length = length % 700 + 37) {
+        bitByBit.reduce(std::span(samples).subspan(at).first(std::min(length, samples.size() - at)), pieces);
+    }
+    EXPECT_EQ(pieces, whole);
 }
 
 TEST(NoiseReduction, isWorthwhileInNoiseWithHysteresis)

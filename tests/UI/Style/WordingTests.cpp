@@ -10,17 +10,20 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QLocale>
 #include <QStringList>
 #include <QTranslator>
 #include <QXmlStreamReader>
 
+#include <cstdio>
+#include <cstdlib>
 #include <map>
 
 namespace talmo::test {
 
 namespace {
 
-/// All source texts of the catalogue, in order.
+/// All source texts of the catalogues, in order.
 QStringList catalogueSources()
 {
     QFile file(QStringLiteral(TALMO_SOURCE "/src/Platform/Linux/System/Wording/talmo_en.ts"));
@@ -34,6 +37,47 @@ QStringList catalogueSources()
     }
     EXPECT_FALSE(reader.hasError());
     return sources;
+}
+
+/// Takes all catalogues away again at the end of a test.
+class TranslatedDesktop {
+public:
+    explicit TranslatedDesktop(const QString &locale)
+        : m_before(QLocale())
+    {
+        removeCatalogues();
+        QLocale::setDefault(QLocale(locale));
+        installWording();
+    }
+    ~TranslatedDesktop()
+    {
+        QLocale::setDefault(m_before);
+        removeCatalogues();
+    }
+    TranslatedDesktop(const TranslatedDesktop &) = delete;
+    TranslatedDesktop &operator=(const TranslatedDesktop &) = delete;
+
+private:
+    static void removeCatalogues()
+    {
+        qDeleteAll(QCoreApplication::instance()->findChildren<QTranslator *>(Qt::FindDirectChildrenOnly));
+    }
+
+    QLocale m_before;
+};
+
+/// What a new process with these variables calls an idle Talmo, on standard error.
+void sayThatTalmoIsReady(const std::map<const char *, const char *> &environment)
+{
+    for (const char *variable : {"LC_ALL", "LC_MESSAGES", "LC_NUMERIC", "LANGUAGE", "LANG"}) {
+        qunsetenv(variable);
+    }
+    for (const auto &[variable, value] : environment) {
+        qputenv(variable, value);
+    }
+    installWording();
+    std::fprintf(stderr, "%s\n", qUtf8Printable(Wording::text("Talmo is ready")));
+    std::_Exit(0);
 }
 
 const std::map<QString, QString> &reworded()
@@ -107,6 +151,57 @@ TEST(Wording, linuxCatalogueChangesExactlyTheseTexts)
         }
     }
     EXPECT_EQ(touched, reworded());
+}
+
+TEST(Wording, everyTextIsThereInEveryLanguage)
+{
+    const std::map<QString, QString> ready{{u"de_DE"_s, u"Talmo ist bereit"_s},
+                                           {u"de_AT"_s, u"Talmo ist bereit"_s},
+                                           {u"fr_FR"_s, u"Talmo est prêt"_s},
+                                           {u"es_MX"_s, u"Talmo está listo"_s}};
+    const QStringList sameInEveryLanguage{u"Talmo"_s, u"Standard"_s, u"General"_s, u"Installation"_s, u"Microphone"_s,
+                                          u"AltGr"_s, u"Fn"_s,       u"Ctrl+V"_s,  u"Menu"_s};
+    for (const auto &[locale, text] : ready) {
+        const TranslatedDesktop desktop(locale);
+        EXPECT_EQ(Wording::text("Talmo is ready"), text);
+        for (const auto &source : catalogueSources()) {
+            EXPECT_TRUE(Wording::text(source) != source || sameInEveryLanguage.contains(source))
+                << locale.toStdString() << ": " << source.toStdString();
+        }
+    }
+}
+
+TEST(Wording, germanDesktopIsSpokenToInGerman)
+{
+    const TranslatedDesktop desktop(u"de_DE"_s);
+    const auto contents =
+        MenuContents::make(TalmoState::idle(), SimpleStatus::Granted, SimpleStatus::Granted, true, u"Right Ctrl"_s);
+    EXPECT_EQ(contents.title, u"Talmo ist bereit"_s);
+    EXPECT_EQ(contents.subtitle, u"Strg rechts halten, oder für freihändig zweimal drücken"_s);
+    EXPECT_EQ(
+        Wording::errorText(
+            u"No window has keyboard focus. The text is on the clipboard: paste it with Ctrl+Shift+V."_s),
+        u"Kein Fenster hat den Tastaturfokus. Der Text ist in der Zwischenablage: mit Strg+Umschalt+V einfügen."_s);
+}
+
+TEST(Wording, languageWithoutCatalogueIsSpokenToInEnglish)
+{
+    const TranslatedDesktop desktop(u"sv_SE"_s);
+    EXPECT_EQ(Wording::text("Talmo is ready"), u"Talmo is ready"_s);
+    EXPECT_EQ(Wording::text("⌘,"), u"Ctrl+,"_s);
+}
+
+TEST(WordingDeathTest, followsTheLanguageOfMessages)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto said = [](const std::map<const char *, const char *> &environment) { sayThatTalmoIsReady(environment); };
+    using testing::ExitedWithCode;
+    EXPECT_EXIT(said({{"LANG", "de_DE.UTF-8"}}), ExitedWithCode(0), "Talmo ist bereit");
+    EXPECT_EXIT(said({{"LANG", "en_GB.UTF-8"}, {"LC_MESSAGES", "fr_FR.UTF-8"}}), ExitedWithCode(0), "Talmo est prêt");
+    EXPECT_EXIT(said({{"LANG", "en_US.UTF-8"}, {"LC_NUMERIC", "de_DE.UTF-8"}}), ExitedWithCode(0), "Talmo is ready");
+    EXPECT_EXIT(said({{"LANG", "es_ES.UTF-8"}, {"LC_NUMERIC", "en_US.UTF-8"}}), ExitedWithCode(0), "Talmo está listo");
+    EXPECT_EXIT(said({{"LANG", "en_US.UTF-8"}, {"LANGUAGE", "de:en"}}), ExitedWithCode(0), "Talmo ist bereit");
+    EXPECT_EXIT(said({{"LC_ALL", "C.UTF-8"}, {"LANG", "de_DE.UTF-8"}}), ExitedWithCode(0), "Talmo is ready");
 }
 
 TEST(Wording, keyNameReplacesFnInCaption)

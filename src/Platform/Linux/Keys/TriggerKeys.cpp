@@ -15,21 +15,21 @@ namespace {
 const QList<quint32> usualKeys = {XKB_KEY_Control_R, XKB_KEY_XF86WakeUp, XKB_KEY_F13};
 
 constexpr std::array<std::pair<quint32, const char *>, 15> knownNames = {{
-    {XKB_KEY_Control_L, "Left Ctrl"},
-    {XKB_KEY_Control_R, "Right Ctrl"},
-    {XKB_KEY_Shift_L, "Left Shift"},
-    {XKB_KEY_Shift_R, "Right Shift"},
-    {XKB_KEY_Alt_L, "Left Alt"},
-    {XKB_KEY_Alt_R, "Right Alt"},
-    {XKB_KEY_ISO_Level3_Shift, "AltGr"},
-    {XKB_KEY_Super_L, "Left Super"},
-    {XKB_KEY_Super_R, "Right Super"},
-    {XKB_KEY_Caps_Lock, "Caps Lock"},
-    {XKB_KEY_Scroll_Lock, "Scroll Lock"},
-    {XKB_KEY_Num_Lock, "Num Lock"},
-    {XKB_KEY_Menu, "Menu"},
-    {XKB_KEY_Print, "Print Screen"},
-    {XKB_KEY_XF86WakeUp, "Fn"},
+    {XKB_KEY_Control_L, QT_TRANSLATE_NOOP("Talmo", "Left Ctrl")},
+    {XKB_KEY_Control_R, QT_TRANSLATE_NOOP("Talmo", "Right Ctrl")},
+    {XKB_KEY_Shift_L, QT_TRANSLATE_NOOP("Talmo", "Left Shift")},
+    {XKB_KEY_Shift_R, QT_TRANSLATE_NOOP("Talmo", "Right Shift")},
+    {XKB_KEY_Alt_L, QT_TRANSLATE_NOOP("Talmo", "Left Alt")},
+    {XKB_KEY_Alt_R, QT_TRANSLATE_NOOP("Talmo", "Right Alt")},
+    {XKB_KEY_ISO_Level3_Shift, QT_TRANSLATE_NOOP("Talmo", "AltGr")},
+    {XKB_KEY_Super_L, QT_TRANSLATE_NOOP("Talmo", "Left Super")},
+    {XKB_KEY_Super_R, QT_TRANSLATE_NOOP("Talmo", "Right Super")},
+    {XKB_KEY_Caps_Lock, QT_TRANSLATE_NOOP("Talmo", "Caps Lock")},
+    {XKB_KEY_Scroll_Lock, QT_TRANSLATE_NOOP("Talmo", "Scroll Lock")},
+    {XKB_KEY_Num_Lock, QT_TRANSLATE_NOOP("Talmo", "Num Lock")},
+    {XKB_KEY_Menu, QT_TRANSLATE_NOOP("Talmo", "Menu")},
+    {XKB_KEY_Print, QT_TRANSLATE_NOOP("Talmo", "Print Screen")},
+    {XKB_KEY_XF86WakeUp, QT_TRANSLATE_NOOP("Talmo", "Fn")},
 }};
 
 QString keyName(quint32 keySymbol)

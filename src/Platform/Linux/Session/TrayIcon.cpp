@@ -115,7 +115,7 @@ void TrayIcon::create()
     m_icon->show();
 }
 
-QColor TrayIcon::ink() const
+QColor TrayIcon::iconColour() const
 {
     const auto colours = m_embedding ? m_embedding->colours() : QList<quint32>();
     const auto scheme = Appearance::scheme(QApplication::palette());
@@ -125,7 +125,7 @@ QColor TrayIcon::ink() const
 void TrayIcon::redraw()
 {
     if (m_icon) {
-        m_icon->setIcon(Symbol::icon(m_symbol, ink()));
+        m_icon->setIcon(Symbol::icon(m_symbol, iconColour()));
     }
 }
 

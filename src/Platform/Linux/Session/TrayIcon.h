@@ -34,7 +34,7 @@ private:
     void askForEmbedder();
     void create();
     void readBackground();
-    QColor ink() const;
+    QColor iconColour() const;
     void addEntry(const MenuEntry &entry);
     void addNote(const QString &text);
 

@@ -1,6 +1,7 @@
 #include "Platform/Linux/System/LinuxWording.h"
 
 #include <QCoreApplication>
+#include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
 
@@ -8,13 +9,11 @@ namespace talmo {
 
 namespace {
 
-const QString folder = QStringLiteral(":/wording");
-
-/// Adds a catalogue that takes precedence over those added earlier.
-void add(const QLocale &locale)
+/// Adds a catalogue that takes precedence over those added earlier, if there is one for the locale.
+void add(const QLocale &locale, const QString &name, const QString &folder)
 {
     auto *translator = new QTranslator(QCoreApplication::instance());
-    if (translator->load(locale, QStringLiteral("talmo"), QStringLiteral("_"), folder)) {
+    if (translator->load(locale, name, QStringLiteral("_"), folder)) {
         QCoreApplication::installTranslator(translator);
     } else {
         delete translator;
@@ -25,10 +24,13 @@ void add(const QLocale &locale)
 
 void installWording()
 {
+    const QString name = QStringLiteral("talmo");
+    const QString folder = QStringLiteral(":/wording");
     const QLocale fallback(QLocale::English);
-    add(fallback);
+    add(fallback, name, folder);
     if (QLocale().language() != fallback.language()) {
-        add(QLocale());
+        add(QLocale(), QStringLiteral("qtbase"), QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+        add(QLocale(), name, folder);
     }
 }
 

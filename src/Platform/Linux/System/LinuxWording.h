@@ -2,8 +2,8 @@
 
 namespace talmo {
 
-/// Installs the texts for Linux, and the translation for the user's language if there is one. Call once, after creating
-/// the QCoreApplication.
+/// Installs the texts for Linux and, if the user reads another language than English, Talmo's and Qt's translations for
+/// it where there are any. Call once, after creating the QCoreApplication.
 void installWording();
 
 } // namespace talmo

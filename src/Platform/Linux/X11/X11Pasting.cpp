@@ -18,7 +18,7 @@ Pasting openX11Pasting(bool isNested, const std::shared_ptr<ShellPaster> &shell)
             std::make_shared<XInputTrust>(session, nullptr),
             std::make_shared<AtSpiFocusedField>(session),
             [pasteboard] { return pasteboard->shutDown(); },
-            [pasteboard] { return pasteboard->relieved(); }};
+            [pasteboard] { return pasteboard->ownershipLost(); }};
 }
 
 } // namespace talmo

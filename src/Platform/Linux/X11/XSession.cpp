@@ -49,9 +49,9 @@ void XSession::flush()
     m_connection->flush();
     while (true) {
         XcbPtr<xcb_generic_event_t> event;
-        if (!m_putBack.empty()) {
-            event = std::move(m_putBack.front());
-            m_putBack.erase(m_putBack.begin());
+        if (!m_deferredEvents.empty()) {
+            event = std::move(m_deferredEvents.front());
+            m_deferredEvents.erase(m_deferredEvents.begin());
         } else {
             event.reset(xcb_poll_for_event(m_connection->get()));
         }
@@ -113,7 +113,7 @@ xcb_timestamp_t XSession::serverTime()
             change->atom == property) {
             return change->time;
         }
-        m_putBack.push_back(std::move(event));
+        m_deferredEvents.push_back(std::move(event));
     }
     return XCB_CURRENT_TIME;
 }

@@ -66,7 +66,7 @@ private:
     std::unique_ptr<QSocketNotifier> m_notifier;
     std::vector<EventHandler> m_handlers;
     std::function<void()> m_onConnectionLost;
-    std::vector<XcbPtr<xcb_generic_event_t>> m_putBack;
+    std::vector<XcbPtr<xcb_generic_event_t>> m_deferredEvents;
     xcb_window_t m_window = XCB_NONE;
     // Last, so that its thread has ended before the other members are destroyed.
     std::shared_ptr<SerialExecutor> m_executor;

@@ -3,6 +3,8 @@
 #include "Insertion/ClipboardPasteInsertionService.h"
 #include "Platform/Linux/Wayland/Clipboard/WaylandPasteboard.h"
 #include "Platform/Linux/Wayland/Keys/WaylandKeyEventPoster.h"
+#include "Platform/Linux/X11/Clipboard/XcbPasteboard.h"
+#include "Platform/Linux/X11/Keys/XTestKeyEventPoster.h"
 #include "Support/Printing.h"
 #include "Support/TestLoop.h"
 #include "WaylandDesktop.h"
@@ -161,6 +163,23 @@ TEST_F(WaylandPasteTest, xProgramGetsText)
     EXPECT_EQ(desktop->paste(), "old");
 }
 
+TEST_F(WaylandPasteTest, nestedXServerTypesNothingIntoWaylandWindow)
+{
+    openGtkWindow();
+    const auto nested = XSession::open(true);
+    const auto xPasteboard = std::make_shared<XcbPasteboard>(nested);
+    XTestKeyEventPoster xPoster(nested, xPasteboard->transaction());
+    xPasteboard->beginPaste();
+    ASSERT_TRUE(waitFor(xPasteboard->items()));
+    xPasteboard->setString(u"new"_s);
+    xPoster.post({ClipboardPasteInsertionService::pasteKeyCode, true, ClipboardPasteInsertionService::commandFlag});
+    xPasteboard->clearContents();
+    xPasteboard->endPaste();
+    const auto future = xPasteboard->receipt();
+    ASSERT_TRUE(waitFor(future));
+    EXPECT_EQ(future.result().outcome, Outcome::CannotType);
+}
+
 TEST_F(WaylandPasteTest, readBeforeShortcutDoesNotCount)
 {
     desktop->copy("old");
@@ -189,6 +208,20 @@ TEST_F(WaylandPasteTest, windowThatFreezesForAWhileGetsText)
     EXPECT_EQ(outcome(), Outcome::Taken);
     EXPECT_TRUE(windowShows(u"new"_s));
     EXPECT_EQ(desktop->paste(), "old");
+}
+
+TEST_F(WaylandPasteTest, compositorThatHangsInsertsTextWhenItRecovers)
+{
+    desktop->copy("old");
+    openGtkWindow();
+    begin(u"new"_s);
+    desktop->freezeCompositor();
+    postShortcut();
+    end();
+    EXPECT_EQ(outcome(), Outcome::NotTaken);
+    desktop->thawCompositor();
+    EXPECT_TRUE(windowShows(u"new"_s));
+    EXPECT_TRUE(testbed::pollUntil([this] { return desktop->paste() == "old"; }, 10s));
 }
 
 TEST_F(WaylandPasteTest, unreadTextStaysUntilClipboardIsPutBack)

@@ -703,5 +703,105 @@
         <source>This speech model needs another one that detects speech. Install it again to get both.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Ctrl+Shift+V</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Shift+Insert</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ctrl+V</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left Ctrl</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Right Ctrl</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left Shift</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Right Shift</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left Alt</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Right Alt</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>AltGr</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left Super</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Right Super</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Caps Lock</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Scroll Lock</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Num Lock</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Print Screen</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fn</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copied: press %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Dictation key</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This desktop may not tell Talmo about keys while a Wayland window is in front.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bind a key to “talmoctl toggle” in the desktop&apos;s keyboard settings.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Inserting text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This desktop does not let Talmo type into Wayland windows.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>After a dictation, paste the text with Ctrl+V.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -45,6 +45,11 @@ std::unique_ptr<SwayIpc> SwayIpc::open()
     return !path.isEmpty() && ipc->connectTo(path) ? std::move(ipc) : nullptr;
 }
 
+SwayIpc::~SwayIpc()
+{
+    m_events.disconnect(); // Its own end is no loss.
+}
+
 bool SwayIpc::connectTo(const QString &path)
 {
     for (auto *socket : {&m_commands, &m_events}) {

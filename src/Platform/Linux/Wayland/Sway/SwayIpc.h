@@ -15,6 +15,7 @@ class SwayIpc {
 public:
     /// Null if this session is not sway's, or sway does not respond within half a second.
     static std::unique_ptr<SwayIpc> open();
+    ~SwayIpc();
     SwayIpc(const SwayIpc &) = delete;
     SwayIpc &operator=(const SwayIpc &) = delete;
 

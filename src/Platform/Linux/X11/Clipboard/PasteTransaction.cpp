@@ -12,9 +12,6 @@ namespace {
 using namespace std::chrono_literals;
 using Outcome = PasteReceipt::Outcome;
 
-/// The paste waits for the snapshot, so an owner that sends nothing gets a short timeout; one that is sending gets
-/// longer.
-constexpr SelectionReader::Timeout snapshotTimeout{500ms, 2000ms};
 /// A window that has not read the text by then is pinged.
 constexpr auto pingDelay = 1000ms;
 /// The most times the text is put back on the clipboard if another program takes the clipboard before it was read.
@@ -39,30 +36,26 @@ QList<PasteboardRepresentation> flattened(const QList<PasteboardItem> &items)
 PasteTransaction::PasteTransaction(XSession &session, std::chrono::milliseconds secretTime)
     : m_session(session),
       m_clipboard(session, "CLIPBOARD"),
-      m_primary(session, "PRIMARY"),
-      m_reader(session),
-      m_overdue(session, m_clipboard, m_primary),
-      m_secret(session, [this] { endSecret(); }, secretTime)
+      m_primary(session),
+      m_overdue(session, m_clipboard, m_primary.server()),
+      m_secret(
+          session, [this] { endSecret(); }, secretTime),
+      m_snapshots(std::make_shared<SnapshotReader>(session, m_secret)),
+      m_earlier([this] { putEarlierBack(); })
 {
     m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::PreciseTimer);
-    QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { evaluate(); });
-    m_lateTimer.setSingleShot(true);
-    QObject::connect(&m_lateTimer, &QTimer::timeout, &m_lateTimer, [this] {
-        if (std::exchange(m_wasReadLate, false)) {
-            putEarlierBack();
-        }
-    });
+    QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { restoreIfDue(); });
     const auto onRequest = [this](const SelectionServer::Request &request) { handleRequest(request); };
     m_clipboard.setOnRequest(onRequest);
-    m_primary.setOnRequest(onRequest);
+    m_primary.server().setOnRequest(onRequest);
     m_clipboard.setOnLost([this] { handleLost(); });
     m_overdue.setOnEmpty([this] {
         if (m_clipboard.isOwner() && m_clipboard.content().isEmpty()) {
             m_clipboard.disown();
         }
     });
-    m_session.setOnConnectionLost([this] { relieve(); });
+    m_session.setOnConnectionLost([this] { m_waitingForLoss.finish(); });
 }
 
 PasteTransaction::~PasteTransaction()
@@ -96,40 +89,19 @@ QCoro::Task<QList<PasteboardItem>> PasteTransaction::snapshot(std::shared_ptr<Pa
     }
     self->m_session.synchronise(); // Another program may have just taken the clipboard.
     Content all;
-    if (self->m_earlier && self->m_clipboard.isOwner()) {
-        all = self->m_earlier.value_or(Content()); // A text that was not pasted is not the user's clipboard.
+    if (self->m_earlier.isHeld() && self->m_clipboard.isOwner()) {
+        all = self->m_earlier.content().value_or(Content()); // A text that was not pasted is not the user's clipboard.
     } else {
-        all = co_await readOrOwn(self, &self->m_clipboard);
+        all = co_await SnapshotReader::read(self->m_snapshots, &self->m_clipboard);
     }
-    self->m_wasReadLate = false;
-    self->m_lateTimer.stop();
-    const bool takesPrimary = self->m_isPasting && !self->m_ownsPrimaryForPaste &&
+    self->m_earlier.forgetRequests();
+    const bool takesPrimary = self->m_isPasting && !self->m_primary.isTaken() &&
                               frontWindow(self->m_session).style == PasteStyle::ShiftInsertPrimary;
     if (takesPrimary) {
-        self->m_primarySnapshot = co_await readOrOwn(self, &self->m_primary);
+        Content snapshot = co_await SnapshotReader::read(self->m_snapshots, &self->m_primary.server());
+        self->m_primary.setSnapshot(std::move(snapshot));
     }
     co_return all.isEmpty() ? QList<PasteboardItem>() : QList<PasteboardItem>{PasteboardItem{all}};
-}
-
-QCoro::Task<PasteTransaction::Content> PasteTransaction::readOrOwn(std::shared_ptr<PasteTransaction> self,
-                                                                   SelectionServer *server)
-{
-    if (server->isOwner()) {
-        co_return server->content();
-    }
-    const auto owner = self->m_session.selectionOwner(server->selection());
-    const auto reading = co_await self->m_reader.read(server->selection(), snapshotTimeout);
-    if (reading.loss != SelectionReading::Loss::None && self->m_onLoss) {
-        self->m_onLoss(reading.loss);
-    }
-    if (server->selection() == self->clipboard()) {
-        if (isSecret(reading.representations)) {
-            self->m_secret.begin(owner);
-        } else {
-            self->m_secret.forget();
-        }
-    }
-    co_return reading.representations;
 }
 
 void PasteTransaction::clear()
@@ -137,7 +109,7 @@ void PasteTransaction::clear()
     if (m_isPasting && m_hasText) {
         m_restore = Content();
     } else if (!m_isPasting) {
-        setEarlier(std::nullopt);
+        m_earlier.drop();
         m_clipboard.disown();
     }
     // Within a paste, before its text: that follows at once. An empty clipboard in between would only cause clipboard
@@ -150,7 +122,7 @@ void PasteTransaction::setString(const QString &text)
     m_hasText = m_isPasting;
     if (!m_isPasting) {
         m_secret.forget();
-        setEarlier(std::nullopt);
+        m_earlier.drop();
     }
     if (!m_clipboard.own(textRepresentations(text)) && m_isPasting) {
         refuse(Outcome::ClipboardLost);
@@ -182,8 +154,7 @@ bool PasteTransaction::chooseTarget(const FrontWindow &front)
         return false;
     }
     if (front.style == PasteStyle::ShiftInsertPrimary && m_isPasting) {
-        m_primary.own(m_clipboard.content());
-        m_ownsPrimaryForPaste = true;
+        m_primary.take(m_clipboard.content());
     }
     return true;
 }
@@ -195,13 +166,13 @@ void PasteTransaction::notePosted(const FrontWindow &target)
     } else {
         m_policy.post(now(), target.client);
     }
-    evaluate();
+    restoreIfDue();
 }
 
 void PasteTransaction::refuse(Outcome outcome)
 {
     m_refusal = outcome;
-    evaluate();
+    restoreIfDue();
 }
 
 void PasteTransaction::end()
@@ -213,7 +184,7 @@ void PasteTransaction::end()
                         // anyway.
         return;
     }
-    evaluate(); // If there is nothing to restore, the paste was cut short: the text stays on the clipboard.
+    restoreIfDue(); // If there is nothing to restore, the paste was cut short: the text stays on the clipboard.
 }
 
 quint32 PasteTransaction::readerOf(const SelectionServer::Request &request)
@@ -228,7 +199,7 @@ void PasteTransaction::handleRequest(const SelectionServer::Request &request)
     if (isData) {
         m_overdue.noteRead(request.client);
     }
-    if (m_earlier && !m_restore && !m_isPasting) {
+    if (m_earlier.isHeld() && !m_restore && !m_isPasting) {
         noteLateRead(request);
         return;
     }
@@ -236,7 +207,7 @@ void PasteTransaction::handleRequest(const SelectionServer::Request &request)
     if (m_policy.isRead()) {
         conclude(Outcome::Taken);
     }
-    evaluate();
+    restoreIfDue();
 }
 
 /// The reader is a window that responds again, or the user's own paste into the frontmost window.
@@ -246,14 +217,13 @@ void PasteTransaction::noteLateRead(const SelectionServer::Request &request)
                                                             isEmbeddedIn(m_session, m_target.topLevel, request.client)
                                                       : frontWindow(m_session).client == request.client;
     if (isTarget) {
-        m_wasReadLate = m_wasReadLate || (request.wantsData && request.wasServed);
-        m_lateTimer.start(RestorePolicy::quietTime);
+        m_earlier.noteRequest(request.wantsData && request.wasServed);
     }
 }
 
 void PasteTransaction::handleLost()
 {
-    relieve();
+    m_waitingForLoss.finish();
     const bool isUnread = m_hasText && !m_policy.isRead();
     if (m_isPasting && isUnread && m_claims < mostClaims) {
         ++m_claims;
@@ -268,20 +238,20 @@ void PasteTransaction::handleLost()
         m_restore.reset();
         applyRestore();
     } else {
-        setEarlier(std::nullopt);
+        m_earlier.drop();
         m_overdue.clear();
     }
 }
 
 void PasteTransaction::endSecret()
 {
-    const bool stands = !m_isPasting && !m_restore && !m_earlier;
+    const bool stands = !m_isPasting && !m_restore && !m_earlier.isHeld();
     if (stands && m_clipboard.isOwner() && isSecret(m_clipboard.content())) {
         stand({});
     }
 }
 
-void PasteTransaction::evaluate()
+void PasteTransaction::restoreIfDue()
 {
     if (!m_restore || m_isPasting) {
         return;
@@ -327,18 +297,18 @@ void PasteTransaction::conclude(Outcome outcome)
 void PasteTransaction::withhold(Outcome outcome)
 {
     m_timer.stop();
-    setEarlier(std::exchange(m_restore, std::nullopt));
-    m_wasReadLate = false;
+    m_earlier.keep(std::exchange(m_restore, std::nullopt));
+    m_earlier.forgetRequests();
     if (outcome == Outcome::WindowHangs && !m_refusal) {
         m_overdue.add(m_target, m_text);
     } else {
         m_overdue.stopAsking(m_target);
     }
     if (outcome == Outcome::ClipboardLost) {
-        setEarlier(std::nullopt);
+        m_earlier.drop();
     }
     conclude(outcome);
-    finishWaiting();
+    m_waiting.finish();
 }
 
 void PasteTransaction::applyRestore()
@@ -346,7 +316,7 @@ void PasteTransaction::applyRestore()
     m_timer.stop();
     m_overdue.stopAsking(m_target);
     m_policy.begin();
-    setEarlier(std::nullopt);
+    m_earlier.drop();
     if (const auto restore = std::exchange(m_restore, std::nullopt)) {
         const bool holdsSecret = m_secret.isSecret() && isSecret(*restore);
         stand(holdsSecret && m_secret.isOver() ? Content() : *restore);
@@ -354,8 +324,8 @@ void PasteTransaction::applyRestore()
             m_secret.putBack();
         }
     }
-    standPrimary();
-    finishWaiting();
+    m_primary.giveBack();
+    m_waiting.finish();
 }
 
 void PasteTransaction::stand(const Content &content)
@@ -367,24 +337,12 @@ void PasteTransaction::stand(const Content &content)
     }
 }
 
-void PasteTransaction::standPrimary()
-{
-    if (!std::exchange(m_ownsPrimaryForPaste, false) || !m_primary.isOwner()) {
-        return;
-    }
-    if (m_primarySnapshot.isEmpty()) {
-        m_primary.disown();
-    } else {
-        m_primary.own(m_primarySnapshot);
-    }
-}
-
 bool PasteTransaction::putEarlierBack()
 {
-    if (!m_earlier || m_isPasting || m_restore) {
+    if (!m_earlier.isHeld() || m_isPasting || m_restore) {
         return false;
     }
-    m_restore = *m_earlier;
+    m_restore = m_earlier.content();
     applyRestore();
     return true;
 }
@@ -394,49 +352,16 @@ QFuture<PasteReceipt> PasteTransaction::receipt()
     return m_receipt ? m_receipt->future() : ready(PasteReceipt());
 }
 
-void PasteTransaction::relieve()
+QFuture<void> PasteTransaction::ownershipLost()
 {
-    for (const auto &waiting : std::exchange(m_waitingForRelief, {})) {
-        waiting->finish();
-    }
-}
-
-QFuture<void> PasteTransaction::relieved()
-{
-    auto completion = Completion<void>::make();
-    auto future = completion->future();
     m_session.synchronise();
-    if (m_clipboard.isOwner() && !m_session.connection().isBroken()) {
-        m_waitingForRelief.push_back(std::move(completion));
-    } else {
-        completion->finish();
-    }
-    return future;
-}
-
-void PasteTransaction::setEarlier(std::optional<Content> content)
-{
-    m_earlier = std::move(content);
-    m_holdsEarlier = m_earlier.has_value();
-}
-
-void PasteTransaction::finishWaiting()
-{
-    for (const auto &waiting : std::exchange(m_waiting, {})) {
-        waiting->finish();
-    }
+    const bool ownsClipboard = m_clipboard.isOwner() && !m_session.connection().isBroken();
+    return ownsClipboard ? m_waitingForLoss.wait() : ready();
 }
 
 QFuture<void> PasteTransaction::settled()
 {
-    auto completion = Completion<void>::make();
-    auto future = completion->future();
-    if (m_restore) {
-        m_waiting.push_back(std::move(completion));
-    } else {
-        completion->finish();
-    }
-    return future;
+    return m_restore ? m_waiting.wait() : ready();
 }
 
 QCoro::Task<void> PasteTransaction::shutDown(std::shared_ptr<PasteTransaction> self)
@@ -447,8 +372,7 @@ QCoro::Task<void> PasteTransaction::shutDown(std::shared_ptr<PasteTransaction> s
     co_await idle;
     // A secret must not be passed to a clipboard manager.
     if (self->m_clipboard.isOwner() && !(self->m_secret.isSecret() && isSecret(self->m_clipboard.content()))) {
-        co_await self->m_reader.ask(self->m_session.connection().atom("CLIPBOARD_MANAGER"), "SAVE_TARGETS",
-                                    snapshotTimeout);
+        co_await self->m_snapshots->handOver();
     }
 }
 

@@ -2,21 +2,21 @@
 
 #include "Insertion/PasteReceipt.h"
 #include "Insertion/RestorePolicy.h"
+#include "Platform/Linux/X11/Clipboard/EarlierContent.h"
 #include "Platform/Linux/X11/Clipboard/OverduePastes.h"
+#include "Platform/Linux/X11/Clipboard/PrimaryLoan.h"
 #include "Platform/Linux/X11/Clipboard/SecretLifetime.h"
-#include "Platform/Linux/X11/Clipboard/SelectionReader.h"
 #include "Platform/Linux/X11/Clipboard/SelectionServer.h"
+#include "Platform/Linux/X11/Clipboard/SnapshotReader.h"
+#include "Platform/Linux/X11/Clipboard/WaitingList.h"
 #include "Platform/Linux/X11/Windows/FrontWindow.h"
 #include "Platform/Linux/X11/XSession.h"
 
 #include <QCoro/QCoroTask>
 #include <QTimer>
 
-#include <atomic>
-#include <functional>
 #include <memory>
 #include <optional>
-#include <vector>
 
 namespace talmo {
 
@@ -25,7 +25,7 @@ namespace talmo {
 /// that hangs gets it when it responds again. The X session's thread only.
 class PasteTransaction {
 public:
-    using OnLoss = std::function<void(SelectionReading::Loss)>;
+    using OnLoss = SnapshotReader::OnLoss;
 
     explicit PasteTransaction(XSession &session, std::chrono::milliseconds secretTime = SecretLifetime::longestTime);
     ~PasteTransaction();
@@ -50,16 +50,16 @@ public:
     /// The outcome of the last paste.
     QFuture<PasteReceipt> receipt();
     /// Any thread.
-    bool holdsEarlier() const { return m_holdsEarlier.load(); }
+    bool holdsEarlier() const { return m_earlier.isHeld(); }
     /// Restores the content that was replaced by a text no program has read; false if there is none.
     bool putEarlierBack();
     /// Called if some of the clipboard's content could not be saved.
-    void setOnLoss(OnLoss callback) { m_onLoss = std::move(callback); }
+    void setOnLoss(OnLoss callback) { m_snapshots->setOnLoss(std::move(callback)); }
 
     /// Finishes once no restore is pending. Earlier content kept behind an unread text does not count as pending.
     QFuture<void> settled();
     /// Finishes once Talmo no longer owns the clipboard: another program has taken it, or the server is gone.
-    QFuture<void> relieved();
+    QFuture<void> ownershipLost();
     /// Waits for a pending restore, then passes the content that Talmo owns to the desktop's clipboard manager, if
     /// there is one.
     static QCoro::Task<void> shutDown(std::shared_ptr<PasteTransaction> self);
@@ -67,31 +67,25 @@ public:
 private:
     using Content = QList<PasteboardRepresentation>;
 
-    static QCoro::Task<Content> readOrOwn(std::shared_ptr<PasteTransaction> self, SelectionServer *server);
     void handleRequest(const SelectionServer::Request &request);
     void noteLateRead(const SelectionServer::Request &request);
     quint32 readerOf(const SelectionServer::Request &request);
     void handleLost();
     void endSecret();
-    void relieve();
-    void evaluate();
+    void restoreIfDue();
     void conclude(PasteReceipt::Outcome outcome);
     void withhold(PasteReceipt::Outcome outcome);
     void applyRestore();
     void stand(const Content &content);
-    void standPrimary();
-    void finishWaiting();
-    void setEarlier(std::optional<Content> content);
-    bool isSending() const { return m_clipboard.isSending() || m_primary.isSending(); }
-    xcb_atom_t clipboard() const { return m_clipboard.selection(); }
+    bool isSending() const { return m_clipboard.isSending() || m_primary.server().isSending(); }
 
     XSession &m_session;
     SelectionServer m_clipboard;
-    SelectionServer m_primary;
-    SelectionReader m_reader;
+    PrimaryLoan m_primary;
     OverduePastes m_overdue;
     SecretLifetime m_secret;
-    OnLoss m_onLoss;
+    std::shared_ptr<SnapshotReader> m_snapshots;
+    EarlierContent m_earlier;
 
     bool m_isPasting = false;
     bool m_beginsAfterRestore = false;
@@ -105,18 +99,10 @@ private:
     std::optional<PasteReceipt::Outcome> m_refusal;
     std::shared_ptr<Completion<PasteReceipt>> m_receipt;
 
-    Content m_primarySnapshot;
-    bool m_ownsPrimaryForPaste = false;
-
     std::optional<Content> m_restore;
-    /// The content that was replaced by a text no program has read.
-    std::optional<Content> m_earlier;
-    std::atomic<bool> m_holdsEarlier = false;
-    bool m_wasReadLate = false;
     QTimer m_timer;
-    QTimer m_lateTimer;
-    std::vector<std::shared_ptr<Completion<void>>> m_waiting;
-    std::vector<std::shared_ptr<Completion<void>>> m_waitingForRelief;
+    WaitingList m_waiting;
+    WaitingList m_waitingForLoss;
 };
 
 } // namespace talmo

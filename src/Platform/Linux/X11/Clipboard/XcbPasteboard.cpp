@@ -91,9 +91,9 @@ void XcbPasteboard::setOnLoss(PasteTransaction::OnLoss callback)
     post([callback = std::move(callback)](PasteTransaction &transaction) { transaction.setOnLoss(callback); });
 }
 
-QFuture<void> XcbPasteboard::relieved()
+QFuture<void> XcbPasteboard::ownershipLost()
 {
-    return when(&PasteTransaction::relieved);
+    return when(&PasteTransaction::ownershipLost);
 }
 
 QFuture<void> XcbPasteboard::shutDown()

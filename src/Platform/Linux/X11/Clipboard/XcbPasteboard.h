@@ -33,7 +33,7 @@ public:
     void setOnLoss(PasteTransaction::OnLoss callback);
 
     /// Finishes once Talmo no longer owns the clipboard: another program has taken it, or the server is gone.
-    QFuture<void> relieved();
+    QFuture<void> ownershipLost();
 
     /// Completes a pending restore and passes the clipboard on; nothing can be pasted afterwards. Finishes within two
     /// and a half seconds.

@@ -15,7 +15,7 @@ namespace {
 const char *const trayAtom = "_NET_SYSTEM_TRAY_S0";
 
 /// The tray window that icons are embedded into; XCB_NONE if there is none.
-xcb_window_t embedder()
+xcb_window_t xEmbedTray()
 {
     auto *connection = applicationConnection();
     const auto cookie = xcb_get_selection_owner(connection, applicationAtom(trayAtom));
@@ -73,12 +73,12 @@ EmbeddedTray::~EmbeddedTray()
 
 bool EmbeddedTray::hasTray() const
 {
-    return embedder() != XCB_NONE;
+    return xEmbedTray() != XCB_NONE;
 }
 
 QList<quint32> EmbeddedTray::colours() const
 {
-    const auto tray = embedder();
+    const auto tray = xEmbedTray();
     return tray == XCB_NONE
                ? QList<quint32>()
                : xNumbers(xProperty(applicationConnection(), tray, applicationAtom("_NET_SYSTEM_TRAY_COLORS")));

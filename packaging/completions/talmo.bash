@@ -1,0 +1,2 @@
+# Bash completion for talmo.
+complete -W "--help --version" talmo

@@ -1,0 +1,107 @@
+#!/usr/bin/env bash
+# The part of scripts/package-trial that runs inside the fresh system.
+set -euo pipefail
+export DEBIAN_FRONTEND=noninteractive
+apt() { apt-get -q -y --no-install-recommends "$@" >/trial/apt.log 2>&1 || { tail -30 /trial/apt.log >&2; return 1; }; }
+fail() { echo "package-trial: $*" >&2; exit 1; }
+
+# wait_for WHAT COMMAND…: polls for up to 30 s.
+wait_for() {
+  local what=$1 try
+  shift
+  for try in {1..300}; do
+    ! "$@" >/dev/null 2>&1 || return 0
+    sleep 0.1
+  done
+  fail "timed out waiting for $what"
+}
+
+files() { find / -xdev \( -path /proc -o -path /sys -o -path /dev -o -path /tmp -o -path /trial -o -path /var \) -prune \
+  -o -print | LC_ALL=C sort; }
+
+apt update
+# What a desktop has, and who speaks; what Talmo itself needs must come with its package.
+apt install xvfb openbox xterm xdotool x11-utils pulseaudio pulseaudio-utils flite fonts-dejavu-core dbus
+files > /trial/before
+
+# The X server refuses the focus to a window that is not shown yet.
+focus_notes() {
+  local window
+  window=$(xdotool search --onlyvisible --name '^Notes$' | tail -1)
+  [ -n "$window" ] && xdotool windowfocus "$window" && [ "$(xdotool getwindowfocus)" = "$window" ]
+}
+
+start_desktop() {
+  export HOME=/tmp/user XDG_RUNTIME_DIR=/tmp/runtime DISPLAY=:7
+  mkdir -p "$HOME" && mkdir -m 700 "$XDG_RUNTIME_DIR"
+  Xvfb :7 -screen 0 1024x768x24 >/trial/xvfb.log 2>&1 &
+  wait_for "the display" xdpyinfo
+  openbox >/trial/openbox.log 2>&1 &
+  pulseaudio --daemonize=no --exit-idle-time=-1 -n --load="module-native-protocol-unix" \
+    --load="module-null-sink sink_name=speaker" --load="module-remap-source master=speaker.monitor source_name=microphone" \
+    >/trial/pulseaudio.log 2>&1 &
+  wait_for "the sound server" pactl set-default-source microphone
+  xterm -title Notes -e sh -c 'stty -icanon; exec cat > /tmp/notes' &
+  wait_for "a window" focus_notes
+  flite -voice slt -t "the computer does not start after the last update" -o /tmp/speech.wav
+}
+
+start_talmo() {
+  : > /trial/talmo.log
+  QT_LOGGING_RULES="talmo.general.debug=true" talmo >>/trial/talmo.log 2>&1 &
+  talmo=$!
+  wait_for "Talmo to start" grep -q "ready:" /trial/talmo.log
+}
+
+stop_talmo() {
+  kill -TERM "$talmo"
+  wait "$talmo" || fail "Talmo did not exit cleanly: $(cat /trial/talmo.log)"
+}
+
+has_more_than() { [ "$(stat -c %s /tmp/notes)" -gt "$1" ]; }
+
+# dictate WHEN: the words of the sentence must be in the terminal afterwards, and nowhere else.
+dictate() {
+  local before
+  before=$(stat -c %s /tmp/notes)
+  : > /trial/talmo.log
+  wait_for "the focus" focus_notes
+  xdotool keydown Control_R
+  wait_for "the recording" grep -q "state: recording" /trial/talmo.log
+  paplay --device=speaker /tmp/speech.wav
+  xdotool keyup Control_R
+  wait_for "the end of the dictation" grep -q "state: idle" /trial/talmo.log
+  wait_for "the text" has_more_than "$before"
+  echo "$1: $(tail -c +$((before + 1)) /tmp/notes)"
+  tail -c +$((before + 1)) /tmp/notes | grep -qi "computer" || fail "$1: the words did not arrive"
+}
+
+start_desktop
+
+echo "Installing an older version"
+apt install /trial/old.deb
+talmo --version
+start_talmo
+dictate "after the installation"
+
+echo "Upgrading while it runs"
+apt install /trial/new.deb
+[ -f /usr/share/man/man1/talmo.1.gz ] || fail "the upgrade brought no manual page"
+dictate "after the upgrade, with the Talmo of before"
+stop_talmo
+talmo --version
+start_talmo
+dictate "after a restart"
+talmoctl transcribe /tmp/speech.wav | grep -qi computer || fail "talmoctl transcribe heard something else"
+stop_talmo
+
+echo "Purging"
+apt purge talmo
+[ -z "$(dpkg-query -W -f '${db:Status-Status}' talmo 2>/dev/null)" ] || fail "talmo is still known to dpkg"
+[ ! -e /usr/bin/talmo ] && [ ! -e /usr/bin/talmoctl ] || fail "the programs are still there"
+apt autoremove --purge
+files > /trial/after
+left=$(LC_ALL=C comm -13 /trial/before /trial/after | grep -iE 'talmo' || true)
+[ -z "$left" ] || fail "left behind: $left"
+[ -f "$HOME/.config/talmo/settings.json" ] || [ -d "$HOME/.local/state/talmo" ] || echo "(the user's folder is empty)"
+echo "The package installs, upgrades and purges; Talmo dictated after each step."

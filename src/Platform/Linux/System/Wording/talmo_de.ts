@@ -1,0 +1,807 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>Talmo</name>
+    <message>
+        <source>Grant microphone and speech-recognition permissions first.</source>
+        <translation>Zuerst die Berechtigungen für Mikrofon und Spracherkennung erteilen.</translation>
+    </message>
+    <message>
+        <source>No speech detected.</source>
+        <translation>Keine Sprache erkannt.</translation>
+    </message>
+    <message>
+        <source>An unknown error occurred.</source>
+        <translation>Ein unbekannter Fehler ist aufgetreten.</translation>
+    </message>
+    <message>
+        <source>This Mac doesn&apos;t support Apple Intelligence.</source>
+        <translation>Das Sprachmodell ist in Talmos Einstellungsdatei ausgeschaltet.</translation>
+    </message>
+    <message>
+        <source>Apple Intelligence isn&apos;t turned on. Enable it in System Settings &gt; Apple Intelligence &amp; Siri to use AI cleanup.</source>
+        <translation>Auf diesem Rechner läuft kein Sprachmodell. Starten Sie eines, zum Beispiel den Server von llama.cpp oder Ollama, um die KI-Überarbeitung zu nutzen.</translation>
+    </message>
+    <message>
+        <source>The on-device language model is still preparing. Try again shortly.</source>
+        <translation>Das lokale Sprachmodell wird noch vorbereitet. Bitte gleich erneut versuchen.</translation>
+    </message>
+    <message>
+        <source>The on-device language model isn&apos;t available right now.</source>
+        <translation>Das lokale Sprachmodell ist derzeit nicht verfügbar.</translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t set up microphone capture: </source>
+        <translation>Die Mikrofonaufnahme konnte nicht eingerichtet werden: </translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t start audio capture: </source>
+        <translation>Die Tonaufnahme konnte nicht gestartet werden: </translation>
+    </message>
+    <message>
+        <source>No microphone input is available.</source>
+        <translation>Es ist kein Mikrofoneingang verfügbar.</translation>
+    </message>
+    <message>
+        <source>Talmo needs Accessibility access (System Settings &gt; Privacy &amp; Security &gt; Accessibility) to insert text into other apps.</source>
+        <translation>Talmo benötigt einen X-Server mit den Erweiterungen XTEST und XInput 2.2, um Text in andere Anwendungen einzufügen.</translation>
+    </message>
+    <message>
+        <source>Nothing to insert.</source>
+        <translation>Nichts einzufügen.</translation>
+    </message>
+    <message>
+        <source>On-device speech recognition isn&apos;t available on this Mac.</source>
+        <translation>Die lokale Spracherkennung ist auf diesem Rechner nicht verfügbar.</translation>
+    </message>
+    <message>
+        <source>The current language isn&apos;t supported for on-device transcription.</source>
+        <translation>Die aktuelle Sprache wird von der lokalen Spracherkennung nicht unterstützt.</translation>
+    </message>
+    <message>
+        <source>The on-device speech model for this language isn&apos;t installed yet. Installing it once requires an internet connection; after that, transcription works fully offline.</source>
+        <translation>Das lokale Erkennungsmodell für diese Sprache ist noch nicht installiert. Nur die Installation benötigt eine Internetverbindung; danach funktioniert die Erkennung vollständig offline.</translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t find a compatible audio format for the microphone and speech recognizer.</source>
+        <translation>Für Mikrofon und Spracherkennung wurde kein gemeinsames Audioformat gefunden.</translation>
+    </message>
+    <message>
+        <source>Not currently recording.</source>
+        <translation>Derzeit läuft keine Aufnahme.</translation>
+    </message>
+    <message>
+        <source>Words and phrases you add here are passed to the cleanup step as context so they&apos;re preserved exactly, instead of being &quot;corrected&quot; away.</source>
+        <translation>Die hier hinzugefügten Wörter und Wendungen werden der Überarbeitung als Kontext mitgegeben, damit sie genau erhalten bleiben und nicht „wegkorrigiert“ werden.</translation>
+    </message>
+    <message>
+        <source>Add a word or phrase</source>
+        <translation>Wort oder Wendung hinzufügen</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Hinzufügen</translation>
+    </message>
+    <message>
+        <source>Dictionary</source>
+        <translation>Wörterbuch</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Hold fn to record and release to insert, or double-tap fn for hands-free recording (press fn again to stop). Works even when Talmo isn&apos;t the frontmost app. Requires &quot;Press 🌐 key to: Do Nothing&quot; in System Settings &gt; Keyboard, so macOS&apos;s own Globe-key action doesn&apos;t also fire. Not yet configurable in this MVP.</source>
+        <translation>%1 zum Aufnehmen gedrückt halten und zum Einfügen loslassen, oder %1 zweimal kurz drücken, um freihändig aufzunehmen (zum Beenden erneut %1 drücken). Funktioniert auch, wenn Talmo nicht im Vordergrund ist. Für andere Tasten „linux.standInKeys“ in Talmos Einstellungsdatei setzen.</translation>
+    </message>
+    <message>
+        <source>Uses Apple&apos;s on-device Foundation Models to remove filler words and fix punctuation. When off, only basic local formatting is applied.</source>
+        <translation>Entfernt mit einem Sprachmodell-Server auf diesem Rechner Füllwörter und korrigiert die Zeichensetzung. Ist dies ausgeschaltet, wird der Text nur einfach lokal formatiert.</translation>
+    </message>
+    <message>
+        <source>Actively trims filler, redundancy, and hedging instead of just lightly cleaning up your wording. Off by default since it rewrites more than Talmo normally does.</source>
+        <translation>Kürzt Füllwörter, Wiederholungen und Abschwächungen, statt den Wortlaut nur leicht zu glätten. Standardmäßig ausgeschaltet, da mehr umformuliert wird als sonst.</translation>
+    </message>
+    <message>
+        <source>Rewrites dictation to match the selected tone. Combinable with Concise text above. &quot;Standard&quot; makes no tone change.</source>
+        <translation>Formuliert das Diktat im gewählten Ton um. Lässt sich mit „Knapper Text“ oben kombinieren. „Standard“ ändert den Ton nicht.</translation>
+    </message>
+    <message>
+        <source>Standard</source>
+        <translation>Standard</translation>
+    </message>
+    <message>
+        <source>Professional</source>
+        <translation>Professionell</translation>
+    </message>
+    <message>
+        <source>Friendly</source>
+        <translation>Freundlich</translation>
+    </message>
+    <message>
+        <source>Polite</source>
+        <translation>Höflich</translation>
+    </message>
+    <message>
+        <source>Push-to-talk</source>
+        <translation>Sprechtaste</translation>
+    </message>
+    <message>
+        <source>Shortcut</source>
+        <translation>Taste</translation>
+    </message>
+    <message>
+        <source>Cleanup</source>
+        <translation>Überarbeitung</translation>
+    </message>
+    <message>
+        <source>Enable AI cleanup</source>
+        <translation>KI-Überarbeitung einschalten</translation>
+    </message>
+    <message>
+        <source>Concise text</source>
+        <translation>Knapper Text</translation>
+    </message>
+    <message>
+        <source>Tone</source>
+        <translation>Ton</translation>
+    </message>
+    <message>
+        <source>Say it and it happens — like traditional dictation software:</source>
+        <translation>Gesprochen, getan – wie in klassischer Diktiersoftware (nur auf Englisch):</translation>
+    </message>
+    <message>
+        <source>&quot;...as bullet points&quot; → formats as a bullet list</source>
+        <translation>„... as bullet points“ → formatiert als Aufzählung</translation>
+    </message>
+    <message>
+        <source>&quot;...new paragraph...&quot; → starts a new paragraph</source>
+        <translation>„... new paragraph ...“ → beginnt einen neuen Absatz</translation>
+    </message>
+    <message>
+        <source>&quot;...new line...&quot; → starts a new line</source>
+        <translation>„... new line ...“ → beginnt eine neue Zeile</translation>
+    </message>
+    <message>
+        <source>Startup</source>
+        <translation>Start</translation>
+    </message>
+    <message>
+        <source>Launch at login</source>
+        <translation>Beim Anmelden starten</translation>
+    </message>
+    <message>
+        <source>Talmo</source>
+        <translation>Talmo</translation>
+    </message>
+    <message>
+        <source>Start Recording</source>
+        <translation>Aufnahme starten</translation>
+    </message>
+    <message>
+        <source>Microphone access needed</source>
+        <translation>Zugriff auf das Mikrofon erforderlich</translation>
+    </message>
+    <message>
+        <source>Speech recognition access needed</source>
+        <translation>Zugriff auf die Spracherkennung erforderlich</translation>
+    </message>
+    <message>
+        <source>Accessibility access needed</source>
+        <translation>Zugriff auf die Bedienungshilfen erforderlich</translation>
+    </message>
+    <message>
+        <source>Talmo needs permissions</source>
+        <translation>Talmo benötigt Berechtigungen</translation>
+    </message>
+    <message>
+        <source>Talmo is ready</source>
+        <translation>Talmo ist bereit</translation>
+    </message>
+    <message>
+        <source>Hold %1, or double-tap for hands-free</source>
+        <translation>%1 halten, oder für freihändig zweimal drücken</translation>
+    </message>
+    <message>
+        <source>Listening…</source>
+        <translation>Hört zu …</translation>
+    </message>
+    <message>
+        <source>Stop Recording</source>
+        <translation>Aufnahme beenden</translation>
+    </message>
+    <message>
+        <source>Cleaning up…</source>
+        <translation>Wird überarbeitet …</translation>
+    </message>
+    <message>
+        <source>Inserting…</source>
+        <translation>Wird eingefügt …</translation>
+    </message>
+    <message>
+        <source>Something went wrong</source>
+        <translation>Etwas ist schiefgegangen</translation>
+    </message>
+    <message>
+        <source>Grant Permissions…</source>
+        <translation>Berechtigungen erteilen …</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>⌘,</source>
+        <translation>Strg+,</translation>
+    </message>
+    <message>
+        <source>Quit Talmo</source>
+        <translation>Talmo beenden</translation>
+    </message>
+    <message>
+        <source>Talmo has no backend, no account, and no network functionality. Recording, transcription, and text cleanup all run using Apple&apos;s on-device Speech and Foundation Models frameworks. Nothing you say or type is sent anywhere.</source>
+        <translation>Talmo hat weder Server noch Konto. Aufnahme und Erkennung finden auf diesem Rechner statt. Ist die KI-Überarbeitung eingeschaltet, wird der Text an einen Sprachmodell-Server auf diesem Rechner gesendet, falls einer läuft, und nirgendwohin sonst. Talmo selbst nutzt das Internet nur, um einmalig ein Erkennungsmodell herunterzuladen.</translation>
+    </message>
+    <message>
+        <source>Microphone</source>
+        <translation>Mikrofon</translation>
+    </message>
+    <message>
+        <source>Speech Recognition</source>
+        <translation>Spracherkennung</translation>
+    </message>
+    <message>
+        <source>Accessibility</source>
+        <translation>Bedienungshilfen</translation>
+    </message>
+    <message>
+        <source>Audio and transcripts are processed locally on this Mac.</source>
+        <translation>Ton und Text werden lokal auf diesem Rechner verarbeitet.</translation>
+    </message>
+    <message>
+        <source>Open Settings…</source>
+        <translation>Einstellungen öffnen …</translation>
+    </message>
+    <message>
+        <source>Granted</source>
+        <translation>Erteilt</translation>
+    </message>
+    <message>
+        <source>Not granted</source>
+        <translation>Nicht erteilt</translation>
+    </message>
+    <message>
+        <source>Listening</source>
+        <translation>Hört zu</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>Allgemein</translation>
+    </message>
+    <message>
+        <source>Privacy</source>
+        <translation>Datenschutz</translation>
+    </message>
+    <message>
+        <source>Talmo Settings</source>
+        <translation>Talmo-Einstellungen</translation>
+    </message>
+    <message>
+        <source>Automatic (the best there is)</source>
+        <translation>Automatisch (die beste vorhandene)</translation>
+    </message>
+    <message>
+        <source>Built in, to begin with (PocketSphinx, English)</source>
+        <translation>Eingebaut, für den Anfang (PocketSphinx, Englisch)</translation>
+    </message>
+    <message>
+        <source>This model is not installed; another one is used.</source>
+        <translation>Dieses Modell ist nicht installiert; ein anderes wird verwendet.</translation>
+    </message>
+    <message>
+        <source>Recogniser</source>
+        <translation>Spracherkennung</translation>
+    </message>
+    <message>
+        <source>Model</source>
+        <translation>Modell</translation>
+    </message>
+    <message>
+        <source>Available on Linux only. Speech is recognised on this computer whichever recogniser you choose; the network is used only to download models.</source>
+        <translation>Nur unter Linux verfügbar. Unabhängig von der gewählten Spracherkennung wird auf diesem Rechner erkannt; das Netz wird nur zum Herunterladen von Modellen genutzt.</translation>
+    </message>
+    <message>
+        <source>Installation</source>
+        <translation>Installation</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>Installieren</translation>
+    </message>
+    <message>
+        <source>Licence: %1</source>
+        <translation>Lizenz: %1</translation>
+    </message>
+    <message>
+        <source>Still working on the last sentence</source>
+        <translation>Der letzte Satz wird noch verarbeitet</translation>
+    </message>
+    <message>
+        <source>Speech recognition stopped responding. Copy Last Dictation in the menu has what was heard until then.</source>
+        <translation>Die Spracherkennung reagiert nicht mehr. „Letztes Diktat kopieren“ im Menü enthält, was bis dahin gehört wurde.</translation>
+    </message>
+    <message>
+        <source>The cursor is in a password field, so nothing was pasted. Choose “Copy Last Dictation” from the icon&apos;s menu.</source>
+        <translation>Der Cursor steht in einem Passwortfeld, daher wurde nichts eingefügt. „Letztes Diktat kopieren“ im Menü des Symbols wählen.</translation>
+    </message>
+    <message>
+        <source>Talmo does not paste if the application in front reports that the cursor is in a password field. Requires the desktop&apos;s accessibility service.</source>
+        <translation>Talmo fügt nichts ein, wenn die Anwendung im Vordergrund meldet, dass der Cursor in einem Passwortfeld steht. Benötigt den Dienst für Barrierefreiheit der Arbeitsumgebung.</translation>
+    </message>
+    <message>
+        <source>Protect password fields</source>
+        <translation>Passwortfelder schützen</translation>
+    </message>
+    <message>
+        <source>Your text is sent to %1 at %2.</source>
+        <translation>Ihr Text wird an %1 unter %2 gesendet.</translation>
+    </message>
+    <message>
+        <source>While this is off, no text is sent to %1 at %2.</source>
+        <translation>Solange dies ausgeschaltet ist, wird kein Text an %1 unter %2 gesendet.</translation>
+    </message>
+    <message>
+        <source>Another user&apos;s program is listening at %1. Your text is not sent to it.</source>
+        <translation>Unter %1 lauscht das Programm eines anderen Benutzers. Ihr Text wird nicht dorthin gesendet.</translation>
+    </message>
+    <message>
+        <source>The settings could not be saved. Is the disk full?</source>
+        <translation>Die Einstellungen konnten nicht gespeichert werden. Ist die Festplatte voll?</translation>
+    </message>
+    <message>
+        <source>The sound server is not responding. Try again in a moment.</source>
+        <translation>Der Soundserver reagiert nicht. Bitte gleich erneut versuchen.</translation>
+    </message>
+    <message>
+        <source>The connection to the sound server was lost. Try again.</source>
+        <translation>Die Verbindung zum Soundserver wurde getrennt. Bitte erneut versuchen.</translation>
+    </message>
+    <message>
+        <source>The operation was cancelled.</source>
+        <translation>Der Vorgang wurde abgebrochen.</translation>
+    </message>
+    <message>
+        <source>Nothing has been dictated yet.</source>
+        <translation>Es wurde noch nichts diktiert.</translation>
+    </message>
+    <message>
+        <source>The text is too long.</source>
+        <translation>Der Text ist zu lang.</translation>
+    </message>
+    <message>
+        <source>The request took too long to arrive.</source>
+        <translation>Die Anfrage kam nicht rechtzeitig an.</translation>
+    </message>
+    <message>
+        <source>Unknown request.</source>
+        <translation>Unbekannte Anfrage.</translation>
+    </message>
+    <message>
+        <source>There is no earlier clipboard to restore.</source>
+        <translation>Es gibt keine frühere Zwischenablage zum Wiederherstellen.</translation>
+    </message>
+    <message>
+        <source>Talmo did not respond.</source>
+        <translation>Talmo hat nicht geantwortet.</translation>
+    </message>
+    <message>
+        <source>The window is not responding. The text is on the clipboard and will be inserted when the window recovers.</source>
+        <translation>Das Fenster reagiert nicht. Der Text ist in der Zwischenablage und wird eingefügt, sobald das Fenster wieder reagiert.</translation>
+    </message>
+    <message>
+        <source>No window has keyboard focus. The text is on the clipboard: paste it with %1.</source>
+        <translation>Kein Fenster hat den Tastaturfokus. Der Text ist in der Zwischenablage: mit %1 einfügen.</translation>
+    </message>
+    <message>
+        <source>Another program has grabbed the keyboard. The text is on the clipboard: paste it with %1.</source>
+        <translation>Ein anderes Programm hat die Tastatur gesperrt. Der Text ist in der Zwischenablage: mit %1 einfügen.</translation>
+    </message>
+    <message>
+        <source>This keyboard layout has no key for pasting. The text is on the clipboard: paste it from a menu.</source>
+        <translation>Diese Tastaturbelegung hat keine Taste zum Einfügen. Der Text ist in der Zwischenablage: über ein Menü einfügen.</translation>
+    </message>
+    <message>
+        <source>The active window changed. The text is on the clipboard: paste it with %1.</source>
+        <translation>Das aktive Fenster hat gewechselt. Der Text ist in der Zwischenablage: mit %1 einfügen.</translation>
+    </message>
+    <message>
+        <source>Another program replaced the clipboard. Choose “Copy Last Dictation” from the icon&apos;s menu.</source>
+        <translation>Ein anderes Programm hat die Zwischenablage ersetzt. „Letztes Diktat kopieren“ im Menü des Symbols wählen.</translation>
+    </message>
+    <message>
+        <source>No window accepted the text. It is on the clipboard: paste it with %1.</source>
+        <translation>Kein Fenster hat den Text angenommen. Er ist in der Zwischenablage: mit %1 einfügen.</translation>
+    </message>
+    <message>
+        <source>disabled in the settings</source>
+        <translation>in den Einstellungen ausgeschaltet</translation>
+    </message>
+    <message>
+        <source>no model server is running on this machine</source>
+        <translation>auf diesem Rechner läuft kein Modellserver</translation>
+    </message>
+    <message>
+        <source>not checked yet</source>
+        <translation>noch nicht geprüft</translation>
+    </message>
+    <message>
+        <source>Part of the clipboard was lost: it held more than Talmo can keep. Copy it again if you need it.</source>
+        <translation>Ein Teil der Zwischenablage ging verloren: Sie enthielt mehr, als Talmo behalten kann. Bei Bedarf erneut kopieren.</translation>
+    </message>
+    <message>
+        <source>Part of the clipboard was lost: its application did not provide it in time. Copy it again if you need it.</source>
+        <translation>Ein Teil der Zwischenablage ging verloren: Die zugehörige Anwendung hat ihn nicht rechtzeitig geliefert. Bei Bedarf erneut kopieren.</translation>
+    </message>
+    <message>
+        <source>The built-in speech model is damaged. Reinstall the package pocketsphinx-en-us.</source>
+        <translation>Das eingebaute Erkennungsmodell ist beschädigt. Das Paket pocketsphinx-en-us neu installieren.</translation>
+    </message>
+    <message>
+        <source>The connection timed out.</source>
+        <translation>Zeitüberschreitung der Verbindung.</translation>
+    </message>
+    <message>
+        <source>Downloading: </source>
+        <translation>Wird heruntergeladen: </translation>
+    </message>
+    <message>
+        <source>Verifying</source>
+        <translation>Wird geprüft</translation>
+    </message>
+    <message>
+        <source>Unpacking</source>
+        <translation>Wird entpackt</translation>
+    </message>
+    <message>
+        <source>Testing</source>
+        <translation>Wird getestet</translation>
+    </message>
+    <message>
+        <source>Talmo cannot write to its folder for models. Check the folder&apos;s permissions.</source>
+        <translation>Talmo kann nicht in seinen Modellordner schreiben. Bitte die Zugriffsrechte des Ordners prüfen.</translation>
+    </message>
+    <message>
+        <source>Another model is being installed or removed. Try again when that has finished.</source>
+        <translation>Ein anderes Modell wird gerade installiert oder entfernt. Danach erneut versuchen.</translation>
+    </message>
+    <message>
+        <source>The server cannot resume this download; starting over.</source>
+        <translation>Der Server kann diesen Download nicht fortsetzen; er beginnt von vorn.</translation>
+    </message>
+    <message>
+        <source>The server resumed at the wrong offset.</source>
+        <translation>Der Server hat an der falschen Stelle fortgesetzt.</translation>
+    </message>
+    <message>
+        <source>The server sent more data than announced.</source>
+        <translation>Der Server hat mehr Daten gesendet als angekündigt.</translation>
+    </message>
+    <message>
+        <source>The connection closed before the download was complete.</source>
+        <translation>Die Verbindung wurde vor dem Ende des Downloads geschlossen.</translation>
+    </message>
+    <message>
+        <source>The speech model isn&apos;t installed. Install the package pocketsphinx-en-us.</source>
+        <translation>Das Erkennungsmodell ist nicht installiert. Das Paket pocketsphinx-en-us installieren.</translation>
+    </message>
+    <message>
+        <source>This speech model can no longer be used. Install it again.</source>
+        <translation>Dieses Erkennungsmodell ist nicht mehr verwendbar. Bitte neu installieren.</translation>
+    </message>
+    <message>
+        <source>Copy Last Dictation</source>
+        <translation>Letztes Diktat kopieren</translation>
+    </message>
+    <message>
+        <source>Restore Earlier Clipboard</source>
+        <translation>Frühere Zwischenablage wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Editing took longer than %1 seconds three times. A smaller model is faster, for example %2 (%3 MB, %4).</source>
+        <translation>Dreimal hat die Überarbeitung mehr als %1 Sekunden gebraucht. Ein kleineres Modell ist schneller, zum Beispiel %2 (%3 MB, %4).</translation>
+    </message>
+    <message>
+        <source>Editing took longer than %1 seconds three times. It is faster with a smaller model, or with AI cleanup turned off.</source>
+        <translation>Dreimal hat die Überarbeitung mehr als %1 Sekunden gebraucht. Mit einem kleineren Modell oder ausgeschalteter KI-Überarbeitung geht es schneller.</translation>
+    </message>
+    <message>
+        <source>%1: stop · Esc: discard</source>
+        <translation>%1: beenden · Esc: verwerfen</translation>
+    </message>
+    <message>
+        <source>%1: stop</source>
+        <translation>%1: beenden</translation>
+    </message>
+    <message>
+        <source>Esc: discard</source>
+        <translation>Esc: verwerfen</translation>
+    </message>
+    <message>
+        <source>Cancelled</source>
+        <translation>Verworfen</translation>
+    </message>
+    <message>
+        <source>Pause Talmo</source>
+        <translation>Talmo anhalten</translation>
+    </message>
+    <message>
+        <source>Resume Talmo</source>
+        <translation>Talmo fortsetzen</translation>
+    </message>
+    <message>
+        <source>Talmo is paused</source>
+        <translation>Talmo ist angehalten</translation>
+    </message>
+    <message>
+        <source>The key does nothing until you resume</source>
+        <translation>Die Taste bleibt bis zum Fortsetzen ohne Wirkung</translation>
+    </message>
+    <message>
+        <source>Dictating</source>
+        <translation>Diktieren</translation>
+    </message>
+    <message>
+        <source>Space between dictations</source>
+        <translation>Leerzeichen zwischen Diktaten</translation>
+    </message>
+    <message>
+        <source>Puts a space before a dictation that continues the last one: in the same window, with no key or click in between.</source>
+        <translation>Setzt ein Leerzeichen vor ein Diktat, welches das letzte fortsetzt: im selben Fenster, ohne Tastendruck oder Klick dazwischen.</translation>
+    </message>
+    <message>
+        <source>Sounds</source>
+        <translation>Klänge</translation>
+    </message>
+    <message>
+        <source>Plays a sound of the desktop when a recording starts, when it ends and when something goes wrong.</source>
+        <translation>Spielt einen Klang der Arbeitsumgebung, wenn eine Aufnahme beginnt, wenn sie endet und wenn etwas schiefgeht.</translation>
+    </message>
+    <message>
+        <source>Each is heard as well as written your way. If one is misheard, select it and write what it sounds like.</source>
+        <translation>Jedes Wort wird so geschrieben und auch so erkannt. Wird eines falsch verstanden: auswählen und eintragen, wie es klingt.</translation>
+    </message>
+    <message>
+        <source>Each is heard as well as written your way.</source>
+        <translation>Jedes Wort wird so geschrieben und auch so erkannt.</translation>
+    </message>
+    <message>
+        <source>Sounds like</source>
+        <translation>Klingt wie</translation>
+    </message>
+    <message>
+        <source>Used by the built-in recogniser</source>
+        <translation>Wird von der eingebauten Spracherkennung verwendet</translation>
+    </message>
+    <message>
+        <source>Needs AI cleanup with a language model. Without one, these words are left out and no list is made.</source>
+        <translation>Benötigt die KI-Überarbeitung mit einem Sprachmodell. Ohne Sprachmodell werden diese Wörter weggelassen und keine Liste erstellt.</translation>
+    </message>
+    <message>
+        <source>The last 50, in memory only: they are gone when Talmo ends or you switch this off. Nothing is kept that went into a field which reports itself as a password field.</source>
+        <translation>Die letzten 50, nur im Arbeitsspeicher: Sie verschwinden, wenn Talmo endet oder dies ausgeschaltet wird. Nicht behalten wird, was in ein Feld ging, das sich als Passwortfeld meldet.</translation>
+    </message>
+    <message>
+        <source>Keep a list of dictations</source>
+        <translation>Liste der Diktate behalten</translation>
+    </message>
+    <message>
+        <source>Dictations</source>
+        <translation>Diktate</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+    <message>
+        <source>Text files (*.txt);;All files (*)</source>
+        <translation>Textdateien (*.txt);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Import…</source>
+        <translation>Importieren …</translation>
+    </message>
+    <message>
+        <source>Export…</source>
+        <translation>Exportieren …</translation>
+    </message>
+    <message>
+        <source>Import Words</source>
+        <translation>Wörter importieren</translation>
+    </message>
+    <message>
+        <source>Export Words</source>
+        <translation>Wörter exportieren</translation>
+    </message>
+    <message>
+        <source>This file could not be read as text. Choose a text file with one word per line.</source>
+        <translation>Diese Datei konnte nicht als Text gelesen werden. Eine Textdatei mit einem Wort pro Zeile wählen.</translation>
+    </message>
+    <message>
+        <source>New words: %1</source>
+        <translation>Neue Wörter: %1</translation>
+    </message>
+    <message>
+        <source>The words could not be saved there. Choose another folder, or free some disk space.</source>
+        <translation>Die Wörter konnten dort nicht gespeichert werden. Einen anderen Ordner wählen oder Speicherplatz freigeben.</translation>
+    </message>
+    <message>
+        <source>Words saved: %1</source>
+        <translation>Gespeicherte Wörter: %1</translation>
+    </message>
+    <message>
+        <source>%1, sounds like %2</source>
+        <translation>%1, klingt wie %2</translation>
+    </message>
+    <message>
+        <source>Licences: %1</source>
+        <translation>Lizenzen: %1</translation>
+    </message>
+    <message>
+        <source>Talmo cannot use models of this kind: </source>
+        <translation>Talmo kann Modelle dieser Art nicht verwenden: </translation>
+    </message>
+    <message>
+        <source>These models need the library of sherpa-onnx, which is not where the settings say, or does not exist for this computer. Remove linux.neuralLibrary from Talmo&apos;s settings file to have it downloaded.</source>
+        <translation>Diese Modelle benötigen die Bibliothek von sherpa-onnx, die nicht dort ist, wo die Einstellungen angeben, oder für diesen Rechner nicht existiert. linux.neuralLibrary aus Talmos Einstellungsdatei entfernen, damit sie heruntergeladen wird.</translation>
+    </message>
+    <message>
+        <source>The server cannot be reached. Check the network connection, then try again; the download goes on where it stopped.</source>
+        <translation>Der Server ist nicht erreichbar. Die Netzwerkverbindung prüfen und erneut versuchen; der Download geht dort weiter, wo er aufgehört hat.</translation>
+    </message>
+    <message>
+        <source>The file on the server is not the one that Talmo knows; its maker has probably renewed it. Update Talmo, or accept the new file with this command: </source>
+        <translation>Die Datei auf dem Server ist nicht die, die Talmo kennt; vermutlich hat ihr Hersteller sie erneuert. Talmo aktualisieren oder die neue Datei mit diesem Befehl annehmen: </translation>
+    </message>
+    <message>
+        <source>This model is too slow for this computer: </source>
+        <translation>Dieses Modell ist für diesen Rechner zu langsam: </translation>
+    </message>
+    <message>
+        <source>There is not enough space on the disk. Free some, then try again: </source>
+        <translation>Auf der Festplatte ist nicht genug Platz. Platz freigeben und erneut versuchen: </translation>
+    </message>
+    <message>
+        <source>The download cannot be saved. Free some space on the disk, then try again: </source>
+        <translation>Der Download kann nicht gespeichert werden. Platz auf der Festplatte freigeben und erneut versuchen: </translation>
+    </message>
+    <message>
+        <source>This model needs a newer library than the installed one. Install the model again, and the library comes with it: </source>
+        <translation>Dieses Modell benötigt eine neuere Bibliothek als die installierte. Das Modell neu installieren; die Bibliothek kommt dann mit: </translation>
+    </message>
+    <message>
+        <source>Installing a recogniser…</source>
+        <translation>Spracherkennung wird installiert …</translation>
+    </message>
+    <message>
+        <source>Get better recognition</source>
+        <translation>Bessere Spracherkennung einrichten</translation>
+    </message>
+    <message>
+        <source>This speech model needs another one that detects speech. Install it again to get both.</source>
+        <translation>Dieses Erkennungsmodell benötigt ein weiteres, das Sprache von Stille unterscheidet. Neu installieren, um beide zu erhalten.</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+V</source>
+        <translation>Strg+Umschalt+V</translation>
+    </message>
+    <message>
+        <source>Shift+Insert</source>
+        <translation>Umschalt+Einfg</translation>
+    </message>
+    <message>
+        <source>Ctrl+V</source>
+        <translation>Strg+V</translation>
+    </message>
+    <message>
+        <source>Left Ctrl</source>
+        <translation>Strg links</translation>
+    </message>
+    <message>
+        <source>Right Ctrl</source>
+        <translation>Strg rechts</translation>
+    </message>
+    <message>
+        <source>Left Shift</source>
+        <translation>Umschalt links</translation>
+    </message>
+    <message>
+        <source>Right Shift</source>
+        <translation>Umschalt rechts</translation>
+    </message>
+    <message>
+        <source>Left Alt</source>
+        <translation>Alt links</translation>
+    </message>
+    <message>
+        <source>Right Alt</source>
+        <translation>Alt rechts</translation>
+    </message>
+    <message>
+        <source>AltGr</source>
+        <translation>AltGr</translation>
+    </message>
+    <message>
+        <source>Left Super</source>
+        <translation>Super links</translation>
+    </message>
+    <message>
+        <source>Right Super</source>
+        <translation>Super rechts</translation>
+    </message>
+    <message>
+        <source>Caps Lock</source>
+        <translation>Feststelltaste</translation>
+    </message>
+    <message>
+        <source>Scroll Lock</source>
+        <translation>Rollen</translation>
+    </message>
+    <message>
+        <source>Num Lock</source>
+        <translation>Num</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menü</translation>
+    </message>
+    <message>
+        <source>Print Screen</source>
+        <translation>Druck</translation>
+    </message>
+    <message>
+        <source>Fn</source>
+        <translation>Fn</translation>
+    </message>
+    <message>
+        <source>Copied: press %1</source>
+        <translation>Kopiert: %1 drücken</translation>
+    </message>
+    <message>
+        <source>Dictation key</source>
+        <translation>Diktiertaste</translation>
+    </message>
+    <message>
+        <source>This desktop may not tell Talmo about keys while a Wayland window is in front.</source>
+        <translation>Diese Arbeitsumgebung meldet Talmo Tasten möglicherweise nicht, während ein Wayland-Fenster vorn ist.</translation>
+    </message>
+    <message>
+        <source>Bind a key to “talmoctl toggle” in the desktop&apos;s keyboard settings.</source>
+        <translation>Belegen Sie in den Tastatureinstellungen der Arbeitsumgebung eine Taste mit „talmoctl toggle“.</translation>
+    </message>
+    <message>
+        <source>Inserting text</source>
+        <translation>Text einfügen</translation>
+    </message>
+    <message>
+        <source>This desktop does not let Talmo type into Wayland windows.</source>
+        <translation>Diese Arbeitsumgebung lässt Talmo nicht in Wayland-Fenster schreiben.</translation>
+    </message>
+    <message>
+        <source>After a dictation, paste the text with Ctrl+V.</source>
+        <translation>Fügen Sie den Text nach dem Diktat mit Strg+V ein.</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "Insertion/Pasteboard.h"
+
+#include <QTimer>
+
+#include <atomic>
+#include <functional>
+#include <optional>
+
+namespace talmo {
+
+/// The clipboard's content that was replaced by a text no program has read. It is kept until the text is read after
+/// all, or the user asks for it. The X session's thread only, except where noted.
+class EarlierContent {
+public:
+    using Content = QList<PasteboardRepresentation>;
+
+    /// `onTextRead` is called once the text has been read after all and its reader has been quiet for a moment.
+    explicit EarlierContent(std::function<void()> onTextRead);
+
+    /// Any thread.
+    bool isHeld() const { return m_isHeld.load(); }
+    const std::optional<Content> &content() const { return m_content; }
+    void keep(std::optional<Content> content);
+    void drop() { keep(std::nullopt); }
+
+    /// Call at each request for the text from the window that it was meant for; `wasRead`: its data has been sent.
+    void noteRequest(bool wasRead);
+    /// Such requests no longer count.
+    void forgetRequests();
+
+private:
+    std::function<void()> m_onTextRead;
+    std::optional<Content> m_content;
+    std::atomic<bool> m_isHeld = false;
+    bool m_wasTextRead = false;
+    QTimer m_timer;
+};
+
+} // namespace talmo
