@@ -122,11 +122,7 @@ class TalmoShell {
     WatchKeysAsync([names], invocation) {
         if (!this._isTalmo(invocation))
             return;
-        if (names.length > MOST_KEYS || !names.every(name => WATCHABLE.test(name))) {
-            invocation.return_dbus_error(`${ERROR}.InvalidArgs`, 'One of the keys types, or there are too many.');
-            return;
-        }
-        this._watchOnly([...new Set(names)]);
+        this._watchOnly([...new Set(names)].filter(name => WATCHABLE.test(name)).slice(0, MOST_KEYS));
         invocation.return_value(new GLib.Variant('(as)', [this._keys.map(key => key.name)]));
     }
 

@@ -1,8 +1,8 @@
 """A GNOME session without a screen: private buses, a mock of the login service, and GNOME Shell itself."""
+import json
 import os
 import re
 import subprocess
-import sys
 import time
 
 from gi.repository import Gio, GLib
@@ -117,7 +117,6 @@ class Session:
 
     def eval(self, code):
         """The value of JavaScript run in the shell."""
-        import json
         ok, value = self.tester.call("org.gnome.Shell", "/org/gnome/Shell", "org.gnome.Shell", "Eval",
                                      GLib.Variant("(s)", (code,)))
         if not ok:
@@ -152,10 +151,3 @@ class Session:
             except subprocess.TimeoutExpired:
                 process.kill()
                 process.wait()
-
-
-if __name__ == "__main__":
-    start = time.monotonic()
-    session = Session()
-    print(f"up after {time.monotonic() - start:.1f} s", session.eval("imports.misc.config.PACKAGE_VERSION"))
-    session.stop()

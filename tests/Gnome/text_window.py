@@ -44,6 +44,8 @@ def terminal():
     return view
 
 
+# The window's class, by which programs are known.
+GLib.set_prgname("org.gnome.Terminal" if sys.argv[1] == "terminal" else "talmo-text-window")
 window = Gtk.Window(title=sys.argv[1], default_width=500, default_height=200)
 window.add({"text": text_view, "password": password_entry, "terminal": terminal}[sys.argv[1]]())
 window.connect("focus-in-event", lambda *_: say(focus=True))

@@ -1,6 +1,7 @@
 #include "Base/Error.h"
 #include "Base/Log.h"
 #include "Platform/Desktop.h"
+#include "Platform/Linux/Gnome/GnomeDesktop.h"
 #include "Platform/Linux/Wayland/WaylandDesktop.h"
 #include "Platform/Linux/X11/X11Desktop.h"
 
@@ -33,9 +34,13 @@ void prepareDesktop()
 Desktop openDesktop(const DesktopOptions &options)
 {
     const auto wayland = WaylandSession::open();
-    Desktop desktop = openX11Desktop(options, wayland != nullptr);
+    const auto gnome = wayland ? GnomeShell::open(GnomeShell::NameWait::Queue) : nullptr;
+    Desktop desktop = openX11Desktop(options, wayland != nullptr, gnome);
     if (wayland) {
         useWayland(desktop, wayland, options);
+    }
+    if (gnome) {
+        useGnomeShell(desktop, gnome, options);
     }
     return desktop;
 }

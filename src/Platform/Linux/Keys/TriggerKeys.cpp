@@ -101,6 +101,15 @@ QList<quint32> suggestedTriggerKeys()
     return {XKB_KEY_F9, XKB_KEY_F8, XKB_KEY_F10, XKB_KEY_F7, XKB_KEY_Pause};
 }
 
+QStringList triggerKeyNames(const QStringList &names)
+{
+    QStringList keyNames;
+    for (const auto symbol : triggerKeySymbols(names)) {
+        keyNames.append(keyName(symbol));
+    }
+    return keyNames;
+}
+
 QString keyDisplayName(quint32 keySymbol)
 {
     for (const auto &[symbol, name] : knownNames) {

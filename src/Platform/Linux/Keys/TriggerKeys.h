@@ -26,6 +26,8 @@ QList<quint32> triggerKeySymbols(const QStringList &names);
 
 /// The name of a symbol as the settings file has it: "Control_R".
 QString keyName(quint32 keySymbol);
+/// Those of triggerKeySymbols().
+QStringList triggerKeyNames(const QStringList &names);
 /// The name on a key cap. User-visible texts mention the first trigger key.
 QString keyDisplayName(quint32 keySymbol);
 

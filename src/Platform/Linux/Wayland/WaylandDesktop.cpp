@@ -3,6 +3,7 @@
 #include "Base/Log.h"
 #include "Platform/Linux/Keys/TriggerKeys.h"
 #include "Platform/Linux/Session/ClipboardNotice.h"
+#include "Platform/Linux/Session/UnknownCursor.h"
 #include "Platform/Linux/Wayland/Clipboard/WaylandPasteboard.h"
 #include "Platform/Linux/Wayland/Keys/NoCancelKey.h"
 #include "Platform/Linux/Wayland/Keys/WaylandInputTrust.h"
@@ -10,7 +11,6 @@
 #include "Platform/Linux/Wayland/Sway/SwayEventMonitor.h"
 #include "Platform/Linux/Wayland/Windows/LayerPanelWindow.h"
 #include "Platform/Linux/Wayland/Windows/LayerSurface.h"
-#include "Platform/Linux/Wayland/Windows/UnknownCursor.h"
 #include "Platform/Linux/Wayland/Windows/WaylandFocusedField.h"
 
 #include <QGuiApplication>

@@ -40,7 +40,7 @@ void requireX11()
     const XConnection probe;
 }
 
-Desktop openX11Desktop(const DesktopOptions &options, bool isNested)
+Desktop openX11Desktop(const DesktopOptions &options, bool isNested, const std::shared_ptr<ShellPaster> &shell)
 {
     const auto session = XSession::open(isNested);
     const auto keys = triggerKeySymbols(options.hotkeys);
@@ -58,7 +58,7 @@ Desktop openX11Desktop(const DesktopOptions &options, bool isNested)
     desktop.cancelKey = std::make_shared<XCancelKey>(monitor);
     desktop.pasteboard = pasteboard;
     desktop.pasteWitness = pasteboard;
-    desktop.keyPoster = std::make_shared<XTestKeyEventPoster>(session, pasteboard->transaction());
+    desktop.keyPoster = std::make_shared<XTestKeyEventPoster>(session, pasteboard->transaction(), shell);
     desktop.inputTrust = std::make_shared<XInputTrust>(session, monitor);
     desktop.focusedField = std::make_shared<AtSpiFocusedField>(session);
     desktop.cursorWatch = std::make_shared<XCursorWatch>(monitor);

@@ -8,13 +8,13 @@
 
 namespace talmo {
 
-Pasting openX11Pasting(bool isNested)
+Pasting openX11Pasting(bool isNested, const std::shared_ptr<ShellPaster> &shell)
 {
     const auto session = XSession::open(isNested);
     const auto pasteboard = std::make_shared<XcbPasteboard>(session);
     return {pasteboard,
             pasteboard,
-            std::make_shared<XTestKeyEventPoster>(session, pasteboard->transaction()),
+            std::make_shared<XTestKeyEventPoster>(session, pasteboard->transaction(), shell),
             std::make_shared<XInputTrust>(session, nullptr),
             std::make_shared<AtSpiFocusedField>(session),
             [pasteboard] { return pasteboard->shutDown(); },

@@ -22,9 +22,11 @@ constexpr auto longestWait = 250ms;
 } // namespace
 
 XTestKeyEventPoster::XTestKeyEventPoster(std::shared_ptr<XSession> session,
-                                         std::shared_ptr<PasteTransaction> transaction)
+                                         std::shared_ptr<PasteTransaction> transaction,
+                                         std::shared_ptr<ShellPaster> shell)
     : m_session(std::move(session)),
-      m_transaction(std::move(transaction))
+      m_transaction(std::move(transaction)),
+      m_shell(std::move(shell))
 {
 }
 
@@ -44,9 +46,52 @@ void XTestKeyEventPoster::post(const KeyEvent &event)
     if (!event.isDown) {
         return; // The whole shortcut was sent with the key press.
     }
-    m_session->executor().post([session = m_session.get(), transaction = m_transaction] {
-        postOnceFree(session, transaction, longestWait / pause);
+    m_session->executor().post([session = m_session.get(), transaction = m_transaction, shell = m_shell] {
+        if (shell && shell->isAvailable() && frontWindow(*session).window == XCB_NONE) {
+            startByShell(session, transaction, shell, longestWait / pause);
+        } else {
+            postOnceFree(session, transaction, longestWait / pause);
+        }
     });
+}
+
+void XTestKeyEventPoster::startByShell(XSession *session, std::shared_ptr<PasteTransaction> transaction,
+                                       std::shared_ptr<ShellPaster> shell, int tries)
+{
+    session->executor().run<void>(
+        [session, transaction, shell, tries] { return postByShell(session, transaction, shell, tries); });
+}
+
+/// While a window is closed, no other one has the focus for a moment.
+QCoro::Task<void> XTestKeyEventPoster::postByShell(XSession *session, std::shared_ptr<PasteTransaction> transaction,
+                                                   std::shared_ptr<ShellPaster> shell, int tries)
+{
+    const auto asked = shell->front();
+    const auto front = co_await asked;
+    if (frontWindow(*session).window != XCB_NONE) {
+        postOnceFree(session, transaction, tries); // A window of the server came to the front in the meantime.
+        co_return;
+    }
+    if (front.window == 0 && tries > 0) {
+        QTimer::singleShot(pause, session->executor().context(), [session, transaction, shell, tries] {
+            startByShell(session, transaction, shell, tries - 1);
+        });
+        co_return;
+    }
+    auto target = front.window == 0 ? FrontWindow() : windowBeyondServer(*session);
+    target.style = front.style;
+    target.isImporter = front.isImporter;
+    if (!transaction->chooseTarget(target)) {
+        co_return;
+    }
+    // Before the shell is asked: the program may read the text before the shell's answer arrives.
+    transaction->notePosted(target);
+    const auto pressed = shell->press(front.window, front.style);
+    const auto outcome = co_await pressed;
+    if (outcome != PasteReceipt::Outcome::Taken) {
+        transaction->refuse(outcome);
+    }
+    session->flush();
 }
 
 /// Posts the shortcut when a window has the keyboard for itself: menus and window switchers grab it for a moment, and

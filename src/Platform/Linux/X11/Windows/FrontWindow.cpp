@@ -123,6 +123,16 @@ FrontWindow frontWindow(XSession &session)
     return front;
 }
 
+FrontWindow windowBeyondServer(XSession &session)
+{
+    auto &connection = session.connection();
+    FrontWindow front;
+    front.window = numberAt(connection, connection.root(), "_NET_SUPPORTING_WM_CHECK");
+    front.topLevel = front.window;
+    front.client = front.window == XCB_NONE ? 0 : connection.clientOf(front.window);
+    return front;
+}
+
 bool isKeyboardGrabbed(XSession &session)
 {
     // An unmapped window cannot grab, so this only queries the state.

@@ -23,6 +23,10 @@ struct FrontWindow {
 
 FrontWindow frontWindow(XSession &session);
 
+/// Stands for a window of the session that the server is nested in: its program reads the clipboard through the window
+/// manager, which bridges it.
+FrontWindow windowBeyondServer(XSession &session);
+
 /// Whether another client receives all keys, whichever window has the focus: a screen locker or an open menu.
 bool isKeyboardGrabbed(XSession &session);
 

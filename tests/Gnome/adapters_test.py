@@ -1,0 +1,129 @@
+"""Talmo's own programs in a GNOME session. Started by ./run, after a build."""
+import os
+import signal
+import subprocess
+import sys
+import time
+import unittest
+
+from gi.repository import GLib
+
+from gnome_test import GnomeTest
+from session import wait_until
+
+PROGRAMS = os.environ.get("TALMO_BIN", "")
+
+
+@unittest.skipUnless(os.path.exists(f"{PROGRAMS}/GnomeTests"), "GnomeTests is not built")
+class AdaptersTest(GnomeTest):
+    def test_adapters_in_cpp(self):
+        environment = dict(self.session.environment, TALMO_GNOME_SESSION="1", QT_QPA_PLATFORM="offscreen",
+                           GDK_BACKEND="wayland")
+        program = subprocess.Popen([f"{PROGRAMS}/GnomeTests"], env=environment, stdout=sys.stderr)
+        self.addCleanup(program.kill)
+        self.assertEqual(program.wait(120), 0)
+
+
+@unittest.skipUnless(os.path.exists(f"{PROGRAMS}/talmoctl"), "talmoctl is not built")
+class InsertionTest(GnomeTest):
+    def insert(self, text):
+        """Starts talmoctl insert."""
+        program = subprocess.Popen([f"{PROGRAMS}/talmoctl", "insert"], env=self.session.environment, text=True,
+                                   stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        self.addCleanup(program.kill)
+        program.stdin.write(text)
+        program.stdin.close()
+        return program
+
+    def wait_for_earlier_clipboard(self):
+        """talmoctl restores it in the background, once nobody has read the text for a while. Asking is reading, too."""
+        for _attempt in range(10):
+            next_look = time.monotonic() + 0.4
+            wait_until(lambda: time.monotonic() > next_look, "the next look")
+            if self.copied() == "earlier":
+                return
+        self.fail(f"on the clipboard: {self.copied()}")
+
+    def result(self, program):
+        wait_until(lambda: program.poll() is not None, "the end of talmoctl", 20)
+        output = program.stdout.read() + program.stderr.read()
+        program.stdout.close()
+        program.stderr.close()
+        return program.returncode, output
+
+    def test_inserts_into_wayland_window_and_restores_clipboard(self):
+        window = self.window()
+        self.copy("earlier")
+        status, output = self.result(self.insert("Zwölf ✓"))
+        self.assertEqual((status, output), (0, ""))
+        window.wait_for_text("Zwölf ✓")
+        self.wait_for_earlier_clipboard()
+        self.assertNotIn({"focus": False}, window.read())
+
+    def test_inserts_into_terminal(self):
+        window = self.window("terminal")
+        self.copy("earlier")
+        self.assertEqual(self.result(self.insert("ls")), (0, ""))
+        window.wait_for_text("ls")
+        self.wait_for_earlier_clipboard()
+
+    def test_inserts_into_x_window(self):
+        window = self.window(backend="x11")
+        self.copy("earlier")
+        self.assertEqual(self.result(self.insert("over X")), (0, ""))
+        window.wait_for_text("over X")
+        self.wait_for_earlier_clipboard()
+
+    def test_inserts_ten_times_in_a_row(self):
+        window = self.window()
+        self.copy("earlier")
+        for number in range(10):
+            self.assertEqual(self.result(self.insert(f"{number} ")), (0, ""))
+        window.wait_for_text("0 1 2 3 4 5 6 7 8 9 ")
+        self.wait_for_earlier_clipboard()
+
+    def test_frozen_window_gets_text_and_not_earlier_clipboard(self):
+        window = self.window()
+        self.copy("earlier")
+        os.kill(window.process, signal.SIGSTOP)
+        GLib.timeout_add(400, lambda: os.kill(window.process, signal.SIGCONT))
+        self.assertEqual(self.result(self.insert("right")), (0, ""))
+        window.wait_for_text("right")
+        self.wait_for_earlier_clipboard()
+
+    def test_says_so_if_no_window_has_focus(self):
+        status, output = self.result(self.insert("nowhere"))
+        self.assertNotEqual((status, output), (0, ""))
+        self.assertIn("clipboard", output)
+
+    def test_says_so_without_extension(self):
+        window = self.window()
+        self.extensions("DisableExtension")
+        program = self.insert("by hand")
+        wait_until(lambda: self.copied() == "by hand", "the text on the clipboard")
+        program.terminate()
+        _status, output = self.result(program)
+        self.assertIn("Ctrl+V", output)
+        self.assertEqual(window.keys(), [])
+
+
+@unittest.skipUnless(os.path.exists(f"{PROGRAMS}/talmo"), "talmo is not built")
+class ProgramTest(GnomeTest):
+    def test_talmo_watches_key_and_releases_it_at_end(self):
+        window = self.window()
+        program = subprocess.Popen([f"{PROGRAMS}/talmo"], env=self.session.environment, stdout=subprocess.PIPE,
+                                   stderr=subprocess.STDOUT)
+        self.addCleanup(program.stdout.close)
+        self.addCleanup(program.kill)
+
+        def reaches(key):
+            before = len(window.keys())
+            self.session.tap("right ctrl")
+            self.session.tap("a")
+            wait_until(lambda: "a" in window.keys()[before:], "the next key")
+            return key in window.keys()[before:]
+
+        wait_until(lambda: not reaches("Control_R"), "the key to be watched", 20)
+        program.terminate()
+        self.assertEqual(program.wait(10), 0)
+        wait_until(lambda: reaches("Control_R"), "the key to be free")
