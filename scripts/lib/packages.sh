@@ -1,11 +1,13 @@
-# The Debian 12 packages that Talmo needs. Sourced by the other scripts, so that there is a single list.
+# The Debian 12 packages that Talmo needs. Sourced by the other scripts, so that there is a single list. The names are the
+# same in Debian 13. In Ubuntu 24.04 they ought to be: not tried; scripts/fresh noble tries them.
 
 build_packages=(
   ca-certificates
   g++ cmake ninja-build pkg-config ccache
   qt6-base-dev qt6-svg-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools libgl-dev qcoro-qt6-dev
   libglib2.0-dev libxkbcommon-dev libsndfile1-dev
-  libarchive-dev libfftw3-dev libpulse-dev libcanberra-dev libspeexdsp-dev libwebrtc-audio-processing-dev libpocketsphinx-dev libsphinxbase-dev flite1-dev
+  libarchive-dev libfftw3-dev libpulse-dev libcanberra-dev libspeexdsp-dev libwebrtc-audio-processing-dev
+  libpocketsphinx-dev libsphinxbase-dev flite1-dev
   libxcb1-dev libxcb-res0-dev libxcb-xinput-dev libxcb-xtest0-dev
 )
 # To run Talmo on an existing desktop.
@@ -19,8 +21,8 @@ demo_packages=(
 # The programs that the tests use, and the tools of CI.
 test_packages=(
   libgtest-dev libgmock-dev libgtk-3-dev libsm-dev libice-dev xterm xfonts-base xclip x11-xkb-utils
-  desktop-file-utils python3 mandoc iproute2 python3-onnx dbus-daemon openssl strace fonts-noto-color-emoji x11-xserver-utils
-  at-spi2-core copyq
+  desktop-file-utils python3 mandoc iproute2 python3-onnx dbus-daemon openssl strace fonts-noto-color-emoji
+  x11-xserver-utils at-spi2-core copyq
 )
 # More synthetic voices, and recordings of people.
 accuracy_packages=(
