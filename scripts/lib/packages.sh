@@ -1,11 +1,13 @@
-# The Debian 12 packages that Talmo needs. Sourced by the other scripts, so that there is a single list.
+# The Debian 12 packages that Talmo needs. Sourced by the other scripts, so that there is a single list. The names are the
+# same in Debian 13. In Ubuntu 24.04 they ought to be: not tried; scripts/fresh noble tries them.
 
 build_packages=(
   ca-certificates
   g++ cmake ninja-build pkg-config ccache
   qt6-base-dev qt6-svg-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools libgl-dev qcoro-qt6-dev
   libglib2.0-dev libxkbcommon-dev libsndfile1-dev
-  libarchive-dev libfftw3-dev libpulse-dev libcanberra-dev libspeexdsp-dev libwebrtc-audio-processing-dev libpocketsphinx-dev libsphinxbase-dev flite1-dev
+  libarchive-dev libfftw3-dev libpulse-dev libcanberra-dev libspeexdsp-dev libwebrtc-audio-processing-dev
+  libpocketsphinx-dev libsphinxbase-dev flite1-dev
   libxcb1-dev libxcb-res0-dev libxcb-xinput-dev libxcb-xtest0-dev
   libwayland-dev libwayland-bin wayland-protocols plasma-wayland-protocols
 )

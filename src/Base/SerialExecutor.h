@@ -8,9 +8,11 @@
 #include <QFuture>
 #include <QString>
 
+#include <exception>
 #include <functional>
 #include <memory>
 #include <type_traits>
+#include <utility>
 
 class QObject;
 class QThread;
@@ -80,15 +82,20 @@ private:
     static QCoro::Task<void> drive(std::function<QCoro::Task<Value>()> makeTask,
                                    std::shared_ptr<Completion<Value>> completion)
     {
+        std::exception_ptr failure;
         try {
             if constexpr (std::is_void_v<Value>) {
                 co_await makeTask();
                 completion->finish();
             } else {
-                completion->finish(co_await makeTask());
+                Value value = co_await makeTask();
+                completion->finish(std::move(value));
             }
         } catch (...) {
-            completion->fail(std::current_exception());
+            failure = std::current_exception();
+        }
+        if (failure) {
+            completion->fail(failure);
         }
     }
 

@@ -3,13 +3,13 @@
 #include "Cleanup/CleanupInstructions.h"
 #include "SpokenText.h"
 #include "Support/Printing.h"
+#include "Support/ProgramRun.h"
 #include "Support/TestModelServer.h"
 
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
@@ -24,11 +24,7 @@ using testing::HasSubstr;
 
 const QString program = QStringLiteral(TALMO_BIN "/talmoctl");
 
-struct Result {
-    int status = -1;
-    std::string output;
-    std::string errors;
-};
+using Result = ProgramRun::Result;
 
 class TalmoctlTest : public testing::Test {
 protected:
@@ -58,15 +54,10 @@ protected:
     }
     Result run(const QString &command, const QStringList &arguments, const QByteArray &input = {}) const
     {
-        QProcess process;
-        process.setProcessEnvironment(environment);
-        process.start(command, arguments);
-        process.write(input);
-        process.closeWriteChannel();
-        EXPECT_TRUE(testbed::waitUntil([&process] { return process.state() == QProcess::NotRunning; },
-                                       std::chrono::seconds(50)));
-        return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-                process.readAllStandardOutput().toStdString(), process.readAllStandardError().toStdString()};
+        ProgramRun running(environment, command, arguments);
+        running.type(input);
+        running.endInput();
+        return running.result();
     }
     Result talmoctl(const QStringList &arguments, const QByteArray &input = {}) const
     {

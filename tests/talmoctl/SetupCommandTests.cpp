@@ -2,6 +2,7 @@
 // without trained models.
 
 #include "Support/Printing.h"
+#include "Support/ProgramRun.h"
 #include "Support/TestFileServer.h"
 #include "Support/ToyArchives.h"
 
@@ -11,7 +12,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
@@ -29,11 +29,7 @@ using testing::Not;
 
 const QString program = QStringLiteral(TALMO_BIN "/talmoctl");
 
-struct Result {
-    int status = -1;
-    std::string output;
-    std::string errors;
-};
+using Result = ProgramRun::Result;
 
 /// A user with nothing installed, and a server with a library and models.
 class SetupTest : public testing::Test {
@@ -84,32 +80,18 @@ protected:
         ASSERT_TRUE(file.open(QFile::WriteOnly));
         file.write(QJsonDocument(QJsonObject{{u"models"_s, models}, {u"components"_s, QJsonArray{library}}}).toJson());
     }
-    void begin(QProcess &process, const QString &command, const QStringList &arguments) const
-    {
-        process.setProcessEnvironment(environment);
-        process.start(command, arguments);
-    }
-    static Result end(QProcess &process)
-    {
-        EXPECT_TRUE(testbed::waitUntil([&process] { return process.state() == QProcess::NotRunning; },
-                                       std::chrono::seconds(50)));
-        return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-                process.readAllStandardOutput().toStdString(), process.readAllStandardError().toStdString()};
-    }
     Result talmoctl(const QStringList &arguments) const
     {
-        QProcess process;
-        begin(process, program, arguments);
-        process.closeWriteChannel();
-        return end(process);
+        ProgramRun run(environment, program, arguments);
+        run.endInput();
+        return run.result();
     }
     /// With a terminal, on which the user types this.
     Result talmoctlOnTerminal(const QString &command, const QByteArray &typed) const
     {
-        QProcess process;
-        begin(process, u"script"_s, {u"-qec"_s, program + u' ' + command, u"/dev/null"_s});
-        process.write(typed);
-        return end(process);
+        ProgramRun run(environment, u"script"_s, {u"-qec"_s, program + u' ' + command, u"/dev/null"_s});
+        run.type(typed);
+        return run.result();
     }
     bool isInstalled(const QString &name) const { return QDir(home.filePath(u"data/talmo/models/"_s + name)).exists(); }
 
@@ -179,13 +161,12 @@ TEST_F(SetupTest, installsOnlyWhatIsMissing)
 TEST_F(SetupTest, interruptKeepsWhatWasDownloaded)
 {
     setCatalogue({model(u"toy"_s, u"/toy.tar.gz?stall=100"_s)});
-    QProcess process;
-    begin(process, program, {u"setup"_s, u"--yes"_s});
+    ProgramRun run(environment, program, {u"setup"_s, u"--yes"_s});
     ASSERT_TRUE(server->waitForRequests(2));
     const QString part = home.filePath(u"data/talmo/models/.toy.part"_s);
     ASSERT_TRUE(testbed::waitUntil([&part] { return QFile(part).size() == 100; }, std::chrono::seconds(15)));
-    ASSERT_EQ(::kill(static_cast<pid_t>(process.processId()), SIGINT), 0);
-    const auto cancelled = end(process);
+    ASSERT_EQ(::kill(static_cast<pid_t>(run.processId()), SIGINT), 0);
+    const auto cancelled = run.result();
     EXPECT_EQ(cancelled.status, 130);
     EXPECT_THAT(cancelled.errors, HasSubstr("what has been downloaded is kept"));
     EXPECT_EQ(talmoctl({u"setup"_s, u"--yes"_s}).status, 0);

@@ -9,7 +9,7 @@
 extern "C" {
 #include <flite/cst_lexicon.h>
 #include <flite/cst_val.h>
-cst_lexicon *cmu_lex_init(void);
+cst_lexicon *cmu_lex_init(void); // NOLINT(readability-identifier-naming)
 }
 
 namespace talmo {

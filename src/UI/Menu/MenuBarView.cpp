@@ -33,7 +33,7 @@ QColor primary(const QPalette &palette)
 MenuBarView::MenuBarView(ViewContext context, std::function<void(MenuAction)> perform)
     : m_context(std::move(context)),
       m_perform(std::move(perform)),
-      m_watcher({m_context.coordinator, m_context.pause.get(), m_context.recogniser.get()}, [this] { reread(); })
+      m_watcher({m_context.coordinator, m_context.pause.get(), m_context.recogniser.get()}, [this] { reread(); }, this)
 {
     setAccessibleName(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Talmo")));
     auto *layout = new QVBoxLayout(this);

@@ -73,10 +73,10 @@ OverlayContents OverlayContents::make(const TalmoState &state, const QString &li
 RecordingOverlay::RecordingOverlay(const TalmoCoordinator &coordinator, std::shared_ptr<DictationNotice> notice)
     : m_coordinator(coordinator),
       m_notice(std::move(notice)),
-      m_watcher(coordinator, [this] { reread(); })
+      m_watcher(coordinator, [this] { reread(); }, this)
 {
     if (m_notice) {
-        m_noticeWatcher = std::make_unique<ChangeWatcher>(*m_notice, [this] { reread(); });
+        m_noticeWatcher = std::make_unique<ChangeWatcher>(*m_notice, [this] { reread(); }, this);
     }
     setFocusPolicy(Qt::NoFocus);
     reread();

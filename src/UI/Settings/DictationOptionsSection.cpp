@@ -11,7 +11,7 @@ namespace talmo {
 
 DictationOptionsSection::DictationOptionsSection(std::shared_ptr<DictationOptions> options)
     : m_options(std::move(options)),
-      m_watcher(*m_options, [this] { reread(); })
+      m_watcher(*m_options, [this] { reread(); }, this)
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

@@ -76,7 +76,7 @@ qsizetype placeOf(const QStringList &words, const QString &word, qsizetype equal
 
 DictionarySettingsTab::DictionarySettingsTab(ViewContext context)
     : m_context(std::move(context)),
-      m_watcher(*m_context.coordinator, [this] { reread(); })
+      m_watcher(*m_context.coordinator, [this] { reread(); }, this)
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

@@ -62,7 +62,7 @@ void setChecked(QCheckBox &toggle, bool isChecked)
 
 GeneralSettingsTab::GeneralSettingsTab(ViewContext context)
     : m_context(std::move(context)),
-      m_watcher(*m_context.coordinator, [this] { reread(); })
+      m_watcher(*m_context.coordinator, [this] { reread(); }, this)
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

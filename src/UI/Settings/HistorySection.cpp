@@ -37,8 +37,9 @@ HistorySection::HistorySection(std::shared_ptr<DictationOptions> options, std::s
     : m_options(std::move(options)),
       m_history(std::move(history)),
       m_recovery(std::move(recovery)),
-      m_optionsWatcher(*m_options, [this] { reread(); }),
-      m_historyWatcher(*m_history, [this] { reread(); })
+      m_optionsWatcher(
+          *m_options, [this] { reread(); }, this),
+      m_historyWatcher(*m_history, [this] { reread(); }, this)
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

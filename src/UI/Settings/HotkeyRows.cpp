@@ -28,7 +28,7 @@ const char *const capturingHelp = QT_TRANSLATE_NOOP("Talmo", "Press the key now.
 
 HotkeyRows::HotkeyRows(std::shared_ptr<HotkeySettings> settings)
     : m_settings(std::move(settings)),
-      m_watcher(*m_settings, [this] { reread(); })
+      m_watcher(*m_settings, [this] { reread(); }, this)
 {
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);

@@ -18,7 +18,7 @@ namespace talmo {
 
 LanguageSection::LanguageSection(std::shared_ptr<LanguageSettings> settings)
     : m_settings(std::move(settings)),
-      m_watcher(*m_settings, [this] { reread(); })
+      m_watcher(*m_settings, [this] { reread(); }, this)
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

@@ -33,7 +33,7 @@ const char *const whileShownCaption =
 MicrophoneSection::MicrophoneSection(std::shared_ptr<MicrophoneSettings> settings, Listening listening)
     : m_settings(std::move(settings)),
       m_listening(listening),
-      m_watcher(*m_settings, [this] { reread(); })
+      m_watcher(*m_settings, [this] { reread(); }, this)
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

@@ -35,7 +35,7 @@ const char *const passwordFieldsCaption = QT_TRANSLATE_NOOP(
 
 PrivacySettingsTab::PrivacySettingsTab(ViewContext context)
     : m_context(std::move(context)),
-      m_watcher(*m_context.coordinator, [this] { reread(); })
+      m_watcher(*m_context.coordinator, [this] { reread(); }, this)
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

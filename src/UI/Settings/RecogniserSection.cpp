@@ -50,7 +50,7 @@ void fill(QComboBox &picker, const QList<RecogniserSettings::Choice> &entries, c
 
 RecogniserSection::RecogniserSection(std::shared_ptr<RecogniserSettings> settings)
     : m_settings(std::move(settings)),
-      m_watcher(*m_settings, [this] { reread(); })
+      m_watcher(*m_settings, [this] { reread(); }, this)
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

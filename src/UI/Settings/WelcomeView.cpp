@@ -42,7 +42,7 @@ const char *const whereItIs = QT_TRANSLATE_NOOP(
 WelcomeView::WelcomeView(const ViewContext &context, std::function<void()> done)
     : m_context(context),
       m_done(std::move(done)),
-      m_watcher({m_context.coordinator, m_context.recogniser.get()}, [this] { reread(); })
+      m_watcher({m_context.coordinator, m_context.recogniser.get()}, [this] { reread(); }, this)
 {
     auto *inner = m_page = new QWidget;
     auto *page = new QVBoxLayout(inner);
