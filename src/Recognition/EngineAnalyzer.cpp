@@ -197,22 +197,25 @@ QFuture<void> EngineAnalyzer::Recognition::finalise()
 QCoro::Task<void> EngineAnalyzer::Recognition::watch(std::weak_ptr<Recognition> weakSelf, std::shared_ptr<Clock> clock,
                                                      std::shared_ptr<Completion<void>> finalised, std::stop_token stop)
 {
-    while (!finalised->isDone()) {
-        Instant progress;
+    // The clock goes on while the machine is suspended, and the recogniser does not. So a look counts for no more than
+    // the time that it was meant to wait, however late it comes.
+    std::optional<Instant> seen;
+    Duration standstill{};
+    while (!finalised->isDone() && standstill < longestStandstill) {
         if (const auto self = weakSelf.lock()) {
-            progress = self->m_progress;
+            if (const Instant progress = self->m_progress; progress != seen) {
+                seen = progress;
+                standstill = Duration::zero();
+            }
         } else {
             co_return;
         }
-        const Duration left = progress + longestStandstill - clock->now();
-        if (left <= Duration::zero()) {
-            break;
-        }
-        const auto waiting = clock->sleep(left, stop);
+        const auto waiting = clock->sleep(watchInterval, stop);
         const bool isDue = co_await hasElapsed(waiting);
         if (!isDue) {
             co_return;
         }
+        standstill += watchInterval;
     }
     const auto self = weakSelf.lock();
     if (!self || finalised->isDone()) {

@@ -16,6 +16,8 @@ class EngineAnalyzer final : public SpeechAnalyzer {
 public:
     /// No model takes longer to load, and no engine longer over a buffer, unless something is wrong.
     static constexpr Duration longestStandstill = std::chrono::seconds(30);
+    /// How exactly that is measured.
+    static constexpr Duration watchInterval = std::chrono::seconds(1);
 
     using Results = AsyncStream<SpeechResult>::Continuation;
 

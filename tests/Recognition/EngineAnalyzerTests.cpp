@@ -161,6 +161,22 @@ TEST_F(EngineAnalyzerTest, progressExtendsTimeout)
     EXPECT_EQ(engine.clock->sleeperCount(), 0U);
 }
 
+TEST_F(EngineAnalyzerTest, suspendedMachineIsNoStandstill)
+{
+    const auto analyzer = makeAnalyzer(thread);
+    analyzer->start(input.first, {});
+    speak(2);
+    settle();
+    const auto finalised = analyzer->finalizeAndFinishThroughEndOfInput();
+    engine.clock->advance(standstill / 2);
+    engine.clock->suspend(std::chrono::hours(8));
+    EXPECT_EQ(outcome(finalised), u"waits"_s);
+    input.second.finish();
+    settle();
+    EXPECT_EQ(outcome(finalised), u"done"_s);
+    EXPECT_EQ(results(), u"word word end"_s);
+}
+
 TEST_F(EngineAnalyzerTest, finalisingWithoutStartCompletes)
 {
     const auto analyzer = makeAnalyzer(thread);

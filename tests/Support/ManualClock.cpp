@@ -43,6 +43,12 @@ std::shared_ptr<ManualClock::Sleeper> ManualClock::takeNextDue(Instant until)
     return sleeper;
 }
 
+void ManualClock::suspend(Duration duration)
+{
+    m_now += duration;
+    advance(Duration::zero());
+}
+
 std::size_t ManualClock::sleeperCount() const
 {
     return static_cast<std::size_t>(std::count_if(m_sleepers.begin(), m_sleepers.end(),

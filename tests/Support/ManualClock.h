@@ -19,6 +19,8 @@ public:
 
     /// Advances time, running the event loop after each sleep that becomes due.
     void advance(Duration duration);
+    /// The machine sleeps: nothing is due before the end of it.
+    void suspend(Duration duration);
 
     /// The number of sleeps that are neither due nor cancelled.
     std::size_t sleeperCount() const;
