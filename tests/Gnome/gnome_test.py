@@ -1,4 +1,5 @@
 """What the tests in a GNOME session share."""
+import atexit
 import json
 import os
 import sys
@@ -55,7 +56,7 @@ class GnomeTest(unittest.TestCase):
         if GnomeTest.session is None:
             start = time.monotonic()
             GnomeTest.session = Session()
-            unittest.addModuleCleanup(GnomeTest.session.stop)
+            atexit.register(GnomeTest.session.stop)
             print(f"GNOME Shell {cls.session.eval('imports.misc.config.PACKAGE_VERSION')}, "
                   f"up after {time.monotonic() - start:.1f} s", file=sys.stderr)
 
