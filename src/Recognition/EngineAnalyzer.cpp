@@ -199,23 +199,21 @@ QCoro::Task<void> EngineAnalyzer::Recognition::watch(std::weak_ptr<Recognition> 
 {
     // The clock goes on while the machine is suspended, and the recogniser does not. So a look counts for no more than
     // the time that it was meant to wait, however late it comes.
-    std::optional<Instant> seen;
+    Instant seen{};
+    if (const auto self = weakSelf.lock()) {
+        seen = self->m_progress;
+    }
     Duration standstill{};
     while (!finalised->isDone() && standstill < longestStandstill) {
-        if (const auto self = weakSelf.lock()) {
-            if (const Instant progress = self->m_progress; progress != seen) {
-                seen = progress;
-                standstill = Duration::zero();
-            }
-        } else {
-            co_return;
-        }
         const auto waiting = clock->sleep(watchInterval, stop);
         const bool isDue = co_await hasElapsed(waiting);
-        if (!isDue) {
+        const auto self = weakSelf.lock();
+        if (!isDue || !self) {
             co_return;
         }
-        standstill += watchInterval;
+        const Instant progress = self->m_progress;
+        standstill = progress == seen ? standstill + watchInterval : Duration::zero();
+        seen = progress;
     }
     const auto self = weakSelf.lock();
     if (!self || finalised->isDone()) {

@@ -218,7 +218,8 @@ def main():
         with changed:
             behaviour.update(json.loads(line))
             changed.notify_all()
-        print("behaving", flush=True)
+        sys.stdout.write("behaving\n")  # In one piece: other threads write as well.
+        sys.stdout.flush()
 
 
 main()

@@ -51,11 +51,13 @@ TEST(TriggerKeys, keepsNamesThatCannotBeUsedForTheUser)
 
 TEST(TriggerKeys, sharesModifiersAndLocksOnly)
 {
-    for (const quint32 shared : {XKB_KEY_Control_R, XKB_KEY_Super_L, XKB_KEY_ISO_Level3_Shift, XKB_KEY_Caps_Lock,
-                                 XKB_KEY_Scroll_Lock, XKB_KEY_Shift_L, XKB_KEY_Hyper_R}) {
+    for (const quint32 shared :
+         std::initializer_list<quint32>{XKB_KEY_Control_R, XKB_KEY_Super_L, XKB_KEY_ISO_Level3_Shift, XKB_KEY_Caps_Lock,
+                                        XKB_KEY_Scroll_Lock, XKB_KEY_Shift_L, XKB_KEY_Hyper_R}) {
         EXPECT_TRUE(isModifierKey(shared)) << keyName(shared).toStdString();
     }
-    for (const quint32 kept : {XKB_KEY_F5, XKB_KEY_Pause, XKB_KEY_Menu, XKB_KEY_XF86WakeUp, XKB_KEY_Print}) {
+    for (const quint32 kept :
+         std::initializer_list<quint32>{XKB_KEY_F5, XKB_KEY_Pause, XKB_KEY_Menu, XKB_KEY_XF86WakeUp, XKB_KEY_Print}) {
         EXPECT_FALSE(isModifierKey(kept)) << keyName(kept).toStdString();
     }
 }

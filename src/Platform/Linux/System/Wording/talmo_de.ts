@@ -93,7 +93,7 @@
     </message>
     <message>
         <source>Hold fn to record and release to insert, or double-tap fn for hands-free recording (press fn again to stop). Works even when Talmo isn&apos;t the frontmost app. Requires &quot;Press 🌐 key to: Do Nothing&quot; in System Settings &gt; Keyboard, so macOS&apos;s own Globe-key action doesn&apos;t also fire. Not yet configurable in this MVP.</source>
-        <translation>%1 zum Aufnehmen gedrückt halten und zum Einfügen loslassen, oder %1 zweimal kurz drücken, um freihändig aufzunehmen (zum Beenden erneut %1 drücken). Funktioniert auch, wenn Talmo nicht im Vordergrund ist. Für andere Tasten „linux.standInKeys“ in Talmos Einstellungsdatei setzen.</translation>
+        <translation>%1 zum Aufnehmen gedrückt halten und zum Einfügen loslassen, oder %1 zweimal kurz drücken, um freihändig aufzunehmen (zum Beenden erneut %1 drücken). Funktioniert auch, wenn Talmo nicht im Vordergrund ist. Andere Tasten lassen sich weiter unten wählen.</translation>
     </message>
     <message>
         <source>Uses Apple&apos;s on-device Foundation Models to remove filler words and fix punctuation. When off, only basic local formatting is applied.</source>

@@ -93,7 +93,7 @@
     </message>
     <message>
         <source>Hold fn to record and release to insert, or double-tap fn for hands-free recording (press fn again to stop). Works even when Talmo isn&apos;t the frontmost app. Requires &quot;Press 🌐 key to: Do Nothing&quot; in System Settings &gt; Keyboard, so macOS&apos;s own Globe-key action doesn&apos;t also fire. Not yet configurable in this MVP.</source>
-        <translation>Hold %1 to record and release to insert, or double-tap %1 for hands-free recording (press %1 again to stop). Works even when Talmo isn&apos;t the frontmost app. To use other keys, set &quot;linux.standInKeys&quot; in Talmo&apos;s settings file.</translation>
+        <translation>Hold %1 to record and release to insert, or double-tap %1 for hands-free recording (press %1 again to stop). Works even when Talmo isn&apos;t the frontmost app. You can choose other keys below.</translation>
     </message>
     <message>
         <source>Uses Apple&apos;s on-device Foundation Models to remove filler words and fix punctuation. When off, only basic local formatting is applied.</source>

@@ -93,7 +93,7 @@
     </message>
     <message>
         <source>Hold fn to record and release to insert, or double-tap fn for hands-free recording (press fn again to stop). Works even when Talmo isn&apos;t the frontmost app. Requires &quot;Press 🌐 key to: Do Nothing&quot; in System Settings &gt; Keyboard, so macOS&apos;s own Globe-key action doesn&apos;t also fire. Not yet configurable in this MVP.</source>
-        <translation>Mantenga pulsada la tecla %1 para grabar y suéltela para insertar, o pulse %1 dos veces para grabar con manos libres (pulse %1 de nuevo para detener). Funciona aunque Talmo no esté en primer plano. Para usar otras teclas, defina «linux.standInKeys» en el archivo de configuración de Talmo.</translation>
+        <translation>Mantenga pulsada la tecla %1 para grabar y suéltela para insertar, o pulse %1 dos veces para grabar con manos libres (pulse %1 de nuevo para detener). Funciona aunque Talmo no esté en primer plano. Puede elegir otras teclas más abajo.</translation>
     </message>
     <message>
         <source>Uses Apple&apos;s on-device Foundation Models to remove filler words and fix punctuation. When off, only basic local formatting is applied.</source>

@@ -93,7 +93,7 @@
     </message>
     <message>
         <source>Hold fn to record and release to insert, or double-tap fn for hands-free recording (press fn again to stop). Works even when Talmo isn&apos;t the frontmost app. Requires &quot;Press 🌐 key to: Do Nothing&quot; in System Settings &gt; Keyboard, so macOS&apos;s own Globe-key action doesn&apos;t also fire. Not yet configurable in this MVP.</source>
-        <translation>Maintenez %1 pour enregistrer et relâchez pour insérer, ou appuyez deux fois sur %1 pour enregistrer en mains libres (appuyez de nouveau sur %1 pour arrêter). Fonctionne même si Talmo n’est pas au premier plan. Pour utiliser d’autres touches, définissez «&#xa0;linux.standInKeys&#xa0;» dans le fichier de configuration de Talmo.</translation>
+        <translation>Maintenez %1 pour enregistrer et relâchez pour insérer, ou appuyez deux fois sur %1 pour enregistrer en mains libres (appuyez de nouveau sur %1 pour arrêter). Fonctionne même si Talmo n’est pas au premier plan. Vous pouvez choisir d’autres touches ci-dessous.</translation>
     </message>
     <message>
         <source>Uses Apple&apos;s on-device Foundation Models to remove filler words and fix punctuation. When off, only basic local formatting is applied.</source>

@@ -207,7 +207,9 @@ void WaylandPasteTransaction::handleRead(const OwnedSelection::Read &read)
         // A clipboard manager reads as soon as the text is there; the user's own paste takes longer.
         if (read.time >= m_textTime + RestorePolicy::readTime) {
             m_wasReadLate = m_wasReadLate || read.hasText;
-            m_lateTimer.start(RestorePolicy::quietTime);
+            if (!m_lateTimer.isActive()) { // Else a program that reads again and again would keep the text there.
+                m_lateTimer.start(RestorePolicy::quietTime);
+            }
         }
         return;
     }
