@@ -108,9 +108,8 @@ void LayerPanelWindow::orderFrontRegardless()
     layOut();
     QWidget::show();
     if (!wasVisible) {
-        const int distance = RecordingOverlayController::distanceFromBottom - Card::shadowMargin;
-        m_session->executor().post(
-            [surface = m_surface, size = surfaceSize(), distance] { surface->show(size, distance); });
+        constexpr int distance = RecordingOverlayController::distanceFromBottom - Card::shadowMargin;
+        m_session->executor().post([surface = m_surface, size = surfaceSize()] { surface->show(size, distance); });
     }
     draw();
 }
