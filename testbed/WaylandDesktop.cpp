@@ -161,7 +161,9 @@ void WaylandDesktop::storeSettings(const QJsonObject &settings)
 {
     QDir(m_folder.path()).mkpath(QStringLiteral("config/talmo"));
     QFile file(m_folder.filePath(QStringLiteral("config/talmo/settings.json")));
-    const auto bytes = QJsonDocument(settings).toJson();
+    QJsonObject stored = settings;
+    stored.insert(QStringLiteral("linux.welcomeShown"), true); // The welcome would take the focus.
+    const auto bytes = QJsonDocument(stored).toJson();
     if (!file.open(QFile::WriteOnly) || file.write(bytes) != bytes.size()) {
         throw Error(QStringLiteral("Cannot write the settings file: ") + file.errorString());
     }

@@ -49,6 +49,11 @@ start_desktop() {
   flite -voice slt -t "the computer does not start after the last update" -o /tmp/speech.wav
 }
 
+# The welcome of the first start would take the focus from the terminal.
+settings=${XDG_CONFIG_HOME:-$HOME/.config}/talmo/settings.json
+mkdir -p "${settings%/*}"
+echo '{"linux.welcomeShown": true}' >"$settings"
+
 start_talmo() {
   : > /trial/talmo.log
   QT_LOGGING_RULES="talmo.general.debug=true" talmo >>/trial/talmo.log 2>&1 &

@@ -26,6 +26,9 @@ bool hasSound(const AudioBuffer &buffer)
     return std::any_of(samples.begin(), samples.end(), [](float sample) { return std::abs(sample) >= quietest; });
 }
 
+/// In seconds. Some microphones take a moment to open, so a short recording tells nothing.
+constexpr double leastSilence = 0.5;
+
 } // namespace
 
 PulseAudioEngine::~PulseAudioEngine() = default;
@@ -145,12 +148,13 @@ void PulseAudioEngine::installTap(quint32 bufferSize, AudioBufferHandler handler
     if (m_source.format.bytesPerFrame() == 0 || bufferSize == 0) {
         throw Error(QStringLiteral("installTap() called before inputFormat()."));
     }
-    m_hasSound = std::make_shared<std::atomic<bool>>(false);
+    m_heard = std::make_shared<Heard>();
     m_blocks = std::make_unique<AudioReblocker>(
         m_source.format, bufferSize,
-        [isHeard = m_hasSound, handler = std::move(handler)](const auto &buffer, const AudioTime &time) {
-            if (!*isHeard && hasSound(*buffer)) {
-                *isHeard = true;
+        [heard = m_heard, handler = std::move(handler)](const auto &buffer, const AudioTime &time) {
+            heard->frames += buffer->frameLength();
+            if (!heard->hasSound && hasSound(*buffer)) {
+                heard->hasSound = true;
             }
             handler(buffer, time);
         });
@@ -213,7 +217,8 @@ void PulseAudioEngine::removeTap()
             m_report.finding = MicrophoneReport::Finding::Unplugged;
         } else if (!m_connection || !m_connection->isAlive()) {
             m_report.finding = MicrophoneReport::Finding::NoServer;
-        } else if (!*m_hasSound) {
+        } else if (!m_heard->hasSound &&
+                   static_cast<double>(m_heard->frames) >= leastSilence * m_source.format.sampleRate) {
             m_report.finding = MicrophoneReport::Finding::OnlySilence;
         }
     }

@@ -64,6 +64,12 @@ public:
     void setOnAccessChanged(std::function<void()> callback) { m_onAccessChanged = std::move(callback); }
 
 private:
+    /// What a recording has captured so far.
+    struct Heard {
+        std::atomic<quint64> frames = 0;
+        std::atomic<bool> hasSound = false;
+    };
+
     void noteAccess(bool isRefused);
     std::shared_ptr<PulseConnection> ensureConnection(PulseConnection::Deadline deadline);
     bool keepAnew();
@@ -80,8 +86,7 @@ private:
     QByteArray m_chosen;
     bool m_isDefault = true;
     MicrophoneReport m_report;
-    /// Of the recording under way.
-    std::shared_ptr<std::atomic<bool>> m_hasSound;
+    std::shared_ptr<Heard> m_heard; ///< In the recording under way.
     std::atomic<bool> m_isChosenMissing = false;
     std::atomic<bool> m_isAccessRefused = false;
     std::function<void()> m_onAccessChanged;

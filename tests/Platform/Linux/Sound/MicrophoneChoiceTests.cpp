@@ -38,10 +38,10 @@ protected:
         return testing::Test::HasFatalFailure() || testbed::pollUntil([&] { return frames >= wanted; }, 10s);
     }
     /// Records a little and reports.
-    MicrophoneReport reportOfARecording()
+    MicrophoneReport reportOfARecording(quint32 atLeast = 4000)
     {
         start();
-        EXPECT_TRUE(captures(4000));
+        EXPECT_TRUE(captures(atLeast));
         stop();
         return engine.report();
     }
@@ -115,7 +115,8 @@ TEST_F(MicrophoneChoiceTest, silenceOfAMutedMicrophoneIsReported)
 {
     sound.addNamedMicrophone(u"silent"_s, u"Broken"_s, true);
     engine.chooseMicrophone(u"silent"_s);
-    const auto report = reportOfARecording();
+    EXPECT_EQ(reportOfARecording().finding, Finding::Fine); // Too short to tell.
+    const auto report = reportOfARecording(30'000);
     EXPECT_EQ(report.finding, Finding::OnlySilence);
     EXPECT_EQ(report.message(), u"The microphone “Broken” gives only silence. Is it muted?"_s);
 }

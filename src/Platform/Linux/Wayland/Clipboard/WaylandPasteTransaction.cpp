@@ -17,6 +17,8 @@ constexpr auto snapshotTime = 2000ms;
 constexpr int mostClaims = 3;
 /// A compositor that has not carried out the shortcut by then hangs. The text is there when it recovers.
 constexpr auto longestPosting = 1500ms;
+/// From the first read of the text on, a program may take this long to ask for all that it wants.
+constexpr auto longestReading = 1s;
 
 RestorePolicy::Time now()
 {
@@ -215,8 +217,15 @@ void WaylandPasteTransaction::handleRead(const OwnedSelection::Read &read)
     }
     // A program that asked before the shortcut is not the one that pastes, however late the value reached it. Only the
     // one that imports the clipboard may have asked then.
-    if (!m_policy.isPosted() || read.time >= m_postTime) {
+    const bool isOfPaste = !m_policy.isPosted() || read.time >= m_postTime;
+    // Nobody can tell who reads. A program that does so again and again must not keep the text on the clipboard.
+    const bool isLater = m_policy.isRead() && now() >= m_readTime + longestReading;
+    if (isOfPaste && !isLater) {
+        const bool wasRead = m_policy.isRead();
         m_policy.noteRequest(now(), 0, read.hasText);
+        if (!wasRead && m_policy.isRead()) {
+            m_readTime = now();
+        }
     }
     if (m_policy.isRead()) {
         conclude(Outcome::Taken);

@@ -102,6 +102,7 @@ private:
     bool m_wasLost = false;
     RestorePolicy m_policy;
     RestorePolicy::Time m_postTime;
+    RestorePolicy::Time m_readTime{};
     FrontApplication m_target;
     PasteStyle m_style = PasteStyle::ControlV;
     std::optional<Outcome> m_refusal;
