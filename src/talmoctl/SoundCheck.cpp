@@ -104,7 +104,7 @@ QCoro::Task<SoundCheck> SoundCheck::run(QString microphone, std::shared_ptr<Cloc
     if (auto missing = withoutMicrophone(heard->inventory)) {
         co_return SoundCheck{*missing, std::nullopt};
     }
-    const PulseMicrophones::Inventory inventory = *heard->inventory;
+    const auto inventory = heard->inventory.value_or(PulseMicrophones::Inventory());
     const auto *used = find(inventory, microphone);
     used = used != nullptr ? used : find(inventory, inventory.defaultName);
     used = used != nullptr ? used : &inventory.microphones.first();

@@ -55,7 +55,7 @@ public:
 private Q_SLOTS:
     void handleKey(const QString &key, bool isDown, qlonglong time);
 
-private:
+private: // NOLINT(readability-redundant-access-specifiers): no slots.
     using Handler = std::function<void(const QDBusMessage &reply)>;
 
     GnomeShell(QDBusConnection bus, NameWait wait);

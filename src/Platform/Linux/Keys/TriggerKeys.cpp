@@ -92,7 +92,7 @@ std::optional<int> functionKeyCode(quint32 keySymbol)
 
 std::optional<quint32> functionKeySymbol(int kernelCode)
 {
-    const bool isOne = kernelCode >= firstCode && kernelCode <= firstCode + int(XKB_KEY_F24 - XKB_KEY_F13);
+    const bool isOne = kernelCode >= firstCode && kernelCode <= firstCode + (XKB_KEY_F24 - XKB_KEY_F13);
     return isOne ? std::optional<quint32>(XKB_KEY_F13 + static_cast<quint32>(kernelCode - firstCode)) : std::nullopt;
 }
 
