@@ -26,6 +26,12 @@ QString titleOf(const QString &id)
                : language;
 }
 
+QString desktopLanguage()
+{
+    const QLocale locale = QLocale::system();
+    return locale.language() == QLocale::C ? english : locale.name().section(QLatin1Char('_'), 0, 0);
+}
+
 } // namespace
 
 LanguageSettingsModel::LanguageSettingsModel(std::shared_ptr<UserDefaults> defaults,
@@ -53,8 +59,8 @@ LanguageSettingsModel::LanguageSettingsModel(std::shared_ptr<UserDefaults> defau
 
 QList<LanguageSettings::Choice> LanguageSettingsModel::choices() const
 {
-    QList<Choice> choices{{QString(), Wording::text(QT_TRANSLATE_NOOP("Talmo", "As the desktop (%1)"))
-                                          .arg(titleOf(QLocale::system().name().section(QLatin1Char('_'), 0, 0)))}};
+    QList<Choice> choices{
+        {QString(), Wording::text(QT_TRANSLATE_NOOP("Talmo", "As the desktop (%1)")).arg(titleOf(desktopLanguage()))}};
     choices += m_languages;
     const QString chosen = choice();
     if (std::none_of(choices.begin(), choices.end(), [&chosen](const Choice &each) { return each.id == chosen; })) {
