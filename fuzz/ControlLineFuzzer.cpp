@@ -17,6 +17,14 @@ bool isOneLine(const QByteArray &bytes)
     return bytes.endsWith('\n') && bytes.count('\n') == 1;
 }
 
+QString withoutMarks(QString text)
+{
+    while (text.startsWith(QChar::ByteOrderMark)) {
+        text.remove(0, 1);
+    }
+    return text;
+}
+
 /// A request asks for one thing at most, and can be rebuilt from its parsed form.
 void checkRequest(const QByteArray &request)
 {
@@ -25,10 +33,10 @@ void checkRequest(const QByteArray &request)
     const auto meanings = {text.has_value(), choice.has_value(), ControlSocket::asksForSettings(request)};
     require(std::count(meanings.begin(), meanings.end(), true) <= 1);
     if (text && text->isValidUtf16()) {
-        require(ControlSocket::textToInsert(ControlSocket::insertRequest(*text)) == text);
+        require(ControlSocket::textToInsert(ControlSocket::insertRequest(*text)) == withoutMarks(*text));
     }
     if (choice && choice->isValidUtf16()) {
-        require(ControlSocket::recogniserToUse(ControlSocket::recogniserRequest(*choice)) == choice);
+        require(ControlSocket::recogniserToUse(ControlSocket::recogniserRequest(*choice)) == withoutMarks(*choice));
     }
 }
 
@@ -38,7 +46,7 @@ void checkText(const QString &text)
     require(isOneLine(request));
     require(!ControlSocket::asksForSettings(request) && !ControlSocket::recogniserToUse(request));
     const auto arrived = ControlSocket::textToInsert(request);
-    require(arrived.has_value() && (!text.isValidUtf16() || *arrived == text));
+    require(arrived.has_value() && (!text.isValidUtf16() || *arrived == withoutMarks(text)));
     const QByteArray answer = ControlSocket::answer(text);
     require(isOneLine(answer));
     bool isError = false;
@@ -46,7 +54,7 @@ void checkText(const QString &text)
         ControlSocket::checkAnswer(answer);
     } catch (const Error &error) {
         isError = true;
-        require(!text.isValidUtf16() || error.localizedDescription() == text);
+        require(!text.isValidUtf16() || error.localizedDescription() == withoutMarks(text));
     }
     require(isError);
 }

@@ -30,8 +30,16 @@ const QString earlierClipboardCommand = QStringLiteral("restore-clipboard");
 const QString pauseCommand = QStringLiteral("pause");
 const QString resumeCommand = QStringLiteral("resume");
 
-QByteArray line(const QJsonObject &object)
+/// Without byte-order marks at the beginning of a text: a reader may drop the first one or keep it.
+QByteArray line(QJsonObject object)
 {
+    for (auto value : object) {
+        QString text = value.toString();
+        while (text.startsWith(QChar::ByteOrderMark)) {
+            text.remove(0, 1);
+            value = text;
+        }
+    }
     return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
 }
 

@@ -22,6 +22,7 @@ QString path();
 /// The lock file beside it, which marks a running Talmo.
 QString lockPath();
 
+/// Byte-order marks at the beginning of the text are left out, here and in all other lines.
 QByteArray insertRequest(const QString &text);
 /// Nullopt if it is not a request of that kind.
 std::optional<QString> textToInsert(const QByteArray &request);

@@ -26,6 +26,12 @@ TEST(ControlSocket, settingsRequestIsNotAnInsertion)
     EXPECT_FALSE(ControlSocket::asksForSettings("garbage\n"));
 }
 
+TEST(ControlSocket, byteOrderMarkIsNotPartOfText)
+{
+    EXPECT_EQ(ControlSocket::textToInsert(ControlSocket::insertRequest(u"\uFEFF\uFEFFhello \uFEFF"_s)),
+              u"hello \uFEFF"_s);
+}
+
 TEST(ControlSocket, sendsNothingToAnotherUsersListener)
 {
     if (!AnotherUser::isPossible()) {
