@@ -1,5 +1,7 @@
 #include "VirtualDesktop.h"
 
+#include "SettingsFile.h"
+
 #include "Base/Error.h"
 #include "Platform/Linux/X11/XProperty.h"
 
@@ -89,17 +91,7 @@ VirtualDesktop::VirtualDesktop(const QStringList &serverArguments)
 
 void VirtualDesktop::storeSettings(const QJsonObject &settings)
 {
-    QDir(m_folder.path()).mkpath(QStringLiteral("config/talmo"));
-    QFile file(m_folder.filePath(QStringLiteral("config/talmo/settings.json")));
-    QJsonObject stored = settings;
-    const QString welcomeShown = QStringLiteral("linux.welcomeShown");
-    if (!stored.contains(welcomeShown)) {
-        stored.insert(welcomeShown, true); // The welcome would take the focus from the window dictated into.
-    }
-    const auto bytes = QJsonDocument(stored).toJson();
-    if (!file.open(QFile::WriteOnly) || file.write(bytes) != bytes.size()) {
-        throw Error(QStringLiteral("Cannot write the settings file: ") + file.errorString());
-    }
+    writeTalmoSettings(m_folder.path(), settings);
 }
 
 VirtualDesktop::~VirtualDesktop()

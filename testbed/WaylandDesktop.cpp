@@ -1,5 +1,7 @@
 #include "WaylandDesktop.h"
 
+#include "SettingsFile.h"
+
 #include "Base/Error.h"
 #include "Platform/Linux/Wayland/Keys/VirtualKeyboard.h"
 #include "Platform/Linux/Wayland/WaylandSession.h"
@@ -159,14 +161,7 @@ void WaylandDesktop::startCompositor()
 
 void WaylandDesktop::storeSettings(const QJsonObject &settings)
 {
-    QDir(m_folder.path()).mkpath(QStringLiteral("config/talmo"));
-    QFile file(m_folder.filePath(QStringLiteral("config/talmo/settings.json")));
-    QJsonObject stored = settings;
-    stored.insert(QStringLiteral("linux.welcomeShown"), true); // The welcome would take the focus.
-    const auto bytes = QJsonDocument(stored).toJson();
-    if (!file.open(QFile::WriteOnly) || file.write(bytes) != bytes.size()) {
-        throw Error(QStringLiteral("Cannot write the settings file: ") + file.errorString());
-    }
+    writeTalmoSettings(m_folder.path(), settings);
 }
 
 void WaylandDesktop::sendKey(KeyboardKey key, bool isDown)

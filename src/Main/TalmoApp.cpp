@@ -1,6 +1,7 @@
 #include "Main/TalmoApp.h"
 
 #include "App/AppDelegate.h"
+#include "Base/CancellableWait.h"
 #include "Base/Log.h"
 #include "Base/Task.h"
 #include "Control/ControlServer.h"
@@ -168,10 +169,18 @@ void TalmoApp::followPause()
         [this, pause] { m_desktop->hotkeys->setReleased(pause->isPaused()); }, Qt::QueuedConnection);
 }
 
+bool TalmoApp::isFirstTime(const QString &key)
+{
+    const bool isFirst = !m_defaults->boolean(key).value_or(false);
+    if (isFirst) {
+        m_defaults->set(key, true);
+    }
+    return isFirst;
+}
+
 void TalmoApp::welcome()
 {
-    if (!m_defaults->boolean(welcomeShownKey).value_or(false)) {
-        m_defaults->set(welcomeShownKey, true);
+    if (isFirstTime(welcomeShownKey)) {
         m_interface->openWelcome();
     }
     if (!m_defaults->boolean(iconMissingToldKey).value_or(false)) {
@@ -184,12 +193,8 @@ QCoro::Task<void> TalmoApp::tellWhereTalmoIs(QPointer<TalmoApp> self)
 {
     const std::shared_ptr<Clock> clock = self->m_clock;
     const auto time = clock->sleep(panelStartTime);
-    try {
-        co_await time;
-    } catch (const Cancelled &) {
-        co_return;
-    }
-    if (!self || !self->m_desktop->statusItem || self->m_desktop->statusItem->isShown()) {
+    const bool isDue = co_await hasElapsed(time);
+    if (!isDue || !self || !self->m_desktop->statusItem || self->m_desktop->statusItem->isShown()) {
         co_return;
     }
     self->m_defaults->set(iconMissingToldKey, true);
@@ -200,9 +205,7 @@ QCoro::Task<void> TalmoApp::tellWhereTalmoIs(QPointer<TalmoApp> self)
 void TalmoApp::tellLimitsOnce()
 {
     for (const auto &limit : m_desktop->limits) {
-        const QString key = QStringLiteral("linux.told.") + QString::fromUtf8(limit.name);
-        if (!m_defaults->boolean(key).value_or(false)) {
-            m_defaults->set(key, true);
+        if (isFirstTime(QStringLiteral("linux.told.") + QString::fromUtf8(limit.name))) {
             showDesktopNotice(Wording::text(limit.sentence) + QLatin1Char(' ') + Wording::text(limit.remedy));
         }
     }

@@ -62,6 +62,8 @@ private:
     void followMicrophone();
     void followPause();
     void welcome();
+    /// Remembers that it was asked.
+    bool isFirstTime(const QString &key);
     void listenForOthers();
     void followActivation();
     static QCoro::Task<void> tellWhereTalmoIs(QPointer<TalmoApp> self);

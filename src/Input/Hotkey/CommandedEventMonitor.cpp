@@ -1,16 +1,8 @@
 #include "Input/Hotkey/CommandedEventMonitor.h"
 
-#include "Input/Hotkey/GlobalHotkeyManager.h"
-
 #include <utility>
 
 namespace talmo {
-
-struct CommandedEventMonitor::Monitor final : EventMonitorToken {
-    std::function<void(const FlagsChangedEvent &)> handler;
-    /// The keyboard's; null if it could not be installed, or is not needed twice.
-    std::shared_ptr<EventMonitorToken> inner;
-};
 
 CommandedEventMonitor::CommandedEventMonitor(std::shared_ptr<EventMonitor> monitor)
     : m_monitor(std::move(monitor))
@@ -20,11 +12,9 @@ CommandedEventMonitor::CommandedEventMonitor(std::shared_ptr<EventMonitor> monit
 std::shared_ptr<EventMonitorToken>
 CommandedEventMonitor::addGlobalMonitor(quint64 eventMask, std::function<void(const FlagsChangedEvent &)> handler)
 {
-    const auto monitor = std::make_shared<Monitor>();
-    monitor->inner = m_monitor ? m_monitor->addGlobalMonitor(eventMask, handler) : nullptr;
-    monitor->handler = std::move(handler);
-    m_monitors.emplace_back(monitor);
-    return monitor;
+    // The keyboard's may be missing, or not needed twice.
+    auto inner = m_monitor ? m_monitor->addGlobalMonitor(eventMask, handler) : nullptr;
+    return m_monitors.add(false, std::move(handler), std::move(inner));
 }
 
 /// Commands come from other programs, so they reach the global monitors only.
@@ -40,13 +30,13 @@ void CommandedEventMonitor::press()
         release();
     }
     m_isHeld = true;
-    report(true);
+    m_monitors.report(true, false);
 }
 
 void CommandedEventMonitor::release()
 {
     m_isHeld = false;
-    report(false);
+    m_monitors.report(false, false);
 }
 
 void CommandedEventMonitor::toggle(const std::function<bool()> &isRecording)
@@ -58,17 +48,6 @@ void CommandedEventMonitor::toggle(const std::function<bool()> &isRecording)
     if (!wasRecording && !isRecording()) {
         press();
         release();
-    }
-}
-
-void CommandedEventMonitor::report(bool isDown)
-{
-    std::erase_if(m_monitors, [](const auto &monitor) { return monitor.expired(); });
-    const auto monitors = m_monitors; // A handler may add one.
-    for (const auto &weak : monitors) {
-        if (const auto monitor = weak.lock()) {
-            monitor->handler({isDown ? GlobalHotkeyManager::functionFlag : 0});
-        }
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Input/Hotkey/EventMonitor.h"
+#include "Input/Hotkey/KeyMonitors.h"
 
 #include <memory>
 #include <vector>
@@ -26,12 +27,8 @@ public:
     void toggle(const std::function<bool()> &isRecording);
 
 private:
-    struct Monitor;
-
-    void report(bool isDown);
-
     std::shared_ptr<EventMonitor> m_monitor;
-    std::vector<std::weak_ptr<Monitor>> m_monitors;
+    KeyMonitors m_monitors;
     bool m_isHeld = false;
 };
 

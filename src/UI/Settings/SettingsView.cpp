@@ -1,5 +1,7 @@
 #include "UI/Settings/SettingsView.h"
 
+#include "UI/Settings/SettingsScrollArea.h"
+
 #include "UI/Settings/DictionarySettingsTab.h"
 #include "UI/Settings/GeneralSettingsTab.h"
 #include "UI/Settings/PrivacySettingsTab.h"
@@ -8,7 +10,6 @@
 #include "UI/Style/Separator.h"
 #include "UI/Style/Wording.h"
 
-#include <QScrollArea>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -55,15 +56,7 @@ void SettingsView::addPage(QWidget *page, const QString &title, const QString &s
     auto *layout = new QVBoxLayout(inner);
     layout->setContentsMargins(margin, margin - tabMargin, margin, margin);
     layout->addWidget(page);
-    auto *area = new QScrollArea;
-    area->setAccessibleName(title);
-    area->setWidget(inner);
-    area->setWidgetResizable(true);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->setFocusPolicy(Qt::NoFocus);
-    area->viewport()->setAutoFillBackground(false);
-    inner->setAutoFillBackground(false);
+    auto *area = scrollAreaOf(inner, title);
     m_firstPage = m_firstPage != nullptr ? m_firstPage : inner;
     m_pages->addWidget(area);
     m_tabs->addSymbolTab(symbol, title);

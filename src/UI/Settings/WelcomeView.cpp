@@ -1,5 +1,7 @@
 #include "UI/Settings/WelcomeView.h"
 
+#include "UI/Settings/SettingsScrollArea.h"
+
 #include "UI/Settings/HotkeyRows.h"
 #include "UI/Settings/KeyCap.h"
 #include "UI/Settings/LanguageSection.h"
@@ -14,7 +16,6 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -59,15 +60,7 @@ WelcomeView::WelcomeView(const ViewContext &context, std::function<void()> done)
     buildTrial(*page);
     buildOffer(*page);
     page->addStretch(1);
-    auto *area = new QScrollArea;
-    area->setAccessibleName(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Welcome to Talmo")));
-    area->setWidget(inner);
-    area->setWidgetResizable(true);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->setFocusPolicy(Qt::NoFocus);
-    area->viewport()->setAutoFillBackground(false);
-    inner->setAutoFillBackground(false);
+    auto *area = scrollAreaOf(inner, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Welcome to Talmo")));
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);

@@ -25,13 +25,6 @@ QStringList escapeKeys(const QStringList &triggerKeys)
 
 } // namespace
 
-struct GnomeKeys::Monitor final : EventMonitorToken {
-    bool isLocal = false;
-    std::function<void(const FlagsChangedEvent &)> handler;
-    /// The same monitor where the extension is not available.
-    std::shared_ptr<EventMonitorToken> otherwise;
-};
-
 GnomeKeys::GnomeKeys(std::shared_ptr<GnomeShell> shell, QStringList triggerKeys, Otherwise otherwise,
                      std::function<bool()> isApplicationActive)
     : m_shell(std::move(shell)),
@@ -55,15 +48,14 @@ std::shared_ptr<EventMonitorToken> GnomeKeys::addGlobalMonitor(quint64 eventMask
     if (eventMask != GlobalHotkeyManager::flagsChangedMask) {
         return nullptr;
     }
-    const auto monitor = std::make_shared<Monitor>();
-    monitor->handler = handler;
-    monitor->otherwise = m_otherwise.monitor->addGlobalMonitor(
-        eventMask, [shell = m_shell, handler = std::move(handler)](const FlagsChangedEvent &event) {
+    // The same monitor where the extension is not available.
+    auto otherwise =
+        m_otherwise.monitor->addGlobalMonitor(eventMask, [shell = m_shell, handler](const FlagsChangedEvent &event) {
             if (!shell->isAvailable()) {
                 handler(event);
             }
         });
-    m_monitors.emplace_back(monitor);
+    const auto monitor = m_monitors.add(false, std::move(handler), std::move(otherwise));
     watch();
     return monitor;
 }
@@ -75,14 +67,12 @@ GnomeKeys::addLocalMonitor(quint64 eventMask,
     if (eventMask != GlobalHotkeyManager::flagsChangedMask) {
         return nullptr;
     }
-    const auto monitor = std::make_shared<Monitor>();
-    monitor->isLocal = true;
-    monitor->handler = [handler](const FlagsChangedEvent &event) { handler(event); };
-    monitor->otherwise = m_otherwise.monitor->addLocalMonitor(
-        eventMask, [shell = m_shell, handler = std::move(handler)](const FlagsChangedEvent &event) {
+    auto otherwise =
+        m_otherwise.monitor->addLocalMonitor(eventMask, [shell = m_shell, handler](const FlagsChangedEvent &event) {
             return shell->isAvailable() ? std::optional(event) : handler(event);
         });
-    m_monitors.emplace_back(monitor);
+    const auto monitor = m_monitors.add(
+        true, [handler = std::move(handler)](const FlagsChangedEvent &event) { handler(event); }, std::move(otherwise));
     watch();
     return monitor;
 }
@@ -141,15 +131,7 @@ void GnomeKeys::releaseAll()
 
 void GnomeKeys::report(bool isDown)
 {
-    std::erase_if(m_monitors, [](const auto &monitor) { return monitor.expired(); });
-    const bool isActive = m_isApplicationActive();
-    const auto monitors = m_monitors; // A handler may add one.
-    for (const auto &weak : monitors) {
-        const auto monitor = weak.lock();
-        if (monitor && monitor->isLocal == isActive) {
-            monitor->handler({isDown ? GlobalHotkeyManager::functionFlag : 0});
-        }
-    }
+    m_monitors.report(isDown, m_isApplicationActive());
 }
 
 } // namespace talmo

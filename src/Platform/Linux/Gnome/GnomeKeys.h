@@ -2,6 +2,7 @@
 
 #include "Input/Hotkey/CancelKey.h"
 #include "Input/Hotkey/EventMonitor.h"
+#include "Input/Hotkey/KeyMonitors.h"
 #include "Platform/Linux/Gnome/GnomeShell.h"
 
 #include <QStringList>
@@ -39,8 +40,6 @@ public:
     void release() override;
 
 private:
-    struct Monitor;
-
     void watch();
     void handleKey(const QString &key, bool isDown);
     void releaseAll();
@@ -52,7 +51,7 @@ private:
     std::function<bool()> m_isApplicationActive;
     std::function<void()> m_onCancel;
     std::set<QString> m_held;
-    std::vector<std::weak_ptr<Monitor>> m_monitors;
+    KeyMonitors m_monitors;
 };
 
 } // namespace talmo

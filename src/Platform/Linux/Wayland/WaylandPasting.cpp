@@ -16,7 +16,7 @@ Pasting openWaylandPasting(const std::shared_ptr<WaylandSession> &session)
             std::make_shared<WaylandInputTrust>(),
             std::make_shared<WaylandFocusedField>(),
             [pasteboard] { return pasteboard->shutDown(); },
-            [pasteboard] { return pasteboard->relieved(); }};
+            [pasteboard] { return pasteboard->ownershipLost(); }};
 }
 
 } // namespace talmo

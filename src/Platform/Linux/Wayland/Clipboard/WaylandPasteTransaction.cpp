@@ -53,17 +53,12 @@ WaylandPasteTransaction::WaylandPasteTransaction(std::shared_ptr<DataControl> co
       m_front(std::move(front)),
       m_clipboard(*m_control, WaylandSelection::Clipboard),
       m_primary(*m_control, WaylandSelection::Primary),
-      m_reader(*m_control)
+      m_reader(*m_control),
+      m_earlier([this] { putEarlierBack(); }, EarlierContent::Moment::AfterFirstRequest)
 {
     m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::PreciseTimer);
     QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { evaluate(); });
-    m_lateTimer.setSingleShot(true);
-    QObject::connect(&m_lateTimer, &QTimer::timeout, &m_lateTimer, [this] {
-        if (std::exchange(m_wasReadLate, false)) {
-            putEarlierBack();
-        }
-    });
     m_secretTimer.setSingleShot(true);
     m_secretTimer.setInterval(secretTime);
     QObject::connect(&m_secretTimer, &QTimer::timeout, &m_secretTimer, [this] { endSecret(); });
@@ -99,13 +94,12 @@ QCoro::Task<QList<PasteboardItem>> WaylandPasteTransaction::snapshot(std::shared
     }
     self->m_control->session().synchronise(); // Another program may have just taken the clipboard.
     Content all;
-    if (self->m_earlier && self->m_clipboard.isOwner()) {
-        all = self->m_earlier.value_or(Content()); // A text that was not pasted is not the user's clipboard.
+    if (self->m_earlier.isHeld() && self->m_clipboard.isOwner()) {
+        all = self->m_earlier.content().value_or(Content()); // A text that was not pasted is not the user's clipboard.
     } else {
         all = co_await readOrOwn(self, &self->m_clipboard, WaylandSelection::Clipboard);
     }
-    self->m_wasReadLate = false;
-    self->m_lateTimer.stop();
+    self->m_earlier.forgetRequests();
     if (self->m_isPasting && !self->m_ownsPrimaryForPaste && self->pastesPrimary(self->m_front())) {
         self->m_primarySnapshot = co_await readOrOwn(self, &self->m_primary, WaylandSelection::Primary);
     }
@@ -131,7 +125,7 @@ void WaylandPasteTransaction::clear()
     if (m_isPasting && m_hasText) {
         m_restore = Content();
     } else if (!m_isPasting) {
-        setEarlier(std::nullopt);
+        m_earlier.drop();
         m_clipboard.disown();
     }
     // Within a paste, before its text: that follows at once, and some clipboard managers refill an empty clipboard.
@@ -143,7 +137,7 @@ void WaylandPasteTransaction::setString(const QString &text)
     m_textTime = now();
     m_hasText = m_isPasting;
     if (!m_isPasting) {
-        setEarlier(std::nullopt);
+        m_earlier.drop();
     }
     m_clipboard.own(textRepresentations(text));
 }
@@ -153,7 +147,7 @@ void WaylandPasteTransaction::writeItems(const QList<PasteboardItem> &items)
     if (m_isPasting && m_hasText) {
         m_restore = flattened(items);
     } else {
-        setEarlier(std::nullopt);
+        m_earlier.drop();
         m_clipboard.own(flattened(items));
     }
 }
@@ -205,13 +199,10 @@ void WaylandPasteTransaction::end()
 
 void WaylandPasteTransaction::handleRead(const OwnedSelection::Read &read)
 {
-    if (m_earlier && !m_restore && !m_isPasting) {
+    if (m_earlier.isHeld() && !m_restore && !m_isPasting) {
         // A clipboard manager reads as soon as the text is there; the user's own paste takes longer.
         if (read.time >= m_textTime + RestorePolicy::readTime) {
-            m_wasReadLate = m_wasReadLate || read.hasText;
-            if (!m_lateTimer.isActive()) { // Else a program that reads again and again would keep the text there.
-                m_lateTimer.start(RestorePolicy::quietTime);
-            }
+            m_earlier.noteRequest(read.hasText);
         }
         return;
     }
@@ -235,7 +226,7 @@ void WaylandPasteTransaction::handleRead(const OwnedSelection::Read &read)
 
 void WaylandPasteTransaction::handleLost()
 {
-    relieve();
+    m_waitingForLoss.finish();
     const bool isUnread = m_hasText && !m_policy.isRead();
     if (m_isPasting && isUnread && m_claims < mostClaims) {
         ++m_claims;
@@ -250,13 +241,13 @@ void WaylandPasteTransaction::handleLost()
         m_restore.reset();
         applyRestore();
     } else {
-        setEarlier(std::nullopt);
+        m_earlier.drop();
     }
 }
 
 void WaylandPasteTransaction::endSecret()
 {
-    const bool stands = !m_isPasting && !m_restore && !m_earlier;
+    const bool stands = !m_isPasting && !m_restore && !m_earlier.isHeld();
     if (stands && m_clipboard.isOwner() && isSecret(m_clipboard.content())) {
         m_clipboard.disown();
     }
@@ -303,20 +294,20 @@ void WaylandPasteTransaction::conclude(Outcome outcome)
 void WaylandPasteTransaction::withhold(Outcome outcome)
 {
     m_timer.stop();
-    setEarlier(std::exchange(m_restore, std::nullopt));
-    m_wasReadLate = false;
+    m_earlier.keep(std::exchange(m_restore, std::nullopt));
+    m_earlier.forgetRequests();
     if (outcome == Outcome::ClipboardLost) {
-        setEarlier(std::nullopt);
+        m_earlier.drop();
     }
     conclude(outcome);
-    finishWaiting();
+    m_waiting.finish();
 }
 
 void WaylandPasteTransaction::applyRestore()
 {
     m_timer.stop();
     m_policy.begin();
-    setEarlier(std::nullopt);
+    m_earlier.drop();
     if (const auto restore = std::exchange(m_restore, std::nullopt)) {
         stand(*restore);
         if (isSecret(*restore) && !m_secretTimer.isActive()) {
@@ -324,7 +315,7 @@ void WaylandPasteTransaction::applyRestore()
         }
     }
     standPrimary();
-    finishWaiting();
+    m_waiting.finish();
 }
 
 void WaylandPasteTransaction::stand(const Content &content)
@@ -350,10 +341,10 @@ void WaylandPasteTransaction::standPrimary()
 
 bool WaylandPasteTransaction::putEarlierBack()
 {
-    if (!m_earlier || m_isPasting || m_restore) {
+    if (!m_earlier.isHeld() || m_isPasting || m_restore) {
         return false;
     }
-    m_restore = *m_earlier;
+    m_restore = m_earlier.content();
     applyRestore();
     return true;
 }
@@ -363,57 +354,24 @@ QFuture<PasteReceipt> WaylandPasteTransaction::receipt()
     return m_receipt ? m_receipt->future() : ready(PasteReceipt());
 }
 
-void WaylandPasteTransaction::relieve()
-{
-    for (const auto &waiting : std::exchange(m_waitingForRelief, {})) {
-        waiting->finish();
-    }
-}
-
 void WaylandPasteTransaction::handleConnectionLost()
 {
-    relieve();
+    m_waitingForLoss.finish();
     if (m_restore || m_isPasting) {
         refuse(Outcome::ClipboardLost);
     }
 }
 
-QFuture<void> WaylandPasteTransaction::relieved()
+QFuture<void> WaylandPasteTransaction::ownershipLost()
 {
-    auto completion = Completion<void>::make();
-    auto future = completion->future();
     m_control->session().synchronise();
-    if (m_clipboard.isOwner() && !m_control->session().isBroken()) {
-        m_waitingForRelief.push_back(std::move(completion));
-    } else {
-        completion->finish();
-    }
-    return future;
-}
-
-void WaylandPasteTransaction::setEarlier(std::optional<Content> content)
-{
-    m_earlier = std::move(content);
-    m_holdsEarlier = m_earlier.has_value();
-}
-
-void WaylandPasteTransaction::finishWaiting()
-{
-    for (const auto &waiting : std::exchange(m_waiting, {})) {
-        waiting->finish();
-    }
+    const bool ownsClipboard = m_clipboard.isOwner() && !m_control->session().isBroken();
+    return ownsClipboard ? m_waitingForLoss.wait() : ready();
 }
 
 QFuture<void> WaylandPasteTransaction::settled()
 {
-    auto completion = Completion<void>::make();
-    auto future = completion->future();
-    if (m_restore) {
-        m_waiting.push_back(std::move(completion));
-    } else {
-        completion->finish();
-    }
-    return future;
+    return m_restore ? m_waiting.wait() : ready();
 }
 
 } // namespace talmo

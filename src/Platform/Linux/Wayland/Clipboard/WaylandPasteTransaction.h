@@ -1,8 +1,10 @@
 #pragma once
 
+#include "Base/WaitingList.h"
 #include "Insertion/PasteReceipt.h"
 #include "Insertion/PasteStyle.h"
 #include "Insertion/RestorePolicy.h"
+#include "Platform/Linux/Session/EarlierContent.h"
 #include "Platform/Linux/Wayland/Clipboard/OfferReader.h"
 #include "Platform/Linux/Wayland/Clipboard/OwnedSelection.h"
 #include "Platform/Linux/Wayland/Windows/FrontApplication.h"
@@ -10,11 +12,9 @@
 #include <QCoro/QCoroTask>
 #include <QTimer>
 
-#include <atomic>
 #include <functional>
 #include <memory>
 #include <optional>
-#include <vector>
 
 namespace talmo {
 
@@ -52,7 +52,7 @@ public:
     /// The outcome of the last paste.
     QFuture<PasteReceipt> receipt();
     /// Any thread.
-    bool holdsEarlier() const { return m_holdsEarlier.load(); }
+    bool holdsEarlier() const { return m_earlier.isHeld(); }
     /// Restores the content that was replaced by a text no program has read; false if there is none.
     bool putEarlierBack();
     /// Called if some of the clipboard's content could not be saved.
@@ -61,7 +61,7 @@ public:
     /// Finishes once no restore is pending.
     QFuture<void> settled();
     /// Finishes once Talmo no longer owns the clipboard: another program has taken it, or the compositor is gone.
-    QFuture<void> relieved();
+    QFuture<void> ownershipLost();
     void handleConnectionLost();
 
 private:
@@ -74,15 +74,12 @@ private:
     void handleRead(const OwnedSelection::Read &read);
     void handleLost();
     void endSecret();
-    void relieve();
     void evaluate();
     void conclude(Outcome outcome);
     void withhold(Outcome outcome);
     void applyRestore();
     void stand(const Content &content);
     void standPrimary();
-    void finishWaiting();
-    void setEarlier(std::optional<Content> content);
     bool isSending() const { return m_clipboard.isSending() || m_primary.isSending(); }
 
     std::shared_ptr<DataControl> m_control;
@@ -112,15 +109,11 @@ private:
     bool m_ownsPrimaryForPaste = false;
 
     std::optional<Content> m_restore;
-    /// The content that was replaced by a text no program has read.
-    std::optional<Content> m_earlier;
-    std::atomic<bool> m_holdsEarlier = false;
-    bool m_wasReadLate = false;
+    EarlierContent m_earlier;
     QTimer m_timer;
-    QTimer m_lateTimer;
     QTimer m_secretTimer;
-    std::vector<std::shared_ptr<Completion<void>>> m_waiting;
-    std::vector<std::shared_ptr<Completion<void>>> m_waitingForRelief;
+    WaitingList m_waiting;
+    WaitingList m_waitingForLoss;
 };
 
 } // namespace talmo

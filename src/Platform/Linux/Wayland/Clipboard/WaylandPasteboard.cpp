@@ -99,9 +99,9 @@ void WaylandPasteboard::setOnLoss(WaylandPasteTransaction::OnLoss callback)
     post([callback = std::move(callback)](WaylandPasteTransaction &transaction) { transaction.setOnLoss(callback); });
 }
 
-QFuture<void> WaylandPasteboard::relieved()
+QFuture<void> WaylandPasteboard::ownershipLost()
 {
-    return when(&WaylandPasteTransaction::relieved);
+    return when(&WaylandPasteTransaction::ownershipLost);
 }
 
 QFuture<void> WaylandPasteboard::shutDown()

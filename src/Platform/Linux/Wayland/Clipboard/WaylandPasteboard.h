@@ -33,7 +33,7 @@ public:
     void setOnLoss(WaylandPasteTransaction::OnLoss callback);
 
     /// Finishes once Talmo no longer owns the clipboard.
-    QFuture<void> relieved();
+    QFuture<void> ownershipLost();
     /// Completes a pending restore; nothing can be pasted afterwards. Finishes within two and a half seconds.
     QFuture<void> shutDown();
 

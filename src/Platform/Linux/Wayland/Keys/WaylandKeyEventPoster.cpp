@@ -1,7 +1,7 @@
 #include "Platform/Linux/Wayland/Keys/WaylandKeyEventPoster.h"
 
 #include "Base/Log.h"
-#include "Insertion/ClipboardPasteInsertionService.h"
+#include "Platform/Linux/Keys/PastePress.h"
 
 #include <QTimer>
 
@@ -45,14 +45,8 @@ std::optional<KeyEvent> WaylandKeyEventPoster::makeKeyboardEvent(quint16 keyCode
 
 void WaylandKeyEventPoster::post(const KeyEvent &event)
 {
-    const bool isPaste = event.keyCode == ClipboardPasteInsertionService::pasteKeyCode &&
-                         event.flags == ClipboardPasteInsertionService::commandFlag;
-    if (!isPaste) {
-        generalLog().error("a key was not posted: only the paste shortcut is supported");
+    if (!isPastePress(event)) {
         return;
-    }
-    if (!event.isDown) {
-        return; // The whole shortcut was sent with the key press.
     }
     m_session->executor().post([keyboard = m_keyboard, session = m_session.get(), transaction = m_transaction] {
         if (keyboard) {

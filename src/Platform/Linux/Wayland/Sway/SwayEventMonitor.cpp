@@ -13,11 +13,6 @@ const QString released = QStringLiteral("release");
 
 } // namespace
 
-struct SwayEventMonitor::Monitor final : EventMonitorToken {
-    bool isLocal = false;
-    std::function<void(const FlagsChangedEvent &)> handler;
-};
-
 SwayEventMonitor::SwayEventMonitor(std::unique_ptr<SwayIpc> ipc, QString key, std::function<bool()> isApplicationActive)
     : m_ipc(std::move(ipc)),
       m_key(std::move(key)),
@@ -47,29 +42,21 @@ bool SwayEventMonitor::bind()
 std::shared_ptr<EventMonitorToken>
 SwayEventMonitor::addGlobalMonitor(quint64 eventMask, std::function<void(const FlagsChangedEvent &)> handler)
 {
-    const auto monitor = std::make_shared<Monitor>();
-    monitor->handler = std::move(handler);
-    return add(monitor, eventMask);
+    return add(false, std::move(handler), eventMask);
 }
 
 std::shared_ptr<EventMonitorToken>
 SwayEventMonitor::addLocalMonitor(quint64 eventMask,
                                   std::function<std::optional<FlagsChangedEvent>(const FlagsChangedEvent &)> handler)
 {
-    const auto monitor = std::make_shared<Monitor>();
-    monitor->isLocal = true;
-    monitor->handler = [handler = std::move(handler)](const FlagsChangedEvent &event) { handler(event); };
-    return add(monitor, eventMask);
+    return add(true, [handler = std::move(handler)](const FlagsChangedEvent &event) { handler(event); }, eventMask);
 }
 
-std::shared_ptr<EventMonitorToken> SwayEventMonitor::add(std::shared_ptr<Monitor> monitor, quint64 eventMask)
+std::shared_ptr<EventMonitorToken> SwayEventMonitor::add(bool isLocal, KeyMonitors::Handler handler, quint64 eventMask)
 {
     m_isBound = m_isBound || bind();
-    if (!m_isBound || eventMask != GlobalHotkeyManager::flagsChangedMask) {
-        return nullptr;
-    }
-    m_monitors.emplace_back(monitor);
-    return monitor;
+    return m_isBound && eventMask == GlobalHotkeyManager::flagsChangedMask ? m_monitors.add(isLocal, std::move(handler))
+                                                                           : nullptr;
 }
 
 void SwayEventMonitor::handleBinding(const QString &words)
@@ -87,15 +74,7 @@ void SwayEventMonitor::handleBinding(const QString &words)
 
 void SwayEventMonitor::report(bool isDown)
 {
-    std::erase_if(m_monitors, [](const auto &monitor) { return monitor.expired(); });
-    const bool isActive = m_isApplicationActive();
-    const auto monitors = m_monitors; // A handler may add one.
-    for (const auto &weak : monitors) {
-        const auto monitor = weak.lock();
-        if (monitor && monitor->isLocal == isActive) {
-            monitor->handler({isDown ? GlobalHotkeyManager::functionFlag : 0});
-        }
-    }
+    m_monitors.report(isDown, m_isApplicationActive());
 }
 
 } // namespace talmo

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Input/Hotkey/EventMonitor.h"
+#include "Input/Hotkey/KeyMonitors.h"
 #include "Platform/Linux/Wayland/Sway/SwayIpc.h"
 
 #include <QString>
@@ -32,9 +33,7 @@ public:
     bool isUsable() const { return m_ipc->isAlive(); }
 
 private:
-    struct Monitor;
-
-    std::shared_ptr<EventMonitorToken> add(std::shared_ptr<Monitor> monitor, quint64 eventMask);
+    std::shared_ptr<EventMonitorToken> add(bool isLocal, KeyMonitors::Handler handler, quint64 eventMask);
     bool bind();
     void handleBinding(const QString &words);
     void report(bool isDown);
@@ -44,7 +43,7 @@ private:
     std::function<bool()> m_isApplicationActive;
     bool m_isBound = false;
     bool m_isHeld = false;
-    std::vector<std::weak_ptr<Monitor>> m_monitors;
+    KeyMonitors m_monitors;
 };
 
 } // namespace talmo

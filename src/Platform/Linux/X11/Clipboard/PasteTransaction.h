@@ -1,14 +1,14 @@
 #pragma once
 
+#include "Base/WaitingList.h"
 #include "Insertion/PasteReceipt.h"
 #include "Insertion/RestorePolicy.h"
-#include "Platform/Linux/X11/Clipboard/EarlierContent.h"
+#include "Platform/Linux/Session/EarlierContent.h"
 #include "Platform/Linux/X11/Clipboard/OverduePastes.h"
 #include "Platform/Linux/X11/Clipboard/PrimaryLoan.h"
 #include "Platform/Linux/X11/Clipboard/SecretLifetime.h"
 #include "Platform/Linux/X11/Clipboard/SelectionServer.h"
 #include "Platform/Linux/X11/Clipboard/SnapshotReader.h"
-#include "Platform/Linux/X11/Clipboard/WaitingList.h"
 #include "Platform/Linux/X11/Windows/FrontWindow.h"
 #include "Platform/Linux/X11/XSession.h"
 

@@ -1,7 +1,7 @@
 #include "Platform/Linux/X11/Keys/XTestKeyEventPoster.h"
 
 #include "Base/Log.h"
-#include "Insertion/ClipboardPasteInsertionService.h"
+#include "Platform/Linux/Keys/PastePress.h"
 #include "Platform/Linux/X11/Keys/KeyboardLayoutReader.h"
 
 #include <QTimer>
@@ -37,14 +37,8 @@ std::optional<KeyEvent> XTestKeyEventPoster::makeKeyboardEvent(quint16 keyCode, 
 
 void XTestKeyEventPoster::post(const KeyEvent &event)
 {
-    const bool isPaste = event.keyCode == ClipboardPasteInsertionService::pasteKeyCode &&
-                         event.flags == ClipboardPasteInsertionService::commandFlag;
-    if (!isPaste) {
-        generalLog().error("a key was not posted: only the paste shortcut is supported");
+    if (!isPastePress(event)) {
         return;
-    }
-    if (!event.isDown) {
-        return; // The whole shortcut was sent with the key press.
     }
     m_session->executor().post([session = m_session.get(), transaction = m_transaction, shell = m_shell] {
         if (shell && shell->isAvailable() && frontWindow(*session).window == XCB_NONE) {

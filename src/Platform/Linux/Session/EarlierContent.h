@@ -11,13 +11,18 @@
 namespace talmo {
 
 /// The clipboard's content that was replaced by a text no program has read. It is kept until the text is read after
-/// all, or the user asks for it. The X session's thread only, except where noted.
+/// all, or the user asks for it. The session's thread only, except where noted.
 class EarlierContent {
 public:
     using Content = QList<PasteboardRepresentation>;
 
-    /// `onTextRead` is called once the text has been read after all and its reader has been quiet for a moment.
-    explicit EarlierContent(std::function<void()> onTextRead);
+    /// Where it is not known who reads, a program that reads again and again must not keep the text: there the moment
+    /// begins with the first request, not anew with each.
+    enum class Moment { AfterLastRequest, AfterFirstRequest };
+
+    /// `onTextRead` is called once the text has been read after all and the moment in which its reader may ask for more
+    /// is over.
+    explicit EarlierContent(std::function<void()> onTextRead, Moment moment = Moment::AfterLastRequest);
 
     /// Any thread.
     bool isHeld() const { return m_isHeld.load(); }
@@ -32,6 +37,7 @@ public:
 
 private:
     std::function<void()> m_onTextRead;
+    Moment m_moment;
     std::optional<Content> m_content;
     std::atomic<bool> m_isHeld = false;
     bool m_wasTextRead = false;

@@ -1,4 +1,4 @@
-#include "Platform/Linux/X11/Clipboard/EarlierContent.h"
+#include "Platform/Linux/Session/EarlierContent.h"
 
 #include "Insertion/RestorePolicy.h"
 
@@ -6,8 +6,9 @@
 
 namespace talmo {
 
-EarlierContent::EarlierContent(std::function<void()> onTextRead)
-    : m_onTextRead(std::move(onTextRead))
+EarlierContent::EarlierContent(std::function<void()> onTextRead, Moment moment)
+    : m_onTextRead(std::move(onTextRead)),
+      m_moment(moment)
 {
     m_timer.setSingleShot(true);
     QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] {
@@ -26,7 +27,9 @@ void EarlierContent::keep(std::optional<Content> content)
 void EarlierContent::noteRequest(bool wasRead)
 {
     m_wasTextRead = m_wasTextRead || wasRead;
-    m_timer.start(RestorePolicy::quietTime);
+    if (m_moment == Moment::AfterLastRequest || !m_timer.isActive()) {
+        m_timer.start(RestorePolicy::quietTime);
+    }
 }
 
 void EarlierContent::forgetRequests()

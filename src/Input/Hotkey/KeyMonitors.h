@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Input/Hotkey/EventMonitor.h"
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace talmo {
+
+/// The monitors of an EventMonitor that learns of nothing but presses and releases of the key. Main thread.
+class KeyMonitors {
+public:
+    using Handler = std::function<void(const FlagsChangedEvent &)>;
+
+    /// `companion`: another monitor's token that lives as long; may be null.
+    std::shared_ptr<EventMonitorToken> add(bool isLocal, Handler handler,
+                                           std::shared_ptr<EventMonitorToken> companion = nullptr);
+    /// Tells either the local monitors or the global ones.
+    void report(bool isDown, bool isLocal);
+
+private:
+    struct Monitor;
+
+    std::vector<std::weak_ptr<Monitor>> m_monitors;
+};
+
+} // namespace talmo
