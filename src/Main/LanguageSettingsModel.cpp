@@ -42,26 +42,34 @@ LanguageSettingsModel::LanguageSettingsModel(std::shared_ptr<UserDefaults> defau
     : m_defaults(std::move(defaults)),
       m_locale(std::move(locale)),
       m_engines(std::move(engines)),
-      m_recogniser(std::move(recogniser))
+      m_recogniser(std::move(recogniser)),
+      m_ids{english}
 {
-    QStringList ids{english};
     for (const auto &entry : catalogue.entries()) {
-        ids += entry.languages;
+        m_ids += entry.languages;
     }
-    ids.removeDuplicates();
-    for (const auto &id : ids) {
-        m_languages.append({id, titleOf(id)});
-    }
-    std::sort(m_languages.begin(), m_languages.end(),
-              [](const Choice &left, const Choice &right) { return left.title.localeAwareCompare(right.title) < 0; });
+    m_ids.removeDuplicates();
     connect(m_recogniser.get(), &Observable::objectWillChange, this, &Observable::objectWillChange);
+}
+
+QList<LanguageSettings::Choice> LanguageSettingsModel::languages() const
+{
+    if (m_languages.isEmpty()) {
+        for (const auto &id : m_ids) {
+            m_languages.append({id, titleOf(id)});
+        }
+        std::sort(m_languages.begin(), m_languages.end(), [](const Choice &left, const Choice &right) {
+            return left.title.localeAwareCompare(right.title) < 0;
+        });
+    }
+    return m_languages;
 }
 
 QList<LanguageSettings::Choice> LanguageSettingsModel::choices() const
 {
     QList<Choice> choices{
         {QString(), Wording::text(QT_TRANSLATE_NOOP("Talmo", "As the desktop (%1)")).arg(titleOf(desktopLanguage()))}};
-    choices += m_languages;
+    choices += languages();
     const QString chosen = choice();
     if (std::none_of(choices.begin(), choices.end(), [&chosen](const Choice &each) { return each.id == chosen; })) {
         choices.append({chosen, titleOf(chosen)}); // Such as "en_GB", from the settings file.

@@ -27,12 +27,15 @@ public:
     void useEnglish() override;
 
 private:
+    QList<Choice> languages() const;
+
     std::shared_ptr<UserDefaults> m_defaults;
     std::shared_ptr<SystemLocaleSource> m_locale;
     std::shared_ptr<EngineRegistry> m_engines;
     std::shared_ptr<RecogniserSettings> m_recogniser;
-    /// By title.
-    QList<Choice> m_languages;
+    QStringList m_ids;
+    /// By title. Made when they are first shown: naming and sorting them has no place in the start of the program.
+    mutable QList<Choice> m_languages;
 };
 
 } // namespace talmo
