@@ -11,6 +11,7 @@
 #include "talmoctl/UserSettings.h"
 
 #include <QCoro/QCoroFuture>
+#include <QLockFile>
 
 namespace talmo::ctl {
 
@@ -37,9 +38,15 @@ bool guardsPasswordFields()
 }
 
 /// Inserts without a running Talmo. The process stays in the background for as long as the clipboard needs an owner:
-/// until the earlier content has been restored, and then until a clipboard manager or another program takes over.
+/// until the earlier content has been restored, and then until a clipboard manager or another program takes over. The
+/// next one waits until then, since it would take this text for the user's clipboard.
 QCoro::Task<int> insertAlone(QString text, std::shared_ptr<Background> background)
 {
+    QLockFile turn(ControlSocket::path() + QStringLiteral(".paste"));
+    constexpr int longestTurn = 8000;
+    if (!turn.tryLock(longestTurn) && turn.error() == QLockFile::LockFailedError) {
+        throw Error(QStringLiteral("Another paste has not finished. Try again in a moment."));
+    }
     const Pasting desktop = openPasting();
     const auto clock = std::make_shared<TimerFdClock>();
     const auto pasting = std::make_shared<ClipboardPasteInsertionService>(desktop.pasteboard, desktop.keyPoster,
@@ -58,6 +65,8 @@ QCoro::Task<int> insertAlone(QString text, std::shared_ptr<Background> backgroun
         status = EXIT_FAILURE; // The process stays: it owns the clipboard that holds the text.
     }
     background->release(status);
+    co_await desktop.pasteboard->settled();
+    turn.unlock();
     co_await desktop.shutDown();
     co_await desktop.ownershipLost();
     co_return status;

@@ -107,6 +107,20 @@ TEST_F(InsertCommandEndToEndTest, withoutTalmoStaysUntilClipboardOwnerChanges)
     EXPECT_TRUE(isAlone());
 }
 
+TEST_F(InsertCommandEndToEndTest, withoutTalmoManyInARowKeepTheClipboard)
+{
+    openQtWindow();
+    copy(u"clipboard before"_s);
+    QString all;
+    for (int number = 0; number < 10; ++number) {
+        const QString text = u"(%1)"_s.arg(number);
+        EXPECT_EQ(insert(text.toUtf8()), 0) << output.toStdString();
+        all += text;
+    }
+    EXPECT_TRUE(windowShows(all));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, timeout));
+}
+
 TEST_F(InsertCommandEndToEndTest, withoutTalmoEmptyClipboardLeavesNoProcess)
 {
     openQtWindow();
