@@ -1,4 +1,6 @@
+#include "DesktopParts.h"
 #include "Faults/FaultFixture.h"
+#include "Support/NotificationService.h"
 #include "Support/RawSelectionOwner.h"
 
 #include <csignal>
@@ -12,11 +14,36 @@ RawSelectionOwner::Value plain(const char *data)
     return {data, "UTF8_STRING"};
 }
 
+/// A desktop with a notification service.
+class Notified {
+public:
+    explicit Notified(QProcessEnvironment &environment)
+        : m_bus(testbed::startBus(environment))
+    {
+    }
+    /// Exactly this is shown, once.
+    bool shows(const QString &text)
+    {
+        return testbed::waitUntil([this] { return !m_service.shown().isEmpty(); }, std::chrono::seconds(15)) &&
+               m_service.shown().size() == 1 && m_service.shown().first().text == text;
+    }
+
+private:
+    std::unique_ptr<testbed::ChildProcess> m_bus;
+    NotificationService m_service;
+};
+
+const QString notInTime = u"Part of the clipboard was lost: its application did not provide it in time. Copy it again "
+                          u"if you need it."_s;
+const QString tooLarge =
+    u"Part of the clipboard was lost: it held more than Talmo can keep. Copy it again if you need it."_s;
+
 } // namespace
 
 FAULT(Clipboard, ownerHangs, "The program that owns the clipboard hangs",
       "The text arrives half a second later; a notification says that part of the clipboard is gone")
 {
+    Notified user(environment);
     const QString image = desktop.folder() + u"/image"_s;
     testbed::ChildProcess owner(QStringLiteral(TALMO_BIN "/talmo-clipboard-owner"), {image}, environment);
     ASSERT_TRUE(owner.waitForLine(u"owned"_s, timeout));
@@ -26,12 +53,14 @@ FAULT(Clipboard, ownerHangs, "The program that owns the clipboard hangs",
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(nextMeant()));
     ::kill(static_cast<pid_t>(owner.processId()), SIGCONT);
+    EXPECT_TRUE(user.shows(notInTime));
     nextDictationWorks();
 }
 
 FAULT(Clipboard, ownerEndsInMidValue, "The program that owns the clipboard ends while it hands over a large value",
       "The text arrives; the rest of the clipboard comes back; a notification names the loss")
 {
+    Notified user(environment);
     openQtWindow();
     startTalmo();
     RawSelectionOwner::Value dying{QByteArray(100'000, 'x'), "image/png"};
@@ -43,6 +72,7 @@ FAULT(Clipboard, ownerEndsInMidValue, "The program that owns the clipboard ends 
     EXPECT_TRUE(talmo->waitForLine(
         u"the clipboard's image/png was not kept (200000 bytes received): its owner exited"_s, timeout));
     EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "kept"; }, timeout));
+    EXPECT_TRUE(user.shows(notInTime));
     nextDictationWorks();
 }
 
@@ -65,6 +95,7 @@ FAULT(Clipboard, ownerAnnouncesAndSendsNothing,
 FAULT(Clipboard, ownerOffersSixHundredThousandTypes, "A program offers 600,000 clipboard types",
       "The text arrives; the first 256 types come back; a notification says that the rest is gone")
 {
+    Notified user(environment);
     openQtWindow();
     startTalmo();
     const RawSelectionOwner owner("CLIPBOARD", {{"UTF8_STRING", plain("kept")}}, 600'000);
@@ -72,12 +103,14 @@ FAULT(Clipboard, ownerOffersSixHundredThousandTypes, "A program offers 600,000 c
     EXPECT_TRUE(windowShows(nextMeant()));
     EXPECT_TRUE(talmo->waitForLine(u"the clipboard's further types was not kept"_s, timeout));
     EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "kept"; }, timeout));
+    EXPECT_TRUE(user.shows(tooLarge));
     nextDictationWorks();
 }
 
 FAULT(Clipboard, ownerSendsWithoutEnd, "A program offers more than 256 MB",
       "The text arrives within three seconds; what fits comes back; a notification says that the rest is gone")
 {
+    Notified user(environment);
     openQtWindow();
     startTalmo();
     RawSelectionOwner::Value endless{QByteArray(qsizetype(4) << 20, 'x'), "image/png"};
@@ -87,6 +120,7 @@ FAULT(Clipboard, ownerSendsWithoutEnd, "A program offers more than 256 MB",
     EXPECT_TRUE(windowShows(nextMeant()));
     EXPECT_TRUE(talmo->waitForLine(u"the clipboard's image/png was not kept"_s, timeout));
     EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "kept"; }, timeout));
+    EXPECT_TRUE(user.shows(tooLarge));
     nextDictationWorks();
 }
 
