@@ -249,6 +249,7 @@ void TalmoApp::showInterface(TalmoCoordinator &coordinator)
     m_language = std::make_shared<LanguageSettingsModel>(m_defaults, m_locale, m_recognisers.engines,
                                                          m_recogniserSettings, m_recognisers.models->catalogue());
     context.language = m_language;
+    context.desktopExtension = m_desktop->extension;
     context.beginRecording = [gestures = m_services->gestures] { gestures->beginGesture(); };
     context.endRecording = m_services->endGesture;
     const UserInterfaceParts parts{m_desktop->statusItem, m_desktop->makePanelWindow, m_desktop->screens,

@@ -11,6 +11,7 @@
 #include "Insertion/KeyEventPoster.h"
 #include "Insertion/PasteReceipt.h"
 #include "Insertion/Pasteboard.h"
+#include "Settings/DesktopExtension.h"
 #include "UI/Menu/FrontmostFocus.h"
 #include "UI/Menu/StatusItem.h"
 #include "UI/Overlay/PanelWindow.h"
@@ -45,6 +46,8 @@ struct Desktop {
     std::shared_ptr<CancelKey> cancelKey;
     /// Null if the keys to hold cannot be chosen here.
     std::shared_ptr<HotkeyControl> hotkeys;
+    /// Null if the desktop needs none.
+    std::shared_ptr<DesktopExtension> extension;
     std::shared_ptr<Pasteboard> pasteboard;
     std::shared_ptr<PasteWitness> pasteWitness;
     std::shared_ptr<KeyEventPoster> keyPoster;

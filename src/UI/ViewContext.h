@@ -5,6 +5,7 @@
 #include "App/DictationRecovery.h"
 #include "App/TalmoCoordinator.h"
 #include "Input/Permissions/PermissionsManager.h"
+#include "Settings/DesktopExtension.h"
 #include "Settings/DictationOptions.h"
 #include "Settings/HotkeySettings.h"
 #include "Settings/LanguageSettings.h"
@@ -53,6 +54,8 @@ struct ViewContext {
     std::shared_ptr<MicrophoneSettings> microphone;
     std::shared_ptr<HotkeySettings> hotkeys;
     std::shared_ptr<LanguageSettings> language;
+    /// Null if the desktop needs none.
+    std::shared_ptr<DesktopExtension> desktopExtension;
     /// Begin and end a recording as the key would.
     std::function<void()> beginRecording;
     std::function<void()> endRecording;

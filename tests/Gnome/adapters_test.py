@@ -1,8 +1,10 @@
 """Talmo's own programs in a GNOME session. Started by ./run, after a build."""
 import os
+import shutil
 import signal
 import subprocess
 import sys
+import tempfile
 import time
 import unittest
 
@@ -127,3 +129,64 @@ class ProgramTest(GnomeTest):
         program.terminate()
         self.assertEqual(program.wait(10), 0)
         wait_until(lambda: reaches("Control_R"), "the key to be free")
+
+@unittest.skipUnless(os.path.exists(f"{PROGRAMS}/talmo"), "talmo is not built")
+@unittest.skipUnless(all(map(shutil.which, ("pulseaudio", "paplay", "flite"))), "no sound server or no voice")
+class DictationTest(GnomeTest):
+    """Speech at one end, text in a window at the other."""
+
+    def setUp(self):
+        super().setUp()
+        folder = tempfile.mkdtemp(dir=os.environ["XDG_RUNTIME_DIR"])
+        self.session.environment["PULSE_SERVER"] = f"unix:{folder}/native"
+        # An idle null sink renders in blocks of up to two seconds unless rewinding is disabled.
+        self.start("pulseaudio", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "-n", "--realtime=no",
+                   "-L", f"module-native-protocol-unix socket={folder}/native auth-anonymous=1",
+                   "-L", "module-null-sink sink_name=speech rate=48000 channels=2 format=float32le norewinds=1",
+                   "-L", "module-remap-source master=speech.monitor source_name=mic")
+        wait_until(lambda: "mic" in self.run_program("pactl", "get-default-source") or
+                   self.run_program("pactl", "set-default-source", "mic"), "the sound server", 20)
+        self.speech = f"{folder}/speech.wav"
+        self.run_program("flite", "-voice", "slt", "-t", "thank you very much", "-o", self.speech)
+        self.talmo = self.start(f"{PROGRAMS}/talmo")
+        os.set_blocking(self.talmo.stdout.fileno(), False)
+        self.output = b""
+        self.wait_for_output("ready:")
+
+    def start(self, *command):
+        program = subprocess.Popen(command, env=self.session.environment, stdout=subprocess.PIPE,
+                                   stderr=subprocess.STDOUT)
+        self.addCleanup(program.stdout.close)
+        self.addCleanup(program.wait)
+        self.addCleanup(program.kill)
+        return program
+
+    def run_program(self, *command):
+        return subprocess.run(command, env=self.session.environment, stdout=subprocess.PIPE, text=True,
+                              stderr=subprocess.DEVNULL, check=False).stdout
+
+    def wait_for_output(self, text):
+        def has_come():
+            self.output += self.talmo.stdout.read() or b""
+            return text.encode() in self.output
+        try:
+            wait_until(has_come, f"{text!r} from Talmo", 20)
+        except AssertionError as error:
+            raise AssertionError(f"{error}, which said: {self.output.decode()}") from None
+
+    def dictate(self):
+        self.session.key("right ctrl", True)
+        self.wait_for_output("state: recording")
+        player = self.start("paplay", "--device=speech", "--latency-msec=20", self.speech)
+        wait_until(lambda: player.poll() is not None, "the end of the speech")
+        self.session.key("right ctrl", False)
+
+    def test_dictates_into_wayland_window(self):
+        window = self.window()
+        self.copy("earlier")
+        self.dictate()
+        wait_until(lambda: any("thank you very much" in line.get("text", "").lower() for line in window.read()),
+                   f"the dictation in the window; got {window.lines}", 20)
+        self.assertNotIn({"focus": False}, window.read())
+        wait_until(lambda: self.copied() == "earlier", "the earlier clipboard")
+

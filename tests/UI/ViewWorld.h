@@ -63,6 +63,7 @@ public:
                 microphone,
                 hotkeys,
                 language,
+                desktopExtension,
                 [this] { coordinator().beginDictation(); },
                 [this] { coordinator().endDictation(); }};
     }
@@ -141,6 +142,7 @@ public:
     std::shared_ptr<MicrophoneSettings> microphone;
     std::shared_ptr<HotkeySettings> hotkeys;
     std::shared_ptr<LanguageSettings> language;
+    std::shared_ptr<DesktopExtension> desktopExtension;
     RecordingWorld world;
 };
 

@@ -1,5 +1,6 @@
 #include "UI/Settings/PrivacySettingsTab.h"
 
+#include "UI/Settings/DesktopExtensionSection.h"
 #include "UI/Settings/HistorySection.h"
 #include "UI/Settings/SettingsSection.h"
 #include "UI/Settings/WarningRow.h"
@@ -43,6 +44,10 @@ PrivacySettingsTab::PrivacySettingsTab(ViewContext context)
     layout->addWidget(makeStatement());
 
     layout->addWidget(makePermissions());
+    if (m_context.desktopExtension) {
+        layout->addWidget(
+            new DesktopExtensionSection(m_context.desktopExtension, DesktopExtensionSection::Shown::Always));
+    }
     if (m_context.passwordFields) {
         layout->addWidget(makePasswordFields());
     }
@@ -83,6 +88,9 @@ void PrivacySettingsTab::showEvent(QShowEvent *event)
 {
     if (m_context.microphone) {
         m_context.microphone->setFollowing(true);
+    }
+    if (m_context.desktopExtension) {
+        m_context.desktopExtension->refresh();
     }
     QWidget::showEvent(event);
 }

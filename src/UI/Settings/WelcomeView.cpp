@@ -2,6 +2,7 @@
 
 #include "UI/Settings/SettingsScrollArea.h"
 
+#include "UI/Settings/DesktopExtensionSection.h"
 #include "UI/Settings/HotkeyRows.h"
 #include "UI/Settings/KeyCap.h"
 #include "UI/Settings/LanguageSection.h"
@@ -50,6 +51,10 @@ WelcomeView::WelcomeView(const ViewContext &context, std::function<void()> done)
     page->setContentsMargins(margin, margin, margin, margin);
     page->setSpacing(sectionSpacing);
     buildGreeting(*page);
+    if (m_context.desktopExtension) {
+        page->addWidget(
+            new DesktopExtensionSection(m_context.desktopExtension, DesktopExtensionSection::Shown::WhileMissing));
+    }
     buildKey(*page);
     if (m_context.microphone) {
         page->addWidget(new MicrophoneSection(m_context.microphone, MicrophoneSection::Listening::WhileShown));

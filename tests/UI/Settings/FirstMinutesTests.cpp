@@ -1,10 +1,12 @@
 // The sections with which a new user sets Talmo up: the key, the microphone, the language, and the welcome.
 
+#include "Support/FakeDesktopExtension.h"
 #include "Support/FakeHotkeySettings.h"
 #include "Support/FakeLanguageSettings.h"
 #include "Support/FakeMicrophoneSettings.h"
 #include "Support/FakeRecogniserSettings.h"
 #include "UI/AccessibleView.h"
+#include "UI/Settings/DesktopExtensionSection.h"
 #include "UI/Settings/HotkeyRows.h"
 #include "UI/Settings/LanguageSection.h"
 #include "UI/Settings/LevelBar.h"
@@ -19,6 +21,7 @@
 #include <QPushButton>
 #include <QTabBar>
 #include <QTest>
+#include <QVBoxLayout>
 
 #include <gmock/gmock.h>
 
@@ -284,6 +287,26 @@ TEST_F(WelcomeTest, offersBetterRecognitionAndShowsItsProgress)
     EXPECT_EQ(buttonNamed(view, u"Get better recognition"_s), nullptr);
 }
 
+TEST_F(WelcomeTest, offersTheDesktopsExtension)
+{
+    const auto extension = std::make_shared<FakeDesktopExtension>(DesktopExtension::Status{u"Missing."_s, true, true});
+    world.desktopExtension = extension;
+    WelcomeView view(world.context(), [] {});
+    EXPECT_TRUE(shows(view, u"Missing."_s));
+    EXPECT_NE(buttonNamed(view, u"Enable the extension"_s), nullptr);
+}
+
+TEST_F(WelcomeTest, privacyAsksTheDesktopWheneverShown)
+{
+    const auto extension = std::make_shared<FakeDesktopExtension>(DesktopExtension::Status{u"Enabled."_s});
+    world.desktopExtension = extension;
+    PrivacySettingsTab tab(world.context());
+    EXPECT_TRUE(shows(tab, u"Enabled."_s));
+    tab.setAttribute(Qt::WA_DontShowOnScreen);
+    tab.show();
+    EXPECT_EQ(extension->refreshes, 2);
+}
+
 TEST_F(WelcomeTest, privacyDoesNotCallAMissingMicrophoneGranted)
 {
     PrivacySettingsTab tab(world.context());
@@ -300,6 +323,62 @@ TEST_F(WelcomeTest, privacyDoesNotCallAMissingMicrophoneGranted)
     EXPECT_EQ(named(u"Not found"_s), 1);
     EXPECT_EQ(named(u"Granted"_s), 2);
     EXPECT_TRUE(shows(tab, microphone->wrong));
+}
+
+namespace {
+
+class DesktopExtensionSectionTest : public testing::Test {
+protected:
+    void open(DesktopExtensionSection::Shown shown)
+    {
+        auto *section = new DesktopExtensionSection(extension, shown);
+        window.layout()->addWidget(section);
+        window.setAttribute(Qt::WA_DontShowOnScreen);
+        window.show();
+        settle();
+    }
+    void change(const DesktopExtension::Status &status)
+    {
+        extension->setStatus(status);
+        settle();
+    }
+    const QString missing = u"It is missing."_s;
+    const QString enabled = u"It is enabled."_s;
+    std::shared_ptr<FakeDesktopExtension> extension =
+        std::make_shared<FakeDesktopExtension>(DesktopExtension::Status());
+    QWidget window;
+    QVBoxLayout layout{&window};
+};
+
+} // namespace
+
+TEST_F(DesktopExtensionSectionTest, isEnabledByOneClick)
+{
+    open(DesktopExtensionSection::Shown::Always);
+    EXPECT_EQ(extension->refreshes, 1);
+    EXPECT_EQ(buttonNamed(window, u"Enable the extension"_s), nullptr);
+    change({missing, true, true});
+    EXPECT_TRUE(shows(window, missing));
+    buttonNamed(window, u"Enable the extension"_s)->click();
+    EXPECT_EQ(extension->enablings, 1);
+    change({enabled, false, false});
+    EXPECT_TRUE(shows(window, enabled));
+    EXPECT_FALSE(shows(window, missing));
+    EXPECT_EQ(buttonNamed(window, u"Enable the extension"_s), nullptr);
+}
+
+TEST_F(DesktopExtensionSectionTest, welcomeShowsItOnlyWhileMissing)
+{
+    open(DesktopExtensionSection::Shown::WhileMissing);
+    change({enabled, false, false});
+    EXPECT_FALSE(shows(window, enabled));
+    change({missing, true, false});
+    EXPECT_TRUE(shows(window, missing));
+    EXPECT_EQ(buttonNamed(window, u"Enable the extension"_s), nullptr);
+    change({});
+    EXPECT_FALSE(shows(window, u"This desktop"_s));
+    change({missing, true, false});
+    EXPECT_TRUE(shows(window, missing));
 }
 
 } // namespace talmo::test

@@ -1,5 +1,6 @@
 #include "Platform/Linux/Gnome/GnomeDesktop.h"
 
+#include "Platform/Linux/Gnome/GnomeExtensionStatus.h"
 #include "Platform/Linux/Gnome/GnomeFocusedField.h"
 #include "Platform/Linux/Gnome/GnomeKeys.h"
 #include "Platform/Linux/Keys/TriggerKeys.h"
@@ -18,6 +19,7 @@ void useGnomeShell(Desktop &desktop, const std::shared_ptr<GnomeShell> &shell, c
     desktop.eventMonitor = keys;
     desktop.cancelKey = keys;
     desktop.focusedField = std::make_shared<GnomeFocusedField>(shell, desktop.focusedField);
+    desktop.extension = std::make_shared<GnomeExtensionStatus>();
     desktop.cursorWatch = std::make_shared<UnknownCursor>();
     if (shell->isAvailable()) {
         desktop.limits.clear(); // They were found without the extension.

@@ -1,6 +1,7 @@
 #include "Platform/Linux/Gnome/GnomeExtension.h"
 
 #include "Base/Log.h"
+#include "Platform/Linux/Gnome/ShellSettings.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
@@ -67,8 +68,11 @@ State stateOn(QDBusConnection bus)
     const QString extension = identifierOn(bus);
     const auto reply = call(bus, QStringLiteral("GetExtensionInfo"), {extension});
     const auto info = qdbus_cast<QVariantMap>(reply.arguments().value(0));
+    if (info.isEmpty() && !isOnDisk(extension)) {
+        return State::NotInstalled;
+    }
     if (info.isEmpty()) {
-        return isOnDisk(extension) ? State::NeedsLogin : State::NotInstalled;
+        return ShellSettings::isEnabled(extension) ? State::NeedsLogin : State::Disabled;
     }
     switch (info.value(QStringLiteral("state")).toInt()) {
     case enabledState:
@@ -84,7 +88,12 @@ State stateOn(QDBusConnection bus)
 State enableOn(QDBusConnection bus)
 {
     if (stateOn(bus) == State::Disabled) {
-        call(bus, QStringLiteral("EnableExtension"), {identifierOn(bus)});
+        const QString extension = identifierOn(bus);
+        const auto reply = call(bus, QStringLiteral("EnableExtension"), {extension});
+        const bool isKnown = reply.arguments().value(0).toBool();
+        if (!isKnown && !ShellSettings::enable(extension)) {
+            generalLog().error("GNOME Shell's settings cannot be changed");
+        }
     }
     return stateOn(bus);
 }

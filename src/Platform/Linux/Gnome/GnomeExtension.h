@@ -19,9 +19,9 @@ public:
         NoShell,
         /// Its files are not there.
         NotInstalled,
-        /// It was installed after the shell started, which loads it when the user next logs in.
-        NeedsLogin,
         Disabled,
+        /// It is enabled, but was installed after the shell started, which loads it when the user next logs in.
+        NeedsLogin,
         Enabled,
         /// The user has switched off all extensions.
         AllDisabled,

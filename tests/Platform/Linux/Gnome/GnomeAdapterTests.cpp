@@ -1,6 +1,7 @@
 // The adapters with Talmo's extension in a real GNOME Shell. tests/Gnome/run starts that, and these tests in it.
 
 #include "Platform/Linux/Gnome/GnomeExtension.h"
+#include "Platform/Linux/Gnome/GnomeExtensionStatus.h"
 #include "Platform/Linux/Gnome/GnomeFocusedField.h"
 #include "Platform/Linux/Gnome/GnomeKeys.h"
 #include "Support/FakeCancelKey.h"
@@ -274,11 +275,32 @@ TEST_F(GnomeAdapterTest, newlyInstalledExtensionNeedsLogin)
     const QString known = QStringLiteral("Main.extensionManager._extensions");
     const QString identifier = GnomeExtension::identifierFor(QStringLiteral("43"));
     evaluate(QStringLiteral("window.talmo = %1.get('%2'); %1.delete('%2'); 1").arg(known, identifier));
+    evaluate(QStringLiteral("global.settings.set_strv('enabled-extensions', ['other@example.org']); 1"));
+    EXPECT_TRUE(waitFor([&extension] { return answerOf(extension.state()) == State::Disabled; }));
     EXPECT_EQ(answerOf(extension.enable()), State::NeedsLogin);
+    const QString all = QStringLiteral("[\"other@example.org\",\"%1\"]").arg(identifier);
+    EXPECT_TRUE(
+        waitFor([&all] { return evaluate(QStringLiteral("global.settings.get_strv('enabled-extensions')")) == all; }));
     qputenv("XDG_DATA_HOME", "/nonexistent");
     EXPECT_EQ(answerOf(extension.state()), State::NotInstalled);
     qunsetenv("XDG_DATA_HOME");
     evaluate(QStringLiteral("%1.set('%2', window.talmo); 1").arg(known, identifier));
+}
+
+TEST_F(GnomeAdapterTest, showsWhenExtensionIsEnabled)
+{
+    switchExtension("DisableExtension");
+    GnomeExtensionStatus extension;
+    EXPECT_TRUE(extension.status().sentence.isEmpty());
+    EXPECT_TRUE(waitFor([&extension] {
+        extension.refresh();
+        return extension.status().canBeEnabled;
+    }));
+    EXPECT_TRUE(extension.status().isMissing);
+    extension.enable();
+    EXPECT_FALSE(extension.status().canBeEnabled);
+    EXPECT_TRUE(waitFor([&extension] { return !extension.status().isMissing; }));
+    EXPECT_EQ(extension.status().sentence, QStringLiteral("Talmo's GNOME extension is enabled."));
 }
 
 TEST(GnomeExtensionTest, choosesTheOneThatTheShellCanLoad)

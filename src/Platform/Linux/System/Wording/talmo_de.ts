@@ -1015,5 +1015,37 @@
         <source>This desktop does not let Talmo type into other programs.</source>
         <translation>Diese Arbeitsumgebung lässt Talmo nicht in andere Programme schreiben.</translation>
     </message>
+    <message>
+        <source>GNOME lets Talmo hear its key and paste only with the help of an extension, which comes with Talmo and does nothing else.</source>
+        <translation>GNOME lässt Talmo die Taste nur mit Hilfe einer Erweiterung hören und einfügen. Sie gehört zu Talmo und tut nichts anderes.</translation>
+    </message>
+    <message>
+        <source>Talmo&apos;s GNOME extension is enabled. Log out and in once to start it.</source>
+        <translation>Talmos GNOME-Erweiterung ist eingeschaltet. Melden Sie sich einmal ab und wieder an, um sie zu starten.</translation>
+    </message>
+    <message>
+        <source>Talmo&apos;s GNOME extension is enabled.</source>
+        <translation>Talmos GNOME-Erweiterung ist eingeschaltet.</translation>
+    </message>
+    <message>
+        <source>GNOME&apos;s extensions are switched off. Switch them on in the Extensions application, then enable Talmo&apos;s here.</source>
+        <translation>GNOMEs Erweiterungen sind ausgeschaltet. Schalten Sie sie in der Anwendung „Erweiterungen“ ein, danach hier die von Talmo.</translation>
+    </message>
+    <message>
+        <source>Talmo&apos;s GNOME extension is missing, so the key is heard in few programs. Install Talmo&apos;s package again.</source>
+        <translation>Talmos GNOME-Erweiterung fehlt, deshalb wird die Taste nur in wenigen Programmen gehört. Installieren Sie Talmos Paket erneut.</translation>
+    </message>
+    <message>
+        <source>GNOME could not start Talmo&apos;s extension. Update Talmo, then log out and in once.</source>
+        <translation>GNOME konnte Talmos Erweiterung nicht starten. Aktualisieren Sie Talmo und melden Sie sich einmal ab und wieder an.</translation>
+    </message>
+    <message>
+        <source>This desktop</source>
+        <translation>Diese Arbeitsumgebung</translation>
+    </message>
+    <message>
+        <source>Enable the extension</source>
+        <translation>Erweiterung einschalten</translation>
+    </message>
 </context>
 </TS>

@@ -1015,5 +1015,37 @@
         <source>This desktop does not let Talmo type into other programs.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>GNOME lets Talmo hear its key and paste only with the help of an extension, which comes with Talmo and does nothing else.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Talmo&apos;s GNOME extension is enabled. Log out and in once to start it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Talmo&apos;s GNOME extension is enabled.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>GNOME&apos;s extensions are switched off. Switch them on in the Extensions application, then enable Talmo&apos;s here.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Talmo&apos;s GNOME extension is missing, so the key is heard in few programs. Install Talmo&apos;s package again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>GNOME could not start Talmo&apos;s extension. Update Talmo, then log out and in once.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This desktop</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Enable the extension</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -1015,5 +1015,37 @@
         <source>This desktop does not let Talmo type into other programs.</source>
         <translation>Este escritorio no permite que Talmo escriba en otros programas.</translation>
     </message>
+    <message>
+        <source>GNOME lets Talmo hear its key and paste only with the help of an extension, which comes with Talmo and does nothing else.</source>
+        <translation>GNOME solo permite que Talmo oiga su tecla y pegue con la ayuda de una extensión, que viene con Talmo y no hace nada más.</translation>
+    </message>
+    <message>
+        <source>Talmo&apos;s GNOME extension is enabled. Log out and in once to start it.</source>
+        <translation>La extensión de GNOME de Talmo está activada. Cierre la sesión y vuelva a iniciarla para ponerla en marcha.</translation>
+    </message>
+    <message>
+        <source>Talmo&apos;s GNOME extension is enabled.</source>
+        <translation>La extensión de GNOME de Talmo está activada.</translation>
+    </message>
+    <message>
+        <source>GNOME&apos;s extensions are switched off. Switch them on in the Extensions application, then enable Talmo&apos;s here.</source>
+        <translation>Las extensiones de GNOME están desactivadas. Actívelas en la aplicación Extensiones y después active aquí la de Talmo.</translation>
+    </message>
+    <message>
+        <source>Talmo&apos;s GNOME extension is missing, so the key is heard in few programs. Install Talmo&apos;s package again.</source>
+        <translation>Falta la extensión de GNOME de Talmo, por lo que la tecla se oye en pocos programas. Vuelva a instalar el paquete de Talmo.</translation>
+    </message>
+    <message>
+        <source>GNOME could not start Talmo&apos;s extension. Update Talmo, then log out and in once.</source>
+        <translation>GNOME no ha podido iniciar la extensión de Talmo. Actualice Talmo; después, cierre la sesión y vuelva a iniciarla.</translation>
+    </message>
+    <message>
+        <source>This desktop</source>
+        <translation>Este escritorio</translation>
+    </message>
+    <message>
+        <source>Enable the extension</source>
+        <translation>Activar la extensión</translation>
+    </message>
 </context>
 </TS>

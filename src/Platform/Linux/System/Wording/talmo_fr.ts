@@ -1015,5 +1015,37 @@
         <source>This desktop does not let Talmo type into other programs.</source>
         <translation>Cet environnement de bureau ne laisse pas Talmo écrire dans d’autres programmes.</translation>
     </message>
+    <message>
+        <source>GNOME lets Talmo hear its key and paste only with the help of an extension, which comes with Talmo and does nothing else.</source>
+        <translation>GNOME ne permet à Talmo d’entendre sa touche et de coller qu’à l’aide d’une extension, fournie avec Talmo, qui ne fait rien d’autre.</translation>
+    </message>
+    <message>
+        <source>Talmo&apos;s GNOME extension is enabled. Log out and in once to start it.</source>
+        <translation>L’extension GNOME de Talmo est activée. Fermez la session et rouvrez-la pour la démarrer.</translation>
+    </message>
+    <message>
+        <source>Talmo&apos;s GNOME extension is enabled.</source>
+        <translation>L’extension GNOME de Talmo est activée.</translation>
+    </message>
+    <message>
+        <source>GNOME&apos;s extensions are switched off. Switch them on in the Extensions application, then enable Talmo&apos;s here.</source>
+        <translation>Les extensions de GNOME sont désactivées. Activez-les dans l’application Extensions, puis activez ici celle de Talmo.</translation>
+    </message>
+    <message>
+        <source>Talmo&apos;s GNOME extension is missing, so the key is heard in few programs. Install Talmo&apos;s package again.</source>
+        <translation>L’extension GNOME de Talmo est absente&#xa0;: la touche n’est entendue que dans peu de programmes. Réinstallez le paquet de Talmo.</translation>
+    </message>
+    <message>
+        <source>GNOME could not start Talmo&apos;s extension. Update Talmo, then log out and in once.</source>
+        <translation>GNOME n’a pas pu démarrer l’extension de Talmo. Mettez Talmo à jour, puis fermez la session et rouvrez-la.</translation>
+    </message>
+    <message>
+        <source>This desktop</source>
+        <translation>Cet environnement de bureau</translation>
+    </message>
+    <message>
+        <source>Enable the extension</source>
+        <translation>Activer l’extension</translation>
+    </message>
 </context>
 </TS>
