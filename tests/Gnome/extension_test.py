@@ -221,7 +221,7 @@ class ExtensionTest(GnomeTest):
         wait_until(lambda: self.talmo.call("Focus")[5] == 2, "the password field")
 
     def test_describes_no_window_as_zero(self):
-        self.assertEqual(self.talmo.call("Focus"), (0, "", "", 0, False, 0))
+        wait_until(lambda: self.talmo.call("Focus") == (0, "", "", 0, False, 0), "a description of no window")
 
     def test_refuses_callers_that_do_not_own_talmos_name(self):
         stranger = Talmo(self.session, owns_name=False)
