@@ -5,6 +5,7 @@
 #include "Platform/Linux/Session/ClipboardNotice.h"
 #include "Platform/Linux/Session/UnknownCursor.h"
 #include "Platform/Linux/Wayland/Clipboard/WaylandPasteboard.h"
+#include "Platform/Linux/Wayland/Kde/KdeKeys.h"
 #include "Platform/Linux/Wayland/Keys/NoCancelKey.h"
 #include "Platform/Linux/Wayland/Keys/WaylandInputTrust.h"
 #include "Platform/Linux/Wayland/Keys/WaylandKeyEventPoster.h"
@@ -27,8 +28,46 @@ namespace {
 /// sway reports no release of a modifier if another key goes down in between.
 constexpr const char *defaultKeyOnSway = "Pause";
 
-/// Whether the user's keys are known, whatever window is in front.
-bool useKeys(Desktop &desktop, const DesktopOptions &options)
+const DesktopLimit takenKey = {
+    QT_TRANSLATE_NOOP("Talmo", "Dictation key"),
+    QT_TRANSLATE_NOOP("Talmo", "Another program's shortcut is the dictation key already."),
+    QT_TRANSLATE_NOOP("Talmo", "Remove that shortcut in System Settings, then start Talmo again.")};
+
+bool isTalmoActive()
+{
+    return QGuiApplication::focusWindow() != nullptr;
+}
+
+void note(Desktop &desktop, const DesktopLimit &limit)
+{
+    generalLog().info("%s: %s", {QString::fromUtf8(limit.name), QString::fromUtf8(limit.sentence)});
+    desktop.limits.append(limit);
+}
+
+/// The keys of X are only seen while one of its windows is in front.
+void useKeysOnly(Desktop &desktop, std::shared_ptr<EventMonitor> monitor, quint32 key)
+{
+    desktop.hotkeyName = keyDisplayName(key);
+    desktop.eventMonitor = std::move(monitor);
+    desktop.cancelKey = std::make_shared<NoCancelKey>();
+    desktop.hotkeys.reset(); // It would grab keys of X, which other windows do not have.
+}
+
+bool useKdeKeys(Desktop &desktop, const DesktopOptions &options)
+{
+    const auto key = KdeKeys::usableKey(triggerKeySymbols(options.hotkeys));
+    const auto keys = KdeKeys::open(key, &isTalmoActive);
+    if (!keys) {
+        return false;
+    }
+    useKeysOnly(desktop, keys, key);
+    if (!keys->hasKey()) {
+        note(desktop, takenKey);
+    }
+    return true;
+}
+
+bool useSwayKeys(Desktop &desktop, const DesktopOptions &options)
 {
     auto ipc = SwayIpc::open();
     if (!ipc) {
@@ -39,12 +78,16 @@ bool useKeys(Desktop &desktop, const DesktopOptions &options)
                          .constFirst();
     std::array<char, 64> name{};
     xkb_keysym_get_name(key, name.data(), name.size());
-    desktop.hotkeyName = keyDisplayName(key);
-    desktop.eventMonitor = std::make_shared<SwayEventMonitor>(std::move(ipc), QString::fromLatin1(name.data()),
-                                                              [] { return QGuiApplication::focusWindow() != nullptr; });
-    desktop.cancelKey = std::make_shared<NoCancelKey>();
-    desktop.hotkeys.reset(); // It would grab keys of X, which other windows do not have.
+    useKeysOnly(desktop,
+                std::make_shared<SwayEventMonitor>(std::move(ipc), QString::fromLatin1(name.data()), &isTalmoActive),
+                key);
     return true;
+}
+
+/// Whether the user's keys are known, whatever window is in front.
+bool useKeys(Desktop &desktop, const DesktopOptions &options)
+{
+    return useSwayKeys(desktop, options) || useKdeKeys(desktop, options);
 }
 
 /// Whether text reaches every window.
@@ -61,12 +104,6 @@ bool usePasting(Desktop &desktop, const std::shared_ptr<WaylandSession> &session
     desktop.cursorWatch = std::make_shared<UnknownCursor>();
     desktop.shutDown = [pasteboard] { return pasteboard->shutDown(); };
     return poster->hasKeyboard();
-}
-
-void note(Desktop &desktop, const DesktopLimit &limit)
-{
-    generalLog().info("%s: %s", {QString::fromUtf8(limit.name), QString::fromUtf8(limit.sentence)});
-    desktop.limits.append(limit);
 }
 
 const DesktopLimit unseenKeys = {

@@ -1047,5 +1047,17 @@
         <source>Enable the extension</source>
         <translation>Erweiterung einschalten</translation>
     </message>
+    <message>
+        <source>Hold to dictate</source>
+        <translation>Halten, um zu diktieren</translation>
+    </message>
+    <message>
+        <source>Another program&apos;s shortcut is the dictation key already.</source>
+        <translation>Die Diktiertaste ist bereits das Tastenkürzel eines anderen Programms.</translation>
+    </message>
+    <message>
+        <source>Remove that shortcut in System Settings, then start Talmo again.</source>
+        <translation>Entfernen Sie dieses Tastenkürzel in den Systemeinstellungen und starten Sie Talmo erneut.</translation>
+    </message>
 </context>
 </TS>

@@ -1047,5 +1047,17 @@
         <source>Enable the extension</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Hold to dictate</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Another program&apos;s shortcut is the dictation key already.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove that shortcut in System Settings, then start Talmo again.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

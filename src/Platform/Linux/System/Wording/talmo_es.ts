@@ -1047,5 +1047,17 @@
         <source>Enable the extension</source>
         <translation>Activar la extensión</translation>
     </message>
+    <message>
+        <source>Hold to dictate</source>
+        <translation>Mantener para dictar</translation>
+    </message>
+    <message>
+        <source>Another program&apos;s shortcut is the dictation key already.</source>
+        <translation>La tecla de dictado ya es el atajo de otro programa.</translation>
+    </message>
+    <message>
+        <source>Remove that shortcut in System Settings, then start Talmo again.</source>
+        <translation>Quite ese atajo en las Preferencias del sistema y vuelva a iniciar Talmo.</translation>
+    </message>
 </context>
 </TS>

@@ -1047,5 +1047,17 @@
         <source>Enable the extension</source>
         <translation>Activer l’extension</translation>
     </message>
+    <message>
+        <source>Hold to dictate</source>
+        <translation>Maintenir pour dicter</translation>
+    </message>
+    <message>
+        <source>Another program&apos;s shortcut is the dictation key already.</source>
+        <translation>La touche de dictée est déjà le raccourci d’un autre programme.</translation>
+    </message>
+    <message>
+        <source>Remove that shortcut in System Settings, then start Talmo again.</source>
+        <translation>Supprimez ce raccourci dans la Configuration du système, puis redémarrez Talmo.</translation>
+    </message>
 </context>
 </TS>
