@@ -44,6 +44,7 @@ void SettingsWindow::openWelcome()
     layout()->addWidget(m_welcome);
     setWindowTitle(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Welcome to Talmo")));
     present();
+    m_welcome->setFocus();
 }
 
 void SettingsWindow::endWelcome()

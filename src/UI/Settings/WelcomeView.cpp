@@ -36,8 +36,7 @@ const char *const greeting = QT_TRANSLATE_NOOP(
     "Talmo", "Hold %1, speak, and let go: your words are typed where the cursor is, in any program. Tap the key twice "
              "to dictate hands-free. Nothing that you say leaves this computer.");
 const char *const whereItIs = QT_TRANSLATE_NOOP(
-    "Talmo", "Talmo and its settings are at the microphone icon in your panel. Starting Talmo again opens the "
-             "settings as well.");
+    "Talmo", "Starting Talmo again opens its settings. So does its microphone icon, if your panel has a place for it.");
 
 } // namespace
 
@@ -72,6 +71,7 @@ WelcomeView::WelcomeView(const ViewContext &context, std::function<void()> done)
     layout->addWidget(area, 1);
     buildEnd(*layout);
     reread();
+    setFocusProxy(m_field); // To try it is what a new user wants first.
 }
 
 int WelcomeView::idealHeight(int width) const

@@ -244,6 +244,15 @@ TEST_F(WelcomeTest, givesWayToTheSettingsAndListensNoLonger)
     EXPECT_EQ(window.windowTitle(), u"Talmo Settings"_s);
 }
 
+TEST_F(WelcomeTest, canBeTriedWithoutAClick)
+{
+    SettingsWindow window(world.context(), screens);
+    window.setAttribute(Qt::WA_DontShowOnScreen);
+    window.openWelcome();
+    settle();
+    EXPECT_EQ(window.focusWidget(), window.findChild<QPlainTextEdit *>());
+}
+
 TEST_F(WelcomeTest, isGoneOnceItsWindowWasClosed)
 {
     SettingsWindow window(world.context(), screens);

@@ -138,13 +138,14 @@ void GnomeShell::watchKeys(const QStringList &keys)
 
 void GnomeShell::sendKeys()
 {
-    ask(QStringLiteral("WatchKeys"), {m_keys}, [keys = m_keys](const QDBusMessage &reply) {
+    ask(QStringLiteral("WatchKeys"), {m_keys}, [this, keys = m_keys](const QDBusMessage &reply) {
         const auto watched = reply.arguments().value(0).toStringList();
         if (reply.type() != QDBusMessage::ReplyMessage) {
             generalLog().error("GNOME Shell watches no keys: %@", {reply.errorMessage()});
         }
         for (const auto &key : keys) {
-            if (!watched.contains(key)) {
+            if (!watched.contains(key) && !m_unreported.contains(key)) {
+                m_unreported.append(key);
                 generalLog().info("GNOME Shell does not report the key %@", {key});
             }
         }

@@ -68,6 +68,8 @@ private: // NOLINT(readability-redundant-access-specifiers): no slots.
     bool m_ownsName = false;
     std::atomic<bool> m_isAvailable = false;
     QStringList m_keys;
+    /// Logged once.
+    QStringList m_unreported;
     std::function<void(const QString &key, bool isDown)> m_onKey;
     std::function<void()> m_onAvailabilityChanged;
 };

@@ -980,8 +980,8 @@
         <translation>%1 halten, sprechen und loslassen: Ihre Worte werden dort geschrieben, wo der Cursor steht, in jedem Programm. Die Taste zweimal kurz drücken, um freihändig zu diktieren. Nichts von dem, was Sie sagen, verlässt diesen Rechner.</translation>
     </message>
     <message>
-        <source>Talmo and its settings are at the microphone icon in your panel. Starting Talmo again opens the settings as well.</source>
-        <translation>Talmo und seine Einstellungen finden Sie beim Mikrofonsymbol in der Leiste. Ein erneuter Start von Talmo öffnet die Einstellungen ebenfalls.</translation>
+        <source>Starting Talmo again opens its settings. So does its microphone icon, if your panel has a place for it.</source>
+        <translation>Ein erneuter Start von Talmo öffnet die Einstellungen, ebenso das Mikrofonsymbol, wenn die Leiste Platz dafür hat.</translation>
     </message>
     <message>
         <source>The key to hold</source>

@@ -980,7 +980,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Talmo and its settings are at the microphone icon in your panel. Starting Talmo again opens the settings as well.</source>
+        <source>Starting Talmo again opens its settings. So does its microphone icon, if your panel has a place for it.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>

@@ -980,8 +980,8 @@
         <translation>Mantenga pulsada la tecla %1, hable y suéltela: sus palabras se escriben donde está el cursor, en cualquier programa. Pulse la tecla dos veces para dictar con manos libres. Nada de lo que diga sale de este equipo.</translation>
     </message>
     <message>
-        <source>Talmo and its settings are at the microphone icon in your panel. Starting Talmo again opens the settings as well.</source>
-        <translation>Talmo y su configuración están en el icono del micrófono del panel. Iniciar Talmo de nuevo también abre la configuración.</translation>
+        <source>Starting Talmo again opens its settings. So does its microphone icon, if your panel has a place for it.</source>
+        <translation>Iniciar Talmo de nuevo abre su configuración, igual que el icono del micrófono, si el panel lo muestra.</translation>
     </message>
     <message>
         <source>The key to hold</source>

@@ -980,8 +980,8 @@
         <translation>Maintenez %1, parlez et relâchez&#xa0;: vos mots s’écrivent à l’emplacement du curseur, dans n’importe quel programme. Appuyez deux fois sur la touche pour dicter en mains libres. Rien de ce que vous dites ne quitte cet ordinateur.</translation>
     </message>
     <message>
-        <source>Talmo and its settings are at the microphone icon in your panel. Starting Talmo again opens the settings as well.</source>
-        <translation>Vous trouverez Talmo et ses paramètres sous l’icône de microphone du tableau de bord. Relancer Talmo ouvre aussi les paramètres.</translation>
+        <source>Starting Talmo again opens its settings. So does its microphone icon, if your panel has a place for it.</source>
+        <translation>Relancer Talmo ouvre ses paramètres, tout comme l’icône de microphone, si votre tableau de bord l’affiche.</translation>
     </message>
     <message>
         <source>The key to hold</source>
