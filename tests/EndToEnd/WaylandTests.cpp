@@ -1,5 +1,6 @@
 // The whole of Talmo on sway, in Wayland windows.
 
+#include "SettingsFile.h"
 #include "SoundServer.h"
 #include "SpokenText.h"
 #include "Support/Printing.h"
@@ -31,6 +32,10 @@ protected:
         window = std::make_unique<testbed::ChildProcess>(QStringLiteral(TALMO_BIN "/talmo-gtk-window"), QStringList(),
                                                          environment);
         ASSERT_TRUE(desktop->waitForActiveWindow(u"Target"_s, timeout));
+        startTalmo();
+    }
+    void startTalmo()
+    {
         talmo = std::make_unique<testbed::ChildProcess>(QStringLiteral(TALMO_BIN "/talmo"), QStringList(), environment);
         ASSERT_TRUE(talmoSays(u"ready: hold Pause"_s));
     }
@@ -85,6 +90,22 @@ TEST_F(WaylandEndToEndTest, holdInsertsSentenceAndRestoresClipboard)
     EXPECT_TRUE(testbed::pollUntil([this] { return desktop->paste() == "clipboard before"; }, timeout));
     EXPECT_TRUE(testbed::pollUntil([&] { return overlayPlace().pixel(1, 1) == before.pixel(1, 1); }, timeout))
         << "the overlay stays";
+}
+
+TEST_F(WaylandEndToEndTest, dictatesIntoOwnWelcomeAtFirstStart)
+{
+    EXPECT_EQ(talmo->terminate(), 0);
+    window.reset();
+    testbed::writeTalmoSettings(desktop->folder(), {{u"linux.welcomeShown"_s, false}});
+    startTalmo();
+    ASSERT_TRUE(desktop->waitForActiveWindow(u"Welcome to Talmo"_s, timeout));
+    desktop->press(Key::Pause);
+    ASSERT_TRUE(talmoSays(u"state: recording"_s));
+    speak(u"hello world"_s);
+    const auto before = talmo->lines().size();
+    desktop->release(Key::Pause);
+    EXPECT_TRUE(talmo->waitForLine(u"state: idle"_s, timeout, before));
+    EXPECT_FALSE(talmo->output().contains(u"state: error"_s)) << "the field did not take the text";
 }
 
 TEST_F(WaylandEndToEndTest, boundCommandsDictate)
