@@ -101,7 +101,7 @@ void HotkeySettingsModel::take(const HotkeyControl::Press &press)
     Q_EMIT objectWillChange();
     const auto capture = std::exchange(m_capture, std::nullopt);
     if (press.kind == Kind::Typing) {
-        m_refusal = Wording::text(typingName).arg(press.key.title);
+        m_refusal = Wording::textWithKey(typingName, press.key.title);
     } else if (press.kind == Kind::Nameless) {
         m_refusal = Wording::text(namelessKey);
     } else if (press.kind == Kind::Usable) {

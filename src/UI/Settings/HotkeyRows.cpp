@@ -135,9 +135,9 @@ void HotkeyRows::reread()
     const auto suggestion = m_settings->suggestion();
     m_suggestionLine->setVisible(suggestion && !capture);
     if (suggestion) {
-        m_question->setText(
-            Wording::text(QT_TRANSLATE_NOOP("Talmo", "No %1 on your keyboard?")).arg(m_settings->keys().first().title));
-        m_suggestion->setText(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Use %1")).arg(suggestion->title));
+        m_question->setText(Wording::textWithKey(QT_TRANSLATE_NOOP("Talmo", "No %1 on your keyboard?"),
+                                                 m_settings->keys().first().title));
+        m_suggestion->setText(Wording::textWithKey(QT_TRANSLATE_NOOP("Talmo", "Use %1"), suggestion->title));
     }
 }
 
@@ -155,11 +155,11 @@ void HotkeyRows::rereadKeys()
     }
     for (const auto &key : keys) {
         auto *cap = new KeyCap;
-        cap->setText(key.title);
+        cap->setText(Wording::text(key.title));
         m_keys->addWidget(cap);
         auto *remove = addButton(*m_keys);
         remove->setText(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Remove")));
-        remove->setAccessibleName(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Remove %1")).arg(key.title));
+        remove->setAccessibleName(Wording::textWithKey(QT_TRANSLATE_NOOP("Talmo", "Remove %1"), key.title));
         // Queued: the button goes when the keys are read again.
         connect(
             remove, &QPushButton::clicked, this, [this, id = key.id] { m_settings->remove(id); }, Qt::QueuedConnection);

@@ -155,7 +155,7 @@ void WelcomeView::buildEnd(QVBoxLayout &page)
 void WelcomeView::reread()
 {
     const QString key = m_context.settings->hotkeyDisplayName();
-    m_key->setText(key);
+    m_key->setText(Wording::text(key));
     m_greeting->setText(Wording::textWithKey(greeting, key));
     m_field->setPlaceholderText(Wording::textWithKey(
         QT_TRANSLATE_NOOP("Talmo", "Click here, hold %1 and say: This is my first dictation."), key));

@@ -8,6 +8,7 @@
 #include "UI/AccessibleView.h"
 #include "UI/Settings/DesktopExtensionSection.h"
 #include "UI/Settings/HotkeyRows.h"
+#include "UI/Settings/KeyCap.h"
 #include "UI/Settings/LanguageSection.h"
 #include "UI/Settings/LevelBar.h"
 #include "UI/Settings/MicrophoneSection.h"
@@ -21,6 +22,7 @@
 #include <QPushButton>
 #include <QTabBar>
 #include <QTest>
+#include <QTranslator>
 #include <QVBoxLayout>
 
 #include <gmock/gmock.h>
@@ -278,6 +280,28 @@ TEST_F(WelcomeTest, namesTheKeyAndWhatIsMissing)
     EXPECT_TRUE(shows(view, u"Hold F9, speak"_s));
     EXPECT_TRUE(view.findChild<QPlainTextEdit *>()->placeholderText().contains(u"hold F9"_s));
     EXPECT_TRUE(shows(view, u"does not let Talmo type"_s));
+}
+
+TEST_F(WelcomeTest, namesTheKeyInTheReadersLanguage)
+{
+    class German final : public QTranslator {
+    public:
+        QString translate(const char *, const char *source, const char *, int) const override
+        {
+            return QByteArray(source) == "Right Ctrl" ? u"Strg rechts"_s : QString();
+        }
+        bool isEmpty() const override { return false; }
+    };
+    const auto hotkeys = std::make_shared<FakeHotkeySettings>();
+    hotkeys->suggested = {u"F9"_s, u"F9"_s};
+    world.hotkeys = hotkeys;
+    German german;
+    QCoreApplication::installTranslator(&german);
+    WelcomeView view(world.context(), [] {});
+    EXPECT_EQ(childOf<KeyCap>(view)->text(), u"Strg rechts"_s);
+    EXPECT_TRUE(shows(view, u"Hold Strg rechts"_s));
+    EXPECT_TRUE(shows(view, u"No Strg rechts on your keyboard?"_s));
+    QCoreApplication::removeTranslator(&german);
 }
 
 TEST_F(WelcomeTest, offersBetterRecognitionAndShowsItsProgress)
