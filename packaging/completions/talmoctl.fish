@@ -1,5 +1,5 @@
 # Fish completion for talmoctl.
-set -l commands format clean instructions transcribe insert last restore-clipboard press release toggle pause resume \
+set -l commands format clean instructions transcribe insert last trace restore-clipboard press release toggle pause resume \
     engines check-model model setup
 set -l before "not __fish_seen_subcommand_from $commands"
 set -l actions list install remove use
@@ -19,6 +19,7 @@ complete -c talmoctl -n $before -a instructions -d 'Print the instructions for t
 complete -c talmoctl -n $before -a transcribe -d 'Transcribe a sound file'
 complete -c talmoctl -n $before -a insert -d 'Paste text into the active window'
 complete -c talmoctl -n $before -a last -d 'Print the last dictation'
+complete -c talmoctl -n $before -a trace -d 'Print how long each stage of the last dictation took'
 complete -c talmoctl -n $before -a restore-clipboard -d 'Restore the clipboard from before a failed insertion'
 complete -c talmoctl -n $before -a press -d 'Do what pressing the key does'
 complete -c talmoctl -n $before -a release -d 'Do what releasing the key does'

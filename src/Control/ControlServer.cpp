@@ -128,6 +128,10 @@ void ControlServer::serve(QLocalSocket &socket, const QByteArray &request)
         writeAndClose(socket, answerWithDictation(m_actions.lastDictation(*isRaw)));
         return;
     }
+    if (ControlSocket::asksForTrace(request)) {
+        writeAndClose(socket, answerWithDictation(m_actions.lastTrace()));
+        return;
+    }
     if (ControlSocket::asksForEarlierClipboard(request)) {
         logEscapes(serveClipboard(&socket, m_actions.putEarlierClipboardBack()));
         return;

@@ -39,6 +39,8 @@ public:
         std::function<void(bool isPaused)> setPaused;
         /// Moves the dictation key.
         std::function<void(ControlSocket::KeyCommand)> moveKey = {};
+        /// The stages of the last dictation, as a table; nullopt if there is none.
+        std::function<std::optional<QString>()> lastTrace = {};
     };
 
     ControlServer(Actions actions, std::shared_ptr<Clock> clock);

@@ -26,6 +26,7 @@ const QString settingsCommand = QStringLiteral("settings");
 const QString recogniserCommand = QStringLiteral("recogniser");
 const QString lastCommand = QStringLiteral("last");
 const QString rawKey = QStringLiteral("raw");
+const QString traceCommand = QStringLiteral("trace");
 const QString earlierClipboardCommand = QStringLiteral("restore-clipboard");
 const QString pauseCommand = QStringLiteral("pause");
 const QString resumeCommand = QStringLiteral("resume");
@@ -117,6 +118,16 @@ std::optional<bool> asksForLastDictation(const QByteArray &request)
 {
     const auto object = QJsonDocument::fromJson(request).object();
     return object.value(commandKey) == lastCommand ? std::optional(object.value(rawKey).toBool()) : std::nullopt;
+}
+
+QByteArray traceRequest()
+{
+    return line({{commandKey, traceCommand}});
+}
+
+bool asksForTrace(const QByteArray &request)
+{
+    return QJsonDocument::fromJson(request).object().value(commandKey) == traceCommand;
 }
 
 QByteArray earlierClipboardRequest()

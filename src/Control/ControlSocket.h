@@ -41,6 +41,10 @@ QByteArray lastDictationRequest(bool isRaw);
 /// Whether the raw transcript is requested; nullopt if it is not a request of that kind.
 std::optional<bool> asksForLastDictation(const QByteArray &request);
 
+/// Requests when the last dictation reached each stage; the answer is a textAnswer().
+QByteArray traceRequest();
+bool asksForTrace(const QByteArray &request);
+
 /// Restores the clipboard content that was replaced by a text that was not read.
 QByteArray earlierClipboardRequest();
 bool asksForEarlierClipboard(const QByteArray &request);

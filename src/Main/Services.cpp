@@ -5,6 +5,8 @@
 #include "App/LingeringOverlay.h"
 #include "App/TidyEndCleanupService.h"
 #include "App/TimedCleanupService.h"
+#include "App/TracedPaste.h"
+#include "App/TracedServices.h"
 #include "Input/Audio/SpeexAudioConverter.h"
 #include "Input/Hotkey/PausableEventMonitor.h"
 #include "Insertion/ClipboardPasteInsertionService.h"
@@ -53,11 +55,14 @@ std::shared_ptr<CleanupService> timed(std::shared_ptr<CleanupService> cleanup, s
         [pace = std::move(pace)](const QString &editor, Duration duration) { pace->note(editor, duration); }});
 }
 
-std::shared_ptr<SpacedInsertionService> makeInsertion(const ServiceParts &parts)
+std::shared_ptr<SpacedInsertionService> makeInsertion(const ServiceParts &parts,
+                                                      const std::shared_ptr<DictationTrace> &trace)
 {
     const Desktop &desktop = *parts.desktop;
-    const auto pasting = std::make_shared<ClipboardPasteInsertionService>(desktop.pasteboard, desktop.keyPoster,
-                                                                          desktop.inputTrust, parts.clock);
+    const auto pasting = std::make_shared<ClipboardPasteInsertionService>(
+        std::make_shared<TracedPasteboard>(desktop.pasteboard, trace),
+        std::make_shared<TracedKeyPoster>(desktop.keyPoster, desktop.pasteWitness, trace), desktop.inputTrust,
+        parts.clock);
     const auto verified = std::make_shared<VerifiedInsertionService>(pasting, desktop.pasteWitness);
     const auto guarded =
         std::make_shared<PasswordFieldGuard>(verified, desktop.focusedField, parts.clock, parts.guardsPasswordFields);
@@ -83,7 +88,8 @@ void tellOfUnplugging(const ServiceParts &parts, const std::shared_ptr<Dictation
 } // namespace
 
 Services::Services(const ServiceParts &parts)
-    : permissions(makePermissions(parts)),
+    : trace(std::make_shared<DictationTrace>(parts.clock)),
+      permissions(makePermissions(parts)),
       recorder(std::make_shared<AudioRecorder>(parts.audioEngine)),
       transcription(std::make_shared<SpeechTranscriptionService>(
           parts.speech, std::make_shared<SpeexAudioConverterFactory>(), parts.executors.speech, parts.executors.main)),
@@ -103,7 +109,7 @@ Services::Services(const ServiceParts &parts)
                                                  parts.executors.main)),
       gestures(std::make_shared<DeferringHotkeyService>(
           DeferringHotkeyService::Parts{keys, preroll, interruptibleCleanup, notice, parts.clock})),
-      insertion(makeInsertion(parts)),
+      insertion(makeInsertion(parts, trace)),
       lastDictation(std::make_shared<LastDictation>()),
       recovery(
           std::make_shared<DictationRecovery>(lastDictation, parts.desktop->pasteboard, parts.desktop->pasteWitness))
@@ -131,12 +137,15 @@ std::unique_ptr<TalmoCoordinator> Services::makeCoordinator(const ServiceParts &
     CoordinatorParts made;
     made.permissions = permissions;
     made.settings = TalmoSettings::shared();
-    made.audioRecorder = recorder;
+    made.audioRecorder = std::make_shared<TracedRecorder>(recorder, trace);
     made.transcriptionService = std::make_shared<RememberedTranscriptionService>(
-        std::make_shared<DiagnosedTranscriptionService>(transcription, parts.audioEngine), lastDictation);
-    made.hotkeyManager = gestures;
+        std::make_shared<DiagnosedTranscriptionService>(
+            std::make_shared<TracedTranscriptionService>(transcription, trace), parts.audioEngine),
+        lastDictation);
+    made.hotkeyManager = std::make_shared<TracedHotkeyService>(gestures, trace);
     made.textCleanupService = std::make_shared<RememberedCleanupService>(
-        std::make_shared<TidyEndCleanupService>(interruptibleCleanup), lastDictation);
+        std::make_shared<TidyEndCleanupService>(std::make_shared<TracedCleanupService>(interruptibleCleanup, trace)),
+        lastDictation);
     made.insertionService =
         std::make_shared<RememberedInsertionService>(insertion, parts.desktop->focusedField, history);
     made.locale = parts.locale;

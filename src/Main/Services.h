@@ -4,6 +4,7 @@
 #include "App/DictationHistory.h"
 #include "App/DictationPause.h"
 #include "App/DictationRecovery.h"
+#include "App/DictationTrace.h"
 #include "App/InterruptibleCleanupService.h"
 #include "App/LastDictation.h"
 #include "App/SoundCues.h"
@@ -53,6 +54,7 @@ struct Services {
     /// Once.
     std::unique_ptr<TalmoCoordinator> makeCoordinator(const ServiceParts &parts) const;
 
+    std::shared_ptr<DictationTrace> trace;
     std::shared_ptr<PermissionsManager> permissions;
     std::shared_ptr<AudioRecorder> recorder;
     std::shared_ptr<TranscriptionService> transcription;

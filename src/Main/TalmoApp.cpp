@@ -284,6 +284,7 @@ void TalmoApp::listenForOthers()
             break;
         }
     };
+    actions.lastTrace = [trace = m_services->trace] { return trace->table(); };
     m_control = std::make_unique<ControlServer>(std::move(actions), m_clock);
     m_control->listen(ControlSocket::path());
 }

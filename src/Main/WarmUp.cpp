@@ -8,12 +8,13 @@ namespace talmo {
 
 WarmUp::WarmUp(const Parts &parts, TalmoCoordinator &coordinator)
     : m_engines(parts.engines),
-      m_preparation(
-          PressPreparation::Parts{parts.eventMonitor, parts.services->gestures, parts.services->preroll, parts.clock,
-                                  [engines = parts.engines, locale = parts.locale, model = parts.languageModel] {
-                                      engines->warmUp(locale->currentIdentifier());
-                                      model->refresh(); // Answered before the user has finished speaking.
-                                  }}),
+      m_preparation(PressPreparation::Parts{
+          parts.eventMonitor, parts.services->gestures, parts.services->preroll, parts.clock,
+          [trace = parts.services->trace, engines = parts.engines, locale = parts.locale, model = parts.languageModel] {
+              trace->note(DictationTrace::Stage::Pressed);
+              engines->warmUp(locale->currentIdentifier());
+              model->refresh(); // Answered before the user has finished speaking.
+          }}),
       m_instructions(coordinator, {[model = parts.languageModel](const QString &instructions) {
                                        model->warmUp(instructions, promptStart());
                                    },

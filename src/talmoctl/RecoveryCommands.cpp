@@ -25,6 +25,12 @@ QCoro::Task<int> runLast(Invocation invocation)
     co_return EXIT_SUCCESS;
 }
 
+QCoro::Task<int> runTrace(Invocation /*invocation*/)
+{
+    writeLine(ControlSocket::answeredText(ask(ControlSocket::traceRequest())));
+    co_return EXIT_SUCCESS;
+}
+
 QCoro::Task<int> runRestoreClipboard(Invocation /*invocation*/)
 {
     ask(ControlSocket::earlierClipboardRequest());
@@ -88,6 +94,11 @@ QList<Command> recoveryCommands()
              {},
              {flag("raw", "Print the words as they were recognised.")},
              &runLast},
+            {QStringLiteral("trace"),
+             QStringLiteral("Print how long each stage of the last dictation took."),
+             {},
+             {},
+             &runTrace},
             {QStringLiteral("restore-clipboard"),
              QStringLiteral("Restore the clipboard content from before a failed insertion."),
              {},

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "App/DictationTrace.h"
+#include "App/Services/PipelineServices.h"
+
+#include <memory>
+
+namespace talmo {
+
+/// Notes the end of the gesture in a DictationTrace.
+class TracedHotkeyService final : public HotkeyService {
+public:
+    TracedHotkeyService(std::shared_ptr<HotkeyService> service, std::shared_ptr<DictationTrace> trace);
+
+    void setOnHotkeyDown(std::function<void()> callback) override;
+    void setOnHotkeyUp(std::function<void()> callback) override;
+    void start() override;
+
+private:
+    std::shared_ptr<HotkeyService> m_service;
+    std::shared_ptr<DictationTrace> m_trace;
+};
+
+/// Notes when the last audio has arrived.
+class TracedRecorder final : public RecorderService {
+public:
+    TracedRecorder(std::shared_ptr<RecorderService> recorder, std::shared_ptr<DictationTrace> trace);
+
+    void start(AudioBufferHandler onBuffer) override;
+    void stop() override;
+
+private:
+    std::shared_ptr<RecorderService> m_recorder;
+    std::shared_ptr<DictationTrace> m_trace;
+};
+
+/// Notes the beginning of the recording, and its final text.
+class TracedTranscriptionService final : public TranscriptionService {
+public:
+    TracedTranscriptionService(std::shared_ptr<TranscriptionService> service, std::shared_ptr<DictationTrace> trace);
+
+    QCoro::Task<ModelStatus> modelStatus(QString locale) override;
+    QCoro::Task<void> installModel(QString locale) override;
+    QCoro::Task<void> startTranscription(std::shared_ptr<RecorderService> recorder, QString locale,
+                                         UpdateHandler onUpdate, ErrorHandler onError) override;
+    QCoro::Task<QString> stopTranscription() override;
+    QCoro::Task<void> cancelTranscription() override;
+
+private:
+    static QCoro::Task<void> started(QCoro::Task<void> starting, std::shared_ptr<TranscriptionService> service,
+                                     std::shared_ptr<DictationTrace> trace);
+    static QCoro::Task<QString> stopped(QCoro::Task<QString> stopping, std::shared_ptr<TranscriptionService> service,
+                                        std::shared_ptr<DictationTrace> trace);
+
+    std::shared_ptr<TranscriptionService> m_service;
+    std::shared_ptr<DictationTrace> m_trace;
+};
+
+/// Notes the end of the cleanup.
+class TracedCleanupService final : public CleanupService {
+public:
+    TracedCleanupService(std::shared_ptr<CleanupService> service, std::shared_ptr<DictationTrace> trace);
+
+    QCoro::Task<QString> cleanup(QString transcript, bool aiCleanupEnabled, bool conciseTextEnabled, TextTone textTone,
+                                 QStringList dictionaryWords) override;
+
+private:
+    static QCoro::Task<QString> cleaned(QCoro::Task<QString> cleaning, std::shared_ptr<CleanupService> service,
+                                        std::shared_ptr<DictationTrace> trace);
+
+    std::shared_ptr<CleanupService> m_service;
+    std::shared_ptr<DictationTrace> m_trace;
+};
+
+} // namespace talmo
