@@ -57,6 +57,11 @@ qsizetype characterCount(const QString &text)
 
 qsizetype firstCharacterLength(const QString &text)
 {
+    // Between two characters of ASCII there is always a boundary, except within a line break.
+    const auto isPlain = [&text](qsizetype index) { return text.at(index) < QChar(0x80) && text.at(index) != u'\r'; };
+    if (!text.isEmpty() && isPlain(0) && (text.size() == 1 || isPlain(1))) {
+        return 1;
+    }
     // No real character is this long; examining only the head keeps very long texts cheap.
     static constexpr qsizetype longestCharacter = 256;
     const QString head = text.left(longestCharacter);

@@ -1,6 +1,7 @@
 #include "Cleanup/LocalFormatting.h"
 
 #include "Base/Text.h"
+#include "Cleanup/PhraseSearch.h"
 
 #include <algorithm>
 #include <optional>
@@ -9,8 +10,8 @@ namespace talmo {
 
 namespace {
 
-constexpr QStringView newLineCommand = u"new line";
-constexpr QStringView newParagraphCommand = u"new paragraph";
+const PhraseSearch newLineCommand(u"new line");
+const PhraseSearch newParagraphCommand(u"new paragraph");
 constexpr QStringView sentenceTerminators = u".!?";
 
 struct Command {
@@ -23,7 +24,7 @@ struct Command {
 /// a long text with many commands of one kind and none of the other would be searched to its end for each of them.
 class PhraseFinder {
 public:
-    PhraseFinder(QStringView text, QStringView phrase)
+    PhraseFinder(QStringView text, const PhraseSearch &phrase)
         : m_text(text),
           m_phrase(phrase)
     {
@@ -33,7 +34,7 @@ public:
     qsizetype next(qsizetype start)
     {
         if (m_found != notFound && m_found < start) {
-            m_found = m_text.indexOf(m_phrase, start, Qt::CaseInsensitive);
+            m_found = m_phrase.indexIn(m_text, start);
         }
         return m_found;
     }
@@ -43,7 +44,7 @@ private:
     static constexpr qsizetype notSearched = -2;
 
     QStringView m_text;
-    QStringView m_phrase;
+    const PhraseSearch &m_phrase;
     qsizetype m_found = notSearched;
 };
 
@@ -52,10 +53,10 @@ std::optional<Command> nextCommand(PhraseFinder &newParagraph, PhraseFinder &new
     const auto paragraph = newParagraph.next(start);
     const auto line = newLine.next(start);
     if (line >= 0 && (paragraph < 0 || line < paragraph)) {
-        return Command{line, newLineCommand.size(), QStringLiteral("\n")};
+        return Command{line, newLineCommand.length(), QStringLiteral("\n")};
     }
     if (paragraph >= 0) {
-        return Command{paragraph, newParagraphCommand.size(), QStringLiteral("\n\n")};
+        return Command{paragraph, newParagraphCommand.length(), QStringLiteral("\n\n")};
     }
     return std::nullopt;
 }
@@ -98,11 +99,12 @@ std::vector<TextSegment> splitIntoSegments(const QString &transcript)
 BulletRequest detectBulletRequest(const QString &text)
 {
     const QString trimmed = Text::trimWhitespaceAndNewlines(text);
-    for (const QStringView phrase : bulletTriggerPhrases) {
-        const auto position = trimmed.indexOf(phrase, 0, Qt::CaseInsensitive);
+    static const std::vector<PhraseSearch> searches(bulletTriggerPhrases.begin(), bulletTriggerPhrases.end());
+    for (const auto &search : searches) {
+        const auto position = search.indexIn(trimmed);
         if (position >= 0) {
             QString rest = trimmed;
-            rest.remove(position, phrase.size());
+            rest.remove(position, search.length());
             return {Text::trimWhitespaceAndNewlines(withoutDoubleSpaces(rest)), true};
         }
     }

@@ -50,6 +50,8 @@ TEST(Text, findsFirstCharacter)
 {
     EXPECT_EQ(Text::firstCharacterLength(QString()), 0);
     EXPECT_EQ(Text::firstCharacterLength(u"abc"_s), 1);
+    EXPECT_EQ(Text::firstCharacterLength(u"a"_s), 1);
+    EXPECT_EQ(Text::firstCharacterLength(u"\r\n"_s), 2);
     EXPECT_EQ(Text::firstCharacterLength(u"e\u0301a"_s), 2);
     EXPECT_EQ(Text::firstCharacterLength(u"\U0001F600a"_s), 2);
     EXPECT_EQ(Text::firstCharacterLength(QString(QChar(0xD800))), 1);
