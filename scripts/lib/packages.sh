@@ -25,6 +25,7 @@ test_packages=(
   desktop-file-utils appstream python3 mandoc iproute2 python3-onnx dbus-daemon openssl strace fonts-noto-color-emoji
   x11-xserver-utils at-spi2-core copyq pocketsphinx-testdata libfaketime
   sway xwayland foot grim wl-clipboard
+  valgrind
 )
 # More synthetic voices, and recordings of people.
 accuracy_packages=(
