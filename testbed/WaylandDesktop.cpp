@@ -159,8 +159,10 @@ void WaylandDesktop::startCompositor()
     }
 }
 
-void WaylandDesktop::storeSettings(const QJsonObject &settings)
+void WaylandDesktop::storeSettings(QJsonObject settings)
 {
+    // This desktop's keyboard is none of the machine's, which may be readable.
+    settings.insert(QStringLiteral("linux.readKeyboards"), false);
     writeTalmoSettings(m_folder.path(), settings);
 }
 

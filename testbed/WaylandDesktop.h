@@ -38,7 +38,7 @@ public:
     QProcessEnvironment environment() const { return m_environment; }
     /// Private to this desktop and deleted with it.
     QString folder() const { return m_folder.path(); }
-    void storeSettings(const QJsonObject &settings);
+    void storeSettings(QJsonObject settings);
 
     /// Keys of the hardware, which a desktop without a screen has none of.
     void press(KeyboardKey key) { sendKey(key, true); }

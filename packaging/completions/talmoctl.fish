@@ -1,6 +1,6 @@
 # Fish completion for talmoctl.
-set -l commands format clean instructions transcribe insert last trace restore-clipboard press release toggle pause resume \
-    engines check-model model setup
+set -l commands format clean instructions transcribe insert last trace restore-clipboard press release toggle cancel \
+    status watch pause resume engines check-model model setup
 set -l before "not __fish_seen_subcommand_from $commands"
 set -l actions list install remove use
 set -l before_action "__fish_seen_subcommand_from model; and not __fish_seen_subcommand_from $actions"
@@ -24,6 +24,9 @@ complete -c talmoctl -n $before -a restore-clipboard -d 'Restore the clipboard f
 complete -c talmoctl -n $before -a press -d 'Do what pressing the key does'
 complete -c talmoctl -n $before -a release -d 'Do what releasing the key does'
 complete -c talmoctl -n $before -a toggle -d 'Start recording hands-free, or end the recording'
+complete -c talmoctl -n $before -a cancel -d 'Discard the recording'
+complete -c talmoctl -n $before -a status -d 'Print what Talmo is doing'
+complete -c talmoctl -n $before -a watch -d 'Print what Talmo is doing, and every change'
 complete -c talmoctl -n $before -a pause -d 'Make the dictation key do nothing'
 complete -c talmoctl -n $before -a resume -d 'Let the dictation key work again'
 complete -c talmoctl -n $before -a engines -d 'List engines and models, and test each'
@@ -58,6 +61,7 @@ complete -c talmoctl -n $before_action -a list -d 'List models'
 complete -c talmoctl -n $before_action -a install -d 'Download and install a model'
 complete -c talmoctl -n $before_action -a remove -d 'Remove a model'
 complete -c talmoctl -n $before_action -a use -d 'Choose the recogniser'
+complete -c talmoctl -n '__fish_seen_subcommand_from status watch' -l json -d 'Print JSON'
 complete -c talmoctl -n '__fish_seen_subcommand_from list' -l json -d 'Print the list as JSON'
 complete -c talmoctl -n '__fish_seen_subcommand_from install' -l accept-renewed \
     -d 'Accept another file than the known one'

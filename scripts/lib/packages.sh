@@ -9,6 +9,7 @@ build_packages=(
   libarchive-dev libfftw3-dev libpulse-dev libcanberra-dev libspeexdsp-dev libwebrtc-audio-processing-dev
   libpocketsphinx-dev libsphinxbase-dev flite1-dev
   libxcb1-dev libxcb-res0-dev libxcb-xinput-dev libxcb-xtest0-dev
+  libevdev-dev libudev-dev
   libwayland-dev libwayland-bin wayland-protocols plasma-wayland-protocols
 )
 # To run Talmo on an existing desktop.
@@ -24,8 +25,8 @@ test_packages=(
   libgtest-dev libgmock-dev libgtk-3-dev libsm-dev libice-dev xterm xfonts-base xclip x11-xkb-utils
   desktop-file-utils appstream python3 mandoc iproute2 python3-onnx dbus-daemon openssl strace fonts-noto-color-emoji
   x11-xserver-utils at-spi2-core copyq pocketsphinx-testdata libfaketime
-  sway xwayland foot grim wl-clipboard
-  valgrind
+  sway xwayland foot grim wl-clipboard weston
+  umockdev libumockdev-dev valgrind
 )
 # More synthetic voices, and recordings of people.
 accuracy_packages=(

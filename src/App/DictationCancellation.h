@@ -34,10 +34,12 @@ public:
     DictationCancellation(Parts parts, TalmoCoordinator &coordinator);
     ~DictationCancellation() override;
 
+    /// Discards the recording; does nothing if there is none.
+    void discard();
+
 private:
     void stateMayHaveChanged();
     void showHint(bool isGrabbed);
-    void discard();
 
     Parts m_parts;
     TalmoCoordinator &m_coordinator;

@@ -34,13 +34,12 @@ void answerAndClose(QLocalSocket &socket, const std::optional<QString> &error)
 
 QByteArray answerWithDictation(const std::optional<QString> &text)
 {
-    return text ? ControlSocket::textAnswer(*text)
-                : ControlSocket::answer(QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Nothing has been dictated yet.")));
+    return text ? ControlSocket::textAnswer(*text) : ControlSocket::answer(QString::fromUtf8(nothingDictated));
 }
 
 } // namespace
 
-ControlServer::ControlServer(Actions actions, std::shared_ptr<Clock> clock)
+ControlServer::ControlServer(ControlActions actions, std::shared_ptr<Clock> clock)
     : m_actions(std::move(actions)),
       m_clock(std::move(clock))
 {
@@ -146,6 +145,10 @@ void ControlServer::serve(QLocalSocket &socket, const QByteArray &request)
         answerAndClose(socket, std::nullopt);
         return;
     }
+    if (ControlSocket::asksForStatus(request)) {
+        writeAndClose(socket, ControlSocket::statusAnswer(m_actions.status()));
+        return;
+    }
     const auto text = ControlSocket::textToInsert(request);
     if (!text) {
         answerAndClose(socket, QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Unknown request.")));
@@ -164,7 +167,7 @@ QCoro::Task<void> ControlServer::serveClipboard(QPointer<QLocalSocket> socket, Q
     }
 }
 
-QCoro::Task<void> ControlServer::serveAction(QPointer<QLocalSocket> socket, QString text, Insert action)
+QCoro::Task<void> ControlServer::serveAction(QPointer<QLocalSocket> socket, QString text, ControlActions::Insert action)
 {
     std::optional<QString> problem;
     try {

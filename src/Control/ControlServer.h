@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Base/Clock.h"
-#include "Control/ControlSocket.h"
+#include "Control/ControlActions.h"
 
 #include <QCoro/QCoroTask>
 
@@ -12,9 +12,7 @@
 #include <QPointer>
 #include <QString>
 
-#include <functional>
 #include <memory>
-#include <optional>
 
 namespace talmo {
 
@@ -23,27 +21,7 @@ namespace talmo {
 /// number of clients are limited. Main thread.
 class ControlServer final : public QObject {
 public:
-    /// Inserts a text; may throw Error.
-    using Insert = std::function<QCoro::Task<void>(QString)>;
-
-    struct Actions {
-        Insert insert;
-        std::function<void()> openSettings;
-        /// Throws Error if the choice cannot be saved.
-        std::function<QCoro::Task<void>(QString)> chooseRecogniser;
-        /// The last dictation, or its raw transcript; nullopt if there is none.
-        std::function<std::optional<QString>(bool isRaw)> lastDictation;
-        /// False if there is no earlier clipboard.
-        std::function<QFuture<bool>()> putEarlierClipboardBack;
-        /// Pauses the dictation key or resumes it.
-        std::function<void(bool isPaused)> setPaused;
-        /// Moves the dictation key.
-        std::function<void(ControlSocket::KeyCommand)> moveKey = {};
-        /// The stages of the last dictation, as a table; nullopt if there is none.
-        std::function<std::optional<QString>()> lastTrace = {};
-    };
-
-    ControlServer(Actions actions, std::shared_ptr<Clock> clock);
+    ControlServer(ControlActions actions, std::shared_ptr<Clock> clock);
 
     /// Replaces a stale socket. False, and logged, if the socket cannot be created.
     bool listen(const QString &path);
@@ -54,9 +32,9 @@ private:
     static QCoro::Task<void> hangUpAt(QPointer<QLocalSocket> socket, QFuture<void> deadline);
     void serve(QLocalSocket &socket, const QByteArray &request);
     static QCoro::Task<void> serveClipboard(QPointer<QLocalSocket> socket, QFuture<bool> done);
-    static QCoro::Task<void> serveAction(QPointer<QLocalSocket> socket, QString text, Insert action);
+    static QCoro::Task<void> serveAction(QPointer<QLocalSocket> socket, QString text, ControlActions::Insert action);
 
-    Actions m_actions;
+    ControlActions m_actions;
     std::shared_ptr<Clock> m_clock;
     QLocalServer m_server;
 };

@@ -30,6 +30,9 @@ const QString traceCommand = QStringLiteral("trace");
 const QString earlierClipboardCommand = QStringLiteral("restore-clipboard");
 const QString pauseCommand = QStringLiteral("pause");
 const QString resumeCommand = QStringLiteral("resume");
+const QString statusCommand = QStringLiteral("status");
+const QString stateKey = QStringLiteral("state");
+const QString messageKey = QStringLiteral("message");
 
 /// Without byte-order marks at the beginning of a text: a reader may drop the first one or keep it.
 QByteArray line(QJsonObject object)
@@ -47,7 +50,8 @@ QByteArray line(QJsonObject object)
 /// In the order of KeyCommand.
 const QStringList &keyCommands()
 {
-    static const QStringList all = {QStringLiteral("press"), QStringLiteral("release"), QStringLiteral("toggle")};
+    static const QStringList all = {QStringLiteral("press"), QStringLiteral("release"), QStringLiteral("toggle"),
+                                    QStringLiteral("cancel")};
     return all;
 }
 
@@ -162,6 +166,16 @@ std::optional<KeyCommand> keyToMove(const QByteArray &request)
     return index >= 0 ? std::optional(static_cast<KeyCommand>(index)) : std::nullopt;
 }
 
+QByteArray statusRequest()
+{
+    return line({{commandKey, statusCommand}});
+}
+
+bool asksForStatus(const QByteArray &request)
+{
+    return QJsonDocument::fromJson(request).object().value(commandKey) == statusCommand;
+}
+
 bool isOwnUser(const QLocalSocket &socket)
 {
     ucred peer{};
@@ -207,6 +221,17 @@ QByteArray textAnswer(const QString &text)
 QString answeredText(const QByteArray &answer)
 {
     return QJsonDocument::fromJson(answer).object().value(textKey).toString();
+}
+
+QByteArray statusAnswer(const Status &status)
+{
+    return line({{stateKey, status.state}, {messageKey, status.message}});
+}
+
+Status answeredStatus(const QByteArray &answer)
+{
+    const auto object = QJsonDocument::fromJson(answer).object();
+    return {object.value(stateKey).toString(), object.value(messageKey).toString()};
 }
 
 void checkAnswer(const QByteArray &answer)

@@ -54,11 +54,23 @@ QByteArray pauseRequest(bool isPaused);
 /// Nullopt if it is not a request of that kind.
 std::optional<bool> pauseToSet(const QByteArray &request);
 
-/// What the dictation key can do, for another key that runs a command.
-enum class KeyCommand { Press, Release, Toggle };
+/// What the dictation key can do, for another key that runs a command. Cancel discards a recording, as Escape does.
+enum class KeyCommand { Press, Release, Toggle, Cancel };
 QByteArray keyRequest(KeyCommand command);
 /// Nullopt if it is not a request of that kind.
 std::optional<KeyCommand> keyToMove(const QByteArray &request);
+
+/// What Talmo is doing.
+struct Status {
+    /// "idle", "recording", "processing", "inserting" or "error".
+    QString state;
+    /// What went wrong, for users; empty unless the state is "error".
+    QString message;
+    bool operator==(const Status &) const = default;
+};
+/// The answer is a statusAnswer().
+QByteArray statusRequest();
+bool asksForStatus(const QByteArray &request);
 
 /// Whether the program at the other end of a connected socket runs as this user, according to the kernel.
 bool isOwnUser(const QLocalSocket &socket);
@@ -71,6 +83,8 @@ QByteArray answer(const std::optional<QString> &error);
 QByteArray textAnswer(const QString &text);
 /// The text in an answer that checkAnswer() accepts.
 QString answeredText(const QByteArray &answer);
+QByteArray statusAnswer(const Status &status);
+Status answeredStatus(const QByteArray &answer);
 /// Throws Error with the server's message, or if the reply is malformed.
 void checkAnswer(const QByteArray &answer);
 

@@ -7,6 +7,7 @@
 #include "Control/ControlSocket.h"
 #include "Main/TalmoApp.h"
 #include "Platform/Desktop.h"
+#include "Platform/Linux/Session/SessionBus.h"
 #include "Platform/Linux/System/LinuxWording.h"
 #include "Platform/Linux/System/QuitSignals.h"
 #include "Platform/Linux/System/SingleInstance.h"
@@ -104,17 +105,6 @@ int letTheFirstShowItsSettings()
     }
     std::fprintf(stderr, "talmo: Talmo runs already; its settings are open now\n");
     return EXIT_SUCCESS;
-}
-
-/// Where there is no session bus, the D-Bus library would start one of its own, and the main thread would wait for that
-/// while keys go unseen. Told where the bus of this user would be, it finds none and goes on.
-void keepFromStartingABus()
-{
-    if (qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) {
-        const QByteArray folder =
-            qEnvironmentVariableIsSet("XDG_RUNTIME_DIR") ? qgetenv("XDG_RUNTIME_DIR") : "/nonexistent";
-        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + folder + "/bus");
-    }
 }
 
 /// A session that brings back what ran when it ended would start a second Talmo beside the one started at login.

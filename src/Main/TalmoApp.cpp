@@ -1,6 +1,7 @@
 #include "Main/TalmoApp.h"
 
 #include "App/AppDelegate.h"
+#include "App/DictationCancellation.h"
 #include "Base/CancellableWait.h"
 #include "Base/Log.h"
 #include "Base/Task.h"
@@ -16,6 +17,7 @@
 #include "Main/Shutdown.h"
 #include "Main/WarmUp.h"
 #include "Main/WordPronunciationsModel.h"
+#include "Platform/Linux/Session/ControlBus.h"
 #include "Platform/Linux/Session/DesktopNotice.h"
 #include "Platform/Linux/Session/XdgAutostart.h"
 #include "Platform/Linux/Sound/EventSounds.h"
@@ -50,6 +52,17 @@ QCoro::Task<void> chooseRecogniser(std::shared_ptr<RecogniserSettingsModel> reco
     co_await saving;
 }
 
+QString describe(const DesktopLimit &limit)
+{
+    return Wording::text(limit.sentence) + QLatin1Char(' ') + Wording::text(limit.remedy);
+}
+
+ControlSocket::Status currentStatus()
+{
+    const auto &state = TalmoCoordinator::shared().state();
+    return {name(state), state.message()};
+}
+
 EditingServer editingServer(const LoopbackLanguageModel::Server &server, const EditingPace &pace)
 {
     EditingServer shown{server.model, server.place, server.refused};
@@ -68,8 +81,8 @@ TalmoApp::TalmoApp(const OpenDesktop &open)
     : m_clock(std::make_shared<TimerFdClock>()),
       m_defaults(JsonUserDefaults::ofThisUser(m_executors.settings)),
       m_linuxSettings(LinuxSettings::read(*m_defaults)),
-      m_desktop(std::make_shared<Desktop>(open(
-          {m_clock, m_linuxSettings.standInKeys, m_linuxSettings.colourScheme, [this] { Q_EMIT quitRequested(); }}))),
+      m_desktop(std::make_shared<Desktop>(open({m_clock, m_linuxSettings.standInKeys, m_linuxSettings.readKeyboards,
+                                                m_linuxSettings.colourScheme, [this] { Q_EMIT quitRequested(); }}))),
       m_languageModel(std::make_shared<LoopbackLanguageModel>(m_linuxSettings.languageModel, m_executors.cleanup,
                                                               m_clock, std::make_shared<LinuxServerTrust>())),
       m_audioEngine(std::make_shared<PulseAudioEngine>()),
@@ -206,7 +219,7 @@ void TalmoApp::tellLimitsOnce()
 {
     for (const auto &limit : m_desktop->limits) {
         if (isFirstTime(QStringLiteral("linux.told.") + QString::fromUtf8(limit.name))) {
-            showDesktopNotice(Wording::text(limit.sentence) + QLatin1Char(' ') + Wording::text(limit.remedy));
+            showDesktopNotice(describe(limit));
         }
     }
 }
@@ -250,6 +263,9 @@ void TalmoApp::showInterface(TalmoCoordinator &coordinator)
                                                          m_recogniserSettings, m_recognisers.models->catalogue());
     context.language = m_language;
     context.desktopExtension = m_desktop->extension;
+    for (const auto &limit : m_desktop->limits) {
+        context.limits.append(describe(limit));
+    }
     context.beginRecording = [gestures = m_services->gestures] { gestures->beginGesture(); };
     context.endRecording = m_services->endGesture;
     const UserInterfaceParts parts{m_desktop->statusItem, m_desktop->makePanelWindow, m_desktop->screens,
@@ -259,7 +275,7 @@ void TalmoApp::showInterface(TalmoCoordinator &coordinator)
 
 void TalmoApp::listenForOthers()
 {
-    ControlServer::Actions actions;
+    ControlActions actions;
     actions.insert = [insertion = m_services->insertion](const QString &text) {
         return insertion->insertExactly(text);
     };
@@ -282,9 +298,18 @@ void TalmoApp::listenForOthers()
         case ControlSocket::KeyCommand::Toggle:
             commanded->toggle([&keys] { return keys->recognizer().activeMode().has_value(); });
             break;
+        case ControlSocket::KeyCommand::Cancel:
+            TalmoCoordinator::shared().findChild<DictationCancellation *>()->discard();
+            break;
         }
     };
     actions.lastTrace = [trace = m_services->trace] { return trace->table(); };
+    actions.status = &currentStatus;
+    m_bus = std::make_unique<ControlBus>(QDBusConnection::sessionBus(), actions);
+    m_bus->open();
+    connect(
+        &TalmoCoordinator::shared(), &Observable::objectWillChange, m_bus.get(),
+        [bus = m_bus.get()] { bus->tellState(); }, Qt::QueuedConnection);
     m_control = std::make_unique<ControlServer>(std::move(actions), m_clock);
     m_control->listen(ControlSocket::path());
 }
@@ -316,6 +341,7 @@ QCoro::Task<void> TalmoApp::shutDown()
 {
     m_warmUp.reset();
     m_control.reset();
+    m_bus.reset();
     m_interface.reset();
     m_microphone.reset();
     m_hotkeys.reset();

@@ -15,6 +15,7 @@
 namespace talmo {
 
 class AppDelegate;
+class ControlBus;
 class ControlServer;
 class DictationOptionsModel;
 class HotkeySettingsModel;
@@ -88,6 +89,7 @@ private:
     std::unique_ptr<AppDelegate> m_delegate;
     std::unique_ptr<UserInterface> m_interface;
     std::unique_ptr<ControlServer> m_control;
+    std::unique_ptr<ControlBus> m_bus;
     std::unique_ptr<WarmUp> m_warmUp;
 };
 

@@ -69,6 +69,8 @@ struct DesktopOptions {
     std::shared_ptr<Clock> clock;
     /// Names of the keys to hold; empty for the default ones.
     QStringList hotkeys;
+    /// Whether keys may be read from the keyboards' devices.
+    bool readsKeyboards = true;
     /// "light" or "dark" overrides the desktop; any other value follows it.
     QString colourScheme;
     /// Called when the user asks the desktop to quit Talmo.

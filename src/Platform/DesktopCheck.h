@@ -22,6 +22,7 @@ struct CheckResult {
 struct DesktopCheckOptions {
     /// As in DesktopOptions.
     QStringList hotkeys;
+    bool readsKeyboards = true;
     /// Talmo itself holds the keys then.
     bool isTalmoRunning = false;
 };

@@ -17,6 +17,7 @@
 #include "UI/EditingServer.h"
 
 #include <QFuture>
+#include <QStringList>
 
 #include <functional>
 #include <memory>
@@ -56,6 +57,8 @@ struct ViewContext {
     std::shared_ptr<LanguageSettings> language;
     /// Null if the desktop needs none.
     std::shared_ptr<DesktopExtension> desktopExtension;
+    /// What the desktop does not allow, and what the user can do about it: a sentence or two each.
+    QStringList limits;
     /// Begin and end a recording as the key would.
     std::function<void()> beginRecording;
     std::function<void()> endRecording;

@@ -7,7 +7,7 @@ QList<Command> allCommands()
     QList<Command> commands{formatCommand(),     cleanCommand(),  instructionsCommand(),
                             transcribeCommand(), insertCommand(), enginesCommand(),
                             checkModelCommand(), setupCommand(),  doctorCommand()};
-    return commands + recoveryCommands() + keyCommands() + pauseCommands() + modelCommands();
+    return commands + recoveryCommands() + keyCommands() + stateCommands() + pauseCommands() + modelCommands();
 }
 
 QCommandLineOption flag(const char *name, const char *description)

@@ -55,6 +55,7 @@ Command doctorCommand();
 QList<Command> modelCommands();
 QList<Command> recoveryCommands();
 QList<Command> keyCommands();
+QList<Command> stateCommands();
 QList<Command> pauseCommands();
 
 QCommandLineOption flag(const char *name, const char *description);

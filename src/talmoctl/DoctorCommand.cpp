@@ -145,7 +145,7 @@ QCoro::Task<int> runDoctor(Invocation invocation)
     QList<CheckResult> results{sound.result};
     results += checkRecognition(linuxSettings);
     const bool isRunning = !SingleInstance(ControlSocket::lockPath()).isFirst();
-    results += checkDesktop({linuxSettings.standInKeys, isRunning});
+    results += checkDesktop({linuxSettings.standInKeys, linuxSettings.readKeyboards, isRunning});
     const CheckResult server = co_await checkModelServer(linuxSettings, clock);
     results.append(server);
     const bool isOk = std::all_of(results.begin(), results.end(),

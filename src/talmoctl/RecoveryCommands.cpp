@@ -1,10 +1,24 @@
+#include "Base/Completion.h"
 #include "Control/ControlSocket.h"
+#include "Platform/Linux/Session/BusStates.h"
+#include "Platform/Linux/Session/SessionBus.h"
 #include "talmoctl/Command.h"
 #include "talmoctl/Terminal.h"
+
+#include <QCoro/QCoroFuture>
+
+#include <QDBusConnection>
+#include <QJsonDocument>
+#include <QJsonObject>
 
 namespace talmo::ctl {
 
 namespace {
+
+QString notRunning()
+{
+    return QStringLiteral("Talmo is not running; start it first");
+}
 
 /// The answer of the Talmo on this display. Throws Error with its message, or if none is running.
 QByteArray ask(const QByteArray &request)
@@ -13,7 +27,7 @@ QByteArray ask(const QByteArray &request)
     constexpr int answerTimeout = 3000;
     const auto answer = ControlSocket::exchange(request, connectTimeout, answerTimeout);
     if (!answer) {
-        throw Error(QStringLiteral("Talmo is not running; start it first"));
+        throw Error(notRunning());
     }
     ControlSocket::checkAnswer(*answer);
     return *answer;
@@ -55,7 +69,62 @@ QCoro::Task<int> moveKey(ControlSocket::KeyCommand command)
     co_return EXIT_SUCCESS;
 }
 
+/// "error: No speech detected.", or as JSON.
+QString describe(const ControlSocket::Status &status, bool asJson)
+{
+    if (asJson) {
+        QJsonObject object{{QStringLiteral("state"), status.state}};
+        if (!status.message.isEmpty()) {
+            object.insert(QStringLiteral("message"), status.message);
+        }
+        return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
+    }
+    return status.message.isEmpty() ? status.state : status.state + QStringLiteral(": ") + status.message;
+}
+
+QCoro::Task<int> runStatus(Invocation invocation)
+{
+    const auto status = ControlSocket::answeredStatus(ask(ControlSocket::statusRequest()));
+    writeLine(describe(status, invocation.has("json")));
+    co_return EXIT_SUCCESS;
+}
+
+/// Prints until Talmo ends, or nobody reads.
+QCoro::Task<int> runWatch(Invocation invocation)
+{
+    keepFromStartingABus();
+    BusStates states(QDBusConnection::sessionBus());
+    const auto end = Completion<int>::make();
+    const bool asJson = invocation.has("json");
+    QObject::connect(&states, &BusStates::stateChanged, &states, [asJson, end](const ControlSocket::Status &status) {
+        try {
+            writeLine(describe(status, asJson));
+        } catch (const Error &) {
+            end->finish(EXIT_FAILURE);
+        }
+    });
+    QObject::connect(&states, &BusStates::ended, &states, [end] { end->finish(EXIT_SUCCESS); });
+    const bool isThere = states.follow();
+    if (!isThere) {
+        throw Error(notRunning());
+    }
+    const auto ended = end->future();
+    const int status = co_await ended;
+    co_return status;
+}
+
 } // namespace
+
+QList<Command> stateCommands()
+{
+    const auto json = [] { return QList<QCommandLineOption>{flag("json", "Print JSON, one object a line.")}; };
+    return {{QStringLiteral("status"), QStringLiteral("Print what Talmo is doing."), {}, json(), &runStatus},
+            {QStringLiteral("watch"),
+             QStringLiteral("Print what Talmo is doing, and every change, until it ends."),
+             {},
+             json(),
+             &runWatch}};
+}
 
 QList<Command> keyCommands()
 {
@@ -74,7 +143,10 @@ QList<Command> keyCommands()
              QStringLiteral("Start recording hands-free, or end the recording."),
              {},
              {},
-             [](Invocation /*invocation*/) { return moveKey(KeyCommand::Toggle); }}};
+             [](Invocation /*invocation*/) { return moveKey(KeyCommand::Toggle); }},
+            {QStringLiteral("cancel"), QStringLiteral("Discard the recording."), {}, {}, [](Invocation /*invocation*/) {
+                 return moveKey(KeyCommand::Cancel);
+             }}};
 }
 
 QList<Command> pauseCommands()

@@ -42,7 +42,8 @@ protected:
                           [](const QString &) { return refuse(u"The settings could not be saved."_s); },
                           [](bool) { return std::optional<QString>(); }, [] { return ready(false); },
                           [this](bool isPaused) { pauses.push_back(isPaused); },
-                          [this](ControlSocket::KeyCommand command) { moves.push_back(command); }},
+                          [this](ControlSocket::KeyCommand command) { moves.push_back(command); },
+                          [] { return ControlSocket::Status{u"error"_s, u"No speech detected."_s}; }},
                          clock};
 
     void SetUp() override { ASSERT_TRUE(server.listen(path)); }
@@ -108,10 +109,16 @@ TEST_F(ControlServerTest, unsavableChoiceIsAnError)
 TEST_F(ControlServerTest, movesKey)
 {
     using ControlSocket::KeyCommand;
-    for (const auto command : {KeyCommand::Press, KeyCommand::Release, KeyCommand::Toggle}) {
+    for (const auto command : {KeyCommand::Press, KeyCommand::Release, KeyCommand::Toggle, KeyCommand::Cancel}) {
         EXPECT_EQ(answerTo(ControlSocket::keyRequest(command)), ControlSocket::answer(std::nullopt));
     }
-    EXPECT_THAT(moves, ElementsAre(KeyCommand::Press, KeyCommand::Release, KeyCommand::Toggle));
+    EXPECT_THAT(moves, ElementsAre(KeyCommand::Press, KeyCommand::Release, KeyCommand::Toggle, KeyCommand::Cancel));
+}
+
+TEST_F(ControlServerTest, tellsStatus)
+{
+    EXPECT_EQ(ControlSocket::answeredStatus(answerTo(ControlSocket::statusRequest())),
+              (ControlSocket::Status{u"error"_s, u"No speech detected."_s}));
 }
 
 TEST_F(ControlServerTest, pausesAndResumes)

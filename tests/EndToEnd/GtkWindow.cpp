@@ -1,4 +1,4 @@
-// A GTK text window to dictate into. Prints its content, one line per change.
+// A GTK text window to dictate into. Prints its content, and whether it has the focus, one line per change.
 
 #include <gtk/gtk.h>
 
@@ -20,6 +20,12 @@ static void onChanged(GtkTextBuffer *buffer, gpointer)
     g_free(text);
 }
 
+static void onActive(GtkWindow *window, GParamSpec *, gpointer)
+{
+    std::printf("focus: %s\n", gtk_window_is_active(window) != 0 ? "yes" : "no");
+    std::fflush(stdout);
+}
+
 int main(int argc, char **argv)
 {
     gtk_init(&argc, &argv);
@@ -29,6 +35,7 @@ int main(int argc, char **argv)
     GtkWidget *view = gtk_text_view_new();
     gtk_container_add(GTK_CONTAINER(window), view);
     g_signal_connect(gtk_text_view_get_buffer(GTK_TEXT_VIEW(view)), "changed", G_CALLBACK(onChanged), nullptr);
+    g_signal_connect(window, "notify::is-active", G_CALLBACK(onActive), nullptr);
     g_signal_connect(window, "destroy", G_CALLBACK(gtk_main_quit), nullptr);
     gtk_widget_show_all(window);
     gtk_main();

@@ -1,5 +1,6 @@
 // The whole of Talmo on sway, in Wayland windows.
 
+#include "DesktopParts.h"
 #include "SettingsFile.h"
 #include "SoundServer.h"
 #include "SpokenText.h"
@@ -7,6 +8,13 @@
 #include "WaylandDesktop.h"
 
 #include <gtest/gtest.h>
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDir>
+
+#include <csignal>
 
 namespace talmo::test {
 
@@ -28,6 +36,7 @@ protected:
         desktop.emplace();
         environment = desktop->environment();
         environment.insert(u"QT_LOGGING_RULES"_s, u"talmo.general.debug=true"_s);
+        bus = testbed::startBus(environment);
         sound.emplace(desktop->folder() + u"/sound"_s, environment);
         window = std::make_unique<testbed::ChildProcess>(QStringLiteral(TALMO_BIN "/talmo-gtk-window"), QStringList(),
                                                          environment);
@@ -69,6 +78,7 @@ protected:
 
     std::optional<testbed::WaylandDesktop> desktop;
     QProcessEnvironment environment;
+    std::unique_ptr<testbed::ChildProcess> bus;
     std::optional<testbed::SoundServer> sound;
     std::unique_ptr<testbed::ChildProcess> window;
     std::unique_ptr<testbed::ChildProcess> talmo;
@@ -124,6 +134,47 @@ TEST_F(WaylandEndToEndTest, toggleBeginsAndEndsRecording)
     speak(u"hello world"_s);
     EXPECT_EQ(talmoctl(u"toggle"_s), 0);
     EXPECT_TRUE(windowShows(u""_s)) << "no sentence was inserted";
+}
+
+TEST_F(WaylandEndToEndTest, cancelDiscardsRecordingAndWatchTells)
+{
+    testbed::ChildProcess watch(QStringLiteral(TALMO_BIN "/talmoctl"), {u"watch"_s, u"--json"_s}, environment);
+    ASSERT_TRUE(watch.waitForLine(u"{\"state\":\"idle\"}"_s, timeout)) << watch.output().toStdString();
+    EXPECT_EQ(talmoctl(u"toggle"_s), 0);
+    ASSERT_TRUE(watch.waitForLine(u"{\"state\":\"recording\"}"_s, timeout));
+    EXPECT_EQ(talmoctl(u"cancel"_s), 0);
+    ASSERT_TRUE(watch.waitForLine(u"{\"state\":\"idle\"}"_s, timeout, 2));
+    EXPECT_EQ(talmoctl(u"cancel"_s), 0); // Of nothing.
+    EXPECT_EQ(talmoctl(u"status"_s), 0);
+    EXPECT_EQ(talmo->terminate(), 0);
+    ASSERT_TRUE(testbed::waitUntil([&watch] { return !watch.isRunning(); }, timeout));
+    EXPECT_EQ(watch.lines().size(), 3U) << watch.output().toStdString();
+}
+
+TEST_F(WaylandEndToEndTest, callOverSessionBusStartsTalmo)
+{
+    EXPECT_EQ(talmo->terminate(), 0);
+    const QString services = desktop->folder() + u"/data/dbus-1/services"_s;
+    QDir().mkpath(services);
+    QFile service(services + u"/io.github.talmo.Talmo.service"_s);
+    ASSERT_TRUE(service.open(QFile::WriteOnly));
+    service.write("[D-BUS Service]\nName=io.github.talmo.Talmo\nExec=" TALMO_BIN "/talmo\n");
+    service.close();
+    auto connection =
+        QDBusConnection::connectToBus(environment.value(u"DBUS_SESSION_BUS_ADDRESS"_s), u"starting-talmo"_s);
+    const QString busName = u"org.freedesktop.DBus"_s;
+    connection.call(QDBusMessage::createMethodCall(busName, u"/org/freedesktop/DBus"_s, busName, u"ReloadConfig"_s));
+    const auto reply =
+        connection.call(QDBusMessage::createMethodCall(u"io.github.talmo.Talmo"_s, u"/io/github/talmo/Talmo"_s,
+                                                       u"io.github.talmo.Talmo1"_s, u"Status"_s),
+                        QDBus::Block, static_cast<int>(std::chrono::milliseconds(timeout).count()));
+    EXPECT_EQ(reply.arguments().value(0).toString(), u"idle"_s) << reply.errorMessage().toStdString();
+    const auto pid = connection.interface()->servicePid(u"io.github.talmo.Talmo"_s);
+    ASSERT_TRUE(pid.isValid());
+    ASSERT_GT(pid.value(), 1U);
+    EXPECT_EQ(::kill(static_cast<pid_t>(pid.value()), SIGTERM), 0);
+    EXPECT_TRUE(testbed::pollUntil(
+        [&] { return !connection.interface()->isServiceRegistered(u"io.github.talmo.Talmo"_s); }, timeout));
 }
 
 TEST_F(WaylandEndToEndTest, insertsWithoutTalmo)

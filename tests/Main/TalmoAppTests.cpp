@@ -46,6 +46,7 @@ protected:
             qputenv(name, home.path().toUtf8());
         }
         qputenv("PULSE_SERVER", "unix:/nonexistent");
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent"); // The user's own Talmo may be there.
         QDir(home.path()).mkdir(u"talmo"_s);
         storeSettings(R"({"linux.languageModelAddress": "off", "linux.welcomeShown": true})");
     }

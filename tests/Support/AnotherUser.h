@@ -12,12 +12,14 @@ namespace talmo::test {
 class AnotherUser {
 public:
     static constexpr uid_t id = 12345;
+    /// One that has a name, without which some programs admit nobody.
+    static constexpr uid_t nobody = 65534;
 
     static bool isPossible() { return geteuid() == 0; }
 
-    AnotherUser()
+    explicit AnotherUser(uid_t user = id)
     {
-        if (seteuid(id) != 0) {
+        if (seteuid(user) != 0) {
             ADD_FAILURE() << "cannot act as another user";
         }
     }

@@ -42,6 +42,9 @@ Desktop openDesktop(const DesktopOptions &options)
     if (gnome) {
         useGnomeShell(desktop, gnome, options);
     }
+    for (const auto &limit : desktop.limits) {
+        generalLog().info("%s: %s", {QString::fromUtf8(limit.name), QString::fromUtf8(limit.sentence)});
+    }
     return desktop;
 }
 

@@ -81,6 +81,11 @@ QWidget *PrivacySettingsTab::makePermissions()
         *section, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Accessibility")),
         [permissions] { return permissions->accessibilityGranted(); },
         [permissions] { permissions->openAccessibilitySettings(); });
+    for (const auto &limit : m_context.limits) {
+        auto *row = new WarningRow;
+        row->setText(limit);
+        section->addWidget(row);
+    }
     return section;
 }
 

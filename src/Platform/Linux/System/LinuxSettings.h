@@ -14,6 +14,8 @@ struct LinuxSettings {
     LoopbackLanguageModel::Configuration languageModel;
     /// "linux.standInKeys": names of keys that stand in for fn. Empty for the default ones.
     QStringList standInKeys;
+    /// "linux.readKeyboards": on Wayland, take the keys from the keyboards' devices where this user may read them.
+    bool readKeyboards = true;
     /// "linux.dictationLanguage", such as "en_GB". Empty for the desktop's.
     QString dictationLanguage;
     /// "linux.colorScheme": "light" or "dark". Empty to follow the desktop.

@@ -1,6 +1,8 @@
 #include "Platform/Linux/Wayland/WaylandDesktop.h"
 
 #include "Base/Log.h"
+#include "Platform/Linux/Evdev/ActiveTerminal.h"
+#include "Platform/Linux/Evdev/EvdevHotkeyControl.h"
 #include "Platform/Linux/Keys/TriggerKeys.h"
 #include "Platform/Linux/Session/ClipboardNotice.h"
 #include "Platform/Linux/Session/UnknownCursor.h"
@@ -10,6 +12,7 @@
 #include "Platform/Linux/Wayland/Keys/WaylandInputTrust.h"
 #include "Platform/Linux/Wayland/Keys/WaylandKeyEventPoster.h"
 #include "Platform/Linux/Wayland/Sway/SwayEventMonitor.h"
+#include "Platform/Linux/Wayland/WaylandLimits.h"
 #include "Platform/Linux/Wayland/Windows/LayerPanelWindow.h"
 #include "Platform/Linux/Wayland/Windows/LayerSurface.h"
 #include "Platform/Linux/Wayland/Windows/WaylandFocusedField.h"
@@ -25,23 +28,9 @@ namespace talmo {
 
 namespace {
 
-/// sway reports no release of a modifier if another key goes down in between.
-constexpr const char *defaultKeyOnSway = "Pause";
-
-const DesktopLimit takenKey = {
-    QT_TRANSLATE_NOOP("Talmo", "Dictation key"),
-    QT_TRANSLATE_NOOP("Talmo", "Another program's shortcut is the dictation key already."),
-    QT_TRANSLATE_NOOP("Talmo", "Remove that shortcut in System Settings, then start Talmo again.")};
-
-bool isTalmoActive()
+bool isApplicationActive()
 {
     return QGuiApplication::focusWindow() != nullptr;
-}
-
-void note(Desktop &desktop, const DesktopLimit &limit)
-{
-    generalLog().info("%s: %s", {QString::fromUtf8(limit.name), QString::fromUtf8(limit.sentence)});
-    desktop.limits.append(limit);
 }
 
 /// The keys of X are only seen while one of its windows is in front.
@@ -49,20 +38,36 @@ void useKeysOnly(Desktop &desktop, std::shared_ptr<EventMonitor> monitor, quint3
 {
     desktop.hotkeyName = keyDisplayName(key);
     desktop.eventMonitor = std::move(monitor);
-    desktop.cancelKey = std::make_shared<NoCancelKey>();
-    desktop.hotkeys.reset(); // It would grab keys of X, which other windows do not have.
+    desktop.cancelKey = std::make_shared<NoCancelKey>(); // Nobody can take Escape from the other programs.
+    desktop.hotkeys.reset();                             // It would grab keys of X, which other windows do not have.
+}
+
+bool useKeyboards(Desktop &desktop, const DesktopOptions &options)
+{
+    auto keyboards = options.readsKeyboards ? EvdevKeyboards::open() : nullptr;
+    if (!keyboards) {
+        return false;
+    }
+    const auto keys = triggerKeySymbols(options.hotkeys);
+    const auto monitor = std::make_shared<EvdevEventMonitor>(
+        std::move(keyboards), keys,
+        EvdevEventMonitor::Questions{&isApplicationActive, [] { return isOnActiveTerminal(); }});
+    desktop.description += QStringLiteral(", keyboard devices");
+    useKeysOnly(desktop, monitor, keys.first());
+    desktop.hotkeys = std::make_shared<EvdevHotkeyControl>(monitor, options.hotkeys);
+    return true;
 }
 
 bool useKdeKeys(Desktop &desktop, const DesktopOptions &options)
 {
     const auto key = KdeKeys::usableKey(triggerKeySymbols(options.hotkeys));
-    const auto keys = KdeKeys::open(key, &isTalmoActive);
+    const auto keys = KdeKeys::open(key, &isApplicationActive);
     if (!keys) {
         return false;
     }
     useKeysOnly(desktop, keys, key);
     if (!keys->hasKey()) {
-        note(desktop, takenKey);
+        desktop.limits.append(WaylandLimits::takenKey);
     }
     return true;
 }
@@ -73,21 +78,21 @@ bool useSwayKeys(Desktop &desktop, const DesktopOptions &options)
     if (!ipc) {
         return false;
     }
-    const auto key = triggerKeySymbols(options.hotkeys.isEmpty() ? QStringList{QString::fromLatin1(defaultKeyOnSway)}
-                                                                 : options.hotkeys)
-                         .constFirst();
+    const auto key =
+        triggerKeySymbols(options.hotkeys.isEmpty() ? SwayEventMonitor::defaultKeys() : options.hotkeys).constFirst();
     std::array<char, 64> name{};
     xkb_keysym_get_name(key, name.data(), name.size());
-    useKeysOnly(desktop,
-                std::make_shared<SwayEventMonitor>(std::move(ipc), QString::fromLatin1(name.data()), &isTalmoActive),
-                key);
+    useKeysOnly(
+        desktop,
+        std::make_shared<SwayEventMonitor>(std::move(ipc), QString::fromLatin1(name.data()), &isApplicationActive),
+        key);
     return true;
 }
 
 /// Whether the user's keys are known, whatever window is in front.
 bool useKeys(Desktop &desktop, const DesktopOptions &options)
 {
-    return useSwayKeys(desktop, options) || useKdeKeys(desktop, options);
+    return useKeyboards(desktop, options) || useSwayKeys(desktop, options) || useKdeKeys(desktop, options);
 }
 
 /// Whether text reaches every window.
@@ -106,15 +111,6 @@ bool usePasting(Desktop &desktop, const std::shared_ptr<WaylandSession> &session
     return poster->hasKeyboard();
 }
 
-const DesktopLimit unseenKeys = {
-    QT_TRANSLATE_NOOP("Talmo", "Dictation key"),
-    QT_TRANSLATE_NOOP("Talmo", "This desktop may not tell Talmo about keys while a Wayland window is in front."),
-    QT_TRANSLATE_NOOP("Talmo", "Bind a key to “talmoctl toggle” in the desktop's keyboard settings.")};
-const DesktopLimit untypedText = {
-    QT_TRANSLATE_NOOP("Talmo", "Inserting text"),
-    QT_TRANSLATE_NOOP("Talmo", "This desktop does not let Talmo type into Wayland windows."),
-    QT_TRANSLATE_NOOP("Talmo", "After a dictation, paste the text with Ctrl+V.")};
-
 } // namespace
 
 void useWayland(Desktop &desktop, const std::shared_ptr<WaylandSession> &session, const DesktopOptions &options)
@@ -122,7 +118,6 @@ void useWayland(Desktop &desktop, const std::shared_ptr<WaylandSession> &session
     const QByteArray clipboard = DataControl::offeredInterface(*session);
     desktop.description = QStringLiteral("Wayland, ") +
                           (clipboard.isEmpty() ? QStringLiteral("clipboard of X") : QString::fromUtf8(clipboard));
-    generalLog().info("desktop: %s", {desktop.description});
     if (LayerSurface::isOffered(*session)) {
         // Menus stay windows of X: they take the keyboard.
         desktop.makePanelWindow = [session, makeMenu = desktop.makePanelWindow](
@@ -131,11 +126,13 @@ void useWayland(Desktop &desktop, const std::shared_ptr<WaylandSession> &session
                                       : std::make_unique<LayerPanelWindow>(session, panel, content);
         };
     }
-    if (!useKeys(desktop, options)) {
-        note(desktop, unseenKeys);
+    const bool hasKeys = useKeys(desktop, options);
+    generalLog().info("desktop: %s", {desktop.description});
+    if (!hasKeys) {
+        desktop.limits.append(WaylandLimits::unseenKeys);
     }
     if (clipboard.isEmpty() || !usePasting(desktop, session)) {
-        note(desktop, untypedText);
+        desktop.limits.append(WaylandLimits::untypedText);
     }
 }
 

@@ -1,5 +1,6 @@
+#include "Platform/Linux/X11/X11Check.h"
+
 #include "Base/Error.h"
-#include "Platform/DesktopCheck.h"
 #include "Platform/Linux/Keys/TriggerKeys.h"
 #include "Platform/Linux/X11/Keys/XHotkeyControl.h"
 #include "Platform/Linux/X11/Keys/XInputTrust.h"
@@ -111,7 +112,7 @@ CheckResult checkTray(XConnection &connection)
 
 } // namespace
 
-QList<CheckResult> checkDesktop(const DesktopCheckOptions &options)
+QList<CheckResult> checkX11(const DesktopCheckOptions &options)
 {
     const QString desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP");
     try {

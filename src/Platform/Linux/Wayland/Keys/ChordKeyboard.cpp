@@ -21,6 +21,11 @@ std::vector<quint32> ChordKeyboard::keysOf(PasteStyle style)
     return {KEY_LEFTCTRL, KEY_V};
 }
 
+bool ChordKeyboard::isOffered(const WaylandSession &session)
+{
+    return VirtualKeyboard::isOffered(session) || FakeInput::isOffered(session);
+}
+
 std::unique_ptr<ChordKeyboard> ChordKeyboard::open(WaylandSession &session)
 {
     if (auto keyboard = VirtualKeyboard::open(session)) {

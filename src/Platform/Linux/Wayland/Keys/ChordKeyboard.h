@@ -21,6 +21,8 @@ public:
     /// The keys of a style's shortcut.
     static std::vector<quint32> keysOf(PasteStyle style);
 
+    /// Whether the compositor lets Talmo use any of them. Any thread.
+    static bool isOffered(const WaylandSession &session);
     /// By the first of virtual-keyboard and KDE's fake-input that the compositor lets Talmo use; null if there is none.
     static std::unique_ptr<ChordKeyboard> open(WaylandSession &session);
 };

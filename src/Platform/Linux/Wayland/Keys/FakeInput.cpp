@@ -12,9 +12,14 @@ constexpr quint32 modifiers[] = {KEY_LEFTCTRL, KEY_RIGHTCTRL, KEY_LEFTSHIFT, KEY
 
 } // namespace
 
+bool FakeInput::isOffered(const WaylandSession &session)
+{
+    return session.offeredVersion(org_kde_kwin_fake_input_interface.name) >= versionWithKeys;
+}
+
 std::unique_ptr<FakeInput> FakeInput::open(WaylandSession &session)
 {
-    if (session.offeredVersion(org_kde_kwin_fake_input_interface.name) < versionWithKeys) {
+    if (!isOffered(session)) {
         return nullptr;
     }
     return std::unique_ptr<FakeInput>(new FakeInput(session));

@@ -10,6 +10,8 @@ namespace talmo {
 /// Types by KDE's fake-input, which KWin offers only to programs whose desktop entry asks for it.
 class FakeInput final : public ChordKeyboard {
 public:
+    /// Whether the compositor lets Talmo use it. Any thread.
+    static bool isOffered(const WaylandSession &session);
     /// Null if the compositor does not offer it.
     static std::unique_ptr<FakeInput> open(WaylandSession &session);
     ~FakeInput() override;

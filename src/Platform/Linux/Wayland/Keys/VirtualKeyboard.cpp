@@ -21,9 +21,14 @@ quint32 timestamp()
 
 } // namespace
 
+bool VirtualKeyboard::isOffered(const WaylandSession &session)
+{
+    return session.offeredVersion(zwp_virtual_keyboard_manager_v1_interface.name) > 0 && session.seat() != nullptr;
+}
+
 std::unique_ptr<VirtualKeyboard> VirtualKeyboard::open(WaylandSession &session)
 {
-    if (session.offeredVersion(zwp_virtual_keyboard_manager_v1_interface.name) == 0 || session.seat() == nullptr) {
+    if (!isOffered(session)) {
         return nullptr;
     }
     std::unique_ptr<VirtualKeyboard> keyboard(new VirtualKeyboard(session));

@@ -13,6 +13,8 @@ namespace talmo {
 /// as long as Talmo does, because a keyboard that comes and goes makes some programs lose a key.
 class VirtualKeyboard final : public ChordKeyboard {
 public:
+    /// Whether the compositor lets Talmo use it. Any thread.
+    static bool isOffered(const WaylandSession &session);
     /// Null if the compositor does not offer virtual keyboards.
     static std::unique_ptr<VirtualKeyboard> open(WaylandSession &session);
     ~VirtualKeyboard() override;

@@ -5,6 +5,7 @@
 #include "Platform/Linux/Wayland/Sway/SwayIpc.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 #include <vector>
@@ -16,6 +17,9 @@ namespace talmo {
 /// bad choice, and a press while the key is held ends the earlier hold. Main thread.
 class SwayEventMonitor final : public EventMonitor {
 public:
+    /// No modifier: sway reports no release of one if another key goes down in between.
+    static QStringList defaultKeys() { return {QStringLiteral("Pause")}; }
+
     /// `key`: a key symbol's name, such as "Pause". `isApplicationActive` returns whether one of Talmo's own windows
     /// has the keyboard focus.
     SwayEventMonitor(std::unique_ptr<SwayIpc> ipc, QString key, std::function<bool()> isApplicationActive);

@@ -1,5 +1,6 @@
 #include "Platform/Linux/X11/Keys/XHotkeyControl.h"
 
+#include "Platform/Linux/Keys/CapturedKey.h"
 #include "Platform/Linux/Keys/KeyboardCapabilities.h"
 #include "Platform/Linux/Keys/TriggerKeys.h"
 
@@ -7,34 +8,6 @@
 #include <utility>
 
 namespace talmo {
-
-namespace {
-
-constexpr quint32 keySymEscape = 0xff1b;
-
-HotkeyControl::Key keyOf(quint32 symbol)
-{
-    return {keyName(symbol), keyDisplayName(symbol)};
-}
-
-/// A key's own symbol and the one it has with Shift.
-HotkeyControl::Press pressOf(quint8 keyCode, quint32 plain, quint32 shifted)
-{
-    using Kind = HotkeyControl::Press::Kind;
-    if (const auto function = functionKeySymbol(keyCode - firstXKeyCode)) {
-        return {Kind::Usable, keyOf(*function)};
-    }
-    if (plain == keySymEscape) {
-        return {Kind::Cancelled, keyOf(plain)};
-    }
-    if (plain == 0) {
-        return {Kind::Nameless, {}};
-    }
-    // The keys of the number pad type only with Num Lock.
-    return {producesText(plain) || producesText(shifted) ? Kind::Typing : Kind::Usable, keyOf(plain)};
-}
-
-} // namespace
 
 XHotkeyControl::XHotkeyControl(std::shared_ptr<XInput2EventMonitor> monitor, QStringList names)
     : m_monitor(std::move(monitor)),
@@ -60,7 +33,7 @@ HotkeyControl::Keys XHotkeyControl::keys() const
     keys.unknown = parsed.unknown;
     keys.typing = parsed.typing;
     for (const auto symbol : parsed.symbols) {
-        const Key key = keyOf(symbol);
+        const Key key = hotkeyOf(symbol);
         const auto keyCodes = m_monitor->keyCodesOf(symbol);
         if (parsed.areDefault && symbol != parsed.symbols.first()) {
             continue; // Those are there for the keyboards that have them; nobody chose them.
@@ -80,7 +53,7 @@ HotkeyControl::Keys XHotkeyControl::keys() const
 void XHotkeyControl::beginCapture(std::function<void(const Press &)> onPress)
 {
     m_monitor->captureKey([onPress = std::move(onPress)](quint8 keyCode, quint32 plain, quint32 shifted) {
-        onPress(pressOf(keyCode, plain, shifted));
+        onPress(capturedKey(keyCode - firstXKeyCode, plain, shifted));
     });
 }
 
@@ -100,7 +73,7 @@ std::optional<HotkeyControl::Key> XHotkeyControl::suggestion() const
         for (const auto keyCode : m_monitor->keyCodesOf(symbol)) {
             if (KeyboardCapabilities::anyKeyboardHas(keyCode - firstXKeyCode).value_or(true) &&
                 m_monitor->isKeyFree(keyCode)) {
-                return keyOf(symbol);
+                return hotkeyOf(symbol);
             }
         }
     }

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Platform/DesktopCheck.h"
+#include "Platform/Linux/Wayland/WaylandSession.h"
+
+namespace talmo {
+
+/// Replaces what checkX11() has found by what holds for Wayland windows. `hasShell`: GNOME's extension sees the key and
+/// pastes.
+void checkWayland(QList<CheckResult> &results, const WaylandSession &session, const DesktopCheckOptions &options,
+                  bool hasShell);
+
+} // namespace talmo

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "Platform/Desktop.h"
+
+namespace talmo::WaylandLimits {
+
+/// The compositor tells no program about keys, and the keyboards cannot be read.
+inline constexpr DesktopLimit unseenKeys = {
+    QT_TRANSLATE_NOOP("Talmo", "Dictation key"),
+    QT_TRANSLATE_NOOP("Talmo", "This desktop may not tell Talmo about keys while a Wayland window is in front."),
+    QT_TRANSLATE_NOOP("Talmo", "Bind a key to “talmoctl toggle” in the desktop's keyboard settings.")};
+/// On KDE.
+inline constexpr DesktopLimit takenKey = {
+    QT_TRANSLATE_NOOP("Talmo", "Dictation key"),
+    QT_TRANSLATE_NOOP("Talmo", "Another program's shortcut is the dictation key already."),
+    QT_TRANSLATE_NOOP("Talmo", "Remove that shortcut in System Settings, then start Talmo again.")};
+/// The compositor lets no program type, or has no clipboard for programs without a window.
+inline constexpr DesktopLimit untypedText = {
+    QT_TRANSLATE_NOOP("Talmo", "Inserting text"),
+    QT_TRANSLATE_NOOP("Talmo", "This desktop does not let Talmo type into Wayland windows."),
+    QT_TRANSLATE_NOOP("Talmo", "After a dictation, paste the text with Ctrl+V.")};
+
+} // namespace talmo::WaylandLimits

@@ -1,0 +1,133 @@
+// The whole of Talmo on KWin, in Wayland windows. tests/Kde/run runs this; not part of ctest.
+
+#include "KdeDesktop.h"
+#include "SoundServer.h"
+#include "SpokenText.h"
+#include "Support/Printing.h"
+
+#include <gtest/gtest.h>
+
+namespace talmo::test {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+class KdeTest : public testing::Test {
+protected:
+    static constexpr testbed::Timeout timeout = 60s;
+
+    void SetUp() override
+    {
+        ASSERT_TRUE(testbed::KdeDesktop::isPossible()) << "start this with tests/Kde/run";
+        desktop.emplace();
+        environment = desktop->environment();
+        environment.insert(u"QT_LOGGING_RULES"_s, u"talmo.general.debug=true"_s);
+        openWindow();
+    }
+    void openWindow()
+    {
+        window = std::make_unique<testbed::ChildProcess>(QStringLiteral(TALMO_BIN "/talmo-gtk-window"), QStringList(),
+                                                         environment);
+        ASSERT_TRUE(window->waitForLine(u"focus: yes"_s, timeout)) << window->output().toStdString();
+    }
+    void startTalmo()
+    {
+        sound.emplace(desktop->folder() + u"/sound"_s, environment);
+        talmo = std::make_unique<testbed::ChildProcess>(QStringLiteral(TALMO_BIN "/talmo"), QStringList(), environment);
+        ASSERT_TRUE(talmoSays(u"ready: hold"_s));
+    }
+    void TearDown() override
+    {
+        if (HasFailure() && talmo) {
+            ADD_FAILURE() << "Talmo's log:\n" << talmo->output().toStdString();
+        }
+    }
+    bool talmoSays(const QString &text) { return talmo->waitForLine(text, timeout).has_value(); }
+    bool windowShows(const QString &text) { return window->waitForLine(u"text: "_s + text, timeout).has_value(); }
+    struct Outcome {
+        int status = -1;
+        std::string errors;
+    };
+    Outcome talmoctl(const QStringList &arguments, const QByteArray &input = {})
+    {
+        QProcess process;
+        process.setProcessEnvironment(environment);
+        process.start(QStringLiteral(TALMO_BIN "/talmoctl"), arguments);
+        process.write(input);
+        process.closeWriteChannel();
+        EXPECT_TRUE(testbed::waitUntil([&process] { return process.state() == QProcess::NotRunning; }, timeout));
+        return {process.exitCode(), process.readAllStandardError().toStdString()};
+    }
+    /// The middle of the overlay's place.
+    QImage overlayPlace()
+    {
+        constexpr QSize size(200, 30);
+        const auto all = desktop->screenshot();
+        return all.copy(QRect(QPoint((all.width() - size.width()) / 2, all.height() - 130), size));
+    }
+
+    std::optional<testbed::KdeDesktop> desktop;
+    QProcessEnvironment environment;
+    std::optional<testbed::SoundServer> sound;
+    std::unique_ptr<testbed::ChildProcess> window;
+    std::unique_ptr<testbed::ChildProcess> talmo;
+};
+
+} // namespace
+
+TEST_F(KdeTest, insertsWithoutTalmoAndRestoresClipboard)
+{
+    desktop->trust(QStringLiteral(TALMO_BIN "/talmoctl"));
+    desktop->copy("clipboard before");
+    const auto outcome = talmoctl({u"insert"_s}, "by hand");
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_TRUE(windowShows(u"by hand"_s)) << window->output().toStdString();
+    EXPECT_TRUE(testbed::pollUntil([this] { return desktop->paste() == "clipboard before"; }, timeout));
+}
+
+TEST_F(KdeTest, dictatesWithBoundCommands)
+{
+    desktop->trust(QStringLiteral(TALMO_BIN "/talmo"));
+    startTalmo();
+    desktop->copy("clipboard before");
+    const QImage before = overlayPlace();
+    const auto lines = window->lines().size();
+    EXPECT_EQ(talmoctl({u"press"_s}).status, 0);
+    ASSERT_TRUE(talmoSays(u"state: recording"_s));
+    EXPECT_TRUE(testbed::pollUntil([&] { return overlayPlace() != before; }, timeout)) << "no overlay";
+    sound->play(testbed::speak(u"hello world"_s, desktop->folder()));
+    EXPECT_EQ(talmoctl({u"release"_s}).status, 0);
+    EXPECT_TRUE(windowShows(u"Hello world."_s)) << window->output().toStdString();
+    EXPECT_FALSE(window->output().contains(u"focus: no"_s)) << "the focus was taken";
+    EXPECT_EQ(window->lines().size(), lines + 1) << window->output().toStdString();
+    EXPECT_TRUE(testbed::pollUntil([this] { return desktop->paste() == "clipboard before"; }, timeout));
+    EXPECT_TRUE(testbed::pollUntil([&] { return overlayPlace() == before; }, timeout)) << "the overlay stays";
+}
+
+TEST_F(KdeTest, insertFailsWithSentenceWithoutWindow)
+{
+    desktop->trust(QStringLiteral(TALMO_BIN "/talmoctl"));
+    window.reset();
+    const auto outcome = talmoctl({u"insert"_s}, "lost");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.errors.find("No window has keyboard focus"), std::string::npos) << outcome.errors;
+    EXPECT_EQ(desktop->paste(), "lost");
+}
+
+TEST_F(KdeTest, untrustedInsertFailsAndLeavesTextOnClipboard)
+{
+    const auto outcome = talmoctl({u"insert"_s}, "not trusted");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.errors.find("Copied: press"), std::string::npos) << outcome.errors;
+    EXPECT_EQ(desktop->paste(), "not trusted");
+    EXPECT_FALSE(window->output().contains(u"not trusted"_s));
+}
+
+TEST_F(KdeTest, untrustedTalmoNamesWhatIsMissing)
+{
+    startTalmo();
+    EXPECT_TRUE(talmo->output().contains(u"does not let Talmo type"_s)) << talmo->output().toStdString();
+}
+
+} // namespace talmo::test
