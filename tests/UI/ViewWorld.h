@@ -64,6 +64,7 @@ public:
                 hotkeys,
                 language,
                 desktopExtension,
+                limits,
                 [this] { coordinator().beginDictation(); },
                 [this] { coordinator().endDictation(); }};
     }
@@ -143,6 +144,7 @@ public:
     std::shared_ptr<HotkeySettings> hotkeys;
     std::shared_ptr<LanguageSettings> language;
     std::shared_ptr<DesktopExtension> desktopExtension;
+    QStringList limits;
     RecordingWorld world;
 };
 

@@ -25,8 +25,8 @@ public:
     ControlBus(QDBusConnection bus, ControlActions actions);
     ~ControlBus() override;
 
-    /// Asks for the name, and keeps it until the process ends. False, and logged, if there is no session bus, or another
-    /// Talmo has the name for now.
+    /// Asks for the name, and keeps it until the process ends. False, and logged, if there is no session bus, or
+    /// another Talmo has the name for now.
     bool open();
     /// Sends the state if it is another than the last time.
     void tellState();
