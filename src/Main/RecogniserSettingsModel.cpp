@@ -13,17 +13,6 @@
 
 namespace talmo {
 
-namespace {
-
-/// As a sentence.
-QString sizeOf(const ModelEntry &entry)
-{
-    const QString size = readableSize(entry);
-    return size.isEmpty() ? size : size.at(0).toUpper() + size.mid(1) + u'.';
-}
-
-} // namespace
-
 RecogniserSettingsModel::RecogniserSettingsModel(std::shared_ptr<EngineRegistry> engines,
                                                  std::shared_ptr<SpeechModels> models,
                                                  std::shared_ptr<UserDefaults> defaults, EngineFactories factories,
@@ -46,7 +35,20 @@ RecogniserSettingsModel::RecogniserSettingsModel(std::shared_ptr<EngineRegistry>
 QString RecogniserSettingsModel::titleOf(const QString &name) const
 {
     const ModelEntry *entry = m_models->catalogue().find(name);
-    return entry == nullptr ? name : QStringLiteral("%1: %2").arg(languageNames(entry->languages), entry->title);
+    return entry == nullptr ? name : titleOf(*entry);
+}
+
+/// What a user can judge it by comes first, its maker's name for it last.
+QString RecogniserSettingsModel::titleOf(const ModelEntry &entry) const
+{
+    QStringList words{languageNames(entry.languages)};
+    if (const auto &best = recommendation(); best && best->model.id == entry.id) {
+        words.append(Wording::text(QT_TRANSLATE_NOOP("Talmo", "recommended")));
+    }
+    if (const QString size = readableSize(entry); !size.isEmpty()) {
+        words.append(size);
+    }
+    return QStringLiteral("%1 (%2)").arg(words.join(QStringLiteral(", ")), entry.title);
 }
 
 QList<RecogniserSettings::Choice> RecogniserSettingsModel::choices() const
@@ -102,8 +104,8 @@ QList<RecogniserSettings::Model> RecogniserSettingsModel::models() const
         if (!m_factories.support(entry)) {
             continue;
         }
-        models.append({entry.id, titleOf(entry.id), QStringLiteral("%1 %2").arg(entry.gives, sizeOf(entry)).trimmed(),
-                       entry.licence, entry.licenceAddress, isInstalled(entry.id)});
+        models.append(
+            {entry.id, titleOf(entry.id), entry.gives, entry.licence, entry.licenceAddress, isInstalled(entry.id)});
     }
     for (const auto &model : installed) {
         if (m_models->catalogue().find(model.name) == nullptr) {

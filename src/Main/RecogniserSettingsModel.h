@@ -39,6 +39,7 @@ public:
 
 private:
     QString titleOf(const QString &name) const;
+    QString titleOf(const ModelEntry &entry) const;
     const std::optional<Recommendation> &recommendation() const;
     std::optional<Recommendation> lookForRecommendation() const;
 

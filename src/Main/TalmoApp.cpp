@@ -19,6 +19,7 @@
 #include "Main/WordPronunciationsModel.h"
 #include "Platform/Linux/Session/ControlBus.h"
 #include "Platform/Linux/Session/DesktopNotice.h"
+#include "Platform/Linux/Session/DesktopSettingsOpener.h"
 #include "Platform/Linux/Session/XdgAutostart.h"
 #include "Platform/Linux/Sound/EventSounds.h"
 #include "Platform/Linux/System/JsonUserDefaults.h"
@@ -268,6 +269,7 @@ void TalmoApp::showInterface(TalmoCoordinator &coordinator)
     }
     context.beginRecording = [gestures = m_services->gestures] { gestures->beginGesture(); };
     context.endRecording = m_services->endGesture;
+    context.canOpenSettings = &DesktopSettingsOpener::canOpen;
     const UserInterfaceParts parts{m_desktop->statusItem, m_desktop->makePanelWindow, m_desktop->screens,
                                    m_desktop->focus, m_desktop->shell};
     m_interface = std::make_unique<UserInterface>(context, parts);

@@ -67,8 +67,7 @@ EngineFactory sherpaOnnx(const QString &libraryPath)
 
 } // namespace
 
-const char *const EngineFactories::embeddedTitle =
-    QT_TRANSLATE_NOOP("Talmo", "Built in, to begin with (PocketSphinx, English)");
+const char *const EngineFactories::embeddedTitle = QT_TRANSLATE_NOOP("Talmo", "Built in, to begin with (English)");
 
 EngineFactories EngineFactories::standard(const Options &options)
 {

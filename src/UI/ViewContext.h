@@ -62,6 +62,8 @@ struct ViewContext {
     /// Begin and end a recording as the key would.
     std::function<void()> beginRecording;
     std::function<void()> endRecording;
+    /// Whether the desktop has settings for the permission; empty if it has for all.
+    std::function<bool(SettingsPane)> canOpenSettings;
 };
 
 } // namespace talmo

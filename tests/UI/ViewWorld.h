@@ -66,7 +66,8 @@ public:
                 desktopExtension,
                 limits,
                 [this] { coordinator().beginDictation(); },
-                [this] { coordinator().endDictation(); }};
+                [this] { coordinator().endDictation(); },
+                canOpenSettings};
     }
 
     TalmoCoordinator &coordinator() { return *world.coordinator; }
@@ -145,6 +146,7 @@ public:
     std::shared_ptr<LanguageSettings> language;
     std::shared_ptr<DesktopExtension> desktopExtension;
     QStringList limits;
+    std::function<bool(SettingsPane)> canOpenSettings;
     RecordingWorld world;
 };
 

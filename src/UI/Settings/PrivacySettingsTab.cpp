@@ -62,10 +62,8 @@ QWidget *PrivacySettingsTab::makePermissions()
 {
     const auto permissions = m_context.permissions;
     auto *section = new SettingsSection;
-    addPermission(
-        *section, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Microphone")),
-        [permissions] { return permissions->microphoneStatus() == SimpleStatus::Granted; },
-        [permissions] { permissions->openMicrophoneSettings(); });
+    addPermission(*section, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Microphone")), SettingsPane::Microphone,
+                  [permissions] { return permissions->microphoneStatus() == SimpleStatus::Granted; });
     if (m_context.microphone) {
         m_permissions.back().isPresent = [microphone = m_context.microphone] { return microphone->hasMicrophone(); };
         m_microphoneWatcher = std::make_unique<ChangeWatcher>(*m_context.microphone, [this] { reread(); });
@@ -73,14 +71,10 @@ QWidget *PrivacySettingsTab::makePermissions()
         section->addWidget(m_microphoneProblem);
     }
     // Speech recognition has no pane of its own; it depends on the microphone.
-    addPermission(
-        *section, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Speech Recognition")),
-        [permissions] { return permissions->speechRecognitionStatus() == SimpleStatus::Granted; },
-        [permissions] { permissions->openMicrophoneSettings(); });
-    addPermission(
-        *section, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Accessibility")),
-        [permissions] { return permissions->accessibilityGranted(); },
-        [permissions] { permissions->openAccessibilitySettings(); });
+    addPermission(*section, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Speech Recognition")), SettingsPane::Microphone,
+                  [permissions] { return permissions->speechRecognitionStatus() == SimpleStatus::Granted; });
+    addPermission(*section, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Accessibility")), SettingsPane::Accessibility,
+                  [permissions] { return permissions->accessibilityGranted(); });
     for (const auto &limit : m_context.limits) {
         auto *row = new WarningRow;
         row->setText(limit);
@@ -137,8 +131,17 @@ QWidget *PrivacySettingsTab::makeStatement()
     return section;
 }
 
-void PrivacySettingsTab::addPermission(SettingsSection &section, const QString &name, std::function<bool()> isGranted,
-                                       std::function<void()> openSettings)
+void PrivacySettingsTab::openSettings(SettingsPane pane)
+{
+    if (pane == SettingsPane::Microphone) {
+        m_context.permissions->openMicrophoneSettings();
+    } else {
+        m_context.permissions->openAccessibilitySettings();
+    }
+}
+
+void PrivacySettingsTab::addPermission(SettingsSection &section, const QString &name, SettingsPane pane,
+                                       std::function<bool()> isGranted)
 {
     if (!m_permissions.empty()) {
         section.addSeparator();
@@ -146,9 +149,10 @@ void PrivacySettingsTab::addPermission(SettingsSection &section, const QString &
     auto *button = new QPushButton(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Open Settings…")));
     button->setFont(Appearance::font(Appearance::detailSize));
     button->setAccessibleDescription(name);
-    connect(button, &QPushButton::clicked, this, [openSettings] { openSettings(); });
+    connect(button, &QPushButton::clicked, this, [this, pane] { openSettings(pane); });
     auto *status = new SymbolLabel({}, &Appearance::green);
     auto *row = section.addRow(name, button);
+    button->setVisible(!m_context.canOpenSettings || m_context.canOpenSettings(pane));
     row->insertWidget(0, status);
     row->setSpacing(8);
     m_permissions.push_back({status, std::move(isGranted), {}});

@@ -38,8 +38,9 @@ private:
     QWidget *makeStatement();
     QWidget *makePasswordFields();
     QWidget *makePermissions();
-    void addPermission(SettingsSection &section, const QString &name, std::function<bool()> isGranted,
-                       std::function<void()> openSettings);
+    void addPermission(SettingsSection &section, const QString &name, SettingsPane pane,
+                       std::function<bool()> isGranted);
+    void openSettings(SettingsPane pane);
 
     ViewContext m_context;
     std::vector<PermissionRow> m_permissions;

@@ -449,4 +449,23 @@ TEST(SettingsWindow, escapeClosesIt)
     EXPECT_TRUE(window.isVisible());
 }
 
+TEST(PrivacyTab, offersOnlySettingsThatDesktopHas)
+{
+    const auto offered = [](ViewWorld &world) {
+        PrivacySettingsTab tab(world.context());
+        tab.show();
+        qsizetype count = 0;
+        for (const auto *button : tab.findChildren<QPushButton *>()) {
+            count += button->text() == u"Open Settings…"_s && button->isVisible() ? 1 : 0;
+        }
+        return count;
+    };
+    ViewWorld world;
+    EXPECT_EQ(offered(world), 3);
+    world.canOpenSettings = [](SettingsPane pane) { return pane == SettingsPane::Microphone; };
+    EXPECT_EQ(offered(world), 2);
+    world.canOpenSettings = [](SettingsPane) { return false; };
+    EXPECT_EQ(offered(world), 0);
+}
+
 } // namespace talmo::test

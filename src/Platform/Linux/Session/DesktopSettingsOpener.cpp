@@ -33,6 +33,12 @@ constexpr std::array commands = {
     Command{nullptr, SettingsPane::Microphone, "pavucontrol-qt"},
 };
 
+QStringList commandOfThisDesktop(SettingsPane pane)
+{
+    return settingsCommand(pane, qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':')),
+                           [](const QString &program) { return !QStandardPaths::findExecutable(program).isEmpty(); });
+}
+
 } // namespace
 
 QStringList settingsCommand(SettingsPane pane, const QStringList &desktops,
@@ -48,11 +54,14 @@ QStringList settingsCommand(SettingsPane pane, const QStringList &desktops,
     return {};
 }
 
+bool DesktopSettingsOpener::canOpen(SettingsPane pane)
+{
+    return pane == SettingsPane::Microphone && !commandOfThisDesktop(pane).isEmpty();
+}
+
 void DesktopSettingsOpener::open(SettingsPane pane)
 {
-    auto words =
-        settingsCommand(pane, qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':')),
-                        [](const QString &program) { return !QStandardPaths::findExecutable(program).isEmpty(); });
+    auto words = commandOfThisDesktop(pane);
     if (words.isEmpty()) {
         generalLog().info("this desktop has no matching settings pane");
         return;

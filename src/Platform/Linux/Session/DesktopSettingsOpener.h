@@ -13,6 +13,9 @@ namespace talmo {
 class DesktopSettingsOpener final : public SettingsPaneOpener {
 public:
     void open(SettingsPane pane) override;
+    /// Whether a program for the pane is installed and helps there: no desktop has settings for typing into other
+    /// windows, only for other things that it calls accessibility.
+    static bool canOpen(SettingsPane pane);
 };
 
 /// The command line that opens a pane: the desktop's first one whose program is installed; empty if there is none.
