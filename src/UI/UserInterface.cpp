@@ -42,7 +42,10 @@ void UserInterface::perform(MenuAction action)
         return;
     case MenuAction::GetBetterRecognition:
         m_context.recogniser->acceptOffer();
-        openSettings(); // The progress is there.
+        openRecogniser(); // The progress is there.
+        return;
+    case MenuAction::ShowRecogniser:
+        openRecogniser();
         return;
     case MenuAction::CopyLastDictation:
         m_context.recovery->copyLastText();
@@ -55,6 +58,9 @@ void UserInterface::perform(MenuAction action)
         return;
     case MenuAction::Resume:
         m_context.pause->setPaused(false);
+        return;
+    case MenuAction::ShowDetails:
+        m_panel->openWithDetails();
         return;
     case MenuAction::OpenSettings:
         openSettings();
@@ -82,6 +88,12 @@ void UserInterface::openWelcome()
 void UserInterface::openSettings()
 {
     settingsWindow().open();
+    m_parts.shell->activateIgnoringOtherApps();
+}
+
+void UserInterface::openRecogniser()
+{
+    settingsWindow().openRecogniser();
     m_parts.shell->activateIgnoringOtherApps();
 }
 

@@ -43,6 +43,7 @@ public:
 private:
     void perform(MenuAction action);
     SettingsWindow &settingsWindow();
+    void openRecogniser();
 
     ViewContext m_context;
     UserInterfaceParts m_parts;

@@ -3,6 +3,7 @@
 //   talmo-pictures FOLDER             as PNG
 //   talmo-pictures --drawings FOLDER  those shown in the README, as SVG
 
+#include "Platform/Linux/Session/TrayIconColour.h"
 #include "Platform/Linux/System/LinuxWording.h"
 #include "Support/FakeDictationOptions.h"
 #include "Support/FakeHotkeySettings.h"
@@ -41,8 +42,18 @@ constexpr QSize smallestCard(220, 50);
 struct Look {
     ColourScheme scheme;
     qreal ratio;
-    QString name() const { return (scheme == ColourScheme::Dark ? u"dark"_s : u"light"_s) + u"-%1x"_s.arg(ratio); }
+    qreal points = 10;
+    Qt::LayoutDirection direction = Qt::LeftToRight;
+    QString name() const
+    {
+        const QString size = points == 10 ? QString() : u"-%1pt"_s.arg(points);
+        return (scheme == ColourScheme::Dark ? u"dark"_s : u"light"_s) + u"-%1x"_s.arg(ratio) + size +
+               (direction == Qt::RightToLeft ? u"-rtl"_s : QString());
+    }
 };
+
+const QStringList traySymbols{u"mic.circle"_s, u"waveform.circle.fill"_s, u"ellipsis.circle"_s,
+                              u"exclamationmark.circle"_s, u"pause.circle"_s};
 
 /// A stand-in for a wallpaper.
 void paintGround(QPainter &painter, const QRect &area, ColourScheme scheme)
@@ -68,12 +79,16 @@ public:
           m_look(look)
     {
         QApplication::setPalette(Appearance::palette(look.scheme));
+        QApplication::setLayoutDirection(look.direction);
+        QFont font = QApplication::font();
+        font.setPointSizeF(look.points);
+        QApplication::setFont(font);
     }
 
     void addCard(QWidget &view, const QString &name)
     {
         view.ensurePolished();
-        view.resize(view.sizeHint().expandedTo(smallestCard));
+        view.resize(view.sizeHint().expandedTo({Appearance::scaled(smallestCard.width()), smallestCard.height()}));
         const QSize size = view.size() + QSize(2 * air, 2 * air);
         QImage image((QSizeF(size) * m_look.ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
         image.setDevicePixelRatio(m_look.ratio);
@@ -88,7 +103,9 @@ public:
     {
         view.setAttribute(Qt::WA_DontShowOnScreen);
         view.show();
-        view.resize(size);
+        // As on a screen of 1366×768 where that is not enough.
+        constexpr QSize lowScreen(1306, 708);
+        view.resize(m_look.points == 10 ? size : (size * Appearance::textScale()).boundedTo(lowScreen));
         settle(); // Lets layout and painting finish.
         QImage image((QSizeF(view.size()) * m_look.ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
         image.setDevicePixelRatio(m_look.ratio);
@@ -97,11 +114,29 @@ public:
         save(image, name);
     }
 
+    /// The tray icons as they are on panels of unknown colour, at two sizes: light, medium and dark.
+    void addTrayIcons()
+    {
+        const QColor panels[] = {QColor(0xef, 0xf0, 0xf1), QColor(0x80, 0x80, 0x80), QColor(0x2f, 0x34, 0x3a)};
+        QImage image((QSizeF(170, 3 * 76) * m_look.ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+        image.setDevicePixelRatio(m_look.ratio);
+        QPainter painter(&image);
+        for (int row = 0; row < 3; ++row) {
+            painter.fillRect(0, 76 * row, 170, 76, panels[row]);
+            for (int index = 0; index < traySymbols.size(); ++index) {
+                const QIcon icon = Symbol::icon(traySymbols.at(index), trayInks({}, std::nullopt, {}, m_look.scheme));
+                icon.paint(&painter, QRect(14 + 30 * index, 76 * row + 12, 16, 16));
+                icon.paint(&painter, QRect(11 + 30 * index, 76 * row + 42, 22, 22));
+            }
+        }
+        painter.end();
+        save(image, u"tray"_s);
+    }
+
     /// All tray symbols side by side, at two tray sizes.
     void addIcons()
     {
-        const QStringList names{u"mic.circle"_s, u"waveform.circle.fill"_s, u"ellipsis.circle"_s,
-                                u"exclamationmark.circle"_s, u"pause.circle"_s};
+        const auto &names = traySymbols;
         QImage image((QSizeF(170, 76) * m_look.ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
         image.setDevicePixelRatio(m_look.ratio);
         image.fill(QApplication::palette().color(QPalette::Window));
@@ -149,14 +184,28 @@ void inEveryState(ViewWorld &world, Add add)
     settle();
 }
 
-/// The section below the rest of the first page, in a window tall enough for it.
+/// An error that is too long for two lines.
+void addLongError(Gallery &gallery)
+{
+    ViewWorld world;
+    RecordingOverlay overlay(world.coordinator());
+    MenuBarView menu(world.context(), [](MenuAction) {});
+    world.fail(u"The file on the server is not the one that Talmo knows; its maker has probably renewed it. Update "
+               u"Talmo, or choose another model in its settings."_s);
+    gallery.addCard(overlay, u"overlay-long-error"_s);
+    gallery.addCard(menu, u"menu-long-error"_s);
+    menu.setDetailed(true);
+    gallery.addCard(menu, u"menu-long-error-details"_s);
+}
+
+/// The recogniser's page.
 void addRecogniser(Gallery &gallery, FakeRecogniserSettings &recogniser, SettingsView &settings)
 {
-    settings.findChild<QTabBar *>()->setCurrentIndex(0);
+    settings.showRecogniser();
     const auto show = [&](const QString &name) {
         recogniser.change();
         settle();
-        gallery.addWindow(settings, u"settings-recogniser-"_s + name, settingsSize + QSize(0, 520));
+        gallery.addWindow(settings, u"settings-recogniser-"_s + name);
     };
     show(u"rest"_s);
     recogniser.offered = {u"Kroko (English), 67 MB. Licences: Apache-2.0, CC-BY-SA-4.0."_s, u"67 MB"_s};
@@ -322,7 +371,9 @@ void takePictures(const QDir &folder, const Look &look)
 {
     Gallery gallery(folder, look);
     gallery.addIcons();
+    gallery.addTrayIcons();
     addKeys(gallery);
+    addLongError(gallery);
     addLists(gallery);
     addFirstMinutes(gallery);
     {
@@ -433,11 +484,15 @@ int main(int argc, char **argv)
         if (areDrawings) {
             makeDrawings(folder);
         } else {
-            for (const auto scheme : {talmo::ColourScheme::Light, talmo::ColourScheme::Dark}) {
+            using talmo::ColourScheme;
+            for (const auto scheme : {ColourScheme::Light, ColourScheme::Dark}) {
                 for (const qreal ratio : {1.0, 2.0}) {
                     takePictures(folder, {scheme, ratio});
                 }
             }
+            takePictures(folder, {ColourScheme::Light, 1.5});
+            takePictures(folder, {ColourScheme::Light, 1.0, 20});
+            takePictures(folder, {ColourScheme::Dark, 1.0, 10, Qt::RightToLeft});
         }
     } catch (const talmo::Error &error) {
         std::fprintf(stderr, "%s\n", qPrintable(error.localizedDescription()));

@@ -9,5 +9,6 @@ int main(int argc, char **argv)
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setFont(QFont(QStringLiteral("Sans"), 10)); // An ordinary desktop's.
     return RUN_ALL_TESTS();
 }

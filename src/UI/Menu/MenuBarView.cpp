@@ -2,6 +2,7 @@
 
 #include "UI/Menu/MenuRow.h"
 #include "UI/Style/Appearance.h"
+#include "UI/Style/BriefText.h"
 #include "UI/Style/Separator.h"
 #include "UI/Style/SymbolLabel.h"
 #include "UI/Style/TintedLabel.h"
@@ -51,10 +52,12 @@ MenuBarView::MenuBarView(ViewContext context, std::function<void(MenuAction)> pe
 
 void MenuBarView::buildHeader(QVBoxLayout &layout)
 {
-    m_title = new TintedLabel(Appearance::font(Appearance::titleSize, QFont::DemiBold), &primary);
+    const int textWidth = Appearance::scaled(panelWidth) - 2 * (margin + textInset);
+    m_title = new BriefText(Appearance::font(Appearance::titleSize, QFont::DemiBold), &primary, textWidth);
+    m_title->setOnSizeChanged([this] { announceSize(); });
     m_subtitle = new TintedLabel(Appearance::font(Appearance::detailSize), &Appearance::secondary);
-    for (auto *label : {m_title, m_subtitle}) {
-        label->setContentsMargins(textInset, 0, textInset, 0);
+    for (auto *text : std::initializer_list<QWidget *>{m_title, m_subtitle}) {
+        text->setContentsMargins(textInset, 0, textInset, 0);
     }
     layout.addWidget(m_title);
     layout.addSpacing(2);
@@ -142,10 +145,25 @@ void MenuBarView::showContents()
     layout()->activate();
 }
 
+void MenuBarView::setDetailed(bool isDetailed)
+{
+    m_title->setWhole(isDetailed);
+    layout()->activate();
+}
+
+void MenuBarView::announceSize()
+{
+    layout()->activate();
+    if (m_onSizeChanged) {
+        m_onSizeChanged();
+    }
+}
+
 /// The height of wrapping text is known only once its width is.
 QSize MenuBarView::sizeHint() const
 {
-    return {panelWidth, layout()->totalHeightForWidth(panelWidth)};
+    const int width = Appearance::scaled(panelWidth);
+    return {width, layout()->totalHeightForWidth(width)};
 }
 
 void MenuBarView::showWarnings()

@@ -14,6 +14,7 @@ class QVBoxLayout;
 
 namespace talmo {
 
+class BriefText;
 class MenuRow;
 class TintedLabel;
 
@@ -30,6 +31,8 @@ public:
     void focusFirstRow();
     /// The width is fixed; the height follows the content.
     QSize sizeHint() const override;
+    /// Whether an error that is longer than two lines is shown with all of its text.
+    void setDetailed(bool isDetailed);
     void setOnSizeChanged(std::function<void()> callback) { m_onSizeChanged = std::move(callback); }
 
 protected:
@@ -44,6 +47,7 @@ private:
     void showContents();
     void showWarnings();
     void showOffer();
+    void announceSize();
     void moveFocus(int step);
     void choose(MenuAction action);
 
@@ -51,7 +55,7 @@ private:
     std::function<void(MenuAction)> m_perform;
     std::function<void()> m_onSizeChanged;
     MenuContents m_contents;
-    TintedLabel *m_title = nullptr;
+    BriefText *m_title = nullptr;
     TintedLabel *m_subtitle = nullptr;
     QWidget *m_warnings = nullptr;
     std::vector<QWidget *> m_warningRows;

@@ -11,6 +11,9 @@ namespace talmo {
 
 namespace {
 
+/// In characters: a plain menu is as wide as its longest entry.
+constexpr qsizetype longestPlainTitle = 60;
+
 MenuEntry startRow()
 {
     return {QStringLiteral("mic.fill"),
@@ -75,7 +78,7 @@ void describeOffer(MenuContents &contents, const RecogniserSettings &recogniser)
         contents.offer = {QStringLiteral("ellipsis.circle"),
                           Wording::text(QT_TRANSLATE_NOOP("Talmo", "Installing a recogniser…")),
                           {},
-                          MenuAction::OpenSettings};
+                          MenuAction::ShowRecogniser};
         contents.offerDetail = installation->description;
     } else if (const auto offer = recogniser.offer()) {
         contents.offer = {QStringLiteral("sparkles"),
@@ -117,6 +120,9 @@ void describeState(MenuContents &contents, const TalmoState &state, const QStrin
     case TalmoState::Case::Error:
         contents.title = Wording::errorText(state.message());
         contents.subtitle = Wording::text(QT_TRANSLATE_NOOP("Talmo", "Something went wrong"));
+        if (contents.title.size() > longestPlainTitle) {
+            contents.details = {{}, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Details")), {}, MenuAction::ShowDetails};
+        }
         return;
     }
 }
@@ -153,6 +159,11 @@ MenuContents MenuContents::make(const ViewContext &context)
         describePause(contents, context.coordinator->state(), context.pause->isPaused());
     }
     return contents;
+}
+
+QString MenuContents::briefTitle() const
+{
+    return title.size() <= longestPlainTitle ? title : title.left(longestPlainTitle - 1).trimmed() + u'…';
 }
 
 QString MenuContents::toolTip() const

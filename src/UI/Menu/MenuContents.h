@@ -22,6 +22,8 @@ enum class MenuAction {
     Pause,
     Resume,
     OpenSettings,
+    ShowRecogniser,
+    ShowDetails,
     Quit
 };
 
@@ -39,6 +41,8 @@ struct MenuEntry {
 struct MenuContents {
     QString title;
     QString subtitle;
+    /// In the plain menu, below a title that is too long for it; empty below any other.
+    MenuEntry details;
     /// One per missing permission; if there are any, `grant` is offered.
     QStringList warnings;
     MenuEntry grant;
@@ -58,6 +62,8 @@ struct MenuContents {
 
     /// The title for a tool tip, escaped if Qt would take it for rich text.
     QString toolTip() const;
+    /// The title for the plain menu, whose entries have one line each.
+    QString briefTitle() const;
 
     static MenuContents make(const TalmoState &state, SimpleStatus microphone, SimpleStatus speechRecognition,
                              bool isAccessibilityGranted, const QString &hotkeyDisplayName);

@@ -3,6 +3,7 @@
 #include "Base/Completion.h"
 #include "Base/Task.h"
 #include "UI/Menu/MenuBarView.h"
+#include "UI/Style/Appearance.h"
 
 #include <algorithm>
 #include <utility>
@@ -82,18 +83,13 @@ void MenuPanel::toggle(std::optional<QRect> icon)
 
 void MenuPanel::open(std::optional<QRect> icon)
 {
-    if (!m_panel) {
-        m_view = new MenuBarView(m_context, [this](MenuAction action) { choose(action); });
-        m_panel = m_makeWindow(panelOptions(), m_view);
-        m_view->setOnSizeChanged([this] {
-            if (isOpen()) {
-                place();
-            }
-        });
+    if (!m_panel || !qFuzzyCompare(m_textScale, Appearance::textScale())) {
+        make();
     }
     // Permissions may have been granted or revoked without notice.
     m_context.permissions->refresh();
     m_view->reread();
+    m_view->setDetailed(false);
     m_icon = icon;
     m_pointer = m_screens->mouseLocation();
     m_screen = screenUnderPointer(*m_screens);
@@ -101,6 +97,26 @@ void MenuPanel::open(std::optional<QRect> icon)
     m_focus->remember();
     m_panel->orderFrontRegardless();
     m_view->focusFirstRow();
+}
+
+void MenuPanel::openWithDetails()
+{
+    open(std::nullopt);
+    m_view->setDetailed(true);
+    place();
+}
+
+/// In the size of the system's font, which may have changed since.
+void MenuPanel::make()
+{
+    m_textScale = Appearance::textScale();
+    m_view = new MenuBarView(m_context, [this](MenuAction action) { choose(action); });
+    m_panel = m_makeWindow(panelOptions(), m_view);
+    m_view->setOnSizeChanged([this] {
+        if (isOpen()) {
+            place();
+        }
+    });
 }
 
 void MenuPanel::place()

@@ -28,6 +28,8 @@ public:
     /// Opens the panel below or above the icon, or in the corner nearest to the pointer if the icon's position is
     /// unknown.
     void open(std::optional<QRect> icon);
+    /// The same, in the corner, with the whole text of an error.
+    void openWithDetails();
     void toggle(std::optional<QRect> icon);
     bool isOpen() const;
     /// Finishes, without failing, when the panel is gone and the keyboard focus is back; at once if it was not open.
@@ -35,6 +37,7 @@ public:
 
 private:
     void choose(MenuAction action);
+    void make();
     void place();
 
     ViewContext m_context;
@@ -47,6 +50,7 @@ private:
     std::optional<QRect> m_icon;
     std::optional<Screen> m_screen;
     QPoint m_pointer;
+    qreal m_textScale = 0;
 };
 
 /// The frame of a panel of that size: at the icon if there is one, else in the corner nearest to the pointer; always

@@ -6,6 +6,7 @@
 #include <QFontMetrics>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QStyle>
 
 namespace talmo {
 
@@ -15,6 +16,11 @@ constexpr int sidePadding = 8;
 constexpr int verticalPadding = 6;
 constexpr int gap = 9;
 constexpr qreal highlightRadius = 6;
+
+int symbolSize()
+{
+    return Appearance::scaled(Symbol::rowSize);
+}
 
 } // namespace
 
@@ -42,7 +48,7 @@ QSize MenuRow::sizeHint() const
 {
     const QFontMetrics metrics(font());
     const int hintWidth = m_hint.isEmpty() ? 0 : 2 * gap + metrics.horizontalAdvance(m_hint);
-    return {2 * sidePadding + Symbol::rowSize + gap + metrics.horizontalAdvance(accessibleName()) + hintWidth,
+    return {2 * sidePadding + symbolSize() + gap + metrics.horizontalAdvance(accessibleName()) + hintWidth,
             metrics.height() + 2 * verticalPadding};
 }
 
@@ -76,14 +82,18 @@ void MenuRow::paintEvent(QPaintEvent * /*event*/)
     const QColor text =
         isHighlighted ? palette().color(QPalette::HighlightedText) : palette().color(group, QPalette::WindowText);
     const QRect inner = rect().adjusted(sidePadding, 0, -sidePadding, 0);
-    const int symbolTop = inner.top() + (inner.height() - Symbol::rowSize) / 2;
-    Symbol::paint(painter, QRectF(inner.left(), symbolTop, Symbol::rowSize, Symbol::rowSize), m_symbol, text);
+    const int side = symbolSize();
+    const QRect symbolArea(inner.left(), inner.top() + (inner.height() - side) / 2, side, side);
+    Symbol::paint(painter, QStyle::visualRect(layoutDirection(), inner, symbolArea), m_symbol, text);
     painter.setFont(font());
     painter.setPen(text);
-    const QRect titleArea = inner.adjusted(Symbol::rowSize + gap, 0, 0, 0);
-    painter.drawText(titleArea, Qt::AlignVCenter | Qt::AlignLeft, accessibleName());
+    const QRect titleArea = QStyle::visualRect(layoutDirection(), inner, inner.adjusted(side + gap, 0, 0, 0));
+    const auto aligned = [this](Qt::Alignment edge) {
+        return static_cast<int>(Qt::AlignVCenter | QStyle::visualAlignment(layoutDirection(), edge));
+    };
+    painter.drawText(titleArea, aligned(Qt::AlignLeft), accessibleName());
     painter.setPen(isHighlighted ? text : Appearance::secondary(palette()));
-    painter.drawText(titleArea, Qt::AlignVCenter | Qt::AlignRight, m_hint);
+    painter.drawText(titleArea, aligned(Qt::AlignRight), m_hint);
 }
 
 } // namespace talmo

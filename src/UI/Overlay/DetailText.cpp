@@ -114,7 +114,8 @@ DetailText::DetailText(const QString &text, const QFont &font, int width, int mo
     const QString line = withoutLineBreaks(lastPart(text));
     Lines lines = measure(line, font, width, mostLines);
     m_shownText = line;
-    if (lines.count > mostLines || line.size() < text.size()) {
+    m_isCut = lines.count > mostLines || line.size() < text.size();
+    if (m_isCut) {
         m_shownText = longestFitting(line, beginnings(line, QTextBoundaryFinder::Word), font, width, mostLines);
         if (m_shownText.isEmpty()) { // A single word that is too long.
             m_shownText = longestFitting(line, beginnings(line, QTextBoundaryFinder::Grapheme), font, width, mostLines);

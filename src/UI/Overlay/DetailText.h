@@ -18,6 +18,8 @@ public:
     DetailText(const QString &text, const QFont &font, int width, int mostLines);
 
     bool isEmpty() const { return m_shownText.isEmpty(); }
+    /// Whether the beginning was cut.
+    bool isCut() const { return m_isCut; }
     /// The visible part of the text, after an ellipsis if the beginning was cut.
     const QString &shownText() const { return m_shownText; }
     /// The size of the lines. All lines have the same height whatever their glyphs, so that the text does not jump.
@@ -31,6 +33,7 @@ private:
     QFont m_font;
     QString m_shownText;
     QSize m_size;
+    bool m_isCut = false;
 };
 
 } // namespace talmo

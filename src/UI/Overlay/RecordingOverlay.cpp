@@ -7,6 +7,7 @@
 #include <QEvent>
 #include <QFontMetrics>
 #include <QPainter>
+#include <QStyle>
 
 #include <algorithm>
 #include <utility>
@@ -16,11 +17,21 @@ namespace talmo {
 namespace {
 
 constexpr int spacing = 6;
-constexpr int dotSize = 8;
 /// At least this much room between the title and the hint.
 constexpr int hintGap = 16;
 constexpr int mostDetailLines = 2;
 constexpr QMargins padding(14, 10, 14, 10);
+
+int largest()
+{
+    return Appearance::scaled(RecordingOverlay::largestWidth);
+}
+
+int dotSize()
+{
+    constexpr int ordinary = 8;
+    return Appearance::scaled(ordinary);
+}
 
 QFont titleFont()
 {
@@ -101,7 +112,7 @@ void RecordingOverlay::reread()
 void RecordingOverlay::layOut()
 {
     const QSize before = idealSize();
-    const int textWidth = largestWidth - padding.left() - padding.right();
+    const int textWidth = largest() - padding.left() - padding.right();
     m_detail = m_contents.detail.isEmpty() ? DetailText()
                                            : DetailText(m_contents.detail, detailFont(), textWidth, mostDetailLines);
     if (idealSize() != before && m_onIdealSizeChanged) {
@@ -111,7 +122,7 @@ void RecordingOverlay::layOut()
 
 int RecordingOverlay::titleHeight() const
 {
-    return std::max(dotSize, QFontMetrics(titleFont()).height());
+    return std::max(dotSize(), QFontMetrics(titleFont()).height());
 }
 
 int RecordingOverlay::titleWidth() const
@@ -119,24 +130,30 @@ int RecordingOverlay::titleWidth() const
     return QFontMetrics(titleFont()).horizontalAdvance(m_contents.title);
 }
 
+QString RecordingOverlay::hint() const
+{
+    const bool isCutError = m_detail.isCut() && m_coordinator.state().is(TalmoState::Case::Error);
+    return isCutError ? Wording::text(QT_TRANSLATE_NOOP("Talmo", "Details in the menu")) : m_contents.hint;
+}
+
 int RecordingOverlay::hintWidth() const
 {
-    return m_contents.hint.isEmpty() ? 0 : QFontMetrics(detailFont()).horizontalAdvance(m_contents.hint);
+    return QFontMetrics(detailFont()).horizontalAdvance(hint());
 }
 
 QSize RecordingOverlay::idealSize() const
 {
-    const int hint = m_contents.hint.isEmpty() ? 0 : hintGap + hintWidth();
-    const int contentWidth = std::max(dotSize + spacing + titleWidth() + hint, m_detail.size().width());
+    const int hint = hintWidth() == 0 ? 0 : hintGap + hintWidth();
+    const int contentWidth = std::max(dotSize() + spacing + titleWidth() + hint, m_detail.size().width());
     const int detailHeight = m_detail.isEmpty() ? 0 : spacing + m_detail.size().height();
-    return {std::clamp(contentWidth + padding.left() + padding.right(), smallestWidth, largestWidth),
+    return {std::clamp(contentWidth + padding.left() + padding.right(), Appearance::scaled(smallestWidth), largest()),
             titleHeight() + detailHeight + padding.top() + padding.bottom()};
 }
 
 QSize RecordingOverlay::largestSize() const
 {
-    return {largestWidth, titleHeight() + spacing + mostDetailLines * DetailText::lineHeight(detailFont()) +
-                              padding.top() + padding.bottom()};
+    return {largest(), titleHeight() + spacing + mostDetailLines * DetailText::lineHeight(detailFont()) +
+                           padding.top() + padding.bottom()};
 }
 
 void RecordingOverlay::changeEvent(QEvent *event)
@@ -152,8 +169,18 @@ void RecordingOverlay::paintHint(QPainter &painter, const QRect &titleArea) cons
     const int room = titleArea.width() - titleWidth() - hintGap;
     painter.setFont(detailFont());
     painter.setPen(Appearance::secondary(palette()));
-    const QString hint = QFontMetrics(detailFont()).elidedText(m_contents.hint, Qt::ElideRight, std::max(0, room));
-    painter.drawText(titleArea, Qt::AlignRight | Qt::AlignVCenter, hint);
+    const QString shown = QFontMetrics(detailFont()).elidedText(hint(), Qt::ElideRight, std::max(0, room));
+    painter.drawText(titleArea, aligned(Qt::AlignRight), shown);
+}
+
+int RecordingOverlay::aligned(Qt::Alignment edge) const
+{
+    return static_cast<int>(Qt::AlignVCenter | QStyle::visualAlignment(layoutDirection(), edge));
+}
+
+QRect RecordingOverlay::mirrored(const QRect &area) const
+{
+    return QStyle::visualRect(layoutDirection(), rect(), area);
 }
 
 void RecordingOverlay::paintEvent(QPaintEvent * /*event*/)
@@ -166,13 +193,15 @@ void RecordingOverlay::paintEvent(QPaintEvent * /*event*/)
     painter.setPen(Qt::NoPen);
     painter.setBrush(m_contents.dot);
     const int middle = area.top() + titleHeight() / 2;
-    painter.drawEllipse(QRectF(area.left(), middle - dotSize / 2.0, dotSize, dotSize));
+    const int dot = dotSize();
+    painter.drawEllipse(QRectF(mirrored(QRect(area.left(), middle - dot / 2, dot, dot))));
 
     painter.setPen(palette().color(QPalette::WindowText));
     painter.setFont(titleFont());
-    const QRect titleArea(area.left() + dotSize + spacing, area.top(), area.width() - dotSize - spacing, titleHeight());
+    const QRect titleArea = mirrored(
+        QRect(area.left() + dotSize() + spacing, area.top(), area.width() - dotSize() - spacing, titleHeight()));
     const QString title = QFontMetrics(titleFont()).elidedText(m_contents.title, Qt::ElideRight, titleArea.width());
-    painter.drawText(titleArea, Qt::AlignLeft | Qt::AlignVCenter, title);
+    painter.drawText(titleArea, aligned(Qt::AlignLeft), title);
     paintHint(painter, titleArea);
     m_detail.paint(painter, QPointF(area.left(), area.top() + titleHeight() + spacing), area.width(),
                    Appearance::secondary(palette()));

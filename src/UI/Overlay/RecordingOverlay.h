@@ -34,6 +34,7 @@ struct OverlayContents {
 /// The content of the overlay: a coloured dot and a title, and below it the live transcript or the error.
 class RecordingOverlay final : public QWidget {
 public:
+    /// At an ordinary system font.
     static constexpr int smallestWidth = 220;
     static constexpr int largestWidth = 360;
 
@@ -45,6 +46,9 @@ public:
     const OverlayContents &contents() const { return m_contents; }
     /// The visible part of the detail.
     const QString &shownDetail() const { return m_detail.shownText(); }
+
+    /// The contents' own, or where the rest of a cut error is.
+    QString hint() const;
 
     QSize idealSize() const;
     /// The size that no content exceeds.
@@ -62,6 +66,10 @@ private:
     int titleHeight() const;
     int titleWidth() const;
     int hintWidth() const;
+    /// The flags for a text at this edge, mirrored like the areas.
+    int aligned(Qt::Alignment edge) const;
+    /// Mirrored if the language is written from right to left.
+    QRect mirrored(const QRect &area) const;
     void paintHint(QPainter &painter, const QRect &titleArea) const;
 
     const TalmoCoordinator &m_coordinator;

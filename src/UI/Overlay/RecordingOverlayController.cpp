@@ -1,10 +1,20 @@
 #include "UI/Overlay/RecordingOverlayController.h"
 
 #include "UI/Overlay/RecordingOverlay.h"
+#include "UI/Style/Appearance.h"
 
 #include <utility>
 
 namespace talmo {
+
+namespace {
+
+QSize smallestSize()
+{
+    return {Appearance::scaled(RecordingOverlay::smallestWidth), RecordingOverlayController::smallestHeight};
+}
+
+} // namespace
 
 RecordingOverlayController::RecordingOverlayController(TalmoCoordinator &coordinator, PanelWindowFactory makeWindow,
                                                        std::shared_ptr<ScreenSource> screens,
@@ -23,10 +33,8 @@ void RecordingOverlayController::show()
 {
     if (!m_panel) {
         m_content = new RecordingOverlay(m_coordinator, m_notice);
-        m_panel = std::make_unique<OverlayPanel>(m_makeWindow,
-                                                 OverlayPanel::options(m_content->largestSize().expandedTo(
-                                                     {RecordingOverlay::smallestWidth, smallestHeight})),
-                                                 m_content);
+        m_panel = std::make_unique<OverlayPanel>(
+            m_makeWindow, OverlayPanel::options(m_content->largestSize().expandedTo(smallestSize())), m_content);
         m_content->setOnIdealSizeChanged([this] { followContent(); });
     }
     // The content may not have seen the change that caused this call yet.
@@ -44,7 +52,7 @@ void RecordingOverlayController::hide()
 
 QSize RecordingOverlayController::clampedContentSize() const
 {
-    return m_content->idealSize().expandedTo({RecordingOverlay::smallestWidth, smallestHeight});
+    return m_content->idealSize().expandedTo(smallestSize());
 }
 
 void RecordingOverlayController::position(PanelWindow &panel)

@@ -34,7 +34,7 @@ public:
         setAccessibleName(name);
         setToolTip(name);
         setFocusPolicy(Qt::StrongFocus);
-        setFixedSize(controlHeight, controlHeight);
+        setFixedSize(Appearance::scaled(controlHeight), Appearance::scaled(controlHeight));
         tint();
     }
 
@@ -110,7 +110,7 @@ QWidget *DictionarySettingsTab::makeEntry()
     connect(m_field, &QLineEdit::returnPressed, this, [this] { add(); });
     auto *addButton = new SymbolButton(QStringLiteral("plus"), Wording::text(QT_TRANSLATE_NOOP("Talmo", "Add")));
     connect(addButton, &QToolButton::clicked, this, [this] { add(); });
-    m_field->setMinimumHeight(controlHeight);
+    m_field->setMinimumHeight(Appearance::scaled(controlHeight));
     row->addWidget(m_field, 1);
     row->addWidget(addButton);
     return entry;
@@ -152,8 +152,8 @@ QWidget *DictionarySettingsTab::makeWordRow()
         row->addWidget(label);
         m_sound = new QLineEdit;
         m_sound->setFont(Appearance::font(Appearance::titleSize));
-        m_sound->setMinimumHeight(controlHeight);
-        m_sound->setFixedWidth(soundWidth);
+        m_sound->setMinimumHeight(Appearance::scaled(controlHeight));
+        m_sound->setFixedWidth(Appearance::scaled(soundWidth));
         m_sound->setAccessibleName(label->text());
         m_sound->setToolTip(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Used by the built-in recogniser")));
         label->setBuddy(m_sound);

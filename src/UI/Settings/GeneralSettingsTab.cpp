@@ -8,7 +8,6 @@
 #include "UI/Settings/KeyCap.h"
 #include "UI/Settings/LanguageSection.h"
 #include "UI/Settings/MicrophoneSection.h"
-#include "UI/Settings/RecogniserSection.h"
 #include "UI/Settings/SettingsSection.h"
 #include "UI/Settings/WarningRow.h"
 #include "UI/Style/Appearance.h"
@@ -28,7 +27,10 @@ namespace {
 
 constexpr int sectionSpacing = 14;
 /// The caption below an example starts where the example's text does.
-constexpr int bulletIndent = Symbol::rowSize + 6;
+int bulletIndent()
+{
+    return Appearance::scaled(Symbol::rowSize) + 6;
+}
 
 const char *const shortcutCaption = QT_TRANSLATE_NOOP(
     "Talmo", "Hold fn to record and release to insert, or double-tap fn for hands-free recording (press fn again to "
@@ -60,7 +62,7 @@ void setChecked(QCheckBox &toggle, bool isChecked)
 
 } // namespace
 
-GeneralSettingsTab::GeneralSettingsTab(ViewContext context)
+GeneralSettingsTab::GeneralSettingsTab(ViewContext context, std::function<void()> showRecogniser)
     : m_context(std::move(context)),
       m_watcher(*m_context.coordinator, [this] { reread(); }, this)
 {
@@ -72,16 +74,13 @@ GeneralSettingsTab::GeneralSettingsTab(ViewContext context)
         layout->addWidget(new MicrophoneSection(m_context.microphone, MicrophoneSection::Listening::WhenAsked));
     }
     if (m_context.language) {
-        layout->addWidget(new LanguageSection(m_context.language));
+        layout->addWidget(new LanguageSection(m_context.language, std::move(showRecogniser)));
     }
     buildCleanup(*layout);
     if (m_context.options) {
         layout->addWidget(new DictationOptionsSection(m_context.options));
     }
     buildStartup(*layout);
-    if (m_context.recogniser) {
-        layout->addWidget(new RecogniserSection(m_context.recogniser));
-    }
     layout->addStretch(1);
     reread();
 }
@@ -128,7 +127,7 @@ void GeneralSettingsTab::buildCleanup(QVBoxLayout &layout)
         QStringLiteral("list.bullet"),
         Wording::text(QT_TRANSLATE_NOOP("Talmo", "\"...as bullet points\" → formats as a bullet list")));
     m_bulletCaption = TintedLabel::caption(Wording::text(bulletCaption));
-    section->addWidget(m_bulletCaption, bulletIndent);
+    section->addWidget(m_bulletCaption, bulletIndent());
     section->addExample(QStringLiteral("return"),
                         Wording::text(QT_TRANSLATE_NOOP("Talmo", "\"...new paragraph...\" → starts a new paragraph")));
     section->addExample(QStringLiteral("arrow.turn.down.left"),

@@ -19,7 +19,8 @@ class WarningRow;
 /// The shortcut, the cleanup and launching at login. Every control saves its setting at once.
 class GeneralSettingsTab final : public QWidget {
 public:
-    explicit GeneralSettingsTab(ViewContext context);
+    /// `showRecogniser`: where a recogniser that is asked for here is installed.
+    explicit GeneralSettingsTab(ViewContext context, std::function<void()> showRecogniser = {});
 
     /// Refreshes from the settings at once; otherwise that happens after every change.
     void reread();

@@ -2,6 +2,7 @@
 
 #include "UI/Settings/SettingsSection.h"
 #include "UI/Style/Appearance.h"
+#include "UI/Style/RowDelegate.h"
 #include "UI/Style/Wording.h"
 
 #include <QCheckBox>
@@ -62,10 +63,11 @@ QWidget *HistorySection::makeKept()
     column->setSpacing(spacing);
     m_list = new QListWidget;
     m_list->setFont(Appearance::font(Appearance::detailSize));
+    m_list->setItemDelegate(new RowDelegate(m_list));
     m_list->setUniformItemSizes(true);
     m_list->setTextElideMode(Qt::ElideRight);
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_list->setFixedHeight(listHeight);
+    m_list->setFixedHeight(Appearance::scaled(listHeight));
     m_list->setAccessibleName(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Dictations")));
     column->addWidget(m_list);
     auto *buttons = new QHBoxLayout;

@@ -16,7 +16,7 @@
 
 namespace talmo {
 
-LanguageSection::LanguageSection(std::shared_ptr<LanguageSettings> settings)
+LanguageSection::LanguageSection(std::shared_ptr<LanguageSettings> settings, std::function<void()> onSetUp)
     : m_settings(std::move(settings)),
       m_watcher(*m_settings, [this] { reread(); }, this)
 {
@@ -40,7 +40,12 @@ LanguageSection::LanguageSection(std::shared_ptr<LanguageSettings> settings)
     section->addWidget(m_ways);
     layout->addWidget(section);
     connect(m_choice, &QComboBox::activated, this, [this] { m_settings->choose(m_choice->currentData().toString()); });
-    connect(m_setUp, &QPushButton::clicked, this, [this] { m_settings->setUp(); });
+    connect(m_setUp, &QPushButton::clicked, this, [this, onSetUp = std::move(onSetUp)] {
+        m_settings->setUp();
+        if (onSetUp) {
+            onSetUp();
+        }
+    });
     connect(useEnglish, &QPushButton::clicked, this, [this] { m_settings->useEnglish(); });
     reread();
 }

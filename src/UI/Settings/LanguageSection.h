@@ -5,6 +5,7 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 class QComboBox;
@@ -17,7 +18,8 @@ class WarningRow;
 /// A picker for the language, and a way out where no recogniser speaks it.
 class LanguageSection final : public QWidget {
 public:
-    explicit LanguageSection(std::shared_ptr<LanguageSettings> settings);
+    /// `onSetUp` is called once the installation of a recogniser for the language has begun.
+    explicit LanguageSection(std::shared_ptr<LanguageSettings> settings, std::function<void()> onSetUp = {});
 
 private:
     void reread();

@@ -23,8 +23,8 @@ namespace {
 const char *const sectionTitle = QT_TRANSLATE_NOOP("Talmo", "Recogniser");
 const char *const modelTitle = QT_TRANSLATE_NOOP("Talmo", "Model");
 const char *const choiceCaption = QT_TRANSLATE_NOOP(
-    "Talmo", "Available on Linux only. Speech is recognised on this computer whichever recogniser you choose; the "
-             "network is used only to download models.");
+    "Talmo", "Speech is recognised on this computer whichever recogniser you choose; the network is used only to "
+             "download models.");
 
 constexpr int progressSteps = 1000;
 constexpr int progressHeight = 9;
@@ -89,6 +89,7 @@ void RecogniserSection::buildModels(SettingsSection &section)
     m_models = Picker::make(Wording::text(modelTitle));
     auto *row = section.addRow(m_models->accessibleName(), m_models);
     m_action = new QPushButton;
+    m_action->setFont(Appearance::font(Appearance::titleSize));
     row->addWidget(m_action);
     m_detail = TintedLabel::caption({});
     section.addWidget(m_detail);

@@ -5,13 +5,12 @@
 #include "UI/Style/Symbol.h"
 #include "UI/Style/SymbolLabel.h"
 #include "UI/Style/TintedLabel.h"
+#include "UI/Style/ToggleStyle.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QPainter>
-#include <QStyle>
 #include <QVBoxLayout>
 
 namespace talmo {
@@ -59,13 +58,14 @@ SettingsSection::SettingsSection(const QString &heading)
 
 int SettingsSection::toggleIndent()
 {
-    const auto *style = QApplication::style();
+    const auto *style = ToggleStyle::shared();
     return style->pixelMetric(QStyle::PM_IndicatorWidth) + style->pixelMetric(QStyle::PM_CheckBoxLabelSpacing);
 }
 
 QCheckBox *SettingsSection::addToggle(const QString &title, const QString &caption)
 {
     auto *toggle = new QCheckBox(title);
+    toggle->setStyle(ToggleStyle::shared());
     toggle->setFont(Appearance::font(Appearance::titleSize));
     m_rows->addWidget(toggle);
     if (!caption.isEmpty()) {
@@ -113,7 +113,8 @@ void SettingsSection::addWidget(QWidget *widget, int indent)
         return;
     }
     auto *row = new QHBoxLayout;
-    row->setContentsMargins(indent, 0, 0, 0);
+    const bool isMirrored = layoutDirection() == Qt::RightToLeft; // Layouts mirror their items, not their margins.
+    row->setContentsMargins(isMirrored ? 0 : indent, 0, isMirrored ? indent : 0, 0);
     row->addWidget(widget);
     m_rows->addLayout(row);
 }

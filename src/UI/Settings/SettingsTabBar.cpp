@@ -42,7 +42,7 @@ QSize SettingsTabBar::tabSizeHint(int index) const
 {
     const QFontMetrics metrics(font());
     return {std::max(smallestWidth, metrics.horizontalAdvance(tabText(index)) + 4 * padding),
-            symbolSize + gap + metrics.height() + 2 * padding};
+            Appearance::scaled(symbolSize) + gap + metrics.height() + 2 * padding};
 }
 
 void SettingsTabBar::paintEvent(QPaintEvent * /*event*/)
@@ -75,12 +75,11 @@ void SettingsTabBar::paintTab(QPainter &painter, int index) const
     const QColor ink = isSelected
                            ? palette().color(Appearance::isDark(palette()) ? QPalette::WindowText : QPalette::Highlight)
                            : Appearance::secondary(palette());
-    Symbol::paint(painter,
-                  QRectF(area.x() + (area.width() - symbolSize) / 2.0, area.y() + padding, symbolSize, symbolSize),
+    const int side = Appearance::scaled(symbolSize);
+    Symbol::paint(painter, QRectF(area.x() + (area.width() - side) / 2.0, area.y() + padding, side, side),
                   symbol(index), ink);
     painter.setPen(ink);
-    painter.drawText(area.adjusted(0, padding + symbolSize + gap, 0, 0), Qt::AlignHCenter | Qt::AlignTop,
-                     tabText(index));
+    painter.drawText(area.adjusted(0, padding + side + gap, 0, 0), Qt::AlignHCenter | Qt::AlignTop, tabText(index));
 }
 
 void SettingsTabBar::mouseMoveEvent(QMouseEvent *event)

@@ -5,6 +5,7 @@
 #include "UI/Settings/DictionarySettingsTab.h"
 #include "UI/Settings/GeneralSettingsTab.h"
 #include "UI/Settings/PrivacySettingsTab.h"
+#include "UI/Settings/RecogniserSection.h"
 #include "UI/Settings/SettingsTabBar.h"
 #include "UI/Style/Appearance.h"
 #include "UI/Style/Separator.h"
@@ -35,12 +36,15 @@ SettingsView::SettingsView(const ViewContext &context)
     layout->addWidget(m_pages, 1);
     connect(m_tabs, &QTabBar::currentChanged, m_pages, &QStackedWidget::setCurrentIndex);
 
-    auto *general = new GeneralSettingsTab(context);
+    auto *general = new GeneralSettingsTab(context, [this] { showRecogniser(); });
     auto *dictionary = new DictionarySettingsTab(context);
     auto *privacy = new PrivacySettingsTab(context);
     addPage(general, Wording::text(QT_TRANSLATE_NOOP("Talmo", "General")), QStringLiteral("gearshape"));
     addPage(dictionary, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Dictionary")), QStringLiteral("text.book.closed"));
     addPage(privacy, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Privacy")), QStringLiteral("lock.shield"));
+    if (context.recogniser) {
+        addRecogniser(context.recogniser);
+    }
     m_rereadTabs = [general, dictionary, privacy] {
         general->reread();
         dictionary->reread();
@@ -60,6 +64,29 @@ void SettingsView::addPage(QWidget *page, const QString &title, const QString &s
     m_firstPage = m_firstPage != nullptr ? m_firstPage : inner;
     m_pages->addWidget(area);
     m_tabs->addSymbolTab(symbol, title);
+}
+
+void SettingsView::addRecogniser(const std::shared_ptr<RecogniserSettings> &recogniser)
+{
+    auto *page = new QWidget;
+    auto *layout = new QVBoxLayout(page);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(new RecogniserSection(recogniser));
+    layout->addStretch(1);
+    m_recogniserPage = m_tabs->count();
+    addPage(page, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Recogniser")), QStringLiteral("waveform"));
+}
+
+void SettingsView::showRecogniser()
+{
+    showPage(m_recogniserPage);
+}
+
+void SettingsView::showPage(int index)
+{
+    if (index >= 0) {
+        m_tabs->setCurrentIndex(index);
+    }
 }
 
 void SettingsView::addShortcuts()

@@ -26,7 +26,8 @@ constexpr int airAround = 60;
 SettingsWindow::SettingsWindow(const ViewContext &context, std::shared_ptr<ScreenSource> screens)
     : m_context(context),
       m_screens(std::move(screens)),
-      m_view(new SettingsView(context))
+      m_view(new SettingsView(context)),
+      m_textScale(Appearance::textScale())
 {
     setWindowTitle(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Talmo Settings")));
     auto *layout = new QVBoxLayout(this);
@@ -72,6 +73,34 @@ void SettingsWindow::open()
     present();
 }
 
+void SettingsWindow::openRecogniser()
+{
+    open();
+    m_view->showRecogniser();
+}
+
+/// The views take the size of the system's font when they are made, so they are made again.
+void SettingsWindow::followFont()
+{
+    const qreal scale = Appearance::textScale();
+    if (qFuzzyCompare(std::exchange(m_textScale, scale), scale)) {
+        return;
+    }
+    auto *before = std::exchange(m_view, new SettingsView(m_context));
+    before->hide(); // Ends what it does only while it is shown, such as listening.
+    m_view->showPage(before->page());
+    m_view->setVisible(m_welcome == nullptr);
+    layout()->addWidget(m_view);
+    delete before;
+    if (m_welcome != nullptr) {
+        m_welcome->hide();
+        delete m_welcome;
+        m_welcome = new WelcomeView(m_context, [this] { close(); });
+        layout()->addWidget(m_welcome);
+    }
+    place();
+}
+
 void SettingsWindow::present()
 {
     m_context.permissions->refresh();
@@ -88,8 +117,8 @@ void SettingsWindow::present()
 
 void SettingsWindow::place()
 {
-    const QSize idealSize(idealWidth,
-                          m_welcome != nullptr ? m_welcome->idealHeight(idealWidth) : m_view->idealHeight(idealWidth));
+    const int width = Appearance::scaled(idealWidth);
+    const QSize idealSize(width, m_welcome != nullptr ? m_welcome->idealHeight(width) : m_view->idealHeight(width));
     const auto screen = screenUnderPointer(*m_screens);
     if (!screen) {
         resize(idealSize);
@@ -103,6 +132,10 @@ void SettingsWindow::place()
 
 void SettingsWindow::changeEvent(QEvent *event)
 {
+    if (event->type() == QEvent::ApplicationFontChange ||
+        event->type() == QEvent::FontChange) { // Later: the views that go are told of it, too.
+        QMetaObject::invokeMethod(this, &SettingsWindow::followFont, Qt::QueuedConnection);
+    }
     // A user who returns from setting up a model expects to see it.
     if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
         refreshAvailability();

@@ -21,6 +21,8 @@ public:
     void openWelcome();
     /// Raises the window if it is open; otherwise shows it on the screen under the pointer.
     void open();
+    /// The same, on the recogniser's page.
+    void openRecogniser();
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -30,12 +32,14 @@ private:
     void present();
     void place();
     void endWelcome();
+    void followFont();
     void refreshAvailability();
     static QCoro::Task<void> rereadAfter(QFuture<void> refreshed, QPointer<SettingsWindow> self);
 
     ViewContext m_context;
     std::shared_ptr<ScreenSource> m_screens;
     SettingsView *m_view;
+    qreal m_textScale;
     /// Null except while it is shown.
     WelcomeView *m_welcome = nullptr;
 };

@@ -108,7 +108,7 @@ void WelcomeView::buildTrial(QVBoxLayout &page)
     auto *section = new SettingsSection(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Try it")));
     m_field = new QPlainTextEdit;
     m_field->setFont(Appearance::font(Appearance::titleSize));
-    m_field->setFixedHeight(fieldHeight);
+    m_field->setFixedHeight(Appearance::scaled(fieldHeight));
     m_field->setTabChangesFocus(true);
     m_field->setAccessibleName(Wording::text(QT_TRANSLATE_NOOP("Talmo", "A field to try it in")));
     section->addWidget(m_field);

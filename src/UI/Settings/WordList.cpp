@@ -1,10 +1,10 @@
 #include "UI/Settings/WordList.h"
 
 #include "UI/Style/Appearance.h"
+#include "UI/Style/RowDelegate.h"
 #include "UI/Style/Wording.h"
 
 #include <QPainter>
-#include <QStyledItemDelegate>
 
 namespace talmo {
 
@@ -13,13 +13,13 @@ namespace {
 constexpr int soundRole = Qt::UserRole;
 constexpr int padding = 8;
 
-class WordDelegate final : public QStyledItemDelegate {
+class WordDelegate final : public RowDelegate {
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    using RowDelegate::RowDelegate;
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
     {
-        QStyledItemDelegate::paint(painter, option, index);
+        RowDelegate::paint(painter, option, index);
         const QString sound = index.data(soundRole).toString();
         if (sound.isEmpty()) {
             return;
@@ -29,10 +29,12 @@ public:
         painter->setPen(isSelected ? option.palette.color(QPalette::HighlightedText)
                                    : Appearance::secondary(option.palette));
         painter->setFont(Appearance::font(Appearance::detailSize));
-        const QRect area = option.rect.adjusted(option.rect.width() / 2, 0, -padding, 0);
+        const QRect area = QStyle::visualRect(option.direction, option.rect,
+                                              option.rect.adjusted(option.rect.width() / 2, 0, -padding, 0));
         const QString text =
             painter->fontMetrics().elidedText(QStringLiteral("“%1”").arg(sound), Qt::ElideRight, area.width());
-        painter->drawText(area, Qt::AlignRight | Qt::AlignVCenter, text);
+        const auto edge = QStyle::visualAlignment(option.direction, Qt::AlignRight);
+        painter->drawText(area, static_cast<int>(edge | Qt::AlignVCenter), text);
         painter->restore();
     }
 };

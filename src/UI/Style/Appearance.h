@@ -9,14 +9,21 @@ namespace talmo {
 /// Whether the desktop's surfaces are light or dark.
 enum class ColourScheme { Light, Dark };
 
-/// Fonts and colours that the views share. Font sizes are in logical pixels, like all sizes in the views.
+/// Fonts and colours that the views share. Sizes are those at an ordinary system font, in logical pixels; a larger
+/// system font enlarges them.
 namespace Appearance {
 
 inline constexpr int titleSize = 13;
 inline constexpr int detailSize = 12;
 inline constexpr int captionSize = 11;
 
-QFont font(int pixelSize, QFont::Weight weight = QFont::Normal);
+/// How much larger than at an ordinary system font everything is that has to do with text; never below 1, since the
+/// captions could not be read then.
+qreal textScale();
+/// A length at an ordinary system font, such as a title's size, at the present one.
+int scaled(int length);
+/// `size`: at an ordinary system font.
+QFont font(int size, QFont::Weight weight = QFont::Normal);
 
 /// Judged by the palette's window colour.
 bool isDark(const QPalette &palette);
@@ -30,8 +37,21 @@ QColor groupSurface(const QPalette &palette);
 QColor orange(const QPalette &palette);
 QColor green(const QPalette &palette);
 
+/// The colour of a switch's frame, which has to be seen on every surface.
+QColor outline(const QPalette &palette);
+
+/// From 1, the same lightness, to 21, black on white. Both colours are opaque.
+qreal contrast(const QColor &one, const QColor &other);
+/// The contrast that text needs, and that shapes need.
+inline constexpr qreal textContrast = 4.5;
+inline constexpr qreal shapeContrast = 3;
+/// The colour itself, or the one nearest to it that has this contrast on the ground.
+QColor legible(const QColor &colour, const QColor &ground, qreal wanted);
+
 /// For desktops that name a colour scheme but set no palette for it.
 QPalette palette(ColourScheme scheme);
+/// A desktop's palette, with its links and selected rows as legible as they have to be.
+QPalette legible(QPalette palette);
 
 } // namespace Appearance
 

@@ -37,6 +37,22 @@ void paintAsDrawing(QPainter &painter, const QRectF &square, const QString &name
     }
 }
 
+/// A round symbol on a disc that is seen around its strokes.
+QPixmap onDisc(const QString &name, int size, const QColor &ink, const QColor &disc)
+{
+    QPixmap result(size, size);
+    result.fill(Qt::transparent);
+    QPainter painter(&result);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(disc);
+    painter.drawEllipse(QRectF(0, 0, size, size));
+    constexpr int sizePerRim = 12; // Of a filled symbol, little more than the rim may be seen.
+    const int rim = qRound(qreal(size) / sizePerRim);
+    painter.drawPixmap(rim, rim, pixmap(name, size - 2 * rim, ink));
+    return result;
+}
+
 } // namespace
 
 bool exists(const QString &name)
@@ -72,9 +88,14 @@ void paint(QPainter &painter, const QRectF &square, const QString &name, const Q
 
 QIcon icon(const QString &name, const QColor &colour)
 {
+    return icon(name, Inks{colour, std::nullopt});
+}
+
+QIcon icon(const QString &name, const Inks &inks)
+{
     QIcon result;
     for (const int size : {16, 20, 22, 24, 32, 44, 48, 64}) {
-        result.addPixmap(pixmap(name, size, colour));
+        result.addPixmap(inks.disc ? onDisc(name, size, inks.ink, *inks.disc) : pixmap(name, size, inks.ink));
     }
     return result;
 }

@@ -5,6 +5,8 @@
 #include <QPixmap>
 #include <QString>
 
+#include <optional>
+
 class QPainter;
 class QRectF;
 
@@ -26,6 +28,14 @@ QPixmap pixmap(const QString &name, int size, const QColor &colour, qreal ratio 
 
 /// In all the sizes at which trays and views show icons.
 QIcon icon(const QString &name, const QColor &colour);
+
+/// The colour of a symbol, and that of a disc behind it, if it has one.
+struct Inks {
+    QColor ink;
+    std::optional<QColor> disc;
+};
+/// A symbol with a disc has to be round.
+QIcon icon(const QString &name, const Inks &inks);
 
 } // namespace Symbol
 

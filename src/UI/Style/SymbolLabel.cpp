@@ -1,5 +1,6 @@
 #include "UI/Style/SymbolLabel.h"
 
+#include "UI/Style/Appearance.h"
 #include "UI/Style/Symbol.h"
 
 #include <QPainter>
@@ -11,9 +12,9 @@ namespace talmo {
 SymbolLabel::SymbolLabel(const QString &symbol, Colour colour, int size)
     : m_symbol(symbol),
       m_colour(std::move(colour)),
-      m_size(size)
+      m_size(Appearance::scaled(size))
 {
-    setFixedSize(size, size);
+    setFixedSize(m_size, m_size);
 }
 
 void SymbolLabel::setSymbol(const QString &symbol, Colour colour)

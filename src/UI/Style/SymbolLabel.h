@@ -15,6 +15,7 @@ public:
     /// Returns the colour for a palette.
     using Colour = std::function<QColor(const QPalette &)>;
 
+    /// `size`: at an ordinary system font.
     SymbolLabel(const QString &symbol, Colour colour, int size = 16);
 
     void setSymbol(const QString &symbol, Colour colour);

@@ -1,8 +1,9 @@
 #include "UI/Settings/RecogniserSection.h"
 
+#include "Support/FakeLanguageSettings.h"
 #include "Support/FakeRecogniserSettings.h"
 #include "UI/AccessibleView.h"
-#include "UI/Settings/GeneralSettingsTab.h"
+#include "UI/Settings/SettingsView.h"
 #include "UI/ViewWorld.h"
 
 #include <gmock/gmock.h>
@@ -10,6 +11,7 @@
 #include <QComboBox>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QTabBar>
 
 #include <algorithm>
 
@@ -151,17 +153,50 @@ TEST_F(RecogniserSectionTest, withoutLibraryModelsCanOnlyBeRemoved)
     EXPECT_TRUE(button().isEnabled());
 }
 
-TEST(GeneralTab, showsRecogniserSectionLastIfThereIsAChoice)
+/// What the recogniser is chosen with; null if there is no choice.
+static QComboBox *recogniserPicker(const SettingsView &settings)
+{
+    for (auto *picker : settings.findChildren<QComboBox *>()) {
+        if (picker->accessibleName() == u"Recogniser"_s) {
+            return picker;
+        }
+    }
+    return nullptr;
+}
+
+TEST(SettingsView, hasTabForRecogniserIfThereIsAChoice)
 {
     ViewWorld world;
-    GeneralSettingsTab without(world.context());
-    without.show();
-    EXPECT_FALSE(accessibleNames(without, QAccessible::StaticText).contains(u"Recogniser"_s));
+    SettingsView without(world.context());
+    EXPECT_EQ(without.findChild<QTabBar *>()->count(), 3);
+    EXPECT_EQ(recogniserPicker(without), nullptr);
     world.recogniser = std::make_shared<FakeRecogniserSettings>();
-    GeneralSettingsTab tab(world.context());
-    tab.show();
-    const QStringList headings = accessibleNames(tab, QAccessible::StaticText);
-    EXPECT_GT(headings.indexOf(u"Recogniser"_s), headings.indexOf(u"Startup"_s));
+    SettingsView settings(world.context());
+    const auto *tabs = settings.findChild<QTabBar *>();
+    ASSERT_EQ(tabs->count(), 4);
+    EXPECT_EQ(tabs->tabText(3), u"Recogniser"_s);
+    settings.show();
+    const auto *picker = recogniserPicker(settings);
+    EXPECT_FALSE(picker->isVisible());
+    settings.showRecogniser();
+    EXPECT_TRUE(picker->isVisible());
+}
+
+TEST(SettingsView, showsInstallationThatWasAskedForElsewhere)
+{
+    ViewWorld world;
+    world.recogniser = std::make_shared<FakeRecogniserSettings>();
+    const auto language = std::make_shared<FakeLanguageSettings>();
+    language->wrong = u"Dictating in German needs another recogniser."_s;
+    world.language = language;
+    SettingsView settings(world.context());
+    settings.show();
+    for (auto *button : settings.findChildren<QPushButton *>()) {
+        if (button->text() == u"Set it up"_s) {
+            button->click();
+        }
+    }
+    EXPECT_TRUE(recogniserPicker(settings)->isVisible());
 }
 
 } // namespace talmo::test

@@ -97,9 +97,9 @@ TEST(Appearance, dimsTextColour)
 TEST(Appearance, warningAndSuccessColoursAreLegible)
 {
     EXPECT_EQ(Appearance::orange(dark()), QColor(255, 163, 58));
-    EXPECT_EQ(Appearance::orange(light()), QColor(179, 84, 0));
+    EXPECT_EQ(Appearance::orange(light()), QColor(166, 77, 0));
     EXPECT_EQ(Appearance::green(dark()), QColor(76, 217, 100));
-    EXPECT_EQ(Appearance::green(light()), QColor(27, 127, 55));
+    EXPECT_EQ(Appearance::green(light()), QColor(24, 116, 49));
 }
 
 TEST(Appearance, hasPaletteForEachScheme)
@@ -118,7 +118,7 @@ TEST(Appearance, hasPaletteForEachScheme)
               u"f4f4f6 1c1c1e ffffff f4f4f6 1c1c1e fafafb 1c1c1e 4b5bdc ffffff 4b5bdc f4f4f6 1c1c1e ffffff "
               u"d6d6da b4b4ba ffffff"_s);
     EXPECT_EQ(names(dark()),
-              u"242528 f0f0f2 1b1c1f 242528 f0f0f2 3a3b40 f0f0f2 5b6df0 ffffff 5b6df0 242528 f0f0f2 4a4b50 "
+              u"242528 f0f0f2 1b1c1f 242528 f0f0f2 3a3b40 f0f0f2 5767eb ffffff 8f9cff 242528 f0f0f2 4a4b50 "
               u"1e1e21 121214 ffffff"_s);
     for (const auto &palette : {light(), dark()}) {
         EXPECT_EQ(palette.color(QPalette::PlaceholderText), Appearance::secondary(palette));

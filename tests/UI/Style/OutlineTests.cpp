@@ -127,7 +127,7 @@ TEST(Outline, recogniserSectionMatches)
                               u"HBoxLayout 0,2,0,0 spacing 6"_s,
                               u"16x16"_s,
                               u"label 11/400 “” 0,0,0,0"_s,
-                              u"label 11/400 “Available on Linux” 0,0,0,0"_s,
+                              u"label 11/400 “Speech is recognis” 0,0,0,0"_s,
                               u"button 13/400 “Get better recogni”"_s,
                               u"label 11/400 “” 0,0,0,0"_s,
                               u"height 9"_s,
@@ -135,7 +135,7 @@ TEST(Outline, recogniserSectionMatches)
                               u"label 13/400 “Model” 0,0,0,0"_s,
                               u"gap 0"_s,
                               u"picker 13/400 “Model”"_s,
-                              u"button -1/400 “Install”"_s}));
+                              u"button 13/400 “Install”"_s}));
     EXPECT_PRED2(
         holds, outline,
         (QStringList{u"label 11/400 “Licence: <a href=\"” 0,0,0,0"_s, u"height 9"_s, u"label 11/400 “” 0,0,0,0"_s,
@@ -150,7 +150,8 @@ TEST(Outline, menuMatches)
     const QStringList outline = outlineOf(view);
     EXPECT_PRED2(
         holds, outline,
-        (QStringList{u"VBoxLayout 8,12,8,8 spacing 0"_s, u"label 13/600 “Talmo needs permis” 8,0,8,0"_s, u"gap 2"_s,
+        (QStringList{u"VBoxLayout 8,12,8,8 spacing 0"_s, u"VBoxLayout 0,0,0,0 spacing 4"_s,
+                     u"label 13/600 “Talmo needs permis” 0,0,0,0"_s, u"button 12/400 “Details”"_s, u"gap 2"_s,
                      u"label 12/400 “” 8,0,8,0"_s, u"gap 2"_s, u"height 11"_s, u"VBoxLayout 8,2,8,0 spacing 6"_s,
                      u"HBoxLayout 0,0,0,0 spacing 6"_s, u"16x16"_s, u"label 12/400 “Microphone access ” 0,0,0,0"_s,
                      u"button 13/400 “Grant Permissions…”"_s, u"height 11"_s}));

@@ -96,6 +96,8 @@ const std::map<QString, QString> &reworded()
         {u"Uses Apple's on-device Foundation Models to remove filler words and fix punctuation. When off, only basic local formatting is applied."_s,
          u"Uses a language-model server on this computer to remove filler words and fix punctuation. When off, only basic local formatting is applied."_s},
         {u"⌘,"_s, u"Ctrl+,"_s},
+        {u"Accessibility"_s, u"Typing into other windows"_s},
+        {u"Accessibility access needed"_s, u"Talmo cannot type into other windows"_s},
         {u"Audio and transcripts are processed locally on this Mac."_s,
          u"Audio and transcripts are processed locally on this computer."_s},
         {u"Talmo has no backend, no account, and no network functionality. Recording, transcription, and text cleanup all run using Apple's on-device Speech and Foundation Models frameworks. Nothing you say or type is sent anywhere."_s,
@@ -163,8 +165,8 @@ TEST(Wording, everyTextIsThereInEveryLanguage)
                                            {u"de_AT"_s, u"Talmo ist bereit"_s},
                                            {u"fr_FR"_s, u"Talmo est prêt"_s},
                                            {u"es_MX"_s, u"Talmo está listo"_s}};
-    const QStringList sameInEveryLanguage{u"Talmo"_s, u"Standard"_s, u"General"_s, u"Installation"_s, u"Microphone"_s,
-                                          u"AltGr"_s, u"Fn"_s,       u"Ctrl+V"_s,  u"Menu"_s};
+    const QStringList sameInEveryLanguage{u"Talmo"_s,   u"Standard"_s, u"General"_s, u"Installation"_s, u"Microphone"_s,
+                                          u"Details"_s, u"AltGr"_s,    u"Fn"_s,      u"Ctrl+V"_s,       u"Menu"_s};
     for (const auto &[locale, text] : ready) {
         const TranslatedDesktop desktop(locale);
         EXPECT_EQ(Wording::text("Talmo is ready"), text);

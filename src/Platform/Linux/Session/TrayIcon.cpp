@@ -2,7 +2,6 @@
 
 #include "Base/Log.h"
 #include "Platform/Linux/Session/TrayIconColour.h"
-#include "UI/Style/Symbol.h"
 
 #include <QApplication>
 #include <QDBusConnection>
@@ -115,17 +114,17 @@ void TrayIcon::create()
     m_icon->show();
 }
 
-QColor TrayIcon::iconColour() const
+Symbol::Inks TrayIcon::inks() const
 {
     const auto colours = m_embedding ? m_embedding->colours() : QList<quint32>();
     const auto scheme = Appearance::scheme(QApplication::palette());
-    return trayInk(colours, m_ground, qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':')), scheme);
+    return trayInks(colours, m_ground, qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':')), scheme);
 }
 
 void TrayIcon::redraw()
 {
     if (m_icon) {
-        m_icon->setIcon(Symbol::icon(m_symbol, iconColour()));
+        m_icon->setIcon(Symbol::icon(m_symbol, inks()));
     }
 }
 
@@ -142,8 +141,11 @@ void TrayIcon::setMenu(const MenuContents &contents)
         m_icon->setToolTip(m_toolTip);
     }
     m_menu.clear();
-    addNote(contents.title);
+    addNote(contents.briefTitle());
     addNote(contents.subtitle);
+    if (contents.details.action != MenuAction::None) {
+        addEntry(contents.details);
+    }
     m_menu.addSeparator();
     for (const auto &warning : contents.warnings) {
         addNote(warning);

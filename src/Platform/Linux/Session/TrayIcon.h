@@ -2,6 +2,7 @@
 
 #include "Platform/Linux/Session/TrayEmbedding.h"
 #include "UI/Menu/StatusItem.h"
+#include "UI/Style/Symbol.h"
 
 #include <QColor>
 #include <QMenu>
@@ -35,7 +36,7 @@ private:
     void askForEmbedder();
     void create();
     void readBackground();
-    QColor iconColour() const;
+    Symbol::Inks inks() const;
     void addEntry(const MenuEntry &entry);
     void addNote(const QString &text);
 

@@ -189,7 +189,7 @@
     </message>
     <message>
         <source>Accessibility access needed</source>
-        <translation>Zugriff auf die Bedienungshilfen erforderlich</translation>
+        <translation>Talmo kann nicht in andere Fenster schreiben</translation>
     </message>
     <message>
         <source>Talmo needs permissions</source>
@@ -253,7 +253,7 @@
     </message>
     <message>
         <source>Accessibility</source>
-        <translation>Bedienungshilfen</translation>
+        <translation>In andere Fenster schreiben</translation>
     </message>
     <message>
         <source>Audio and transcripts are processed locally on this Mac.</source>
@@ -292,10 +292,6 @@
         <translation>Automatisch (die beste vorhandene)</translation>
     </message>
     <message>
-        <source>Built in, to begin with (PocketSphinx, English)</source>
-        <translation>Eingebaut, für den Anfang (PocketSphinx, Englisch)</translation>
-    </message>
-    <message>
         <source>This model is not installed; another one is used.</source>
         <translation>Dieses Modell ist nicht installiert; ein anderes wird verwendet.</translation>
     </message>
@@ -306,10 +302,6 @@
     <message>
         <source>Model</source>
         <translation>Modell</translation>
-    </message>
-    <message>
-        <source>Available on Linux only. Speech is recognised on this computer whichever recogniser you choose; the network is used only to download models.</source>
-        <translation>Nur unter Linux verfügbar. Unabhängig von der gewählten Spracherkennung wird auf diesem Rechner erkannt; das Netz wird nur zum Herunterladen von Modellen genutzt.</translation>
     </message>
     <message>
         <source>Installation</source>
@@ -1058,6 +1050,26 @@
     <message>
         <source>Remove that shortcut in System Settings, then start Talmo again.</source>
         <translation>Entfernen Sie dieses Tastenkürzel in den Systemeinstellungen und starten Sie Talmo erneut.</translation>
+    </message>
+    <message>
+        <source>recommended</source>
+        <translation>empfohlen</translation>
+    </message>
+    <message>
+        <source>Built in, to begin with (English)</source>
+        <translation>Eingebaut, für den Anfang (Englisch)</translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Details</translation>
+    </message>
+    <message>
+        <source>Details in the menu</source>
+        <translation>Details im Menü</translation>
+    </message>
+    <message>
+        <source>Speech is recognised on this computer whichever recogniser you choose; the network is used only to download models.</source>
+        <translation>Unabhängig von der gewählten Spracherkennung wird auf diesem Rechner erkannt; das Netz wird nur zum Herunterladen von Modellen genutzt.</translation>
     </message>
 </context>
 </TS>

@@ -189,7 +189,7 @@
     </message>
     <message>
         <source>Accessibility access needed</source>
-        <translation type="unfinished"></translation>
+        <translation>Talmo cannot type into other windows</translation>
     </message>
     <message>
         <source>Talmo needs permissions</source>
@@ -253,7 +253,7 @@
     </message>
     <message>
         <source>Accessibility</source>
-        <translation type="unfinished"></translation>
+        <translation>Typing into other windows</translation>
     </message>
     <message>
         <source>Audio and transcripts are processed locally on this Mac.</source>
@@ -292,10 +292,6 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Built in, to begin with (PocketSphinx, English)</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>This model is not installed; another one is used.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -305,10 +301,6 @@
     </message>
     <message>
         <source>Model</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Available on Linux only. Speech is recognised on this computer whichever recogniser you choose; the network is used only to download models.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -1057,6 +1049,26 @@
     </message>
     <message>
         <source>Remove that shortcut in System Settings, then start Talmo again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>recommended</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Built in, to begin with (English)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Details in the menu</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Speech is recognised on this computer whichever recogniser you choose; the network is used only to download models.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -189,7 +189,7 @@
     </message>
     <message>
         <source>Accessibility access needed</source>
-        <translation>Se necesita acceso a las funciones de accesibilidad</translation>
+        <translation>Talmo no puede escribir en otras ventanas</translation>
     </message>
     <message>
         <source>Talmo needs permissions</source>
@@ -253,7 +253,7 @@
     </message>
     <message>
         <source>Accessibility</source>
-        <translation>Accesibilidad</translation>
+        <translation>Escribir en otras ventanas</translation>
     </message>
     <message>
         <source>Audio and transcripts are processed locally on this Mac.</source>
@@ -292,10 +292,6 @@
         <translation>Automático (el mejor disponible)</translation>
     </message>
     <message>
-        <source>Built in, to begin with (PocketSphinx, English)</source>
-        <translation>Integrado, para empezar (PocketSphinx, inglés)</translation>
-    </message>
-    <message>
         <source>This model is not installed; another one is used.</source>
         <translation>Este modelo no está instalado; se usa otro.</translation>
     </message>
@@ -306,10 +302,6 @@
     <message>
         <source>Model</source>
         <translation>Modelo</translation>
-    </message>
-    <message>
-        <source>Available on Linux only. Speech is recognised on this computer whichever recogniser you choose; the network is used only to download models.</source>
-        <translation>Disponible solo en Linux. La voz se reconoce en este equipo sea cual sea el motor elegido; la red solo se usa para descargar modelos.</translation>
     </message>
     <message>
         <source>Installation</source>
@@ -1058,6 +1050,26 @@
     <message>
         <source>Remove that shortcut in System Settings, then start Talmo again.</source>
         <translation>Quite ese atajo en las Preferencias del sistema y vuelva a iniciar Talmo.</translation>
+    </message>
+    <message>
+        <source>recommended</source>
+        <translation>recomendado</translation>
+    </message>
+    <message>
+        <source>Built in, to begin with (English)</source>
+        <translation>Integrado, para empezar (inglés)</translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Detalles</translation>
+    </message>
+    <message>
+        <source>Details in the menu</source>
+        <translation>Detalles en el menú</translation>
+    </message>
+    <message>
+        <source>Speech is recognised on this computer whichever recogniser you choose; the network is used only to download models.</source>
+        <translation>La voz se reconoce en este equipo sea cual sea el motor elegido; la red solo se usa para descargar modelos.</translation>
     </message>
 </context>
 </TS>

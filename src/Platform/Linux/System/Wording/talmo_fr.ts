@@ -189,7 +189,7 @@
     </message>
     <message>
         <source>Accessibility access needed</source>
-        <translation>Accès aux fonctions d’accessibilité requis</translation>
+        <translation>Talmo ne peut pas écrire dans les autres fenêtres</translation>
     </message>
     <message>
         <source>Talmo needs permissions</source>
@@ -253,7 +253,7 @@
     </message>
     <message>
         <source>Accessibility</source>
-        <translation>Accessibilité</translation>
+        <translation>Saisie dans les autres fenêtres</translation>
     </message>
     <message>
         <source>Audio and transcripts are processed locally on this Mac.</source>
@@ -292,10 +292,6 @@
         <translation>Automatique (le meilleur disponible)</translation>
     </message>
     <message>
-        <source>Built in, to begin with (PocketSphinx, English)</source>
-        <translation>Intégré, pour commencer (PocketSphinx, anglais)</translation>
-    </message>
-    <message>
         <source>This model is not installed; another one is used.</source>
         <translation>Ce modèle n’est pas installé&#xa0;; un autre est utilisé.</translation>
     </message>
@@ -306,10 +302,6 @@
     <message>
         <source>Model</source>
         <translation>Modèle</translation>
-    </message>
-    <message>
-        <source>Available on Linux only. Speech is recognised on this computer whichever recogniser you choose; the network is used only to download models.</source>
-        <translation>Disponible uniquement sous Linux. Quel que soit le moteur choisi, la parole est reconnue sur cet ordinateur&#xa0;; le réseau ne sert qu’à télécharger des modèles.</translation>
     </message>
     <message>
         <source>Installation</source>
@@ -1058,6 +1050,26 @@
     <message>
         <source>Remove that shortcut in System Settings, then start Talmo again.</source>
         <translation>Supprimez ce raccourci dans la Configuration du système, puis redémarrez Talmo.</translation>
+    </message>
+    <message>
+        <source>recommended</source>
+        <translation>recommandé</translation>
+    </message>
+    <message>
+        <source>Built in, to begin with (English)</source>
+        <translation>Intégré, pour commencer (anglais)</translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Détails</translation>
+    </message>
+    <message>
+        <source>Details in the menu</source>
+        <translation>Détails dans le menu</translation>
+    </message>
+    <message>
+        <source>Speech is recognised on this computer whichever recogniser you choose; the network is used only to download models.</source>
+        <translation>Quel que soit le moteur choisi, la parole est reconnue sur cet ordinateur&#xa0;; le réseau ne sert qu’à télécharger des modèles.</translation>
     </message>
 </context>
 </TS>
