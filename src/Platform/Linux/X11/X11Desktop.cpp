@@ -17,6 +17,7 @@
 #include "Platform/Linux/X11/Windows/X11ApplicationShell.h"
 #include "Platform/Linux/X11/Windows/X11PanelWindow.h"
 #include "Platform/Linux/X11/Windows/XFrontmostFocus.h"
+#include "Platform/Linux/X11/Windows/XSettings.h"
 #include "Platform/Linux/X11/XConnection.h"
 #include "Platform/Linux/X11/XSession.h"
 
@@ -67,11 +68,12 @@ Desktop openX11Desktop(const DesktopOptions &options, bool isNested, const std::
     desktop.statusItem = icon;
     desktop.focus = std::make_shared<XFrontmostFocus>(options.clock);
     desktop.shell = std::make_shared<X11ApplicationShell>(options.quit);
-    desktop.appearance = std::make_shared<DesktopAppearance>(options.colourScheme, [weak = std::weak_ptr(icon)] {
-        if (const auto shown = weak.lock()) {
-            shown->redraw();
-        }
-    });
+    desktop.appearance = std::make_shared<DesktopAppearance>(options.colourScheme, std::make_shared<XSettings>(),
+                                                             [weak = std::weak_ptr(icon)] {
+                                                                 if (const auto shown = weak.lock()) {
+                                                                     shown->redraw();
+                                                                 }
+                                                             });
     desktop.shutDown = [pasteboard] { return pasteboard->shutDown(); };
     return desktop;
 }

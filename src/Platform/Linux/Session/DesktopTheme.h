@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+namespace talmo {
+
+/// What the desktop tells programs that are made with another toolkit than Qt. Main thread.
+class DesktopTheme : public QObject {
+    Q_OBJECT
+
+public:
+    /// Such as "Adwaita-dark"; empty if it names none.
+    virtual QString themeName() const = 0;
+    /// Such as "Noto Sans Bold 11", the size in points; empty if it names none.
+    virtual QString fontName() const = 0;
+
+Q_SIGNALS:
+    void changed();
+};
+
+} // namespace talmo
