@@ -35,8 +35,8 @@ int seenPixels(const QIcon &icon, int size, const QColor &panel)
     return seen;
 }
 
-/// A quarter of what is seen of black on white: strokes have faint edges, and of a filled symbol the rim and what is left
-/// open in it may be all that has contrast.
+/// A quarter of what is seen of black on white: strokes have faint edges, and of a filled symbol the rim and what is
+/// left open in it may be all that has contrast.
 int enoughPixels(const QString &state, int size)
 {
     return seenPixels(Symbol::icon(state, QColor(Qt::black)), size, Qt::white) / 4;
