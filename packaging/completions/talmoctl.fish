@@ -1,6 +1,6 @@
 # Fish completion for talmoctl.
 set -l commands format clean instructions transcribe insert last trace restore-clipboard press release toggle cancel \
-    status watch pause resume engines check-model model setup
+    status watch menu pause resume engines check-model model setup
 set -l before "not __fish_seen_subcommand_from $commands"
 set -l actions list install remove use
 set -l before_action "__fish_seen_subcommand_from model; and not __fish_seen_subcommand_from $actions"
@@ -27,6 +27,7 @@ complete -c talmoctl -n $before -a toggle -d 'Start recording hands-free, or end
 complete -c talmoctl -n $before -a cancel -d 'Discard the recording'
 complete -c talmoctl -n $before -a status -d 'Print what Talmo is doing'
 complete -c talmoctl -n $before -a watch -d 'Print what Talmo is doing, and every change'
+complete -c talmoctl -n $before -a menu -d 'Open or close the menu'
 complete -c talmoctl -n $before -a pause -d 'Make the dictation key do nothing'
 complete -c talmoctl -n $before -a resume -d 'Let the dictation key work again'
 complete -c talmoctl -n $before -a engines -d 'List engines and models, and test each'

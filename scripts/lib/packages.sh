@@ -24,7 +24,7 @@ demo_packages=(
 test_packages=(
   libgtest-dev libgmock-dev libgtk-3-dev libsm-dev libice-dev xterm xfonts-base xclip x11-xkb-utils
   desktop-file-utils appstream python3 mandoc iproute2 python3-onnx dbus-daemon openssl strace fonts-noto-color-emoji
-  x11-xserver-utils at-spi2-core copyq pocketsphinx-testdata libfaketime
+  x11-xserver-utils at-spi2-core gir1.2-atspi-2.0 python3-gi copyq pocketsphinx-testdata libfaketime
   sway xwayland foot grim wl-clipboard weston
   umockdev libumockdev-dev valgrind
 )
@@ -39,6 +39,14 @@ translation_packages=(
 package_packages=(
   debhelper dpkg-dev lintian librsvg2-bin appstream desktop-file-utils debootstrap
 )
+# The desktops of scripts/tour, without what Talmo has no use for there.
+tour_desktops=(xfce i3 mate lxqt cinnamon plasma)
+tour_xfce_packages=(xfwm4 xfce4-panel xfdesktop4)
+tour_i3_packages=(i3-wm)
+tour_mate_packages=(marco mate-panel mate-settings-daemon-common)
+tour_lxqt_packages=(openbox lxqt-panel lxqt-themes)
+tour_cinnamon_packages=(cinnamon)
+tour_plasma_packages=(kwin-x11 plasma-workspace plasma-desktop kded5)
 check_packages=(
   git clang-19 clang-format-19 clang-tidy-19 libclang-rt-19-dev llvm-19
 )

@@ -30,6 +30,8 @@ struct ControlActions {
     /// Moves the dictation key, or discards the recording.
     std::function<void(ControlSocket::KeyCommand)> moveKey = {};
     std::function<ControlSocket::Status()> status = {};
+    /// Opens or closes the menu.
+    std::function<void()> toggleMenu = {};
     /// The stages of the last dictation, as a table; nullopt if there is none.
     std::function<std::optional<QString>()> lastTrace = {};
 };

@@ -119,6 +119,11 @@ void ControlServer::serve(QLocalSocket &socket, const QByteArray &request)
         answerAndClose(socket, std::nullopt);
         return;
     }
+    if (ControlSocket::asksForMenu(request)) {
+        m_actions.toggleMenu();
+        answerAndClose(socket, std::nullopt);
+        return;
+    }
     if (const auto choice = ControlSocket::recogniserToUse(request)) {
         logEscapes(serveAction(&socket, *choice, m_actions.chooseRecogniser));
         return;

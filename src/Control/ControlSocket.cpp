@@ -28,6 +28,7 @@ const QString lastCommand = QStringLiteral("last");
 const QString rawKey = QStringLiteral("raw");
 const QString traceCommand = QStringLiteral("trace");
 const QString earlierClipboardCommand = QStringLiteral("restore-clipboard");
+const QString menuCommand = QStringLiteral("menu");
 const QString pauseCommand = QStringLiteral("pause");
 const QString resumeCommand = QStringLiteral("resume");
 const QString statusCommand = QStringLiteral("status");
@@ -98,6 +99,16 @@ QByteArray settingsRequest()
 bool asksForSettings(const QByteArray &request)
 {
     return QJsonDocument::fromJson(request).object().value(commandKey) == settingsCommand;
+}
+
+QByteArray menuRequest()
+{
+    return line({{commandKey, menuCommand}});
+}
+
+bool asksForMenu(const QByteArray &request)
+{
+    return QJsonDocument::fromJson(request).object().value(commandKey) == menuCommand;
 }
 
 QByteArray recogniserRequest(const QString &choice)

@@ -31,6 +31,10 @@ std::optional<QString> textToInsert(const QByteArray &request);
 QByteArray settingsRequest();
 bool asksForSettings(const QByteArray &request);
 
+/// Opens or closes the menu, for a key that is bound to a command.
+QByteArray menuRequest();
+bool asksForMenu(const QByteArray &request);
+
 /// Changes the recogniser from the next recording on.
 QByteArray recogniserRequest(const QString &choice);
 /// Nullopt if it is not a request of that kind.

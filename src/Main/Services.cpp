@@ -19,6 +19,8 @@
 #include "Platform/Linux/System/LinuxAuthorizationSource.h"
 #include "Settings/TalmoSettings.h"
 #include "Speech/SpeechTranscriptionService.h"
+#include "UI/Accessibility/Announcement.h"
+#include "UI/Accessibility/AnnouncingOverlay.h"
 #include "UI/Overlay/RecordingOverlayController.h"
 
 #include <utility>
@@ -154,7 +156,8 @@ std::unique_ptr<TalmoCoordinator> Services::makeCoordinator(const ServiceParts &
     made.makeOverlay = [desktop = parts.desktop, told = notice, clock = parts.clock](TalmoCoordinator &coordinator) {
         const auto card =
             std::make_shared<RecordingOverlayController>(coordinator, desktop->makePanelWindow, desktop->screens, told);
-        return std::make_unique<LingeringOverlay>(card, told, clock);
+        const auto lingering = std::make_shared<LingeringOverlay>(card, told, clock);
+        return std::make_unique<AnnouncingOverlay>(lingering, coordinator, told, &announceToScreenReader);
     };
     auto coordinator = std::make_unique<TalmoCoordinator>(std::move(made));
     gestures->follow(*coordinator);

@@ -282,6 +282,7 @@ void TalmoApp::listenForOthers()
         return insertion->insertExactly(text);
     };
     actions.openSettings = [this] { m_interface->openSettings(); };
+    actions.toggleMenu = [this] { m_interface->toggleMenu(); };
     actions.chooseRecogniser = [recogniser = m_recogniserSettings, defaults = m_defaults](const QString &id) {
         return chooseRecogniser(recogniser, defaults, id);
     };

@@ -3,7 +3,11 @@
 #include "UI/Style/Appearance.h"
 
 #include <QComboBox>
+#include <QSignalBlocker>
 #include <QWheelEvent>
+
+#include <algorithm>
+#include <utility>
 
 namespace talmo {
 
@@ -27,8 +31,27 @@ public:
         return picker;
     }
 
+    /// Replaces all entries, given as titles and ids, and selects the one with that id, else the first. The
+    /// same again changes nothing: a screen reader would be told of every entry.
+    void setEntries(const QList<std::pair<QString, QString>> &entries, const QString &selected)
+    {
+        const QSignalBlocker blocker(this);
+        if (std::exchange(m_entries, entries) != entries) {
+            clear();
+            for (const auto &[title, id] : entries) {
+                addItem(title, id);
+            }
+        }
+        if (const int index = std::max(findData(selected), 0); index != currentIndex()) {
+            setCurrentIndex(index);
+        }
+    }
+
 protected:
     void wheelEvent(QWheelEvent *event) override { event->ignore(); }
+
+private:
+    QList<std::pair<QString, QString>> m_entries;
 };
 
 } // namespace talmo

@@ -1,6 +1,7 @@
 #include "UI/UserInterface.h"
 
 #include "Base/Task.h"
+#include "UI/Accessibility/AccessibleViews.h"
 #include "UI/Menu/MenuPanel.h"
 #include "UI/Menu/StatusItemController.h"
 #include "UI/Settings/SettingsWindow.h"
@@ -16,6 +17,7 @@ UserInterface::UserInterface(ViewContext context, UserInterfaceParts parts)
       m_panel(std::make_unique<MenuPanel>(m_context, m_parts.makePanelWindow, m_parts.screens, m_parts.focus,
                                           [this](MenuAction action) { perform(action); }))
 {
+    describeViewsToScreenReaders();
     m_parts.statusItem->setOnActivated([this](std::optional<QRect> place) { m_panel->toggle(place); });
     m_parts.statusItem->setOnChosen([this](MenuAction action) { perform(action); });
 }
@@ -95,6 +97,11 @@ void UserInterface::openRecogniser()
 {
     settingsWindow().openRecogniser();
     m_parts.shell->activateIgnoringOtherApps();
+}
+
+void UserInterface::toggleMenu()
+{
+    m_panel->toggle(std::nullopt);
 }
 
 QFuture<void> UserInterface::clearTheWay()

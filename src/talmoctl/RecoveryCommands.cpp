@@ -63,6 +63,12 @@ QCoro::Task<int> runResume(Invocation /*invocation*/)
     co_return EXIT_SUCCESS;
 }
 
+QCoro::Task<int> runMenu(Invocation /*invocation*/)
+{
+    ask(ControlSocket::menuRequest());
+    co_return EXIT_SUCCESS;
+}
+
 QCoro::Task<int> moveKey(ControlSocket::KeyCommand command)
 {
     ask(ControlSocket::keyRequest(command));
@@ -144,9 +150,16 @@ QList<Command> keyCommands()
              {},
              {},
              [](Invocation /*invocation*/) { return moveKey(KeyCommand::Toggle); }},
-            {QStringLiteral("cancel"), QStringLiteral("Discard the recording."), {}, {}, [](Invocation /*invocation*/) {
-                 return moveKey(KeyCommand::Cancel);
-             }}};
+            {QStringLiteral("cancel"),
+             QStringLiteral("Discard the recording."),
+             {},
+             {},
+             [](Invocation /*invocation*/) { return moveKey(KeyCommand::Cancel); }},
+            {QStringLiteral("menu"),
+             QStringLiteral("Open or close Talmo's menu, for a key that is bound to a command."),
+             {},
+             {},
+             &runMenu}};
 }
 
 QList<Command> pauseCommands()

@@ -36,6 +36,7 @@ protected:
     std::shared_ptr<ManualClock> clock = std::make_shared<ManualClock>();
     std::vector<QString> inserted;
     std::vector<bool> pauses;
+    int menus = 0;
     std::vector<ControlSocket::KeyCommand> moves;
     std::shared_ptr<Completion<void>> insertion;
     ControlServer server{{[this](const QString &text) { return insert(text); }, [] {},
@@ -43,7 +44,8 @@ protected:
                           [](bool) { return std::optional<QString>(); }, [] { return ready(false); },
                           [this](bool isPaused) { pauses.push_back(isPaused); },
                           [this](ControlSocket::KeyCommand command) { moves.push_back(command); },
-                          [] { return ControlSocket::Status{u"error"_s, u"No speech detected."_s}; }},
+                          [] { return ControlSocket::Status{u"error"_s, u"No speech detected."_s}; },
+                          [this] { ++menus; }},
                          clock};
 
     void SetUp() override { ASSERT_TRUE(server.listen(path)); }
@@ -119,6 +121,13 @@ TEST_F(ControlServerTest, tellsStatus)
 {
     EXPECT_EQ(ControlSocket::answeredStatus(answerTo(ControlSocket::statusRequest())),
               (ControlSocket::Status{u"error"_s, u"No speech detected."_s}));
+}
+
+TEST_F(ControlServerTest, togglesMenu)
+{
+    EXPECT_EQ(answerTo(ControlSocket::menuRequest()), ControlSocket::answer(std::nullopt));
+    EXPECT_EQ(menus, 1);
+    EXPECT_THAT(inserted, IsEmpty());
 }
 
 TEST_F(ControlServerTest, pausesAndResumes)

@@ -48,6 +48,11 @@ inline QStringList accessibleNames(QWidget &view, QAccessible::Role role)
     return names;
 }
 
+inline QString accessibleText(QWidget &view, QAccessible::Text text)
+{
+    return QAccessible::queryAccessibleInterface(&view)->text(text);
+}
+
 /// The control with that role and name; null if there is none.
 inline QWidget *accessibleWidget(QWidget &view, QAccessible::Role role, const QString &name)
 {

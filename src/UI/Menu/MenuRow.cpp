@@ -1,5 +1,6 @@
 #include "UI/Menu/MenuRow.h"
 
+#include "UI/Accessibility/AccessibleName.h"
 #include "UI/Style/Appearance.h"
 #include "UI/Style/Symbol.h"
 
@@ -38,8 +39,8 @@ void MenuRow::setContents(const QString &symbol, const QString &title, const QSt
     m_hint = hint;
     // A plain “&” in a button's text would mark the next letter as its mnemonic.
     setText(QString(title).replace(QLatin1Char('&'), QLatin1String("&&")));
-    setAccessibleName(title);
-    setAccessibleDescription(hint);
+    nameAccessibly(*this, title);
+    describeAccessibly(*this, hint);
     updateGeometry();
     update();
 }

@@ -1,6 +1,7 @@
 #include "UI/Overlay/RecordingOverlay.h"
 
 #include "App/TalmoCoordinator.h"
+#include "UI/Accessibility/AccessibleName.h"
 #include "UI/Style/Appearance.h"
 #include "UI/Style/Wording.h"
 
@@ -104,8 +105,7 @@ void RecordingOverlay::reread()
     }
     m_contents = contents;
     layOut();
-    setAccessibleName(m_contents.title);
-    setAccessibleDescription(m_contents.detail.isEmpty() ? m_contents.hint : m_contents.detail);
+    nameAccessibly(*this, m_contents.title);
     update();
 }
 

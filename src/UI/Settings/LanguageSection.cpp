@@ -8,10 +8,8 @@
 
 #include <QHBoxLayout>
 #include <QPushButton>
-#include <QSignalBlocker>
 #include <QVBoxLayout>
 
-#include <algorithm>
 #include <utility>
 
 namespace talmo {
@@ -52,14 +50,11 @@ LanguageSection::LanguageSection(std::shared_ptr<LanguageSettings> settings, std
 
 void LanguageSection::reread()
 {
-    {
-        const QSignalBlocker blocker(m_choice);
-        m_choice->clear();
-        for (const auto &choice : m_settings->choices()) {
-            m_choice->addItem(choice.title, choice.id);
-        }
-        m_choice->setCurrentIndex(std::max(m_choice->findData(m_settings->choice()), 0));
+    QList<std::pair<QString, QString>> choices;
+    for (const auto &choice : m_settings->choices()) {
+        choices.append({choice.title, choice.id});
     }
+    m_choice->setEntries(choices, m_settings->choice());
     const QString problem = m_settings->problem();
     m_problem->setText(problem);
     m_ways->setVisible(!problem.isEmpty());

@@ -8,11 +8,11 @@
 #include <functional>
 #include <memory>
 
-class QComboBox;
 class QPushButton;
 
 namespace talmo {
 
+class Picker;
 class WarningRow;
 
 /// A picker for the language, and a way out where no recogniser speaks it.
@@ -25,7 +25,7 @@ private:
     void reread();
 
     std::shared_ptr<LanguageSettings> m_settings;
-    QComboBox *m_choice = nullptr;
+    Picker *m_choice = nullptr;
     WarningRow *m_problem = nullptr;
     QWidget *m_ways = nullptr;
     QPushButton *m_setUp = nullptr;

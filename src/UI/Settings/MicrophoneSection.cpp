@@ -9,10 +9,8 @@
 
 #include <QHBoxLayout>
 #include <QPushButton>
-#include <QSignalBlocker>
 #include <QVBoxLayout>
 
-#include <algorithm>
 #include <utility>
 
 namespace talmo {
@@ -85,14 +83,11 @@ void MicrophoneSection::hideEvent(QHideEvent *event)
 
 void MicrophoneSection::reread()
 {
-    {
-        const QSignalBlocker blocker(m_choice);
-        m_choice->clear();
-        for (const auto &choice : m_settings->choices()) {
-            m_choice->addItem(choice.title, choice.name);
-        }
-        m_choice->setCurrentIndex(std::max(m_choice->findData(m_settings->choice()), 0));
+    QList<std::pair<QString, QString>> choices;
+    for (const auto &choice : m_settings->choices()) {
+        choices.append({choice.title, choice.name});
     }
+    m_choice->setEntries(choices, m_settings->choice());
     m_problem->setText(m_settings->problem());
     if (m_test != nullptr) {
         m_test->setText(m_settings->isListening() ? Wording::text(QT_TRANSLATE_NOOP("Talmo", "Stop"))

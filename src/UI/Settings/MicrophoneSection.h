@@ -7,12 +7,12 @@
 
 #include <memory>
 
-class QComboBox;
 class QPushButton;
 
 namespace talmo {
 
 class LevelBar;
+class Picker;
 class SettingsSection;
 class WarningRow;
 
@@ -36,7 +36,7 @@ private:
 
     std::shared_ptr<MicrophoneSettings> m_settings;
     Listening m_listening;
-    QComboBox *m_choice = nullptr;
+    Picker *m_choice = nullptr;
     LevelBar *m_level = nullptr;
     QPushButton *m_test = nullptr;
     WarningRow *m_problem = nullptr;

@@ -1,5 +1,6 @@
 #include "UI/Settings/PrivacySettingsTab.h"
 
+#include "UI/Accessibility/AccessibleName.h"
 #include "UI/Settings/DesktopExtensionSection.h"
 #include "UI/Settings/HistorySection.h"
 #include "UI/Settings/SettingsSection.h"
@@ -166,9 +167,9 @@ void PrivacySettingsTab::reread()
         status->setSymbol(granted ? QStringLiteral("checkmark.circle.fill")
                                   : QStringLiteral("exclamationmark.triangle.fill"),
                           granted ? &Appearance::green : &Appearance::orange);
-        status->setAccessibleName(isMissing ? Wording::text(QT_TRANSLATE_NOOP("Talmo", "Not found"))
-                                  : granted ? Wording::text(QT_TRANSLATE_NOOP("Talmo", "Granted"))
-                                            : Wording::text(QT_TRANSLATE_NOOP("Talmo", "Not granted")));
+        nameAccessibly(*status, isMissing ? Wording::text(QT_TRANSLATE_NOOP("Talmo", "Not found"))
+                                : granted ? Wording::text(QT_TRANSLATE_NOOP("Talmo", "Granted"))
+                                          : Wording::text(QT_TRANSLATE_NOOP("Talmo", "Not granted")));
     }
     if (m_microphoneProblem != nullptr) {
         const auto &microphone = *m_context.microphone;

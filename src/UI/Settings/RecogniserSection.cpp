@@ -1,5 +1,6 @@
 #include "UI/Settings/RecogniserSection.h"
 
+#include "UI/Accessibility/AccessibleName.h"
 #include "UI/Picker.h"
 #include "UI/Settings/SettingsSection.h"
 #include "UI/Settings/WarningRow.h"
@@ -171,7 +172,7 @@ void RecogniserSection::rereadOffer()
     m_offer->setVisible(offer.has_value());
     if (offer) {
         m_offer->setText(offer->detail);
-        m_accept->setAccessibleDescription(offer->detail);
+        describeAccessibly(*m_accept, offer->detail);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "UI/Settings/WarningRow.h"
 
+#include "UI/Accessibility/Announcement.h"
 #include "UI/Style/Appearance.h"
 #include "UI/Style/SymbolLabel.h"
 #include "UI/Style/TintedLabel.h"
@@ -20,8 +21,12 @@ WarningRow::WarningRow()
 
 void WarningRow::setText(const QString &text)
 {
+    const bool isNews = text != m_text->text() && window()->isVisible();
     m_text->setText(text);
     setVisible(!text.isEmpty());
+    if (isNews && isVisible()) {
+        announceToScreenReader(text);
+    }
 }
 
 } // namespace talmo

@@ -1,5 +1,7 @@
 #include "UI/Overlay/RecordingOverlay.h"
 
+#include "UI/Accessibility/AccessibleViews.h"
+#include "UI/AccessibleView.h"
 #include "UI/ViewWorld.h"
 
 #include <QImage>
@@ -14,6 +16,7 @@ const QString remark = u"Still working on the last sentence"_s;
 
 class NoticeTest : public testing::Test {
 protected:
+    NoticeTest() { describeViewsToScreenReaders(); }
     QString detail() const { return overlay.contents().detail; }
     ViewWorld view;
     std::shared_ptr<DictationNotice> notice = std::make_shared<DictationNotice>();
@@ -63,11 +66,11 @@ TEST_F(NoticeTest, hintIsShownOnlyWhileRecordingAndNamesTheKey)
     EXPECT_EQ(overlay.contents().hint, u"Right Ctrl: stop"_s);
     EXPECT_EQ(overlay.contents().title, u"Listening"_s);
     EXPECT_EQ(detail(), QString());
-    EXPECT_EQ(overlay.accessibleDescription(), u"Right Ctrl: stop"_s);
+    EXPECT_EQ(accessibleText(overlay, QAccessible::Description), u"Right Ctrl: stop"_s);
     view.hear(u"hello"_s);
     EXPECT_EQ(detail(), u"hello"_s);
     EXPECT_EQ(overlay.contents().hint, u"Right Ctrl: stop"_s);
-    EXPECT_EQ(overlay.accessibleDescription(), u"hello"_s);
+    EXPECT_EQ(accessibleText(overlay, QAccessible::Description), u"hello"_s);
     EXPECT_EQ(OverlayContents::make(TalmoState::processing(), {}, *notice),
               OverlayContents::make(TalmoState::processing(), {}));
 }

@@ -198,7 +198,7 @@ TEST_F(RecordingOverlayTest, neverTranslatesTranscript)
     world.hear(u"Listening… Cleaning up…"_s);
     EXPECT_EQ(content().contents().detail, u"Listening… Cleaning up…"_s);
     EXPECT_EQ(content().accessibleName(), u"Listening"_s);
-    EXPECT_EQ(content().accessibleDescription(), u"Listening… Cleaning up…"_s);
+    EXPECT_EQ(accessibleText(content(), QAccessible::Description), u"Listening… Cleaning up…"_s);
 }
 
 TEST(DetailText, shortTextIsShownUnchanged)

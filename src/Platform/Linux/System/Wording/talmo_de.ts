@@ -1071,5 +1071,9 @@
         <source>Speech is recognised on this computer whichever recogniser you choose; the network is used only to download models.</source>
         <translation>Unabhängig von der gewählten Spracherkennung wird auf diesem Rechner erkannt; das Netz wird nur zum Herunterladen von Modellen genutzt.</translation>
     </message>
+    <message>
+        <source>Inserted</source>
+        <translation>Eingefügt</translation>
+    </message>
 </context>
 </TS>

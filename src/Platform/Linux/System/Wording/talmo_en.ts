@@ -1071,5 +1071,9 @@
         <source>Speech is recognised on this computer whichever recogniser you choose; the network is used only to download models.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Inserted</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -1071,5 +1071,9 @@
         <source>Speech is recognised on this computer whichever recogniser you choose; the network is used only to download models.</source>
         <translation>La voz se reconoce en este equipo sea cual sea el motor elegido; la red solo se usa para descargar modelos.</translation>
     </message>
+    <message>
+        <source>Inserted</source>
+        <translation>Texto insertado</translation>
+    </message>
 </context>
 </TS>

@@ -1071,5 +1071,9 @@
         <source>Speech is recognised on this computer whichever recogniser you choose; the network is used only to download models.</source>
         <translation>Quel que soit le moteur choisi, la parole est reconnue sur cet ordinateur&#xa0;; le réseau ne sert qu’à télécharger des modèles.</translation>
     </message>
+    <message>
+        <source>Inserted</source>
+        <translation>Texte inséré</translation>
+    </message>
 </context>
 </TS>

@@ -3,6 +3,7 @@
 #include "Platform/Linux/Wayland/Windows/LayerSurface.h"
 #include "UI/Overlay/RecordingOverlayController.h"
 #include "UI/Style/Card.h"
+#include "UI/Style/Wording.h"
 
 #include <QEvent>
 #include <QPainter>
@@ -27,7 +28,7 @@ LayerPanelWindow::LayerPanelWindow(std::shared_ptr<WaylandSession> session, cons
     setAttribute(Qt::WA_QuitOnClose, false);
     content->setParent(this);
     content->show();
-    setAccessibleName(content->accessibleName());
+    setAccessibleName(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Talmo"))); // The content names what changes.
     const auto onScale = [self = QPointer(this)](double scale) {
         QMetaObject::invokeMethod(qApp, [self, scale] {
             if (self) {

@@ -4,6 +4,7 @@
 #include "Platform/Linux/X11/XProperty.h"
 #include "UI/Overlay/OverlayPanel.h"
 #include "UI/Style/Card.h"
+#include "UI/Style/Wording.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -56,7 +57,7 @@ X11PanelWindow::X11PanelWindow(const PanelOptions &options, QWidget *content)
     if (options.canBecomeKey) {
         setFocusProxy(content);
     }
-    setAccessibleName(content->accessibleName());
+    setAccessibleName(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Talmo"))); // The content names what changes.
 }
 
 X11PanelWindow::~X11PanelWindow()
