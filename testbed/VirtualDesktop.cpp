@@ -54,7 +54,7 @@ bool waitForEvent(XConnection &connection, std::chrono::steady_clock::time_point
 
 } // namespace
 
-VirtualDesktop::VirtualDesktop(const QStringList &serverArguments)
+VirtualDesktop::VirtualDesktop(const QStringList &serverArguments, WindowManager windowManager)
     : m_environment(QProcessEnvironment::systemEnvironment()),
       m_previousDisplay(qgetenv("DISPLAY"))
 {
@@ -86,7 +86,10 @@ VirtualDesktop::VirtualDesktop(const QStringList &serverArguments)
     storeSettings({{QStringLiteral("linux.languageModelAddress"), QStringLiteral("off")}});
     startServer(serverArguments);
     m_connection = std::make_unique<XConnection>();
-    startWindowManager();
+    followActiveWindow();
+    if (windowManager == WindowManager::Openbox) {
+        startWindowManager();
+    }
 }
 
 void VirtualDesktop::storeSettings(const QJsonObject &settings)
@@ -136,11 +139,25 @@ void VirtualDesktop::startServer(const QStringList &arguments)
     qputenv("DISPLAY", display.toLatin1());
 }
 
-void VirtualDesktop::startWindowManager()
+void VirtualDesktop::followActiveWindow()
 {
     constexpr quint32 events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(m_connection->get(), m_connection->root(), XCB_CW_EVENT_MASK, &events);
     m_connection->flush();
+}
+
+bool VirtualDesktop::waitForWindowManager(Timeout timeout)
+{
+    return pollUntil(
+        [this] {
+            return !xProperty(m_connection->get(), m_connection->root(), m_connection->atom("_NET_SUPPORTING_WM_CHECK"))
+                        .isEmpty();
+        },
+        timeout);
+}
+
+void VirtualDesktop::startWindowManager()
+{
     // Openbox runs this command at the end of its start; a window that opens earlier is only adopted and gets no focus.
     const QString ready = QStringLiteral("window-manager-is-ready");
     m_windowManager = std::make_unique<ChildProcess>(

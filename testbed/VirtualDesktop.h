@@ -20,8 +20,11 @@ namespace talmo::testbed {
 /// it, so that everything created in this process belongs there too.
 class VirtualDesktop {
 public:
+    enum class WindowManager { Openbox, None };
+
     /// Throws Error if one of the programs is missing or does not start.
-    explicit VirtualDesktop(const QStringList &serverArguments = {});
+    explicit VirtualDesktop(const QStringList &serverArguments = {},
+                            WindowManager windowManager = WindowManager::Openbox);
     ~VirtualDesktop();
     VirtualDesktop(const VirtualDesktop &) = delete;
     VirtualDesktop &operator=(const VirtualDesktop &) = delete;
@@ -34,6 +37,8 @@ public:
     /// a server may be running on this machine. No welcome is shown unless these say so.
     void storeSettings(const QJsonObject &settings);
 
+    /// Waits for a window manager that was not started by this class.
+    bool waitForWindowManager(Timeout timeout);
     /// Waits until a window whose title contains this text is shown and has the focus.
     bool waitForActiveWindow(const QString &title, Timeout timeout);
     QString activeWindowTitle();
@@ -58,6 +63,7 @@ public:
 private:
     xcb_window_t activeWindow();
     void startServer(const QStringList &arguments);
+    void followActiveWindow();
     void startWindowManager();
 
     QTemporaryDir m_folder;

@@ -26,7 +26,6 @@ STATES = {
     Atspi.StateType.SENSITIVE: "enabled",
     Atspi.StateType.ACTIVE: "active",
     Atspi.StateType.CHECKED: "checked",
-    Atspi.StateType.SELECTED: "selected",
 }
 
 

@@ -1,0 +1,247 @@
+// Goes through Talmo on a desktop that people use, without a screen: the welcome, every page of the settings, the menu
+// and a dictation. Takes a picture of each.
+
+#include "DesktopParts.h"
+#include "SoundServer.h"
+#include "SpokenText.h"
+#include "TourDesktops.h"
+#include "VirtualDesktop.h"
+#include "VirtualKeyboard.h"
+#include "VirtualPointer.h"
+
+#include "Base/Error.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDir>
+#include <QImage>
+#include <QRegion>
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+namespace talmo::testbed {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr Timeout timeout = 30s;
+constexpr Timeout untilItIsDrawn = 400ms;
+constexpr quint32 escape = 0xff1b;
+constexpr quint32 pageDown = 0xff56;
+/// More pages than this are none that a user would leaf through.
+constexpr int mostPages = 9;
+constexpr int widestIcon = 100;
+
+void require(bool isSo, const QString &problem)
+{
+    if (!isSo) {
+        throw Error(problem);
+    }
+}
+
+/// Waits until the screen stays the same for a moment.
+QImage settled(VirtualDesktop &desktop, Timeout atMost = 8s)
+{
+    QImage last = desktop.screenshot();
+    int equal = 0;
+    pollUntil(
+        [&] {
+            sleepFor(untilItIsDrawn / 2);
+            const QImage now = desktop.screenshot();
+            equal = std::exchange(last, now) == now ? equal + 1 : 0;
+            return equal >= 2;
+        },
+        atMost);
+    return last;
+}
+
+class Tour {
+public:
+    Tour(const TourDesktop &shown, const QString &pictureFolder)
+        : m_shown(shown),
+          m_pictures(pictureFolder)
+    {
+        m_pictures.mkpath(QStringLiteral("."));
+        m_environment.insert(QStringLiteral("XDG_CURRENT_DESKTOP"), m_shown.currentDesktop);
+        m_environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("talmo.general.debug=true"));
+        m_environment.insert(QStringLiteral("LIBGL_ALWAYS_SOFTWARE"), QStringLiteral("1"));
+        m_bus = startBus(m_environment);
+        m_desktop.storeSettings({{QStringLiteral("linux.languageModelAddress"), QStringLiteral("off")},
+                                 {QStringLiteral("linux.welcomeShown"), false}});
+        m_sound = std::make_unique<SoundServer>(m_desktop.folder() + QStringLiteral("/sound"), m_environment);
+        m_programs = startDesktop(m_shown, m_environment.value(QStringLiteral("XDG_CONFIG_HOME")), m_environment);
+        require(m_desktop.waitForWindowManager(timeout), QStringLiteral("The window manager did not start."));
+        settled(m_desktop);
+    }
+
+    void go()
+    {
+        const QImage before = m_desktop.screenshot();
+        m_talmo = std::make_unique<ChildProcess>(program("talmo"), QStringList(), m_environment);
+        says(QStringLiteral("ready:"));
+        require(pollUntil([this] { return isShown(true); }, timeout), QStringLiteral("The welcome did not open."));
+        take("1-welcome");
+        showSettings();
+        require(pollUntil([this] { return !isShown(true); }, timeout), QStringLiteral("The settings did not close."));
+        settled(m_desktop);
+        const auto icon = findIcon(before);
+        showDictation();
+        showMenu(icon);
+        require(m_talmo->terminate() == 0, QStringLiteral("Talmo did not exit cleanly:\n") + m_talmo->output());
+    }
+
+private:
+    static QString program(const char *name)
+    {
+        return QDir(QCoreApplication::applicationDirPath()).filePath(QString::fromLatin1(name));
+    }
+    void says(const QString &line)
+    {
+        require(m_talmo->waitForLine(line, timeout, m_read).has_value(),
+                QStringLiteral("Timed out waiting for “%1”:\n%2").arg(line, m_talmo->output()));
+        while (!m_talmo->lines()[m_read].text.contains(line)) {
+            ++m_read;
+        }
+        ++m_read;
+    }
+    void take(const char *name)
+    {
+        const QString file = m_pictures.absoluteFilePath(QString::fromLatin1(name) + QStringLiteral(".png"));
+        require(settled(m_desktop).save(file), QStringLiteral("Cannot save ") + file);
+        std::printf("%s\n", qUtf8Printable(file));
+        std::fflush(stdout);
+    }
+
+    /// Where the screen has changed since Talmo was started, at its edges: nothing else puts anything there.
+    std::optional<QPoint> findIcon(const QImage &before)
+    {
+        constexpr int panelHeight = 48;
+        const QImage now = m_desktop.screenshot();
+        QRegion changed;
+        for (int y = 0; y < now.height(); ++y) {
+            const bool isPanel = y < panelHeight || y >= now.height() - panelHeight;
+            for (int x = now.width() / 2; isPanel && x < now.width(); ++x) {
+                if (now.pixel(x, y) != before.pixel(x, y)) {
+                    changed += QRect(x, y, 1, 1);
+                }
+            }
+        }
+        return changed.isEmpty() ? std::nullopt : std::optional(changed.boundingRect().center());
+    }
+
+    void showSettings()
+    {
+        ChildProcess second(program("talmo"), {}, m_environment);
+        require(m_desktop.waitForActiveWindow(QStringLiteral("Talmo Settings"), timeout),
+                QStringLiteral("The settings did not open."));
+        const QImage first = settled(m_desktop);
+        for (int page = 1; page <= mostPages; ++page) {
+            take(qPrintable(QStringLiteral("2-settings-%1").arg(page)));
+            m_keyboard.press(VirtualKeyboard::controlLeft);
+            m_keyboard.tap(pageDown);
+            m_keyboard.release(VirtualKeyboard::controlLeft);
+            if (settled(m_desktop) == first) {
+                break;
+            }
+        }
+        m_keyboard.tap(VirtualKeyboard::tab);
+        m_keyboard.tap(VirtualKeyboard::tab);
+        take("2-settings-by-keyboard");
+        m_keyboard.tap(escape);
+    }
+
+    void showDictation()
+    {
+        const QString title = QStringLiteral("Notes");
+        ChildProcess window(program("talmo-demo-window"), {title}, m_environment);
+        require(m_desktop.waitForActiveWindow(title, timeout), QStringLiteral("The text window did not open."));
+        const QString wav =
+            speak(QStringLiteral("the computer does not start after the last update"), m_desktop.folder());
+        m_keyboard.press(VirtualKeyboard::controlRight);
+        says(QStringLiteral("state: recording"));
+        m_sound->play(wav);
+        take("3-recording");
+        m_keyboard.release(VirtualKeyboard::controlRight);
+        says(QStringLiteral("state: idle"));
+        require(window.waitForLine(QStringLiteral("text: "), timeout).has_value(),
+                QStringLiteral("Nothing was inserted:\n") + m_talmo->output());
+        take("3-inserted");
+        m_keyboard.press(VirtualKeyboard::controlRight);
+        says(QStringLiteral("state: recording"));
+        m_keyboard.release(VirtualKeyboard::controlRight);
+        says(QStringLiteral("state: error"));
+        take("3-error");
+    }
+
+    /// One of Talmo's windows that is larger than an icon: a managed one, or the menu or the card.
+    bool isShown(bool isManaged)
+    {
+        const auto windows = m_desktop.visibleWindows();
+        return std::any_of(windows.cbegin(), windows.cend(), [isManaged](const auto &window) {
+            return window.program == "talmo" && window.isManaged == isManaged && window.geometry.width() > widestIcon;
+        });
+    }
+
+    void showMenu(std::optional<QPoint> icon)
+    {
+        pollUntil([this] { return !isShown(false); }, timeout); // The card of the error goes first.
+        if (icon) {
+            m_pointer.clickAt(*icon);
+        }
+        if (!icon || !pollUntil([this] { return isShown(false); }, 3s)) {
+            std::printf("no menu at the icon; opening it by talmoctl\n");
+            ChildProcess command(program("talmoctl"), {QStringLiteral("menu")}, m_environment);
+            require(pollUntil([this] { return isShown(false); }, timeout), QStringLiteral("The menu did not open."));
+        }
+        take("4-menu");
+        m_keyboard.tap(escape);
+        require(pollUntil([this] { return !isShown(false); }, timeout), QStringLiteral("The menu did not close."));
+    }
+
+    const TourDesktop &m_shown;
+    QDir m_pictures;
+    VirtualDesktop m_desktop{{QStringLiteral("-screen"), QStringLiteral("0"), QStringLiteral("1366x768x24")},
+                             VirtualDesktop::WindowManager::None};
+    QProcessEnvironment m_environment = m_desktop.environment();
+    std::unique_ptr<ChildProcess> m_bus;
+    std::unique_ptr<SoundServer> m_sound;
+    std::vector<std::unique_ptr<ChildProcess>> m_programs;
+    VirtualKeyboard m_keyboard;
+    VirtualPointer m_pointer;
+    std::unique_ptr<ChildProcess> m_talmo;
+    std::size_t m_read = 0;
+};
+
+} // namespace
+
+} // namespace talmo::testbed
+
+int main(int argc, char **argv)
+{
+    using namespace talmo::testbed;
+    QCoreApplication application(argc, argv);
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Takes pictures of Talmo on a desktop that people use."));
+    parser.addHelpOption();
+    parser.addPositionalArgument(QStringLiteral("DESKTOP"), QStringLiteral("xfce, i3, mate, lxqt, cinnamon or plasma"));
+    const QCommandLineOption pictures(QStringLiteral("pictures"), QStringLiteral("The folder for the pictures."),
+                                      QStringLiteral("FOLDER"), QStringLiteral("talmo-tour"));
+    parser.addOption(pictures);
+    parser.process(application);
+    const QString name = parser.positionalArguments().value(0);
+    const auto shown = std::find_if(tourDesktops().cbegin(), tourDesktops().cend(),
+                                    [&name](const auto &each) { return each.name == name; });
+    if (shown == tourDesktops().cend()) {
+        parser.showHelp(EXIT_FAILURE);
+    }
+    try {
+        Tour(*shown, parser.value(pictures)).go();
+        return EXIT_SUCCESS;
+    } catch (const talmo::Error &error) {
+        std::fprintf(stderr, "tour: %s: %s\n", qUtf8Printable(name), qUtf8Printable(error.localizedDescription()));
+        return EXIT_FAILURE;
+    }
+}
