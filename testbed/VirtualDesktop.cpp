@@ -173,7 +173,7 @@ xcb_window_t VirtualDesktop::activeWindow()
     const QByteArray active =
         xProperty(m_connection->get(), m_connection->root(), m_connection->atom("_NET_ACTIVE_WINDOW"));
     xcb_window_t window = XCB_NONE;
-    if (active.size() == sizeof(window)) {
+    if (active.size() >= qsizetype(sizeof(window))) { // Some window managers append a zero.
         std::memcpy(&window, active.constData(), sizeof(window));
     }
     return window;
