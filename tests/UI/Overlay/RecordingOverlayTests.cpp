@@ -1,5 +1,6 @@
 #include "UI/Overlay/RecordingOverlay.h"
 
+#include "UI/AccessibleView.h"
 #include "UI/Overlay/RecordingOverlayController.h"
 #include "UI/Style/Appearance.h"
 #include "UI/ViewWorld.h"

@@ -86,9 +86,15 @@ void LayerSurface::clickThrough()
 
 void LayerSurface::listenToSurface()
 {
-    static constexpr wl_surface_listener listener = {
-        [](void *self, wl_surface *, wl_output *output) { static_cast<LayerSurface *>(self)->handleEntered(output); },
-        [](void *, wl_surface *, wl_output *) {}};
+    // Newer versions of the protocol have further events, which the version that was asked for never sends.
+    static constexpr wl_surface_listener listener = [] {
+        wl_surface_listener events{};
+        events.enter = [](void *self, wl_surface *, wl_output *output) {
+            static_cast<LayerSurface *>(self)->handleEntered(output);
+        };
+        events.leave = [](void *, wl_surface *, wl_output *) {};
+        return events;
+    }();
     wl_surface_add_listener(m_surface, &listener, this);
 }
 

@@ -39,12 +39,18 @@ PlasmaWindows::PlasmaWindows(WaylandSession &session)
       m_manager(session.bind<org_kde_plasma_window_management>(org_kde_plasma_window_management_interface, version))
 {
     using Manager = org_kde_plasma_window_management;
-    static constexpr org_kde_plasma_window_management_listener listener = {
-        [](void *, Manager *, uint32_t) {}, [](void *, Manager *, uint32_t) {}, [](void *, Manager *, wl_array *) {},
-        [](void *, Manager *, const char *) {},
-        [](void *self, Manager *manager, uint32_t, const char *id) {
+    // Newer versions of the protocol have further events, which the version that was asked for never sends.
+    static constexpr org_kde_plasma_window_management_listener listener = [] {
+        org_kde_plasma_window_management_listener events{};
+        events.show_desktop_changed = [](void *, Manager *, uint32_t) {};
+        events.window = [](void *, Manager *, uint32_t) {};
+        events.stacking_order_changed = [](void *, Manager *, wl_array *) {};
+        events.stacking_order_uuid_changed = [](void *, Manager *, const char *) {};
+        events.window_with_uuid = [](void *self, Manager *manager, uint32_t, const char *id) {
             static_cast<PlasmaWindows *>(self)->add(org_kde_plasma_window_management_get_window_by_uuid(manager, id));
-        }};
+        };
+        return events;
+    }();
     org_kde_plasma_window_management_add_listener(m_manager, &listener, this);
     session.synchronise(); // The windows,
     session.synchronise(); // and what they are.
