@@ -62,6 +62,8 @@ QString afterMark(const QString &line, const QString &mark)
     return line.mid(line.indexOf(mark) + mark.size());
 }
 
+constexpr Timeout untilItIsDrawn = 300ms;
+
 /// Takes screenshots and saves them in a folder.
 class Album {
 public:
@@ -128,7 +130,6 @@ bool waitForCard(VirtualDesktop &desktop, bool isShown)
 void showMenuAndSettings(VirtualDesktop &desktop, const QProcessEnvironment &environment, const QString &talmoProgram,
                          Album &album)
 {
-    constexpr Timeout untilItIsDrawn = 300ms;
     constexpr quint32 escape = 0xff1b;
     VirtualPointer pointer;
     VirtualKeyboard keyboard;
@@ -186,7 +187,10 @@ int run(const QString &sentence, const QString &pictureFolder)
     const QString wav = speak(sentence, desktop.folder());
     VirtualKeyboard keyboard;
     const Stages stages = dictate(sound, keyboard, talmo, window, wav, album);
-    required(talmo.waitForLine(QStringLiteral("state: idle"), timeout), QStringLiteral("the dictation to end"), talmo);
+    if (!waitForCard(desktop, false)) {
+        throw Error(QStringLiteral("The dictation did not end:\n") + talmo.output());
+    }
+    sleepFor(untilItIsDrawn);
 
     report(stages);
     album.take(QStringLiteral("dictation"));

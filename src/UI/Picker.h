@@ -4,6 +4,8 @@
 
 #include <QComboBox>
 #include <QSignalBlocker>
+#include <QStyleOptionComboBox>
+#include <QStylePainter>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -49,6 +51,20 @@ public:
 
 protected:
     void wheelEvent(QWheelEvent *event) override { event->ignore(); }
+    /// An entry that is too long ends in an ellipsis; Qt would cut it in the middle of a letter.
+    void paintEvent(QPaintEvent * /*event*/) override
+    {
+        QStylePainter painter(this);
+        painter.setPen(palette().color(QPalette::Text));
+        QStyleOptionComboBox option;
+        initStyleOption(&option);
+        painter.drawComplexControl(QStyle::CC_ComboBox, option);
+        constexpr int inset = 4; // Styles keep a little more room around the text than they say.
+        const QRect field = style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
+        option.currentText =
+            option.fontMetrics.elidedText(option.currentText, Qt::ElideRight, field.width() - 2 * inset);
+        painter.drawControl(QStyle::CE_ComboBoxLabel, option);
+    }
 
 private:
     QList<std::pair<QString, QString>> m_entries;

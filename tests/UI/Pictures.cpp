@@ -1,7 +1,6 @@
 // Pictures of every state of the user interface, light and dark, at ordinary and high resolution, for visual review.
 //
-//   talmo-pictures FOLDER             as PNG
-//   talmo-pictures --drawings FOLDER  those shown in the README, as SVG
+//   talmo-pictures FOLDER
 
 #include "Platform/Linux/Session/TrayIconColour.h"
 #include "Platform/Linux/System/LinuxWording.h"
@@ -27,7 +26,6 @@
 #include <QApplication>
 #include <QDir>
 #include <QPainter>
-#include <QSvgGenerator>
 
 #include <cstdio>
 
@@ -65,10 +63,10 @@ void paintGround(QPainter &painter, const QRect &area, ColourScheme scheme)
     painter.fillRect(area, gradient);
 }
 
-void paintCard(QPainter &painter, QWidget &view, bool isTranslucent)
+void paintCard(QPainter &painter, QWidget &view)
 {
     const QRect card(QPoint(air, air), view.size());
-    Card::paint(painter, card, view.palette(), isTranslucent);
+    Card::paint(painter, card, view.palette(), true);
     view.render(&painter, card.topLeft(), {}, QWidget::DrawChildren);
 }
 
@@ -94,7 +92,7 @@ public:
         image.setDevicePixelRatio(m_look.ratio);
         QPainter painter(&image);
         paintGround(painter, QRect(QPoint(0, 0), size), m_look.scheme);
-        paintCard(painter, view, true);
+        paintCard(painter, view);
         painter.end();
         save(image, name);
     }
@@ -438,34 +436,6 @@ void takePictures(const QDir &folder, const Look &look)
     addServers(gallery);
 }
 
-void draw(QWidget &view, const QString &file, const QString &title)
-{
-    view.resize(view.sizeHint());
-    const QSize size = view.size() + QSize(2 * air, 2 * air);
-    QSvgGenerator generator;
-    generator.setFileName(file);
-    generator.setTitle(title);
-    generator.setSize(size);
-    generator.setViewBox(QRect(QPoint(0, 0), size));
-    QPainter painter(&generator);
-    paintGround(painter, QRect(QPoint(0, 0), size), ColourScheme::Light);
-    paintCard(painter, view, false);
-}
-
-void makeDrawings(const QDir &folder)
-{
-    QApplication::setPalette(Appearance::palette(ColourScheme::Light));
-    ViewWorld world;
-    world.settings->setHotkeyDisplayName(u"Right Ctrl"_s);
-    settle();
-    MenuBarView menu(world.context(), [](MenuAction) {});
-    draw(menu, folder.filePath(u"menu.svg"_s), u"Talmo's menu"_s);
-    RecordingOverlay overlay(world.coordinator());
-    world.beRecording();
-    world.hear(heard);
-    draw(overlay, folder.filePath(u"overlay.svg"_s), u"Talmo's overlay while somebody speaks"_s);
-}
-
 } // namespace
 
 } // namespace talmo::test
@@ -477,23 +447,18 @@ int main(int argc, char **argv)
     QApplication application(argc, argv);
     talmo::installWording();
     const QStringList arguments = QApplication::arguments();
-    const bool areDrawings = arguments.value(1) == u"--drawings"_s;
-    const QDir folder(arguments.value(areDrawings ? 2 : 1, u"."_s));
+    const QDir folder(arguments.value(1, u"."_s));
     folder.mkpath(u"."_s);
     try {
-        if (areDrawings) {
-            makeDrawings(folder);
-        } else {
-            using talmo::ColourScheme;
-            for (const auto scheme : {ColourScheme::Light, ColourScheme::Dark}) {
-                for (const qreal ratio : {1.0, 2.0}) {
-                    takePictures(folder, {scheme, ratio});
-                }
+        using talmo::ColourScheme;
+        for (const auto scheme : {ColourScheme::Light, ColourScheme::Dark}) {
+            for (const qreal ratio : {1.0, 2.0}) {
+                takePictures(folder, {scheme, ratio});
             }
-            takePictures(folder, {ColourScheme::Light, 1.5});
-            takePictures(folder, {ColourScheme::Light, 1.0, 20});
-            takePictures(folder, {ColourScheme::Dark, 1.0, 10, Qt::RightToLeft});
         }
+        takePictures(folder, {ColourScheme::Light, 1.5});
+        takePictures(folder, {ColourScheme::Light, 1.0, 20});
+        takePictures(folder, {ColourScheme::Dark, 1.0, 10, Qt::RightToLeft});
     } catch (const talmo::Error &error) {
         std::fprintf(stderr, "%s\n", qPrintable(error.localizedDescription()));
         return EXIT_FAILURE;

@@ -1,7 +1,6 @@
 #include "UI/Style/Symbol.h"
 
 #include <QFile>
-#include <QPaintEngine>
 #include <QPainter>
 #include <QSvgRenderer>
 
@@ -22,19 +21,6 @@ QString fittingFile(const QString &name, int deviceSize)
 {
     const QString large = file(QStringLiteral("%1@%2").arg(name).arg(trayGrid));
     return deviceSize % trayGrid == 0 && QFile::exists(large) ? large : file(name);
-}
-
-/// Used if the painter records vector graphics, such as SVG.
-void paintAsDrawing(QPainter &painter, const QRectF &square, const QString &name, const QColor &colour)
-{
-    QFile drawing(file(name));
-    if (drawing.open(QFile::ReadOnly)) {
-        QSvgRenderer renderer(drawing.readAll().replace("#000", colour.name().toLatin1()));
-        painter.save();
-        painter.setOpacity(painter.opacity() * colour.alphaF());
-        renderer.render(&painter, square);
-        painter.restore();
-    }
 }
 
 /// A round symbol on a disc that is seen around its strokes.
@@ -78,10 +64,6 @@ QPixmap pixmap(const QString &name, int size, const QColor &colour, qreal ratio)
 
 void paint(QPainter &painter, const QRectF &square, const QString &name, const QColor &colour)
 {
-    if (painter.paintEngine()->type() == QPaintEngine::SVG) {
-        paintAsDrawing(painter, square, name, colour);
-        return;
-    }
     const qreal ratio = painter.device()->devicePixelRatioF();
     painter.drawPixmap(square.topLeft(), pixmap(name, qRound(square.width()), colour, ratio));
 }

@@ -10,6 +10,7 @@
 #include "UI/Menu/MenuBarView.h"
 #include "UI/Overlay/RecordingOverlay.h"
 #include "UI/Overlay/RecordingOverlayController.h"
+#include "UI/Picker.h"
 #include "UI/Settings/SettingsTabBar.h"
 #include "UI/Settings/SettingsView.h"
 #include "UI/Settings/SettingsWindow.h"
@@ -185,6 +186,25 @@ TEST(TextSize, followsSystemFont)
     const SystemFont large(20);
     EXPECT_EQ(Appearance::font(13).pixelSize(), 26);
     EXPECT_EQ(Appearance::scaled(300), 600);
+}
+
+TEST(Picker, longEntryEndsInEllipsis)
+{
+    const auto pictureOf = [](const QString &entry) {
+        Picker picker;
+        picker.addItem(entry);
+        picker.resize(200, 30);
+        QImage image(picker.size(), QImage::Format_ARGB32_Premultiplied);
+        picker.render(&image);
+        return image;
+    };
+    const QString entry = u"System default (Remapped Monitor of Null Output)"_s;
+    const QImage shown = pictureOf(entry);
+    bool isFound = false;
+    for (qsizetype length = 1; length < entry.size() && !isFound; ++length) {
+        isFound = shown == pictureOf(entry.left(length) + u"…"_s);
+    }
+    EXPECT_TRUE(isFound);
 }
 
 TEST(TextSize, openSettingsFollowChangedFont)
