@@ -16,6 +16,7 @@ constexpr auto longestBehindAtPause = 2 * std::size_t(RecordingDecoder::sampleRa
 constexpr std::size_t longestBehindAtEnd = RecordingDecoder::sampleRate / 2;
 /// Enough for the pause in which a request for a list ends.
 constexpr std::size_t lengthAfterEnd = RecordingDecoder::sampleRate / 10;
+constexpr std::size_t frameLength = RecordingDecoder::sampleRate / 100;
 
 } // namespace
 
@@ -219,6 +220,15 @@ void PocketSphinxRecording::settleSecondHearing(std::size_t longestBehind)
     m_second.reset();
 }
 
+/// As a pause is the slowest sound to decode, and the user waits, what has been heard of one is not heard again.
+void PocketSphinxRecording::endInPause()
+{
+    const auto heardPause = static_cast<std::size_t>(m_decoder->trailingSilence()) * frameLength;
+    if (heardPause < lengthAfterEnd) {
+        m_decoder->process(m_sound.quietest(lengthAfterEnd - heardPause));
+    }
+}
+
 void PocketSphinxRecording::finish()
 {
     m_isBroken = true;
@@ -233,7 +243,7 @@ void PocketSphinxRecording::finish()
         publishOrEnd();
     }
     settleSecondHearing(longestBehindAtEnd);
-    m_decoder->process(m_sound.quietest(lengthAfterEnd));
+    endInPause();
     endUtterance();
     if (m_transcript.hasDecodedWords()) {
         m_memory->remember(soundName(), m_decoder->cepstralMean());

@@ -56,6 +56,7 @@ private:
     void hearAgain(std::size_t newSamples);
     void beginSecondHearing();
     void settleSecondHearing(std::size_t longestBehind);
+    void endInPause();
     std::span<const std::int16_t> soundForSecondHearing() const;
     QString heard() const;
 
