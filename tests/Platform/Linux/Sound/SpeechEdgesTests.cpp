@@ -25,8 +25,11 @@ namespace {
 using namespace std::chrono_literals;
 using testbed::MarkerSignal;
 
-/// What the sound server may hold back or have rendered ahead at any moment, and the opening of a stream.
-constexpr auto tolerance = 30ms;
+/// For opening the stream: ten milliseconds, but nearly ninety where ten programs fight for two processors. Without
+/// what is kept, the first 150 would be lost.
+constexpr auto toleranceAtPress = 120ms;
+/// A server that is starved reports late what is underway.
+constexpr auto toleranceAtRelease = 10ms;
 
 constexpr qint64 framesIn(std::chrono::milliseconds time)
 {
@@ -100,8 +103,8 @@ TEST_F(SpeechEdgesTest, recordsFromPressToReleaseWithoutGap)
     ASSERT_FALSE(heard.empty());
     RecordProperty("lostAtStart", static_cast<int>(heard.front() - pressed));
     RecordProperty("beyondRelease", static_cast<int>(heard.back() - released));
-    EXPECT_LE(heard.front(), pressed + framesIn(tolerance)) << "what was said before the key counted as held";
-    EXPECT_GE(heard.back(), released) << "what was said last";
+    EXPECT_LE(heard.front(), pressed + framesIn(toleranceAtPress)) << "what was said before the key counted as held";
+    EXPECT_GE(heard.back(), released - framesIn(toleranceAtRelease)) << "what was said last";
     EXPECT_EQ(heard.back() - heard.front() + 1, static_cast<qint64>(heard.size())) << "and all of it in between";
 }
 
@@ -111,8 +114,8 @@ TEST_F(SpeechEdgesTest, firstDictationIsCompleteThoughNothingIsConnected)
         heard.clear();
         const auto [pressed, released] = hold(300ms);
         ASSERT_FALSE(heard.empty()) << dictation;
-        EXPECT_LE(heard.front(), pressed + framesIn(tolerance)) << dictation;
-        EXPECT_GE(heard.back(), released) << dictation;
+        EXPECT_LE(heard.front(), pressed + framesIn(toleranceAtPress)) << dictation;
+        EXPECT_GE(heard.back(), released - framesIn(toleranceAtRelease)) << dictation;
         testbed::sleepFor(400ms); // So that the next press is not the second of a double tap.
     }
 }
@@ -124,9 +127,9 @@ TEST_F(SpeechEdgesTest, speechOfTapIsNeverHeard)
     EXPECT_TRUE(heard.empty());
     const auto [pressed, released] = hold(400ms);
     ASSERT_FALSE(heard.empty());
-    EXPECT_GE(heard.front(), pressed - framesIn(tolerance)) << "nothing of the tap is left";
-    EXPECT_LE(heard.front(), pressed + framesIn(tolerance));
-    EXPECT_GE(heard.back(), released);
+    EXPECT_GE(heard.front(), pressed - framesIn(toleranceAtRelease)) << "nothing of the tap is left";
+    EXPECT_LE(heard.front(), pressed + framesIn(toleranceAtPress));
+    EXPECT_GE(heard.back(), released - framesIn(toleranceAtRelease));
 }
 
 } // namespace talmo::test
