@@ -38,6 +38,7 @@ protected:
     std::vector<bool> pauses;
     int menus = 0;
     std::vector<ControlSocket::KeyCommand> moves;
+    std::optional<QString> trace;
     std::shared_ptr<Completion<void>> insertion;
     ControlServer server{{[this](const QString &text) { return insert(text); }, [] {},
                           [](const QString &) { return refuse(u"The settings could not be saved."_s); },
@@ -45,7 +46,7 @@ protected:
                           [this](bool isPaused) { pauses.push_back(isPaused); },
                           [this](ControlSocket::KeyCommand command) { moves.push_back(command); },
                           [] { return ControlSocket::Status{u"error"_s, u"No speech detected."_s}; },
-                          [this] { ++menus; }},
+                          [this] { ++menus; }, [this] { return trace; }},
                          clock};
 
     void SetUp() override { ASSERT_TRUE(server.listen(path)); }
@@ -136,6 +137,13 @@ TEST_F(ControlServerTest, pausesAndResumes)
     EXPECT_EQ(answerTo(ControlSocket::pauseRequest(false)), ControlSocket::answer(std::nullopt));
     EXPECT_THAT(pauses, ElementsAre(true, false));
     EXPECT_THAT(inserted, IsEmpty());
+}
+
+TEST_F(ControlServerTest, tellsTraceOnceSomethingWasDictated)
+{
+    EXPECT_THAT(answerTo(ControlSocket::traceRequest()).toStdString(), HasSubstr("Nothing has been dictated yet."));
+    trace = u"recording 0.0"_s;
+    EXPECT_EQ(ControlSocket::answeredText(answerTo(ControlSocket::traceRequest())), trace);
 }
 
 TEST_F(ControlServerTest, rejectsOtherUsersProgramUnread)

@@ -33,6 +33,28 @@ TEST_F(EveryDayEndToEndTest, secondDictationIsSeparatedUnlessUserTyped)
     EXPECT_TRUE(windowShows(u"Hello world. Hello world.xHello world."_s));
 }
 
+TEST_F(EveryDayEndToEndTest, traceTellsEveryStageOfLastDictation)
+{
+    openQtWindow();
+    startTalmo();
+    dictate(u"hello world"_s);
+    ASSERT_TRUE(windowShows(u"Hello world."_s));
+    QString table;
+    EXPECT_TRUE(testbed::pollUntil(
+        [&] {
+            testbed::ChildProcess talmoctl(QStringLiteral(TALMO_BIN "/talmoctl"), {u"trace"_s}, environment);
+            testbed::pollUntil([&] { return !talmoctl.isRunning(); }, timeout);
+            table = talmoctl.output();
+            return table.contains(u"clipboard restored"_s);
+        },
+        timeout))
+        << qPrintable(table);
+    for (const auto *stage : {"key pressed ", "recording ", "key released ", "last audio ", "text recognised ",
+                              "text cleaned up ", "text on the clipboard ", "paste shortcut posted ", "text read "}) {
+        EXPECT_TRUE(table.contains(QLatin1String(stage))) << stage << '\n' << qPrintable(table);
+    }
+}
+
 TEST_F(EveryDayEndToEndTest, escapeDiscardsRecordingAndReachesNoWindow)
 {
     openQtWindow();

@@ -105,7 +105,7 @@ const QStringList commands{u"format"_s,     u"clean"_s,         u"instructions"_
                            u"model list"_s, u"model install"_s, u"model use"_s,    u"model remove"_s,
                            u"setup"_s,      u"pause"_s,         u"resume"_s,       u"restore-clipboard"_s,
                            u"press"_s,      u"release"_s,       u"toggle"_s,       u"cancel"_s,
-                           u"status"_s,     u"watch"_s,         u"menu"_s};
+                           u"status"_s,     u"watch"_s,         u"menu"_s,         u"trace"_s};
 
 } // namespace
 
