@@ -28,6 +28,10 @@ test_packages=(
   sway xwayland foot grim wl-clipboard weston
   umockdev libumockdev-dev valgrind
 )
+# What pasting is compared with.
+bench_packages=(
+  xdotool xclip
+)
 # More synthetic voices, and recordings of people.
 accuracy_packages=(
   festival festvox-us-slt-hts festvox-kallpc16k alsa-utils
