@@ -60,7 +60,7 @@ bool KdeDesktop::isPossible()
     return geteuid() != 0;
 }
 
-KdeDesktop::KdeDesktop()
+KdeDesktop::KdeDesktop(const QStringList &trusted)
     : m_environment(QProcessEnvironment::systemEnvironment())
 {
     for (const auto &name : {"run", "config", "state", "cache", "data"}) {
@@ -88,6 +88,10 @@ KdeDesktop::KdeDesktop()
     m_environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
     storeSettings({{QStringLiteral("linux.languageModelAddress"), QStringLiteral("off")}});
     m_bus = startBus(m_environment);
+    for (const auto &program : trusted) {
+        trust(program);
+    }
+    run(QStringLiteral("kbuildsycoca5"), {}); // Before KWin starts, which looks for changes only now and then.
     startKWin();
 }
 
@@ -142,7 +146,6 @@ void KdeDesktop::trust(const QString &program)
           QStringLiteral("[Desktop Entry]\nType=Application\nName=Trusted\nExec=%1\nNoDisplay=true\n"
                          "X-KDE-Wayland-Interfaces=org_kde_kwin_fake_input,org_kde_plasma_window_management\n")
               .arg(program));
-    run(QStringLiteral("kbuildsycoca5"), {});
 }
 
 QByteArray KdeDesktop::run(const QString &program, const QStringList &arguments)

@@ -19,8 +19,8 @@ public:
     /// Whether the programs are installed, and the user is one that KWin runs for.
     static bool isPossible();
 
-    /// Throws Error if KWin does not start.
-    KdeDesktop();
+    /// `trusted`: programs that have a desktop entry which lets them paste. Throws Error if KWin does not start.
+    explicit KdeDesktop(const QStringList &trusted);
     ~KdeDesktop();
     KdeDesktop(const KdeDesktop &) = delete;
     KdeDesktop &operator=(const KdeDesktop &) = delete;
@@ -30,8 +30,6 @@ public:
     /// Private to this desktop and deleted with it.
     QString folder() const { return m_folder.path(); }
     void storeSettings(QJsonObject settings);
-    /// Installs a desktop entry that lets this program paste.
-    void trust(const QString &program);
 
     QImage screenshot();
 
@@ -41,6 +39,7 @@ public:
     QByteArray paste(const QString &type = QStringLiteral("text/plain;charset=utf-8"));
 
 private:
+    void trust(const QString &program);
     void startKWin();
     QByteArray run(const QString &program, const QStringList &arguments);
 

@@ -17,10 +17,10 @@ class KdeTest : public testing::Test {
 protected:
     static constexpr testbed::Timeout timeout = 60s;
 
-    void SetUp() override
+    void SetUp() override { ASSERT_TRUE(testbed::KdeDesktop::isPossible()) << "start this with tests/Kde/run"; }
+    void start(const QStringList &trusted)
     {
-        ASSERT_TRUE(testbed::KdeDesktop::isPossible()) << "start this with tests/Kde/run";
-        desktop.emplace();
+        desktop.emplace(trusted);
         environment = desktop->environment();
         environment.insert(u"QT_LOGGING_RULES"_s, u"talmo.general.debug=true"_s);
         openWindow();
@@ -78,7 +78,7 @@ protected:
 
 TEST_F(KdeTest, insertsWithoutTalmoAndRestoresClipboard)
 {
-    desktop->trust(QStringLiteral(TALMO_BIN "/talmoctl"));
+    start({QStringLiteral(TALMO_BIN "/talmoctl")});
     desktop->copy("clipboard before");
     const auto outcome = talmoctl({u"insert"_s}, "by hand");
     EXPECT_EQ(outcome.status, 0) << outcome.errors;
@@ -88,7 +88,7 @@ TEST_F(KdeTest, insertsWithoutTalmoAndRestoresClipboard)
 
 TEST_F(KdeTest, dictatesWithBoundCommands)
 {
-    desktop->trust(QStringLiteral(TALMO_BIN "/talmo"));
+    start({QStringLiteral(TALMO_BIN "/talmo")});
     startTalmo();
     desktop->copy("clipboard before");
     const QImage before = overlayPlace();
@@ -107,7 +107,7 @@ TEST_F(KdeTest, dictatesWithBoundCommands)
 
 TEST_F(KdeTest, insertFailsWithSentenceWithoutWindow)
 {
-    desktop->trust(QStringLiteral(TALMO_BIN "/talmoctl"));
+    start({QStringLiteral(TALMO_BIN "/talmoctl")});
     window.reset();
     const auto outcome = talmoctl({u"insert"_s}, "lost");
     EXPECT_EQ(outcome.status, 1);
@@ -117,6 +117,7 @@ TEST_F(KdeTest, insertFailsWithSentenceWithoutWindow)
 
 TEST_F(KdeTest, untrustedInsertFailsAndLeavesTextOnClipboard)
 {
+    start({});
     const auto outcome = talmoctl({u"insert"_s}, "not trusted");
     EXPECT_EQ(outcome.status, 1);
     EXPECT_NE(outcome.errors.find("Copied: press"), std::string::npos) << outcome.errors;
@@ -126,6 +127,7 @@ TEST_F(KdeTest, untrustedInsertFailsAndLeavesTextOnClipboard)
 
 TEST_F(KdeTest, untrustedTalmoNamesWhatIsMissing)
 {
+    start({});
     startTalmo();
     EXPECT_TRUE(talmo->output().contains(u"does not let Talmo type"_s)) << talmo->output().toStdString();
 }

@@ -78,8 +78,8 @@ QWidget *PrivacySettingsTab::makePermissions()
                   [permissions] { return permissions->accessibilityGranted(); });
     for (const auto &limit : m_context.limits) {
         auto *row = new WarningRow;
+        section->addWidget(row); // Before it is shown, or it would be a window.
         row->setText(limit);
-        section->addWidget(row);
     }
     return section;
 }

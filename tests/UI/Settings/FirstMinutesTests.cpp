@@ -340,14 +340,6 @@ TEST_F(WelcomeTest, privacyAsksTheDesktopWheneverShown)
     EXPECT_EQ(extension->refreshes, 2);
 }
 
-TEST_F(WelcomeTest, privacySaysWhatTheDesktopDoesNotAllow)
-{
-    world.limits = {u"No keys."_s, u"No typing."_s};
-    PrivacySettingsTab tab(world.context());
-    EXPECT_TRUE(shows(tab, u"No keys."_s));
-    EXPECT_TRUE(shows(tab, u"No typing."_s));
-}
-
 TEST_F(WelcomeTest, privacyDoesNotCallAMissingMicrophoneGranted)
 {
     PrivacySettingsTab tab(world.context());

@@ -393,6 +393,17 @@ TEST_F(PrivacyTabTest, eachButtonOpensItsPane)
                 testing::ElementsAre(SettingsPane::Microphone, SettingsPane::Microphone, SettingsPane::Accessibility));
 }
 
+TEST(PrivacyTab, namesWhatDesktopDoesNotAllow)
+{
+    ViewWorld world;
+    auto context = world.context();
+    context.limits = {u"This desktop does not let Talmo type into Wayland windows."_s};
+    PrivacySettingsTab tab(context);
+    tab.show();
+    EXPECT_THAT(accessibleNames(tab, QAccessible::StaticText),
+                testing::Contains(u"This desktop does not let Talmo type into Wayland windows."_s));
+}
+
 TEST(PrivacyTab, togglesPasswordFieldGuard)
 {
     ViewWorld world;

@@ -15,6 +15,7 @@
 #include <QDBusPendingCallWatcher>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <optional>
 #include <vector>
@@ -37,7 +38,8 @@ class ControlBusTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ExeOther);
+        QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ExeGroup |
+                                                 QFile::ExeOther);
         const QString path = folder.filePath(u"bus"_s);
         QFile configuration(folder.filePath(u"bus.conf"_s));
         ASSERT_TRUE(configuration.open(QFile::WriteOnly));
@@ -188,7 +190,23 @@ TEST_F(ControlBusTest, everyDescribedMethodIsServed)
     EXPECT_EQ(methods, 7);
 }
 
-TEST_F(ControlBusTest, changesAreAnnouncedOnceEach)
+TEST_F(ControlBusTest, unchangedStateIsNotAnnounced)
+{
+    auto bus = connection();
+    QTimer announced; // Started by the signal.
+    announced.setInterval(std::chrono::hours(1));
+    ASSERT_TRUE(bus.connect({}, ControlBus::objectPath(), ControlBus::interfaceName(), u"StateChanged"_s, &announced,
+                            SLOT(start())));
+    call(bus, u"Status"_s); // The bus knows of the subscription then.
+    control->tellState();
+    call(bus, u"Status"_s); // Comes after the signal.
+    EXPECT_FALSE(announced.isActive());
+    status = {u"recording"_s, {}};
+    control->tellState();
+    EXPECT_TRUE(waitFor([&announced] { return announced.isActive(); }));
+}
+
+TEST_F(ControlBusTest, followersSeeEachChangeOnce)
 {
     BusStates states(connection());
     std::vector<std::string> seen;
