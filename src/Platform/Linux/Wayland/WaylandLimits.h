@@ -13,7 +13,7 @@ inline constexpr DesktopLimit unseenKeys = {
 inline constexpr DesktopLimit takenKey = {
     QT_TRANSLATE_NOOP("Talmo", "Dictation key"),
     QT_TRANSLATE_NOOP("Talmo", "Another program's shortcut is the dictation key already."),
-    QT_TRANSLATE_NOOP("Talmo", "Remove that shortcut in System Settings, then start Talmo again.")};
+    QT_TRANSLATE_NOOP("Talmo", "Remove that shortcut in KDE's settings, then start Talmo again.")};
 /// The compositor lets no program type, or has no clipboard for programs without a window.
 inline constexpr DesktopLimit untypedText = {
     QT_TRANSLATE_NOOP("Talmo", "Inserting text"),

@@ -1048,8 +1048,8 @@
         <translation>Die Diktiertaste ist bereits das Tastenkürzel eines anderen Programms.</translation>
     </message>
     <message>
-        <source>Remove that shortcut in System Settings, then start Talmo again.</source>
-        <translation>Entfernen Sie dieses Tastenkürzel in den Systemeinstellungen und starten Sie Talmo erneut.</translation>
+        <source>Remove that shortcut in KDE&apos;s settings, then start Talmo again.</source>
+        <translation>Entfernen Sie dieses Tastenkürzel in den Einstellungen von KDE und starten Sie Talmo erneut.</translation>
     </message>
     <message>
         <source>recommended</source>

@@ -1048,7 +1048,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Remove that shortcut in System Settings, then start Talmo again.</source>
+        <source>Remove that shortcut in KDE&apos;s settings, then start Talmo again.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>

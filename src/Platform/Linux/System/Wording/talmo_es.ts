@@ -1048,8 +1048,8 @@
         <translation>La tecla de dictado ya es el atajo de otro programa.</translation>
     </message>
     <message>
-        <source>Remove that shortcut in System Settings, then start Talmo again.</source>
-        <translation>Quite ese atajo en las Preferencias del sistema y vuelva a iniciar Talmo.</translation>
+        <source>Remove that shortcut in KDE&apos;s settings, then start Talmo again.</source>
+        <translation>Quite ese atajo en la configuración de KDE y vuelva a iniciar Talmo.</translation>
     </message>
     <message>
         <source>recommended</source>

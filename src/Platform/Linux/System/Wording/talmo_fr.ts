@@ -1048,8 +1048,8 @@
         <translation>La touche de dictée est déjà le raccourci d’un autre programme.</translation>
     </message>
     <message>
-        <source>Remove that shortcut in System Settings, then start Talmo again.</source>
-        <translation>Supprimez ce raccourci dans la Configuration du système, puis redémarrez Talmo.</translation>
+        <source>Remove that shortcut in KDE&apos;s settings, then start Talmo again.</source>
+        <translation>Supprimez ce raccourci dans les paramètres de KDE, puis redémarrez Talmo.</translation>
     </message>
     <message>
         <source>recommended</source>
