@@ -16,7 +16,9 @@ namespace {
 using namespace std::chrono_literals;
 using SteadyClock = std::chrono::steady_clock;
 
-constexpr auto openingTime = 2s;
+/// Long enough for a compositor that has just started, on a machine that is busy starting everything else: without it,
+/// Talmo is deaf to all Wayland windows until it is started again.
+constexpr auto openingTime = 10s;
 constexpr auto synchronisingTime = 1s;
 
 /// A reader that closes its end of a pipe early is no reason to end Talmo.
@@ -47,6 +49,9 @@ std::shared_ptr<WaylandSession> WaylandSession::open()
     }
     std::shared_ptr<WaylandSession> session(new WaylandSession(display));
     const bool isOpen = session->m_executor->call([raw = session.get()] { return raw->openOnThread(); }).result();
+    if (!isOpen) {
+        generalLog().error("the Wayland compositor does not respond");
+    }
     return isOpen ? session : nullptr;
 }
 

@@ -21,7 +21,7 @@ namespace talmo {
 /// Created on the main thread; everything else happens on the executor's thread, unless noted otherwise.
 class WaylandSession {
 public:
-    /// Null if WAYLAND_DISPLAY names no compositor, or it does not respond within two seconds.
+    /// Null if WAYLAND_DISPLAY names no compositor, or it does not respond within ten seconds.
     static std::shared_ptr<WaylandSession> open();
     ~WaylandSession();
     WaylandSession(const WaylandSession &) = delete;
