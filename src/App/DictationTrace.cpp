@@ -52,15 +52,16 @@ std::optional<QString> DictationTrace::table() const
 {
     const std::lock_guard lock(m_mutex);
     const auto first = std::find_if(m_times.begin(), m_times.end(), [](const auto &time) { return time.has_value(); });
-    if (first == m_times.end()) {
+    if (first == m_times.end() || !*first) {
         return std::nullopt;
     }
+    const Instant begin = **first;
     static_assert(stageNames.size() == stageCount);
     QStringList lines{QString::asprintf("%-22s %9s %9s", "", "ms", "+ ms")};
-    Instant last = **first;
+    Instant last = begin;
     for (std::size_t index = 0; index < m_times.size(); ++index) {
         if (const auto &time = m_times[index]) {
-            lines += QString::asprintf("%-22s %9.1f %9.1f", stageNames[index], milliseconds(*time - **first),
+            lines += QString::asprintf("%-22s %9.1f %9.1f", stageNames[index], milliseconds(*time - begin),
                                        milliseconds(*time - last));
             last = *time;
         }

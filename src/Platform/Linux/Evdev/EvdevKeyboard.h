@@ -9,7 +9,7 @@
 #include <memory>
 #include <set>
 
-struct input_event;
+struct input_event; // NOLINT(readability-identifier-naming): the kernel's.
 struct libevdev;
 
 namespace talmo {

@@ -14,12 +14,12 @@ namespace talmo {
 
 namespace {
 
-template <auto unref>
+template <auto Release>
 struct Unref {
     template <typename T>
     void operator()(T *object) const
     {
-        unref(object);
+        Release(object);
     }
 };
 

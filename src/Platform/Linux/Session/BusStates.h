@@ -26,7 +26,7 @@ Q_SIGNALS:
 private Q_SLOTS:
     void take(const QString &state, const QString &message);
 
-private:
+private: // NOLINT(readability-redundant-access-specifiers): no slots.
     QDBusConnection m_bus;
     QDBusServiceWatcher m_watcher;
     ControlSocket::Status m_last;

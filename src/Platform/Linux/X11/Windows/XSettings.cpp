@@ -71,7 +71,7 @@ bool readSetting(SettingsReader &reader, QHash<QByteArray, QString> &texts)
     const auto filling = reader.number<quint8>();
     const auto nameLength = reader.number<quint16>();
     const auto name = nameLength && filling ? reader.text(*nameLength) : std::nullopt;
-    if (!name || !reader.number<quint32>()) { // The number tells when it last changed.
+    if (!kind || !name || !reader.number<quint32>()) { // The number tells when it last changed.
         return false;
     }
     switch (static_cast<Kind>(*kind)) {
