@@ -1,11 +1,14 @@
 // The whole of Talmo on KWin, in Wayland windows. tests/Kde/run runs this; not part of ctest.
 
 #include "KdeDesktop.h"
+#include "Platform/Linux/Wayland/Keys/FakeInput.h"
 #include "SoundServer.h"
 #include "SpokenText.h"
 #include "Support/Printing.h"
 
 #include <gtest/gtest.h>
+
+#include <linux/input-event-codes.h>
 
 namespace talmo::test {
 
@@ -103,6 +106,36 @@ TEST_F(KdeTest, dictatesWithBoundCommands)
     EXPECT_EQ(window->lines().size(), lines + 1) << window->output().toStdString();
     EXPECT_TRUE(testbed::pollUntil([this] { return desktop->paste() == "clipboard before"; }, timeout));
     EXPECT_TRUE(testbed::pollUntil([&] { return overlayPlace() == before; }, timeout)) << "the overlay stays";
+}
+
+TEST_F(KdeTest, dictatesHandsFreeWithPauseKey)
+{
+    start({QStringLiteral(TALMO_BIN "/talmo"), QCoreApplication::applicationFilePath()});
+    startTalmo();
+    EXPECT_TRUE(talmoSays(u"ready: hold Pause"_s));
+    for (const auto *name : {"WAYLAND_DISPLAY", "XDG_RUNTIME_DIR"}) {
+        qputenv(name, environment.value(QString::fromLatin1(name)).toUtf8());
+    }
+    const auto session = WaylandSession::open();
+    ASSERT_NE(session, nullptr);
+    std::unique_ptr<FakeInput> keyboard;
+    const auto tap = [&] {
+        session->executor()
+            .call([&] {
+                keyboard = keyboard ? std::move(keyboard) : FakeInput::open(*session);
+                keyboard->post({KEY_PAUSE});
+                session->flush();
+            })
+            .waitForFinished();
+    };
+    tap();
+    tap();
+    ASSERT_TRUE(talmoSays(u"state: recording"_s));
+    sound->play(testbed::speak(u"hello world"_s, desktop->folder()));
+    tap();
+    EXPECT_TRUE(windowShows(u"Hello world."_s)) << window->output().toStdString();
+    EXPECT_FALSE(window->output().contains(u"focus: no"_s)) << "the focus was taken";
+    session->executor().call([&] { keyboard.reset(); }).waitForFinished();
 }
 
 TEST_F(KdeTest, insertFailsWithSentenceWithoutWindow)
