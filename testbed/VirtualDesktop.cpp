@@ -20,17 +20,17 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// The client window within a window manager's frame: the first one with a WM_CLASS.
-xcb_window_t clientWindow(XConnection &connection, xcb_window_t window)
+/// The client window within a window manager's frame, which may have a class of its own: the first one with a WM_STATE.
+xcb_window_t managedWindow(XConnection &connection, xcb_window_t frame)
 {
-    if (!xProperty(connection.get(), window, XCB_ATOM_WM_CLASS).isEmpty()) {
-        return window;
-    }
     const XcbPtr<xcb_query_tree_reply_t> tree(
-        xcb_query_tree_reply(connection.get(), xcb_query_tree(connection.get(), window), nullptr));
+        xcb_query_tree_reply(connection.get(), xcb_query_tree(connection.get(), frame), nullptr));
     for (int index = 0; tree && index < xcb_query_tree_children_length(tree.get()); ++index) {
         const auto child = xcb_query_tree_children(tree.get())[index];
-        if (const auto client = clientWindow(connection, child); client != XCB_NONE) {
+        if (!xProperty(connection.get(), child, connection.atom("WM_STATE")).isEmpty()) {
+            return child;
+        }
+        if (const auto client = managedWindow(connection, child); client != XCB_NONE) {
             return client;
         }
     }
@@ -241,10 +241,9 @@ QList<VirtualDesktop::Window> VirtualDesktop::visibleWindows()
         const XcbPtr<xcb_get_geometry_reply_t> geometry(
             xcb_get_geometry_reply(connection, xcb_get_geometry(connection, window), nullptr));
         if (attributes && geometry && attributes->map_state == XCB_MAP_STATE_VIEWABLE) {
-            const auto client = clientWindow(*m_connection, window);
-            // A managed window is inside a frame of the window manager.
-            windows.append({xProperty(connection, client, XCB_ATOM_WM_CLASS).split('\0').value(0),
-                            client != window && client != XCB_NONE,
+            const auto client = managedWindow(*m_connection, window);
+            const auto shown = client != XCB_NONE ? client : window;
+            windows.append({xProperty(connection, shown, XCB_ATOM_WM_CLASS).split('\0').value(0), client != XCB_NONE,
                             QRect(geometry->x, geometry->y, geometry->width, geometry->height)});
         }
     }

@@ -20,6 +20,8 @@ namespace {
 constexpr int idealWidth = 540;
 /// Allows for the window manager's frame and a small margin.
 constexpr int airAround = 60;
+/// Most window managers place the frame where the window was to be.
+constexpr int titleBarHeight = 36;
 
 } // namespace
 
@@ -125,9 +127,9 @@ void SettingsWindow::place()
         return;
     }
     const QRect visible = screen->visibleFrame;
-    const QSize size = idealSize.boundedTo(visible.size() - QSize(airAround, airAround));
+    const QSize size = idealSize.boundedTo(visible.size() - QSize(airAround, airAround + titleBarHeight));
     resize(size);
-    move(visible.center() - QPoint(size.width() / 2, size.height() / 2));
+    move(visible.center() - QPoint(size.width() / 2, (size.height() + titleBarHeight) / 2));
 }
 
 void SettingsWindow::changeEvent(QEvent *event)
