@@ -61,37 +61,18 @@ bool KdeDesktop::isPossible()
 }
 
 KdeDesktop::KdeDesktop(const QStringList &trusted)
-    : m_environment(QProcessEnvironment::systemEnvironment())
+    : m_environment(privateEnvironment(m_folder.path()))
 {
-    for (const auto &name : {"run", "config", "state", "cache", "data"}) {
-        QDir(m_folder.path()).mkpath(QString::fromLatin1(name));
-    }
-    QFile::setPermissions(m_folder.filePath(QStringLiteral("run")),
-                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    const std::pair<const char *, QString> variables[] = {
-        {"HOME", m_folder.path()},
-        {"XDG_RUNTIME_DIR", m_folder.filePath(QStringLiteral("run"))},
-        {"XDG_CONFIG_HOME", m_folder.filePath(QStringLiteral("config"))},
-        {"XDG_STATE_HOME", m_folder.filePath(QStringLiteral("state"))},
-        {"XDG_CACHE_HOME", m_folder.filePath(QStringLiteral("cache"))},
-        {"XDG_DATA_HOME", m_folder.filePath(QStringLiteral("data"))},
-        {"XDG_CURRENT_DESKTOP", QStringLiteral("KDE")},
-        {"LANG", QStringLiteral("C.UTF-8")},
-        {"LC_ALL", QStringLiteral("C.UTF-8")},
-        {"GDK_BACKEND", QStringLiteral("wayland")},
-        {"NO_AT_BRIDGE", QStringLiteral("1")},
-        {"QT_FORCE_STDERR_LOGGING", QStringLiteral("1")},
-    };
-    for (const auto &[name, value] : variables) {
-        m_environment.insert(QString::fromLatin1(name), value);
-    }
+    m_environment.insert(QStringLiteral("XDG_CURRENT_DESKTOP"), QStringLiteral("KDE"));
+    m_environment.insert(QStringLiteral("GDK_BACKEND"), QStringLiteral("wayland"));
     m_environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
     storeSettings({{QStringLiteral("linux.languageModelAddress"), QStringLiteral("off")}});
     m_bus = startBus(m_environment);
     for (const auto &program : trusted) {
         trust(program);
     }
-    run(QStringLiteral("kbuildsycoca5"), {}); // Before KWin starts, which looks for changes only now and then.
+    outputOf(m_environment, QStringLiteral("kbuildsycoca5"),
+             {}); // Before KWin starts, which looks for changes only now and then.
     startKWin();
 }
 
@@ -148,15 +129,6 @@ void KdeDesktop::trust(const QString &program)
               .arg(program));
 }
 
-QByteArray KdeDesktop::run(const QString &program, const QStringList &arguments)
-{
-    QProcess process;
-    process.setProcessEnvironment(m_environment);
-    process.start(program, arguments);
-    waitUntil([&process] { return process.state() == QProcess::NotRunning; }, Timeout(programTime));
-    return process.exitCode() == 0 ? process.readAllStandardOutput() : QByteArray();
-}
-
 QImage KdeDesktop::screenshot()
 {
     std::array<int, 2> ends{};
@@ -190,22 +162,12 @@ QImage KdeDesktop::screenshot()
 
 void KdeDesktop::copy(const QByteArray &text, const QString &type)
 {
-    QProcess process;
-    process.setProcessEnvironment(m_environment);
-    process.setStandardOutputFile(QProcess::nullDevice());
-    process.setStandardErrorFile(QProcess::nullDevice());
-    process.start(QStringLiteral("wl-copy"), {QStringLiteral("--type"), type});
-    process.write(text);
-    process.closeWriteChannel();
-    waitUntil([&process] { return process.state() == QProcess::NotRunning; }, Timeout(programTime));
-    if (!pollUntil([&] { return paste(type) == text; }, Timeout(programTime))) {
-        throw Error(QStringLiteral("wl-copy did not copy"));
-    }
+    wlCopy(m_environment, text, {QStringLiteral("--type"), type});
 }
 
 QByteArray KdeDesktop::paste(const QString &type)
 {
-    return run(QStringLiteral("wl-paste"), {QStringLiteral("--no-newline"), QStringLiteral("--type"), type});
+    return wlPaste(m_environment, {QStringLiteral("--type"), type});
 }
 
 } // namespace talmo::testbed

@@ -41,7 +41,6 @@ public:
 private:
     void trust(const QString &program);
     void startKWin();
-    QByteArray run(const QString &program, const QStringList &arguments);
 
     QTemporaryDir m_folder;
     QProcessEnvironment m_environment;

@@ -3,6 +3,7 @@
 #include "SettingsFile.h"
 
 #include "Base/Error.h"
+#include "DesktopParts.h"
 #include "Platform/Linux/X11/XProperty.h"
 
 #include <QDir>
@@ -55,34 +56,12 @@ bool waitForEvent(XConnection &connection, std::chrono::steady_clock::time_point
 } // namespace
 
 VirtualDesktop::VirtualDesktop(const QStringList &serverArguments, WindowManager windowManager)
-    : m_environment(QProcessEnvironment::systemEnvironment()),
+    : m_environment(privateEnvironment(m_folder.path())),
       m_previousDisplay(qgetenv("DISPLAY"))
 {
-    for (const auto &name : {"run", "config", "state", "cache", "data"}) {
-        QDir(m_folder.path()).mkpath(QString::fromLatin1(name));
-    }
-    const QString run = m_folder.filePath(QStringLiteral("run"));
-    QFile::setPermissions(run, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    const std::pair<const char *, QString> variables[] = {
-        {"HOME", m_folder.path()},
-        {"XDG_RUNTIME_DIR", run},
-        {"XDG_CONFIG_HOME", m_folder.filePath(QStringLiteral("config"))},
-        {"XDG_STATE_HOME", m_folder.filePath(QStringLiteral("state"))},
-        {"XDG_CACHE_HOME", m_folder.filePath(QStringLiteral("cache"))},
-        {"XDG_DATA_HOME", m_folder.filePath(QStringLiteral("data"))},
-        {"LANG", QStringLiteral("C.UTF-8")},
-        {"LC_ALL", QStringLiteral("C.UTF-8")},
-        {"QT_QPA_PLATFORM", QStringLiteral("xcb")},
-        {"GDK_BACKEND", QStringLiteral("x11")},
-        {"NO_AT_BRIDGE", QStringLiteral("1")},
-        {"QT_FORCE_STDERR_LOGGING", QStringLiteral("1")},
-    };
-    for (const auto &[name, value] : variables) {
-        m_environment.insert(QString::fromLatin1(name), value);
-    }
+    m_environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    m_environment.insert(QStringLiteral("GDK_BACKEND"), QStringLiteral("x11"));
     m_environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
-    // There is no bus here. Without an address, programs would start their own.
-    m_environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("unix:path=%1/bus").arg(run));
     storeSettings({{QStringLiteral("linux.languageModelAddress"), QStringLiteral("off")}});
     startServer(serverArguments);
     m_connection = std::make_unique<XConnection>();

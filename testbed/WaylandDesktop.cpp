@@ -3,6 +3,7 @@
 #include "SettingsFile.h"
 
 #include "Base/Error.h"
+#include "DesktopParts.h"
 #include "Platform/Linux/Wayland/Keys/VirtualKeyboard.h"
 #include "Platform/Linux/Wayland/WaylandSession.h"
 
@@ -25,7 +26,6 @@ using namespace std::chrono_literals;
 /// sway refuses to run as root, and XWayland admits only users that have a name: "nobody" on every Debian.
 constexpr uid_t compositorUser = 65534;
 constexpr Timeout startTime = 20s;
-constexpr int programTime = 10000; // Milliseconds.
 
 QJsonObject focused(const QJsonObject &node)
 {
@@ -43,6 +43,15 @@ QJsonObject focused(const QJsonObject &node)
     return {};
 }
 
+QStringList clipboardOptions(const QString &type, const QString &selection)
+{
+    QStringList options = {QStringLiteral("--type"), type};
+    if (selection == QLatin1String("primary")) {
+        options.append(QStringLiteral("--primary"));
+    }
+    return options;
+}
+
 } // namespace
 
 bool WaylandDesktop::isInstalled()
@@ -56,36 +65,17 @@ bool WaylandDesktop::isInstalled()
 }
 
 WaylandDesktop::WaylandDesktop()
-    : m_environment(QProcessEnvironment::systemEnvironment())
+    : m_environment(privateEnvironment(m_folder.path()))
 {
-    for (const auto &name : {"run", "config", "state", "cache", "data", "compositor"}) {
-        QDir(m_folder.path()).mkpath(QString::fromLatin1(name));
-    }
     const auto privately = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
     QFile::setPermissions(m_folder.path(), privately | QFile::ExeGroup | QFile::ExeOther);
-    QFile::setPermissions(m_folder.filePath(QStringLiteral("run")), privately);
     const QString forCompositor = m_folder.filePath(QStringLiteral("compositor"));
+    QDir(m_folder.path()).mkpath(QStringLiteral("compositor"));
     QFile::setPermissions(forCompositor, privately);
     if (geteuid() == 0 && chown(QFile::encodeName(forCompositor).constData(), compositorUser, compositorUser) != 0) {
         throw Error(QStringLiteral("Cannot give a folder to the compositor's user"));
     }
-    const std::pair<const char *, QString> variables[] = {
-        {"HOME", m_folder.path()},
-        {"XDG_RUNTIME_DIR", m_folder.filePath(QStringLiteral("run"))},
-        {"XDG_CONFIG_HOME", m_folder.filePath(QStringLiteral("config"))},
-        {"XDG_STATE_HOME", m_folder.filePath(QStringLiteral("state"))},
-        {"XDG_CACHE_HOME", m_folder.filePath(QStringLiteral("cache"))},
-        {"XDG_DATA_HOME", m_folder.filePath(QStringLiteral("data"))},
-        {"DBUS_SESSION_BUS_ADDRESS", QStringLiteral("unix:path=%1/bus").arg(m_folder.filePath(QStringLiteral("run")))},
-        {"LANG", QStringLiteral("C.UTF-8")},
-        {"LC_ALL", QStringLiteral("C.UTF-8")},
-        {"GDK_BACKEND", QStringLiteral("wayland")},
-        {"NO_AT_BRIDGE", QStringLiteral("1")},
-        {"QT_FORCE_STDERR_LOGGING", QStringLiteral("1")},
-    };
-    for (const auto &[name, value] : variables) {
-        m_environment.insert(QString::fromLatin1(name), value);
-    }
+    m_environment.insert(QStringLiteral("GDK_BACKEND"), QStringLiteral("wayland"));
     m_environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
     storeSettings({{QStringLiteral("linux.languageModelAddress"), QStringLiteral("off")}});
     startCompositor();
@@ -176,18 +166,9 @@ void WaylandDesktop::sendKey(KeyboardKey key, bool isDown)
         .waitForFinished();
 }
 
-QByteArray WaylandDesktop::run(const QString &program, const QStringList &arguments)
-{
-    QProcess process;
-    process.setProcessEnvironment(m_environment);
-    process.start(program, arguments);
-    waitUntil([&process] { return process.state() == QProcess::NotRunning; }, Timeout(programTime));
-    return process.exitCode() == 0 ? process.readAllStandardOutput() : QByteArray();
-}
-
 QByteArray WaylandDesktop::ask(const QStringList &arguments)
 {
-    return run(QStringLiteral("swaymsg"), arguments);
+    return outputOf(m_environment, QStringLiteral("swaymsg"), arguments);
 }
 
 QString WaylandDesktop::activeWindowTitle()
@@ -205,41 +186,23 @@ bool WaylandDesktop::waitForActiveWindow(const QString &title, Timeout timeout)
 
 QImage WaylandDesktop::screenshot()
 {
-    return QImage::fromData(
-        run(QStringLiteral("grim"), {QStringLiteral("-t"), QStringLiteral("ppm"), QStringLiteral("-")}));
+    return QImage::fromData(outputOf(m_environment, QStringLiteral("grim"),
+                                     {QStringLiteral("-t"), QStringLiteral("ppm"), QStringLiteral("-")}));
 }
 
 void WaylandDesktop::copy(const QByteArray &text, const QString &type, const QString &selection)
 {
-    QStringList arguments = {QStringLiteral("--type"), type};
-    if (selection == QLatin1String("primary")) {
-        arguments.append(QStringLiteral("--primary"));
-    }
-    QProcess process;
-    process.setProcessEnvironment(m_environment);
-    process.setStandardOutputFile(QProcess::nullDevice());
-    process.setStandardErrorFile(QProcess::nullDevice());
-    process.start(QStringLiteral("wl-copy"), arguments);
-    process.write(text);
-    process.closeWriteChannel();
-    waitUntil([&process] { return process.state() == QProcess::NotRunning; }, Timeout(programTime));
-    if (!pollUntil([&] { return paste(type, selection) == text; }, Timeout(programTime))) {
-        throw Error(QStringLiteral("wl-copy did not copy"));
-    }
+    wlCopy(m_environment, text, clipboardOptions(type, selection));
 }
 
 QByteArray WaylandDesktop::paste(const QString &type, const QString &selection)
 {
-    QStringList arguments = {QStringLiteral("--no-newline"), QStringLiteral("--type"), type};
-    if (selection == QLatin1String("primary")) {
-        arguments.append(QStringLiteral("--primary"));
-    }
-    return run(QStringLiteral("wl-paste"), arguments);
+    return wlPaste(m_environment, clipboardOptions(type, selection));
 }
 
 QList<QByteArray> WaylandDesktop::offeredTypes()
 {
-    auto types = run(QStringLiteral("wl-paste"), {QStringLiteral("--list-types")}).split('\n');
+    auto types = outputOf(m_environment, QStringLiteral("wl-paste"), {QStringLiteral("--list-types")}).split('\n');
     types.removeAll({});
     return types;
 }

@@ -65,7 +65,6 @@ public:
 private:
     void startCompositor();
     void sendKey(KeyboardKey key, bool isDown);
-    QByteArray run(const QString &program, const QStringList &arguments);
 
     QTemporaryDir m_folder;
     QProcessEnvironment m_environment;

@@ -23,27 +23,17 @@ bool isForLackOfInput(const std::exception_ptr &failure)
 
 DiagnosedTranscriptionService::DiagnosedTranscriptionService(std::shared_ptr<TranscriptionService> service,
                                                              std::shared_ptr<MicrophoneReporter> microphone)
-    : m_service(std::move(service)),
+    : ForwardingTranscriptionService(std::move(service)),
       m_microphone(std::move(microphone))
 {
-}
-
-QCoro::Task<ModelStatus> DiagnosedTranscriptionService::modelStatus(QString locale)
-{
-    return m_service->modelStatus(locale);
-}
-
-QCoro::Task<void> DiagnosedTranscriptionService::installModel(QString locale)
-{
-    return m_service->installModel(locale);
 }
 
 QCoro::Task<void> DiagnosedTranscriptionService::startTranscription(std::shared_ptr<RecorderService> recorder,
                                                                     QString locale, UpdateHandler onUpdate,
                                                                     ErrorHandler onError)
 {
-    return start(m_service->startTranscription(std::move(recorder), locale, std::move(onUpdate), std::move(onError)),
-                 m_service, m_microphone);
+    return start(service()->startTranscription(std::move(recorder), locale, std::move(onUpdate), std::move(onError)),
+                 service(), m_microphone);
 }
 
 QCoro::Task<void> DiagnosedTranscriptionService::start(QCoro::Task<void> starting,
@@ -70,7 +60,7 @@ QCoro::Task<void> DiagnosedTranscriptionService::start(QCoro::Task<void> startin
 
 QCoro::Task<QString> DiagnosedTranscriptionService::stopTranscription()
 {
-    return stop(m_service, m_microphone);
+    return stop(service(), m_microphone);
 }
 
 QCoro::Task<QString> DiagnosedTranscriptionService::stop(std::shared_ptr<TranscriptionService> service,
@@ -84,11 +74,6 @@ QCoro::Task<QString> DiagnosedTranscriptionService::stop(std::shared_ptr<Transcr
         }
     }
     co_return text;
-}
-
-QCoro::Task<void> DiagnosedTranscriptionService::cancelTranscription()
-{
-    return m_service->cancelTranscription();
 }
 
 } // namespace talmo

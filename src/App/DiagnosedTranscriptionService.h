@@ -1,6 +1,6 @@
 #pragma once
 
-#include "App/Services/PipelineServices.h"
+#include "App/ForwardingTranscriptionService.h"
 #include "Input/Audio/MicrophoneReport.h"
 
 #include <memory>
@@ -9,17 +9,14 @@ namespace talmo {
 
 /// Where a recording fails or gives no text because of the microphone, says so. A text that was recognised is passed on
 /// whatever became of the microphone.
-class DiagnosedTranscriptionService final : public TranscriptionService {
+class DiagnosedTranscriptionService final : public ForwardingTranscriptionService {
 public:
     DiagnosedTranscriptionService(std::shared_ptr<TranscriptionService> service,
                                   std::shared_ptr<MicrophoneReporter> microphone);
 
-    QCoro::Task<ModelStatus> modelStatus(QString locale) override;
-    QCoro::Task<void> installModel(QString locale) override;
     QCoro::Task<void> startTranscription(std::shared_ptr<RecorderService> recorder, QString locale,
                                          UpdateHandler onUpdate, ErrorHandler onError) override;
     QCoro::Task<QString> stopTranscription() override;
-    QCoro::Task<void> cancelTranscription() override;
 
 private:
     static QCoro::Task<void> start(QCoro::Task<void> starting, std::shared_ptr<TranscriptionService> service,
@@ -27,7 +24,6 @@ private:
     static QCoro::Task<QString> stop(std::shared_ptr<TranscriptionService> service,
                                      std::shared_ptr<MicrophoneReporter> microphone);
 
-    std::shared_ptr<TranscriptionService> m_service;
     std::shared_ptr<MicrophoneReporter> m_microphone;
 };
 

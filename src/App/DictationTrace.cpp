@@ -1,6 +1,5 @@
 #include "App/DictationTrace.h"
 
-#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -51,11 +50,11 @@ void DictationTrace::note(Stage stage)
 std::optional<QString> DictationTrace::table() const
 {
     const std::lock_guard lock(m_mutex);
-    const auto first = std::find_if(m_times.begin(), m_times.end(), [](const auto &time) { return time.has_value(); });
-    if (first == m_times.end() || !*first) {
+    const auto &recording = m_times[indexOf(Stage::Recording)];
+    if (!recording) {
         return std::nullopt;
     }
-    const Instant begin = **first;
+    const Instant begin = m_times[indexOf(Stage::Pressed)].value_or(*recording);
     static_assert(stageNames.size() == stageCount);
     QStringList lines{QString::asprintf("%-22s %9s %9s", "", "ms", "+ ms")};
     Instant last = begin;

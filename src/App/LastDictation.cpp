@@ -32,19 +32,9 @@ void LastDictation::noteCleaned(const QString &text)
 
 RememberedTranscriptionService::RememberedTranscriptionService(std::shared_ptr<TranscriptionService> service,
                                                                std::shared_ptr<LastDictation> last)
-    : m_service(std::move(service)),
+    : ForwardingTranscriptionService(std::move(service)),
       m_last(std::move(last))
 {
-}
-
-QCoro::Task<ModelStatus> RememberedTranscriptionService::modelStatus(QString locale)
-{
-    return m_service->modelStatus(locale);
-}
-
-QCoro::Task<void> RememberedTranscriptionService::installModel(QString locale)
-{
-    return m_service->installModel(locale);
 }
 
 QCoro::Task<void> RememberedTranscriptionService::startTranscription(std::shared_ptr<RecorderService> recorder,
@@ -56,12 +46,12 @@ QCoro::Task<void> RememberedTranscriptionService::startTranscription(std::shared
         last->noteHeard(text);
         onUpdate(text);
     };
-    return m_service->startTranscription(std::move(recorder), locale, std::move(rememberUpdate), std::move(onError));
+    return service()->startTranscription(std::move(recorder), locale, std::move(rememberUpdate), std::move(onError));
 }
 
 QCoro::Task<QString> RememberedTranscriptionService::stopTranscription()
 {
-    return stop(m_service, m_last);
+    return stop(service(), m_last);
 }
 
 QCoro::Task<QString> RememberedTranscriptionService::stop(std::shared_ptr<TranscriptionService> service,
@@ -70,11 +60,6 @@ QCoro::Task<QString> RememberedTranscriptionService::stop(std::shared_ptr<Transc
     const QString transcript = co_await service->stopTranscription();
     last->noteHeard(transcript);
     co_return transcript;
-}
-
-QCoro::Task<void> RememberedTranscriptionService::cancelTranscription()
-{
-    return m_service->cancelTranscription();
 }
 
 RememberedCleanupService::RememberedCleanupService(std::shared_ptr<CleanupService> service,

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "App/Services/PipelineServices.h"
+#include "App/ForwardingTranscriptionService.h"
 
 #include <memory>
 #include <optional>
@@ -28,22 +28,18 @@ private:
 };
 
 /// Records transcripts in a LastDictation: live ones and the final one.
-class RememberedTranscriptionService final : public TranscriptionService {
+class RememberedTranscriptionService final : public ForwardingTranscriptionService {
 public:
     RememberedTranscriptionService(std::shared_ptr<TranscriptionService> service, std::shared_ptr<LastDictation> last);
 
-    QCoro::Task<ModelStatus> modelStatus(QString locale) override;
-    QCoro::Task<void> installModel(QString locale) override;
     QCoro::Task<void> startTranscription(std::shared_ptr<RecorderService> recorder, QString locale,
                                          UpdateHandler onUpdate, ErrorHandler onError) override;
     QCoro::Task<QString> stopTranscription() override;
-    QCoro::Task<void> cancelTranscription() override;
 
 private:
     static QCoro::Task<QString> stop(std::shared_ptr<TranscriptionService> service,
                                      std::shared_ptr<LastDictation> last);
 
-    std::shared_ptr<TranscriptionService> m_service;
     std::shared_ptr<LastDictation> m_last;
 };
 

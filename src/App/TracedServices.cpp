@@ -1,10 +1,30 @@
 #include "App/TracedServices.h"
 
+#include <type_traits>
 #include <utility>
 
 namespace talmo {
 
 using Stage = DictationTrace::Stage;
+
+namespace {
+
+/// Notes the stage once the work of the service is done.
+template <typename Result>
+QCoro::Task<Result> noting(QCoro::Task<Result> work, std::shared_ptr<const void> /*service*/,
+                           std::shared_ptr<DictationTrace> trace, Stage stage)
+{
+    if constexpr (std::is_void_v<Result>) {
+        co_await work;
+        trace->note(stage);
+    } else {
+        Result result = co_await work;
+        trace->note(stage);
+        co_return result;
+    }
+}
+
+} // namespace
 
 TracedHotkeyService::TracedHotkeyService(std::shared_ptr<HotkeyService> service, std::shared_ptr<DictationTrace> trace)
     : m_service(std::move(service)),
@@ -51,54 +71,22 @@ void TracedRecorder::stop()
 
 TracedTranscriptionService::TracedTranscriptionService(std::shared_ptr<TranscriptionService> service,
                                                        std::shared_ptr<DictationTrace> trace)
-    : m_service(std::move(service)),
+    : ForwardingTranscriptionService(std::move(service)),
       m_trace(std::move(trace))
 {
-}
-
-QCoro::Task<ModelStatus> TracedTranscriptionService::modelStatus(QString locale)
-{
-    return m_service->modelStatus(locale);
-}
-
-QCoro::Task<void> TracedTranscriptionService::installModel(QString locale)
-{
-    return m_service->installModel(locale);
 }
 
 QCoro::Task<void> TracedTranscriptionService::startTranscription(std::shared_ptr<RecorderService> recorder,
                                                                  QString locale, UpdateHandler onUpdate,
                                                                  ErrorHandler onError)
 {
-    return started(m_service->startTranscription(std::move(recorder), locale, std::move(onUpdate), std::move(onError)),
-                   m_service, m_trace);
-}
-
-QCoro::Task<void> TracedTranscriptionService::started(QCoro::Task<void> starting,
-                                                      std::shared_ptr<TranscriptionService> /*service*/,
-                                                      std::shared_ptr<DictationTrace> trace)
-{
-    co_await starting;
-    trace->note(Stage::Recording);
+    return noting(service()->startTranscription(std::move(recorder), locale, std::move(onUpdate), std::move(onError)),
+                  service(), m_trace, Stage::Recording);
 }
 
 QCoro::Task<QString> TracedTranscriptionService::stopTranscription()
 {
-    return stopped(m_service->stopTranscription(), m_service, m_trace);
-}
-
-QCoro::Task<QString> TracedTranscriptionService::stopped(QCoro::Task<QString> stopping,
-                                                         std::shared_ptr<TranscriptionService> /*service*/,
-                                                         std::shared_ptr<DictationTrace> trace)
-{
-    const QString transcript = co_await stopping;
-    trace->note(Stage::FinalText);
-    co_return transcript;
-}
-
-QCoro::Task<void> TracedTranscriptionService::cancelTranscription()
-{
-    return m_service->cancelTranscription();
+    return noting(service()->stopTranscription(), service(), m_trace, Stage::FinalText);
 }
 
 TracedCleanupService::TracedCleanupService(std::shared_ptr<CleanupService> service,
@@ -111,17 +99,8 @@ TracedCleanupService::TracedCleanupService(std::shared_ptr<CleanupService> servi
 QCoro::Task<QString> TracedCleanupService::cleanup(QString transcript, bool aiCleanupEnabled, bool conciseTextEnabled,
                                                    TextTone textTone, QStringList dictionaryWords)
 {
-    return cleaned(m_service->cleanup(transcript, aiCleanupEnabled, conciseTextEnabled, textTone, dictionaryWords),
-                   m_service, m_trace);
-}
-
-QCoro::Task<QString> TracedCleanupService::cleaned(QCoro::Task<QString> cleaning,
-                                                   std::shared_ptr<CleanupService> /*service*/,
-                                                   std::shared_ptr<DictationTrace> trace)
-{
-    const QString text = co_await cleaning;
-    trace->note(Stage::Cleaned);
-    co_return text;
+    return noting(m_service->cleanup(transcript, aiCleanupEnabled, conciseTextEnabled, textTone, dictionaryWords),
+                  m_service, m_trace, Stage::Cleaned);
 }
 
 } // namespace talmo

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "App/DictationTrace.h"
-#include "App/Services/PipelineServices.h"
+#include "App/ForwardingTranscriptionService.h"
 
 #include <memory>
 
@@ -35,24 +35,15 @@ private:
 };
 
 /// Notes the beginning of the recording, and its final text.
-class TracedTranscriptionService final : public TranscriptionService {
+class TracedTranscriptionService final : public ForwardingTranscriptionService {
 public:
     TracedTranscriptionService(std::shared_ptr<TranscriptionService> service, std::shared_ptr<DictationTrace> trace);
 
-    QCoro::Task<ModelStatus> modelStatus(QString locale) override;
-    QCoro::Task<void> installModel(QString locale) override;
     QCoro::Task<void> startTranscription(std::shared_ptr<RecorderService> recorder, QString locale,
                                          UpdateHandler onUpdate, ErrorHandler onError) override;
     QCoro::Task<QString> stopTranscription() override;
-    QCoro::Task<void> cancelTranscription() override;
 
 private:
-    static QCoro::Task<void> started(QCoro::Task<void> starting, std::shared_ptr<TranscriptionService> service,
-                                     std::shared_ptr<DictationTrace> trace);
-    static QCoro::Task<QString> stopped(QCoro::Task<QString> stopping, std::shared_ptr<TranscriptionService> service,
-                                        std::shared_ptr<DictationTrace> trace);
-
-    std::shared_ptr<TranscriptionService> m_service;
     std::shared_ptr<DictationTrace> m_trace;
 };
 
@@ -65,9 +56,6 @@ public:
                                  QStringList dictionaryWords) override;
 
 private:
-    static QCoro::Task<QString> cleaned(QCoro::Task<QString> cleaning, std::shared_ptr<CleanupService> service,
-                                        std::shared_ptr<DictationTrace> trace);
-
     std::shared_ptr<CleanupService> m_service;
     std::shared_ptr<DictationTrace> m_trace;
 };

@@ -134,7 +134,7 @@ Services::Services(const ServiceParts &parts)
     QObject::connect(pause.get(), &Observable::objectWillChange, pause.get(), endIfPaused);
 }
 
-std::unique_ptr<TalmoCoordinator> Services::makeCoordinator(const ServiceParts &parts) const
+std::unique_ptr<TalmoCoordinator> Services::makeCoordinator(const ServiceParts &parts)
 {
     CoordinatorParts made;
     made.permissions = permissions;
@@ -161,11 +161,11 @@ std::unique_ptr<TalmoCoordinator> Services::makeCoordinator(const ServiceParts &
     };
     auto coordinator = std::make_unique<TalmoCoordinator>(std::move(made));
     gestures->follow(*coordinator);
-    new DictationCancellation({parts.desktop->cancelKey, notice,
-                               [keys = keys] { return keys->recognizer().activeMode(); },
-                               [keys = keys] { keys->endGesture(); },
-                               [settings = TalmoSettings::shared()] { return settings->hotkeyDisplayName(); }},
-                              *coordinator);                     // The coordinator is its parent.
+    cancellation = new DictationCancellation(
+        {parts.desktop->cancelKey, notice, [keys = keys] { return keys->recognizer().activeMode(); },
+         [keys = keys] { keys->endGesture(); },
+         [settings = TalmoSettings::shared()] { return settings->hotkeyDisplayName(); }},
+        *coordinator);                                           // The coordinator is its parent.
     new SoundCues(parts.options, parts.cuePlayer, *coordinator); // Likewise.
     return coordinator;
 }

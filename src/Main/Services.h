@@ -30,6 +30,8 @@
 
 namespace talmo {
 
+class DictationCancellation;
+
 /// What the services are made of.
 struct ServiceParts {
     Executors executors;
@@ -52,7 +54,7 @@ struct Services {
     explicit Services(const ServiceParts &parts);
 
     /// Once.
-    std::unique_ptr<TalmoCoordinator> makeCoordinator(const ServiceParts &parts) const;
+    std::unique_ptr<TalmoCoordinator> makeCoordinator(const ServiceParts &parts);
 
     std::shared_ptr<DictationTrace> trace;
     std::shared_ptr<PermissionsManager> permissions;
@@ -76,6 +78,8 @@ struct Services {
     std::shared_ptr<SpacedInsertionService> insertion;
     std::shared_ptr<LastDictation> lastDictation;
     std::shared_ptr<DictationRecovery> recovery;
+    /// The coordinator's; null until that is made.
+    DictationCancellation *cancellation = nullptr;
 };
 
 } // namespace talmo

@@ -290,7 +290,8 @@ void TalmoApp::listenForOthers()
     actions.lastDictation = [recovery](bool isRaw) { return isRaw ? recovery->lastRawText() : recovery->lastText(); };
     actions.putEarlierClipboardBack = [recovery] { return recovery->putEarlierClipboardBack(); };
     actions.setPaused = [pause = m_services->pause](bool isPaused) { pause->setPaused(isPaused); };
-    actions.moveKey = [commanded = m_services->commandedKeys, keys = m_services->keys](auto command) {
+    actions.moveKey = [commanded = m_services->commandedKeys, keys = m_services->keys,
+                       cancellation = m_services->cancellation](auto command) {
         switch (command) {
         case ControlSocket::KeyCommand::Press:
             commanded->press();
@@ -302,7 +303,7 @@ void TalmoApp::listenForOthers()
             commanded->toggle([&keys] { return keys->recognizer().activeMode().has_value(); });
             break;
         case ControlSocket::KeyCommand::Cancel:
-            TalmoCoordinator::shared().findChild<DictationCancellation *>()->discard();
+            cancellation->discard();
             break;
         }
     };
