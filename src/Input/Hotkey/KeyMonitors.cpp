@@ -23,6 +23,18 @@ std::shared_ptr<EventMonitorToken> KeyMonitors::add(bool isLocal, Handler handle
     return monitor;
 }
 
+std::shared_ptr<EventMonitorToken> KeyMonitors::addGlobal(quint64 eventMask, Handler handler)
+{
+    return eventMask == GlobalHotkeyManager::flagsChangedMask ? add(false, std::move(handler)) : nullptr;
+}
+
+std::shared_ptr<EventMonitorToken> KeyMonitors::addLocal(quint64 eventMask, LocalHandler handler)
+{
+    return eventMask == GlobalHotkeyManager::flagsChangedMask
+               ? add(true, [handler = std::move(handler)](const FlagsChangedEvent &event) { handler(event); })
+               : nullptr;
+}
+
 void KeyMonitors::report(bool isDown, bool isLocal)
 {
     std::erase_if(m_monitors, [](const auto &monitor) { return monitor.expired(); });

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace talmo {
@@ -13,9 +14,14 @@ class KeyMonitors {
 public:
     using Handler = std::function<void(const FlagsChangedEvent &)>;
 
+    using LocalHandler = std::function<std::optional<FlagsChangedEvent>(const FlagsChangedEvent &)>;
+
     /// `companion`: another monitor's token that lives as long; may be null.
     std::shared_ptr<EventMonitorToken> add(bool isLocal, Handler handler,
                                            std::shared_ptr<EventMonitorToken> companion = nullptr);
+    /// As EventMonitor asks for them; null for other events than those of keys.
+    std::shared_ptr<EventMonitorToken> addGlobal(quint64 eventMask, Handler handler);
+    std::shared_ptr<EventMonitorToken> addLocal(quint64 eventMask, LocalHandler handler);
     /// Tells either the local monitors or the global ones.
     void report(bool isDown, bool isLocal);
 

@@ -1,7 +1,5 @@
 #include "Platform/Linux/Evdev/EvdevEventMonitor.h"
 
-#include "Input/Hotkey/GlobalHotkeyManager.h"
-
 #include <linux/input-event-codes.h>
 
 #include <chrono>
@@ -35,15 +33,14 @@ EvdevEventMonitor::EvdevEventMonitor(std::unique_ptr<EvdevKeyboards> keyboards, 
 std::shared_ptr<EventMonitorToken>
 EvdevEventMonitor::addGlobalMonitor(quint64 eventMask, std::function<void(const FlagsChangedEvent &)> handler)
 {
-    return eventMask == GlobalHotkeyManager::flagsChangedMask ? m_monitors.add(false, std::move(handler)) : nullptr;
+    return m_monitors.addGlobal(eventMask, std::move(handler));
 }
 
 std::shared_ptr<EventMonitorToken>
 EvdevEventMonitor::addLocalMonitor(quint64 eventMask,
                                    std::function<std::optional<FlagsChangedEvent>(const FlagsChangedEvent &)> handler)
 {
-    const auto pass = [handler = std::move(handler)](const FlagsChangedEvent &event) { handler(event); };
-    return eventMask == GlobalHotkeyManager::flagsChangedMask ? m_monitors.add(true, pass) : nullptr;
+    return m_monitors.addLocal(eventMask, std::move(handler));
 }
 
 void EvdevEventMonitor::setTriggerKeys(const QList<quint32> &triggerKeys)

@@ -1,7 +1,6 @@
 #include "Platform/Linux/Wayland/Kde/KdeKeys.h"
 
 #include "Base/Log.h"
-#include "Input/Hotkey/GlobalHotkeyManager.h"
 #include "UI/Style/Wording.h"
 
 #include <QDBusConnectionInterface>
@@ -128,17 +127,14 @@ void KdeKeys::takeKey()
 std::shared_ptr<EventMonitorToken> KdeKeys::addGlobalMonitor(quint64 eventMask,
                                                              std::function<void(const FlagsChangedEvent &)> handler)
 {
-    return eventMask == GlobalHotkeyManager::flagsChangedMask ? m_monitors.add(false, std::move(handler)) : nullptr;
+    return m_monitors.addGlobal(eventMask, std::move(handler));
 }
 
 std::shared_ptr<EventMonitorToken>
 KdeKeys::addLocalMonitor(quint64 eventMask,
                          std::function<std::optional<FlagsChangedEvent>(const FlagsChangedEvent &)> handler)
 {
-    if (eventMask != GlobalHotkeyManager::flagsChangedMask) {
-        return nullptr;
-    }
-    return m_monitors.add(true, [handler = std::move(handler)](const FlagsChangedEvent &event) { handler(event); });
+    return m_monitors.addLocal(eventMask, std::move(handler));
 }
 
 void KdeKeys::handlePress(const QString &ofComponent, const QString &ofAction, qlonglong)

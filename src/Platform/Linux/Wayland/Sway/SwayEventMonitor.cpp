@@ -1,7 +1,5 @@
 #include "Platform/Linux/Wayland/Sway/SwayEventMonitor.h"
 
-#include "Input/Hotkey/GlobalHotkeyManager.h"
-
 #include <utility>
 
 namespace talmo {
@@ -42,21 +40,20 @@ bool SwayEventMonitor::bind()
 std::shared_ptr<EventMonitorToken>
 SwayEventMonitor::addGlobalMonitor(quint64 eventMask, std::function<void(const FlagsChangedEvent &)> handler)
 {
-    return add(false, std::move(handler), eventMask);
+    return isBound() ? m_monitors.addGlobal(eventMask, std::move(handler)) : nullptr;
 }
 
 std::shared_ptr<EventMonitorToken>
 SwayEventMonitor::addLocalMonitor(quint64 eventMask,
                                   std::function<std::optional<FlagsChangedEvent>(const FlagsChangedEvent &)> handler)
 {
-    return add(true, [handler = std::move(handler)](const FlagsChangedEvent &event) { handler(event); }, eventMask);
+    return isBound() ? m_monitors.addLocal(eventMask, std::move(handler)) : nullptr;
 }
 
-std::shared_ptr<EventMonitorToken> SwayEventMonitor::add(bool isLocal, KeyMonitors::Handler handler, quint64 eventMask)
+bool SwayEventMonitor::isBound()
 {
     m_isBound = m_isBound || bind();
-    return m_isBound && eventMask == GlobalHotkeyManager::flagsChangedMask ? m_monitors.add(isLocal, std::move(handler))
-                                                                           : nullptr;
+    return m_isBound;
 }
 
 void SwayEventMonitor::handleBinding(const QString &words)

@@ -37,7 +37,8 @@ public:
     bool isUsable() const { return m_ipc->isAlive(); }
 
 private:
-    std::shared_ptr<EventMonitorToken> add(bool isLocal, KeyMonitors::Handler handler, quint64 eventMask);
+    /// Binds the key if it is not yet bound.
+    bool isBound();
     bool bind();
     void handleBinding(const QString &words);
     void report(bool isDown);
