@@ -58,7 +58,7 @@ private:
 
 /// An already finished future.
 template <typename T>
-QFuture<std::decay_t<T>> ready(T &&value)
+QFuture<std::decay_t<T>> makeReadyFuture(T &&value)
 {
     auto completion = Completion<std::decay_t<T>>::make();
     auto future = completion->future();
@@ -66,7 +66,7 @@ QFuture<std::decay_t<T>> ready(T &&value)
     return future;
 }
 
-inline QFuture<void> ready()
+inline QFuture<void> makeReadyFuture()
 {
     auto completion = Completion<void>::make();
     auto future = completion->future();
@@ -75,7 +75,7 @@ inline QFuture<void> ready()
 }
 
 template <typename T>
-QFuture<T> failed(std::exception_ptr error)
+QFuture<T> makeFailedFuture(std::exception_ptr error)
 {
     auto completion = Completion<T>::make();
     auto future = completion->future();

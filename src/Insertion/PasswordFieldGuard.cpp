@@ -28,7 +28,7 @@ PasswordFieldGuard::PasswordFieldGuard(std::shared_ptr<TextInsertionService> ser
 
 QCoro::Task<void> PasswordFieldGuard::insert(QString text)
 {
-    return insertAfter(m_isOn() ? isPasswordInTime() : ready(false), m_service, text);
+    return insertAfter(m_isOn() ? isPasswordInTime() : makeReadyFuture(false), m_service, text);
 }
 
 QCoro::Task<void> PasswordFieldGuard::insertAfter(QFuture<bool> isPassword,

@@ -11,7 +11,7 @@ namespace talmo {
 struct QueuedInsertionService::Queue {
     std::shared_ptr<TextInsertionService> service;
     /// Finishes when all earlier insertions have succeeded or failed.
-    QFuture<void> end = ready();
+    QFuture<void> end = makeReadyFuture();
 };
 
 QueuedInsertionService::QueuedInsertionService(std::shared_ptr<TextInsertionService> service)

@@ -98,14 +98,14 @@ LoopbackHttp &ModelServerConnection::opened(std::unique_ptr<LoopbackHttp> &http)
 QFuture<void> ModelServerConnection::refresh()
 {
     if (m_addresses.isEmpty() || m_isShutDown) {
-        return ready();
+        return makeReadyFuture();
     }
     if (!m_looking) {
         auto completion = Completion<void>::make();
         m_looking = completion->future();
         logEscapes(look(shared_from_this(), completion));
     }
-    return m_looking.value_or(ready()); // The probe may have ended already.
+    return m_looking.value_or(makeReadyFuture()); // The probe may have ended already.
 }
 
 QCoro::Task<void> ModelServerConnection::look(std::shared_ptr<ModelServerConnection> self,
@@ -275,7 +275,7 @@ void ModelServerConnection::warmUp(const QString &instructions, const QString &p
 QCoro::Task<void> ModelServerConnection::warmUpOnceKnown(std::shared_ptr<ModelServerConnection> self, int number,
                                                          QString instructions, QString promptStart)
 {
-    const QFuture<void> looking = self->m_looking.value_or(ready());
+    const QFuture<void> looking = self->m_looking.value_or(makeReadyFuture());
     co_await looking;
     if (number != self->m_warmUp || self->m_isShutDown || self->reason()) {
         co_return;
@@ -321,7 +321,7 @@ QFuture<void> ModelServerConnection::turn()
 {
     cancelWarmUp(); // What the server has read by now, it need not read again.
     if (!std::exchange(m_isTaken, true)) {
-        return ready();
+        return makeReadyFuture();
     }
     return m_waiting.emplace_back(Completion<void>::make())->future();
 }
@@ -372,7 +372,7 @@ QFuture<void> ModelServerConnection::shutDown()
     m_isShutDown = true;
     cancelRequests();
     m_looks.reset();
-    return m_looking.value_or(ready());
+    return m_looking.value_or(makeReadyFuture());
 }
 
 } // namespace talmo

@@ -132,7 +132,7 @@ ServiceParts TalmoApp::serviceParts()
     parts.guardsPasswordFields = [fields = m_passwordFields] { return fields->isGuarded(); };
     parts.options = m_options;
     parts.cuePlayer = std::make_shared<EventSounds>();
-    parts.clearTheWay = [this] { return m_interface ? m_interface->clearTheWay() : ready(); };
+    parts.clearTheWay = [this] { return m_interface ? m_interface->clearTheWay() : makeReadyFuture(); };
     return parts;
 }
 
@@ -338,7 +338,7 @@ QCoro::Task<void> TalmoApp::askAgainIfDenied(std::shared_ptr<PermissionsManager>
 
 QFuture<bool> TalmoApp::finishDictation()
 {
-    return m_services ? m_services->gestures->finishDictation(longestLastDictation) : ready(true);
+    return m_services ? m_services->gestures->finishDictation(longestLastDictation) : makeReadyFuture(true);
 }
 
 QCoro::Task<void> TalmoApp::shutDown()

@@ -238,7 +238,7 @@ QFuture<void> EngineAnalyzer::Recognition::cancel()
 {
     m_isAbandoned = true;
     onThread([](Recognition &self) { self.finish(); });
-    return ready();
+    return makeReadyFuture();
 }
 
 void EngineAnalyzer::Recognition::finish(std::exception_ptr error)

@@ -51,7 +51,7 @@ private:
 
 std::function<QFuture<void>()> failingWith(const QString &message)
 {
-    return [message] { return failed<void>(std::make_exception_ptr(Error(message))); };
+    return [message] { return makeFailedFuture<void>(std::make_exception_ptr(Error(message))); };
 }
 
 } // namespace
@@ -91,7 +91,7 @@ std::shared_ptr<SpeechEngine> EngineSpeechPlatform::engineFor(const QString &loc
 QFuture<std::optional<QString>> EngineSpeechPlatform::supportedLocale(const QString &locale)
 {
     const bool isSupported = engineFor(locale) || (m_source && m_source->hasModelFor(locale));
-    return ready(isSupported ? std::optional(locale) : std::nullopt);
+    return makeReadyFuture(isSupported ? std::optional(locale) : std::nullopt);
 }
 
 std::shared_ptr<SpeechTranscriber> EngineSpeechPlatform::makeTranscriber(const QString &supportedLocale,
@@ -103,7 +103,7 @@ std::shared_ptr<SpeechTranscriber> EngineSpeechPlatform::makeTranscriber(const Q
 QFuture<AssetStatus> EngineSpeechPlatform::assetStatus(const std::shared_ptr<SpeechTranscriber> &transcriber)
 {
     const auto &engine = own(transcriber).engine;
-    return ready(engine && engine->problem().isEmpty() ? AssetStatus::Installed : AssetStatus::Supported);
+    return makeReadyFuture(engine && engine->problem().isEmpty() ? AssetStatus::Installed : AssetStatus::Supported);
 }
 
 QFuture<std::shared_ptr<AssetInstallationRequest>>
@@ -117,15 +117,15 @@ EngineSpeechPlatform::assetInstallationRequest(const std::shared_ptr<SpeechTrans
         request =
             std::make_shared<InstallationRequest>([install = m_source->install, locale] { return install(locale); });
     }
-    return ready(std::move(request));
+    return makeReadyFuture(std::move(request));
 }
 
 QFuture<std::optional<AudioFormat>>
 EngineSpeechPlatform::bestAvailableAudioFormat(const std::shared_ptr<SpeechTranscriber> &transcriber)
 {
-    return ready(own(transcriber).engine
-                     ? std::optional(AudioFormat{RecordingDecoder::sampleRate, 1, SampleType::Int16})
-                     : std::nullopt);
+    return makeReadyFuture(own(transcriber).engine
+                               ? std::optional(AudioFormat{RecordingDecoder::sampleRate, 1, SampleType::Int16})
+                               : std::nullopt);
 }
 
 std::shared_ptr<SpeechAnalyzer>

@@ -203,14 +203,14 @@ TEST_F(DeferringHotkeyServiceTest, secondHoldBeforeRecordingStartsDoesNotRecordT
 
 TEST_F(DeferringHotkeyServiceTest, failedStartClosesMicrophoneAndNextHoldRecords)
 {
-    on.world.onStart = [] { return failed<void>(std::make_exception_ptr(Error(u"no microphone"_s))); };
+    on.world.onStart = [] { return makeFailedFuture<void>(std::make_exception_ptr(Error(u"no microphone"_s))); };
     on.hold();
     EXPECT_EQ(on.state(), TalmoState::error(u"no microphone"_s));
     EXPECT_THAT(on.world.calls, Contains("preroll.close"));
     EXPECT_FALSE(on.gestures->isGestureActive());
     on.release();
     on.pause();
-    on.world.onStart = [] { return ready(); };
+    on.world.onStart = [] { return makeReadyFuture(); };
     on.hold();
     EXPECT_EQ(on.state(), TalmoState::recording());
 }

@@ -107,7 +107,7 @@ TEST_F(DictationHistoryTest, keepsNothingThatWentIntoAPasswordField)
 
 TEST_F(DictationHistoryTest, keepsNothingThatThePasswordGuardRefused)
 {
-    inner->outcome = failed<void>(std::make_exception_ptr(PasswordFieldError()));
+    inner->outcome = makeFailedFuture<void>(std::make_exception_ptr(PasswordFieldError()));
     insert(u"secret"_s);
     EXPECT_FALSE(failure.isEmpty());
     answer(false);
@@ -124,7 +124,7 @@ TEST_F(DictationHistoryTest, keepsNothingIfTheQueryFails)
 
 TEST_F(DictationHistoryTest, keepsTextThatNoWindowTook)
 {
-    inner->outcome = failed<void>(std::make_exception_ptr(Error(u"no window"_s)));
+    inner->outcome = makeFailedFuture<void>(std::make_exception_ptr(Error(u"no window"_s)));
     insert(u"hello"_s);
     answer(false);
     EXPECT_EQ(failure, u"no window"_s);

@@ -97,7 +97,7 @@ protected:
         QFuture<void> sleep(Duration duration, std::stop_token) override
         {
             m_test.world.calls.push_back("sleep " + std::to_string(duration / 1ms));
-            return failure ? failed<void>(failure) : Completion<void>::make()->future();
+            return failure ? makeFailedFuture<void>(failure) : Completion<void>::make()->future();
         }
 
     private:
@@ -108,23 +108,23 @@ protected:
     {
         world.onModelStatus = [this] {
             note("status");
-            return ready(ModelStatus{true, true});
+            return makeReadyFuture(ModelStatus{true, true});
         };
         world.onStart = [this] {
             note("start");
-            return ready();
+            return makeReadyFuture();
         };
         world.onStop = [this] {
             note("stop");
-            return ready(u"hello"_s);
+            return makeReadyFuture(u"hello"_s);
         };
         world.onCleanup = [this] {
             note("cleanup");
-            return ready(u"Hello."_s);
+            return makeReadyFuture(u"Hello."_s);
         };
         world.onInsert = [this] {
             note("insert");
-            return ready();
+            return makeReadyFuture();
         };
     }
 
@@ -279,7 +279,7 @@ TEST_F(DictationOrderTest, logsEachTranscriptBeforeTheNextStep)
                      [&] { linesAtChange.push_back(log.lines().size()); });
     world.onCleanup = [this] {
         EXPECT_THAT(log.lines(), ElementsAre(u"general debug: raw transcript: hello"_s));
-        return ready(u"Hello."_s);
+        return makeReadyFuture(u"Hello."_s);
     };
     end();
     EXPECT_THAT(linesAtChange, ElementsAre(0U, 2U, 2U, 2U)); // Processing, transcript, inserting, idle.
@@ -302,7 +302,7 @@ TEST_F(DictationOrderTest, readsSettingsOnceAfterTranscription)
 TEST_F(DictationOrderTest, dictationKeepsItsInitialLocale)
 {
     const auto gate = Completion<void>::make();
-    world.onModelStatus = [] { return ready(ModelStatus{true, false}); };
+    world.onModelStatus = [] { return makeReadyFuture(ModelStatus{true, false}); };
     world.onInstall = [gate] { return gate->future(); };
     begin();
     world.locale = u"de_DE"_s;
@@ -344,12 +344,14 @@ TEST(DictationEnd, coordinatorCanBeDestroyedDuringAnyWait)
         const auto status = Completion<ModelStatus>::make();
         const auto text = Completion<QString>::make();
         RecordingWorld world;
-        world.onModelStatus = [&] { return wait == 1 ? status->future() : ready(ModelStatus{true, wait != 2}); };
-        world.onInstall = [&] { return wait == 2 ? gate->future() : ready(); };
-        world.onStart = [&] { return wait == 3 ? gate->future() : ready(); };
-        world.onStop = [&] { return wait == 4 ? text->future() : ready(u"hello"_s); };
-        world.onCleanup = [&] { return wait == 5 ? text->future() : ready(u"Hello."_s); };
-        world.onInsert = [&] { return wait == 6 ? gate->future() : ready(); };
+        world.onModelStatus = [&] {
+            return wait == 1 ? status->future() : makeReadyFuture(ModelStatus{true, wait != 2});
+        };
+        world.onInstall = [&] { return wait == 2 ? gate->future() : makeReadyFuture(); };
+        world.onStart = [&] { return wait == 3 ? gate->future() : makeReadyFuture(); };
+        world.onStop = [&] { return wait == 4 ? text->future() : makeReadyFuture(u"hello"_s); };
+        world.onCleanup = [&] { return wait == 5 ? text->future() : makeReadyFuture(u"Hello."_s); };
+        world.onInsert = [&] { return wait == 6 ? gate->future() : makeReadyFuture(); };
         world.coordinator->beginDictation();
         if (wait > 0) {
             settle();

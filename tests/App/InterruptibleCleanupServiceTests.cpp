@@ -16,7 +16,7 @@ class Service final : public CleanupService {
 public:
     std::vector<bool> edits;
     std::shared_ptr<Completion<QString>> edit = Completion<QString>::make();
-    QFuture<QString> local = ready(u"Local."_s);
+    QFuture<QString> local = makeReadyFuture(u"Local."_s);
     QCoro::Task<QString> cleanup(QString, bool ai, bool, TextTone, QStringList) override
     {
         edits.push_back(ai);
@@ -113,7 +113,7 @@ TEST_F(InterruptibleCleanupServiceTest, failedEditFallsBackToLocalText)
 
 TEST_F(InterruptibleCleanupServiceTest, failedLocalCleanupFails)
 {
-    service->local = failed<QString>(std::make_exception_ptr(Error(u"broken"_s)));
+    service->local = makeFailedFuture<QString>(std::make_exception_ptr(Error(u"broken"_s)));
     clean(false);
     EXPECT_THAT(outcomes, ElementsAre(u"error: broken"_s));
 }

@@ -20,7 +20,7 @@ TEST(PipelineFailure, throwingCleanupEndsInErrorAndKeepsText)
 {
     RecordingWorld world;
     world.coordinator->start();
-    world.onCleanup = [] { return failed<QString>(std::make_exception_ptr(Error(u"broken"_s))); };
+    world.onCleanup = [] { return makeFailedFuture<QString>(std::make_exception_ptr(Error(u"broken"_s))); };
     world.hotkeys->down();
     settle();
     world.hotkeys->up();

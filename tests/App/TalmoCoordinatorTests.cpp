@@ -118,11 +118,11 @@ TEST_F(TalmoCoordinatorTest, missingPermissionShowsErrorFor3Seconds)
 
 TEST_F(TalmoCoordinatorTest, newDictationClearsTranscriptAndError)
 {
-    world.onStart = [] { return failed<void>(failure(u"no"_s)); };
+    world.onStart = [] { return makeFailedFuture<void>(failure(u"no"_s)); };
     press();
     EXPECT_EQ(world.coordinator->lastError(), u"no"_s);
     world.onUpdate(u"late"_s);
-    world.onStart = [] { return ready(); };
+    world.onStart = [] { return makeReadyFuture(); };
     world.hotkeys->down();
     EXPECT_EQ(world.coordinator->liveTranscript(), QString());
     EXPECT_FALSE(world.coordinator->lastError());
@@ -163,7 +163,7 @@ TEST_F(TalmoCoordinatorTest, eachStateIgnoresUnexpectedEvents)
 
 TEST_F(TalmoCoordinatorTest, releaseInErrorIsIgnored)
 {
-    world.onStart = [] { return failed<void>(failure(u"no"_s)); };
+    world.onStart = [] { return makeFailedFuture<void>(failure(u"no"_s)); };
     press();
     world.takeCalls();
     release();
@@ -173,7 +173,7 @@ TEST_F(TalmoCoordinatorTest, releaseInErrorIsIgnored)
 
 TEST_F(TalmoCoordinatorTest, unsupportedLocaleFails)
 {
-    world.onModelStatus = [] { return ready(ModelStatus{false, false}); };
+    world.onModelStatus = [] { return makeReadyFuture(ModelStatus{false, false}); };
     press();
     EXPECT_EQ(state(), TalmoState::error(u"The current language isn't supported for on-device transcription."_s));
     EXPECT_THAT(world.takeCalls(), ElementsAre("modelStatus en_US", "recorder.stop", "makeOverlay", "overlay.show",
@@ -182,7 +182,7 @@ TEST_F(TalmoCoordinatorTest, unsupportedLocaleFails)
 
 TEST_F(TalmoCoordinatorTest, missingModelIsInstalledOnceAndLogged)
 {
-    world.onModelStatus = [] { return ready(ModelStatus{true, false}); };
+    world.onModelStatus = [] { return makeReadyFuture(ModelStatus{true, false}); };
     auto gate = Completion<void>::make();
     world.onInstall = [gate] { return gate->future(); };
     press();
@@ -199,8 +199,8 @@ TEST_F(TalmoCoordinatorTest, missingModelIsInstalledOnceAndLogged)
 
 TEST_F(TalmoCoordinatorTest, failedInstallIsShownAndRecheckedNextTime)
 {
-    world.onModelStatus = [] { return ready(ModelStatus{true, false}); };
-    world.onInstall = [] { return failed<void>(failure(u"offline"_s)); };
+    world.onModelStatus = [] { return makeReadyFuture(ModelStatus{true, false}); };
+    world.onInstall = [] { return makeFailedFuture<void>(failure(u"offline"_s)); };
     press();
     EXPECT_EQ(state(), TalmoState::error(u"offline"_s));
     world.takeCalls();
@@ -213,7 +213,7 @@ TEST_F(TalmoCoordinatorTest, modelCheckIsCachedPerLocaleAcrossFailures)
     press();
     release();
     world.takeCalls();
-    world.onInsert = [] { return failed<void>(failure(u"no"_s)); };
+    world.onInsert = [] { return makeFailedFuture<void>(failure(u"no"_s)); };
     press();
     EXPECT_EQ(world.takeCalls().front(), "startTranscription en_US");
     release();
@@ -230,7 +230,7 @@ TEST_F(TalmoCoordinatorTest, modelCheckIsCachedPerLocaleAcrossFailures)
 TEST_F(TalmoCoordinatorTest, failedStartShowsItsDescription)
 {
     world.onStart = [] {
-        return failed<void>(
+        return makeFailedFuture<void>(
             std::make_exception_ptr(TranscriptionError(TranscriptionError::Case::NoCompatibleAudioFormat)));
     };
     press();
@@ -299,7 +299,7 @@ TEST_F(TalmoCoordinatorTest, pressRightAfterFailureDictatesAgain)
 TEST_F(TalmoCoordinatorTest, failedStopIsShown)
 {
     press();
-    world.onStop = [] { return failed<QString>(failure(u"finalise"_s)); };
+    world.onStop = [] { return makeFailedFuture<QString>(failure(u"finalise"_s)); };
     release();
     EXPECT_EQ(state(), TalmoState::error(u"finalise"_s));
 }
@@ -319,7 +319,7 @@ TEST_F(TalmoCoordinatorTest, emptyTranscriptStaysNoSpeechErrorAfterOverlayHides)
 TEST_F(TalmoCoordinatorTest, blankTranscriptIsInsertedAsEmptyText)
 {
     world.transcript = u"  \n "_s;
-    world.onInsert = [] { return failed<void>(failure(u"Nothing to insert."_s)); };
+    world.onInsert = [] { return makeFailedFuture<void>(failure(u"Nothing to insert."_s)); };
     press();
     release();
     EXPECT_EQ(state(), TalmoState::error(u"Nothing to insert."_s));
@@ -355,7 +355,7 @@ TEST_F(TalmoCoordinatorTest, settingChangedDuringProcessingAffectsOnlyNextDictat
 
 TEST_F(TalmoCoordinatorTest, failedInsertionIsShown)
 {
-    world.onInsert = [] { return failed<void>(failure(u"no access"_s)); };
+    world.onInsert = [] { return makeFailedFuture<void>(failure(u"no access"_s)); };
     press();
     release();
     EXPECT_EQ(state(), TalmoState::error(u"no access"_s));
@@ -367,7 +367,7 @@ TEST_F(TalmoCoordinatorTest, failedInsertionIsShown)
 
 TEST_F(TalmoCoordinatorTest, repeatedErrorWithin3SecondsHidesEarly)
 {
-    world.onStart = [] { return failed<void>(failure(u"same"_s)); };
+    world.onStart = [] { return makeFailedFuture<void>(failure(u"same"_s)); };
     press();
     world.clock->advance(2s);
     press();
@@ -378,10 +378,10 @@ TEST_F(TalmoCoordinatorTest, repeatedErrorWithin3SecondsHidesEarly)
 
 TEST_F(TalmoCoordinatorTest, timerOfReplacedErrorDoesNothing)
 {
-    world.onStart = [] { return failed<void>(failure(u"first"_s)); };
+    world.onStart = [] { return makeFailedFuture<void>(failure(u"first"_s)); };
     press();
     world.clock->advance(2s);
-    world.onStart = [] { return failed<void>(failure(u"second"_s)); };
+    world.onStart = [] { return makeFailedFuture<void>(failure(u"second"_s)); };
     press();
     world.takeCalls();
     world.clock->advance(1s);
@@ -392,9 +392,9 @@ TEST_F(TalmoCoordinatorTest, timerOfReplacedErrorDoesNothing)
 
 TEST_F(TalmoCoordinatorTest, errorTimerDoesNotHideNextDictation)
 {
-    world.onStart = [] { return failed<void>(failure(u"first"_s)); };
+    world.onStart = [] { return makeFailedFuture<void>(failure(u"first"_s)); };
     press();
-    world.onStart = [] { return ready(); };
+    world.onStart = [] { return makeReadyFuture(); };
     press();
     world.takeCalls();
     world.clock->advance(10s);
@@ -453,7 +453,7 @@ TEST_F(TalmoCoordinatorTest, canBeDestroyedInEveryState)
             other.onInsert = [insertGate] { return insertGate->future(); };
         }
         if (reached == 4) {
-            other.onStart = [] { return failed<void>(failure(u"no"_s)); };
+            other.onStart = [] { return makeFailedFuture<void>(failure(u"no"_s)); };
         }
         if (reached > 0) {
             other.coordinator->beginDictation();

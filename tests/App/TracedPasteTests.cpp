@@ -20,7 +20,7 @@ public:
     std::shared_ptr<Completion<PasteReceipt>> answer = Completion<PasteReceipt>::make();
     QFuture<PasteReceipt> receipt() override { return answer->future(); }
     bool holdsEarlierClipboard() const override { return false; }
-    QFuture<bool> putEarlierClipboardBack() override { return ready(false); }
+    QFuture<bool> putEarlierClipboardBack() override { return makeReadyFuture(false); }
 };
 
 class TracedPasteTest : public testing::Test {

@@ -27,7 +27,7 @@ TEST(Completion, droppedCompletionFailsWithCancelled)
 
 TEST(Completion, voidCompletionRethrows)
 {
-    auto future = failed<void>(std::make_exception_ptr(Error(QStringLiteral("no"))));
+    auto future = makeFailedFuture<void>(std::make_exception_ptr(Error(QStringLiteral("no"))));
     EXPECT_THROW(future.waitForFinished(), Error);
 }
 

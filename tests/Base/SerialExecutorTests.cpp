@@ -62,7 +62,7 @@ TEST(SerialExecutor, runsNextCallWhileOneIsSuspended)
     std::vector<int> order;
     const auto gateFuture = gate->future();
     const auto first = executor->run<int>([&order, gateFuture] { return answerAfter(gateFuture, &order, 1); });
-    const auto second = executor->run<int>([&order] { return answerAfter(ready(), &order, 2); });
+    const auto second = executor->run<int>([&order] { return answerAfter(makeReadyFuture(), &order, 2); });
     ASSERT_TRUE(waitFor(second));
     EXPECT_FALSE(first.isFinished());
     gate->finish();

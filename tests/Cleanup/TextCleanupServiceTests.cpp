@@ -54,7 +54,7 @@ private:
 
 QFuture<QString> failure()
 {
-    return failed<QString>(std::make_exception_ptr(Error(u"no answer"_s)));
+    return makeFailedFuture<QString>(std::make_exception_ptr(Error(u"no answer"_s)));
 }
 
 } // namespace
@@ -89,7 +89,7 @@ TEST_F(TextCleanupServiceTest, triggerOnlySegmentIsEmptyWithoutModelCall)
 
 TEST_F(TextCleanupServiceTest, usesModelAnswerUnchanged)
 {
-    model->onRequest = [](const auto &) { return ready(u"hello, World"_s); };
+    model->onRequest = [](const auto &) { return makeReadyFuture(u"hello, World"_s); };
     EXPECT_EQ(cleaned(u"um hello world"_s), u"hello, World"_s) << "a model's answer is not formatted again";
     const auto requests = model->requests();
     ASSERT_THAT(requests, SizeIs(1));
@@ -113,7 +113,7 @@ TEST_F(TextCleanupServiceTest, sanitisesAnswer)
 {
     for (const auto &answer : {u"-> Hello."_s, u"Sure, here you go:\n\nHello."_s, u"<transcript>Hello.</transcript>"_s,
                                u"```\nHello.\n```"_s, u"\"Hello.\""_s, u"\n Hello. \n"_s}) {
-        model->onRequest = [answer](const auto &) { return ready(QString(answer)); };
+        model->onRequest = [answer](const auto &) { return makeReadyFuture(QString(answer)); };
         EXPECT_EQ(cleaned(u"hello"_s), u"Hello."_s) << answer.toStdString();
     }
 }
@@ -121,7 +121,7 @@ TEST_F(TextCleanupServiceTest, sanitisesAnswer)
 TEST_F(TextCleanupServiceTest, emptyAnswerFallsBackToLocalText)
 {
     for (const auto &answer : {u""_s, u" \n"_s, u"\"\""_s, u"```"_s, u"<transcript></transcript>"_s}) {
-        model->onRequest = [answer](const auto &) { return ready(QString(answer)); };
+        model->onRequest = [answer](const auto &) { return makeReadyFuture(QString(answer)); };
         EXPECT_EQ(cleaned(u"hello world as a list"_s), u"Hello world."_s) << answer.toStdString();
     }
 }
@@ -129,7 +129,7 @@ TEST_F(TextCleanupServiceTest, emptyAnswerFallsBackToLocalText)
 TEST_F(TextCleanupServiceTest, acceptsAnswersOfAnyLengthAndContent)
 {
     const QString strange = QString(5000, u'x') + u" 42"_s;
-    model->onRequest = [strange](const auto &) { return ready(QString(strange)); };
+    model->onRequest = [strange](const auto &) { return makeReadyFuture(QString(strange)); };
     EXPECT_EQ(cleaned(u"hello"_s), strange);
 }
 
@@ -178,7 +178,7 @@ TEST_F(TextCleanupServiceTest, cleansSegmentsConcurrentlyAndJoinsInOrder)
 TEST_F(TextCleanupServiceTest, failedSegmentDoesNotAffectOthers)
 {
     model->onRequest = [](const ScriptedLanguageModel::Request &request) {
-        return request.prompt.contains(u"two"_s) ? failure() : ready(u"-> Edited."_s);
+        return request.prompt.contains(u"two"_s) ? failure() : makeReadyFuture(u"-> Edited."_s);
     };
     EXPECT_EQ(cleaned(u"one new line two new line three"_s), u"Edited.\nTwo.\nEdited."_s);
 }

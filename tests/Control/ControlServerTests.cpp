@@ -42,7 +42,7 @@ protected:
     std::shared_ptr<Completion<void>> insertion;
     ControlServer server{{[this](const QString &text) { return insert(text); }, [] {},
                           [](const QString &) { return refuse(u"The settings could not be saved."_s); },
-                          [](bool) { return std::optional<QString>(); }, [] { return ready(false); },
+                          [](bool) { return std::optional<QString>(); }, [] { return makeReadyFuture(false); },
                           [this](bool isPaused) { pauses.push_back(isPaused); },
                           [this](ControlSocket::KeyCommand command) { moves.push_back(command); },
                           [] { return ControlSocket::Status{u"error"_s, u"No speech detected."_s}; },
@@ -60,7 +60,7 @@ protected:
     }
     static QCoro::Task<void> refuse(QString why)
     {
-        co_await ready();
+        co_await makeReadyFuture();
         throw Error(why);
     }
     std::unique_ptr<QLocalSocket> connected() const

@@ -127,7 +127,7 @@ TEST_F(PasswordFieldGuardTest, readsSettingBeforeEachInsertion)
 
 TEST_F(PasswordFieldGuardTest, propagatesInsertionError)
 {
-    inner->outcome = failed<void>(std::make_exception_ptr(Error(u"no window"_s)));
+    inner->outcome = makeFailedFuture<void>(std::make_exception_ptr(Error(u"no window"_s)));
     field->answer->finish(false);
     insert(u"hello"_s);
     EXPECT_EQ(error, u"no window"_s);

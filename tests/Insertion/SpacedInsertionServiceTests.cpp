@@ -74,7 +74,7 @@ public:
     QCoro::Task<void> insert(QString text) override
     {
         inserted.push_back(text);
-        return await<void>(outcome ? outcome->future() : ready());
+        return await<void>(outcome ? outcome->future() : makeReadyFuture());
     }
 };
 

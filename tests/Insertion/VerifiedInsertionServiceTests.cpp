@@ -23,9 +23,9 @@ public:
 
 class Witness final : public PasteWitness {
 public:
-    QFuture<PasteReceipt> receipt() override { return ready(PasteReceipt(answer)); }
+    QFuture<PasteReceipt> receipt() override { return makeReadyFuture(PasteReceipt(answer)); }
     bool holdsEarlierClipboard() const override { return false; }
-    QFuture<bool> putEarlierClipboardBack() override { return ready(false); }
+    QFuture<bool> putEarlierClipboardBack() override { return makeReadyFuture(false); }
     PasteReceipt answer;
 };
 

@@ -21,14 +21,14 @@ namespace {
 
 class UnknownField final : public FocusedField {
 public:
-    QFuture<bool> isPassword(Duration) override { return ready(false); }
+    QFuture<bool> isPassword(Duration) override { return makeReadyFuture(false); }
 };
 
 class EveryPasteIsTaken final : public PasteWitness {
 public:
-    QFuture<PasteReceipt> receipt() override { return ready(PasteReceipt()); }
+    QFuture<PasteReceipt> receipt() override { return makeReadyFuture(PasteReceipt()); }
     bool holdsEarlierClipboard() const override { return false; }
-    QFuture<bool> putEarlierClipboardBack() override { return ready(false); }
+    QFuture<bool> putEarlierClipboardBack() override { return makeReadyFuture(false); }
 };
 
 QCoro::Task<void> note(QCoro::Task<void> task, bool *isDone)
@@ -101,7 +101,7 @@ protected:
         desktop.shell = std::make_shared<FakeShell>();
         desktop.shutDown = [this] {
             isShutDown = true;
-            return ready();
+            return makeReadyFuture();
         };
         return desktop;
     }

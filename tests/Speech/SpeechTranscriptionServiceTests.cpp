@@ -28,7 +28,7 @@ public:
 
 class Request final : public AssetInstallationRequest {
 public:
-    QFuture<void> result = ready();
+    QFuture<void> result = makeReadyFuture();
     QFuture<void> downloadAndInstall() override { return result; }
 };
 
@@ -137,7 +137,7 @@ TEST_F(SpeechTranscriptionServiceTest, installModelDownloadsMissingAssets)
     auto request = std::make_shared<Request>();
     auto gate = Completion<void>::make();
     request->result = gate->future();
-    platform->onRequest = [&] { return ready(std::shared_ptr<AssetInstallationRequest>(request)); };
+    platform->onRequest = [&] { return makeReadyFuture(std::shared_ptr<AssetInstallationRequest>(request)); };
     platform->available = false; // Not consulted.
     QString outcome;
     tasks.push_back(noteOutcome(service->installModel(u"en"_s), &outcome));
@@ -152,19 +152,20 @@ TEST_F(SpeechTranscriptionServiceTest, installModelDownloadsMissingAssets)
 
 TEST_F(SpeechTranscriptionServiceTest, installModelWithoutARequestSucceedsWithoutDownloading)
 {
-    platform->onRequest = [] { return ready(std::shared_ptr<AssetInstallationRequest>()); };
+    platform->onRequest = [] { return makeReadyFuture(std::shared_ptr<AssetInstallationRequest>()); };
     EXPECT_EQ(outcomeOf(service->installModel(u"en"_s)), u"done"_s);
 }
 
 TEST_F(SpeechTranscriptionServiceTest, installModelPropagatesFailures)
 {
     platform->onRequest = [] {
-        return failed<std::shared_ptr<AssetInstallationRequest>>(std::make_exception_ptr(Error(u"no request"_s)));
+        return makeFailedFuture<std::shared_ptr<AssetInstallationRequest>>(
+            std::make_exception_ptr(Error(u"no request"_s)));
     };
     EXPECT_EQ(outcomeOf(service->installModel(u"en"_s)), u"no request"_s);
     auto request = std::make_shared<Request>();
-    request->result = failed<void>(std::make_exception_ptr(Error(u"offline"_s)));
-    platform->onRequest = [&] { return ready(std::shared_ptr<AssetInstallationRequest>(request)); };
+    request->result = makeFailedFuture<void>(std::make_exception_ptr(Error(u"offline"_s)));
+    platform->onRequest = [&] { return makeReadyFuture(std::shared_ptr<AssetInstallationRequest>(request)); };
     EXPECT_EQ(outcomeOf(service->installModel(u"en"_s)), u"offline"_s);
     platform->supported.reset();
     EXPECT_EQ(outcomeOf(service->installModel(u"xx"_s)),
@@ -283,7 +284,7 @@ TEST_F(SpeechTranscriptionServiceTest, cancelClearsHalfOpenRecording)
 
 TEST_F(SpeechTranscriptionServiceTest, failedFinalisationThrowsAndKeepsStateForCancel)
 {
-    platform->onFinalize = [] { return failed<void>(std::make_exception_ptr(Error(u"finalise"_s))); };
+    platform->onFinalize = [] { return makeFailedFuture<void>(std::make_exception_ptr(Error(u"finalise"_s))); };
     start();
     EXPECT_EQ(stop(), u"finalise"_s);
     EXPECT_EQ(stop(), u"finalise"_s);

@@ -174,7 +174,7 @@ TEST_F(TranscriptionStatesTest, stopEndsInputBeforeFinalisingAnalyzer)
         speak();
         EXPECT_EQ(*platform->receivedBuffers, 1);
         results().second.finish();
-        return ready();
+        return makeReadyFuture();
     };
     EXPECT_EQ(*stop(), u"text: "_s);
     EXPECT_EQ(*platform->receivedBuffers, 1);
@@ -195,7 +195,7 @@ TEST_F(TranscriptionStatesTest, stopWaitsForAnalyzerTask)
 TEST_F(TranscriptionStatesTest, stopWaitsForLastResults)
 {
     start();
-    platform->onFinalize = [] { return ready(); };
+    platform->onFinalize = [] { return makeReadyFuture(); };
     const auto outcome = stop();
     EXPECT_EQ(*outcome, QString());
     results().second.yield({u" late but in time \n"_s, true});
@@ -212,7 +212,7 @@ TEST_F(TranscriptionStatesTest, failedFinalisationKeepsRecordingForCancel)
     start();
     results().second.yield({u"so far"_s, true});
     settle();
-    platform->onFinalize = [] { return failed<void>(std::make_exception_ptr(Error(u"finalise"_s))); };
+    platform->onFinalize = [] { return makeFailedFuture<void>(std::make_exception_ptr(Error(u"finalise"_s))); };
     EXPECT_EQ(*stop(), u"finalise"_s);
     EXPECT_EQ(platform->livingAnalyzers, 1);
     speak();
@@ -247,7 +247,7 @@ TEST_F(TranscriptionStatesTest, cancelEndsInputAndStopsBothTasks)
 TEST_F(TranscriptionStatesTest, cancelClearsStateEvenIfAnalyzerFails)
 {
     start();
-    platform->onCancel = [] { return failed<void>(std::make_exception_ptr(Error(u"stuck"_s))); };
+    platform->onCancel = [] { return makeFailedFuture<void>(std::make_exception_ptr(Error(u"stuck"_s))); };
     EXPECT_EQ(*cancel(), u"done"_s);
     EXPECT_EQ(platform->livingAnalyzers, 0);
     EXPECT_EQ(*stop(), notRecording);

@@ -11,7 +11,7 @@ public:
     Instant now() const override { return Instant(std::chrono::hours(1)); }
     QFuture<void> sleep(Duration, std::stop_token) override
     {
-        return failed<void>(std::make_exception_ptr(Error(QStringLiteral("Cannot create a timer."))));
+        return makeFailedFuture<void>(std::make_exception_ptr(Error(QStringLiteral("Cannot create a timer."))));
     }
 };
 

@@ -12,7 +12,7 @@ namespace talmo::test {
 class FakeInsertionService final : public TextInsertionService {
 public:
     std::vector<QString> inserted;
-    QFuture<void> outcome = ready();
+    QFuture<void> outcome = makeReadyFuture();
     QCoro::Task<void> insert(QString text) override
     {
         inserted.push_back(text);

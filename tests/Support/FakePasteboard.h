@@ -20,7 +20,7 @@ public:
     QFuture<QList<PasteboardItem>> items() override
     {
         calls.emplace_back("items");
-        return ready(QList<PasteboardItem>(content));
+        return makeReadyFuture(QList<PasteboardItem>(content));
     }
     void clearContents() override
     {
@@ -37,7 +37,7 @@ public:
         calls.push_back("writeItems " + std::to_string(items.size()));
         content = items;
     }
-    QFuture<void> settled() override { return ready(); }
+    QFuture<void> settled() override { return makeReadyFuture(); }
 };
 
 class FakeKeyEventPoster final : public KeyEventPoster {

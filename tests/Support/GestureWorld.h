@@ -50,7 +50,7 @@ public:
         gestures->start();
         world.onCleanup = [this] {
             const bool isEdit = world.calls.back().find("\" ai") != std::string::npos;
-            return isEdit ? edit->future() : ready(u"Local."_s);
+            return isEdit ? edit->future() : makeReadyFuture(u"Local."_s);
         };
         world.onInsert = [this] { return insertion->future(); };
     }

@@ -23,12 +23,12 @@ public:
     QString transcript = QStringLiteral("hello world");
     QString cleaned = QStringLiteral("Hello world.");
     QString locale = QStringLiteral("en_US");
-    std::function<QFuture<ModelStatus>()> onModelStatus = [] { return ready(ModelStatus{true, true}); };
-    std::function<QFuture<void>()> onInstall = [] { return ready(); };
-    std::function<QFuture<void>()> onStart = [] { return ready(); };
-    std::function<QFuture<QString>()> onStop = [this] { return ready(QString(transcript)); };
-    std::function<QFuture<void>()> onInsert = [] { return ready(); };
-    std::function<QFuture<QString>()> onCleanup = [this] { return ready(QString(cleaned)); };
+    std::function<QFuture<ModelStatus>()> onModelStatus = [] { return makeReadyFuture(ModelStatus{true, true}); };
+    std::function<QFuture<void>()> onInstall = [] { return makeReadyFuture(); };
+    std::function<QFuture<void>()> onStart = [] { return makeReadyFuture(); };
+    std::function<QFuture<QString>()> onStop = [this] { return makeReadyFuture(QString(transcript)); };
+    std::function<QFuture<void>()> onInsert = [] { return makeReadyFuture(); };
+    std::function<QFuture<QString>()> onCleanup = [this] { return makeReadyFuture(QString(cleaned)); };
     TranscriptionService::UpdateHandler onUpdate;
     TranscriptionService::ErrorHandler onError;
 
@@ -58,12 +58,12 @@ public:
         QCoro::Task<bool> requestMicrophonePermission() override
         {
             m_calls.emplace_back("requestMicrophonePermission");
-            return await<bool>(ready(bool(answer)));
+            return await<bool>(makeReadyFuture(bool(answer)));
         }
         QCoro::Task<bool> requestSpeechRecognitionPermission() override
         {
             m_calls.emplace_back("requestSpeechRecognitionPermission");
-            return await<bool>(ready(bool(answer)));
+            return await<bool>(makeReadyFuture(bool(answer)));
         }
         void requestAccessibility() override { m_calls.emplace_back("requestAccessibility"); }
 
@@ -174,7 +174,7 @@ private:
         QCoro::Task<void> cancelTranscription() override
         {
             m_world.calls.emplace_back("cancelTranscription");
-            return await<void>(ready());
+            return await<void>(makeReadyFuture());
         }
 
     private:

@@ -28,7 +28,7 @@ public:
     std::optional<UnavailableReason> reason;
     /// How to answer; by default the text between the prompt's tags in upper case.
     std::function<QFuture<QString>(const Request &)> onRequest = [](const Request &request) {
-        return ready(request.prompt.mid(12, request.prompt.size() - 25).toUpper());
+        return makeReadyFuture(request.prompt.mid(12, request.prompt.size() - 25).toUpper());
     };
 
     std::vector<Request> requests() const

@@ -45,7 +45,7 @@ public:
                 return m_platform.onStart();
             }
             if (m_platform.startFailure) {
-                return failed<void>(m_platform.startFailure);
+                return makeFailedFuture<void>(m_platform.startFailure);
             }
             readAll(input, m_started, m_platform.receivedBuffers);
             return m_started->future();
@@ -58,7 +58,7 @@ public:
             }
             yield(m_platform.finalResult, true);
             m_transcriber->stream.second.finish(m_platform.resultsFailure);
-            return ready();
+            return makeReadyFuture();
         }
         QFuture<void> cancelAndFinishNow() override
         {
@@ -67,7 +67,7 @@ public:
                 return m_platform.onCancel();
             }
             m_transcriber->stream.second.finish();
-            return ready();
+            return makeReadyFuture();
         }
         void yield(const QString &text, bool isFinal)
         {
@@ -125,7 +125,7 @@ public:
     QFuture<std::optional<QString>> supportedLocale(const QString &locale) override
     {
         calls.push_back("supportedLocale " + locale.toStdString());
-        return ready(std::optional(supported));
+        return makeReadyFuture(std::optional(supported));
     }
     std::shared_ptr<SpeechTranscriber> makeTranscriber(const QString &locale,
                                                        TranscriberConfiguration configuration) override
@@ -139,7 +139,7 @@ public:
     QFuture<AssetStatus> assetStatus(const std::shared_ptr<SpeechTranscriber> &) override
     {
         calls.emplace_back("assetStatus");
-        return ready(AssetStatus(status));
+        return makeReadyFuture(AssetStatus(status));
     }
     QFuture<std::shared_ptr<AssetInstallationRequest>>
     assetInstallationRequest(const std::shared_ptr<SpeechTranscriber> &) override
@@ -150,7 +150,7 @@ public:
     QFuture<std::optional<AudioFormat>> bestAvailableAudioFormat(const std::shared_ptr<SpeechTranscriber> &) override
     {
         calls.emplace_back("bestAvailableAudioFormat");
-        return ready(std::optional(format));
+        return makeReadyFuture(std::optional(format));
     }
     std::shared_ptr<SpeechAnalyzer> makeAnalyzer(const std::shared_ptr<SpeechTranscriber> &transcriber) override
     {

@@ -243,7 +243,7 @@ void addServers(Gallery &gallery)
     world.settings->setHotkeyDisplayName(u"Right Ctrl"_s);
     SettingsView settings(world.context());
     const auto show = [&](const QString &name) {
-        settings.reread();
+        settings.refresh();
         settle();
         gallery.addWindow(settings, u"settings-server-"_s + name);
     };

@@ -50,7 +50,7 @@ public:
                 [this] { return unavailability; },
                 [this] {
                     ++availabilityRefreshes;
-                    return ready();
+                    return makeReadyFuture();
                 },
                 [this] { return server; },
                 recogniser,
@@ -109,10 +109,10 @@ public:
     }
     void fail(const QString &message)
     {
-        world.onStart = [message] { return failed<void>(std::make_exception_ptr(Error(message))); };
+        world.onStart = [message] { return makeFailedFuture<void>(std::make_exception_ptr(Error(message))); };
         coordinator().beginDictation();
         settle();
-        world.onStart = [] { return ready(); };
+        world.onStart = [] { return makeReadyFuture(); };
     }
     void setPermissions(bool hasMicrophone, bool speech, bool accessibility)
     {

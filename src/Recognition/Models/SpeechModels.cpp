@@ -34,7 +34,7 @@ QFuture<void> SpeechModels::install(const ModelEntry &entry, const InstallationT
         if (m_installation->entry.id == entry.id) {
             return m_end;
         }
-        return failed<void>(std::make_exception_ptr(
+        return makeFailedFuture<void>(std::make_exception_ptr(
             Error(QStringLiteral("%1 is still being installed. Wait for it to finish, or cancel it.")
                       .arg(m_installation->entry.title))));
     }

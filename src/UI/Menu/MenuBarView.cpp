@@ -34,7 +34,7 @@ QColor primary(const QPalette &palette)
 MenuBarView::MenuBarView(ViewContext context, std::function<void(MenuAction)> perform)
     : m_context(std::move(context)),
       m_perform(std::move(perform)),
-      m_watcher({m_context.coordinator, m_context.pause.get(), m_context.recogniser.get()}, [this] { reread(); }, this)
+      m_watcher({m_context.coordinator, m_context.pause.get(), m_context.recogniser.get()}, [this] { refresh(); }, this)
 {
     setAccessibleName(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Talmo")));
     auto *layout = new QVBoxLayout(this);
@@ -115,7 +115,7 @@ void MenuBarView::buildRows(QVBoxLayout &layout)
     connect(m_quit, &QPushButton::clicked, this, [this] { choose(m_contents.quit.action); });
 }
 
-void MenuBarView::reread()
+void MenuBarView::refresh()
 {
     auto contents = MenuContents::make(m_context);
     if (contents == m_contents) {

@@ -26,7 +26,7 @@ public:
     MenuBarView(ViewContext context, std::function<void(MenuAction)> perform);
 
     /// Refreshes everything at once; otherwise that happens after every change.
-    void reread();
+    void refresh();
     /// Gives the keyboard focus to the row that is most likely wanted.
     void focusFirstRow();
     /// The width is fixed; the height follows the content.

@@ -88,7 +88,7 @@ void MenuPanel::open(std::optional<QRect> icon)
     }
     // Permissions may have been granted or revoked without notice.
     m_context.permissions->refresh();
-    m_view->reread();
+    m_view->refresh();
     m_view->setDetailed(false);
     m_icon = icon;
     m_pointer = m_screens->mouseLocation();
@@ -129,7 +129,7 @@ void MenuPanel::place()
 QFuture<void> MenuPanel::close()
 {
     if (!isOpen()) {
-        return ready();
+        return makeReadyFuture();
     }
     m_panel->orderOut();
     return m_focus->returned();

@@ -14,7 +14,7 @@ public:
     StatusItemController(ViewContext context, std::shared_ptr<StatusItem> item);
 
 private:
-    void reread();
+    void refresh();
 
     ViewContext m_context;
     std::shared_ptr<StatusItem> m_item;

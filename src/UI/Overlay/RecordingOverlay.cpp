@@ -85,16 +85,16 @@ OverlayContents OverlayContents::make(const TalmoState &state, const QString &li
 RecordingOverlay::RecordingOverlay(const TalmoCoordinator &coordinator, std::shared_ptr<DictationNotice> notice)
     : m_coordinator(coordinator),
       m_notice(std::move(notice)),
-      m_watcher(coordinator, [this] { reread(); }, this)
+      m_watcher(coordinator, [this] { refresh(); }, this)
 {
     if (m_notice) {
-        m_noticeWatcher = std::make_unique<ChangeWatcher>(*m_notice, [this] { reread(); }, this);
+        m_noticeWatcher = std::make_unique<ChangeWatcher>(*m_notice, [this] { refresh(); }, this);
     }
     setFocusPolicy(Qt::NoFocus);
-    reread();
+    refresh();
 }
 
-void RecordingOverlay::reread()
+void RecordingOverlay::refresh()
 {
     const auto &state = m_coordinator.state();
     const QString transcript = m_coordinator.liveTranscript();

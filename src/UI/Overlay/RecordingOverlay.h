@@ -42,7 +42,7 @@ public:
     explicit RecordingOverlay(const TalmoCoordinator &coordinator, std::shared_ptr<DictationNotice> notice = nullptr);
 
     /// Refreshes from the coordinator at once; otherwise that happens after every change.
-    void reread();
+    void refresh();
     const OverlayContents &contents() const { return m_contents; }
     /// The visible part of the detail.
     const QString &shownDetail() const { return m_detail.shownText(); }

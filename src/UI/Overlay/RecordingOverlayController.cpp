@@ -38,7 +38,7 @@ void RecordingOverlayController::show()
         m_content->setOnIdealSizeChanged([this] { followContent(); });
     }
     // The content may not have seen the change that caused this call yet.
-    m_content->reread();
+    m_content->refresh();
     position(m_panel->window());
     m_panel->window().orderFrontRegardless();
 }

@@ -16,7 +16,7 @@ namespace talmo {
 DesktopExtensionSection::DesktopExtensionSection(std::shared_ptr<DesktopExtension> extension, Shown shown)
     : m_extension(std::move(extension)),
       m_shown(shown),
-      m_watcher(*m_extension, [this] { reread(); })
+      m_watcher(*m_extension, [this] { refresh(); })
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -30,11 +30,11 @@ DesktopExtensionSection::DesktopExtensionSection(std::shared_ptr<DesktopExtensio
     section->addWidget(m_enable);
     layout->addWidget(section);
     connect(m_enable, &QPushButton::clicked, this, [this] { m_extension->enable(); });
-    reread();
+    refresh();
     m_extension->refresh();
 }
 
-void DesktopExtensionSection::reread()
+void DesktopExtensionSection::refresh()
 {
     const auto status = m_extension->status();
     m_warning->setText(status.isMissing ? status.sentence : QString());

@@ -22,7 +22,7 @@ public:
     DesktopExtensionSection(std::shared_ptr<DesktopExtension> extension, Shown shown);
 
 private:
-    void reread();
+    void refresh();
 
     std::shared_ptr<DesktopExtension> m_extension;
     Shown m_shown;

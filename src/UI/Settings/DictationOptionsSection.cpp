@@ -11,7 +11,7 @@ namespace talmo {
 
 DictationOptionsSection::DictationOptionsSection(std::shared_ptr<DictationOptions> options)
     : m_options(std::move(options)),
-      m_watcher(*m_options, [this] { reread(); }, this)
+      m_watcher(*m_options, [this] { refresh(); }, this)
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -23,7 +23,7 @@ DictationOptionsSection::DictationOptionsSection(std::shared_ptr<DictationOption
               QT_TRANSLATE_NOOP("Talmo", "Plays a sound of the desktop when a recording starts, when it ends and when "
                                          "something goes wrong."));
     layout->addWidget(section);
-    reread();
+    refresh();
 }
 
 void DictationOptionsSection::addSwitch(SettingsSection &section, DictationOption option, const char *title,
@@ -38,7 +38,7 @@ void DictationOptionsSection::addSwitch(SettingsSection &section, DictationOptio
     m_switches.emplace_back(option, toggle);
 }
 
-void DictationOptionsSection::reread()
+void DictationOptionsSection::refresh()
 {
     for (const auto &[option, toggle] : m_switches) {
         const QSignalBlocker blocker(toggle);

@@ -20,7 +20,7 @@ class DictationOptionsSection final : public QWidget {
 public:
     explicit DictationOptionsSection(std::shared_ptr<DictationOptions> options);
 
-    void reread();
+    void refresh();
 
 private:
     void addSwitch(SettingsSection &section, DictationOption option, const char *title, const char *caption);

@@ -76,7 +76,7 @@ qsizetype placeOf(const QStringList &words, const QString &word, qsizetype equal
 
 DictionarySettingsTab::DictionarySettingsTab(ViewContext context)
     : m_context(std::move(context)),
-      m_watcher(*m_context.coordinator, [this] { reread(); }, this)
+      m_watcher(*m_context.coordinator, [this] { refresh(); }, this)
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -95,7 +95,7 @@ DictionarySettingsTab::DictionarySettingsTab(ViewContext context)
     if (m_context.pronunciations) {
         m_soundsWatcher = std::make_unique<ChangeWatcher>(*m_context.pronunciations, [this] { showSounds(); });
     }
-    reread();
+    refresh();
 }
 
 QWidget *DictionarySettingsTab::makeEntry()
@@ -206,7 +206,7 @@ void DictionarySettingsTab::saveSound()
     }
 }
 
-void DictionarySettingsTab::reread()
+void DictionarySettingsTab::refresh()
 {
     const QStringList words = m_context.settings->dictionaryWords();
     if (words == shownWords(*m_list)) {
@@ -240,7 +240,7 @@ void DictionarySettingsTab::add()
     const auto before = m_context.settings->dictionaryWords().size();
     m_context.settings->addDictionaryWord(m_field->text());
     m_field->clear();
-    reread();
+    refresh();
     if (m_context.settings->dictionaryWords().size() > before) {
         m_list->scrollToBottom();
     }
@@ -263,7 +263,7 @@ void DictionarySettingsTab::removeSelected()
     if (words.size() < before.size()) {
         m_context.settings->setDictionaryWords(words);
     }
-    reread();
+    refresh();
     if (firstRemoved >= 0 && !words.isEmpty()) { // So that several words can be deleted in succession.
         m_list->setCurrentRow(std::min(firstRemoved, m_list->count() - 1));
     }

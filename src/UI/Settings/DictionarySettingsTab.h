@@ -21,7 +21,7 @@ class DictionarySettingsTab final : public QWidget {
 public:
     explicit DictionarySettingsTab(ViewContext context);
 
-    void reread();
+    void refresh();
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -64,7 +64,7 @@ void setChecked(QCheckBox &toggle, bool isChecked)
 
 GeneralSettingsTab::GeneralSettingsTab(ViewContext context, std::function<void()> showRecogniser)
     : m_context(std::move(context)),
-      m_watcher(*m_context.coordinator, [this] { reread(); }, this)
+      m_watcher(*m_context.coordinator, [this] { refresh(); }, this)
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -82,7 +82,7 @@ GeneralSettingsTab::GeneralSettingsTab(ViewContext context, std::function<void()
     }
     buildStartup(*layout);
     layout->addStretch(1);
-    reread();
+    refresh();
 }
 
 void GeneralSettingsTab::buildPushToTalk(QVBoxLayout &layout)
@@ -152,7 +152,7 @@ void GeneralSettingsTab::buildStartup(QVBoxLayout &layout)
     });
 }
 
-void GeneralSettingsTab::reread()
+void GeneralSettingsTab::refresh()
 {
     const auto &settings = *m_context.settings;
     m_shortcut->setText(Wording::text(settings.hotkeyDisplayName()));

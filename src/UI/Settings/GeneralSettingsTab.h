@@ -23,7 +23,7 @@ public:
     explicit GeneralSettingsTab(ViewContext context, std::function<void()> showRecogniser = {});
 
     /// Refreshes from the settings at once; otherwise that happens after every change.
-    void reread();
+    void refresh();
 
 private:
     void buildPushToTalk(QVBoxLayout &layout);

@@ -39,8 +39,8 @@ HistorySection::HistorySection(std::shared_ptr<DictationOptions> options, std::s
       m_history(std::move(history)),
       m_recovery(std::move(recovery)),
       m_optionsWatcher(
-          *m_options, [this] { reread(); }, this),
-      m_historyWatcher(*m_history, [this] { reread(); }, this)
+          *m_options, [this] { refresh(); }, this),
+      m_historyWatcher(*m_history, [this] { refresh(); }, this)
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -52,7 +52,7 @@ HistorySection::HistorySection(std::shared_ptr<DictationOptions> options, std::s
     m_kept = makeKept();
     section->addWidget(m_kept);
     layout->addWidget(section);
-    reread();
+    refresh();
 }
 
 QWidget *HistorySection::makeKept()
@@ -95,7 +95,7 @@ void HistorySection::copySelected()
     }
 }
 
-void HistorySection::reread()
+void HistorySection::refresh()
 {
     const bool isOn = m_history->isOn();
     const QSignalBlocker blocker(m_keep);

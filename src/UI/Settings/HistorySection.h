@@ -22,7 +22,7 @@ public:
     HistorySection(std::shared_ptr<DictationOptions> options, std::shared_ptr<DictationHistory> history,
                    std::shared_ptr<DictationRecovery> recovery);
 
-    void reread();
+    void refresh();
 
 private:
     QWidget *makeKept();

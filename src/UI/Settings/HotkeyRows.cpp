@@ -28,7 +28,7 @@ const char *const capturingHelp = QT_TRANSLATE_NOOP("Talmo", "Press the key now.
 
 HotkeyRows::HotkeyRows(std::shared_ptr<HotkeySettings> settings)
     : m_settings(std::move(settings)),
-      m_watcher(*m_settings, [this] { reread(); }, this)
+      m_watcher(*m_settings, [this] { refresh(); }, this)
 {
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -60,7 +60,7 @@ HotkeyRows::HotkeyRows(std::shared_ptr<HotkeySettings> settings)
             m_settings->use(key->id);
         }
     });
-    reread();
+    refresh();
 }
 
 QPushButton *HotkeyRows::addButton(QHBoxLayout &row)
@@ -117,7 +117,7 @@ bool HotkeyRows::eventFilter(QObject *watched, QEvent *event)
     }
 }
 
-void HotkeyRows::reread()
+void HotkeyRows::refresh()
 {
     const auto capture = m_settings->capture();
     keepKeysFromControls(capture.has_value() && isVisible());
@@ -131,7 +131,7 @@ void HotkeyRows::reread()
     m_add->setEnabled(capture != HotkeySettings::Capture::Replace);
     m_help->setText(Wording::text(capture ? capturingHelp : restingHelp));
     m_problem->setText(m_settings->problem());
-    rereadKeys();
+    refreshKeys();
     const auto suggestion = m_settings->suggestion();
     m_suggestionLine->setVisible(suggestion && !capture);
     if (suggestion) {
@@ -142,7 +142,7 @@ void HotkeyRows::reread()
 }
 
 /// One key is shown in the row above.
-void HotkeyRows::rereadKeys()
+void HotkeyRows::refreshKeys()
 {
     while (auto *item = m_keys->takeAt(0)) {
         delete item->widget();

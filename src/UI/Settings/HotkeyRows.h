@@ -28,8 +28,8 @@ protected:
 private:
     QPushButton *addButton(QHBoxLayout &row);
     void toggleCapture(HotkeySettings::Capture capture);
-    void reread();
-    void rereadKeys();
+    void refresh();
+    void refreshKeys();
     void keepKeysFromControls(bool isCapturing);
 
     std::shared_ptr<HotkeySettings> m_settings;

@@ -16,7 +16,7 @@ namespace talmo {
 
 LanguageSection::LanguageSection(std::shared_ptr<LanguageSettings> settings, std::function<void()> onSetUp)
     : m_settings(std::move(settings)),
-      m_watcher(*m_settings, [this] { reread(); }, this)
+      m_watcher(*m_settings, [this] { refresh(); }, this)
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -45,10 +45,10 @@ LanguageSection::LanguageSection(std::shared_ptr<LanguageSettings> settings, std
         }
     });
     connect(useEnglish, &QPushButton::clicked, this, [this] { m_settings->useEnglish(); });
-    reread();
+    refresh();
 }
 
-void LanguageSection::reread()
+void LanguageSection::refresh()
 {
     QList<std::pair<QString, QString>> choices;
     for (const auto &choice : m_settings->choices()) {

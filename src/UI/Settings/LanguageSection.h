@@ -22,7 +22,7 @@ public:
     explicit LanguageSection(std::shared_ptr<LanguageSettings> settings, std::function<void()> onSetUp = {});
 
 private:
-    void reread();
+    void refresh();
 
     std::shared_ptr<LanguageSettings> m_settings;
     Picker *m_choice = nullptr;

@@ -31,7 +31,7 @@ const char *const whileShownCaption =
 MicrophoneSection::MicrophoneSection(std::shared_ptr<MicrophoneSettings> settings, Listening listening)
     : m_settings(std::move(settings)),
       m_listening(listening),
-      m_watcher(*m_settings, [this] { reread(); }, this)
+      m_watcher(*m_settings, [this] { refresh(); }, this)
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -46,7 +46,7 @@ MicrophoneSection::MicrophoneSection(std::shared_ptr<MicrophoneSettings> setting
     layout->addWidget(section);
     connect(m_settings.get(), &MicrophoneSettings::levelChanged, m_level,
             [this] { m_level->setLevel(m_settings->level()); });
-    reread();
+    refresh();
 }
 
 void MicrophoneSection::buildLevel(SettingsSection &section)
@@ -81,7 +81,7 @@ void MicrophoneSection::hideEvent(QHideEvent *event)
     QWidget::hideEvent(event);
 }
 
-void MicrophoneSection::reread()
+void MicrophoneSection::refresh()
 {
     QList<std::pair<QString, QString>> choices;
     for (const auto &choice : m_settings->choices()) {

@@ -32,7 +32,7 @@ protected:
 
 private:
     void buildLevel(SettingsSection &section);
-    void reread();
+    void refresh();
 
     std::shared_ptr<MicrophoneSettings> m_settings;
     Listening m_listening;

@@ -37,7 +37,7 @@ const char *const passwordFieldsCaption = QT_TRANSLATE_NOOP(
 
 PrivacySettingsTab::PrivacySettingsTab(ViewContext context)
     : m_context(std::move(context)),
-      m_watcher(*m_context.coordinator, [this] { reread(); }, this)
+      m_watcher(*m_context.coordinator, [this] { refresh(); }, this)
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -56,7 +56,7 @@ PrivacySettingsTab::PrivacySettingsTab(ViewContext context)
         layout->addWidget(new HistorySection(m_context.options, m_context.history, m_context.recovery));
     }
     layout->addStretch(1);
-    reread();
+    refresh();
 }
 
 QWidget *PrivacySettingsTab::makePermissions()
@@ -67,7 +67,7 @@ QWidget *PrivacySettingsTab::makePermissions()
                   [permissions] { return permissions->microphoneStatus() == SimpleStatus::Granted; });
     if (m_context.microphone) {
         m_permissions.back().isPresent = [microphone = m_context.microphone] { return microphone->hasMicrophone(); };
-        m_microphoneWatcher = std::make_unique<ChangeWatcher>(*m_context.microphone, [this] { reread(); });
+        m_microphoneWatcher = std::make_unique<ChangeWatcher>(*m_context.microphone, [this] { refresh(); });
         m_microphoneProblem = new WarningRow;
         section->addWidget(m_microphoneProblem);
     }
@@ -110,7 +110,7 @@ QWidget *PrivacySettingsTab::makePasswordFields()
                                                Wording::text(passwordFieldsCaption));
     connect(m_guardPasswordFields, &QCheckBox::toggled, this,
             [settings = m_context.passwordFields](bool on) { settings->setGuarded(on); });
-    m_passwordFieldsWatcher = std::make_unique<ChangeWatcher>(*m_context.passwordFields, [this] { reread(); });
+    m_passwordFieldsWatcher = std::make_unique<ChangeWatcher>(*m_context.passwordFields, [this] { refresh(); });
     return section;
 }
 
@@ -159,7 +159,7 @@ void PrivacySettingsTab::addPermission(SettingsSection &section, const QString &
     m_permissions.push_back({status, std::move(isGranted), {}});
 }
 
-void PrivacySettingsTab::reread()
+void PrivacySettingsTab::refresh()
 {
     for (const auto &[status, isGranted, isPresent] : m_permissions) {
         const bool isMissing = isPresent && !isPresent();

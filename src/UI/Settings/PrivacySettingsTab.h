@@ -22,7 +22,7 @@ class PrivacySettingsTab final : public QWidget {
 public:
     explicit PrivacySettingsTab(ViewContext context);
 
-    void reread();
+    void refresh();
 
 protected:
     void showEvent(QShowEvent *event) override;

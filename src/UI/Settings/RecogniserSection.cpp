@@ -51,7 +51,7 @@ void fill(QComboBox &picker, const QList<RecogniserSettings::Choice> &entries, c
 
 RecogniserSection::RecogniserSection(std::shared_ptr<RecogniserSettings> settings)
     : m_settings(std::move(settings)),
-      m_watcher(*m_settings, [this] { reread(); }, this)
+      m_watcher(*m_settings, [this] { refresh(); }, this)
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -62,7 +62,7 @@ RecogniserSection::RecogniserSection(std::shared_ptr<RecogniserSettings> setting
     buildModels(*section);
     buildInstallation(*section);
     layout->addWidget(section);
-    reread();
+    refresh();
 }
 
 void RecogniserSection::buildChoice(SettingsSection &section)
@@ -100,7 +100,7 @@ void RecogniserSection::buildModels(SettingsSection &section)
     m_licence->setOpenExternalLinks(true);
     m_licence->setTextInteractionFlags(Qt::TextBrowserInteraction);
     section.addWidget(m_licence);
-    connect(m_models, &QComboBox::activated, this, [this] { rereadModel(); });
+    connect(m_models, &QComboBox::activated, this, [this] { refreshModel(); });
     connect(m_action, &QPushButton::clicked, this, [this] { act(); });
 }
 
@@ -140,10 +140,10 @@ void RecogniserSection::act()
     }
 }
 
-void RecogniserSection::reread()
+void RecogniserSection::refresh()
 {
-    rereadChoice();
-    rereadOffer();
+    refreshChoice();
+    refreshOffer();
     QList<RecogniserSettings::Choice> entries;
     for (const auto &model : m_settings->models()) {
         entries.append({model.id, model.title});
@@ -155,17 +155,17 @@ void RecogniserSection::reread()
     }
     // Its row has the button that cancels.
     fill(*m_models, entries, begins ? installation->modelId : selectedModel());
-    rereadModel();
-    rereadInstallation();
+    refreshModel();
+    refreshInstallation();
 }
 
-void RecogniserSection::rereadChoice()
+void RecogniserSection::refreshChoice()
 {
     fill(*m_choice, m_settings->choices(), m_settings->choice());
     m_choiceProblem->setText(m_settings->choiceProblem());
 }
 
-void RecogniserSection::rereadOffer()
+void RecogniserSection::refreshOffer()
 {
     const auto offer = m_settings->offer();
     m_accept->setVisible(offer.has_value());
@@ -176,7 +176,7 @@ void RecogniserSection::rereadOffer()
     }
 }
 
-void RecogniserSection::rereadModel()
+void RecogniserSection::refreshModel()
 {
     const auto installation = m_settings->installation();
     const QString id = selectedModel();
@@ -202,7 +202,7 @@ void RecogniserSection::rereadModel()
     }
 }
 
-void RecogniserSection::rereadInstallation()
+void RecogniserSection::refreshInstallation()
 {
     const auto installation = m_settings->installation();
     m_progress->setVisible(installation.has_value());

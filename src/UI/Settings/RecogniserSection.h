@@ -28,11 +28,11 @@ private:
     void buildOffer(SettingsSection &section);
     void buildModels(SettingsSection &section);
     void buildInstallation(SettingsSection &section);
-    void reread();
-    void rereadChoice();
-    void rereadOffer();
-    void rereadModel();
-    void rereadInstallation();
+    void refresh();
+    void refreshChoice();
+    void refreshOffer();
+    void refreshModel();
+    void refreshInstallation();
     void act();
     QString selectedModel() const;
 

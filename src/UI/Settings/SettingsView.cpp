@@ -45,10 +45,10 @@ SettingsView::SettingsView(const ViewContext &context)
     if (context.recogniser) {
         addRecogniser(context.recogniser);
     }
-    m_rereadTabs = [general, dictionary, privacy] {
-        general->reread();
-        dictionary->reread();
-        privacy->reread();
+    m_refreshTabs = [general, dictionary, privacy] {
+        general->refresh();
+        dictionary->refresh();
+        privacy->refresh();
     };
     addShortcuts();
 }
@@ -105,9 +105,9 @@ void SettingsView::turnPages(int step)
     m_tabs->setCurrentIndex((m_tabs->currentIndex() + step + m_tabs->count()) % m_tabs->count());
 }
 
-void SettingsView::reread()
+void SettingsView::refresh()
 {
-    m_rereadTabs();
+    m_refreshTabs();
 }
 
 int SettingsView::idealHeight(int width) const

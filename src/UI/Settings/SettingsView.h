@@ -18,7 +18,7 @@ public:
     explicit SettingsView(const ViewContext &context);
 
     /// Refreshes everything at once; otherwise that happens after every change.
-    void reread();
+    void refresh();
     /// Turns to the recogniser's page, if there is one.
     void showRecogniser();
     /// The page that is shown.
@@ -37,7 +37,7 @@ private:
     QStackedWidget *m_pages;
     QWidget *m_firstPage = nullptr;
     int m_recogniserPage = -1;
-    std::function<void()> m_rereadTabs;
+    std::function<void()> m_refreshTabs;
 };
 
 } // namespace talmo

@@ -107,7 +107,7 @@ void SettingsWindow::present()
 {
     m_context.permissions->refresh();
     refreshAvailability();
-    m_view->reread();
+    m_view->refresh();
     if (!isVisible()) {
         place();
         setFocus(); // To the window rather than a control: the first press of Tab then reaches the first control.
@@ -147,14 +147,14 @@ void SettingsWindow::changeEvent(QEvent *event)
 
 void SettingsWindow::refreshAvailability()
 {
-    logEscapes(rereadAfter(m_context.refreshAvailability(), this));
+    logEscapes(refreshAfter(m_context.refreshAvailability(), this));
 }
 
-QCoro::Task<void> SettingsWindow::rereadAfter(QFuture<void> refreshed, QPointer<SettingsWindow> self)
+QCoro::Task<void> SettingsWindow::refreshAfter(QFuture<void> refreshed, QPointer<SettingsWindow> self)
 {
     co_await refreshed;
     if (self) {
-        self->m_view->reread();
+        self->m_view->refresh();
     }
 }
 

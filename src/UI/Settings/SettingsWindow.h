@@ -34,7 +34,7 @@ private:
     void endWelcome();
     void followFont();
     void refreshAvailability();
-    static QCoro::Task<void> rereadAfter(QFuture<void> refreshed, QPointer<SettingsWindow> self);
+    static QCoro::Task<void> refreshAfter(QFuture<void> refreshed, QPointer<SettingsWindow> self);
 
     ViewContext m_context;
     std::shared_ptr<ScreenSource> m_screens;

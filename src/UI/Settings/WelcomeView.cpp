@@ -43,7 +43,7 @@ const char *const whereItIs = QT_TRANSLATE_NOOP(
 WelcomeView::WelcomeView(const ViewContext &context, std::function<void()> done)
     : m_context(context),
       m_done(std::move(done)),
-      m_watcher({m_context.coordinator, m_context.recogniser.get()}, [this] { reread(); }, this)
+      m_watcher({m_context.coordinator, m_context.recogniser.get()}, [this] { refresh(); }, this)
 {
     auto *inner = m_page = new QWidget;
     auto *page = new QVBoxLayout(inner);
@@ -70,7 +70,7 @@ WelcomeView::WelcomeView(const ViewContext &context, std::function<void()> done)
     layout->setSpacing(0);
     layout->addWidget(area, 1);
     buildEnd(*layout);
-    reread();
+    refresh();
     setFocusProxy(m_field); // To try it is what a new user wants first.
 }
 
@@ -152,7 +152,7 @@ void WelcomeView::buildEnd(QVBoxLayout &page)
     page.addWidget(end);
 }
 
-void WelcomeView::reread()
+void WelcomeView::refresh()
 {
     const QString key = m_context.settings->hotkeyDisplayName();
     m_key->setText(Wording::text(key));
@@ -163,10 +163,10 @@ void WelcomeView::reread()
     m_missing->setText(canType ? QString()
                                : Wording::text(QT_TRANSLATE_NOOP("Talmo", "This desktop does not let Talmo type into "
                                                                           "other programs.")));
-    rereadOffer();
+    refreshOffer();
 }
 
-void WelcomeView::rereadOffer()
+void WelcomeView::refreshOffer()
 {
     if (!m_context.recogniser) {
         return;

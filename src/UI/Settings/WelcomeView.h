@@ -26,7 +26,7 @@ public:
     /// `done`: the user has seen enough.
     WelcomeView(const ViewContext &context, std::function<void()> done);
 
-    void reread();
+    void refresh();
     /// The height at which it fits without scrolling.
     int idealHeight(int width) const;
 
@@ -36,7 +36,7 @@ private:
     void buildTrial(QVBoxLayout &page);
     void buildOffer(QVBoxLayout &page);
     void buildEnd(QVBoxLayout &page);
-    void rereadOffer();
+    void refreshOffer();
 
     ViewContext m_context;
     std::function<void()> m_done;

@@ -189,14 +189,14 @@ TEST_F(GeneralTabTest, modelWarningIsShownEvenWhenDisabled)
 {
     const QString message = u"The on-device language model is still preparing. Try again shortly."_s;
     world.unavailability = message;
-    tab.reread();
+    tab.refresh();
     EXPECT_TRUE(texts().contains(message));
     EXPECT_TRUE(symbols(tab).contains(u"exclamationmark.triangle"_s));
     toggle(u"Enable AI cleanup"_s).click();
     settle();
     EXPECT_TRUE(texts().contains(message));
     world.unavailability.reset();
-    tab.reread();
+    tab.refresh();
     EXPECT_FALSE(texts().contains(message));
     EXPECT_FALSE(symbols(tab).contains(u"exclamationmark.triangle"_s));
 }
@@ -216,11 +216,11 @@ TEST_F(GeneralTabTest, bulletListsAreDimmedWithoutLanguageModel)
     EXPECT_FALSE(isDimmed());
     EXPECT_FALSE(texts().contains(needs));
     world.unavailability = u"The on-device language model isn't available right now."_s;
-    tab.reread();
+    tab.refresh();
     EXPECT_TRUE(isDimmed());
     EXPECT_TRUE(texts().contains(needs));
     world.unavailability.reset();
-    tab.reread();
+    tab.refresh();
     EXPECT_FALSE(isDimmed());
     toggle(u"Enable AI cleanup"_s).click();
     settle();
@@ -231,13 +231,13 @@ TEST_F(GeneralTabTest, bulletListsAreDimmedWithoutLanguageModel)
 TEST_F(GeneralTabTest, showsWhichServerAndModelGetTheText)
 {
     world.server = {u"qwen2.5:7b"_s, u"127.0.0.1:11434"_s, {}};
-    tab.reread();
+    tab.refresh();
     EXPECT_TRUE(texts().contains(u"Your text is sent to qwen2.5:7b at 127.0.0.1:11434."_s));
     toggle(u"Enable AI cleanup"_s).click();
     settle();
     EXPECT_TRUE(texts().contains(u"While this is off, no text is sent to qwen2.5:7b at 127.0.0.1:11434."_s));
     world.server = {};
-    tab.reread();
+    tab.refresh();
     EXPECT_FALSE(texts().join(u'\n').contains(u"11434"_s));
 }
 
@@ -245,12 +245,12 @@ TEST_F(GeneralTabTest, recommendsFasterModelWhileEditingIsSlow)
 {
     world.server = {u"qwen2.5:7b"_s, u"127.0.0.1:11434"_s, {}};
     world.server.slowness = EditingServer::Slowness{5, u"Qwen3 4B Instruct 2507"_s, 2500, u"Apache 2.0"_s};
-    tab.reread();
+    tab.refresh();
     const auto advice = u"Editing took longer than 5 seconds three times. A smaller model is faster, for example "
                         "Qwen3 4B Instruct 2507 (2500 MB, Apache 2.0)."_s;
     EXPECT_TRUE(texts().contains(advice));
     world.server.slowness = EditingServer::Slowness{5, {}, 0, {}};
-    tab.reread();
+    tab.refresh();
     EXPECT_TRUE(texts().contains(u"Editing took longer than 5 seconds three times. It is faster with a smaller model, "
                                  "or with AI cleanup turned off."_s));
     toggle(u"Enable AI cleanup"_s).click();
@@ -261,19 +261,19 @@ TEST_F(GeneralTabTest, recommendsFasterModelWhileEditingIsSlow)
 TEST_F(GeneralTabTest, showsWhichServersAreRefused)
 {
     world.server = {{}, {}, {u"127.0.0.1:8080"_s, u"127.0.0.1:1234"_s}};
-    tab.reread();
+    tab.refresh();
     EXPECT_TRUE(texts().contains(
         u"Another user's program is listening at 127.0.0.1:8080, 127.0.0.1:1234. Your text is not sent to it."_s));
     EXPECT_TRUE(symbols(tab).contains(u"exclamationmark.triangle"_s));
     world.server = {};
-    tab.reread();
+    tab.refresh();
     EXPECT_FALSE(symbols(tab).contains(u"exclamationmark.triangle"_s));
 }
 
 TEST_F(GeneralTabTest, shortensServersModelNameAsPlainText)
 {
     world.server = {u"<b>%2</b>"_s + QString(200, u'x'), u"127.0.0.1:8080"_s, {}};
-    tab.reread();
+    tab.refresh();
     EXPECT_TRUE(texts().contains(u"Your text is sent to <b>%2</b>"_s + QString(38, u'x') + u"… at 127.0.0.1:8080."_s));
 }
 

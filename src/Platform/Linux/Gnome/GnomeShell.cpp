@@ -180,7 +180,7 @@ QFuture<ShellPaster::Front> GnomeShell::front()
 QFuture<Outcome> GnomeShell::press(quint64 window, PasteStyle style)
 {
     if (style != PasteStyle::ControlV && style != PasteStyle::ControlShiftV) {
-        return ready(Outcome::CannotType); // The extension presses no other shortcut.
+        return makeReadyFuture(Outcome::CannotType); // The extension presses no other shortcut.
     }
     const auto answer = Completion<Outcome>::make();
     ask(QStringLiteral("Paste"), {window, shortcutName(style)},

@@ -226,12 +226,12 @@ bool ClipboardPaste::putEarlierBack()
 
 QFuture<PasteReceipt> ClipboardPaste::receipt()
 {
-    return m_receipt ? m_receipt->future() : ready(PasteReceipt());
+    return m_receipt ? m_receipt->future() : makeReadyFuture(PasteReceipt());
 }
 
 QFuture<void> ClipboardPaste::settled()
 {
-    return m_restore ? m_waiting.wait() : ready();
+    return m_restore ? m_waiting.wait() : makeReadyFuture();
 }
 
 } // namespace talmo

@@ -33,12 +33,12 @@ int LinuxAuthorizationSource::speechRecognitionStatus() const
 QFuture<bool> LinuxAuthorizationSource::requestMicrophoneAccess()
 {
     const bool isAuthorized = microphoneStatus() == authorized;
-    return isAuthorized || !m_askAgain ? ready(bool(isAuthorized)) : m_askAgain();
+    return isAuthorized || !m_askAgain ? makeReadyFuture(bool(isAuthorized)) : m_askAgain();
 }
 
 QFuture<int> LinuxAuthorizationSource::requestSpeechRecognitionAuthorization()
 {
-    return ready(int(authorized));
+    return makeReadyFuture(int(authorized));
 }
 
 } // namespace talmo

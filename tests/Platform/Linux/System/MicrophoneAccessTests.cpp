@@ -21,7 +21,7 @@ protected:
                                                    [this] {
                                                        ++questions;
                                                        isRefused = false;
-                                                       return ready(true);
+                                                       return makeReadyFuture(true);
                                                    });
     PermissionsManager permissions{source, std::make_shared<FakeInputTrust>(), std::make_shared<FakePaneOpener>()};
 };

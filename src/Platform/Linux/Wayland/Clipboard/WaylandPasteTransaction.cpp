@@ -191,7 +191,7 @@ QFuture<void> WaylandPasteTransaction::ownershipLost()
 {
     m_control->session().synchronise();
     const bool ownsClipboard = m_clipboard.isOwner() && !m_control->session().isBroken();
-    return ownsClipboard ? loss() : ready();
+    return ownsClipboard ? loss() : makeReadyFuture();
 }
 
 } // namespace talmo

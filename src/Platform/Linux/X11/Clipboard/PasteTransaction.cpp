@@ -176,7 +176,7 @@ QFuture<void> PasteTransaction::ownershipLost()
 {
     m_session.synchronise();
     const bool ownsClipboard = m_clipboard.isOwner() && !m_session.connection().isBroken();
-    return ownsClipboard ? loss() : ready();
+    return ownsClipboard ? loss() : makeReadyFuture();
 }
 
 QCoro::Task<void> PasteTransaction::shutDown(std::shared_ptr<PasteTransaction> self)

@@ -131,7 +131,7 @@ void XSettings::findManager()
     }
 }
 
-void XSettings::reread()
+void XSettings::refresh()
 {
     const auto texts = xSettingsTexts(xProperty(applicationConnection(), m_manager, applicationAtom(settingsAtom)));
     if (std::exchange(m_texts, texts) != texts) {
@@ -148,7 +148,7 @@ bool XSettings::nativeEventFilter(const QByteArray & /*eventType*/, void *messag
     if (type == XCB_PROPERTY_NOTIFY) {
         const auto *change = static_cast<const xcb_property_notify_event_t *>(message);
         if (change->window == m_manager && change->atom == applicationAtom(settingsAtom)) {
-            QMetaObject::invokeMethod(this, &XSettings::reread, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(this, &XSettings::refresh, Qt::QueuedConnection);
         }
     } else if (type == XCB_CLIENT_MESSAGE) {
         const auto *announcement = static_cast<const xcb_client_message_event_t *>(message);
@@ -158,7 +158,7 @@ bool XSettings::nativeEventFilter(const QByteArray & /*eventType*/, void *messag
                 this,
                 [this] {
                     findManager();
-                    reread();
+                    refresh();
                 },
                 Qt::QueuedConnection);
         }

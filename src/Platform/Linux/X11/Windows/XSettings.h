@@ -26,7 +26,7 @@ public:
 private:
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
     void findManager();
-    void reread();
+    void refresh();
 
     quint32 m_manager = 0; ///< Its window; 0 if there is none.
     QHash<QByteArray, QString> m_texts;
