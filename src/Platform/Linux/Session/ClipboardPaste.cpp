@@ -22,8 +22,9 @@ QList<PasteboardRepresentation> flattened(const QList<PasteboardItem> &items)
 
 } // namespace
 
-ClipboardPaste::ClipboardPaste(EarlierContent::Moment moment)
-    : m_earlier([this] { putEarlierBack(); }, moment)
+ClipboardPaste::ClipboardPaste(EarlierContent::Moment moment, std::chrono::milliseconds secretTime)
+    : m_earlier([this] { putEarlierBack(); }, moment),
+      m_secret([this] { removeSecret(); }, secretTime)
 {
     m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::PreciseTimer);
@@ -77,7 +78,7 @@ void ClipboardPaste::setString(const QString &text)
     m_hasText = m_isPasting;
     if (!m_isPasting) {
         m_earlier.drop();
-        handleNewContent();
+        m_secret.forget();
     }
     if (!own(textContent(text)) && m_isPasting) {
         refuse(Outcome::ClipboardLost);
@@ -141,11 +142,26 @@ void ClipboardPaste::handleLost()
     }
 }
 
-void ClipboardPaste::endSecret()
+bool ClipboardPaste::holdsSecret(const Content &content) const
+{
+    return m_secret.isSecret() && isSecret(content);
+}
+
+/// What a paste or an unread text covers is dealt with when it comes back.
+void ClipboardPaste::removeSecret()
 {
     const bool stands = !m_isPasting && !m_restore && !m_earlier.isHeld();
     if (stands && isOwner() && isSecret(ownContent())) {
         stand({});
+    }
+}
+
+void ClipboardPaste::bringBack(const Content &content)
+{
+    const bool isOver = holdsSecret(content) && m_secret.isOver();
+    stand(isOver ? Content() : content);
+    if (holdsSecret(content) && !isOver) {
+        m_secret.putBack();
     }
 }
 

@@ -6,9 +6,11 @@
 #include "Insertion/Pasteboard.h"
 #include "Insertion/RestorePolicy.h"
 #include "Platform/Linux/Session/EarlierContent.h"
+#include "Platform/Linux/Session/SecretLifetime.h"
 
 #include <QTimer>
 
+#include <chrono>
 #include <memory>
 #include <optional>
 
@@ -44,7 +46,8 @@ protected:
     using Outcome = PasteReceipt::Outcome;
     using Time = RestorePolicy::Time;
 
-    explicit ClipboardPaste(EarlierContent::Moment moment);
+    /// `secretTime`: see SecretLifetime.
+    ClipboardPaste(EarlierContent::Moment moment, std::chrono::milliseconds secretTime);
     virtual ~ClipboardPaste() = default;
 
     // The clipboard.
@@ -74,10 +77,8 @@ protected:
     // The content that comes back.
     /// The clipboard stands by itself again: puts the content on it, or nothing if it is empty.
     virtual void stand(const Content &content) = 0;
-    virtual void bringBack(const Content &content) = 0;
     virtual void giveBackPrimary() = 0;
-    /// Something else than a paste was written, or another program has taken the clipboard for good.
-    virtual void handleNewContent() {}
+    /// Another program has taken the clipboard for good.
     virtual void handleTaken() {}
 
     // For the subclass, as things happen.
@@ -85,8 +86,6 @@ protected:
     void handleLost();
     /// The policy has been told of a read.
     void handleRead();
-    /// A secret that stands on the clipboard goes.
-    void endSecret();
     void restoreIfDue();
     void withhold(Outcome outcome);
     /// Begins the paste whose begin() came while the restore before was pending.
@@ -103,6 +102,9 @@ protected:
     RestorePolicy &policy() { return m_policy; }
     const RestorePolicy &policy() const { return m_policy; }
     EarlierContent &earlier() { return m_earlier; }
+    SecretLifetime &secret() { return m_secret; }
+    /// Whether this is another program's secret.
+    bool holdsSecret(const Content &content) const;
     /// Waits until another program owns the clipboard.
     QFuture<void> loss() { return m_waitingForLoss.wait(); }
     void finishLoss() { m_waitingForLoss.finish(); }
@@ -110,6 +112,8 @@ protected:
 private:
     void conclude(Outcome outcome);
     void applyRestore();
+    void bringBack(const Content &content);
+    void removeSecret();
 
     bool m_isPasting = false;
     bool m_beginsAfterRestore = false;
@@ -125,6 +129,7 @@ private:
 
     std::optional<Content> m_restore;
     EarlierContent m_earlier;
+    SecretLifetime m_secret;
     QTimer m_timer;
     WaitingList m_waiting;
     WaitingList m_waitingForLoss;

@@ -259,4 +259,17 @@ TEST_F(WaylandPasteTest, secretIsRemovedAgain)
     EXPECT_TRUE(testbed::pollUntil([this] { return desktop->offeredTypes().isEmpty(); }, 10s));
 }
 
+TEST_F(WaylandPasteTest, textCopiedOverRestoredSecretStays)
+{
+    pasteboard = std::make_shared<WaylandPasteboard>(session, 200ms);
+    poster = std::make_unique<WaylandKeyEventPoster>(session, pasteboard->transaction());
+    desktop->copy("secret", u"x-kde-passwordManagerHint"_s);
+    openGtkWindow();
+    EXPECT_EQ(paste(u"new"_s), Outcome::Taken);
+    ASSERT_TRUE(waitFor(pasteboard->settled()));
+    pasteboard->clearContents();
+    pasteboard->setString(u"the last dictation"_s);
+    EXPECT_FALSE(testbed::pollUntil([this] { return desktop->offeredTypes().isEmpty(); }, 1s));
+}
+
 } // namespace talmo::test

@@ -22,16 +22,13 @@ constexpr auto longestReading = 1s;
 
 WaylandPasteTransaction::WaylandPasteTransaction(std::shared_ptr<DataControl> control, FrontSource front,
                                                  std::chrono::milliseconds secretTime)
-    : ClipboardPaste(EarlierContent::Moment::AfterFirstRequest),
+    : ClipboardPaste(EarlierContent::Moment::AfterFirstRequest, secretTime),
       m_control(std::move(control)),
       m_front(std::move(front)),
       m_clipboard(*m_control, WaylandSelection::Clipboard),
       m_primary(*m_control, WaylandSelection::Primary),
       m_reader(*m_control)
 {
-    m_secretTimer.setSingleShot(true);
-    m_secretTimer.setInterval(secretTime);
-    QObject::connect(&m_secretTimer, &QTimer::timeout, &m_secretTimer, [this] { endSecret(); });
     const auto onRead = [this](const OwnedSelection::Read &read) { noteRead(read); };
     m_clipboard.setOnRead(onRead);
     m_primary.setOnRead(onRead);
@@ -91,6 +88,9 @@ WaylandPasteTransaction::readOrOwn(std::shared_ptr<WaylandPasteTransaction> self
     if (reading.loss != OfferReading::Loss::None && self->m_onLoss) {
         self->m_onLoss(reading.loss);
     }
+    if (selection == WaylandSelection::Clipboard) {
+        self->secret().noteContent(reading.representations);
+    }
     co_return reading.representations;
 }
 
@@ -148,14 +148,6 @@ void WaylandPasteTransaction::noteRead(const OwnedSelection::Read &read)
 bool WaylandPasteTransaction::isHopeless(Time now) const
 {
     return !policy().isPosted() && now >= textTime() + longestPosting;
-}
-
-void WaylandPasteTransaction::bringBack(const Content &content)
-{
-    stand(content);
-    if (isSecret(content) && !m_secretTimer.isActive()) {
-        m_secretTimer.start();
-    }
 }
 
 void WaylandPasteTransaction::stand(const Content &content)

@@ -6,7 +6,6 @@
 #include "Platform/Linux/Wayland/Windows/FrontApplication.h"
 
 #include <QCoro/QCoroTask>
-#include <QTimer>
 
 #include <functional>
 #include <memory>
@@ -18,11 +17,9 @@ class WaylandPasteTransaction final : public ClipboardPaste {
 public:
     using OnLoss = std::function<void(OfferReading::Loss)>;
 
-    static constexpr std::chrono::minutes longestSecretTime{1};
-
-    /// `secretTime`: how long a password that Talmo restored stays; its own program can no longer remove it.
+    /// `secretTime`: see SecretLifetime. The protocol does not tell when the program ends that copied a secret.
     WaylandPasteTransaction(std::shared_ptr<DataControl> control, FrontSource front,
-                            std::chrono::milliseconds secretTime = longestSecretTime);
+                            std::chrono::milliseconds secretTime = SecretLifetime::longestTime);
     WaylandPasteTransaction(const WaylandPasteTransaction &) = delete;
     WaylandPasteTransaction &operator=(const WaylandPasteTransaction &) = delete;
     ~WaylandPasteTransaction() override = default;
@@ -58,7 +55,6 @@ protected:
     bool isHopeless(Time now) const override;
 
     void stand(const Content &content) override;
-    void bringBack(const Content &content) override;
     void giveBackPrimary() override;
 
 private:
@@ -81,7 +77,6 @@ private:
 
     Content m_primarySnapshot;
     bool m_ownsPrimaryForPaste = false;
-    QTimer m_secretTimer;
 };
 
 } // namespace talmo

@@ -12,7 +12,7 @@ class WaylandPasteboard final : public SessionPasteboard<WaylandSession, Wayland
 public:
     /// `secretTime`: see WaylandPasteTransaction.
     explicit WaylandPasteboard(std::shared_ptr<WaylandSession> session,
-                               std::chrono::milliseconds secretTime = WaylandPasteTransaction::longestSecretTime);
+                               std::chrono::milliseconds secretTime = SecretLifetime::longestTime);
 
     /// Completes a pending restore; nothing can be pasted afterwards. Finishes within two and a half seconds.
     QFuture<void> shutDown();

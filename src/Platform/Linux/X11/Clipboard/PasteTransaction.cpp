@@ -17,14 +17,12 @@ constexpr auto pingDelay = 1000ms;
 } // namespace
 
 PasteTransaction::PasteTransaction(XSession &session, std::chrono::milliseconds secretTime)
-    : ClipboardPaste(EarlierContent::Moment::AfterLastRequest),
+    : ClipboardPaste(EarlierContent::Moment::AfterLastRequest, secretTime),
       m_session(session),
       m_clipboard(session, "CLIPBOARD"),
       m_primary(session),
       m_overdue(session, m_clipboard, m_primary.server()),
-      m_secret(
-          session, [this] { endSecret(); }, secretTime),
-      m_snapshots(std::make_shared<SnapshotReader>(session, m_secret))
+      m_snapshots(std::make_shared<SnapshotReader>(session, secret()))
 {
     const auto onRequest = [this](const SelectionServer::Request &request) { handleRequest(request); };
     m_clipboard.setOnRequest(onRequest);
@@ -154,15 +152,6 @@ void PasteTransaction::handleWithheld(Outcome outcome)
     }
 }
 
-void PasteTransaction::bringBack(const Content &content)
-{
-    const bool holdsSecret = m_secret.isSecret() && isSecret(content);
-    stand(holdsSecret && m_secret.isOver() ? Content() : content);
-    if (holdsSecret && !m_secret.isOver()) {
-        m_secret.putBack();
-    }
-}
-
 void PasteTransaction::stand(const Content &content)
 {
     if (content.isEmpty() && m_overdue.isEmpty()) {
@@ -186,7 +175,7 @@ QCoro::Task<void> PasteTransaction::shutDown(std::shared_ptr<PasteTransaction> s
     const auto idle = self->settled();
     co_await idle;
     // A secret must not be passed to a clipboard manager.
-    if (self->m_clipboard.isOwner() && !(self->m_secret.isSecret() && isSecret(self->m_clipboard.content()))) {
+    if (self->m_clipboard.isOwner() && !self->holdsSecret(self->m_clipboard.content())) {
         co_await self->m_snapshots->handOver();
     }
 }

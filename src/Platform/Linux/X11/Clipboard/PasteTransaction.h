@@ -3,7 +3,6 @@
 #include "Platform/Linux/Session/ClipboardPaste.h"
 #include "Platform/Linux/X11/Clipboard/OverduePastes.h"
 #include "Platform/Linux/X11/Clipboard/PrimaryLoan.h"
-#include "Platform/Linux/X11/Clipboard/SecretLifetime.h"
 #include "Platform/Linux/X11/Clipboard/SelectionServer.h"
 #include "Platform/Linux/X11/Clipboard/SnapshotReader.h"
 #include "Platform/Linux/X11/Windows/FrontWindow.h"
@@ -59,9 +58,7 @@ protected:
     void handleWithheld(Outcome outcome) override;
 
     void stand(const Content &content) override;
-    void bringBack(const Content &content) override;
     void giveBackPrimary() override { m_primary.giveBack(); }
-    void handleNewContent() override { m_secret.forget(); }
     void handleTaken() override { m_overdue.clear(); }
 
 private:
@@ -73,7 +70,6 @@ private:
     SelectionServer m_clipboard;
     PrimaryLoan m_primary;
     OverduePastes m_overdue;
-    SecretLifetime m_secret;
     std::shared_ptr<SnapshotReader> m_snapshots;
     FrontWindow m_target;
 };

@@ -1,7 +1,5 @@
 #include "Platform/Linux/X11/Clipboard/SnapshotReader.h"
 
-#include "Platform/Linux/Session/ClipboardHints.h"
-
 #include <utility>
 
 namespace talmo {
@@ -19,6 +17,7 @@ constexpr SelectionReader::Timeout snapshotTimeout{500ms, 2000ms};
 SnapshotReader::SnapshotReader(XSession &session, SecretLifetime &secret)
     : m_session(session),
       m_secret(secret),
+      m_secretOwner(session, secret),
       m_reader(session)
 {
 }
@@ -34,11 +33,8 @@ QCoro::Task<SnapshotReader::Content> SnapshotReader::read(std::shared_ptr<Snapsh
         self->m_onLoss(reading.loss);
     }
     if (server->selection() == self->m_session.connection().atom("CLIPBOARD")) {
-        if (isSecret(reading.representations)) {
-            self->m_secret.begin(owner);
-        } else {
-            self->m_secret.forget();
-        }
+        self->m_secret.noteContent(reading.representations);
+        self->m_secretOwner.watch(owner);
     }
     co_return reading.representations;
 }

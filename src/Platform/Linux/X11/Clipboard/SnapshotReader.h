@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/X11/Clipboard/SecretLifetime.h"
+#include "Platform/Linux/X11/Clipboard/SecretOwner.h"
 #include "Platform/Linux/X11/Clipboard/SelectionReader.h"
 #include "Platform/Linux/X11/Clipboard/SelectionServer.h"
 
@@ -34,6 +34,7 @@ public:
 private:
     XSession &m_session;
     SecretLifetime &m_secret;
+    SecretOwner m_secretOwner;
     SelectionReader m_reader;
     OnLoss m_onLoss;
 };

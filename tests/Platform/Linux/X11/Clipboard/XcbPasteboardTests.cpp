@@ -33,6 +33,14 @@ TEST_F(XcbPasteboardTest, snapshotOutlivesOwnerAndIsServedByteForByte)
     EXPECT_EQ(xclip(u"UTF8_STRING"_s), u"plain – text"_s.toUtf8());
 }
 
+TEST(ServerTime, isComparedAcrossItsWrap)
+{
+    EXPECT_TRUE(isBefore(0xFFFFFFF0, 0x10));
+    EXPECT_FALSE(isBefore(0x10, 0xFFFFFFF0));
+    EXPECT_TRUE(isBefore(0x7FFFFFFF, 0x80000000));
+    EXPECT_FALSE(isBefore(7, 7));
+}
+
 TEST_F(XcbPasteboardTest, offersCommonTextTypesMarkedSecret)
 {
     pasteboard->setString(u"grün"_s);
