@@ -195,15 +195,16 @@ bool isOwnUser(const QLocalSocket &socket)
            peer.uid == ::geteuid();
 }
 
-std::optional<QByteArray> exchange(const QByteArray &request, int connectTimeout, int answerTimeout)
+std::optional<QByteArray> exchange(const QByteArray &request, int connectTimeout, int answerTimeout,
+                                   const QString &socketPath)
 {
     QLocalSocket socket;
-    socket.connectToServer(path());
+    socket.connectToServer(socketPath);
     if (!socket.waitForConnected(connectTimeout)) {
         return std::nullopt;
     }
     if (!isOwnUser(socket)) {
-        generalLog().error("another user's process is listening at %@; nothing was sent to it", {path()});
+        generalLog().error("another user's process is listening at %@; nothing was sent to it", {socketPath});
         return std::nullopt;
     }
     socket.write(request);

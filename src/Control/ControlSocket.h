@@ -79,9 +79,11 @@ bool asksForStatus(const QByteArray &request);
 /// Whether the program at the other end of a connected socket runs as this user, according to the kernel.
 bool isOwnUser(const QLocalSocket &socket);
 
-/// Sends a request to the Talmo on this display and waits for the complete answer; timeouts in milliseconds. Nullopt if
-/// nothing listens there, or another user's process does. Empty if no answer arrives in time.
-std::optional<QByteArray> exchange(const QByteArray &request, int connectTimeout, int answerTimeout);
+/// Sends a request to the Talmo on this display, or to whoever listens on the given socket, and waits for the complete
+/// answer; timeouts in milliseconds. Nullopt if nothing listens there, or another user's process does. Empty if no
+/// answer arrives in time.
+std::optional<QByteArray> exchange(const QByteArray &request, int connectTimeout, int answerTimeout,
+                                   const QString &socketPath = path());
 
 QByteArray answer(const std::optional<QString> &error);
 QByteArray textAnswer(const QString &text);

@@ -24,6 +24,8 @@ struct Pasting {
     std::function<QFuture<void>()> shutDown;
     /// Finishes once Talmo no longer owns the clipboard.
     std::function<QFuture<void>()> ownershipLost;
+    /// Sets what is called, on any thread, if some of the clipboard's content cannot be saved.
+    std::function<void(std::function<void()>)> setOnLoss;
 };
 
 /// Throws Error if there is no desktop.

@@ -1,4 +1,5 @@
 #include "Control/ControlSocket.h"
+#include "Files/FileLock.h"
 #include "Insertion/ClipboardPasteInsertionService.h"
 #include "Insertion/PasswordFieldGuard.h"
 #include "Insertion/VerifiedInsertionService.h"
@@ -7,15 +8,26 @@
 #include "Platform/Pasting.h"
 #include "talmoctl/Background.h"
 #include "talmoctl/Command.h"
+#include "talmoctl/HeldClipboard.h"
 #include "talmoctl/Terminal.h"
 #include "talmoctl/UserSettings.h"
 
 #include <QCoro/QCoroFuture>
-#include <QLockFile>
+
+#include <optional>
 
 namespace talmo::ctl {
 
 namespace {
+
+/// The kernel has no timeout for a lock.
+constexpr Duration turnInterval = std::chrono::milliseconds(10);
+constexpr Duration longestTurn = std::chrono::seconds(8);
+
+QString turnPath()
+{
+    return ControlSocket::path() + QStringLiteral(".paste");
+}
 
 /// Has the Talmo on this display insert the text; false if none is running. Throws Error with its message, or if it
 /// does not answer in time: it may still insert the text then, so the caller must not try again itself.
@@ -39,21 +51,32 @@ bool guardsPasswordFields()
 
 /// Inserts without a running Talmo. The process stays in the background for as long as the clipboard needs an owner:
 /// until the earlier content has been restored, and then until a clipboard manager or another program takes over. The
-/// next one waits until then, since it would take this text for the user's clipboard.
+/// next one waits for the restore, or asks for it if nothing has read this text, since it would otherwise take the text
+/// for the user's clipboard.
 QCoro::Task<int> insertAlone(QString text, std::shared_ptr<Background> background)
 {
-    QLockFile turn(ControlSocket::path() + QStringLiteral(".paste"));
-    constexpr int longestTurn = 8000;
-    if (!turn.tryLock(longestTurn) && turn.error() == QLockFile::LockFailedError) {
-        throw Error(QStringLiteral("Another paste has not finished. Try again in a moment."));
+    const std::shared_ptr<Clock> clock = std::make_shared<TimerFdClock>();
+    std::optional<FileLock> turn;
+    const Instant latest = clock->now() + longestTurn;
+    turn.emplace(turnPath());
+    while (turn->outcome() == FileLock::Outcome::HeldByAnother) {
+        if (clock->now() >= latest) {
+            throw Error(QStringLiteral("Another paste has not finished. Try again in a moment."));
+        }
+        const auto pause = clock->sleep(turnInterval);
+        co_await pause;
+        turn.emplace(turnPath());
     }
+    HeldClipboard::restore();
     const Pasting desktop = openPasting();
-    const auto clock = std::make_shared<TimerFdClock>();
+    desktop.setOnLoss(
+        [] { complain(QStringLiteral("Part of the clipboard was lost. Copy it again if you need it.")); });
     const auto pasting = std::make_shared<ClipboardPasteInsertionService>(desktop.pasteboard, desktop.keyPoster,
                                                                           desktop.inputTrust, clock);
     const auto verified = std::make_shared<VerifiedInsertionService>(pasting, desktop.witness);
     PasswordFieldGuard service(verified, desktop.focusedField, clock, &guardsPasswordFields);
     int status = EXIT_SUCCESS;
+    std::optional<HeldClipboard> held;
     try {
         co_await service.insert(text);
     } catch (const PasswordFieldError &) {
@@ -62,11 +85,17 @@ QCoro::Task<int> insertAlone(QString text, std::shared_ptr<Background> backgroun
         status = EXIT_FAILURE;
     } catch (const TextNotTakenError &error) {
         complain(error.localizedDescription());
-        status = EXIT_FAILURE; // The process stays: it owns the clipboard that holds the text.
+        status = EXIT_FAILURE;
+        held.emplace(desktop.witness); // Before the caller goes on: its next command may come at once.
     }
     background->release(status);
     co_await desktop.pasteboard->settled();
-    turn.unlock();
+    turn.reset();
+    if (held) {
+        co_await desktop
+            .ownershipLost(); // A clipboard manager would take the text, and the earlier content would be lost.
+        held.reset();
+    }
     co_await desktop.shutDown();
     co_await desktop.ownershipLost();
     co_return status;

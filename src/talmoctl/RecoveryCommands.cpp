@@ -3,6 +3,7 @@
 #include "Platform/Linux/Session/BusStates.h"
 #include "Platform/Linux/Session/SessionBus.h"
 #include "talmoctl/Command.h"
+#include "talmoctl/HeldClipboard.h"
 #include "talmoctl/Terminal.h"
 
 #include <QCoro/QCoroFuture>
@@ -47,7 +48,9 @@ QCoro::Task<int> runTrace(Invocation /*invocation*/)
 
 QCoro::Task<int> runRestoreClipboard(Invocation /*invocation*/)
 {
-    ask(ControlSocket::earlierClipboardRequest());
+    if (!HeldClipboard::restore()) { // Nobody but Talmo itself keeps any.
+        ask(ControlSocket::earlierClipboardRequest());
+    }
     co_return EXIT_SUCCESS;
 }
 

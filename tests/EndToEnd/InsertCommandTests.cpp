@@ -20,10 +20,14 @@ protected:
     /// Runs talmoctl insert; returns its exit status.
     int insert(const QByteArray &text, const QStringList &options = {})
     {
+        return run(QStringList{u"insert"_s} + options, text);
+    }
+    int run(const QStringList &arguments, const QByteArray &text = {})
+    {
         QProcess process;
         process.setProcessEnvironment(environment);
         process.setProcessChannelMode(QProcess::MergedChannels);
-        process.start(QStringLiteral(TALMO_BIN "/talmoctl"), QStringList{u"insert"_s} + options);
+        process.start(QStringLiteral(TALMO_BIN "/talmoctl"), arguments);
         process.write(text);
         process.closeWriteChannel();
         EXPECT_TRUE(testbed::waitUntil([&process] { return process.state() == QProcess::NotRunning; }, timeout));
@@ -119,6 +123,27 @@ TEST_F(InsertCommandEndToEndTest, withoutTalmoManyInARowKeepTheClipboard)
     }
     EXPECT_TRUE(windowShows(all));
     EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, timeout));
+}
+
+TEST_F(InsertCommandEndToEndTest, withoutTalmoUnreadTextKeepsClipboardForNextCommand)
+{
+    copy(u"clipboard before"_s);
+    EXPECT_EQ(insert("nobody reads this"), 1) << "there is no window";
+    EXPECT_EQ(clipboard(), "nobody reads this");
+    openQtWindow();
+    EXPECT_EQ(insert("typed by a script"), 0) << output.toStdString();
+    EXPECT_TRUE(windowShows(u"typed by a script"_s));
+    EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "clipboard before\n"; }, timeout));
+    EXPECT_TRUE(testbed::pollUntil([this] { return talmoctlProcesses().size() == 1; }, timeout));
+}
+
+TEST_F(InsertCommandEndToEndTest, withoutTalmoRestoreClipboardUndoesUnreadText)
+{
+    copy(u"clipboard before"_s);
+    EXPECT_EQ(insert("nobody reads this"), 1) << "there is no window";
+    EXPECT_EQ(run({u"restore-clipboard"_s}), 0) << output.toStdString();
+    EXPECT_EQ(clipboard(), "clipboard before\n");
+    EXPECT_EQ(run({u"restore-clipboard"_s}), 1) << "nothing is kept any more";
 }
 
 TEST_F(InsertCommandEndToEndTest, withoutTalmoEmptyClipboardLeavesNoProcess)

@@ -16,7 +16,10 @@ Pasting openWaylandPasting(const std::shared_ptr<WaylandSession> &session)
             std::make_shared<WaylandInputTrust>(),
             std::make_shared<WaylandFocusedField>(),
             [pasteboard] { return pasteboard->shutDown(); },
-            [pasteboard] { return pasteboard->ownershipLost(); }};
+            [pasteboard] { return pasteboard->ownershipLost(); },
+            [pasteboard](const std::function<void()> &callback) {
+                pasteboard->setOnLoss([callback](OfferReading::Loss /*loss*/) { callback(); });
+            }};
 }
 
 } // namespace talmo

@@ -18,7 +18,10 @@ Pasting openX11Pasting(bool isNested, const std::shared_ptr<ShellPaster> &shell)
             std::make_shared<XInputTrust>(session, nullptr),
             std::make_shared<AtSpiFocusedField>(session),
             [pasteboard] { return pasteboard->shutDown(); },
-            [pasteboard] { return pasteboard->ownershipLost(); }};
+            [pasteboard] { return pasteboard->ownershipLost(); },
+            [pasteboard](const std::function<void()> &callback) {
+                pasteboard->setOnLoss([callback](SelectionReading::Loss /*loss*/) { callback(); });
+            }};
 }
 
 } // namespace talmo
