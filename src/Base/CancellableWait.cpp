@@ -1,6 +1,7 @@
 #include "Base/CancellableWait.h"
 
 #include "Base/Error.h"
+#include "Base/Log.h"
 
 #include <QCoro/QCoroFuture>
 
@@ -15,6 +16,17 @@ QCoro::Task<bool> hasElapsed(QFuture<void> wait)
         isCancelled = true;
     }
     co_return !isCancelled;
+}
+
+QCoro::Task<bool> isTimeUp(QFuture<void> limit)
+{
+    try {
+        const bool isDue = co_await hasElapsed(limit);
+        co_return isDue;
+    } catch (const std::exception &error) {
+        generalLog().error("a timer failed: %s", {QString::fromUtf8(error.what())});
+    }
+    co_return true;
 }
 
 } // namespace talmo

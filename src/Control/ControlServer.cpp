@@ -106,7 +106,7 @@ void ControlServer::listenTo(QLocalSocket &socket)
 QCoro::Task<void> ControlServer::hangUpAt(QPointer<QLocalSocket> socket, QFuture<void> deadline)
 {
     // Cancelled once the request has arrived, or the client has disconnected.
-    const bool isDue = co_await hasElapsed(deadline);
+    const bool isDue = co_await isTimeUp(deadline);
     if (isDue && socket) {
         answerAndClose(*socket, QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The request took too long to arrive.")));
     }

@@ -65,7 +65,7 @@ QCoro::Task<void> PasswordFieldGuard::takeAnswer(QFuture<bool> isPassword, Answe
 
 QCoro::Task<void> PasswordFieldGuard::giveUp(QFuture<void> timeIsUp, Answer answer)
 {
-    const bool isDue = co_await hasElapsed(timeIsUp);
+    const bool isDue = co_await isTimeUp(timeIsUp);
     if (isDue) {
         answer->finish(false);
     }

@@ -76,9 +76,12 @@ public:
         Instant due = std::min(clock->now() + limits.silence, latest);
         while (exchange && clock->now() < due) {
             const auto waiting = clock->sleep(due - clock->now(), over);
-            const bool isDue = co_await hasElapsed(waiting);
+            const bool isDue = co_await isTimeUp(waiting);
             if (!isDue) { // The response came first.
                 co_return;
+            }
+            if (clock->now() < due) { // There is no timer.
+                break;
             }
             if (exchange) {
                 due = std::min(exchange->m_lastProgress + limits.silence, latest);

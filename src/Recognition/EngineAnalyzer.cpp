@@ -206,7 +206,7 @@ QCoro::Task<void> EngineAnalyzer::Recognition::watch(std::weak_ptr<Recognition> 
     Duration standstill{};
     while (!finalised->isDone() && standstill < longestStandstill) {
         const auto waiting = clock->sleep(watchInterval, stop);
-        const bool isDue = co_await hasElapsed(waiting);
+        const bool isDue = co_await isTimeUp(waiting);
         const auto self = weakSelf.lock();
         if (!isDue || !self) {
             co_return;

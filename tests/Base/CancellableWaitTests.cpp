@@ -31,7 +31,33 @@ struct Waiting {
     Waiting() { logEscapes(noteOutcome(wait->future(), &outcome, &hasFailed)); }
 };
 
+QCoro::Task<void> noteBound(QFuture<void> bound, std::optional<bool> *outcome)
+{
+    const bool hasCome = co_await isTimeUp(bound);
+    *outcome = hasCome;
+}
+
 } // namespace
+
+TEST(CancellableWait, boundWhoseTimerFailsIsOver)
+{
+    const auto bound = Completion<void>::make();
+    std::optional<bool> outcome;
+    logEscapes(noteBound(bound->future(), &outcome));
+    bound->fail(std::make_exception_ptr(std::runtime_error("broken")));
+    settle();
+    EXPECT_EQ(outcome, true);
+}
+
+TEST(CancellableWait, cancelledBoundIsNotOver)
+{
+    const auto bound = Completion<void>::make();
+    std::optional<bool> outcome;
+    logEscapes(noteBound(bound->future(), &outcome));
+    bound->fail(std::make_exception_ptr(Cancelled()));
+    settle();
+    EXPECT_EQ(outcome, false);
+}
 
 TEST(CancellableWait, hasElapsedWhenItFinishes)
 {
