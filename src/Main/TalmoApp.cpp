@@ -94,6 +94,7 @@ TalmoApp::TalmoApp(const OpenDesktop &open)
       m_locale(std::make_shared<SystemLocaleSource>(m_linuxSettings.dictationLanguage))
 {
     m_defaults->registerDefault(hotkeyDisplayNameKey(), m_desktop->hotkeyName);
+    m_defaults->setOnWriteFailed([](const char *problem) { showDesktopNotice(Wording::text(problem)); });
     TalmoSettings::setSharedFactory([defaults = m_defaults] {
         return std::make_shared<TalmoSettings>(defaults, std::make_shared<XdgAutostart>(XdgAutostart::forThisSession(
                                                              QCoreApplication::applicationFilePath())));

@@ -36,6 +36,8 @@ struct ToJson {
     QJsonValue operator()(const QStringList &value) const { return QJsonArray::fromStringList(value); }
 };
 
+const char *const notSaved = QT_TRANSLATE_NOOP("Talmo", "The settings could not be saved. Is the disk full?");
+
 } // namespace
 
 JsonUserDefaults::JsonUserDefaults(const QString &path, std::shared_ptr<SerialExecutor> writer,
@@ -99,7 +101,13 @@ void JsonUserDefaults::set(const QString &key, const DefaultsValue &value)
 {
     const auto json = std::visit(ToJson(), value);
     m_stored.insert(key, json);
-    m_writer->post([file = m_file, change = QJsonObject{{key, json}}, all = m_stored] { file->write(change, all); });
+    m_writer->post([file = m_file, change = QJsonObject{{key, json}}, all = m_stored, onFailed = m_onWriteFailed] {
+        const bool wasWritten = file->isAllWritten();
+        file->write(change, all);
+        if (wasWritten && !file->isAllWritten() && onFailed) {
+            onFailed(notSaved);
+        }
+    });
 }
 
 void JsonUserDefaults::registerDefault(const QString &key, const DefaultsValue &value)
@@ -116,8 +124,7 @@ QFuture<void> JsonUserDefaults::saved() const
 {
     return m_writer->call([file = m_file] {
         if (!file->isAllWritten()) {
-            throw Error(
-                QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The settings could not be saved. Is the disk full?")));
+            throw Error(QString::fromUtf8(notSaved));
         }
     });
 }

@@ -7,7 +7,9 @@
 #include <QJsonObject>
 #include <QString>
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 namespace talmo {
 
@@ -23,6 +25,10 @@ public:
     /// The settings of this user. If the file is unusable, AI cleanup stays off until it is switched on again: the user
     /// may have chosen that nothing is sent to a server.
     static std::shared_ptr<JsonUserDefaults> ofThisUser(std::shared_ptr<SerialExecutor> writer);
+
+    /// Called on the writer's thread with a text for the user when a value cannot be written, unless the one before
+    /// could not either.
+    void setOnWriteFailed(std::function<void(const char *)> callback) { m_onWriteFailed = std::move(callback); }
 
     /// The path of the file in the user's configuration folder, whether it exists or not.
     static QString standardPath();
@@ -44,6 +50,7 @@ private:
 
     std::shared_ptr<SettingsFile> m_file; ///< Used only by the writer after construction.
     std::shared_ptr<SerialExecutor> m_writer;
+    std::function<void(const char *)> m_onWriteFailed;
     QJsonObject m_stored;
     QJsonObject m_registered;
 };

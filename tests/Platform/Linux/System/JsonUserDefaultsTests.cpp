@@ -357,6 +357,25 @@ TEST_F(JsonUserDefaultsTest, unreadableFileIsLeftAlone)
     EXPECT_FALSE(filesInFolder().contains(u"settings.json.corrupt"_s));
 }
 
+TEST_F(JsonUserDefaultsTest, firstFailedWriteIsReportedOnce)
+{
+    const auto defaults = open();
+    QStringList told;
+    defaults->setOnWriteFailed([&told](const char *problem) { told.append(QString::fromUtf8(problem)); });
+    {
+        const FileSizeLimit full(0);
+        set(*defaults, key, u"polite"_s);
+        set(*defaults, key, u"friendly"_s);
+    }
+    EXPECT_EQ(told, QStringList{u"The settings could not be saved. Is the disk full?"_s});
+    set(*defaults, key, u"polite"_s);
+    {
+        const FileSizeLimit full(0);
+        set(*defaults, key, u"friendly"_s);
+    }
+    EXPECT_EQ(told.size(), 2) << "saved in between";
+}
+
 TEST_F(JsonUserDefaultsTest, fullDiskKeepsOldFileAndValuesInMemory)
 {
     const auto defaults = open();
