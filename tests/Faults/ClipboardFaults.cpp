@@ -1,6 +1,5 @@
-#include "DesktopParts.h"
 #include "Faults/FaultFixture.h"
-#include "Support/NotificationService.h"
+#include "Faults/Notified.h"
 #include "Support/RawSelectionOwner.h"
 
 #include <csignal>
@@ -13,25 +12,6 @@ RawSelectionOwner::Value plain(const char *data)
 {
     return {data, "UTF8_STRING"};
 }
-
-/// A desktop with a notification service.
-class Notified {
-public:
-    explicit Notified(QProcessEnvironment &environment)
-        : m_bus(testbed::startBus(environment))
-    {
-    }
-    /// Exactly this is shown, once.
-    bool shows(const QString &text)
-    {
-        return testbed::waitUntil([this] { return !m_service.shown().isEmpty(); }, std::chrono::seconds(15)) &&
-               m_service.shown().size() == 1 && m_service.shown().first().text == text;
-    }
-
-private:
-    std::unique_ptr<testbed::ChildProcess> m_bus;
-    NotificationService m_service;
-};
 
 const QString notInTime = u"Part of the clipboard was lost: its application did not provide it in time. Copy it again "
                           u"if you need it."_s;
@@ -53,7 +33,7 @@ FAULT(Clipboard, ownerHangs, "The program that owns the clipboard hangs",
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(nextMeant()));
     ::kill(static_cast<pid_t>(owner.processId()), SIGCONT);
-    EXPECT_TRUE(user.shows(notInTime));
+    EXPECT_TRUE(user.isToldOnly(notInTime));
     nextDictationWorks();
 }
 
@@ -72,7 +52,7 @@ FAULT(Clipboard, ownerEndsInMidValue, "The program that owns the clipboard ends 
     EXPECT_TRUE(talmo->waitForLine(
         u"the clipboard's image/png was not kept (200000 bytes received): its owner exited"_s, timeout));
     EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "kept"; }, timeout));
-    EXPECT_TRUE(user.shows(notInTime));
+    EXPECT_TRUE(user.isToldOnly(notInTime));
     nextDictationWorks();
 }
 
@@ -103,7 +83,7 @@ FAULT(Clipboard, ownerOffersSixHundredThousandTypes, "A program offers 600,000 c
     EXPECT_TRUE(windowShows(nextMeant()));
     EXPECT_TRUE(talmo->waitForLine(u"the clipboard's further types was not kept"_s, timeout));
     EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "kept"; }, timeout));
-    EXPECT_TRUE(user.shows(tooLarge));
+    EXPECT_TRUE(user.isToldOnly(tooLarge));
     nextDictationWorks();
 }
 
@@ -120,7 +100,50 @@ FAULT(Clipboard, ownerSendsWithoutEnd, "A program offers more than 256 MB",
     EXPECT_TRUE(windowShows(nextMeant()));
     EXPECT_TRUE(talmo->waitForLine(u"the clipboard's image/png was not kept"_s, timeout));
     EXPECT_TRUE(testbed::pollUntil([this] { return clipboard() == "kept"; }, timeout));
-    EXPECT_TRUE(user.shows(tooLarge));
+    EXPECT_TRUE(user.isToldOnly(tooLarge));
+    nextDictationWorks();
+}
+
+FAULT(Clipboard, takenBeforeItIsRead, "Another program keeps taking the clipboard before the window has read the text",
+      "“Another program replaced the clipboard. Choose “Copy Last Dictation” from the icon's menu.”")
+{
+    openQtWindow();
+    startTalmo();
+    copy(u"clipboard before"_s);
+    holdAndSpeak();
+    signalWindow(SIGSTOP);
+    keyboard.release(key);
+    ASSERT_TRUE(talmoSays(u"state: inserting"_s));
+    std::vector<std::unique_ptr<RawSelectionOwner>> thieves;
+    const auto isRefused = [this, &thieves] {
+        thieves.push_back(std::make_unique<RawSelectionOwner>(
+            "CLIPBOARD",
+            std::vector<std::pair<QByteArray, RawSelectionOwner::Value>>{{"UTF8_STRING", plain("theirs")}}));
+        return talmo->output().contains(u"error: Another program replaced the clipboard."_s);
+    };
+    EXPECT_TRUE(testbed::pollUntil(isRefused, timeout));
+    EXPECT_EQ(clipboard(), "theirs");
+    testbed::ChildProcess last(QStringLiteral(TALMO_BIN "/talmoctl"), {u"last"_s}, environment);
+    EXPECT_TRUE(last.waitForLine(nextMeant(), timeout));
+    signalWindow(SIGCONT);
+    nextDictationWorks();
+}
+
+FAULT(Clipboard, secretsOwnerEnds, "A password manager ends while its password is replaced by a text",
+      "The text arrives; the password does not come back")
+{
+    auto owner = std::make_unique<RawSelectionOwner>(
+        "CLIPBOARD", std::vector<std::pair<QByteArray, RawSelectionOwner::Value>>{
+                         {"UTF8_STRING", plain("the password")},
+                         {"x-kde-passwordManagerHint", {"secret", "x-kde-passwordManagerHint"}}});
+    openQtWindow(u"500"_s);
+    startTalmo();
+    dictate(u"hello world"_s);
+    ASSERT_TRUE(talmoSays(u"state: inserting"_s));
+    owner.reset();
+    EXPECT_TRUE(windowShows(nextMeant()));
+    ASSERT_TRUE(talmoSays(u"state: idle"_s));
+    EXPECT_NE(clipboard(), "the password");
     nextDictationWorks();
 }
 

@@ -9,13 +9,17 @@ namespace {
 
 class ModelServerFault : public FaultTest {
 protected:
-    void dictateWith(const QJsonObject &rule)
+    void start()
     {
-        server.answerWith(rule);
         desktop.storeSettings({{u"linux.languageModelAddress"_s, server.address()}});
         openQtWindow();
         startTalmo();
         ASSERT_TRUE(talmo->waitForLine(u"language model: test-model"_s, timeout));
+    }
+    void dictateWith(const QJsonObject &rule)
+    {
+        server.answerWith(rule);
+        start();
         dictate(u"hello world"_s);
         EXPECT_TRUE(windowShows(nextMeant()));
         EXPECT_TRUE(talmoSays(u"state: idle"_s));
@@ -55,6 +59,64 @@ TEST_F(ModelServerFault, thatSendsTooMuch)
     dictateWith({{u"fault"_s, u"huge"_s}});
 }
 
+static const FaultRegistration slowServerRow("Language",
+                                             "The model server needs longer than ten seconds for its answer",
+                                             "The edited text, since a part of it comes at least every ten seconds");
+TEST_F(ModelServerFault, thatIsSlow)
+{
+    server.answerWith({{u"answer"_s, u"Hello, slow world."_s}, {u"paced"_s, true}});
+    start();
+    dictate(u"hello world"_s);
+    ASSERT_TRUE(server.waitForChats(1));
+    for (int token = 1; token <= 4; ++token) {
+        testbed::sleepFor(std::chrono::seconds(3));
+        server.behave({{u"tokens"_s, token}});
+    }
+    EXPECT_TRUE(windowShows(u"Hello, slow world."_s));
+    server.answerWith({{u"fault"_s, u"close"_s}});
+    nextDictationWorks();
+}
+
+static const FaultRegistration killedServerRow("Language", "The model server ends between two dictations",
+                                               "The text arrives at once, formatted by simple rules");
+TEST_F(ModelServerFault, thatEnds)
+{
+    start();
+    server.kill();
+    dictate(u"hello world"_s);
+    EXPECT_TRUE(windowShows(nextMeant()));
+    nextDictationWorks();
+}
+
+static const FaultRegistration quitWhileEditingRow("Language", "Talmo is asked to end while the model edits",
+                                                   "The sentence is inserted first, formatted by simple rules");
+TEST_F(ModelServerFault, thatHangsWhenTalmoEnds)
+{
+    server.answerWith({{u"fault"_s, u"hang"_s}});
+    start();
+    dictate(u"hello world"_s);
+    ASSERT_TRUE(server.waitForChats(1));
+    EXPECT_EQ(quitTalmo(), 0);
+    EXPECT_TRUE(windowShows(nextMeant()));
+    server.answerWith({{u"fault"_s, u"close"_s}});
+    startTalmo();
+    nextDictationWorks();
+}
+
+static const FaultRegistration killedWhileEditingRow("Language", "Talmo is killed while the model edits",
+                                                     "The sentence is lost; Talmo starts again and works");
+TEST_F(ModelServerFault, thatHangsWhenTalmoIsKilled)
+{
+    server.answerWith({{u"fault"_s, u"hang"_s}});
+    start();
+    dictate(u"hello world"_s);
+    ASSERT_TRUE(server.waitForChats(1));
+    talmo->kill();
+    server.answerWith({{u"fault"_s, u"close"_s}});
+    startTalmo();
+    nextDictationWorks();
+}
+
 FAULT(Language, languageUnsupported, "The desktop's language has no recogniser",
       "“The current language isn't supported for on-device transcription.”")
 {
@@ -64,6 +126,7 @@ FAULT(Language, languageUnsupported, "The desktop's language has no recogniser",
     keyboard.press(key);
     EXPECT_TRUE(talmoSays(u"error: The current language isn't supported for on-device transcription."_s));
     keyboard.release(key);
+    worksInEnglish();
 }
 
 FAULT(Language, neuralLibraryMissing, "The library that the settings name for the language's recogniser is missing",
@@ -76,6 +139,7 @@ FAULT(Language, neuralLibraryMissing, "The library that the settings name for th
     keyboard.press(key);
     EXPECT_TRUE(talmoSays(u"error: The neural recogniser's library is not installed. Install the recogniser"_s));
     keyboard.release(key);
+    worksInEnglish();
 }
 
 } // namespace talmo::test

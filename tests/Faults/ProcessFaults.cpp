@@ -2,6 +2,8 @@
 
 #include "DesktopParts.h"
 #include "Insertion/RestorePolicy.h"
+#include "Support/NotifierHost.h"
+#include "Support/RawSelectionOwner.h"
 
 #include <QDateTime>
 #include <QSaveFile>
@@ -182,6 +184,21 @@ FAULT(Process, quitWhenIdle, "Talmo is asked to end when idle", "It ends")
 {
     startTalmo();
     EXPECT_EQ(quitTalmo(), 0);
+    startTalmo();
+    nextDictationWorks();
+}
+
+FAULT(Process, quitWhileItRecords, "Talmo is asked to end while somebody speaks",
+      "What was heard until then is inserted first")
+{
+    openQtWindow();
+    startTalmo();
+    holdAndSpeak();
+    EXPECT_EQ(quitTalmo(), 0);
+    EXPECT_TRUE(windowShows(nextMeant()));
+    keyboard.release(key);
+    startTalmo();
+    nextDictationWorks();
 }
 
 FAULT(Process, quitWhileItProcesses, "Talmo is asked to end while it recognises", "The sentence is inserted first")
@@ -192,17 +209,24 @@ FAULT(Process, quitWhileItProcesses, "Talmo is asked to end while it recognises"
     ASSERT_TRUE(talmoSays(u"state: processing"_s));
     EXPECT_EQ(quitTalmo(), 0);
     EXPECT_TRUE(windowShows(nextMeant()));
+    startTalmo();
+    nextDictationWorks();
 }
 
 FAULT(Process, quitWhileItInserts, "Talmo is asked to end while it inserts",
-      "The sentence is inserted and the clipboard comes back first")
+      "The sentence is inserted first, and the clipboard manager, if there is one, gets the earlier clipboard")
 {
     openQtWindow(u"300"_s);
+    copy(u"clipboard before"_s);
+    const RawSelectionOwner manager("CLIPBOARD_MANAGER", {{"SAVE_TARGETS", {"", "NULL"}}});
     startTalmo();
     dictate(u"hello world"_s);
     ASSERT_TRUE(talmoSays(u"state: inserting"_s));
     EXPECT_EQ(quitTalmo(), 0);
     EXPECT_TRUE(windowShows(nextMeant()));
+    EXPECT_TRUE(manager.requestedTargets() == std::vector<QByteArray>{"SAVE_TARGETS"});
+    startTalmo();
+    nextDictationWorks();
 }
 
 FAULT(Process, quitInAnError, "Talmo is asked to end in an error", "It ends")
@@ -213,6 +237,8 @@ FAULT(Process, quitInAnError, "Talmo is asked to end in an error", "It ends")
     keyboard.release(key);
     ASSERT_TRUE(talmoSays(u"state: error"_s));
     EXPECT_EQ(quitTalmo(), 0);
+    startTalmo();
+    nextDictationWorks();
 }
 
 namespace {
@@ -280,6 +306,20 @@ FAULT(Process, sessionBusEnds, "The session bus ends", "The icon goes; dictating
     // Until it has looked for a tray, Qt itself waits for the bus, and goes on waiting when that ends.
     ASSERT_TRUE(talmoSays(u"there is no tray"_s));
     bus->kill();
+    nextDictationWorks();
+}
+
+FAULT(Process, notifierHostRestarted, "The panel that shows the icon is restarted",
+      "The icon comes back; dictating works")
+{
+    const auto bus = testbed::startBus(environment);
+    openQtWindow();
+    startTalmo();
+    ASSERT_TRUE(talmo->waitForLine(u"there is no tray for the icon yet"_s, timeout));
+    for (int starts = 0; starts < 2; ++starts) {
+        const NotifierHost host;
+        EXPECT_TRUE(testbed::waitUntil([&host] { return host.registrations() > 0; }, timeout));
+    }
     nextDictationWorks();
 }
 

@@ -1,6 +1,9 @@
 #include "Faults/FaultFixture.h"
+#include "Faults/Notified.h"
 
 #include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 
 #include <gmock/gmock.h>
 
@@ -10,12 +13,20 @@ namespace {
 
 class SettingsFault : public FaultTest {
 protected:
-    void dictateWithSettings(const QByteArray &bytes)
+    void dictateWithUnusableSettings(const QByteArray &bytes)
     {
         writeSettings(bytes);
         startTalmo();
         nextDictationWorks();
         EXPECT_EQ(quitTalmo(), 0);
+        EXPECT_EQ(contentOf(settingsPath() + u".corrupt"_s), bytes);
+        const auto settings = QJsonDocument::fromJson(contentOf(settingsPath())).object();
+        EXPECT_EQ(settings.value(u"talmo.aiCleanupEnabled"_s), QJsonValue(false));
+    }
+    static QByteArray contentOf(const QString &path)
+    {
+        QFile file(path);
+        return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray("no file");
     }
 };
 
@@ -33,38 +44,40 @@ static const FaultRegistration emptyRow("Settings", "The settings file is empty"
                                         "The defaults, but no editing by a language model; the file is set aside");
 TEST_F(SettingsFault, empty)
 {
-    dictateWithSettings({});
+    dictateWithUnusableSettings({});
 }
 
 static const FaultRegistration damagedRow("Settings", "The settings file is damaged", "As above");
 TEST_F(SettingsFault, damaged)
 {
-    dictateWithSettings("{\"talmo.aiCleanupEnabled\": fal");
-    EXPECT_TRUE(QFile::exists(settingsPath() + u".corrupt"_s));
+    dictateWithUnusableSettings("{\"talmo.aiCleanupEnabled\": fal");
 }
 
 static const FaultRegistration utf8Row("Settings", "The settings file is not UTF-8", "As above");
 TEST_F(SettingsFault, notUtf8)
 {
-    dictateWithSettings("{\"talmo.hotkeyDisplayName\": \"\xff\xfe\"}");
+    dictateWithUnusableSettings("{\"talmo.hotkeyDisplayName\": \"\xff\xfe\"}");
 }
 
 static const FaultRegistration deepRow("Settings", "The settings file is nested 100,000 deep", "As above");
 TEST_F(SettingsFault, nestedDeeply)
 {
-    dictateWithSettings(QByteArray(100'000, '['));
+    dictateWithUnusableSettings(QByteArray(100'000, '['));
 }
 
 static const FaultRegistration hugeRow("Settings", "The settings file has 100 MB", "As above");
 TEST_F(SettingsFault, huge)
 {
-    dictateWithSettings(QByteArray(qsizetype(100) << 20, ' '));
+    dictateWithUnusableSettings(QByteArray(qsizetype(100) << 20, ' '));
 }
 
-FAULT(Settings, folderCannotBeMade, "The settings cannot be read or written", "The defaults")
+FAULT(Settings, folderCannotBeMade, "The settings cannot be read or written",
+      "The defaults; a notification says that nothing is saved")
 {
+    const Notified user(environment);
     environment.insert(u"XDG_CONFIG_HOME"_s, u"/proc"_s); // Not even root can create a file there.
     startTalmo();
+    EXPECT_TRUE(user.isTold(u"The settings could not be saved. Is the disk full?"_s));
     nextDictationWorks();
     EXPECT_EQ(quitTalmo(), 0);
 }
