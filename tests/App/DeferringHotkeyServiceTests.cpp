@@ -171,6 +171,16 @@ TEST_F(DeferringHotkeyServiceTest, pressDuringHangingInsertionShowsNoticeImmedia
     EXPECT_EQ(on.notice->text(), stillWorking);
 }
 
+TEST_F(DeferringHotkeyServiceTest, earlierInsertionDoesNotMakeTheNextOneLookStuck)
+{
+    on.beInserting();
+    on.endInsertion();
+    on.pass(DeferringHotkeyService::noticeDelay);
+    on.beInserting();
+    on.hold();
+    EXPECT_EQ(on.notice->text(), QString());
+}
+
 TEST_F(DeferringHotkeyServiceTest, releaseBeforeRecordingStartsEndsIt)
 {
     const auto checked = Completion<ModelStatus>::make();

@@ -54,6 +54,23 @@ TEST_F(DictationTraceTest, listsStagesWithTimesSinceFirstAndSincePrevious)
                                      u"key released 2150.0 2000.0"_s, u"last audio 2162.5 12.5"_s));
 }
 
+TEST_F(DictationTraceTest, tableNamesEveryStageInAlignedColumns)
+{
+    for (const auto stage : {Stage::Pressed, Stage::Recording, Stage::Released, Stage::LastAudio, Stage::FinalText,
+                             Stage::Cleaned, Stage::ClipboardClaimed, Stage::Chord, Stage::Read, Stage::Restored}) {
+        note(stage, 10ms);
+    }
+    EXPECT_EQ(
+        trace.table(),
+        QStringList({u"                              ms      + ms"_s, u"key pressed                  0.0       0.0"_s,
+                     u"recording                   10.0      10.0"_s, u"key released                20.0      10.0"_s,
+                     u"last audio                  30.0      10.0"_s, u"text recognised             40.0      10.0"_s,
+                     u"text cleaned up             50.0      10.0"_s, u"text on the clipboard       60.0      10.0"_s,
+                     u"paste shortcut posted       70.0      10.0"_s, u"text read                   80.0      10.0"_s,
+                     u"clipboard restored          90.0      10.0"_s})
+            .join(u'\n'));
+}
+
 TEST_F(DictationTraceTest, tapKeepsTraceOfLastDictation)
 {
     note(Stage::Pressed, 1s);

@@ -47,4 +47,18 @@ TEST(LastDictation, emptyRecordingKeepsPreviousDictation)
     EXPECT_EQ(last.text(), u"One."_s);
 }
 
+TEST(DictationRecovery, copiesLastDictationAsIfTheUserHad)
+{
+    const auto last = std::make_shared<LastDictation>();
+    const auto pasteboard = std::make_shared<FakePasteboard>();
+    DictationRecovery recovery(last, pasteboard, nullptr);
+    recovery.copyLastText();
+    EXPECT_TRUE(pasteboard->calls.empty()) << "there is none";
+    last->begin();
+    last->noteHeard(u"one"_s);
+    last->noteCleaned(u"One."_s);
+    recovery.copyLastText();
+    EXPECT_EQ(pasteboard->calls, (std::vector<std::string>{"clear", "setString One."}));
+}
+
 } // namespace talmo::test

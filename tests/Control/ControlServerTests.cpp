@@ -39,10 +39,13 @@ protected:
     int menus = 0;
     std::vector<ControlSocket::KeyCommand> moves;
     std::optional<QString> trace;
+    std::optional<QString> lastText;
+    bool holdsEarlierClipboard = false;
     std::shared_ptr<Completion<void>> insertion;
     ControlServer server{{[this](const QString &text) { return insert(text); }, [] {},
                           [](const QString &) { return refuse(u"The settings could not be saved."_s); },
-                          [](bool) { return std::optional<QString>(); }, [] { return makeReadyFuture(false); },
+                          [this](bool) { return lastText; },
+                          [this] { return makeReadyFuture(bool(holdsEarlierClipboard)); },
                           [this](bool isPaused) { pauses.push_back(isPaused); },
                           [this](ControlSocket::KeyCommand command) { moves.push_back(command); },
                           [] { return ControlSocket::Status{u"error"_s, u"No speech detected."_s}; },
@@ -137,6 +140,22 @@ TEST_F(ControlServerTest, pausesAndResumes)
     EXPECT_EQ(answerTo(ControlSocket::pauseRequest(false)), ControlSocket::answer(std::nullopt));
     EXPECT_THAT(pauses, ElementsAre(true, false));
     EXPECT_THAT(inserted, IsEmpty());
+}
+
+TEST_F(ControlServerTest, tellsLastDictationOrThatThereIsNone)
+{
+    EXPECT_THAT(answerTo(ControlSocket::lastDictationRequest(false)).toStdString(),
+                HasSubstr("Nothing has been dictated yet."));
+    lastText = u"Hello world."_s;
+    EXPECT_EQ(ControlSocket::answeredText(answerTo(ControlSocket::lastDictationRequest(false))), lastText);
+}
+
+TEST_F(ControlServerTest, restoresEarlierClipboardOrSaysThatThereIsNone)
+{
+    EXPECT_THAT(answerTo(ControlSocket::earlierClipboardRequest()).toStdString(),
+                HasSubstr("There is no earlier clipboard to restore."));
+    holdsEarlierClipboard = true;
+    EXPECT_EQ(answerTo(ControlSocket::earlierClipboardRequest()), ControlSocket::answer(std::nullopt));
 }
 
 TEST_F(ControlServerTest, tellsTraceOnceSomethingWasDictated)
