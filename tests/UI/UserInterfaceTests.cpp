@@ -1,5 +1,7 @@
 #include "UI/UserInterface.h"
 
+#include "App/DictationRecovery.h"
+#include "Support/FakePasteboard.h"
 #include "UI/AccessibleView.h"
 #include "UI/Menu/StatusItemController.h"
 #include "UI/ViewWorld.h"
@@ -14,18 +16,35 @@ namespace talmo::test {
 
 namespace {
 
+/// Holds earlier clipboard content until it is asked for.
+class EarlierClipboard final : public PasteWitness {
+public:
+    bool isHeld = true;
+    QFuture<PasteReceipt> receipt() override { return makeReadyFuture(PasteReceipt()); }
+    bool holdsEarlierClipboard() const override { return isHeld; }
+    QFuture<bool> putEarlierClipboardBack() override
+    {
+        isHeld = false;
+        return makeReadyFuture(true);
+    }
+};
+
 class UserInterfaceTest : public testing::Test {
 protected:
     UserInterfaceTest()
-        : interface(withPause(world).context(), {item, panels.factory(), std::make_shared<FakeScreens>(), focus, shell})
+        : interface(withEverything().context(), {item, panels.factory(), std::make_shared<FakeScreens>(), focus, shell})
     {
     }
-    static ViewWorld &withPause(ViewWorld &world)
+    ViewWorld &withEverything()
     {
         world.pause = std::make_shared<DictationPause>();
+        world.recovery = std::make_shared<DictationRecovery>(lastDictation, pasteboard, earlier);
         return world;
     }
 
+    std::shared_ptr<LastDictation> lastDictation = std::make_shared<LastDictation>();
+    std::shared_ptr<FakePasteboard> pasteboard = std::make_shared<FakePasteboard>();
+    std::shared_ptr<EarlierClipboard> earlier = std::make_shared<EarlierClipboard>();
     ViewWorld world;
     FakePanels panels;
     std::shared_ptr<FakeStatusItem> item = std::make_shared<FakeStatusItem>();
@@ -80,6 +99,29 @@ TEST_F(UserInterfaceTest, plainMenuTriggersSameActions)
     EXPECT_EQ(world.coordinator().state(), TalmoState::idle());
     item->onChosen(MenuAction::Quit);
     EXPECT_THAT(shell->calls, testing::ElementsAre("terminate"));
+}
+
+TEST_F(UserInterfaceTest, plainMenuCopiesLastDictation)
+{
+    const auto &rows = item->menus.back().recovery;
+    EXPECT_EQ(rows.first(), (MenuEntry{{}, u"Copy Last Dictation"_s, {}, MenuAction::None})) << "there is none yet";
+    lastDictation->begin();
+    lastDictation->noteHeard(u"hello"_s);
+    lastDictation->noteCleaned(u"Hello."_s);
+    world.beInserting();
+    EXPECT_EQ(item->menus.back().recovery.first().action, MenuAction::CopyLastDictation);
+    item->onChosen(MenuAction::CopyLastDictation);
+    EXPECT_THAT(pasteboard->calls, testing::ElementsAre("clear", "setString Hello."));
+}
+
+TEST_F(UserInterfaceTest, plainMenuRestoresEarlierClipboardWhileItIsHeld)
+{
+    EXPECT_EQ(item->menus.back().recovery.back(),
+              (MenuEntry{{}, u"Restore Earlier Clipboard"_s, {}, MenuAction::PutEarlierClipboardBack}));
+    item->onChosen(MenuAction::PutEarlierClipboardBack);
+    EXPECT_FALSE(earlier->isHeld);
+    world.beRecording();
+    EXPECT_EQ(item->menus.back().recovery.size(), 1);
 }
 
 TEST_F(UserInterfaceTest, plainMenuPausesAndResumes)

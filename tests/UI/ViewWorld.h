@@ -55,7 +55,7 @@ public:
                 [this] { return server; },
                 recogniser,
                 passwordFields,
-                nullptr,
+                recovery,
                 options,
                 nullptr,
                 pronunciations,
@@ -140,6 +140,7 @@ public:
     std::shared_ptr<PasswordFieldSettings> passwordFields;
     std::shared_ptr<DictationOptions> options;
     std::shared_ptr<WordPronunciations> pronunciations;
+    std::shared_ptr<DictationRecovery> recovery;
     std::shared_ptr<DictationPause> pause;
     std::shared_ptr<MicrophoneSettings> microphone;
     std::shared_ptr<HotkeySettings> hotkeys;
