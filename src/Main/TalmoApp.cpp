@@ -1,25 +1,16 @@
 #include "Main/TalmoApp.h"
 
 #include "App/AppDelegate.h"
-#include "App/DictationCancellation.h"
-#include "Base/CancellableWait.h"
-#include "Base/Log.h"
 #include "Base/Task.h"
-#include "Control/ControlServer.h"
-#include "Control/ControlSocket.h"
-#include "LanguageModel/SmallerModel.h"
 #include "Main/DictationOptionsModel.h"
-#include "Main/HotkeySettingsModel.h"
-#include "Main/LanguageSettingsModel.h"
-#include "Main/MicrophoneSettingsModel.h"
+#include "Main/FirstTimeNotices.h"
 #include "Main/PasswordFieldSettingsModel.h"
-#include "Main/RecogniserSettingsModel.h"
+#include "Main/RemoteControl.h"
+#include "Main/SettingsModels.h"
 #include "Main/Shutdown.h"
+#include "Main/Views.h"
 #include "Main/WarmUp.h"
-#include "Main/WordPronunciationsModel.h"
-#include "Platform/Linux/Session/ControlBus.h"
 #include "Platform/Linux/Session/DesktopNotice.h"
-#include "Platform/Linux/Session/DesktopSettingsOpener.h"
 #include "Platform/Linux/Session/XdgAutostart.h"
 #include "Platform/Linux/Sound/EventSounds.h"
 #include "Platform/Linux/System/JsonUserDefaults.h"
@@ -29,54 +20,10 @@
 #include "Platform/Linux/System/TimerFdClock.h"
 #include "Settings/TalmoSettings.h"
 #include "UI/Style/Wording.h"
-#include "UI/UserInterface.h"
 
 #include <QGuiApplication>
 
-#include <utility>
-
 namespace talmo {
-
-namespace {
-
-const QString welcomeShownKey = QStringLiteral("linux.welcomeShown");
-const QString iconMissingToldKey = QStringLiteral("linux.iconMissingTold");
-/// How long a panel may take to start with the session.
-constexpr Duration panelStartTime = std::chrono::seconds(10);
-
-/// The recogniser changes even if the choice cannot be saved; then the caller gets the error.
-QCoro::Task<void> chooseRecogniser(std::shared_ptr<RecogniserSettingsModel> recogniser,
-                                   std::shared_ptr<JsonUserDefaults> defaults, QString id)
-{
-    recogniser->choose(id);
-    const auto saving = defaults->saved();
-    co_await saving;
-}
-
-QString describe(const DesktopLimit &limit)
-{
-    return Wording::text(limit.sentence) + QLatin1Char(' ') + Wording::text(limit.remedy);
-}
-
-ControlSocket::Status currentStatus()
-{
-    const auto &state = TalmoCoordinator::shared().state();
-    return {name(state), state.message()};
-}
-
-EditingServer editingServer(const LoopbackLanguageModel::Server &server, const EditingPace &pace)
-{
-    EditingServer shown{server.model, server.place, server.refused};
-    if (pace.isSlow(server.model)) {
-        const auto slow = std::chrono::duration_cast<std::chrono::seconds>(EditingPace::slowEdit);
-        const auto faster = smallerModel(server.model).value_or(RecommendedModel());
-        shown.slowness =
-            EditingServer::Slowness{static_cast<int>(slow.count()), faster.name, faster.megabytes, faster.licence};
-    }
-    return shown;
-}
-
-} // namespace
 
 TalmoApp::TalmoApp(const OpenDesktop &open)
     : m_clock(std::make_shared<TimerFdClock>()),
@@ -147,18 +94,24 @@ void TalmoApp::start()
     m_delegate = std::make_unique<AppDelegate>(m_desktop->shell, m_services->permissions);
     m_delegate->applicationDidFinishLaunching();
     followActivation();
-    showInterface(coordinator);
-    tellLimitsOnce();
+    m_models = std::make_unique<SettingsModels>(SettingsModels::Parts{m_executors, m_clock, m_defaults, m_recognisers,
+                                                                      m_locale, m_audioEngine, m_desktop->hotkeys});
+    m_interface =
+        makeViews({m_services, m_languageModel, m_passwordFields, m_options, m_desktop}, *m_models, coordinator);
     followMicrophone();
     followPause();
-    listenForOthers();
-    welcome();
+    m_remoteControl = std::make_unique<RemoteControl>(
+        RemoteControl::Parts{m_services, m_models->recogniser, m_defaults, m_clock}, *m_interface, coordinator);
+    m_notices = std::make_unique<FirstTimeNotices>(FirstTimeNotices::Parts{
+        m_defaults, m_clock, m_desktop, [this] { m_interface->openWelcome(); }, &showDesktopNotice});
+    m_notices->show();
 }
 
-/// A recording goes on without the chosen microphone, so that no sentence is lost; nobody looks into the settings then.
+/// A recording continues without the chosen microphone, so that no sentence is lost. The notice is for users who do not
+/// have the settings open.
 void TalmoApp::followMicrophone()
 {
-    const auto tell = [weak = std::weak_ptr(m_microphone)] {
+    const auto tell = [weak = std::weak_ptr(m_models->microphone)] {
         if (const auto microphone = weak.lock()) {
             const QString text = Wording::text(QT_TRANSLATE_NOOP(
                 "Talmo", "“%1” is not connected. Talmo records from the system's default microphone instead."));
@@ -184,141 +137,6 @@ void TalmoApp::followPause()
         [this, pause] { m_desktop->hotkeys->setReleased(pause->isPaused()); }, Qt::QueuedConnection);
 }
 
-bool TalmoApp::isFirstTime(const QString &key)
-{
-    const bool isFirst = !m_defaults->boolean(key).value_or(false);
-    if (isFirst) {
-        m_defaults->set(key, true);
-    }
-    return isFirst;
-}
-
-void TalmoApp::welcome()
-{
-    if (isFirstTime(welcomeShownKey)) {
-        m_interface->openWelcome();
-    }
-    if (!m_defaults->boolean(iconMissingToldKey).value_or(false)) {
-        logEscapes(tellWhereTalmoIs(this));
-    }
-}
-
-/// Once: who has been told knows. Not at once: a panel may start after Talmo.
-QCoro::Task<void> TalmoApp::tellWhereTalmoIs(QPointer<TalmoApp> self)
-{
-    const std::shared_ptr<Clock> clock = self->m_clock;
-    const auto time = clock->sleep(panelStartTime);
-    const bool isDue = co_await hasElapsed(time);
-    if (!isDue || !self || !self->m_desktop->statusItem || self->m_desktop->statusItem->isShown()) {
-        co_return;
-    }
-    self->m_defaults->set(iconMissingToldKey, true);
-    showDesktopNotice(Wording::text(QT_TRANSLATE_NOOP(
-        "Talmo", "Talmo is running. This desktop has no place for its icon: start Talmo again to open its settings.")));
-}
-
-void TalmoApp::tellLimitsOnce()
-{
-    for (const auto &limit : m_desktop->limits) {
-        if (isFirstTime(QStringLiteral("linux.told.") + QString::fromUtf8(limit.name))) {
-            showDesktopNotice(describe(limit));
-        }
-    }
-}
-
-void TalmoApp::showInterface(TalmoCoordinator &coordinator)
-{
-    m_recogniserSettings = std::make_shared<RecogniserSettingsModel>(m_recognisers.engines, m_recognisers.models,
-                                                                     m_defaults, m_recognisers.factories, m_locale);
-    ViewContext context;
-    context.coordinator = &coordinator;
-    context.settings = TalmoSettings::shared();
-    context.permissions = m_services->permissions;
-    context.unavailabilityMessage = [cleanup = m_services->cleanup] { return cleanup->unavailabilityMessage(); };
-    context.refreshAvailability = [model = m_languageModel] { return model->refresh(); };
-    context.editingServer = [model = m_languageModel, pace = m_services->editingPace] {
-        return editingServer(model->server(), *pace);
-    };
-    context.recogniser = m_recogniserSettings;
-    context.recovery = m_services->recovery;
-    context.passwordFields = m_passwordFields;
-    context.options = m_options;
-    context.history = m_services->history;
-    context.pronunciations = std::make_shared<WordPronunciationsModel>(
-        EngineRegistry::pronunciationsPath(), m_executors.settings, m_executors.main,
-        [weakEngines = std::weak_ptr(m_recognisers.engines)] {
-            if (const auto engines = weakEngines.lock()) {
-                engines->setWords(TalmoSettings::shared()->dictionaryWords());
-            }
-        });
-    context.pause = m_services->pause;
-    m_microphone = std::make_shared<MicrophoneSettingsModel>(
-        m_defaults, m_clock, [engine = m_audioEngine](const QString &name) { engine->chooseMicrophone(name); });
-    context.microphone = m_microphone;
-    if (m_desktop->hotkeys) {
-        m_hotkeys = std::make_shared<HotkeySettingsModel>(m_defaults, m_desktop->hotkeys, [](const QString &name) {
-            TalmoSettings::shared()->setHotkeyDisplayName(name);
-        });
-    }
-    context.hotkeys = m_hotkeys;
-    m_language = std::make_shared<LanguageSettingsModel>(m_defaults, m_locale, m_recognisers.engines,
-                                                         m_recogniserSettings, m_recognisers.models->catalogue());
-    context.language = m_language;
-    context.desktopExtension = m_desktop->extension;
-    for (const auto &limit : m_desktop->limits) {
-        context.limits.append(describe(limit));
-    }
-    context.beginRecording = [gestures = m_services->gestures] { gestures->beginGesture(); };
-    context.endRecording = m_services->endGesture;
-    context.canOpenSettings = &DesktopSettingsOpener::canOpen;
-    const UserInterfaceParts parts{m_desktop->statusItem, m_desktop->makePanelWindow, m_desktop->screens,
-                                   m_desktop->focus, m_desktop->shell};
-    m_interface = std::make_unique<UserInterface>(context, parts);
-}
-
-void TalmoApp::listenForOthers()
-{
-    ControlActions actions;
-    actions.insert = [insertion = m_services->insertion](const QString &text) {
-        return insertion->insertExactly(text);
-    };
-    actions.openSettings = [this] { m_interface->openSettings(); };
-    actions.toggleMenu = [this] { m_interface->toggleMenu(); };
-    actions.chooseRecogniser = [recogniser = m_recogniserSettings, defaults = m_defaults](const QString &id) {
-        return chooseRecogniser(recogniser, defaults, id);
-    };
-    const auto recovery = m_services->recovery;
-    actions.lastDictation = [recovery](bool isRaw) { return isRaw ? recovery->lastRawText() : recovery->lastText(); };
-    actions.putEarlierClipboardBack = [recovery] { return recovery->putEarlierClipboardBack(); };
-    actions.setPaused = [pause = m_services->pause](bool isPaused) { pause->setPaused(isPaused); };
-    actions.moveKey = [commanded = m_services->commandedKeys, keys = m_services->keys,
-                       cancellation = m_services->cancellation](auto command) {
-        switch (command) {
-        case ControlSocket::KeyCommand::Press:
-            commanded->press();
-            break;
-        case ControlSocket::KeyCommand::Release:
-            commanded->release();
-            break;
-        case ControlSocket::KeyCommand::Toggle:
-            commanded->toggle([&keys] { return keys->recognizer().activeMode().has_value(); });
-            break;
-        case ControlSocket::KeyCommand::Cancel:
-            cancellation->discard();
-            break;
-        }
-    };
-    actions.lastTrace = [trace = m_services->trace] { return trace->table(); };
-    actions.status = &currentStatus;
-    m_bus = std::make_unique<ControlBus>(QDBusConnection::sessionBus(), actions);
-    m_bus->open();
-    connect(
-        &TalmoCoordinator::shared(), &Observable::objectWillChange, m_bus.get(),
-        [bus = m_bus.get()] { bus->tellState(); }, Qt::QueuedConnection);
-    m_control = std::make_unique<ControlServer>(std::move(actions), m_clock);
-    m_control->listen(ControlSocket::path());
-}
-
 void TalmoApp::followActivation()
 {
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
@@ -329,7 +147,7 @@ void TalmoApp::followActivation()
     });
 }
 
-/// The sound server may allow by now what it refused before, and only asking again tells.
+/// The sound server may have lifted its refusal, which only another request can tell.
 QCoro::Task<void> TalmoApp::askAgainIfDenied(std::shared_ptr<PermissionsManager> permissions)
 {
     if (permissions->microphoneStatus() == SimpleStatus::Denied) {
@@ -345,14 +163,13 @@ QFuture<bool> TalmoApp::finishDictation()
 QCoro::Task<void> TalmoApp::shutDown()
 {
     m_warmUp.reset();
-    m_control.reset();
-    m_bus.reset();
+    m_notices.reset();
+    m_remoteControl.reset();
     m_interface.reset();
-    m_microphone.reset();
-    m_hotkeys.reset();
+    m_models.reset();
     m_desktop->appearance.reset();
     m_desktop->statusItem.reset();
-    TalmoCoordinator::shared(); // So that there are services to shut down, even if start() was never called.
+    TalmoCoordinator::shared(); // Creates the services to shut down, even if start() was never called.
     return talmo::shutDown(
         {m_executors, m_services, m_desktop, m_recognisers.models, m_languageModel, m_defaults, m_clock});
 }

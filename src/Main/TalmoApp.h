@@ -7,7 +7,6 @@
 #include "Recognition/Recognisers.h"
 
 #include <QObject>
-#include <QPointer>
 
 #include <functional>
 #include <memory>
@@ -15,19 +14,16 @@
 namespace talmo {
 
 class AppDelegate;
-class ControlBus;
-class ControlServer;
 class DictationOptionsModel;
-class HotkeySettingsModel;
+class FirstTimeNotices;
 class JsonUserDefaults;
-class LanguageSettingsModel;
-class MicrophoneSettingsModel;
 class PasswordFieldSettingsModel;
-class RecogniserSettingsModel;
+class RemoteControl;
 class SystemLocaleSource;
 class TimerFdClock;
 class UserInterface;
 class WarmUp;
+struct SettingsModels;
 
 /// Composes Talmo of a desktop, the recognisers and the services. Main thread.
 class TalmoApp final : public QObject {
@@ -57,17 +53,9 @@ Q_SIGNALS:
 private:
     EngineFactories::Options engineOptions() const;
     ServiceParts serviceParts();
-    void showInterface(TalmoCoordinator &coordinator);
-    /// What this desktop does not allow, as a notification.
-    void tellLimitsOnce();
     void followMicrophone();
     void followPause();
-    void welcome();
-    /// Remembers that it was asked.
-    bool isFirstTime(const QString &key);
-    void listenForOthers();
     void followActivation();
-    static QCoro::Task<void> tellWhereTalmoIs(QPointer<TalmoApp> self);
     static QCoro::Task<void> askAgainIfDenied(std::shared_ptr<PermissionsManager> permissions);
 
     Executors m_executors;
@@ -78,18 +66,15 @@ private:
     std::shared_ptr<LoopbackLanguageModel> m_languageModel;
     std::shared_ptr<PulseAudioEngine> m_audioEngine;
     Recognisers m_recognisers;
-    std::shared_ptr<RecogniserSettingsModel> m_recogniserSettings;
     std::shared_ptr<PasswordFieldSettingsModel> m_passwordFields;
     std::shared_ptr<DictationOptionsModel> m_options;
     std::shared_ptr<SystemLocaleSource> m_locale;
-    std::shared_ptr<MicrophoneSettingsModel> m_microphone;
-    std::shared_ptr<HotkeySettingsModel> m_hotkeys;
-    std::shared_ptr<LanguageSettingsModel> m_language;
     std::shared_ptr<Services> m_services;
     std::unique_ptr<AppDelegate> m_delegate;
+    std::unique_ptr<SettingsModels> m_models;
     std::unique_ptr<UserInterface> m_interface;
-    std::unique_ptr<ControlServer> m_control;
-    std::unique_ptr<ControlBus> m_bus;
+    std::unique_ptr<RemoteControl> m_remoteControl;
+    std::unique_ptr<FirstTimeNotices> m_notices;
     std::unique_ptr<WarmUp> m_warmUp;
 };
 
