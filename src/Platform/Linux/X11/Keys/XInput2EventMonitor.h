@@ -1,9 +1,12 @@
 #pragma once
 
 #include "Input/Hotkey/EventMonitor.h"
+#include "Input/Hotkey/KeyMonitors.h"
 #include "Platform/Linux/Keys/TriggerKeyFilter.h"
+#include "Platform/Linux/X11/Keys/InputWatch.h"
 #include "Platform/Linux/X11/Keys/PostedKeys.h"
 #include "Platform/Linux/X11/Keys/RepeatPairFilter.h"
+#include "Platform/Linux/X11/Keys/ReportingGrab.h"
 #include "Platform/Linux/X11/Keys/TriggerKeyCodes.h"
 #include "Platform/Linux/X11/Keys/XKeyGrabs.h"
 #include "Platform/Linux/X11/XConnection.h"
@@ -16,7 +19,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <vector>
 
 namespace talmo {
 
@@ -43,14 +45,14 @@ public:
     /// window is destroyed. Only until then does the pointer send events to this program. Zero: no longer.
     void watchInput(quint32 window);
     /// Whether there has been any of these since watchInput(window), by the time of the last focusedWindow().
-    bool wasInputSeen() const { return m_wasInputSeen; }
+    bool wasInputSeen() const { return m_watch.wasInputSeen(); }
     /// The window with the keyboard focus; zero if there is none. Handles all input that precedes the answer.
     quint32 focusedWindow();
 
     /// Takes a key from all other programs: its presses call this instead, with or without the modifiers that are held
     /// now. False if another program has grabbed the key alone.
     bool grabKey(quint32 keySym, std::function<void()> onPressed);
-    void ungrabKey();
+    void ungrabKey() { m_cancelGrab.release(); }
 
     /// In force at once. Those that are not modifiers are kept from the other programs.
     void setTriggerKeys(const QList<quint32> &triggerKeys);
@@ -68,10 +70,6 @@ public:
     void captureKey(OnPress onPress) { m_onCaptured = std::move(onPress); }
 
 private:
-    struct Monitor;
-
-    bool queryExtension();
-    xcb_void_cookie_t selectRawInput(bool withClicks);
     void readTriggerKeys();
     void grabTriggerKeys();
     void reportCaptured();
@@ -81,13 +79,13 @@ private:
     void collectGrabbed(const xcb_generic_event_t &event);
     void handleCollected(bool hasTimedOut);
     void handleKey(const RawKey &key);
-    void noteInput();
-    void reportGrabbedKey();
     void reportWithheld();
     void report(bool isDown);
 
     XConnection m_connection;
     XKeyGrabs m_grabs;
+    ReportingGrab m_cancelGrab;
+    InputWatch m_watch;
     /// As of the last change.
     KeyboardLayout m_layout;
     std::shared_ptr<PostedKeys> m_postedKeys;
@@ -99,18 +97,11 @@ private:
     RepeatPairFilter m_collected;
     QTimer m_timeout;
     QTimer m_withheld;
-    /// Zero if no key is grabbed.
-    quint8 m_grabbedKey = 0;
-    bool m_wasGrabbedKeyPressed = false;
-    std::function<void()> m_onGrabbedKey;
-    /// Zero if no input is watched.
-    quint32 m_watchedWindow = 0;
-    bool m_wasInputSeen = false;
     bool m_areTriggersReleased = false;
     OnPress m_onCaptured;
     /// Zero if none was pressed.
     quint8 m_captured = 0;
-    std::vector<std::weak_ptr<Monitor>> m_monitors;
+    KeyMonitors m_monitors;
 };
 
 } // namespace talmo
