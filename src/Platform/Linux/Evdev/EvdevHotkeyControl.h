@@ -1,31 +1,29 @@
 #pragma once
 
-#include "Input/Hotkey/HotkeyControl.h"
 #include "Platform/Linux/Evdev/EvdevEventMonitor.h"
+#include "Platform/Linux/Keys/TriggerKeyControl.h"
 
 #include <memory>
 
 namespace talmo {
 
-/// The trigger keys of the key monitor. None is kept from the other programs.
-class EvdevHotkeyControl final : public HotkeyControl {
+/// None is kept from the other programs.
+class EvdevHotkeyControl final : public TriggerKeyControl {
 public:
     EvdevHotkeyControl(std::shared_ptr<EvdevEventMonitor> monitor, QStringList names);
     ~EvdevHotkeyControl() override;
 
-    void setKeys(const QStringList &names) override;
-    Keys keys() const override;
     void beginCapture(std::function<void(const Press &)> onPress) override;
     void endCapture() override;
     void setReleased(bool) override {}
-    std::optional<Key> suggestion() const override;
-    bool isOnKeyboard(const QString &name) const override;
 
 private:
-    bool isOnKeyboard(quint32 keySymbol) const;
+    void setTriggerKeys(const QList<quint32> &keySymbols) override;
+    std::set<int> codesOf(quint32 keySymbol) const override;
+    bool isRefused(int) const override { return false; }
+    bool isFree(int) const override { return true; }
 
     std::shared_ptr<EvdevEventMonitor> m_monitor;
-    QStringList m_names;
 };
 
 } // namespace talmo

@@ -1,53 +1,29 @@
 #include "Platform/Linux/X11/Keys/XHotkeyControl.h"
 
 #include "Platform/Linux/Keys/CapturedKey.h"
-#include "Platform/Linux/Keys/KeyboardCapabilities.h"
-#include "Platform/Linux/Keys/TriggerKeys.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace talmo {
 
+namespace {
+
+quint8 keyCodeOf(int kernelCode)
+{
+    return static_cast<quint8>(kernelCode + firstXKeyCode);
+}
+
+} // namespace
+
 XHotkeyControl::XHotkeyControl(std::shared_ptr<XInput2EventMonitor> monitor, QStringList names)
-    : m_monitor(std::move(monitor)),
-      m_names(std::move(names))
+    : TriggerKeyControl(std::move(names)),
+      m_monitor(std::move(monitor))
 {
 }
 
 XHotkeyControl::~XHotkeyControl()
 {
     m_monitor->captureKey({});
-}
-
-void XHotkeyControl::setKeys(const QStringList &names)
-{
-    m_names = names;
-    m_monitor->setTriggerKeys(triggerKeySymbols(names));
-}
-
-HotkeyControl::Keys XHotkeyControl::keys() const
-{
-    const auto parsed = TriggerKeyNames::parse(m_names);
-    Keys keys;
-    keys.unknown = parsed.unknown;
-    keys.typing = parsed.typing;
-    for (const auto symbol : parsed.symbols) {
-        const Key key = hotkeyOf(symbol);
-        const auto keyCodes = m_monitor->keyCodesOf(symbol);
-        if (parsed.areDefault && symbol != parsed.symbols.first()) {
-            continue; // Those are there for the keyboards that have them; nobody chose them.
-        }
-        keys.used.append(key);
-        if (keyCodes.empty()) {
-            keys.missing.append(key.title);
-        }
-        const auto &refused = m_monitor->refusedKeys();
-        if (std::any_of(keyCodes.begin(), keyCodes.end(), [&refused](auto code) { return refused.contains(code); })) {
-            keys.taken.append(key.title);
-        }
-    }
-    return keys;
 }
 
 void XHotkeyControl::beginCapture(std::function<void(const Press &)> onPress)
@@ -67,25 +43,28 @@ void XHotkeyControl::setReleased(bool isReleased)
     m_monitor->setTriggersReleased(isReleased);
 }
 
-std::optional<HotkeyControl::Key> XHotkeyControl::suggestion() const
+void XHotkeyControl::setTriggerKeys(const QList<quint32> &keySymbols)
 {
-    for (const auto symbol : suggestedTriggerKeys()) {
-        for (const auto keyCode : m_monitor->keyCodesOf(symbol)) {
-            if (KeyboardCapabilities::anyKeyboardHas(keyCode - firstXKeyCode).value_or(true) &&
-                m_monitor->isKeyFree(keyCode)) {
-                return hotkeyOf(symbol);
-            }
-        }
-    }
-    return std::nullopt;
+    m_monitor->setTriggerKeys(keySymbols);
 }
 
-bool XHotkeyControl::isOnKeyboard(const QString &name) const
+std::set<int> XHotkeyControl::codesOf(quint32 keySymbol) const
 {
-    const auto keyCodes = m_monitor->keyCodesOf(TriggerKeyNames::parse({name}).symbols.first());
-    return std::any_of(keyCodes.begin(), keyCodes.end(), [](auto keyCode) {
-        return KeyboardCapabilities::anyKeyboardHas(keyCode - firstXKeyCode).value_or(true);
-    });
+    std::set<int> codes;
+    for (const auto keyCode : m_monitor->keyCodesOf(keySymbol)) {
+        codes.insert(keyCode - firstXKeyCode);
+    }
+    return codes;
+}
+
+bool XHotkeyControl::isRefused(int code) const
+{
+    return m_monitor->refusedKeys().contains(keyCodeOf(code));
+}
+
+bool XHotkeyControl::isFree(int code) const
+{
+    return m_monitor->isKeyFree(keyCodeOf(code));
 }
 
 } // namespace talmo

@@ -1,29 +1,29 @@
 #pragma once
 
-#include "Input/Hotkey/HotkeyControl.h"
+#include "Platform/Linux/Keys/TriggerKeyControl.h"
 #include "Platform/Linux/X11/Keys/XInput2EventMonitor.h"
 
 #include <memory>
 
 namespace talmo {
 
-/// The trigger keys of the key monitor.
-class XHotkeyControl final : public HotkeyControl {
+/// Those that are not modifiers are kept from the other programs.
+class XHotkeyControl final : public TriggerKeyControl {
 public:
     XHotkeyControl(std::shared_ptr<XInput2EventMonitor> monitor, QStringList names);
     ~XHotkeyControl() override;
 
-    void setKeys(const QStringList &names) override;
-    Keys keys() const override;
     void beginCapture(std::function<void(const Press &)> onPress) override;
     void endCapture() override;
     void setReleased(bool isReleased) override;
-    std::optional<Key> suggestion() const override;
-    bool isOnKeyboard(const QString &name) const override;
 
 private:
+    void setTriggerKeys(const QList<quint32> &keySymbols) override;
+    std::set<int> codesOf(quint32 keySymbol) const override;
+    bool isRefused(int code) const override;
+    bool isFree(int code) const override;
+
     std::shared_ptr<XInput2EventMonitor> m_monitor;
-    QStringList m_names;
 };
 
 } // namespace talmo
