@@ -37,10 +37,23 @@ QByteArray answerWithDictation(const std::optional<QString> &text)
     return text ? ControlSocket::textAnswer(*text) : ControlSocket::answer(QString::fromUtf8(nothingDictated));
 }
 
+void refuseUnknown(QLocalSocket &socket)
+{
+    answerAndClose(socket, QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Unknown request.")));
+}
+
+auto answeringAfter(std::function<void()> action)
+{
+    return [action = std::move(action)](QLocalSocket &socket, const QByteArray &) {
+        action();
+        answerAndClose(socket, std::nullopt);
+    };
+}
+
 } // namespace
 
-ControlServer::ControlServer(ControlActions actions, std::shared_ptr<Clock> clock)
-    : m_actions(std::move(actions)),
+ControlServer::ControlServer(const ControlActions &actions, std::shared_ptr<Clock> clock)
+    : m_handlers(handlersFor(actions)),
       m_clock(std::move(clock))
 {
     m_server.setSocketOptions(QLocalServer::UserAccessOption);
@@ -114,52 +127,71 @@ QCoro::Task<void> ControlServer::hangUpAt(QPointer<QLocalSocket> socket, QFuture
 
 void ControlServer::serve(QLocalSocket &socket, const QByteArray &request)
 {
-    if (ControlSocket::asksForSettings(request)) {
-        m_actions.openSettings();
-        answerAndClose(socket, std::nullopt);
-        return;
+    const auto command = ControlSocket::commandOf(request);
+    const auto handler = command ? m_handlers.find(*command) : m_handlers.end();
+    if (handler == m_handlers.end()) {
+        refuseUnknown(socket);
+    } else {
+        (*handler)(socket, request);
     }
-    if (ControlSocket::asksForMenu(request)) {
-        m_actions.toggleMenu();
-        answerAndClose(socket, std::nullopt);
-        return;
+}
+
+ControlServer::Handlers ControlServer::handlersFor(const ControlActions &actions)
+{
+    using Command = ControlSocket::Command;
+    Handlers handlers{{Command::Insert,
+                       [insert = actions.insert](QLocalSocket &socket, const QByteArray &request) {
+                           serveText(socket, ControlSocket::textToInsert(request), insert);
+                       }},
+                      {Command::UseRecogniser,
+                       [choose = actions.chooseRecogniser](QLocalSocket &socket, const QByteArray &request) {
+                           serveText(socket, ControlSocket::recogniserToUse(request), choose);
+                       }},
+                      {Command::LastDictation,
+                       [last = actions.lastDictation](QLocalSocket &socket, const QByteArray &request) {
+                           writeAndClose(socket, answerWithDictation(last(ControlSocket::isRawRequested(request))));
+                       }},
+                      {Command::LastTrace,
+                       [last = actions.lastTrace](QLocalSocket &socket, const QByteArray &) {
+                           writeAndClose(socket, answerWithDictation(last()));
+                       }},
+                      {Command::RestoreClipboard,
+                       [restore = actions.putEarlierClipboardBack](QLocalSocket &socket, const QByteArray &) {
+                           logEscapes(serveClipboard(&socket, restore()));
+                       }},
+                      {Command::Status,
+                       [status = actions.status](QLocalSocket &socket, const QByteArray &) {
+                           writeAndClose(socket, ControlSocket::statusAnswer(status()));
+                       }},
+                      {Command::OpenSettings, answeringAfter(actions.openSettings)},
+                      {Command::ToggleMenu, answeringAfter(actions.toggleMenu)},
+                      {Command::Pause, answeringAfter([set = actions.setPaused] { set(true); })},
+                      {Command::Resume, answeringAfter([set = actions.setPaused] { set(false); })}};
+    addKeyHandlers(handlers, actions);
+    return handlers;
+}
+
+void ControlServer::addKeyHandlers(Handlers &handlers, const ControlActions &actions)
+{
+    using Command = ControlSocket::Command;
+    using Key = ControlSocket::KeyCommand;
+    const std::pair<Command, Key> keys[] = {{Command::PressKey, Key::Press},
+                                            {Command::ReleaseKey, Key::Release},
+                                            {Command::ToggleKey, Key::Toggle},
+                                            {Command::Cancel, Key::Cancel}};
+    for (const auto &[command, key] : keys) {
+        handlers.insert(command, answeringAfter([move = actions.moveKey, key = key] { move(key); }));
     }
-    if (const auto choice = ControlSocket::recogniserToUse(request)) {
-        logEscapes(serveAction(&socket, *choice, m_actions.chooseRecogniser));
-        return;
+}
+
+void ControlServer::serveText(QLocalSocket &socket, const std::optional<QString> &text,
+                              const ControlActions::Insert &action)
+{
+    if (text) {
+        logEscapes(serveAction(&socket, *text, action));
+    } else {
+        refuseUnknown(socket);
     }
-    if (const auto isRaw = ControlSocket::asksForLastDictation(request)) {
-        writeAndClose(socket, answerWithDictation(m_actions.lastDictation(*isRaw)));
-        return;
-    }
-    if (ControlSocket::asksForTrace(request)) {
-        writeAndClose(socket, answerWithDictation(m_actions.lastTrace()));
-        return;
-    }
-    if (ControlSocket::asksForEarlierClipboard(request)) {
-        logEscapes(serveClipboard(&socket, m_actions.putEarlierClipboardBack()));
-        return;
-    }
-    if (const auto isPaused = ControlSocket::pauseToSet(request)) {
-        m_actions.setPaused(*isPaused);
-        answerAndClose(socket, std::nullopt);
-        return;
-    }
-    if (const auto command = ControlSocket::keyToMove(request)) {
-        m_actions.moveKey(*command);
-        answerAndClose(socket, std::nullopt);
-        return;
-    }
-    if (ControlSocket::asksForStatus(request)) {
-        writeAndClose(socket, ControlSocket::statusAnswer(m_actions.status()));
-        return;
-    }
-    const auto text = ControlSocket::textToInsert(request);
-    if (!text) {
-        answerAndClose(socket, QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Unknown request.")));
-        return;
-    }
-    logEscapes(serveAction(&socket, *text, m_actions.insert));
 }
 
 QCoro::Task<void> ControlServer::serveClipboard(QPointer<QLocalSocket> socket, QFuture<bool> done)

@@ -6,13 +6,16 @@
 #include <QCoro/QCoroTask>
 
 #include <QFuture>
+#include <QHash>
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QObject>
 #include <QPointer>
 #include <QString>
 
+#include <functional>
 #include <memory>
+#include <optional>
 
 namespace talmo {
 
@@ -21,7 +24,7 @@ namespace talmo {
 /// number of clients are limited. Main thread.
 class ControlServer final : public QObject {
 public:
-    ControlServer(ControlActions actions, std::shared_ptr<Clock> clock);
+    ControlServer(const ControlActions &actions, std::shared_ptr<Clock> clock);
 
     /// Replaces a stale socket. False, and logged, if the socket cannot be created.
     bool listen(const QString &path);
@@ -31,10 +34,18 @@ private:
     void listenTo(QLocalSocket &socket);
     static QCoro::Task<void> hangUpAt(QPointer<QLocalSocket> socket, QFuture<void> deadline);
     void serve(QLocalSocket &socket, const QByteArray &request);
+
+    /// Serves a request for one command.
+    using Handler = std::function<void(QLocalSocket &, const QByteArray &request)>;
+    using Handlers = QHash<ControlSocket::Command, Handler>;
+    static Handlers handlersFor(const ControlActions &actions);
+    static void addKeyHandlers(Handlers &handlers, const ControlActions &actions);
+    static void serveText(QLocalSocket &socket, const std::optional<QString> &text,
+                          const ControlActions::Insert &action);
     static QCoro::Task<void> serveClipboard(QPointer<QLocalSocket> socket, QFuture<bool> done);
     static QCoro::Task<void> serveAction(QPointer<QLocalSocket> socket, QString text, ControlActions::Insert action);
 
-    ControlActions m_actions;
+    Handlers m_handlers;
     std::shared_ptr<Clock> m_clock;
     QLocalServer m_server;
 };

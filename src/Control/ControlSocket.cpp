@@ -4,6 +4,7 @@
 #include "Base/Log.h"
 
 #include <QDeadlineTimer>
+#include <QHash>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLocalSocket>
@@ -13,6 +14,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <utility>
+
 namespace talmo::ControlSocket {
 
 namespace {
@@ -21,19 +24,28 @@ const QString commandKey = QStringLiteral("command");
 const QString textKey = QStringLiteral("text");
 const QString choiceKey = QStringLiteral("choice");
 const QString errorKey = QStringLiteral("error");
-const QString insertCommand = QStringLiteral("insert");
-const QString settingsCommand = QStringLiteral("settings");
-const QString recogniserCommand = QStringLiteral("recogniser");
-const QString lastCommand = QStringLiteral("last");
 const QString rawKey = QStringLiteral("raw");
-const QString traceCommand = QStringLiteral("trace");
-const QString earlierClipboardCommand = QStringLiteral("restore-clipboard");
-const QString menuCommand = QStringLiteral("menu");
-const QString pauseCommand = QStringLiteral("pause");
-const QString resumeCommand = QStringLiteral("resume");
-const QString statusCommand = QStringLiteral("status");
 const QString stateKey = QStringLiteral("state");
 const QString messageKey = QStringLiteral("message");
+
+const QHash<QString, Command> &commands()
+{
+    static const QHash<QString, Command> all{{QStringLiteral("insert"), Command::Insert},
+                                             {QStringLiteral("settings"), Command::OpenSettings},
+                                             {QStringLiteral("menu"), Command::ToggleMenu},
+                                             {QStringLiteral("recogniser"), Command::UseRecogniser},
+                                             {QStringLiteral("last"), Command::LastDictation},
+                                             {QStringLiteral("trace"), Command::LastTrace},
+                                             {QStringLiteral("restore-clipboard"), Command::RestoreClipboard},
+                                             {QStringLiteral("pause"), Command::Pause},
+                                             {QStringLiteral("resume"), Command::Resume},
+                                             {QStringLiteral("press"), Command::PressKey},
+                                             {QStringLiteral("release"), Command::ReleaseKey},
+                                             {QStringLiteral("toggle"), Command::ToggleKey},
+                                             {QStringLiteral("cancel"), Command::Cancel},
+                                             {QStringLiteral("status"), Command::Status}};
+    return all;
+}
 
 /// Without byte-order marks at the beginning of a text: a reader may drop the first one or keep it.
 QByteArray line(QJsonObject object)
@@ -48,18 +60,28 @@ QByteArray line(QJsonObject object)
     return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
 }
 
-/// In the order of KeyCommand.
-const QStringList &keyCommands()
+QByteArray request(Command command, QJsonObject object = {})
 {
-    static const QStringList all = {QStringLiteral("press"), QStringLiteral("release"), QStringLiteral("toggle"),
-                                    QStringLiteral("cancel")};
-    return all;
+    object.insert(commandKey, commands().key(command));
+    return line(std::move(object));
 }
 
-/// ":0" for ":0.0": the screen after the dot is the same display.
+QJsonValue valueIn(const QByteArray &request, const QString &key)
+{
+    return QJsonDocument::fromJson(request).object().value(key);
+}
+
+std::optional<QString> textIn(const QByteArray &request, const QString &key)
+{
+    const auto value = valueIn(request, key);
+    return value.isString() ? std::optional(value.toString()) : std::nullopt;
+}
+
+/// ":0" for ":0.0": the screen after the dot is the same display. On Wayland too Talmo has an X server, since its
+/// windows need one, and no other session has the same.
 QString displayName()
 {
-    // Without an X server, the name of the Wayland display says which session this is.
+    // talmoctl answers without an X server as well; then the compositor says which session this is.
     const QString name = qEnvironmentVariable(qEnvironmentVariableIsEmpty("DISPLAY") ? "WAYLAND_DISPLAY" : "DISPLAY");
     const auto colon = name.lastIndexOf(QLatin1Char(':'));
     const auto dot = name.indexOf(QLatin1Char('.'), colon);
@@ -79,112 +101,65 @@ QString lockPath()
     return path() + QStringLiteral(".lock");
 }
 
+std::optional<Command> commandOf(const QByteArray &request)
+{
+    const auto found = commands().find(valueIn(request, commandKey).toString());
+    return found == commands().end() ? std::nullopt : std::optional(*found);
+}
+
 QByteArray insertRequest(const QString &text)
 {
-    return line({{commandKey, insertCommand}, {textKey, text}});
+    return request(Command::Insert, {{textKey, text}});
 }
 
 std::optional<QString> textToInsert(const QByteArray &request)
 {
-    const auto object = QJsonDocument::fromJson(request).object();
-    const auto text = object.value(textKey);
-    return object.value(commandKey) == insertCommand && text.isString() ? std::optional(text.toString()) : std::nullopt;
-}
-
-QByteArray settingsRequest()
-{
-    return line({{commandKey, settingsCommand}});
-}
-
-bool asksForSettings(const QByteArray &request)
-{
-    return QJsonDocument::fromJson(request).object().value(commandKey) == settingsCommand;
-}
-
-QByteArray menuRequest()
-{
-    return line({{commandKey, menuCommand}});
-}
-
-bool asksForMenu(const QByteArray &request)
-{
-    return QJsonDocument::fromJson(request).object().value(commandKey) == menuCommand;
+    return textIn(request, textKey);
 }
 
 QByteArray recogniserRequest(const QString &choice)
 {
-    return line({{commandKey, recogniserCommand}, {choiceKey, choice}});
+    return request(Command::UseRecogniser, {{choiceKey, choice}});
 }
 
 std::optional<QString> recogniserToUse(const QByteArray &request)
 {
-    const auto object = QJsonDocument::fromJson(request).object();
-    const auto choice = object.value(choiceKey);
-    return object.value(commandKey) == recogniserCommand && choice.isString() ? std::optional(choice.toString())
-                                                                              : std::nullopt;
+    return textIn(request, choiceKey);
 }
 
 QByteArray lastDictationRequest(bool isRaw)
 {
-    return line({{commandKey, lastCommand}, {rawKey, isRaw}});
+    return request(Command::LastDictation, {{rawKey, isRaw}});
 }
 
-std::optional<bool> asksForLastDictation(const QByteArray &request)
+bool isRawRequested(const QByteArray &request)
 {
-    const auto object = QJsonDocument::fromJson(request).object();
-    return object.value(commandKey) == lastCommand ? std::optional(object.value(rawKey).toBool()) : std::nullopt;
-}
-
-QByteArray traceRequest()
-{
-    return line({{commandKey, traceCommand}});
-}
-
-bool asksForTrace(const QByteArray &request)
-{
-    return QJsonDocument::fromJson(request).object().value(commandKey) == traceCommand;
-}
-
-QByteArray earlierClipboardRequest()
-{
-    return line({{commandKey, earlierClipboardCommand}});
-}
-
-bool asksForEarlierClipboard(const QByteArray &request)
-{
-    return QJsonDocument::fromJson(request).object().value(commandKey) == earlierClipboardCommand;
+    return valueIn(request, rawKey).toBool();
 }
 
 QByteArray pauseRequest(bool isPaused)
 {
-    return line({{commandKey, isPaused ? pauseCommand : resumeCommand}});
-}
-
-std::optional<bool> pauseToSet(const QByteArray &request)
-{
-    const auto command = QJsonDocument::fromJson(request).object().value(commandKey);
-    return command == pauseCommand || command == resumeCommand ? std::optional(command == pauseCommand) : std::nullopt;
+    return plainRequest(isPaused ? Command::Pause : Command::Resume);
 }
 
 QByteArray keyRequest(KeyCommand command)
 {
-    return line({{commandKey, keyCommands().at(static_cast<int>(command))}});
+    switch (command) {
+    case KeyCommand::Press:
+        return plainRequest(Command::PressKey);
+    case KeyCommand::Release:
+        return plainRequest(Command::ReleaseKey);
+    case KeyCommand::Toggle:
+        return plainRequest(Command::ToggleKey);
+    case KeyCommand::Cancel:
+        return plainRequest(Command::Cancel);
+    }
+    return {};
 }
 
-std::optional<KeyCommand> keyToMove(const QByteArray &request)
+QByteArray plainRequest(Command command)
 {
-    const auto index = keyCommands().indexOf(QJsonDocument::fromJson(request).object().value(commandKey).toString());
-    return index >= 0 ? std::optional(static_cast<KeyCommand>(index)) : std::nullopt;
-}
-
-QByteArray statusRequest()
-{
-    return line({{commandKey, statusCommand}});
-}
-
-bool asksForStatus(const QByteArray &request)
-{
-    return QJsonDocument::fromJson(request).object().value(commandKey) == statusCommand;
+    return request(command);
 }
 
 bool isOwnUser(const QLocalSocket &socket)

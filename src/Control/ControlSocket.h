@@ -16,53 +16,63 @@ namespace ControlSocket {
 /// Larger requests and answers are refused.
 inline constexpr qint64 largestRequest = qint64(16) * 1024 * 1024;
 
-/// The socket's file, in the user's private runtime folder. One per display, since no request is meant
-/// for another one.
+/// The socket's file, in the user's private runtime folder. One per display, since a request is never meant for another
+/// display's Talmo.
 QString path();
 /// The lock file beside it, which marks a running Talmo.
 QString lockPath();
 
+/// What a request asks for.
+enum class Command {
+    Insert,
+    OpenSettings,
+    /// Opens or closes the menu, for a key that is bound to a command.
+    ToggleMenu,
+    /// From the next recording on.
+    UseRecogniser,
+    /// The answer is a textAnswer(), and so is that of LastTrace.
+    LastDictation,
+    /// When the last dictation reached each stage.
+    LastTrace,
+    /// Restores the clipboard content that was replaced by a text that was not read.
+    RestoreClipboard,
+    /// Pauses the dictation key.
+    Pause,
+    Resume,
+    /// What the dictation key can do, for another key that runs a command.
+    PressKey,
+    ReleaseKey,
+    ToggleKey,
+    /// Discards the recording, as Escape does.
+    Cancel,
+    /// The answer is a statusAnswer().
+    Status
+};
+
+/// Nullopt if it is no request.
+std::optional<Command> commandOf(const QByteArray &request);
+
 /// Byte-order marks at the beginning of the text are left out, here and in all other lines.
 QByteArray insertRequest(const QString &text);
-/// Nullopt if it is not a request of that kind.
+/// Nullopt if the request has no text.
 std::optional<QString> textToInsert(const QByteArray &request);
 
-/// Opens the settings window.
-QByteArray settingsRequest();
-bool asksForSettings(const QByteArray &request);
-
-/// Opens or closes the menu, for a key that is bound to a command.
-QByteArray menuRequest();
-bool asksForMenu(const QByteArray &request);
-
-/// Changes the recogniser from the next recording on.
 QByteArray recogniserRequest(const QString &choice);
-/// Nullopt if it is not a request of that kind.
+/// Nullopt if the request names none.
 std::optional<QString> recogniserToUse(const QByteArray &request);
 
-/// Requests the last dictation; the answer is a textAnswer().
 QByteArray lastDictationRequest(bool isRaw);
-/// Whether the raw transcript is requested; nullopt if it is not a request of that kind.
-std::optional<bool> asksForLastDictation(const QByteArray &request);
+/// Whether the raw transcript is requested.
+bool isRawRequested(const QByteArray &request);
 
-/// Requests when the last dictation reached each stage; the answer is a textAnswer().
-QByteArray traceRequest();
-bool asksForTrace(const QByteArray &request);
-
-/// Restores the clipboard content that was replaced by a text that was not read.
-QByteArray earlierClipboardRequest();
-bool asksForEarlierClipboard(const QByteArray &request);
-
-/// Pauses the dictation key or resumes it.
 QByteArray pauseRequest(bool isPaused);
-/// Nullopt if it is not a request of that kind.
-std::optional<bool> pauseToSet(const QByteArray &request);
 
-/// What the dictation key can do, for another key that runs a command. Cancel discards a recording, as Escape does.
+/// The commands for the dictation key.
 enum class KeyCommand { Press, Release, Toggle, Cancel };
 QByteArray keyRequest(KeyCommand command);
-/// Nullopt if it is not a request of that kind.
-std::optional<KeyCommand> keyToMove(const QByteArray &request);
+
+/// For any command that needs nothing else.
+QByteArray plainRequest(Command command);
 
 /// What Talmo is doing.
 struct Status {
@@ -72,9 +82,6 @@ struct Status {
     QString message;
     bool operator==(const Status &) const = default;
 };
-/// The answer is a statusAnswer().
-QByteArray statusRequest();
-bool asksForStatus(const QByteArray &request);
 
 /// Whether the program at the other end of a connected socket runs as this user, according to the kernel.
 bool isOwnUser(const QLocalSocket &socket);

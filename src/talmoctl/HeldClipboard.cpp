@@ -74,8 +74,8 @@ bool HeldClipboard::restore()
 {
     constexpr int connectTimeout = 500;
     constexpr int answerTimeout = 3000;
-    const auto answer =
-        ControlSocket::exchange(ControlSocket::earlierClipboardRequest(), connectTimeout, answerTimeout, path());
+    const auto answer = ControlSocket::exchange(ControlSocket::plainRequest(ControlSocket::Command::RestoreClipboard),
+                                                connectTimeout, answerTimeout, path());
     return answer == ControlSocket::answer(std::nullopt);
 }
 

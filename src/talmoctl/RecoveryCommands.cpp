@@ -42,14 +42,14 @@ QCoro::Task<int> runLast(Invocation invocation)
 
 QCoro::Task<int> runTrace(Invocation /*invocation*/)
 {
-    writeLine(ControlSocket::answeredText(ask(ControlSocket::traceRequest())));
+    writeLine(ControlSocket::answeredText(ask(ControlSocket::plainRequest(ControlSocket::Command::LastTrace))));
     co_return EXIT_SUCCESS;
 }
 
 QCoro::Task<int> runRestoreClipboard(Invocation /*invocation*/)
 {
     if (!HeldClipboard::restore()) { // Nobody but Talmo itself keeps any.
-        ask(ControlSocket::earlierClipboardRequest());
+        ask(ControlSocket::plainRequest(ControlSocket::Command::RestoreClipboard));
     }
     co_return EXIT_SUCCESS;
 }
@@ -68,7 +68,7 @@ QCoro::Task<int> runResume(Invocation /*invocation*/)
 
 QCoro::Task<int> runMenu(Invocation /*invocation*/)
 {
-    ask(ControlSocket::menuRequest());
+    ask(ControlSocket::plainRequest(ControlSocket::Command::ToggleMenu));
     co_return EXIT_SUCCESS;
 }
 
@@ -93,12 +93,12 @@ QString describe(const ControlSocket::Status &status, bool asJson)
 
 QCoro::Task<int> runStatus(Invocation invocation)
 {
-    const auto status = ControlSocket::answeredStatus(ask(ControlSocket::statusRequest()));
+    const auto status = ControlSocket::answeredStatus(ask(ControlSocket::plainRequest(ControlSocket::Command::Status)));
     writeLine(describe(status, invocation.has("json")));
     co_return EXIT_SUCCESS;
 }
 
-/// Prints until Talmo ends, or nobody reads.
+/// Prints until Talmo ends or the reader closes the pipe.
 QCoro::Task<int> runWatch(Invocation invocation)
 {
     keepFromStartingABus();

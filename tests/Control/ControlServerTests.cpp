@@ -121,15 +121,16 @@ TEST_F(ControlServerTest, movesKey)
     EXPECT_THAT(moves, ElementsAre(KeyCommand::Press, KeyCommand::Release, KeyCommand::Toggle, KeyCommand::Cancel));
 }
 
-TEST_F(ControlServerTest, tellsStatus)
+TEST_F(ControlServerTest, returnsStatus)
 {
-    EXPECT_EQ(ControlSocket::answeredStatus(answerTo(ControlSocket::statusRequest())),
+    EXPECT_EQ(ControlSocket::answeredStatus(answerTo(ControlSocket::plainRequest(ControlSocket::Command::Status))),
               (ControlSocket::Status{u"error"_s, u"No speech detected."_s}));
 }
 
 TEST_F(ControlServerTest, togglesMenu)
 {
-    EXPECT_EQ(answerTo(ControlSocket::menuRequest()), ControlSocket::answer(std::nullopt));
+    EXPECT_EQ(answerTo(ControlSocket::plainRequest(ControlSocket::Command::ToggleMenu)),
+              ControlSocket::answer(std::nullopt));
     EXPECT_EQ(menus, 1);
     EXPECT_THAT(inserted, IsEmpty());
 }
@@ -152,17 +153,20 @@ TEST_F(ControlServerTest, tellsLastDictationOrThatThereIsNone)
 
 TEST_F(ControlServerTest, restoresEarlierClipboardOrSaysThatThereIsNone)
 {
-    EXPECT_THAT(answerTo(ControlSocket::earlierClipboardRequest()).toStdString(),
+    EXPECT_THAT(answerTo(ControlSocket::plainRequest(ControlSocket::Command::RestoreClipboard)).toStdString(),
                 HasSubstr("There is no earlier clipboard to restore."));
     holdsEarlierClipboard = true;
-    EXPECT_EQ(answerTo(ControlSocket::earlierClipboardRequest()), ControlSocket::answer(std::nullopt));
+    EXPECT_EQ(answerTo(ControlSocket::plainRequest(ControlSocket::Command::RestoreClipboard)),
+              ControlSocket::answer(std::nullopt));
 }
 
-TEST_F(ControlServerTest, tellsTraceOnceSomethingWasDictated)
+TEST_F(ControlServerTest, returnsTraceAfterADictation)
 {
-    EXPECT_THAT(answerTo(ControlSocket::traceRequest()).toStdString(), HasSubstr("Nothing has been dictated yet."));
+    EXPECT_THAT(answerTo(ControlSocket::plainRequest(ControlSocket::Command::LastTrace)).toStdString(),
+                HasSubstr("Nothing has been dictated yet."));
     trace = u"recording 0.0"_s;
-    EXPECT_EQ(ControlSocket::answeredText(answerTo(ControlSocket::traceRequest())), trace);
+    EXPECT_EQ(ControlSocket::answeredText(answerTo(ControlSocket::plainRequest(ControlSocket::Command::LastTrace))),
+              trace);
 }
 
 TEST_F(ControlServerTest, rejectsOtherUsersProgramUnread)

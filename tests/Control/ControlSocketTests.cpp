@@ -18,12 +18,24 @@ using testing::HasSubstr;
 
 } // namespace
 
-TEST(ControlSocket, settingsRequestIsNotAnInsertion)
+TEST(ControlSocket, everyRequestNamesItsCommand)
 {
-    EXPECT_TRUE(ControlSocket::asksForSettings(ControlSocket::settingsRequest()));
-    EXPECT_FALSE(ControlSocket::asksForSettings(ControlSocket::insertRequest(u"settings"_s)));
-    EXPECT_FALSE(ControlSocket::textToInsert(ControlSocket::settingsRequest()).has_value());
-    EXPECT_FALSE(ControlSocket::asksForSettings("garbage\n"));
+    using ControlSocket::Command;
+    using Key = ControlSocket::KeyCommand;
+    EXPECT_EQ(ControlSocket::commandOf(ControlSocket::plainRequest(Command::OpenSettings)), Command::OpenSettings);
+    EXPECT_EQ(ControlSocket::commandOf(ControlSocket::insertRequest(u"settings"_s)), Command::Insert);
+    EXPECT_EQ(ControlSocket::commandOf(ControlSocket::recogniserRequest(u"sherpa"_s)), Command::UseRecogniser);
+    EXPECT_EQ(ControlSocket::commandOf(ControlSocket::pauseRequest(true)), Command::Pause);
+    EXPECT_EQ(ControlSocket::commandOf(ControlSocket::pauseRequest(false)), Command::Resume);
+    EXPECT_EQ(ControlSocket::commandOf(ControlSocket::keyRequest(Key::Toggle)), Command::ToggleKey);
+}
+
+TEST(ControlSocket, garbageIsNoRequest)
+{
+    EXPECT_EQ(ControlSocket::commandOf("garbage\n"), std::nullopt);
+    EXPECT_EQ(ControlSocket::commandOf("{}\n"), std::nullopt);
+    EXPECT_EQ(ControlSocket::commandOf("{\"command\": 1}\n"), std::nullopt);
+    EXPECT_EQ(ControlSocket::textToInsert("{\"command\": \"insert\", \"text\": 1}\n"), std::nullopt);
 }
 
 TEST(ControlSocket, byteOrderMarkIsNotPartOfText)
@@ -48,7 +60,8 @@ TEST(ControlSocket, sendsNothingToAnotherUsersListener)
         const AnotherUser user;
         ASSERT_EQ(::listen(listener.get(), 1), 0);
     }
-    EXPECT_EQ(ControlSocket::exchange(ControlSocket::settingsRequest(), 1000, 1000), std::nullopt);
+    EXPECT_EQ(ControlSocket::exchange(ControlSocket::plainRequest(ControlSocket::Command::OpenSettings), 1000, 1000),
+              std::nullopt);
     const FileDescriptor accepted(::accept(listener.get(), nullptr, nullptr));
     char byte = 0;
     EXPECT_EQ(::recv(accepted.get(), &byte, 1, 0), 0) << "only the end of the connection";

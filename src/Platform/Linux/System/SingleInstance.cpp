@@ -17,7 +17,8 @@ constexpr unsigned long pause = 50;
 bool ask(QDeadlineTimer deadline)
 {
     const auto left = static_cast<int>(deadline.remainingTime());
-    const auto answer = ControlSocket::exchange(ControlSocket::settingsRequest(), left, left);
+    const auto answer =
+        ControlSocket::exchange(ControlSocket::plainRequest(ControlSocket::Command::OpenSettings), left, left);
     if (!answer) {
         return false;
     }
