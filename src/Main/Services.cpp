@@ -5,8 +5,8 @@
 #include "App/LingeringOverlay.h"
 #include "App/TidyEndCleanupService.h"
 #include "App/TimedCleanupService.h"
-#include "App/TracedPaste.h"
-#include "App/TracedServices.h"
+#include "App/Trace/TracedPaste.h"
+#include "App/Trace/TracedServices.h"
 #include "Input/Audio/SpeexAudioConverter.h"
 #include "Input/Hotkey/PausableEventMonitor.h"
 #include "Insertion/ClipboardPasteInsertionService.h"
@@ -74,7 +74,7 @@ std::shared_ptr<SpacedInsertionService> makeInsertion(const ServiceParts &parts,
         exact, desktop.cursorWatch, [options = parts.options] { return options->isOn(DictationOption::SpaceBetween); });
 }
 
-/// Whoever speaks on into an unplugged microphone sees it on the card, beside the title.
+/// A microphone that is unplugged during the recording is reported on the card, beside the title.
 void tellOfUnplugging(const ServiceParts &parts, const std::shared_ptr<DictationNotice> &notice)
 {
     parts.audioEngine->setOnUnplugged([weak = std::weak_ptr(notice), executor = parts.executors.main] {
@@ -97,7 +97,7 @@ Services::Services(const ServiceParts &parts)
           parts.speech, std::make_shared<SpeexAudioConverterFactory>(), parts.executors.speech, parts.executors.main)),
       cleanup(std::make_shared<TextCleanupService>(parts.executors.cleanup, parts.languageModel)),
       editingPace(std::make_shared<EditingPace>()),
-      // Else the model would go on thinking, for nobody.
+      // Otherwise the model would keep generating an answer that nobody waits for.
       interruptibleCleanup(std::make_shared<InterruptibleCleanupService>(
           timed(cleanup, editingPace, parts), [model = parts.languageModel] { model->cancelRequests(); })),
       preroll(std::make_shared<PulsePreroll>(parts.audioEngine, parts.executors.speech)),

@@ -4,11 +4,11 @@
 #include "App/DictationHistory.h"
 #include "App/DictationPause.h"
 #include "App/DictationRecovery.h"
-#include "App/DictationTrace.h"
 #include "App/InterruptibleCleanupService.h"
 #include "App/LastDictation.h"
 #include "App/SoundCues.h"
 #include "App/TalmoCoordinator.h"
+#include "App/Trace/DictationTrace.h"
 #include "Cleanup/TextCleanupService.h"
 #include "Input/Audio/AudioRecorder.h"
 #include "Input/Hotkey/CommandedEventMonitor.h"
@@ -73,7 +73,8 @@ struct Services {
     std::shared_ptr<EventMonitor> eventMonitor;
     std::shared_ptr<GlobalHotkeyManager> keys;
     std::shared_ptr<DeferringHotkeyService> gestures;
-    /// Ends a recording, and a gesture of the key: else the next press would end a recording that is over.
+    /// Ends a recording together with the key's gesture: otherwise the next press would end a recording that is already
+    /// over.
     std::function<void()> endGesture;
     std::shared_ptr<SpacedInsertionService> insertion;
     std::shared_ptr<LastDictation> lastDictation;

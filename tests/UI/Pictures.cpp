@@ -17,7 +17,7 @@
 #include "UI/Settings/SettingsTabBar.h"
 #include "UI/Settings/SettingsView.h"
 #include "UI/Settings/WelcomeView.h"
-#include "UI/Settings/WordList.h"
+#include "UI/Settings/Words/WordList.h"
 #include "UI/Style/Appearance.h"
 #include "UI/Style/Card.h"
 #include "UI/Style/Symbol.h"

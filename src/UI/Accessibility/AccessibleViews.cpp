@@ -2,8 +2,8 @@
 
 #include "UI/Menu/MenuBarView.h"
 #include "UI/Overlay/RecordingOverlay.h"
-#include "UI/Settings/LevelBar.h"
 #include "UI/Settings/SettingsWindow.h"
+#include "UI/Style/LevelBar.h"
 
 #include <QAccessibleWidget>
 

@@ -1,7 +1,7 @@
 #include "UI/Settings/DictionarySettingsTab.h"
 
-#include "UI/Settings/WordFiles.h"
-#include "UI/Settings/WordList.h"
+#include "UI/Settings/Words/WordFiles.h"
+#include "UI/Settings/Words/WordList.h"
 #include "UI/Style/Appearance.h"
 #include "UI/Style/Symbol.h"
 #include "UI/Style/TintedLabel.h"
@@ -264,7 +264,7 @@ void DictionarySettingsTab::removeSelected()
         m_context.settings->setDictionaryWords(words);
     }
     refresh();
-    if (firstRemoved >= 0 && !words.isEmpty()) { // So that several words can be deleted in succession.
+    if (firstRemoved >= 0 && !words.isEmpty()) { // Allows several words to be deleted in succession.
         m_list->setCurrentRow(std::min(firstRemoved, m_list->count() - 1));
     }
 }

@@ -1,8 +1,8 @@
 #include "UI/Settings/HotkeyRows.h"
 
-#include "UI/Settings/KeyCap.h"
 #include "UI/Settings/WarningRow.h"
 #include "UI/Style/Appearance.h"
+#include "UI/Style/KeyCap.h"
 #include "UI/Style/TintedLabel.h"
 #include "UI/Style/Wording.h"
 

@@ -1,10 +1,10 @@
 #include "UI/Settings/MicrophoneSection.h"
 
 #include "UI/Picker.h"
-#include "UI/Settings/LevelBar.h"
 #include "UI/Settings/SettingsSection.h"
 #include "UI/Settings/WarningRow.h"
 #include "UI/Style/Appearance.h"
+#include "UI/Style/LevelBar.h"
 #include "UI/Style/Wording.h"
 
 #include <QHBoxLayout>

@@ -4,12 +4,12 @@
 
 #include "UI/Settings/DesktopExtensionSection.h"
 #include "UI/Settings/HotkeyRows.h"
-#include "UI/Settings/KeyCap.h"
 #include "UI/Settings/LanguageSection.h"
 #include "UI/Settings/MicrophoneSection.h"
 #include "UI/Settings/SettingsSection.h"
 #include "UI/Settings/WarningRow.h"
 #include "UI/Style/Appearance.h"
+#include "UI/Style/KeyCap.h"
 #include "UI/Style/TintedLabel.h"
 #include "UI/Style/Wording.h"
 

@@ -3,7 +3,7 @@
 #include "UI/AccessibleView.h"
 #include "UI/Menu/MenuBarView.h"
 #include "UI/Overlay/RecordingOverlay.h"
-#include "UI/Settings/LevelBar.h"
+#include "UI/Style/LevelBar.h"
 #include "UI/Settings/SettingsWindow.h"
 #include "UI/ViewWorld.h"
 

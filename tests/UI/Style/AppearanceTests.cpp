@@ -3,7 +3,7 @@
 #include "UI/Style/Appearance.h"
 
 #include "UI/DrawnView.h"
-#include "UI/Settings/KeyCap.h"
+#include "UI/Style/KeyCap.h"
 #include "UI/Settings/SettingsSection.h"
 #include "UI/Style/Separator.h"
 #include "UI/Style/Symbol.h"

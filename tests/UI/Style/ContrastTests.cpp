@@ -6,7 +6,7 @@
 #include "UI/Settings/RecogniserSection.h"
 #include "UI/Settings/SettingsSection.h"
 #include "UI/Settings/WarningRow.h"
-#include "UI/Settings/WordList.h"
+#include "UI/Settings/Words/WordList.h"
 #include "UI/Style/SymbolLabel.h"
 #include "UI/Style/TintedLabel.h"
 #include "UI/ViewWorld.h"

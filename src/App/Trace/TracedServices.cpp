@@ -1,4 +1,4 @@
-#include "App/TracedServices.h"
+#include "App/Trace/TracedServices.h"
 
 #include <type_traits>
 #include <utility>

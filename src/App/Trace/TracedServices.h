@@ -1,7 +1,7 @@
 #pragma once
 
-#include "App/DictationTrace.h"
 #include "App/ForwardingTranscriptionService.h"
+#include "App/Trace/DictationTrace.h"
 
 #include <memory>
 

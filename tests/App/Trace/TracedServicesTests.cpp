@@ -1,4 +1,4 @@
-#include "App/TracedServices.h"
+#include "App/Trace/TracedServices.h"
 
 #include "Support/Printing.h"
 #include "Support/RecordingWorld.h"

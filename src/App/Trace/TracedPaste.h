@@ -1,6 +1,6 @@
 #pragma once
 
-#include "App/DictationTrace.h"
+#include "App/Trace/DictationTrace.h"
 #include "Insertion/KeyEventPoster.h"
 #include "Insertion/PasteReceipt.h"
 #include "Insertion/Pasteboard.h"

@@ -1,4 +1,4 @@
-#include "UI/Settings/LevelBar.h"
+#include "UI/Style/LevelBar.h"
 
 #include "UI/Style/Appearance.h"
 #include "UI/Style/Wording.h"

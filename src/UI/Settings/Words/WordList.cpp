@@ -1,4 +1,4 @@
-#include "UI/Settings/WordList.h"
+#include "UI/Settings/Words/WordList.h"
 
 #include "UI/Style/Appearance.h"
 #include "UI/Style/RowDelegate.h"

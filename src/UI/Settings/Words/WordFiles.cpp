@@ -1,4 +1,4 @@
-#include "UI/Settings/WordFiles.h"
+#include "UI/Settings/Words/WordFiles.h"
 
 #include "Base/Log.h"
 #include "UI/Settings/WarningRow.h"

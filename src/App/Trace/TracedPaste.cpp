@@ -1,4 +1,4 @@
-#include "App/TracedPaste.h"
+#include "App/Trace/TracedPaste.h"
 
 #include <utility>
 

@@ -4,7 +4,7 @@
 
 namespace talmo {
 
-/// The words of the dictionary, each with what it sounds like at the end of its row, dimmed.
+/// The words of the dictionary, each with its pronunciation, dimmed, at the end of its row.
 class WordList final : public QListWidget {
 public:
     WordList();

@@ -13,7 +13,7 @@ namespace talmo {
 class TintedLabel;
 class WarningRow;
 
-/// Reads the dictionary from a text file and writes it to one, and says what came of it.
+/// Imports the dictionary from a text file, exports it to one, and reports the outcome.
 class WordFiles final : public QWidget {
 public:
     explicit WordFiles(ViewContext context);

@@ -1,4 +1,4 @@
-#include "UI/Settings/KeyCap.h"
+#include "UI/Style/KeyCap.h"
 
 #include "UI/Style/Appearance.h"
 

@@ -1,12 +1,12 @@
 // Pronunciations beside the words, and the dictionary as a file.
 
-#include "UI/Settings/WordFiles.h"
+#include "UI/Settings/Words/WordFiles.h"
 
 #include "Support/FakePronunciations.h"
 #include "Support/RecordingLog.h"
 #include "UI/AccessibleView.h"
 #include "UI/Settings/DictionarySettingsTab.h"
-#include "UI/Settings/WordList.h"
+#include "UI/Settings/Words/WordList.h"
 #include "UI/ViewWorld.h"
 
 #include <gmock/gmock.h>

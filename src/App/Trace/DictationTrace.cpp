@@ -1,4 +1,4 @@
-#include "App/DictationTrace.h"
+#include "App/Trace/DictationTrace.h"
 
 #include <chrono>
 #include <utility>
