@@ -9,30 +9,12 @@ namespace talmo::test {
 namespace {
 
 const QString service = u"org.freedesktop.Notifications"_s;
-const QString path = u"/org/freedesktop/Notifications"_s;
-
-int nextConnection = 0;
 
 } // namespace
 
 NotificationService::NotificationService()
-    : m_bus(QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"),
-                                          u"notifications%1"_s.arg(++nextConnection)))
+    : BusService(service, u"/org/freedesktop/Notifications"_s)
 {
-    m_bus.registerVirtualObject(path, this);
-    m_bus.registerService(service);
-}
-
-NotificationService::~NotificationService()
-{
-    const QString name = m_bus.name();
-    m_bus.unregisterService(service);
-    QDBusConnection::disconnectFromBus(name);
-}
-
-QString NotificationService::introspect(const QString &) const
-{
-    return {};
 }
 
 bool NotificationService::handleMessage(const QDBusMessage &message, const QDBusConnection &connection)

@@ -12,29 +12,16 @@ namespace talmo::test {
 
 namespace {
 
-const QString watcherService = u"org.kde.StatusNotifierWatcher"_s;
 const QString watcherPath = u"/StatusNotifierWatcher"_s;
 const QString itemPath = u"/StatusNotifierItem"_s;
 const QString itemInterface = u"org.kde.StatusNotifierItem"_s;
 const QString properties = u"org.freedesktop.DBus.Properties"_s;
 
-int nextConnection = 0;
-
 } // namespace
 
 NotifierHost::NotifierHost()
-    : m_bus(QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"),
-                                          u"host%1"_s.arg(++nextConnection)))
+    : BusService(u"org.kde.StatusNotifierWatcher"_s, watcherPath)
 {
-    m_bus.registerVirtualObject(watcherPath, this);
-    m_bus.registerService(watcherService);
-}
-
-NotifierHost::~NotifierHost()
-{
-    const QString name = m_bus.name();
-    m_bus.unregisterService(watcherService);
-    QDBusConnection::disconnectFromBus(name);
 }
 
 QString NotifierHost::introspect(const QString &path) const
@@ -70,7 +57,7 @@ bool NotifierHost::handleMessage(const QDBusMessage &message, const QDBusConnect
         const QString service = message.arguments().value(0).toString();
         m_item = service.startsWith(QLatin1Char('/')) ? message.service() : service;
         ++m_registrations;
-        m_bus.connect(m_item, itemPath, itemInterface, u"NewIcon"_s, this, SLOT(newIcon()));
+        bus().connect(m_item, itemPath, itemInterface, u"NewIcon"_s, this, SLOT(newIcon()));
         return connection.send(message.createReply());
     }
     return false;
@@ -80,7 +67,7 @@ QDBusMessage NotifierHost::call(const QString &interface, const QString &method,
 {
     auto message = QDBusMessage::createMethodCall(m_item, itemPath, interface, method);
     message.setArguments(arguments);
-    const QDBusPendingCallWatcher watcher(m_bus.asyncCall(message));
+    const QDBusPendingCallWatcher watcher(bus().asyncCall(message));
     testbed::waitUntil([&watcher] { return watcher.isFinished(); }, std::chrono::seconds(10));
     return watcher.reply();
 }

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "Support/BusService.h"
+
 #include <QByteArray>
-#include <QDBusConnection>
-#include <QDBusVirtualObject>
 #include <QSize>
 #include <QString>
 
@@ -11,12 +11,11 @@
 namespace talmo::test {
 
 /// A StatusNotifierItem host, on the session bus that the environment names.
-class NotifierHost final : public QDBusVirtualObject {
+class NotifierHost final : public BusService {
     Q_OBJECT
 
 public:
     NotifierHost();
-    ~NotifierHost() override;
 
     /// The bus name of the registered item; empty until then.
     QString item() const { return m_item; }
@@ -41,7 +40,6 @@ private:
     QDBusMessage call(const QString &interface, const QString &method, const QVariantList &arguments);
     QVariant ownProperty(const QString &name) const;
 
-    QDBusConnection m_bus;
     QString m_item;
     int m_registrations = 0;
     int m_iconChanges = 0;

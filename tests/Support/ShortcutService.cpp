@@ -7,33 +7,10 @@
 
 namespace talmo::test {
 
-namespace {
-
-const QString service = u"org.kde.kglobalaccel"_s;
-
-int nextConnection = 0;
-
-} // namespace
-
 ShortcutService::ShortcutService(int takenKey)
-    : m_bus(QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"),
-                                          u"shortcuts%1"_s.arg(++nextConnection))),
+    : BusService(u"org.kde.kglobalaccel"_s, u"/kglobalaccel"_s),
       m_takenKey(takenKey)
 {
-    m_bus.registerVirtualObject(u"/kglobalaccel"_s, this);
-    m_bus.registerService(service);
-}
-
-ShortcutService::~ShortcutService()
-{
-    const QString name = m_bus.name();
-    m_bus.unregisterService(service);
-    QDBusConnection::disconnectFromBus(name);
-}
-
-QString ShortcutService::introspect(const QString &) const
-{
-    return {};
 }
 
 bool ShortcutService::handleMessage(const QDBusMessage &message, const QDBusConnection &connection)
@@ -64,7 +41,7 @@ void ShortcutService::signal(const QString &name, const QString &action)
 {
     auto message = QDBusMessage::createSignal(u"/component/talmo"_s, u"org.kde.kglobalaccel.Component"_s, name);
     message.setArguments({u"talmo"_s, action, qlonglong(1)});
-    m_bus.send(message);
+    bus().send(message);
 }
 
 } // namespace talmo::test

@@ -1,18 +1,17 @@
 #pragma once
 
-#include <QDBusConnection>
-#include <QDBusVirtualObject>
+#include "Support/BusService.h"
+
 #include <QString>
 #include <QStringList>
 
 namespace talmo::test {
 
 /// KDE's service for global shortcuts, on the session bus that the environment names.
-class ShortcutService final : public QDBusVirtualObject {
+class ShortcutService final : public BusService {
 public:
     /// `takenKey`: another program's.
     explicit ShortcutService(int takenKey = 0);
-    ~ShortcutService() override;
 
     /// "register talmo/dictate", "set 16777224 6", "inactive".
     QStringList calls;
@@ -20,13 +19,11 @@ public:
     void press(const QString &action) { signal(QStringLiteral("globalShortcutPressed"), action); }
     void release(const QString &action) { signal(QStringLiteral("globalShortcutReleased"), action); }
 
-    QString introspect(const QString &path) const override;
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override;
 
 private:
     void signal(const QString &name, const QString &action);
 
-    QDBusConnection m_bus;
     int m_takenKey;
 };
 
