@@ -1,5 +1,6 @@
 # The Debian 12 packages that Talmo needs. Sourced by the other scripts, so that there is a single list. The names are the
-# same in Debian 13. In Ubuntu 24.04 they ought to be: not tried; scripts/fresh noble tries them.
+# same in Debian 13 and, but for clang 19, in the package lists of Ubuntu 24.04. Nobody has built it there: that is what
+# scripts/fresh noble tries.
 
 build_packages=(
   ca-certificates
@@ -18,7 +19,7 @@ run_packages=(
 )
 # A virtual desktop and a synthetic voice.
 demo_packages=(
-  xvfb openbox picom trayer pulseaudio pulseaudio-utils flite libqt6gui6 fontconfig fonts-dejavu-core
+  xvfb openbox picom trayer pulseaudio pulseaudio-utils flite fontconfig fonts-dejavu-core
 )
 # The programs that the tests use, and the tools of CI.
 test_packages=(
