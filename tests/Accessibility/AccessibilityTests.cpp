@@ -208,7 +208,7 @@ TEST_F(AccessibilityTest, tabVisitsEveryControlOfSettingsInOrder)
     EXPECT_EQ(heard(u"focus: "_s), expected);
 }
 
-TEST_F(AccessibilityTest, levelBarTellsItsValue)
+TEST_F(AccessibilityTest, levelBarExposesItsValue)
 {
     switchAccessibilityOn();
     startTalmo();

@@ -294,7 +294,7 @@ TEST_F(DeferringHotkeyServiceTest, menuRecordsUntilItEndsTheGesture)
     EXPECT_EQ(on.state(), TalmoState::processing());
 }
 
-TEST_F(DeferringHotkeyServiceTest, menuDuringEditKeepsWhatIsSaidAndRecordsNext)
+TEST_F(DeferringHotkeyServiceTest, menuDuringEditKeepsSpeechAndRecordsNext)
 {
     on.beEditing();
     on.world.takeCalls();

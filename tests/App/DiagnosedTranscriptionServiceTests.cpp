@@ -81,7 +81,7 @@ protected:
 
 } // namespace
 
-TEST_F(DiagnosedTranscriptionTest, tellsMissingServerFromMissingMicrophone)
+TEST_F(DiagnosedTranscriptionTest, distinguishesMissingServerFromMissingMicrophone)
 {
     inner->startFailure = std::make_exception_ptr(RecorderError(RecorderError::Case::NoInputAvailable));
     EXPECT_EQ(start(), u"No microphone input is available."_s);

@@ -100,7 +100,7 @@ TEST_F(InstructionsWarmUpTest, followsSettingsChangedWhileRecording)
     EXPECT_THAT(given, SizeIs(3));
 }
 
-TEST_F(InstructionsWarmUpTest, goesOnWhileTranscriptIsAwaited)
+TEST_F(InstructionsWarmUpTest, continuesWhileTranscriptIsAwaited)
 {
     const auto stopping = Completion<QString>::make();
     world.onStop = [stopping] { return stopping->future(); };

@@ -65,7 +65,7 @@ TEST_F(LingeringOverlayTest, nextRecordingReplacesTheLastWord)
     EXPECT_THAT(card->calls, IsEmpty());
 }
 
-TEST_F(LingeringOverlayTest, endingTheProgramMeanwhileEndsTheWait)
+TEST_F(LingeringOverlayTest, quittingEndsTheWait)
 {
     {
         LingeringOverlay shortLived(card, notice, clock);

@@ -33,7 +33,7 @@ TEST_F(EveryDayEndToEndTest, secondDictationIsSeparatedUnlessUserTyped)
     EXPECT_TRUE(windowShows(u"Hello world. Hello world.xHello world."_s));
 }
 
-TEST_F(EveryDayEndToEndTest, traceTellsEveryStageOfLastDictation)
+TEST_F(EveryDayEndToEndTest, traceShowsEveryStageOfLastDictation)
 {
     openQtWindow();
     startTalmo();

@@ -1,17 +1,14 @@
-// The user interface on a real desktop: tray, panel, overlay and settings, none of which takes the focus.
-
-#include "EndToEnd/TalmoFixture.h"
+// The tray icon, the panel and the settings on a real desktop.
 
 #include "DesktopParts.h"
+#include "EndToEnd/UiFixture.h"
 #include "Support/NotifierHost.h"
 #include "Support/Printing.h"
-#include "VirtualPointer.h"
 
 #include <QFile>
 #include <QImage>
 
 #include <algorithm>
-#include <utility>
 
 namespace talmo::test {
 
@@ -19,174 +16,15 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr QSize screen(1024, 640);
 /// The margin around the card, inside its window.
 constexpr int shadow = 24;
 constexpr quint32 escapeKey = 0xff1b;
 constexpr quint32 returnKey = 0xff0d;
 constexpr quint32 endKey = 0xff57;
 
-class UiEndToEndTest : public TalmoFixture {
-protected:
-    /// Talmo's unmanaged windows that are larger than an icon.
-    QList<testbed::VirtualDesktop::Window> cards()
-    {
-        QList<testbed::VirtualDesktop::Window> found;
-        for (const auto &shown : desktop.visibleWindows()) {
-            if (shown.program == "talmo" && !shown.isManaged && shown.geometry.width() > 100) {
-                found.append(shown);
-            }
-        }
-        return found;
-    }
-    bool cardComes()
-    {
-        return testbed::pollUntil([this] { return !cards().isEmpty(); }, timeout);
-    }
-    bool cardGoes()
-    {
-        return testbed::pollUntil([this] { return cards().isEmpty(); }, timeout);
-    }
-    bool isSomethingFullScreen()
-    {
-        const auto shown = desktop.visibleWindows();
-        return std::any_of(shown.cbegin(), shown.cend(),
-                           [](const auto &each) { return each.geometry.size() == screen; });
-    }
-    /// Whether the topmost window is a card.
-    bool cardIsInFront() { return !cards().isEmpty() && desktop.visibleWindows().last().program == "talmo"; }
-
-    QImage corner() { return desktop.screenshot().copy(screen.width() - 30, 0, 30, 26); }
-    QPoint icon{screen.width() - 12, 12};
-
-    void startTray() { tray = testbed::startTray(environment); }
-    /// Waits until the icon is drawn.
-    void startTalmoWithIcon()
-    {
-        const QImage before = corner();
-        startTalmo();
-        ASSERT_TRUE(testbed::pollUntil([&] { return corner() != before; }, timeout));
-        // Two equal screenshots: drawing has finished.
-        QImage last;
-        ASSERT_TRUE(testbed::pollUntil([&] { return std::exchange(last, corner()) == last; }, timeout));
-    }
-    bool openPanel()
-    {
-        pointer.clickAt(icon);
-        return cardComes();
-    }
-
-    testbed::VirtualPointer pointer;
-    std::unique_ptr<testbed::ChildProcess> tray;
-    std::unique_ptr<testbed::ChildProcess> compositor;
-};
+class UiEndToEndTest : public UiFixture {};
 
 } // namespace
-
-TEST_F(UiEndToEndTest, overlayNeverTakesFocus)
-{
-    compositor = testbed::startCompositor(environment);
-    openQtWindow();
-    startTalmo();
-    desktop.takeActiveWindowChanges();
-    keyboard.press(key);
-    ASSERT_TRUE(talmoSays(u"state: recording"_s));
-    ASSERT_TRUE(cardComes());
-    EXPECT_TRUE(cardIsInFront());
-    const QRect room = cards().first().geometry;
-    EXPECT_NEAR(room.center().x(), screen.width() / 2, 1);
-    EXPECT_EQ(room.y() + room.height() - shadow, screen.height() - 90);
-    speak(u"hello world"_s);
-    keyboard.release(key);
-    EXPECT_TRUE(windowShows(u"Hello world."_s));
-    EXPECT_TRUE(talmoSays(u"state: idle"_s));
-    EXPECT_TRUE(cardGoes());
-    EXPECT_EQ(desktop.takeActiveWindowChanges(), 0);
-    EXPECT_EQ(desktop.activeWindowTitle(), u"Target"_s);
-}
-
-TEST_F(UiEndToEndTest, overlayStaysAboveFullScreenAndLaterWindows)
-{
-    openWindow(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Target"_s, u"0"_s, u"fullscreen"_s});
-    ASSERT_TRUE(testbed::pollUntil([this] { return isSomethingFullScreen(); }, timeout));
-    startTalmo();
-    desktop.takeActiveWindowChanges();
-    doubleTap();
-    ASSERT_TRUE(talmoSays(u"state: recording"_s));
-    ASSERT_TRUE(cardComes());
-    EXPECT_TRUE(cardIsInFront());
-    EXPECT_EQ(desktop.takeActiveWindowChanges(), 0);
-    testbed::ChildProcess other(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Other"_s, u"0"_s, u"fullscreen"_s},
-                                environment);
-    ASSERT_TRUE(desktop.waitForActiveWindow(u"Other"_s, timeout));
-    EXPECT_TRUE(testbed::pollUntil([this] { return cardIsInFront(); }, timeout));
-    keyboard.tap(key);
-    EXPECT_TRUE(talmoSays(u"state: error"_s)); // No speech.
-}
-
-TEST_F(UiEndToEndTest, overlayIsOnPointersScreenAboveItsPanel)
-{
-    const auto addScreen = [this](const QString &name, const QString &place, const QString &output) {
-        testbed::ChildProcess xrandr(u"xrandr"_s, {u"--setmonitor"_s, name, place, output}, environment);
-        testbed::waitUntil([&xrandr] { return !xrandr.isRunning(); }, timeout);
-    };
-    addScreen(u"left"_s, u"600/160x640/170+0+0"_s, u"screen"_s);
-    addScreen(u"right"_s, u"424/110x500/130+600+0"_s, u"none"_s);
-    // The bar is at the desktop's lower edge, which only the left screen reaches.
-    tray = testbed::startTray(environment, {u"--edge"_s, u"bottom"_s, u"--align"_s, u"left"_s, u"--height"_s, u"30"_s});
-    openQtWindow();
-    startTalmo();
-    const auto footUnder = [this](QPoint place) {
-        pointer.moveTo(place);
-        doubleTap();
-        EXPECT_TRUE(talmoSays(u"state: recording"_s));
-        EXPECT_TRUE(cardComes());
-        const QRect room = cards().isEmpty() ? QRect() : cards().first().geometry;
-        keyboard.tap(key);
-        EXPECT_TRUE(talmoSays(u"state: error"_s));
-        testbed::sleepFor(400ms);
-        EXPECT_TRUE(cardGoes());
-        return QPoint(room.center().x(), room.y() + room.height() - shadow);
-    };
-    const QPoint right = footUnder({800, 300});
-    EXPECT_NEAR(right.x(), 600 + 212, 1);
-    EXPECT_EQ(right.y(), 500 - 90);
-    const QPoint left = footUnder({100, 300});
-    EXPECT_NEAR(left.x(), 300, 1);
-    EXPECT_EQ(left.y(), 640 - 30 - 90);
-}
-
-TEST_F(UiEndToEndTest, scalesToTwiceTheSizeOnHighDpiScreen)
-{
-    environment.insert(u"QT_SCALE_FACTOR"_s, u"2"_s);
-    startTalmo();
-    keyboard.press(key);
-    ASSERT_TRUE(cardComes());
-    const QRect room = cards().first().geometry;
-    EXPECT_NEAR(room.center().x(), screen.width() / 2, 2);
-    EXPECT_EQ(room.y() + room.height() - 2 * shadow, screen.height() - 2 * 90);
-    keyboard.release(key);
-}
-
-TEST_F(UiEndToEndTest, cardIsShapedWithoutCompositor)
-{
-    openWindow(QStringLiteral(TALMO_BIN "/talmo-demo-window"), {u"Target"_s, u"0"_s, u"fullscreen"_s});
-    startTalmo();
-    const auto cornerOf = [this](const QRect &card) { return desktop.screenshot().pixelColor(card.topLeft()); };
-    keyboard.press(key);
-    ASSERT_TRUE(cardComes());
-    const int bottom = screen.height() - 90;
-    const QRect card(QPoint(screen.width() / 2 - 110, bottom - 50), QPoint(screen.width() / 2 + 109, bottom - 1));
-    // The window behind is white: it shows at the card's corner but not in its middle.
-    EXPECT_TRUE(testbed::pollUntil([&] { return desktop.screenshot().pixelColor(card.center()) != QColor(Qt::white); },
-                                   timeout));
-    const QImage picture = desktop.screenshot();
-    EXPECT_EQ(picture.pixelColor(card.bottomLeft()), QColor(Qt::white));
-    EXPECT_EQ(picture.pixelColor(card.bottomRight()), QColor(Qt::white));
-    EXPECT_NE(cornerOf(card), QColor(Qt::black));
-    EXPECT_EQ(picture.pixelColor(card.center().x(), bottom + 10), QColor(Qt::white)); // No shadow.
-    keyboard.release(key);
-}
 
 TEST_F(UiEndToEndTest, trayIconChangesShape)
 {

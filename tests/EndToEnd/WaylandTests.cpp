@@ -136,7 +136,7 @@ TEST_F(WaylandEndToEndTest, toggleBeginsAndEndsRecording)
     EXPECT_TRUE(windowShows(u""_s)) << "no sentence was inserted";
 }
 
-TEST_F(WaylandEndToEndTest, cancelDiscardsRecordingAndWatchTells)
+TEST_F(WaylandEndToEndTest, cancelDiscardsRecordingAndNotifiesWatch)
 {
     testbed::ChildProcess watch(QStringLiteral(TALMO_BIN "/talmoctl"), {u"watch"_s, u"--json"_s}, environment);
     ASSERT_TRUE(watch.waitForLine(u"{\"state\":\"idle\"}"_s, timeout)) << watch.output().toStdString();

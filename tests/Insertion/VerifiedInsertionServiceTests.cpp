@@ -57,7 +57,7 @@ TEST(VerifiedInsertionService, succeedsWhenTextWasRead)
     EXPECT_EQ(outcomeOf(PasteReceipt::Outcome::Taken), QString());
 }
 
-TEST(VerifiedInsertionService, tellsWhereTextIsAndHowToPasteIt)
+TEST(VerifiedInsertionService, unreadTextErrorExplainsHowToPasteIt)
 {
     EXPECT_EQ(outcomeOf(PasteReceipt::Outcome::NotTaken),
               u"No window accepted the text. It is on the clipboard: paste it with Ctrl+V."_s);

@@ -1,11 +1,8 @@
 #include "LanguageModel/LoopbackLanguageModel.h"
 
-#include "Cleanup/TextCleanupService.h"
-#include "Support/ManualClock.h"
+#include "LanguageModel/ModelServerFixture.h"
 #include "Support/Printing.h"
-#include "Support/RecordingLog.h"
 #include "Support/TestLoop.h"
-#include "Support/TestModelServer.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -16,98 +13,11 @@ namespace talmo::test {
 
 namespace {
 
-using testing::IsEmpty;
 using testing::SizeIs;
 
-class FakeTrust final : public ServerTrust {
-public:
-    bool answer = true;
-    mutable std::vector<Endpoint> asked;
-
-    bool isTrusted(const Endpoint &at, const Endpoint & /*client*/) const override
-    {
-        asked.push_back(at);
-        return answer;
-    }
-};
-
-/// A real server in a separate process. Only time is virtual, so that timeouts need no real waiting. Everything runs on
-/// the test's thread.
-class LoopbackLanguageModelTest : public testing::Test {
-protected:
-    RecordingLog log;
-    TestModelServer server;
-    std::shared_ptr<ManualClock> clock = std::make_shared<ManualClock>();
-    std::shared_ptr<SerialExecutor> executor = SerialExecutor::onCurrentThread();
-    std::shared_ptr<FakeTrust> trust = std::make_shared<FakeTrust>();
-    std::shared_ptr<LoopbackLanguageModel> model = makeModel(server.address());
-
-    ~LoopbackLanguageModelTest() override { EXPECT_TRUE(waitFor(model->shutDown())); }
-
-    std::shared_ptr<LoopbackLanguageModel> makeModel(const QString &address, const QString &name = {})
-    {
-        return std::make_shared<LoopbackLanguageModel>(
-            LoopbackLanguageModel::Configuration{address, name, {server.port()}}, executor, clock, trust);
-    }
-    std::optional<UnavailableReason> refreshed()
-    {
-        EXPECT_TRUE(waitFor(model->refresh()));
-        return model->unavailableReason();
-    }
-    QFuture<QString> ask(const QString &prompt = u"<transcript>hello</transcript>"_s)
-    {
-        return model->makeSession(u"instructions"_s)->respond(prompt, {SamplingMode::Greedy, std::nullopt, 64});
-    }
-    /// "answer: " and the text, or "error: " and the message.
-    static QString outcome(const QFuture<QString> &future)
-    {
-        EXPECT_TRUE(waitFor(future));
-        try {
-            return u"answer: "_s + future.result();
-        } catch (const Error &error) {
-            return u"error: "_s + error.localizedDescription();
-        }
-    }
-    QString cleaned(const QString &transcript)
-    {
-        const auto result = cleaning(transcript);
-        EXPECT_TRUE(waitFor([&result] { return result->has_value(); }));
-        return result->value_or(QString());
-    }
-    /// Holds the text once cleanup has finished.
-    std::shared_ptr<std::optional<QString>> cleaning(const QString &transcript)
-    {
-        auto result = std::make_shared<std::optional<QString>>();
-        TextCleanupService service(executor, model);
-        service.cleanup(transcript, true, false, TextTone::Standard, {}).then([result](const QString &text) {
-            *result = text;
-        });
-        return result;
-    }
-    /// Handles one request at a time, each held until letGo() is called with its name.
-    void beSlow(bool isAlone, const QStringList &names)
-    {
-        QJsonArray rules;
-        for (const auto &name : names) {
-            rules.append(QJsonObject{{u"when"_s, name}, {u"answer"_s, u"Edited %1."_s.arg(name)}, {u"held"_s, name}});
-        }
-        server.behave({{u"slots"_s, 1}, {u"alone"_s, isAlone}, {u"chat"_s, rules}});
-    }
-    void letGo(const QStringList &names) { server.behave({{u"free"_s, QJsonArray::fromStringList(names)}}); }
-    bool logSays(const QString &text) const
-    {
-        const auto lines = log.lines();
-        return std::any_of(lines.begin(), lines.end(), [&text](const QString &line) { return line.contains(text); });
-    }
-};
+class LoopbackLanguageModelTest : public ModelServerFixture {};
 
 } // namespace
-
-TEST_F(LoopbackLanguageModelTest, isNotReadyBeforeFirstProbe)
-{
-    EXPECT_EQ(model->unavailableReason(), UnavailableReason::ModelNotReady);
-    EXPECT_THAT(server.requests(), IsEmpty()) << "nothing is sent before the first probe";
-}
 
 TEST_F(LoopbackLanguageModelTest, findsServerAndSendsRequest)
 {
@@ -143,98 +53,6 @@ TEST_F(LoopbackLanguageModelTest, requestsConfiguredModelName)
     EXPECT_EQ(refreshed(), std::nullopt);
     outcome(ask());
     EXPECT_EQ(server.chats().at(0).value(u"model"_s), u"my-model"_s);
-}
-
-TEST_F(LoopbackLanguageModelTest, reportsNoListeningServer)
-{
-    server.kill();
-    EXPECT_EQ(refreshed(), UnavailableReason::AppleIntelligenceNotEnabled);
-}
-
-TEST_F(LoopbackLanguageModelTest, triesLocalhostOverIpv4AndIpv6)
-{
-    TestModelServer server6(0, QProcessEnvironment::systemEnvironment(), {u"--v6"_s});
-    model = makeModel(u"http://localhost:%1"_s.arg(server6.port()));
-    EXPECT_EQ(refreshed(), std::nullopt) << model->description().toStdString();
-    EXPECT_EQ(outcome(ask()), u"answer: Hello from the model."_s);
-}
-
-TEST_F(LoopbackLanguageModelTest, reportsLoadingModel)
-{
-    // llama.cpp's server may answer every request like this, or list its model already.
-    server.behave({{u"models"_s, QJsonObject{{u"status"_s, 503}, {u"body"_s, u"{\"error\":{\"code\":503}}"_s}}}});
-    EXPECT_EQ(refreshed(), UnavailableReason::ModelNotReady);
-    server.behave({{u"models"_s, QJsonArray{u"m"_s}}, {u"health"_s, 503}});
-    EXPECT_EQ(refreshed(), UnavailableReason::ModelNotReady);
-    server.behave({{u"health"_s, 200}});
-    EXPECT_EQ(refreshed(), std::nullopt);
-}
-
-TEST_F(LoopbackLanguageModelTest, reportsServerWithoutModels)
-{
-    server.behave({{u"models"_s, QJsonArray()}});
-    EXPECT_EQ(refreshed(), UnavailableReason::Other);
-    EXPECT_TRUE(model->description().contains(u"has no model"_s));
-}
-
-TEST_F(LoopbackLanguageModelTest, reportsOtherServiceAtConfiguredAddress)
-{
-    for (const auto &models :
-         {QJsonObject{{u"status"_s, 404}}, QJsonObject{{u"status"_s, 401}},
-          QJsonObject{{u"status"_s, 200}, {u"body"_s, u"<html>Hello</html>"_s}, {u"type"_s, u"text/html"_s}},
-          QJsonObject{{u"status"_s, 302}, {u"headers"_s, QJsonObject{{u"Location"_s, u"http://127.0.0.1:1/"_s}}}},
-          QJsonObject{{u"fault"_s, u"close"_s}}, QJsonObject{{u"fault"_s, u"huge"_s}}}) {
-        server.behave({{u"models"_s, models}});
-        EXPECT_EQ(refreshed(), UnavailableReason::Other) << model->description().toStdString();
-        EXPECT_TRUE(model->description().contains(u"is not a model server"_s)) << model->description().toStdString();
-    }
-}
-
-TEST_F(LoopbackLanguageModelTest, probeOfHangingServerTimesOut)
-{
-    server.behave({{u"models"_s, QJsonObject{{u"fault"_s, u"hang"_s}}}});
-    const auto refreshing = model->refresh();
-    ASSERT_TRUE(waitFor([this] { return !server.requests().empty(); }));
-    EXPECT_FALSE(refreshing.isFinished());
-    clock->advance(std::chrono::seconds(1));
-    EXPECT_TRUE(waitFor(refreshing));
-    EXPECT_EQ(model->unavailableReason(), UnavailableReason::Other);
-}
-
-TEST_F(LoopbackLanguageModelTest, concurrentProbesShareOne)
-{
-    const auto first = model->refresh();
-    const auto second = model->refresh();
-    EXPECT_TRUE(waitFor(first));
-    EXPECT_TRUE(waitFor(second));
-    EXPECT_THAT(server.requests(), SizeIs(2)) << "models and health, once each";
-}
-
-TEST_F(LoopbackLanguageModelTest, probesOnlyOnRequest)
-{
-    refreshed();
-    const auto before = server.requests().size();
-    clock->advance(std::chrono::hours(24));
-    EXPECT_EQ(server.requests().size(), before);
-    EXPECT_EQ(clock->sleeperCount(), 0U);
-}
-
-TEST_F(LoopbackLanguageModelTest, reportsDisabled)
-{
-    model = makeModel(u"off"_s);
-    EXPECT_EQ(model->unavailableReason(), UnavailableReason::DeviceNotEligible);
-    EXPECT_EQ(refreshed(), UnavailableReason::DeviceNotEligible);
-}
-
-TEST_F(LoopbackLanguageModelTest, remoteAddressIsRefusedAndLogged)
-{
-    model = makeModel(u"http://192.168.1.2:8080"_s);
-    EXPECT_EQ(refreshed(), UnavailableReason::Other);
-    bool isSaid = false;
-    for (const auto &line : log.lines()) {
-        isSaid = isSaid || (line.startsWith(u"general error: "_s) && line.contains(u"192.168.1.2"_s));
-    }
-    EXPECT_TRUE(isSaid);
 }
 
 TEST_F(LoopbackLanguageModelTest, editsWithServerThatDoesNotStream)
@@ -350,15 +168,6 @@ TEST_F(LoopbackLanguageModelTest, serverKilledDuringRequestFallsBack)
         waitFor([this] { return model->unavailableReason() == UnavailableReason::AppleIntelligenceNotEnabled; }));
 }
 
-TEST_F(LoopbackLanguageModelTest, reloadingServerIsNotReadyImmediately)
-{
-    ASSERT_EQ(refreshed(), std::nullopt);
-    server.behave({{u"health"_s, 503}});
-    server.answerWith({{u"status"_s, 503}});
-    outcome(ask());
-    EXPECT_EQ(model->unavailableReason(), UnavailableReason::ModelNotReady);
-}
-
 TEST_F(LoopbackLanguageModelTest, sanitisesTagsFencesAndPreambles)
 {
     ASSERT_EQ(refreshed(), std::nullopt);
@@ -426,23 +235,6 @@ TEST_F(LoopbackLanguageModelTest, hungServerCostsTwentySecondsForAnyParagraphCou
     EXPECT_EQ(server.chats().size(), 1U);
 }
 
-TEST_F(LoopbackLanguageModelTest, probeTimeoutDuringEditKeepsServerAvailable)
-{
-    ASSERT_EQ(refreshed(), std::nullopt);
-    beSlow(true, {u"one"_s});
-    const auto text = cleaning(u"one"_s);
-    ASSERT_TRUE(server.waitForChats(1));
-    const auto looks = server.requests().size();
-    const auto looking = model->refresh();
-    ASSERT_TRUE(waitFor([&] { return server.requests().size() > looks; }));
-    clock->advance(std::chrono::seconds(1));
-    ASSERT_TRUE(waitFor(looking));
-    EXPECT_EQ(model->unavailableReason(), std::nullopt);
-    letGo({u"one"_s});
-    ASSERT_TRUE(waitFor([&] { return text->has_value(); }));
-    EXPECT_EQ(text->value_or(QString()), u"Edited one."_s);
-}
-
 TEST_F(LoopbackLanguageModelTest, cancellingEndsAllRequestsImmediately)
 {
     ASSERT_EQ(refreshed(), std::nullopt);
@@ -458,50 +250,6 @@ TEST_F(LoopbackLanguageModelTest, cancellingEndsAllRequestsImmediately)
     EXPECT_EQ(server.chats().size(), 2U);
 }
 
-TEST_F(LoopbackLanguageModelTest, sendsNothingToUntrustedDiscoveredServer)
-{
-    trust->answer = false;
-    model = makeModel({});
-    EXPECT_EQ(refreshed(), UnavailableReason::Other);
-    EXPECT_TRUE(model->description().contains(u"another user"_s)) << model->description().toStdString();
-    EXPECT_EQ(model->server().refused, QStringList{u"127.0.0.1:%1"_s.arg(server.port())});
-    EXPECT_EQ(model->server().model, QString());
-    EXPECT_TRUE(logSays(u"general error: language model: ignoring another user's process at"_s));
-    EXPECT_EQ(cleaned(u"hello"_s), u"Hello."_s);
-    EXPECT_THAT(server.requests(), IsEmpty());
-    ASSERT_FALSE(trust->asked.empty());
-    EXPECT_EQ(trust->asked.front().port, server.port());
-}
-
-TEST_F(LoopbackLanguageModelTest, rechecksTrustBeforeEachRequest)
-{
-    model = makeModel({});
-    ASSERT_EQ(refreshed(), std::nullopt);
-    trust->answer = false;
-    EXPECT_TRUE(outcome(ask()).contains(u"another user"_s));
-    EXPECT_THAT(server.chats(), IsEmpty());
-    EXPECT_TRUE(waitFor([this] { return model->unavailableReason() == UnavailableReason::Other; }));
-    EXPECT_EQ(model->server().model, QString());
-}
-
-TEST_F(LoopbackLanguageModelTest, trustsConfiguredServer)
-{
-    trust->answer = false;
-    EXPECT_EQ(refreshed(), std::nullopt);
-    EXPECT_TRUE(trust->asked.empty());
-}
-
-TEST_F(LoopbackLanguageModelTest, reportsServerAndModelInUse)
-{
-    server.behave({{u"models"_s, QJsonArray{u"qwen\u001b\u202e2.5"_s}}});
-    EXPECT_EQ(refreshed(), std::nullopt);
-    EXPECT_EQ(model->server().model, u"qwen2.5"_s);
-    EXPECT_EQ(model->server().place, u"127.0.0.1:%1"_s.arg(server.port()));
-    server.kill();
-    refreshed();
-    EXPECT_EQ(model->server().place, QString());
-}
-
 TEST_F(LoopbackLanguageModelTest, editsMoreSegmentsThanConnections)
 {
     ASSERT_EQ(refreshed(), std::nullopt);
@@ -510,19 +258,6 @@ TEST_F(LoopbackLanguageModelTest, editsMoreSegmentsThanConnections)
         spoken.append(u"hello"_s);
     }
     EXPECT_EQ(cleaned(spoken.join(u" new line "_s)).count(u"Hello from the model."_s), 20);
-}
-
-TEST_F(LoopbackLanguageModelTest, ignoresProxy)
-{
-    TestModelServer proxy;
-    qputenv("http_proxy", proxy.address().toUtf8());
-    qputenv("HTTP_PROXY", proxy.address().toUtf8());
-    EXPECT_EQ(refreshed(), std::nullopt);
-    EXPECT_EQ(outcome(ask()), u"answer: Hello from the model."_s);
-    qunsetenv("http_proxy");
-    qunsetenv("HTTP_PROXY");
-    EXPECT_THAT(proxy.requests(), IsEmpty());
-    EXPECT_THAT(server.chats(), SizeIs(1));
 }
 
 TEST_F(LoopbackLanguageModelTest, destructionCancelsPendingRequests)

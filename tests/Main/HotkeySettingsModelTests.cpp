@@ -88,7 +88,7 @@ TEST_F(HotkeySettingsModelTest, refusesKeysThatTypeUntilAnotherIsPressed)
     EXPECT_EQ(stored(), QStringList());
 }
 
-TEST_F(HotkeySettingsModelTest, tellsWhatIsWrongWithTheFile)
+TEST_F(HotkeySettingsModelTest, reportsProblemsInSettingsFile)
 {
     control->state.unknown = {u"Contrl_R"_s};
     control->state.taken = {u"F9"_s};

@@ -80,7 +80,7 @@ TEST_F(MicrophoneSettingsModelTest, recordsOnlyWhileListening)
     model.setFollowing(true);
 }
 
-TEST_F(MicrophoneSettingsModelTest, saysThatAMicrophoneIsSilentUntilItIsHeard)
+TEST_F(MicrophoneSettingsModelTest, reportsSilentMicrophoneUntilSoundArrives)
 {
     ASSERT_TRUE(becomes([this] { return names().size() == 4; }));
     model.choose(u"silent"_s);
@@ -92,7 +92,7 @@ TEST_F(MicrophoneSettingsModelTest, saysThatAMicrophoneIsSilentUntilItIsHeard)
     EXPECT_EQ(model.problem(), QString());
 }
 
-TEST_F(MicrophoneSettingsModelTest, showsTheLevelOfWhatIsPlayed)
+TEST_F(MicrophoneSettingsModelTest, showsLevelOfPlayedSound)
 {
     ASSERT_TRUE(becomes([this] { return names().size() == 4; }));
     const QString file = folder.filePath(u"tone.wav"_s);

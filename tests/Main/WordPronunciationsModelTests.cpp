@@ -54,7 +54,7 @@ TEST_F(WordPronunciationsModelTest, readsTheFileOnRefresh)
     EXPECT_EQ(changes, 1) << "unchanged the second time";
 }
 
-TEST_F(WordPronunciationsModelTest, writesChangeBesideWhatIsThere)
+TEST_F(WordPronunciationsModelTest, addsChangeToExistingFile)
 {
     writeFile("# mine\nNguyen = win\n");
     model.refresh();

@@ -96,7 +96,7 @@ TEST_F(EngineRegistryTest, embeddedEngineComesFirstIfChosen)
     EXPECT_THAT(order(), ElementsAre(u"embedded"_s, u"en-small"_s));
 }
 
-TEST_F(EngineRegistryTest, modelThatCannotKeepUpComesAfterEmbeddedEngineUnlessChosen)
+TEST_F(EngineRegistryTest, slowModelRanksAfterEmbeddedEngineUnlessChosen)
 {
     addModel(u"en-large"_s);
     addModel(u"en-small"_s);

@@ -46,7 +46,7 @@ TEST_F(LiveAndFinalEngineTest, finalTextReplacesLiveTextStretchByStretch)
     EXPECT_EQ(live->decoders, 2); // What it heard of the first stretch does not come back.
 }
 
-TEST_F(LiveAndFinalEngineTest, sentencesOfLiveEngineStayShown)
+TEST_F(LiveAndFinalEngineTest, liveSentencesStayVisible)
 {
     live->script = {{{u"one"_s, true}}, {{u"two"_s, false}}, {{u"two"_s, true}}};
     final->script = {{}, {}, {}, {{u"One. Two."_s, true}}};
@@ -59,7 +59,7 @@ TEST_F(LiveAndFinalEngineTest, liveTextWithoutFinalTextDisappears)
     EXPECT_EQ(texts(1), (QStringList{u"thank you"_s, QString()}));
 }
 
-TEST_F(LiveAndFinalEngineTest, goesOnWithoutFailedLiveEngine)
+TEST_F(LiveAndFinalEngineTest, continuesWithoutFailedLiveEngine)
 {
     live->fails = true;
     final->script = {{}, {{u"It works."_s, true}}, {}};

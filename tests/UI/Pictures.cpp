@@ -2,7 +2,6 @@
 //
 //   talmo-pictures FOLDER
 
-#include "Platform/Linux/Session/TrayIconColour.h"
 #include "Platform/Linux/System/LinuxWording.h"
 #include "Support/FakeDictationOptions.h"
 #include "Support/FakeHotkeySettings.h"
@@ -12,6 +11,7 @@
 #include "Support/FakePasteboard.h"
 #include "Support/FakePronunciations.h"
 #include "Support/FakeRecogniserSettings.h"
+#include "UI/Gallery.h"
 #include "UI/Menu/MenuBarView.h"
 #include "UI/Overlay/RecordingOverlay.h"
 #include "UI/Settings/SettingsTabBar.h"
@@ -19,147 +19,16 @@
 #include "UI/Settings/WelcomeView.h"
 #include "UI/Settings/Words/WordList.h"
 #include "UI/Style/Appearance.h"
-#include "UI/Style/Card.h"
-#include "UI/Style/Symbol.h"
 #include "UI/ViewWorld.h"
 
 #include <QApplication>
 #include <QDir>
-#include <QPainter>
 
 #include <cstdio>
 
 namespace talmo::test {
 
 namespace {
-
-constexpr int air = 32;
-constexpr QSize settingsSize(540, 660);
-constexpr QSize smallestCard(220, 50);
-
-struct Look {
-    ColourScheme scheme;
-    qreal ratio;
-    qreal points = 10;
-    Qt::LayoutDirection direction = Qt::LeftToRight;
-    QString name() const
-    {
-        const QString size = points == 10 ? QString() : u"-%1pt"_s.arg(points);
-        return (scheme == ColourScheme::Dark ? u"dark"_s : u"light"_s) + u"-%1x"_s.arg(ratio) + size +
-               (direction == Qt::RightToLeft ? u"-rtl"_s : QString());
-    }
-};
-
-const QStringList traySymbols{u"mic.circle"_s, u"waveform.circle.fill"_s, u"ellipsis.circle"_s,
-                              u"exclamationmark.circle"_s, u"pause.circle"_s};
-
-/// A stand-in for a wallpaper.
-void paintGround(QPainter &painter, const QRect &area, ColourScheme scheme)
-{
-    QLinearGradient gradient(area.topLeft(), area.bottomRight());
-    const bool dark = scheme == ColourScheme::Dark;
-    gradient.setColorAt(0, dark ? QColor(0x2a, 0x33, 0x4a) : QColor(0xc9, 0xd8, 0xee));
-    gradient.setColorAt(1, dark ? QColor(0x4a, 0x2f, 0x55) : QColor(0xe6, 0xcf, 0xe4));
-    painter.fillRect(area, gradient);
-}
-
-void paintCard(QPainter &painter, QWidget &view)
-{
-    const QRect card(QPoint(air, air), view.size());
-    Card::paint(painter, card, view.palette(), true);
-    view.render(&painter, card.topLeft(), {}, QWidget::DrawChildren);
-}
-
-class Gallery {
-public:
-    Gallery(const QDir &folder, const Look &look)
-        : m_folder(folder),
-          m_look(look)
-    {
-        QApplication::setPalette(Appearance::palette(look.scheme));
-        QApplication::setLayoutDirection(look.direction);
-        QFont font = QApplication::font();
-        font.setPointSizeF(look.points);
-        QApplication::setFont(font);
-    }
-
-    void addCard(QWidget &view, const QString &name)
-    {
-        view.ensurePolished();
-        view.resize(view.sizeHint().expandedTo({Appearance::scaled(smallestCard.width()), smallestCard.height()}));
-        const QSize size = view.size() + QSize(2 * air, 2 * air);
-        QImage image((QSizeF(size) * m_look.ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
-        image.setDevicePixelRatio(m_look.ratio);
-        QPainter painter(&image);
-        paintGround(painter, QRect(QPoint(0, 0), size), m_look.scheme);
-        paintCard(painter, view);
-        painter.end();
-        save(image, name);
-    }
-
-    void addWindow(QWidget &view, const QString &name, const QSize &size = settingsSize)
-    {
-        view.setAttribute(Qt::WA_DontShowOnScreen);
-        view.show();
-        // As on a screen of 1366×768 where that is not enough.
-        constexpr QSize lowScreen(1306, 708);
-        view.resize(m_look.points == 10 ? size : (size * Appearance::textScale()).boundedTo(lowScreen));
-        settle(); // Lets layout and painting finish.
-        QImage image((QSizeF(view.size()) * m_look.ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
-        image.setDevicePixelRatio(m_look.ratio);
-        image.fill(view.palette().color(QPalette::Window));
-        view.render(&image);
-        save(image, name);
-    }
-
-    /// The tray icons as they are on panels of unknown colour, at two sizes: light, medium and dark.
-    void addTrayIcons()
-    {
-        const QColor panels[] = {QColor(0xef, 0xf0, 0xf1), QColor(0x80, 0x80, 0x80), QColor(0x2f, 0x34, 0x3a)};
-        QImage image((QSizeF(170, 3 * 76) * m_look.ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
-        image.setDevicePixelRatio(m_look.ratio);
-        QPainter painter(&image);
-        for (int row = 0; row < 3; ++row) {
-            painter.fillRect(0, 76 * row, 170, 76, panels[row]);
-            for (int index = 0; index < traySymbols.size(); ++index) {
-                const QIcon icon = Symbol::icon(traySymbols.at(index), trayInks({}, std::nullopt, {}, m_look.scheme));
-                icon.paint(&painter, QRect(14 + 30 * index, 76 * row + 12, 16, 16));
-                icon.paint(&painter, QRect(11 + 30 * index, 76 * row + 42, 22, 22));
-            }
-        }
-        painter.end();
-        save(image, u"tray"_s);
-    }
-
-    /// All tray symbols side by side, at two tray sizes.
-    void addIcons()
-    {
-        const auto &names = traySymbols;
-        QImage image((QSizeF(170, 76) * m_look.ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
-        image.setDevicePixelRatio(m_look.ratio);
-        image.fill(QApplication::palette().color(QPalette::Window));
-        QPainter painter(&image);
-        for (int index = 0; index < names.size(); ++index) {
-            const QColor ink = QApplication::palette().color(QPalette::WindowText);
-            Symbol::paint(painter, QRectF(14 + 30 * index, 12, 16, 16), names.at(index), ink);
-            Symbol::paint(painter, QRectF(11 + 30 * index, 42, 22, 22), names.at(index), ink);
-        }
-        painter.end();
-        save(image, u"icons"_s);
-    }
-
-private:
-    void save(const QImage &image, const QString &name)
-    {
-        const QString file = m_folder.filePath(name + QLatin1Char('-') + m_look.name() + u".png"_s);
-        if (!image.save(file)) {
-            throw Error(u"Cannot write "_s + file);
-        }
-    }
-
-    QDir m_folder;
-    Look m_look;
-};
 
 const QString heard =
     u"thank you very much for the report I will read it on the train and call you as soon as I am back "
@@ -365,27 +234,24 @@ void addLists(Gallery &gallery)
     gallery.addWindow(settings, u"settings-history"_s);
 }
 
-void takePictures(const QDir &folder, const Look &look)
+/// The overlay and the menu in every state of the coordinator.
+void addStates(Gallery &gallery)
 {
-    Gallery gallery(folder, look);
-    gallery.addIcons();
-    gallery.addTrayIcons();
-    addKeys(gallery);
-    addLongError(gallery);
-    addLists(gallery);
-    addFirstMinutes(gallery);
-    {
-        ViewWorld world;
-        RecordingOverlay overlay(world.coordinator());
-        MenuBarView menu(world.context(), [](MenuAction) {});
-        const auto add = [&](const QString &name) {
-            if (name != u"idle"_s) {
-                gallery.addCard(overlay, u"overlay-"_s + name);
-            }
-            gallery.addCard(menu, u"menu-"_s + name);
-        };
-        inEveryState(world, add);
-    }
+    ViewWorld world;
+    RecordingOverlay overlay(world.coordinator());
+    MenuBarView menu(world.context(), [](MenuAction) {});
+    const auto add = [&](const QString &name) {
+        if (name != u"idle"_s) {
+            gallery.addCard(overlay, u"overlay-"_s + name);
+        }
+        gallery.addCard(menu, u"menu-"_s + name);
+    };
+    inEveryState(world, add);
+}
+
+/// The same at moments that are no states of their own.
+void addMoments(Gallery &gallery)
+{
     for (const auto &state : {u"cleaning-up"_s, u"inserting"_s, u"error"_s, u"permissions"_s}) {
         ViewWorld world;
         RecordingOverlay overlay(world.coordinator());
@@ -404,6 +270,11 @@ void takePictures(const QDir &folder, const Look &look)
         }
         gallery.addCard(menu, u"menu-"_s + state);
     }
+}
+
+/// Transcripts that are hard to lay out.
+void addTranscripts(Gallery &gallery)
+{
     for (const auto &text :
          {std::pair(u"hebrew"_s, u"אני רוצה לקנות חלב וביצים ואחר כך ללכת הביתה כדי לקרוא ספר טוב"_s),
           std::pair(u"emoji"_s, u"that was great 🎉🎉 see you 👩‍👩‍👧‍👦 tomorrow"_s),
@@ -415,6 +286,11 @@ void takePictures(const QDir &folder, const Look &look)
         world.hear(text.second);
         gallery.addCard(overlay, u"overlay-"_s + text.first);
     }
+}
+
+/// The tabs of the settings.
+void addSettings(Gallery &gallery)
+{
     ViewWorld world;
     world.settings->setHotkeyDisplayName(u"Right Ctrl"_s);
     world.unavailability =
@@ -432,6 +308,21 @@ void takePictures(const QDir &folder, const Look &look)
         gallery.addWindow(settings, u"settings-"_s + tabs->tabText(index).toLower());
     }
     addRecogniser(gallery, *recogniser, settings);
+}
+
+void takePictures(const QDir &folder, const Look &look)
+{
+    Gallery gallery(folder, look);
+    gallery.addIcons();
+    gallery.addTrayIcons();
+    addKeys(gallery);
+    addLongError(gallery);
+    addLists(gallery);
+    addFirstMinutes(gallery);
+    addStates(gallery);
+    addMoments(gallery);
+    addTranscripts(gallery);
+    addSettings(gallery);
     addOffer(gallery);
     addServers(gallery);
 }

@@ -141,7 +141,7 @@ TEST_F(UserInterfaceTest, plainMenuPausesAndResumes)
     EXPECT_EQ(item->menus.back().title, u"Talmo is ready"_s);
 }
 
-TEST_F(UserInterfaceTest, pausedMenuStillNamesWhatIsGoingOn)
+TEST_F(UserInterfaceTest, pausedMenuStillShowsCurrentState)
 {
     world.pause->setPaused(true);
     world.beRecording();

@@ -82,14 +82,14 @@ TEST_F(DoctorTest, findsNothingMissingOnAHealthyDesktop)
     }
 }
 
-TEST_F(DoctorTest, saysWhatToDoWithoutSoundServer)
+TEST_F(DoctorTest, suggestsRemedyWithoutSoundServer)
 {
     sound.killServer();
     examine();
     expectMissing(u"sound"_s);
 }
 
-TEST_F(DoctorTest, saysThatAMicrophoneIsMuted)
+TEST_F(DoctorTest, reportsMutedMicrophone)
 {
     sound.muteMicrophone(true);
     examine();
@@ -97,7 +97,7 @@ TEST_F(DoctorTest, saysThatAMicrophoneIsMuted)
     EXPECT_TRUE(check(u"sound"_s).value(u"detail"_s).toString().contains(u"gives only silence"_s));
 }
 
-TEST_F(DoctorTest, saysWhatToDoInALanguageWithoutRecogniser)
+TEST_F(DoctorTest, suggestsRecogniserForUnsupportedLanguage)
 {
     desktop.storeSettings({{u"linux.languageModelAddress"_s, u"off"_s}, {u"linux.dictationLanguage"_s, u"de_DE"_s}});
     examine();
@@ -105,7 +105,7 @@ TEST_F(DoctorTest, saysWhatToDoInALanguageWithoutRecogniser)
     EXPECT_EQ(check(u"engine"_s).value(u"detail"_s).toString(), u"Dictating in German needs another recogniser."_s);
 }
 
-TEST_F(DoctorTest, saysThatTheSettingsNameAnUnknownKey)
+TEST_F(DoctorTest, reportsUnknownKeyInSettings)
 {
     desktop.storeSettings(
         {{u"linux.languageModelAddress"_s, u"off"_s}, {u"linux.standInKeys"_s, QJsonArray{u"Contrl_R"_s}}});

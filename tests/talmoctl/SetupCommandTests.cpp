@@ -104,7 +104,7 @@ protected:
 
 } // namespace
 
-TEST_F(SetupTest, withoutTerminalOnlySaysWhatItWouldInstall)
+TEST_F(SetupTest, withoutTerminalOnlyAnnouncesInstallation)
 {
     const auto result = talmoctl({u"setup"_s});
     EXPECT_EQ(result.status, 3);
@@ -128,7 +128,7 @@ TEST_F(SetupTest, installsLibraryAndModelInOneProgress)
     EXPECT_EQ(server->requests().size(), 2);
 }
 
-TEST_F(SetupTest, enginesNamesWhatIsInstalledAndWhatWouldBeBetter)
+TEST_F(SetupTest, enginesListsInstalledAndBetterRecognisers)
 {
     EXPECT_EQ(talmoctl({u"setup"_s, u"--yes"_s}).status, 0);
     setCatalogue({model(u"better"_s, u"/toy.tar.gz"_s), model(u"toy"_s, u"/toy.tar.gz"_s)});

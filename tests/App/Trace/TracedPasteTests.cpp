@@ -71,7 +71,7 @@ TEST_F(TracedPasteTest, notesPasteUpToRestoredClipboard)
     EXPECT_THAT(table(), HasSubstr("clipboard restored"));
 }
 
-TEST_F(TracedPasteTest, textThatNobodyReadIsNeitherReadNorRestored)
+TEST_F(TracedPasteTest, unreadTextIsNeitherReadNorRestored)
 {
     paste(Outcome::NotTaken);
     EXPECT_THAT(table(), HasSubstr("paste shortcut posted"));

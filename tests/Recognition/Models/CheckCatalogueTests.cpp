@@ -66,7 +66,7 @@ TEST_F(CheckCatalogueTest, namesRenewedAndWithdrawnFiles)
     EXPECT_THAT(output, HasSubstr("toy is not in the list"));
 }
 
-TEST_F(CheckCatalogueTest, listThatCannotBeReadIsNotTakenForAgreement)
+TEST_F(CheckCatalogueTest, unreadableListCountsAsNotCompared)
 {
     EXPECT_EQ(compare("<html>Not found</html>"), 2);
     EXPECT_THAT(output, HasSubstr("not compared: toy"));

@@ -18,7 +18,7 @@ TEST(ModelSize, isNeverLessThanOneMegabyte)
     EXPECT_EQ(readableSize(1), u"1 MB"_s);
 }
 
-TEST(ModelSize, saysWhereItIsApproximateOrUnknown)
+TEST(ModelSize, marksApproximateAndUnknownSizes)
 {
     ModelEntry entry;
     EXPECT_EQ(readableSize(entry), QString());

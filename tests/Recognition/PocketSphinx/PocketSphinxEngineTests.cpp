@@ -41,7 +41,7 @@ TEST(EnglishModelLocale, rejectsOtherLanguagesAndGarbage)
     }
 }
 
-TEST(PocketSphinxEngine, missingModelErrorTellsHowToInstallIt)
+TEST(PocketSphinxEngine, missingModelErrorExplainsInstallation)
 {
     const QTemporaryDir empty;
     const auto platform = platformWith(std::make_shared<PocketSphinxEngine>(empty.path()));

@@ -62,7 +62,7 @@ double shareOfSpeech(VoiceActivity &activity, const Sound &sound)
 
 } // namespace
 
-TEST_F(OfflineRecogniserTest, tellsSpeechFromEverythingElse)
+TEST_F(OfflineRecogniserTest, distinguishesSpeechFromOtherSounds)
 {
     SileroVoiceActivity activity(SherpaLibrary::open(library), voiceModel);
     EXPECT_GT(shareOfSpeech(activity, spoken(u"the quick brown fox jumps over the lazy dog"_s)), 0.5);
@@ -100,7 +100,7 @@ TEST_F(OfflineRecogniserTest, recognisesCanaryAndMoonshine)
     }
 }
 
-TEST_F(OfflineRecogniserTest, whisperIsToldOnlyLanguagesItKnows)
+TEST_F(OfflineRecogniserTest, whisperGetsOnlyLanguagesItSupports)
 {
     make(u"make_toy_offline.py"_s, u"toy"_s, {u"whisper"_s});
     OfflineRecogniser toy(SherpaLibrary::open(library), SherpaModel::examine(folder(u"toy"_s)));

@@ -12,7 +12,7 @@
 
 namespace talmo::test {
 
-TEST(SherpaLibrary, logsSearchedPathsButTellsUsersWhatToDo)
+TEST(SherpaLibrary, logsSearchedPathsAndShowsUsersARemedy)
 {
     const RecordingLog log;
     const QString missing = errorOf([] { SherpaLibrary::open(u"/nonexistent/lib.so"_s); });

@@ -81,7 +81,7 @@ TEST_F(SpeechPiecesTest, clickGivesNoPiece)
     EXPECT_TRUE(taken.empty());
 }
 
-TEST_F(SpeechPiecesTest, pieceKeepsItsSurroundings)
+TEST_F(SpeechPiecesTest, piecesKeepTheSilenceAroundSpeech)
 {
     pause(3);
     speech(2);

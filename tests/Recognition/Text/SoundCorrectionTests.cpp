@@ -75,7 +75,7 @@ TEST(SoundCorrection, keepsTextWithoutVocabulary)
     EXPECT_EQ(corrected(u"  Tal mo -- as it was.\n"_s, {}), u"  Tal mo -- as it was.\n"_s);
 }
 
-TEST(OrdinaryWords, knowsCommonWordsAndNamesButNoAbbreviations)
+TEST(OrdinaryWords, includesCommonWordsAndNamesButNoAbbreviations)
 {
     ASSERT_TRUE(QFile::exists(u"/usr/share/dict/american-english-small"_s));
     for (const auto &word : {u"win"_s, u"walked"_s, u"newton"_s, u"john"_s, u"a"_s, u"2026"_s}) {

@@ -3,8 +3,8 @@
 #include "UI/AccessibleView.h"
 #include "UI/Menu/MenuBarView.h"
 #include "UI/Overlay/RecordingOverlay.h"
-#include "UI/Style/LevelBar.h"
 #include "UI/Settings/SettingsWindow.h"
+#include "UI/Style/LevelBar.h"
 #include "UI/ViewWorld.h"
 
 #include <gmock/gmock.h>

@@ -3,8 +3,8 @@
 #include "UI/Style/Appearance.h"
 
 #include "UI/DrawnView.h"
-#include "UI/Style/KeyCap.h"
 #include "UI/Settings/SettingsSection.h"
+#include "UI/Style/KeyCap.h"
 #include "UI/Style/Separator.h"
 #include "UI/Style/Symbol.h"
 #include "UI/Style/SymbolLabel.h"

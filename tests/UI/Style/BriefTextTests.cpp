@@ -105,7 +105,7 @@ TEST(MenuContents, plainMenuHasLongErrorsBriefly)
     EXPECT_EQ(contents(u"Nothing to insert."_s).details, MenuEntry());
 }
 
-TEST(RecordingOverlay, saysWhereTheRestOfAnErrorIs)
+TEST(RecordingOverlay, longErrorPointsToItsFullText)
 {
     ViewWorld world;
     RecordingOverlay overlay(world.coordinator());

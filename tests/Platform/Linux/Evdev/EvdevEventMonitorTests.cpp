@@ -222,7 +222,7 @@ TEST(EvdevKeyboards, areNotThereWithoutDevices)
     EXPECT_EQ(EvdevKeyboards::open(), nullptr);
 }
 
-TEST(EvdevLayout, knowsKeysBeyondLayouts)
+TEST(EvdevLayout, findsKeysMissingFromLayouts)
 {
     const EvdevLayout layout;
     const auto codes = [&layout](const QString &name) { return layout.codesOf(triggerKeySymbols({name}).first()); };

@@ -231,7 +231,7 @@ TEST_F(GnomeAdapterTest, textFieldIsNoPasswordField)
     EXPECT_FALSE(answerOf(field.isPassword(std::chrono::seconds(1))));
 }
 
-TEST_F(GnomeAdapterTest, knowsTerminalByItsWindow)
+TEST_F(GnomeAdapterTest, recognisesTerminalByItsWindow)
 {
     openWindow(QStringLiteral("terminal"));
     EXPECT_EQ(answerOf(gnome->front()).style, PasteStyle::ControlShiftV);
@@ -255,7 +255,7 @@ TEST_F(GnomeAdapterTest, enablesExtension)
     EXPECT_EQ(answerOf(extension.enable()), State::Enabled);
 }
 
-TEST_F(GnomeAdapterTest, saysThatAllExtensionsAreSwitchedOff)
+TEST_F(GnomeAdapterTest, reportsThatAllExtensionsAreDisabled)
 {
     GnomeExtension extension;
     const auto switchAll = [](const char *value) {

@@ -62,7 +62,7 @@ TEST(TriggerKeys, sharesModifiersAndLocksOnly)
     }
 }
 
-TEST(TriggerKeys, knowsKernelCodesOfHighFunctionKeys)
+TEST(TriggerKeys, mapsKernelCodesOfHighFunctionKeys)
 {
     EXPECT_EQ(functionKeyCode(XKB_KEY_F13), 183);
     EXPECT_EQ(functionKeyCode(XKB_KEY_F24), 194);

@@ -117,7 +117,7 @@ TEST_F(ControlBusTest, callsWithoutWaitingKeepTheirOrder)
     EXPECT_THAT(moves, ElementsAre(KeyCommand::Press, KeyCommand::Release, KeyCommand::Press));
 }
 
-TEST_F(ControlBusTest, statusTellsStateAndMessage)
+TEST_F(ControlBusTest, statusReturnsStateAndMessage)
 {
     status = {u"error"_s, u"No speech detected."_s};
     EXPECT_EQ(call(u"Status"_s).arguments(), QVariantList({u"error"_s, u"No speech detected."_s}));
@@ -236,7 +236,7 @@ TEST_F(ControlBusTest, followersLearnOfTheEnd)
     EXPECT_FALSE(BusStates(connection()).follow());
 }
 
-TEST_F(ControlBusTest, secondTalmoHasNoName)
+TEST_F(ControlBusTest, secondTalmoGetsNoBusName)
 {
     ControlActions actions;
     actions.status = [this] { return status; };

@@ -222,7 +222,7 @@ TEST_F(DesktopLooks, takeColoursOfFreshPlasma)
     EXPECT_NE(QApplication::palette().color(QPalette::Window), beige);
 }
 
-TEST(ThemeName, tellsDarkness)
+TEST(ThemeName, impliesDarkness)
 {
     EXPECT_EQ(colourSchemeOfTheme(u"Adwaita-dark"_s), ColourScheme::Dark);
     EXPECT_EQ(colourSchemeOfTheme(u"Arc-Dark"_s), ColourScheme::Dark);

@@ -63,7 +63,7 @@ TEST(ServerOwner, isUserOfAcceptedConnection)
     EXPECT_EQ(owner({}, row(mappedHere + ":1F90", mappedHere + ":C350", established, 1003, 5)), 1003U);
 }
 
-TEST(ServerOwner, isUnknownWithoutTheConnection)
+TEST(ServerOwner, isUnknownWithoutConnection)
 {
     EXPECT_EQ(owner({}), std::nullopt);
     EXPECT_EQ(owner(listener(here, 1001)), std::nullopt);

@@ -236,7 +236,7 @@ TEST_F(WaylandPasteTest, unreadTextStaysUntilClipboardIsPutBack)
     EXPECT_EQ(desktop->paste(), "old");
 }
 
-TEST_F(WaylandPasteTest, whatTheUserCopiesMeanwhileStays)
+TEST_F(WaylandPasteTest, keepsWhatUserCopiesMeanwhile)
 {
     desktop->copy("old");
     openGtkWindow();

@@ -122,7 +122,7 @@ TEST_F(WordFilesTest, importOfKnownWordsWritesNothing)
     EXPECT_TRUE(texts().contains(u"New words: 0"_s));
 }
 
-TEST_F(WordFilesTest, importRefusesWhatIsNotText)
+TEST_F(WordFilesTest, importRefusesNonText)
 {
     const QString refusal = u"This file could not be read as text. Choose a text file with one word per line."_s;
     files().importFrom(write(QByteArray("PK\0\1", 4)));
@@ -144,7 +144,7 @@ TEST_F(WordFilesTest, exportWritesWordsAndSounds)
     EXPECT_TRUE(texts().contains(u"Words saved: 2"_s));
 }
 
-TEST_F(WordFilesTest, failedExportSaysWhatToDo)
+TEST_F(WordFilesTest, failedExportSuggestsRemedy)
 {
     const RecordingLog log;
     files().exportTo(folder.filePath(u"no/such/folder.txt"_s));

@@ -110,7 +110,7 @@ TEST_F(KdeKeysTest, reportsHoldOnceAndFreesKeyAtEnd)
     EXPECT_TRUE(waitFor([this] { return calls().last() == u"inactive"_s; }));
 }
 
-TEST_F(KdeKeysTest, saysThatAnotherProgramHasTheKey)
+TEST_F(KdeKeysTest, reportsKeyTakenByAnotherProgram)
 {
     startService(Qt::Key_Pause);
     open();

@@ -82,7 +82,7 @@ TEST_F(XCancelKeyTest, takesEscapeFromTheFocusedWindowUntilReleased)
     EXPECT_EQ(presses, 1);
 }
 
-TEST_F(XCancelKeyTest, windowGetsNoHalfOfAPressThatEndedTheGrab)
+TEST_F(XCancelKeyTest, pressThatEndsGrabReachesNoWindow)
 {
     ASSERT_TRUE(grab());
     keyboard.press(escape);
@@ -124,7 +124,7 @@ TEST_F(XCancelKeyTest, leavesShortcutsWithOtherModifiers)
     EXPECT_EQ(presses, 0);
 }
 
-TEST_F(XCancelKeyTest, saysSoIfAnotherProgramHoldsTheKey)
+TEST_F(XCancelKeyTest, reportsKeyGrabbedByAnotherProgram)
 {
     xcb_grab_key(other.get(), 0, other.root(), 0, escapeKeyCode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     synchronise();

@@ -206,7 +206,7 @@ TEST_F(XHotkeyControlTest, capturedKeysStartNothing)
     EXPECT_TRUE(sees(2)) << "a capture takes one key only";
 }
 
-TEST_F(XHotkeyControlTest, tellsOfAKeyThatAnotherProgramHasTaken)
+TEST_F(XHotkeyControlTest, reportsKeyTakenByAnotherProgram)
 {
     xcb_grab_key(other.get(), 0, other.root(), XCB_MOD_MASK_ANY, keyCode(f9), XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     synchronise();
@@ -238,7 +238,7 @@ TEST_F(XHotkeyControlTest, suggestsAKeyThatWorks)
     EXPECT_THAT(control.keys().missing, IsEmpty());
 }
 
-TEST_F(XHotkeyControlTest, tellsOfNamesThatNoKeyHas)
+TEST_F(XHotkeyControlTest, reportsUnknownKeyNames)
 {
     control.setKeys({u"Contrl_R"_s, u"a"_s, u"F35"_s});
     EXPECT_THAT(control.keys().unknown, ElementsAre(u"Contrl_R"_s));
