@@ -15,7 +15,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
-#include <numeric>
+#include <cmath>
 #include <utility>
 
 namespace talmo {
@@ -45,7 +45,6 @@ void require(int result, const char *what)
 }
 
 /// The commands, as dictionary words of their own: as separate words, “new” and “line” lose to more common ones.
-/// Weights are relative to an average word's.
 struct CommandWord {
     const char *token;
     const char *phones;
@@ -70,7 +69,10 @@ constexpr CommandWord commandWords[] = {
     {"format_list:own", "F AO R M AE T DH IH S AE Z AH L IH S T", "format this as a list", "format this as the list",
      true},
     {"bullet_point:own", "B UH L AH T P OY N T DH IH S", "bullet point this", "bullet point that", true}};
+// Relative to an average word's. With the weight of the other commands, “as a list” would win over “as this” in the
+// middle of a sentence.
 constexpr float commandWeight = 300;
+constexpr float listRequestWeight = 50;
 
 const CommandWord *findCommand(const QByteArray &token)
 {
@@ -79,8 +81,18 @@ const CommandWord *findCommand(const QByteArray &token)
     return command != std::end(commandWords) ? command : nullptr;
 }
 
-/// Names are rare in general, but frequent for the user who added them.
-constexpr float personalWeight = 3000;
+/// Names are rare in general, but frequent for the user who added them. The shorter a name, the more easily it is taken
+/// for something else, above all in noise.
+float personalWeight(const QByteArray &phones)
+{
+    constexpr float heaviest = 20000;
+    constexpr float lightest = 60;
+    constexpr float perMissingPhone = 6;
+    constexpr int phonesOfLongName = 8;
+    const auto count = static_cast<int>(phones.count(' ')) + 1;
+    const auto missing = static_cast<float>(std::max(0, phonesOfLongName - count));
+    return std::max(lightest, heaviest / std::pow(perMissingPhone, missing));
+}
 
 constexpr char searchName[] = "talmo";
 
@@ -96,21 +108,24 @@ struct OwnWords {
         weights.push_back(weight);
     }
 
-    void addTo(ngram_model_t &model)
+    /// The class weighs as much as its heaviest word, so that a word's weight does not depend on how many there are.
+    /// The library raises that to the power of `languageWeight`, but not a word's share of the class.
+    void addTo(ngram_model_t &model, double languageWeight)
     {
         if (tokens.isEmpty()) {
             return;
         }
-        const float sum = std::accumulate(weights.begin(), weights.end(), 0.0F);
+        const float heaviest = *std::max_element(weights.begin(), weights.end());
         std::vector<char *> words;
         std::vector<float> shares;
         for (qsizetype index = 0; index < tokens.size(); ++index) {
             words.push_back(tokens[index].data());
-            shares.push_back(weights[static_cast<std::size_t>(index)] / sum);
+            const double share = weights[static_cast<std::size_t>(index)] / heaviest;
+            shares.push_back(static_cast<float>(std::pow(share, languageWeight)));
         }
-        require(
-            ngram_model_add_class(&model, "[own]", sum, words.data(), shares.data(), static_cast<int32>(words.size())),
-            "the words of its own were refused.");
+        require(ngram_model_add_class(&model, "[own]", heaviest, words.data(), shares.data(),
+                                      static_cast<int32>(words.size())),
+                "the words of its own were refused.");
     }
 };
 
@@ -176,7 +191,7 @@ void PocketSphinxDecoder::makeSearch(const QString &modelFolder, const PersonalV
             continue;
         }
         if (command.isListRequest) {
-            own.add(command.token, commandWeight);
+            own.add(command.token, listRequestWeight);
         } else {
             ngram_model_add_word(model.get(), command.token, commandWeight);
         }
@@ -193,10 +208,10 @@ void PocketSphinxDecoder::makeSearch(const QString &modelFolder, const PersonalV
         const QByteArray phones = pronunciation.of(vocabulary.words.at(index));
         const QByteArray token = "word" + QByteArray::number(index) + ":own";
         if (!phones.isEmpty() && addToDictionary(token, phones, vocabulary.words.at(index))) {
-            own.add(token, personalWeight);
+            own.add(token, personalWeight(phones));
         }
     }
-    own.addTo(*model);
+    own.addTo(*model, cmd_ln_float_r(ps_get_config(m_decoder), "-lw"));
     m_width = width;
     cmd_ln_set_int_r(ps_get_config(m_decoder), "-maxhmmpf", mostHypotheses(m_width));
     require(ps_set_lm(m_decoder, searchName, model.get()), "the language model was refused.");

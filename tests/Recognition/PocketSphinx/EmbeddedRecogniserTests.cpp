@@ -66,6 +66,13 @@ TEST(EmbeddedRecogniser, recognisesCustomVocabularyInUsersSpelling)
     EXPECT_FALSE(listener.hears(u"the kubernetes cluster"_s).contains(u"Kubernetes"_s));
 }
 
+TEST(EmbeddedRecogniser, shortCustomWordIsNotHeardInOtherWords)
+{
+    Listener listener({{u"Talmo"_s, u"Terraform"_s, u"CloudFormation"_s, u"Kubernetes"_s}, {}});
+    EXPECT_FALSE(listener.hears(u"tell most of the people"_s).contains(u"Talmo"_s));
+    EXPECT_TRUE(listener.hears(u"open talmo and start to speak"_s).contains(u"Talmo"_s));
+}
+
 TEST(EmbeddedRecogniser, acceptsAnyVocabulary)
 {
     QStringList words{u"日本"_s,  u"!!!"_s,   u"two\nlines"_s, u"hello"_s,
