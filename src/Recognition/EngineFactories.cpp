@@ -4,6 +4,7 @@
 #include "Recognition/Models/ModelStore.h"
 #include "Recognition/PocketSphinx/PocketSphinxEngine.h"
 #include "Recognition/Sherpa/SherpaEngine.h"
+#include "Recognition/Sherpa/SileroVoiceActivity.h"
 
 #include <algorithm>
 #include <utility>
@@ -20,6 +21,16 @@ MicrophoneKnowledge knowledge(std::function<QString()> microphoneName)
     }
     return {std::move(microphoneName),
             std::make_shared<MicrophoneCalibrationStore>(MicrophoneCalibrationStore::standardPath())};
+}
+
+/// Tells the embedded engine when nobody speaks: by itself, it hears words in music.
+std::shared_ptr<VoiceActivity> loadVoiceActivity(const QString &libraryPath)
+{
+    const QString model = SileroVoiceActivity::find({});
+    if (model.isEmpty() || !SherpaLibrary::isInstalled(libraryPath)) {
+        return nullptr;
+    }
+    return std::make_shared<SileroVoiceActivity>(SherpaLibrary::open(libraryPath), model);
 }
 
 EngineFactory sherpaOnnx(const QString &libraryPath)
@@ -71,7 +82,9 @@ const char *const EngineFactories::embeddedTitle = QT_TRANSLATE_NOOP("Talmo", "B
 
 EngineFactories EngineFactories::standard(const Options &options)
 {
-    return {std::make_shared<PocketSphinxEngine>(QString(), knowledge(options.microphoneName)),
+    const auto load = [libraryPath = options.neuralLibrary] { return loadVoiceActivity(libraryPath); };
+    return {std::make_shared<PocketSphinxEngine>(QString(), knowledge(options.microphoneName),
+                                                 InstalledVoiceActivity(load)),
             {sherpaOnnx(options.neuralLibrary)}};
 }
 

@@ -27,9 +27,11 @@ QString PocketSphinxEngine::debianModelFolder()
     return QStringLiteral(TALMO_POCKETSPHINX_MODEL_DIR);
 }
 
-PocketSphinxEngine::PocketSphinxEngine(const QString &modelFolder, MicrophoneKnowledge microphone)
+PocketSphinxEngine::PocketSphinxEngine(const QString &modelFolder, MicrophoneKnowledge microphone,
+                                       InstalledVoiceActivity activity)
     : m_pool(std::make_shared<PocketSphinxDecoderPool>(modelFolder.isEmpty() ? debianModelFolder() : modelFolder)),
-      m_microphone(std::move(microphone))
+      m_microphone(std::move(microphone)),
+      m_activity(std::move(activity))
 {
     if (!m_microphone.memory) {
         m_microphone.memory = std::make_shared<MicrophoneCalibrationStore>();
@@ -76,13 +78,20 @@ QStringList PocketSphinxEngine::files() const
 std::unique_ptr<RecordingDecoder> PocketSphinxEngine::makeDecoder(RecordingDecoder::Publish publish)
 {
     requireUsable();
-    return std::make_unique<PocketSphinxRecording>(m_pool, m_microphone, std::move(publish));
+    return std::make_unique<PocketSphinxRecording>(m_pool, m_microphone, m_activity.forRecording(), std::move(publish));
 }
 
 void PocketSphinxEngine::warmUp()
 {
     requireUsable();
     m_pool->warmUp();
+    m_activity.forRecording();
+}
+
+void PocketSphinxEngine::unload()
+{
+    m_pool->unload();
+    m_activity.unload();
 }
 
 /// A refused model would end the process, and the caller may have asked before it was refused.

@@ -2,6 +2,7 @@
 
 #include "Recognition/PocketSphinx/PocketSphinxDecoderPool.h"
 #include "Recognition/PocketSphinx/PocketSphinxRecording.h"
+#include "Recognition/Signal/InstalledVoiceActivity.h"
 #include "Recognition/SpeechEngine.h"
 
 #include <memory>
@@ -15,7 +16,8 @@ class PocketSphinxEngine final : public SpeechEngine {
 public:
     /// An empty folder stands for Debian's. Without `microphone`, all microphones count as the same one, and the
     /// calibration is lost with this object.
-    explicit PocketSphinxEngine(const QString &modelFolder = {}, MicrophoneKnowledge microphone = {});
+    explicit PocketSphinxEngine(const QString &modelFolder = {}, MicrophoneKnowledge microphone = {},
+                                InstalledVoiceActivity activity = InstalledVoiceActivity());
 
     static QString debianModelFolder();
 
@@ -29,7 +31,7 @@ public:
     void setVocabulary(const PersonalVocabulary &vocabulary) override { m_pool->setVocabulary(vocabulary); }
     std::unique_ptr<RecordingDecoder> makeDecoder(RecordingDecoder::Publish publish) override;
     void warmUp() override;
-    void unload() override { m_pool->unload(); }
+    void unload() override;
 
     /// Whether a decoder is kept in memory for the next recording. Any thread.
     bool isLoaded() const { return m_pool->keepsOne(); }
@@ -41,6 +43,7 @@ private:
 
     std::shared_ptr<PocketSphinxDecoderPool> m_pool;
     MicrophoneKnowledge m_microphone;
+    InstalledVoiceActivity m_activity;
     mutable std::mutex m_mutex;
     QString m_refusal;
 };

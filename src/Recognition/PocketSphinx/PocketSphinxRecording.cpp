@@ -30,7 +30,8 @@ std::shared_ptr<NoiseReduction> MicrophoneKnowledge::noiseAround(const QString &
 }
 
 PocketSphinxRecording::PocketSphinxRecording(std::shared_ptr<PocketSphinxDecoderPool> pool,
-                                             const MicrophoneKnowledge &microphone, Publish publish)
+                                             const MicrophoneKnowledge &microphone,
+                                             std::shared_ptr<VoiceActivity> activity, Publish publish)
     : m_pool(std::move(pool)),
       m_memory(microphone.memory),
       m_transcript(std::move(publish)),
@@ -38,7 +39,8 @@ PocketSphinxRecording::PocketSphinxRecording(std::shared_ptr<PocketSphinxDecoder
       m_noise(microphone.noiseAround(m_microphoneName)),
       m_reducesNoise(m_noise->isWorthwhile()),
       m_decoder(m_pool->take()),
-      m_calibration(!m_decoder->setCepstralMean(m_memory->recall(soundName())))
+      m_calibration(!m_decoder->setCepstralMean(m_memory->recall(soundName()))),
+      m_sound(std::move(activity))
 {
     if (!m_calibration.isUnderWay()) {
         beginUtterance();
@@ -147,7 +149,7 @@ void PocketSphinxRecording::beginUtterance()
 
 QString PocketSphinxRecording::heard() const
 {
-    return m_sound.isMusic() ? QString() : m_decoder->hypothesis();
+    return m_sound.isWithoutSpeech() ? QString() : m_decoder->hypothesis();
 }
 
 void PocketSphinxRecording::endUtterance()
@@ -170,7 +172,7 @@ void PocketSphinxRecording::hearAgain(std::size_t newSamples)
 {
     const bool isBetterCalibrated = m_calibratedWith > 0 && m_sound.length() > 2 * m_calibratedWith;
     const bool isNoiseFound = !m_reducesNoise && m_noise->isWorthwhile();
-    if (!m_second && (isBetterCalibrated || isNoiseFound) && !m_sound.isMusic()) {
+    if (!m_second && (isBetterCalibrated || isNoiseFound) && !m_sound.isWithoutSpeech()) {
         beginSecondHearing();
     }
     if (m_second) {

@@ -35,9 +35,10 @@ struct MicrophoneKnowledge {
 /// One recording, split at its pauses, so that little is left to do at its end.
 class PocketSphinxRecording final : public RecordingDecoder {
 public:
-    /// Takes a decoder from the pool and returns it in the end, unless it has failed. Throws Error.
+    /// Takes a decoder from the pool and returns it in the end, unless it has failed. `activity`: reset; null if there
+    /// is none. Throws Error.
     PocketSphinxRecording(std::shared_ptr<PocketSphinxDecoderPool> pool, const MicrophoneKnowledge &microphone,
-                          Publish publish);
+                          std::shared_ptr<VoiceActivity> activity, Publish publish);
     ~PocketSphinxRecording() override;
 
     void process(std::span<const std::int16_t> samples) override;

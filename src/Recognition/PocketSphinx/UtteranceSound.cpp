@@ -9,6 +9,7 @@ std::span<const std::int16_t> UtteranceSound::add(std::span<const std::int16_t> 
                                                   bool isReduced)
 {
     m_music.add(samples);
+    m_presence.add(samples);
     if (!isReduced) {
         reduce(samples, m_withoutNoise);
         add(samples);
@@ -27,6 +28,7 @@ void UtteranceSound::add(std::span<const std::int16_t> samples)
 void UtteranceSound::clear()
 {
     m_music.reset();
+    m_presence.clear();
     m_recognised.clear();
     m_withoutNoise.clear();
 }
@@ -53,10 +55,10 @@ std::span<const std::int16_t> UtteranceSound::quietest(std::size_t count) const
     return std::span(m_recognised).subspan(quietestEnd - count, count);
 }
 
-bool UtteranceSound::isMusic() const
+bool UtteranceSound::isWithoutSpeech() const
 {
     constexpr double onlyMusic = 0.75;
-    return m_music.share() > onlyMusic;
+    return m_music.share() > onlyMusic || !m_presence.isSpeech();
 }
 
 } // namespace talmo

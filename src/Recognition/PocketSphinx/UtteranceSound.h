@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Recognition/Signal/MusicDetector.h"
+#include "Recognition/Signal/SpeechPresence.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -18,6 +19,12 @@ public:
     /// Appends the samples without their noise.
     using Reduce = std::function<void(std::span<const std::int16_t> samples, std::vector<std::int16_t> &reduced)>;
 
+    /// `activity`: reset; null if there is none.
+    explicit UtteranceSound(std::shared_ptr<VoiceActivity> activity = {})
+        : m_presence(std::move(activity))
+    {
+    }
+
     /// `samples`: as recorded. `isReduced`: whether they are recognised without their noise. Returns what is to be
     /// recognised, valid until the next call that changes this.
     std::span<const std::int16_t> add(std::span<const std::int16_t> samples, const Reduce &reduce, bool isReduced);
@@ -34,11 +41,12 @@ public:
     /// The quietest passage of so many samples: what the room sounds like while nobody speaks. Empty if the utterance
     /// is shorter.
     std::span<const std::int16_t> quietest(std::size_t count) const;
-    /// Whether the sound is music, in which the decoder would hear words.
-    bool isMusic() const;
+    /// Whether nobody speaks, as in music, in which the decoder would hear words.
+    bool isWithoutSpeech() const;
 
 private:
     MusicDetector m_music;
+    SpeechPresence m_presence;
     std::vector<std::int16_t> m_recognised;
     std::vector<std::int16_t> m_withoutNoise;
 };

@@ -23,9 +23,10 @@ using namespace std::chrono_literals;
 /// Transcribes synthesised speech with this vocabulary.
 class Listener {
 public:
-    explicit Listener(const PersonalVocabulary &vocabulary = {}, MicrophoneKnowledge microphone = {})
+    explicit Listener(const PersonalVocabulary &vocabulary = {}, MicrophoneKnowledge microphone = {},
+                      InstalledVoiceActivity activity = InstalledVoiceActivity())
         : m_executor(SerialExecutor::onNewThread(u"decoder"_s)),
-          m_engine(std::make_shared<PocketSphinxEngine>(QString(), std::move(microphone))),
+          m_engine(std::make_shared<PocketSphinxEngine>(QString(), std::move(microphone), std::move(activity))),
           m_service(std::make_shared<SpeechTranscriptionService>(
               platformWith(m_engine, m_executor), std::make_shared<SpeexAudioConverterFactory>(),
               SerialExecutor::onNewThread(u"speech"_s), SerialExecutor::onCurrentThread()))
@@ -52,6 +53,20 @@ private:
     std::shared_ptr<SerialExecutor> m_executor;
     std::shared_ptr<PocketSphinxEngine> m_engine;
     std::shared_ptr<SpeechTranscriptionService> m_service;
+};
+
+/// Takes everything for speech, or nothing.
+class FixedActivity final : public VoiceActivity {
+public:
+    explicit FixedActivity(bool isSpeech)
+        : m_isSpeech(isSpeech)
+    {
+    }
+    bool isSpeech(std::span<const float> /*samples*/) override { return m_isSpeech; }
+    void reset() override {}
+
+private:
+    bool m_isSpeech;
 };
 
 } // namespace
@@ -126,6 +141,15 @@ TEST(EmbeddedRecogniser, doesNotMistakeMonotonousVoiceForMusic)
 {
     Listener listener;
     EXPECT_EQ(listener.hearsNoisy(u"we will meet again on monday"_s, 0.002), u"we will meet again on monday"_s);
+}
+
+TEST(EmbeddedRecogniser, recognisesWordsOnlyWhereInstalledDetectionHearsSpeech)
+{
+    for (const bool isSpeech : {true, false}) {
+        Listener listener({}, {},
+                          InstalledVoiceActivity([isSpeech] { return std::make_shared<FixedActivity>(isSpeech); }));
+        EXPECT_EQ(listener.hears(u"thank you very much"_s), isSpeech ? u"thank you very much"_s : QString());
+    }
 }
 
 TEST(EmbeddedRecogniser, recognisesNoWordsInChords)

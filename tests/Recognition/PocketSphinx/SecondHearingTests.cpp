@@ -39,7 +39,7 @@ class SecondHearingTest : public testing::Test {
 protected:
     void begin(const MicrophoneKnowledge &microphone)
     {
-        recording.emplace(pool, microphone, [this](const SpeechResult &result) {
+        recording.emplace(pool, microphone, nullptr, [this](const SpeechResult &result) {
             if (result.isFinal) {
                 text += result.text + u' ';
             }
