@@ -1,6 +1,8 @@
 /* Stands in for the neural recogniser's library where no trained model is at hand: whatever it is given, it recognises
-   the same sentence. With SLOW, models whose path contains "large" cannot keep up with somebody who speaks. */
+   the same sentence, and says in which language if it was told. With SLOW, models whose path contains "large" cannot
+   keep up with somebody who speaks. */
 #include <stdint.h>
+#include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
 #include <time.h>
@@ -10,6 +12,7 @@
 typedef struct {
     int64_t accepted;
     int64_t decoded;
+    char language[8];
 } Stream;
 
 /* The beginning of the configuration. */
@@ -56,6 +59,14 @@ EXPORT void SherpaOnnxDestroyOnlineStream(const void *stream)
     free((void *)stream);
 }
 
+EXPORT void SherpaOnnxOnlineStreamSetOption(const void *stream, const char *key, const char *value)
+{
+    Stream *own = (Stream *)stream;
+    if (strcmp(key, "language") == 0 && own->accepted == 0) {
+        strncpy(own->language, value, sizeof(own->language) - 1);
+    }
+}
+
 EXPORT void SherpaOnnxOnlineStreamAcceptWaveform(const void *stream, int32_t rate, const float *samples, int32_t count)
 {
     (void)rate;
@@ -82,7 +93,10 @@ EXPORT void SherpaOnnxDecodeOnlineStream(const void *recogniser, const void *str
 EXPORT const char *SherpaOnnxGetOnlineStreamResultAsJson(const void *recogniser, const void *stream)
 {
     (void)recogniser;
-    return strdup(((const Stream *)stream)->decoded > 0 ? "{\"text\": \"Better words.\"}" : "{\"text\": \"\"}");
+    const Stream *own = stream;
+    char text[64];
+    snprintf(text, sizeof(text), "{\"text\": \"%s%s\"}", own->decoded > 0 ? "Better words." : "", own->language);
+    return strdup(text);
 }
 
 EXPORT void SherpaOnnxDestroyOnlineStreamResultJson(const char *json)

@@ -33,6 +33,10 @@ void SherpaFunctions::resolveAll(void *library)
     resolve(library, "SherpaOnnxOnlineStreamIsEndpoint", isEndpoint);
     resolve(library, "SherpaOnnxOnlineStreamReset", reset);
     try {
+        resolve(library, "SherpaOnnxOnlineStreamSetOption", setStreamOption);
+    } catch (const Error &) { // NOLINT(bugprone-empty-catch): only models of several languages need it.
+    }
+    try {
         resolveOffline(library);
     } catch (const Error &error) {
         m_offlineProblem = error.localizedDescription(); // Streaming models need none of these.

@@ -23,6 +23,8 @@ struct SherpaFunctions {
     void (*inputFinished)(const void *) = nullptr;
     std::int32_t (*isEndpoint)(const void *, const void *) = nullptr;
     void (*reset)(const void *, const void *) = nullptr;
+    /// Null in libraries older than 1.12.30.
+    void (*setStreamOption)(const void *, const char *, const char *) = nullptr;
 
     const void *(*createOfflineRecogniser)(const OfflineRecogniserConfig *) = nullptr;
     void (*configureOfflineRecogniser)(const void *, const OfflineRecogniserConfig *) = nullptr;

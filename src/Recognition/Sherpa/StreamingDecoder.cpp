@@ -11,7 +11,7 @@ StreamingDecoder::StreamingDecoder(std::shared_ptr<StreamingRecogniser> recognis
                                    SherpaRecogniser::Recording recording)
     : m_recogniser(std::move(recogniser)),
       m_recording(std::move(recording)),
-      m_stream(*m_recogniser, m_recording.hotWords)
+      m_stream(*m_recogniser, m_recording.hotWords, m_recording.language)
 {
     m_stream.accept(std::vector<float>(m_recogniser->lead()));
 }

@@ -32,6 +32,7 @@ constexpr std::size_t longestTail = sampleRate * 10;
 StreamingRecogniser::StreamingRecogniser(std::shared_ptr<SherpaLibrary> library, const SherpaModel &model)
     : m_library(std::move(library)),
       m_wantsCapitals(model.isAllCapitals),
+      m_takesLanguage(model.isNemo && model.languages.size() > 1),
       m_handle(create(model)),
       m_lead(model.isNemo ? sampleRate / 2 : 0)
 {
@@ -123,12 +124,18 @@ const void *StreamingRecogniser::Stream::create(const QStringList &hotWords) con
                : functions.createStreamWithHotwords(m_recogniser.m_handle, list.constData());
 }
 
-StreamingRecogniser::Stream::Stream(const StreamingRecogniser &recogniser, const QStringList &hotWords)
+StreamingRecogniser::Stream::Stream(const StreamingRecogniser &recogniser, const QStringList &hotWords,
+                                    const QString &language)
     : m_recogniser(recogniser),
       m_handle(sherpaGuarded([&] { return create(hotWords); }))
 {
     if (m_handle == nullptr) {
         throw Error(QStringLiteral("The neural recogniser could not begin a recording."));
+    }
+    const auto setOption = m_recogniser.m_library->functions().setStreamOption;
+    if (m_recogniser.m_takesLanguage && setOption != nullptr && !language.isEmpty()) {
+        // Before any sound. A language that the model does not know counts as unknown.
+        setOption(m_handle, "language", language.toUtf8().constData());
     }
 }
 

@@ -36,6 +36,8 @@ private:
     bool m_takesHotWords = false;
     /// The model's tokens are upper case, so hot words must be too.
     bool m_wantsCapitals;
+    /// A model of several languages is told which one is spoken.
+    bool m_takesLanguage;
     const void *m_handle;
     std::size_t m_lead;
     std::size_t m_tail = 0;
@@ -44,8 +46,9 @@ private:
 /// One recording.
 class StreamingRecogniser::Stream {
 public:
-    /// Throws Error.
-    explicit Stream(const StreamingRecogniser &recogniser, const QStringList &hotWords = {});
+    /// `language`: that of the recording; empty if unknown. Throws Error.
+    explicit Stream(const StreamingRecogniser &recogniser, const QStringList &hotWords = {},
+                    const QString &language = {});
     ~Stream();
     Stream(const Stream &) = delete;
     Stream &operator=(const Stream &) = delete;

@@ -7,6 +7,7 @@
 #include "Recognition/ModelCheck.h"
 #include "Recognition/Sherpa/SherpaEngine.h"
 #include "Recognition/Sherpa/SherpaFiles.h"
+#include "Recognition/Sherpa/StreamingRecogniser.h"
 #include "SpokenText.h"
 #include "Support/ManualClock.h"
 #include "Support/Printing.h"
@@ -108,7 +109,31 @@ protected:
     std::shared_ptr<ManualClock> clock = std::make_shared<ManualClock>();
 };
 
+/// What the stand-in library recognises with such a model in a German recording: it says which language it was told.
+QString heardInGerman(bool isNemo, const QStringList &languages)
+{
+    SherpaModel model;
+    model.isNemo = isNemo;
+    model.languages = languages;
+    const auto recogniser =
+        std::make_shared<StreamingRecogniser>(SherpaLibrary::open(QStringLiteral(TALMO_STAND_IN_ENGINE)), model);
+    QString text;
+    const auto publish = [&text](const SpeechResult &result) { text = result.text; };
+    const auto decoder = recogniser->makeDecoder(
+        {u"de"_s, {}, ReadableText(ReadableText::Letters::AsWritten, PersonalSpelling({}), nullptr), publish});
+    decoder->process(std::vector<std::int16_t>(RecordingDecoder::sampleRate));
+    decoder->finish();
+    return text;
+}
+
 } // namespace
+
+TEST(StreamingRecogniser, nemoModelOfSeveralLanguagesIsToldWhichIsSpoken)
+{
+    EXPECT_EQ(heardInGerman(true, {u"en"_s, u"de"_s}), u"Better words.de"_s);
+    EXPECT_EQ(heardInGerman(true, {u"de"_s}), u"Better words."_s);
+    EXPECT_EQ(heardInGerman(false, {u"en"_s, u"de"_s}), u"Better words."_s);
+}
 
 TEST_F(SherpaEngineTest, recognisesTones)
 {
