@@ -35,6 +35,13 @@ struct ListedModel {
     bool isInCatalogue = true;
     /// "-", "installed", "chosen", "too slow" or "unsupported".
     QString state;
+    /// Why it cannot be used; empty if it can.
+    QString problem() const
+    {
+        return state == QLatin1String("unsupported")
+                   ? QStringLiteral("not usable: Talmo has no engine for models of the kind “%1”").arg(entry.kind)
+                   : QString();
+    }
 };
 
 std::vector<ListedModel> listedModels()
@@ -78,8 +85,10 @@ void describe(const ListedModel &model)
     writeLine(QStringLiteral("%1  %2  %3").arg(entry.id, -20).arg(model.state, -11).arg(entry.title));
     writeLine(QStringLiteral("    %1; %2; %3; licence %4")
                   .arg(entry.engine, entry.languages.join(QStringLiteral(", ")), sizeOf(entry), entry.licence));
-    if (!entry.gives.isEmpty()) {
-        writeLine(QStringLiteral("    ") + entry.gives);
+    for (const auto &line : {entry.gives, model.problem()}) {
+        if (!line.isEmpty()) {
+            writeLine(QStringLiteral("    ") + line);
+        }
     }
 }
 
@@ -89,6 +98,9 @@ QJsonObject toJson(const ListedModel &model)
     QJsonObject object{{QStringLiteral("id"), entry.id}, {QStringLiteral("state"), model.state}};
     if (!model.isInCatalogue) {
         return object;
+    }
+    if (!model.problem().isEmpty()) {
+        object[QStringLiteral("problem")] = model.problem();
     }
     object[QStringLiteral("title")] = entry.title;
     object[QStringLiteral("engine")] = entry.engine;

@@ -206,7 +206,9 @@ TEST_F(SetupTest, refusesModelsOfUnknownKinds)
     auto strange = model(u"strange"_s, u"/toy.tar.gz"_s);
     strange[u"kind"_s] = u"of-another-time"_s;
     setCatalogue({strange});
-    EXPECT_THAT(talmoctl({u"model"_s, u"list"_s}).output, testing::StartsWith("strange               unsupported"));
+    const auto listed = talmoctl({u"model"_s, u"list"_s}).output;
+    EXPECT_THAT(listed, testing::StartsWith("strange               unsupported"));
+    EXPECT_THAT(listed, HasSubstr("not usable: Talmo has no engine for models of the kind “of-another-time”"));
     EXPECT_THAT(talmoctl({u"model"_s, u"install"_s, u"strange"_s}).errors, HasSubstr("no engine"));
     EXPECT_THAT(talmoctl({u"setup"_s}).output, Not(HasSubstr("strange")));
     EXPECT_TRUE(server->requests().isEmpty());
