@@ -4,7 +4,6 @@
 #include "Base/Log.h"
 #include "Platform/Linux/System/LinuxSettings.h"
 #include "Recognition/Models/ModelSize.h"
-#include "Recognition/RecogniserChoice.h"
 #include "Recognition/Recognisers.h"
 #include "UI/Style/Wording.h"
 
@@ -53,17 +52,34 @@ QString RecogniserSettingsModel::titleOf(const ModelEntry &entry) const
 
 QList<RecogniserSettings::Choice> RecogniserSettingsModel::choices() const
 {
-    QList<Choice> choices{
-        {EngineRegistry::automaticChoice, Wording::text(QT_TRANSLATE_NOOP("Talmo", "Automatic (the best there is)"))},
-        {EngineRegistry::embeddedChoice, Wording::text(EngineFactories::embeddedTitle)}};
+    QList<Choice> choices{{EngineRegistry::automaticChoice, automaticTitle()},
+                          {EngineRegistry::embeddedChoice, Wording::text(EngineFactories::embeddedTitle)}};
     for (const auto &model : m_engines->models()) {
         choices.append({model.name, titleOf(model.name)});
     }
-    const QString chosen = choice();
+    return withChosen(choices, choice());
+}
+
+QList<RecogniserSettings::Choice> RecogniserSettingsModel::withChosen(QList<Choice> choices,
+                                                                      const QString &chosen) const
+{
     if (std::none_of(choices.begin(), choices.end(), [&chosen](const Choice &each) { return each.id == chosen; })) {
         choices.append({chosen, titleOf(chosen)});
     }
     return choices;
+}
+
+bool RecogniserSettingsModel::hasOfflineModel() const
+{
+    const auto &models = m_engines->models();
+    return std::any_of(models.begin(), models.end(),
+                       [](const InstalledModel &model) { return model.engine && !model.engine->isStreaming(); });
+}
+
+QString RecogniserSettingsModel::automaticTitle() const
+{
+    return hasOfflineModel() ? Wording::text(QT_TRANSLATE_NOOP("Talmo", "Recommended"))
+                             : Wording::text(QT_TRANSLATE_NOOP("Talmo", "Automatic (the best there is)"));
 }
 
 QString RecogniserSettingsModel::choice() const
@@ -73,9 +89,44 @@ QString RecogniserSettingsModel::choice() const
 
 void RecogniserSettingsModel::choose(const QString &id)
 {
-    m_defaults->set(LinuxSettings::speechEngineKey(), id);
-    generalLog().info("recogniser: %@", {id});
-    m_engines->choose(id);
+    auto choice = RecogniserChoice::of(m_engines->choice());
+    choice.final = id;
+    store(choice);
+}
+
+QList<RecogniserSettings::Choice> RecogniserSettingsModel::liveChoices() const
+{
+    if (!hasOfflineModel()) {
+        return {};
+    }
+    QList<Choice> choices{{RecogniserChoice::automatic(), automaticTitle()},
+                          {RecogniserChoice::none(), Wording::text(QT_TRANSLATE_NOOP("Talmo", "None until you pause"))},
+                          {EngineRegistry::embeddedChoice, Wording::text(EngineFactories::embeddedTitle)}};
+    for (const auto &model : m_engines->models()) {
+        if (model.engine && model.engine->isStreaming()) {
+            choices.append({model.name, titleOf(model.name)});
+        }
+    }
+    return withChosen(choices, liveChoice());
+}
+
+QString RecogniserSettingsModel::liveChoice() const
+{
+    return RecogniserChoice::of(m_engines->choice()).live;
+}
+
+void RecogniserSettingsModel::chooseLive(const QString &id)
+{
+    auto choice = RecogniserChoice::of(m_engines->choice());
+    choice.live = id;
+    store(choice);
+}
+
+void RecogniserSettingsModel::store(const RecogniserChoice &choice)
+{
+    m_defaults->set(LinuxSettings::speechEngineKey(), choice.stored());
+    generalLog().info("recogniser: %@", {choice.stored()});
+    m_engines->choose(choice.stored());
 }
 
 QString RecogniserSettingsModel::choiceProblem() const
@@ -87,9 +138,23 @@ QString RecogniserSettingsModel::choiceProblem() const
     if (model != models.end()) {
         return model->problem;
     }
-    const bool isModel = chosen != EngineRegistry::automaticChoice && chosen != EngineRegistry::embeddedChoice;
-    return isModel ? Wording::text(QT_TRANSLATE_NOOP("Talmo", "This model is not installed; another one is used."))
-                   : QString();
+    if (isMissing(chosen)) {
+        return Wording::text(QT_TRANSLATE_NOOP("Talmo", "This model is not installed; another one is used."));
+    }
+    if (hasOfflineModel() && isMissing(liveChoice())) {
+        return Wording::text(
+            QT_TRANSLATE_NOOP("Talmo", "The model for the live text is not installed; text appears when you pause."));
+    }
+    return {};
+}
+
+bool RecogniserSettingsModel::isMissing(const QString &chosen) const
+{
+    const auto &models = m_engines->models();
+    const bool isModel = chosen != EngineRegistry::automaticChoice && chosen != EngineRegistry::embeddedChoice &&
+                         chosen != RecogniserChoice::none();
+    return isModel && std::none_of(models.begin(), models.end(),
+                                   [&chosen](const InstalledModel &each) { return each.name == chosen; });
 }
 
 QList<RecogniserSettings::Model> RecogniserSettingsModel::models() const

@@ -4,6 +4,7 @@
 #include "Recognition/EngineFactories.h"
 #include "Recognition/EngineRegistry.h"
 #include "Recognition/Models/SpeechModels.h"
+#include "Recognition/RecogniserChoice.h"
 #include "Recognition/Recommendation.h"
 #include "Settings/RecogniserSettings.h"
 #include "Settings/UserDefaults.h"
@@ -22,6 +23,9 @@ public:
     QList<Choice> choices() const override;
     QString choice() const override;
     void choose(const QString &id) override;
+    QList<Choice> liveChoices() const override;
+    QString liveChoice() const override;
+    void chooseLive(const QString &id) override;
     QString choiceProblem() const override;
 
     QList<Model> models() const override;
@@ -38,6 +42,11 @@ public:
     void remove(const QString &modelId) override;
 
 private:
+    bool hasOfflineModel() const;
+    QString automaticTitle() const;
+    QList<Choice> withChosen(QList<Choice> choices, const QString &chosen) const;
+    bool isMissing(const QString &chosen) const;
+    void store(const RecogniserChoice &choice);
     QString titleOf(const QString &name) const;
     QString titleOf(const ModelEntry &entry) const;
     const std::optional<Recommendation> &recommendation() const;

@@ -2,6 +2,7 @@
 
 #include "App/DictationCancellation.h"
 #include "Control/ControlSocket.h"
+#include "Recognition/RecogniserChoice.h"
 
 #include <utility>
 
@@ -11,9 +12,11 @@ namespace {
 
 /// The recogniser changes even if the choice cannot be saved; then the caller gets the error.
 QCoro::Task<void> chooseRecogniser(std::shared_ptr<RecogniserSettings> recogniser,
-                                   std::shared_ptr<JsonUserDefaults> defaults, QString id)
+                                   std::shared_ptr<JsonUserDefaults> defaults, QString stored)
 {
-    recogniser->choose(id);
+    const auto choice = RecogniserChoice::of(stored);
+    recogniser->chooseLive(choice.live);
+    recogniser->choose(choice.final);
     const auto saving = defaults->saved();
     co_await saving;
 }
@@ -44,8 +47,8 @@ ControlActions actionsOf(const RemoteControl::Parts &parts, UserInterface &inter
     actions.insert = [insertion = services->insertion](const QString &text) { return insertion->insertExactly(text); };
     actions.openSettings = [&interface] { interface.openSettings(); };
     actions.toggleMenu = [&interface] { interface.toggleMenu(); };
-    actions.chooseRecogniser = [recogniser = parts.recogniser, defaults = parts.defaults](const QString &id) {
-        return chooseRecogniser(recogniser, defaults, id);
+    actions.chooseRecogniser = [recogniser = parts.recogniser, defaults = parts.defaults](const QString &stored) {
+        return chooseRecogniser(recogniser, defaults, stored);
     };
     actions.lastDictation = [recovery](bool isRaw) { return isRaw ? recovery->lastRawText() : recovery->lastText(); };
     actions.putEarlierClipboardBack = [recovery] { return recovery->putEarlierClipboardBack(); };

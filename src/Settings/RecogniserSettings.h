@@ -53,7 +53,13 @@ public:
     virtual QString choice() const = 0;
     /// Takes effect from the next recording.
     virtual void choose(const QString &id) = 0;
-    /// A sentence about a problem with the current choice; empty if there is none.
+    /// For the text that is shown while the user speaks; the first one is automatic. Empty unless a model is installed
+    /// whose own text comes only in pauses.
+    virtual QList<Choice> liveChoices() const = 0;
+    virtual QString liveChoice() const = 0;
+    /// Takes effect from the next recording.
+    virtual void chooseLive(const QString &id) = 0;
+    /// A sentence about a problem with a current choice; empty if there is none.
     virtual QString choiceProblem() const = 0;
 
     virtual QList<Model> models() const = 0;

@@ -13,6 +13,9 @@ public:
     QList<Choice> allChoices{{QStringLiteral("automatic"), QStringLiteral("Automatic (the best there is)")},
                              {QStringLiteral("embedded"), QStringLiteral("Built in (PocketSphinx, English)")}};
     QString chosen = QStringLiteral("automatic");
+    /// Empty while no offline model is installed.
+    QList<Choice> allLiveChoices;
+    QString chosenLive = QStringLiteral("automatic");
     QString wrongChoice;
     QList<Model> allModels{{QStringLiteral("zipformer-en"), QStringLiteral("English: Zipformer 2023-06-26"),
                             QStringLiteral("Favours the words in your dictionary. No punctuation. About 310 MB."),
@@ -37,6 +40,13 @@ public:
     {
         calls.push_back("choose " + id.toStdString());
         publish(chosen, id);
+    }
+    QList<Choice> liveChoices() const override { return allLiveChoices; }
+    QString liveChoice() const override { return chosenLive; }
+    void chooseLive(const QString &id) override
+    {
+        calls.push_back("choose live " + id.toStdString());
+        publish(chosenLive, id);
     }
     QString choiceProblem() const override { return wrongChoice; }
     QList<Model> models() const override { return allModels; }

@@ -75,6 +75,12 @@ void addRecogniser(Gallery &gallery, FakeRecogniserSettings &recogniser, Setting
         gallery.addWindow(settings, u"settings-recogniser-"_s + name);
     };
     show(u"rest"_s);
+    const auto choices = recogniser.allChoices;
+    recogniser.allChoices[0].title = u"Recommended"_s;
+    recogniser.allLiveChoices = {{u"automatic"_s, u"Recommended"_s}};
+    show(u"live-and-final"_s);
+    recogniser.allChoices = choices;
+    recogniser.allLiveChoices.clear();
     recogniser.offered = {u"Kroko (English), 67 MB. Licences: Apache-2.0, CC-BY-SA-4.0."_s, u"67 MB"_s};
     show(u"offer"_s);
     recogniser.underWay = {u"zipformer-en"_s, u"Downloading: 12 of 67 MB, 3.0 MB/s, 18 s left"_s, 0.18};

@@ -8,6 +8,7 @@
 #include "UI/Style/TintedLabel.h"
 #include "UI/Style/Wording.h"
 
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -22,6 +23,10 @@ namespace talmo {
 namespace {
 
 const char *const sectionTitle = QT_TRANSLATE_NOOP("Talmo", "Recogniser");
+const char *const liveTitle = QT_TRANSLATE_NOOP("Talmo", "Live text");
+const char *const finalTitle = QT_TRANSLATE_NOOP("Talmo", "Final text");
+const char *const liveCaption =
+    QT_TRANSLATE_NOOP("Talmo", "The live text is shown while you speak. The final text replaces it and is inserted.");
 const char *const modelTitle = QT_TRANSLATE_NOOP("Talmo", "Model");
 const char *const choiceCaption = QT_TRANSLATE_NOOP(
     "Talmo", "Speech is recognised on this computer whichever recogniser you choose; the network is used only to "
@@ -47,6 +52,12 @@ void fill(QComboBox &picker, const QList<RecogniserSettings::Choice> &entries, c
     picker.setCurrentIndex(std::max(picker.findData(selected), 0));
 }
 
+/// What names the control of a row.
+QLabel *titleIn(const QHBoxLayout &row)
+{
+    return qobject_cast<QLabel *>(row.itemAt(0)->widget());
+}
+
 } // namespace
 
 RecogniserSection::RecogniserSection(std::shared_ptr<RecogniserSettings> settings)
@@ -67,11 +78,16 @@ RecogniserSection::RecogniserSection(std::shared_ptr<RecogniserSettings> setting
 
 void RecogniserSection::buildChoice(SettingsSection &section)
 {
+    m_live = Picker::make(Wording::text(liveTitle));
+    m_liveTitle = titleIn(*section.addRow(m_live->accessibleName(), m_live));
     m_choice = Picker::make(Wording::text(sectionTitle));
-    section.addRow(m_choice->accessibleName(), m_choice);
+    m_choiceTitle = titleIn(*section.addRow(m_choice->accessibleName(), m_choice));
+    m_liveCaption = TintedLabel::caption(Wording::text(liveCaption));
+    section.addWidget(m_liveCaption);
     m_choiceProblem = new WarningRow;
     section.addWidget(m_choiceProblem);
     section.addCaption(Wording::text(choiceCaption));
+    connect(m_live, &QComboBox::activated, this, [this] { m_settings->chooseLive(m_live->currentData().toString()); });
     connect(m_choice, &QComboBox::activated, this, [this] { m_settings->choose(m_choice->currentData().toString()); });
 }
 
@@ -161,6 +177,15 @@ void RecogniserSection::refresh()
 
 void RecogniserSection::refreshChoice()
 {
+    const auto liveChoices = m_settings->liveChoices();
+    const bool isChosenSeparately = !liveChoices.isEmpty();
+    fill(*m_live, liveChoices, m_settings->liveChoice());
+    m_live->setVisible(isChosenSeparately);
+    m_liveTitle->setVisible(isChosenSeparately);
+    m_liveCaption->setVisible(isChosenSeparately);
+    const QString title = Wording::text(isChosenSeparately ? finalTitle : sectionTitle);
+    m_choiceTitle->setText(title);
+    m_choice->setAccessibleName(title);
     fill(*m_choice, m_settings->choices(), m_settings->choice());
     m_choiceProblem->setText(m_settings->choiceProblem());
 }

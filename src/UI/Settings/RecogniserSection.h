@@ -18,7 +18,8 @@ class SettingsSection;
 class TintedLabel;
 class WarningRow;
 
-/// A picker for the recogniser, and a row to view, install and remove models and to follow an installation.
+/// A picker for the recogniser, or one each for the text while the user speaks and the one that is inserted, and a row
+/// to view, install and remove models and to follow an installation.
 class RecogniserSection final : public QWidget {
 public:
     explicit RecogniserSection(std::shared_ptr<RecogniserSettings> settings);
@@ -37,7 +38,11 @@ private:
     QString selectedModel() const;
 
     std::shared_ptr<RecogniserSettings> m_settings;
+    QLabel *m_liveTitle = nullptr;
+    QComboBox *m_live = nullptr;
+    QLabel *m_choiceTitle = nullptr;
     QComboBox *m_choice = nullptr;
+    TintedLabel *m_liveCaption = nullptr;
     WarningRow *m_choiceProblem = nullptr;
     /// The model whose installation is under way.
     QString m_installing;

@@ -74,6 +74,43 @@ TEST_F(RecogniserSectionTest, showsChoiceMadeElsewhere)
     EXPECT_TRUE(settings->calls.empty());
 }
 
+TEST_F(RecogniserSectionTest, choosesLiveAndFinalTextWithOfflineModel)
+{
+    EXPECT_FALSE(picker(u"Live text"_s).isVisible());
+    EXPECT_FALSE(texts().contains(u"live text"_s));
+    settings->allChoices = {{u"automatic"_s, u"Recommended"_s}, {u"parakeet-v2"_s, u"English (Parakeet)"_s}};
+    settings->allLiveChoices = {{u"automatic"_s, u"Recommended"_s},
+                                {u"none"_s, u"None until you pause"_s},
+                                {u"kroko-en"_s, u"English (Kroko)"_s}};
+    changed();
+    auto &live = picker(u"Live text"_s);
+    auto &final = picker(u"Final text"_s);
+    EXPECT_TRUE(live.isVisible());
+    EXPECT_EQ(live.currentText(), u"Recommended"_s);
+    EXPECT_EQ(final.currentText(), u"Recommended"_s);
+    EXPECT_TRUE(texts().contains(u"Live text"_s));
+    EXPECT_TRUE(texts().contains(u"Final text"_s));
+    EXPECT_TRUE(texts().contains(u"The live text is shown while you speak."_s));
+    select(live, 2);
+    select(final, 1);
+    settle();
+    EXPECT_THAT(settings->calls, ElementsAre("choose live kroko-en", "choose parakeet-v2"));
+    EXPECT_EQ(live.currentData().toString(), u"kroko-en"_s);
+    EXPECT_EQ(final.currentData().toString(), u"parakeet-v2"_s);
+}
+
+TEST_F(RecogniserSectionTest, oneRecogniserIsChosenOnceOfflineModelIsRemoved)
+{
+    settings->allLiveChoices = {{u"automatic"_s, u"Recommended"_s}};
+    changed();
+    EXPECT_TRUE(picker(u"Live text"_s).isVisible());
+    settings->allLiveChoices.clear();
+    changed();
+    EXPECT_FALSE(picker(u"Live text"_s).isVisible());
+    EXPECT_TRUE(picker(u"Recogniser"_s).isVisible());
+    EXPECT_FALSE(texts().contains(u"Live text"_s));
+}
+
 TEST_F(RecogniserSectionTest, showsLicenceBeforeInstallation)
 {
     EXPECT_TRUE(texts().contains(u"Favours the words in your dictionary."_s));

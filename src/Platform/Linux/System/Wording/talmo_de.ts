@@ -1075,5 +1075,29 @@
         <source>Inserted</source>
         <translation>Eingefügt</translation>
     </message>
+    <message>
+        <source>Recommended</source>
+        <translation>Empfohlen</translation>
+    </message>
+    <message>
+        <source>None until you pause</source>
+        <translation>Keiner bis zur Pause</translation>
+    </message>
+    <message>
+        <source>The model for the live text is not installed; text appears when you pause.</source>
+        <translation>Das Modell für den Live-Text ist nicht installiert; Text erscheint in Sprechpausen.</translation>
+    </message>
+    <message>
+        <source>Live text</source>
+        <translation>Live-Text</translation>
+    </message>
+    <message>
+        <source>Final text</source>
+        <translation>Endgültiger Text</translation>
+    </message>
+    <message>
+        <source>The live text is shown while you speak. The final text replaces it and is inserted.</source>
+        <translation>Der Live-Text wird beim Sprechen angezeigt. Der endgültige Text ersetzt ihn und wird eingefügt.</translation>
+    </message>
 </context>
 </TS>

@@ -1075,5 +1075,29 @@
         <source>Inserted</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Recommended</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>None until you pause</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The model for the live text is not installed; text appears when you pause.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Live text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Final text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The live text is shown while you speak. The final text replaces it and is inserted.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

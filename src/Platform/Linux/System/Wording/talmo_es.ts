@@ -1075,5 +1075,29 @@
         <source>Inserted</source>
         <translation>Texto insertado</translation>
     </message>
+    <message>
+        <source>Recommended</source>
+        <translation>Recomendado</translation>
+    </message>
+    <message>
+        <source>None until you pause</source>
+        <translation>Ninguno hasta la pausa</translation>
+    </message>
+    <message>
+        <source>The model for the live text is not installed; text appears when you pause.</source>
+        <translation>El modelo del texto en directo no está instalado; el texto aparece en las pausas.</translation>
+    </message>
+    <message>
+        <source>Live text</source>
+        <translation>Texto en directo</translation>
+    </message>
+    <message>
+        <source>Final text</source>
+        <translation>Texto final</translation>
+    </message>
+    <message>
+        <source>The live text is shown while you speak. The final text replaces it and is inserted.</source>
+        <translation>El texto en directo se muestra al hablar. El texto final lo reemplaza y se inserta.</translation>
+    </message>
 </context>
 </TS>

@@ -1075,5 +1075,29 @@
         <source>Inserted</source>
         <translation>Texte inséré</translation>
     </message>
+    <message>
+        <source>Recommended</source>
+        <translation>Recommandé</translation>
+    </message>
+    <message>
+        <source>None until you pause</source>
+        <translation>Aucun avant une pause</translation>
+    </message>
+    <message>
+        <source>The model for the live text is not installed; text appears when you pause.</source>
+        <translation>Le modèle du texte en direct n’est pas installé ; le texte apparaît pendant les pauses.</translation>
+    </message>
+    <message>
+        <source>Live text</source>
+        <translation>Texte en direct</translation>
+    </message>
+    <message>
+        <source>Final text</source>
+        <translation>Texte final</translation>
+    </message>
+    <message>
+        <source>The live text is shown while you speak. The final text replaces it and is inserted.</source>
+        <translation>Le texte en direct s’affiche pendant que vous parlez. Le texte final le remplace et est inséré.</translation>
+    </message>
 </context>
 </TS>
