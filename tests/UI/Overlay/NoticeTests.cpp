@@ -57,6 +57,15 @@ TEST_F(NoticeTest, doesNotHideTranscriptOrError)
     EXPECT_EQ(OverlayContents::make(TalmoState::idle(), {}, *notice), OverlayContents::make(TalmoState::idle(), {}));
 }
 
+TEST_F(NoticeTest, hintFollowsTheKey)
+{
+    view.beRecording();
+    notice->setHint(u"%1: stop"_s, u"Right Ctrl"_s);
+    notice->setHint(u"%1: stop"_s, u"Pause"_s);
+    settle();
+    EXPECT_EQ(overlay.contents().hint, u"Pause: stop"_s);
+}
+
 TEST_F(NoticeTest, hintIsShownOnlyWhileRecordingAndNamesTheKey)
 {
     notice->setHint(u"%1: stop"_s, u"Right Ctrl"_s);
