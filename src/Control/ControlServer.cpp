@@ -180,7 +180,7 @@ void ControlServer::addKeyHandlers(Handlers &handlers, const ControlActions &act
                                             {Command::ToggleKey, Key::Toggle},
                                             {Command::Cancel, Key::Cancel}};
     for (const auto &[command, key] : keys) {
-        handlers.insert(command, answeringAfter([move = actions.moveKey, key = key] { move(key); }));
+        handlers.insert(command, answeringAfter([move = actions.moveKey, moved = key] { move(moved); }));
     }
 }
 

@@ -70,7 +70,7 @@ TEST(Pickers, wheelOverClosedPickerChangesNothing)
     view.show();
     world.defaults->takeWrites();
     const auto pickers = view.findChildren<QComboBox *>();
-    ASSERT_EQ(pickers.size(), 3);
+    ASSERT_EQ(pickers.size(), 4);
     for (auto *picker : pickers) {
         const int before = picker->currentIndex();
         EXPECT_FALSE(turnWheel(*picker)) << picker->accessibleName().toStdString();
