@@ -4,7 +4,7 @@ _talmoctl() {
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} options
   COMPREPLY=()
   if [ "$COMP_CWORD" -eq 1 ]; then
-    mapfile -t COMPREPLY < <(compgen -W "format clean instructions transcribe insert last trace restore-clipboard press release toggle cancel status watch menu pause resume engines check-model model setup --help --version" -- "$current")
+    mapfile -t COMPREPLY < <(compgen -W "format clean instructions transcribe insert last trace restore-clipboard press release toggle cancel status watch menu pause resume engines check-model model setup doctor --help --version" -- "$current")
     return
   fi
   case ${COMP_WORDS[1]} in
@@ -12,7 +12,7 @@ _talmoctl() {
     instructions) options="--tone --concise --no-concise --bullets --word --no-words --raw --help" ;;
     transcribe) options="--live --language --engine --help" ;;
     engines | trace | restore-clipboard | press | release | toggle | cancel | menu | pause | resume) options="--help" ;;
-    status | watch) options="--json --help" ;;
+    status | watch | doctor) options="--json --help" ;;
     check-model) options="--library --load-only --json --help" ;;
     model)
       case ${COMP_WORDS[2]} in

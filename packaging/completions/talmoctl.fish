@@ -1,6 +1,6 @@
 # Fish completion for talmoctl.
 set -l commands format clean instructions transcribe insert last trace restore-clipboard press release toggle cancel \
-    status watch menu pause resume engines check-model model setup
+    status watch menu pause resume engines check-model model setup doctor
 set -l before "not __fish_seen_subcommand_from $commands"
 set -l actions list install remove use
 set -l before_action "__fish_seen_subcommand_from model; and not __fish_seen_subcommand_from $actions"
@@ -34,6 +34,7 @@ complete -c talmoctl -n $before -a engines -d 'List engines and models, and test
 complete -c talmoctl -n $before -a check-model -d 'Load a model and report timing and memory'
 complete -c talmoctl -n $before -a model -d 'List, install, remove and choose speech models'
 complete -c talmoctl -n $before -a setup -d 'Install better recognition'
+complete -c talmoctl -n $before -a doctor -d 'Check everything that dictation uses'
 
 complete -c talmoctl -n '__fish_seen_subcommand_from format clean insert last instructions' -l raw \
     -d 'Leave newlines, or words, as they are'
@@ -62,7 +63,7 @@ complete -c talmoctl -n $before_action -a list -d 'List models'
 complete -c talmoctl -n $before_action -a install -d 'Download and install a model'
 complete -c talmoctl -n $before_action -a remove -d 'Remove a model'
 complete -c talmoctl -n $before_action -a use -d 'Choose the recogniser'
-complete -c talmoctl -n '__fish_seen_subcommand_from status watch' -l json -d 'Print JSON'
+complete -c talmoctl -n '__fish_seen_subcommand_from status watch doctor' -l json -d 'Print JSON'
 complete -c talmoctl -n '__fish_seen_subcommand_from list' -l json -d 'Print the list as JSON'
 complete -c talmoctl -n '__fish_seen_subcommand_from install' -l accept-renewed \
     -d 'Accept another file than the known one'

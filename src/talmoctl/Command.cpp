@@ -4,10 +4,10 @@ namespace talmo::ctl {
 
 QList<Command> allCommands()
 {
-    QList<Command> commands{formatCommand(),     cleanCommand(),  instructionsCommand(),
-                            transcribeCommand(), insertCommand(), enginesCommand(),
-                            checkModelCommand(), setupCommand(),  doctorCommand()};
-    return commands + recoveryCommands() + keyCommands() + stateCommands() + pauseCommands() + modelCommands();
+    const QList<Command> toSetUp{setupCommand(), doctorCommand(), enginesCommand()};
+    const QList<Command> steps{transcribeCommand(), cleanCommand(),        formatCommand(),
+                               insertCommand(),     instructionsCommand(), checkModelCommand()};
+    return toSetUp + modelCommands() + keyCommands() + stateCommands() + pauseCommands() + recoveryCommands() + steps;
 }
 
 QCommandLineOption flag(const char *name, const char *description)

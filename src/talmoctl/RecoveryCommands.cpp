@@ -139,7 +139,7 @@ QList<Command> keyCommands()
 {
     using ControlSocket::KeyCommand;
     return {{QStringLiteral("press"),
-             QStringLiteral("Press the dictation key, for a key that is bound to a command."),
+             QStringLiteral("Press the dictation key, for use in the desktop's key bindings."),
              {},
              {},
              [](Invocation /*invocation*/) { return moveKey(KeyCommand::Press); }},
@@ -159,7 +159,7 @@ QList<Command> keyCommands()
              {},
              [](Invocation /*invocation*/) { return moveKey(KeyCommand::Cancel); }},
             {QStringLiteral("menu"),
-             QStringLiteral("Open or close Talmo's menu, for a key that is bound to a command."),
+             QStringLiteral("Open or close Talmo's menu, for use in the desktop's key bindings."),
              {},
              {},
              &runMenu}};
