@@ -112,18 +112,26 @@ void paint(QPainter &painter, const QRect &card, const QPalette &palette, bool i
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     QColor surface = palette.color(QPalette::Window);
-    const QPainterPath shape = outline(card);
+    const QPainterPath edge = outline(card);
     if (isTranslucent) {
         painter.save();
         // Only around the card: underneath, it would show through.
         QPainterPath around;
         around.addRect(QRectF(card).adjusted(-shadowMargin, -shadowMargin, shadowMargin, shadowMargin + shadowDrop));
-        painter.setClipPath(around.subtracted(shape));
+        painter.setClipPath(around.subtracted(edge));
         paintShadow(painter, card);
         painter.restore();
         surface.setAlphaF(static_cast<float>(surfaceStrength));
     }
-    painter.fillPath(shape, surface);
+    if (isTranslucent) {
+        painter.fillPath(edge, surface);
+    } else {
+        // The window has no half-covered pixels: what showed through at the corners would be black.
+        painter.save();
+        painter.setClipRegion(Card::shape(card), Qt::IntersectClip);
+        painter.fillRect(card, surface);
+        painter.restore();
+    }
     QColor border = palette.color(QPalette::WindowText);
     border.setAlphaF(static_cast<float>(borderStrength));
     painter.strokePath(outline(QRectF(card).adjusted(0.5, 0.5, -0.5, -0.5)), QPen(border, 1));

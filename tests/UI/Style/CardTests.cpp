@@ -52,6 +52,19 @@ TEST_F(CardTest, isOpaqueWithoutTranslucency)
     EXPECT_EQ(image.pixelColor(140, 41), light().color(QPalette::Window)) << "the border is one pixel wide";
 }
 
+TEST_F(CardTest, everyPixelOfWindowWithoutTranslucencyIsCovered)
+{
+    const QImage image = painted(false);
+    for (const QRect &row : Card::shape(card)) {
+        for (int x = row.left(); x <= row.right(); ++x) {
+            for (int y = row.top(); y <= row.bottom(); ++y) {
+                ASSERT_EQ(alphaAt(image, x, y), 255) << x << ", " << y;
+                ASSERT_GT(image.pixelColor(x, y).lightness(), 200) << "a dark dot at the corner";
+            }
+        }
+    }
+}
+
 TEST_F(CardTest, isTranslucentWithSoftShadow)
 {
     const QImage image = painted(true);
