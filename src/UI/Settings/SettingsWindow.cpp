@@ -19,7 +19,8 @@ namespace {
 
 constexpr int idealWidth = 540;
 /// Allows for the window manager's frame and a small margin.
-constexpr int airAround = 60;
+constexpr int airBeside = 60;
+constexpr int airAbove = 24;
 /// Most window managers place the frame where the window was to be.
 constexpr int titleBarHeight = 36;
 
@@ -127,7 +128,7 @@ void SettingsWindow::place()
         return;
     }
     const QRect visible = screen->visibleFrame;
-    const QSize size = idealSize.boundedTo(visible.size() - QSize(airAround, airAround + titleBarHeight));
+    const QSize size = idealSize.boundedTo(visible.size() - QSize(airBeside, airAbove + titleBarHeight));
     resize(size);
     move(visible.center() - QPoint(size.width() / 2, (size.height() + titleBarHeight) / 2));
 }

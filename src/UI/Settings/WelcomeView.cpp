@@ -25,10 +25,11 @@ namespace talmo {
 
 namespace {
 
-constexpr int margin = 18;
-constexpr int sectionSpacing = 14;
+constexpr int margin = 16;
+/// So that the field to try it in is seen on a screen of 768 pixels without scrolling.
+constexpr int sectionSpacing = 9;
 constexpr int headingSize = 20;
-constexpr int fieldHeight = 62;
+constexpr int fieldHeight = 48;
 constexpr int progressHeight = 9;
 constexpr int progressSteps = 1000;
 
@@ -90,6 +91,11 @@ void WelcomeView::buildGreeting(QVBoxLayout &page)
     page.addWidget(m_greeting);
     m_missing = new WarningRow;
     page.addWidget(m_missing);
+    for (const auto &limit : m_context.limits) {
+        auto *row = new WarningRow;
+        page.addWidget(row); // Before it is shown, or it would be a window.
+        row->setText(limit);
+    }
 }
 
 void WelcomeView::buildKey(QVBoxLayout &page)
@@ -159,10 +165,11 @@ void WelcomeView::refresh()
     m_greeting->setText(Wording::textWithKey(greeting, key));
     m_field->setPlaceholderText(Wording::textWithKey(
         QT_TRANSLATE_NOOP("Talmo", "Click here, hold %1 and say: This is my first dictation."), key));
-    const bool canType = m_context.permissions->accessibilityGranted();
-    m_missing->setText(canType ? QString()
-                               : Wording::text(QT_TRANSLATE_NOOP("Talmo", "This desktop does not let Talmo type into "
-                                                                          "other programs.")));
+    // The desktop's limits say the same more exactly, with what to do.
+    const bool isTold = m_context.permissions->accessibilityGranted() || !m_context.limits.isEmpty();
+    m_missing->setText(isTold ? QString()
+                              : Wording::text(QT_TRANSLATE_NOOP("Talmo", "This desktop does not let Talmo type into "
+                                                                         "other programs.")));
     refreshOffer();
 }
 

@@ -94,6 +94,16 @@ TEST_F(WelcomeTest, namesTheKeyAndWhatIsMissing)
     EXPECT_TRUE(shows(view, u"does not let Talmo type"_s));
 }
 
+TEST_F(WelcomeTest, tellsEveryLimitOfTheDesktop)
+{
+    world.limits = {u"Keys: bind one."_s, u"Text: paste it."_s};
+    world.setPermissions(true, true, false);
+    WelcomeView view(world.context(), [] {});
+    EXPECT_TRUE(shows(view, u"Keys: bind one."_s));
+    EXPECT_TRUE(shows(view, u"Text: paste it."_s));
+    EXPECT_FALSE(shows(view, u"does not let Talmo type"_s)) << "the limits say so already";
+}
+
 TEST_F(WelcomeTest, namesTheKeyInTheReadersLanguage)
 {
     class German final : public QTranslator {
