@@ -36,7 +36,9 @@ focus_notes() {
 
 start_desktop() {
   export HOME=/tmp/user XDG_RUNTIME_DIR=/tmp/runtime DISPLAY=:7
-  mkdir -p "$HOME" && mkdir -m 700 "$XDG_RUNTIME_DIR"
+  mkdir -p "$HOME/.config/talmo" && mkdir -m 700 "$XDG_RUNTIME_DIR"
+  # The welcome of the first start would take the focus from the terminal.
+  echo '{"linux.welcomeShown": true}' > "$HOME/.config/talmo/settings.json"
   Xvfb :7 -screen 0 1024x768x24 >/trial/xvfb.log 2>&1 &
   wait_for "the display" xdpyinfo
   openbox >/trial/openbox.log 2>&1 &
@@ -48,11 +50,6 @@ start_desktop() {
   wait_for "a window" focus_notes
   flite -voice slt -t "the computer does not start after the last update" -o /tmp/speech.wav
 }
-
-# The welcome of the first start would take the focus from the terminal.
-settings=${XDG_CONFIG_HOME:-$HOME/.config}/talmo/settings.json
-mkdir -p "${settings%/*}"
-echo '{"linux.welcomeShown": true}' >"$settings"
 
 start_talmo() {
   : > /trial/talmo.log
@@ -84,6 +81,14 @@ dictate() {
   tail -c +$((before + 1)) /tmp/notes | grep -qi "computer" || fail "$1: the words did not arrive"
 }
 
+# A call on the session bus starts the installed Talmo.
+activate() {
+  dbus-run-session -- dbus-send --session --print-reply --dest=io.github.talmo.Talmo /io/github/talmo/Talmo \
+    io.github.talmo.Talmo1.Status | grep -q '"idle"' || fail "a call on the session bus did not start Talmo"
+  kill -TERM "$(pidof talmo)"
+  wait_for "the activated Talmo to exit" bash -c '! pidof talmo'
+}
+
 start_desktop
 
 echo "Installing an older version"
@@ -102,6 +107,16 @@ start_talmo
 dictate "after a restart"
 talmoctl transcribe /tmp/speech.wav | grep -qi computer || fail "talmoctl transcribe heard something else"
 stop_talmo
+activate
+for file in gnome-shell/extensions/talmo-43@talmo.github.io/metadata.json bash-completion/completions/talmoctl \
+  zsh/vendor-completions/_talmoctl fish/vendor_completions.d/talmoctl.fish man/man1/talmoctl.1.gz \
+  icons/hicolor/48x48/apps/io.github.talmo.Talmo.png metainfo/io.github.talmo.Talmo.metainfo.xml; do
+  [ -s "/usr/share/$file" ] || fail "the package lacks /usr/share/$file"
+done
+for program in Talmo talmoctl; do
+  exec=$(sed -n 's/^Exec=//p' "/usr/share/applications/io.github.talmo.$program.desktop")
+  [ -x "$exec" ] || fail "the desktop entry of $program starts “$exec”, which KWin would not let paste"
+done
 
 echo "Purging"
 apt purge talmo
@@ -111,5 +126,5 @@ apt autoremove --purge
 files > /trial/after
 left=$(LC_ALL=C comm -13 /trial/before /trial/after | grep -iE 'talmo' || true)
 [ -z "$left" ] || fail "left behind: $left"
-[ -f "$HOME/.config/talmo/settings.json" ] || [ -d "$HOME/.local/state/talmo" ] || echo "(the user's folder is empty)"
+[ -f "$HOME/.config/talmo/settings.json" ] || fail "the purge removed a user's settings"
 echo "The package installs, upgrades and purges; Talmo dictated after each step."
