@@ -100,10 +100,11 @@ void finishBeforeLogout(QGuiApplication &application, TalmoApp &app)
 int letTheFirstShowItsSettings()
 {
     if (!SingleInstance::askForSettings()) {
-        std::fprintf(stderr, "talmo: Talmo runs already on this display, but does not answer\n");
+        std::fprintf(stderr,
+                     "talmo: Talmo is already running on this display but does not respond; end it, then try again\n");
         return EXIT_FAILURE;
     }
-    std::fprintf(stderr, "talmo: Talmo runs already; its settings are open now\n");
+    std::fprintf(stderr, "talmo: Talmo is already running; opened its settings window\n");
     return EXIT_SUCCESS;
 }
 
@@ -122,7 +123,7 @@ int answerArguments(int argc, char **argv)
     if (isAlone && (argument == "--help" || argument == "-h")) {
         std::fputs("Usage: talmo\n\n"
                    "Dictate into any window: hold a key, speak, release it.\n"
-                   "Where Talmo is running already, its settings open.\n\n"
+                   "If Talmo is already running, its settings open.\n\n"
                    "Options:\n"
                    "  --help               Show this help.\n"
                    "  --version            Show the version.\n\n"

@@ -207,7 +207,7 @@ TEST_F(UiEndToEndTest, secondInstanceOpensSettingsOfFirstAndExits)
     startTalmo();
     for (int round = 0; round < 2; ++round) {
         testbed::ChildProcess second(QStringLiteral(TALMO_BIN "/talmo"), {}, environment);
-        EXPECT_TRUE(second.waitForLine(u"Talmo runs already; its settings are open now"_s, timeout));
+        EXPECT_TRUE(second.waitForLine(u"Talmo is already running; opened its settings window"_s, timeout));
         EXPECT_EQ(second.terminate(), 0);
         EXPECT_TRUE(desktop.waitForActiveWindow(u"Talmo Settings"_s, timeout));
         keyboard.tap(escapeKey);
