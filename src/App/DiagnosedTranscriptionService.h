@@ -7,8 +7,8 @@
 
 namespace talmo {
 
-/// Where a recording fails or gives no text because of the microphone, says so. A text that was recognised is passed on
-/// whatever became of the microphone.
+/// Explains a recording that fails or yields no text because of the microphone. A recognised text is passed on whatever
+/// the state of the microphone.
 class DiagnosedTranscriptionService final : public ForwardingTranscriptionService {
 public:
     DiagnosedTranscriptionService(std::shared_ptr<TranscriptionService> service,

@@ -18,7 +18,7 @@ public:
     void show(const QString &text);
     void clear();
 
-    /// Beside the title while recording: which keys do what. %1 in it stands for `hintKey`.
+    /// Beside the title while recording: which keys do what. %1 is replaced by `hintKey`.
     QString hint() const { return m_hint; }
     QString hintKey() const { return m_hintKey; }
     void setHint(const QString &hint, const QString &key);

@@ -28,8 +28,8 @@ public:
     ~InstructionsWarmUp() override;
 
 private:
-    /// What the instructions depend on. Compared at each change, and words come many times a second, so that the text
-    /// is built only when it differs.
+    /// What the instructions depend on. Compared at each change, so that the text is built only when it differs: words
+    /// arrive many times a second.
     struct Choices {
         QStringList dictionaryWords;
         bool isConcise = false;

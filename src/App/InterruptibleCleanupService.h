@@ -15,7 +15,7 @@ public:
     /// `onGivenUp`: called when the current edit is abandoned.
     explicit InterruptibleCleanupService(std::shared_ptr<CleanupService> service, std::function<void()> onGivenUp = {});
 
-    /// While hurried, the language model is not waited for: neither for the current edit nor for later ones.
+    /// While hurried, it does not wait for the language model, neither for the current edit nor for later ones.
     void setHurried(bool isHurried);
 
     QCoro::Task<QString> cleanup(QString transcript, bool aiCleanupEnabled, bool conciseTextEnabled, TextTone textTone,

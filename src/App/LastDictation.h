@@ -7,7 +7,7 @@
 
 namespace talmo {
 
-/// The last dictation, kept so that no sentence is lost with a window, a clipboard or an error. In memory only, until
+/// Keeps the last dictation, so that no sentence is lost with a window, a clipboard or an error. In memory only, until
 /// something else is recognised. Main thread.
 class LastDictation {
 public:

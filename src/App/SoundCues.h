@@ -9,7 +9,7 @@
 
 namespace talmo {
 
-/// What the user hears about a dictation.
+/// The sounds of a dictation.
 enum class SoundCue { Start, Stop, Error };
 
 /// Plays the desktop's own sounds. Main thread; never blocks.

@@ -6,8 +6,9 @@
 
 namespace talmo {
 
-/// The transcript without marks at its end that promise more, such as a comma: recognisers that punctuate write them
-/// where the speaker only paused, and the full stop would be added after them. What is nothing but such marks stays.
+/// Removes marks from the end of the transcript that promise more, such as a comma: recognisers that punctuate write
+/// them where the speaker only paused, and the full stop would be added after them. A text of nothing but such marks is
+/// kept.
 QString withoutOpenEnd(const QString &transcript);
 
 /// Removes such marks before the cleanup.

@@ -14,7 +14,7 @@ public:
     struct Parts {
         std::shared_ptr<CleanupService> service;
         std::shared_ptr<Clock> clock;
-        /// The model that edits now; empty if there is none.
+        /// The model in use for editing; empty if there is none.
         std::function<QString()> editor;
         /// Called after every edit, successful or not.
         std::function<void(const QString &editor, Duration duration)> onEdited;

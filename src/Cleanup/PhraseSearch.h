@@ -21,8 +21,8 @@ private:
     bool matchesAt(const char16_t *text) const;
 
     QStringView m_phrase;
-    /// By how far to move on from a text whose last character under the phrase is this one; the last place is for
-    /// everything that is in no phrase.
+    /// How far to advance when the last character compared is this one; the last entry is for all characters that occur
+    /// in no phrase.
     std::array<qint8, 129> m_steps;
 };
 

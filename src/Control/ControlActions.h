@@ -12,7 +12,7 @@
 
 namespace talmo {
 
-/// What the user's other programs can have Talmo do, however they ask. Main thread.
+/// What the user's other programs can ask of Talmo, over any channel. Main thread.
 struct ControlActions {
     /// Inserts a text; may throw Error.
     using Insert = std::function<QCoro::Task<void>(QString)>;

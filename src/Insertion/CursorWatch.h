@@ -12,7 +12,7 @@ public:
     /// still good: the same window has the focus, and no key has been pressed or button clicked since. The dictation
     /// key and the keys that Talmo posts do not count.
     virtual bool markPlace() = 0;
-    /// The last mark is no longer good.
+    /// The last mark is no longer valid.
     virtual void forget() = 0;
 };
 

@@ -26,8 +26,8 @@ QString shortcutName(PasteStyle style);
 /// The shortcuts of all styles.
 QStringList shortcutNames();
 
-/// Whether a program copies the clipboard on its own whenever it changes, into a machine or system of its own, and
-/// pastes that copy. By the same names.
+/// Whether a program copies the clipboard into another machine or system whenever it changes, and pastes that copy. By
+/// the same names.
 bool importsClipboard(const QString &instanceName, const QString &className);
 
 } // namespace talmo

@@ -10,9 +10,9 @@
 
 namespace talmo {
 
-/// Whether a text that continues another one has to be separated from it by a space. Not at a line break or a space
-/// that is there already, after an opening bracket or quotation mark, before punctuation, or in scripts that are
-/// written without spaces.
+/// Whether a text that continues another one has to be separated from it by a space. Not at an existing line break or
+/// space, after an opening bracket or quotation mark, before punctuation, or in scripts that are written without
+/// spaces.
 bool needsSpaceBetween(const QString &before, const QString &text);
 
 /// Puts a space before a dictation that continues the last one, since a person who speaks two sentences expects them

@@ -10,7 +10,7 @@ namespace talmo {
 class AnswerStream {
 public:
     enum class Progress {
-        None,     ///< Nothing that the model generated.
+        None,     ///< No generated text.
         Advanced, ///< At least one token, be it of the model's reasoning.
         Complete, ///< The end of the answer; whatever follows is not part of it.
     };

@@ -7,7 +7,7 @@ namespace talmo {
 
 namespace {
 
-/// So that the occasional slow edit of a fast machine, such as the first after the model was loaded, does not add up.
+/// Keeps the occasional slow edit on a fast machine, such as the first after loading the model, from adding up.
 constexpr std::size_t remembered = 10;
 
 } // namespace

@@ -15,7 +15,7 @@ public:
     static constexpr Duration slowEdit = std::chrono::seconds(5);
     static constexpr int slowEditsUntilAdvice = 3;
 
-    /// One dictation was edited by this model, or the wait for it was in vain. Another model starts from nothing.
+    /// This model edited a dictation, or timed out on it. Another model starts from nothing.
     void note(const QString &model, Duration duration);
 
     /// False for a model other than the one last noted.

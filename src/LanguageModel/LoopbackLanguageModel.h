@@ -54,13 +54,13 @@ public:
     /// Probes the server (2 s timeout). Concurrent calls share one probe. Any thread; never fails.
     QFuture<void> refresh();
 
-    /// The model and its address, or why there is none, for users who set one up. Any thread.
+    /// The model and its address, or why there is none; for users who set one up. Any thread.
     QString description() const;
     Server server() const;
 
-    /// Has the server read what a conversation with these instructions begins with, so that it need not when there is a
-    /// prompt. `promptStart`: what every prompt begins with. At most one is under way: a later one replaces it, any
-    /// request ends it, and none begins during a request. Its failure has no consequences. Any thread; returns at once.
+    /// Makes the server process these instructions ahead of time, so that it need not once there is a prompt.
+    /// `promptStart`: what every prompt begins with. At most one is in progress: a later one replaces it, any request
+    /// ends it, and none begins during a request. A failure has no effect. Any thread; returns at once.
     void warmUp(const QString &instructions, const QString &promptStart);
     void cancelWarmUp();
 

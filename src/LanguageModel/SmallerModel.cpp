@@ -56,7 +56,7 @@ bool isNamed(const QString &model, QLatin1StringView name)
 std::optional<double> billionsOfParameters(const QString &model)
 {
     const QString lower = model.toLower();
-    // Where a name has two sizes, as in "30b-a3b", the smaller one is what a token costs.
+    // If a name has two sizes, as in "30b-a3b", the smaller one is the cost per token.
     static const QRegularExpression size(
         QStringLiteral("(?<![a-z0-9.])[ae]?(\\d{1,4}(?:\\.\\d{1,3})?)([bm])(?![a-z0-9])"));
     std::optional<double> billions;

@@ -67,7 +67,7 @@ QString HotkeySettingsModel::problem() const
     return sentences.join(QLatin1Char(' '));
 }
 
-/// Offered to those who have chosen none yet: whether a laptop really has the keys that it claims, nobody can tell.
+/// Offered only until the user has chosen a key: whether a laptop really has the keys it claims cannot be known.
 std::optional<HotkeySettings::Key> HotkeySettingsModel::suggestion() const
 {
     const bool isChosen = !m_defaults->stringArray(LinuxSettings::standInKeysKey()).value_or(QStringList()).isEmpty();

@@ -12,7 +12,7 @@ namespace talmo {
 /// Keeps the names of the keys under a key of this platform's, and has the desktop use them.
 class HotkeySettingsModel final : public HotkeySettings {
 public:
-    /// `rename`: tells the rest of Talmo what the first key is called now.
+    /// `rename`: called with the new name of the first key.
     HotkeySettingsModel(std::shared_ptr<UserDefaults> defaults, std::shared_ptr<HotkeyControl> control,
                         std::function<void(const QString &)> rename);
     ~HotkeySettingsModel() override;
@@ -35,7 +35,7 @@ private:
     std::shared_ptr<HotkeyControl> m_control;
     std::function<void(const QString &)> m_rename;
     std::optional<Capture> m_capture;
-    /// About the last key that was pressed in vain.
+    /// Why the last key pressed cannot be used.
     QString m_refusal;
 };
 

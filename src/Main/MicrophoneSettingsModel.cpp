@@ -94,7 +94,7 @@ void MicrophoneSettingsModel::choose(const QString &name)
     listen();
 }
 
-/// The chosen one, or the default one that stands in for it; empty if there is none.
+/// The chosen one, or the default one while that is missing; empty if there is none.
 QString MicrophoneSettingsModel::usedName() const
 {
     const QString name = isConnected(choice()) ? choice() : m_inventory.defaultName;

@@ -14,10 +14,10 @@
 
 namespace talmo {
 
-/// The sound server's microphones. Connects to it only while somebody follows.
+/// The sound server's microphones. Connects to it only while followed.
 class MicrophoneSettingsModel final : public MicrophoneSettings {
 public:
-    /// How often a missing server is looked for while somebody follows.
+    /// How often to look for a missing server while followed.
     static constexpr Duration retryTime = std::chrono::seconds(2);
     /// So many peaks without any sound, two seconds of them, are the silence of a muted microphone.
     static constexpr int silentPeaks = 50;

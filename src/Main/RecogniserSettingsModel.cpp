@@ -37,7 +37,7 @@ QString RecogniserSettingsModel::titleOf(const QString &name) const
     return entry == nullptr ? name : titleOf(*entry);
 }
 
-/// What a user can judge it by comes first, its maker's name for it last.
+/// What users can judge comes first, the maker's name last.
 QString RecogniserSettingsModel::titleOf(const ModelEntry &entry) const
 {
     QStringList words{languageNames(entry.languages)};
@@ -209,7 +209,7 @@ const std::optional<Recommendation> &RecogniserSettingsModel::recommendation() c
     return *m_recommendation;
 }
 
-/// A user who has chosen the built-in recogniser is left alone.
+/// Nothing is recommended to users who have chosen the built-in recogniser.
 std::optional<Recommendation> RecogniserSettingsModel::lookForRecommendation() const
 {
     const QString locale = m_locale->currentIdentifier();

@@ -33,10 +33,10 @@ constexpr int usageStatus = 2;
 /// A shutdown that hangs, in a library or over a lock, is ended by the kernel after this many seconds: longer than a
 /// sentence may take to be finished.
 constexpr unsigned longestShutdown = 15;
-/// The same once the end has been asked for again.
+/// The same after a second request to quit.
 constexpr unsigned longestRepeatedShutdown = 5;
 
-/// The one end of the program, however many ask for it.
+/// Shuts the program down once, however often that is requested.
 class Ending final {
 public:
     explicit Ending(TalmoApp &app)
@@ -54,7 +54,7 @@ public:
         logEscapes(quit(&m_app));
     }
 
-    /// When the loop was ended by somebody else, as a session manager does.
+    /// For an event loop that something else ended, such as a session manager.
     void completeAfterLoop()
     {
         if (!m_hasBegun) {
@@ -115,7 +115,7 @@ void leaveStartingToTheDesktop(QGuiApplication &application)
     QObject::connect(&application, &QGuiApplication::saveStateRequest, &application, leave, Qt::DirectConnection);
 }
 
-/// Needs no display, so that packagers, scripts and people on a console get an answer.
+/// Needs no display, so that it works for packagers, in scripts and on a console.
 int answerArguments(int argc, char **argv)
 {
     const QByteArray argument = argv[1];

@@ -2,7 +2,7 @@
 
 namespace talmo {
 
-/// The whole program on this platform; gives back the exit status.
+/// Runs the whole program on this platform and returns its exit status.
 int runTalmo(int argc, char **argv);
 
 } // namespace talmo

@@ -25,7 +25,7 @@ WarmUp::WarmUp(const Parts &parts, TalmoCoordinator &coordinator)
     m_preparation.start();
 }
 
-/// One log line per state is what a user who reports a problem can send.
+/// One log line per state lets users who report a problem send what happened.
 void WarmUp::followState(TalmoCoordinator &coordinator)
 {
     const auto lastState = std::make_shared<TalmoState>(coordinator.state());

@@ -15,7 +15,7 @@ namespace talmo {
 
 namespace {
 
-/// Reads the file again first: the user may have edited it meanwhile.
+/// Reads the file again first: the user may have edited it in the meantime.
 void write(const QString &path, const DictionaryEntry &entry)
 {
     QFile file(path);

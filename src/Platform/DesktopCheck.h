@@ -6,16 +6,16 @@
 
 namespace talmo {
 
-/// One thing that dictation uses, and whether it is there.
+/// One thing that dictation depends on, and whether it is available.
 struct CheckResult {
     /// One word: "sound".
     QString name;
     bool isOk = false;
     /// Whether nothing can be dictated without it.
     bool isNeeded = false;
-    /// What there is, or what is missing.
+    /// What was found, or what is missing.
     QString detail;
-    /// What to do; empty if it is there.
+    /// What to do; empty if it is available.
     QString remedy;
 };
 

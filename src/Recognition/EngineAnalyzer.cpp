@@ -17,7 +17,7 @@ const AudioFormat decoderFormat{RecordingDecoder::sampleRate, 1, SampleType::Int
 
 } // namespace
 
-/// The work on the recogniser's thread. It outlives its analyzer until that thread has let go of it.
+/// The work on the recogniser's thread. It outlives its analyzer until that thread has released it.
 class EngineAnalyzer::Recognition : public std::enable_shared_from_this<EngineAnalyzer::Recognition> {
 public:
     Recognition(Results results, MakeRecordingDecoder makeDecoder, std::shared_ptr<SerialExecutor> executor,
@@ -197,8 +197,8 @@ QFuture<void> EngineAnalyzer::Recognition::finalise()
 QCoro::Task<void> EngineAnalyzer::Recognition::watch(std::weak_ptr<Recognition> weakSelf, std::shared_ptr<Clock> clock,
                                                      std::shared_ptr<Completion<void>> finalised, std::stop_token stop)
 {
-    // The clock goes on while the machine is suspended, and the recogniser does not. So a look counts for no more than
-    // the time that it was meant to wait, however late it comes.
+    // The clock runs while the machine is suspended; the recogniser does not. Each check therefore counts for no more
+    // than its intended interval, however late it comes.
     Instant seen{};
     if (const auto self = weakSelf.lock()) {
         seen = self->m_progress;
@@ -226,14 +226,14 @@ QCoro::Task<void> EngineAnalyzer::Recognition::watch(std::weak_ptr<Recognition> 
                                    "was heard until then.")))));
 }
 
-/// What the recogniser says from here on comes too late.
+/// Results from here on come too late.
 void EngineAnalyzer::Recognition::giveUp()
 {
     m_isAbandoned = true;
     m_results.finish();
 }
 
-/// Only flags; what is being decoded ends by itself. Any thread.
+/// Only sets a flag; the buffer being decoded runs to completion. Any thread.
 QFuture<void> EngineAnalyzer::Recognition::cancel()
 {
     m_isAbandoned = true;

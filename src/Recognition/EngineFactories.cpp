@@ -13,7 +13,7 @@ namespace talmo {
 
 namespace {
 
-/// What is not spoken into a microphone teaches nothing about one.
+/// Audio that does not come from a microphone must not calibrate one.
 MicrophoneKnowledge knowledge(std::function<QString()> microphoneName)
 {
     if (!microphoneName) {

@@ -39,7 +39,7 @@ struct EngineFactories {
     struct Options {
         /// Empty to look in the usual places.
         QString neuralLibrary;
-        /// The microphone in use; asked on the decoder thread. Null if nobody speaks into one.
+        /// The microphone in use; asked on the decoder thread. Null if the audio does not come from one.
         std::function<QString()> microphoneName;
     };
 

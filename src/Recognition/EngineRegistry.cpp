@@ -93,7 +93,7 @@ void EngineRegistry::watchFolders()
     connect(m_watcher.get(), &QFileSystemWatcher::directoryChanged, this, [this] { lookForModels(); });
 }
 
-/// Asked again while it looks, it looks once more before anybody is told.
+/// A request during a scan starts another one before the callers are answered.
 QFuture<void> EngineRegistry::lookForModels()
 {
     if (m_looking) {
@@ -164,13 +164,13 @@ Engines EngineRegistry::engines() const
     return withLiveText(sorted);
 }
 
-/// Engines that give no text while somebody speaks are put together with those that do.
+/// Engines without live text are combined with those that have it.
 Engines EngineRegistry::withLiveText(const Engines &engines) const
 {
     const QString wanted = RecogniserChoice::of(m_configuration.choice).live;
     Engines live;
     for (const auto &engine : engines) {
-        // The embedded one's text would change too much; it has to be asked for.
+        // The embedded one's live text would change too much; it is combined only on request.
         const bool isTaken =
             engine->id() == wanted || (wanted == RecogniserChoice::automatic() && engine->id() != embeddedChoice);
         if (engine->isStreaming() && isTaken) {
@@ -206,7 +206,7 @@ void EngineRegistry::warmUp(const QString &locale)
         m_executor->post([engine, locale] {
             try {
                 engine->warmUpFor(locale);
-            } catch (const Error &error) { // The recording fails likewise, and tells the user.
+            } catch (const Error &error) { // The recording fails for the same reason and informs the user.
                 generalLog().error("speech engine %@: %@", {engine->id(), error.localizedDescription()});
             }
         });
@@ -264,7 +264,7 @@ void EngineRegistry::unload()
 QCoro::Task<void> EngineRegistry::unloadLater(std::function<void()> unload, std::shared_ptr<Clock> clock,
                                               std::stop_token stop)
 {
-    // Cancelled when somebody dictates again, or Talmo ends.
+    // Cancelled by the next dictation, or when Talmo ends.
     const auto idle = clock->sleep(idleTime, stop);
     const bool isDue = co_await hasElapsed(idle);
     if (isDue) {

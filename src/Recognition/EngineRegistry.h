@@ -37,7 +37,7 @@ public:
         /// A RecogniserChoice. Its `final` is the name of a model that goes before all others of its language, or one
         /// of the two above.
         QString choice;
-        /// Provides an engine for a language that has none, on any thread. Null to leave such languages alone.
+        /// Provides an engine for a language that has none, on any thread. Null to do nothing about such languages.
         std::function<QFuture<void>(const QString &locale)> install;
         /// Returns freed memory to the system; null if the allocator does that by itself.
         std::function<void()> releaseMemory;
@@ -48,7 +48,7 @@ public:
     ~EngineRegistry() override;
 
     const std::shared_ptr<EngineSpeechPlatform> &platform() const { return m_platform; }
-    /// As of the last scan, by name; which of them can be used, and why not.
+    /// As of the last scan, by name: whether each can be used, or why not.
     const std::vector<InstalledModel> &models() const { return m_models; }
     /// In the order in which they are considered for a recording.
     std::vector<std::shared_ptr<SpeechEngine>> engines() const;
@@ -88,7 +88,7 @@ private:
     std::shared_ptr<SerialExecutor> m_executor;
     std::shared_ptr<Clock> m_clock;
     std::vector<InstalledModel> m_models;
-    /// Checking a model may take seconds, and the decoder thread has to stay free for whoever dictates meanwhile.
+    /// Checking a model may take seconds, and the decoder thread has to stay free for dictation.
     std::shared_ptr<SerialExecutor> m_checker;
     std::shared_ptr<EngineSpeechPlatform> m_platform;
     std::unique_ptr<QFileSystemWatcher> m_watcher;

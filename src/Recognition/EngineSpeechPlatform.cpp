@@ -70,7 +70,7 @@ void EngineSpeechPlatform::setEngines(std::vector<std::shared_ptr<SpeechEngine>>
     m_engines.swap(engines);
 }
 
-/// One that speaks the language but cannot be used is better than none: it says why.
+/// An unusable engine for the language is better than none: it reports the reason.
 std::shared_ptr<SpeechEngine> EngineSpeechPlatform::engineFor(const QString &locale) const
 {
     const std::scoped_lock lock(m_mutex);

@@ -21,7 +21,7 @@ QCoro::Task<FileTranscript> transcribeFile(std::shared_ptr<SpeechTranscriptionSe
     std::int64_t buffers = 0;
     while (file->deliverNext()) {
         ++buffers;
-        const auto turn = recogniser->call([] {}); // It gets a turn for every buffer.
+        const auto turn = recogniser->call([] {}); // It runs after every buffer.
         co_await turn;
     }
     FileTranscript transcript;

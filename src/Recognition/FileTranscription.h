@@ -19,7 +19,7 @@ struct FileTranscript {
 };
 
 /// Recognises the speech in a sound file the way a dictation does, as fast as the recogniser, whose thread this is,
-/// takes it. Throws what the service, its results or the file say.
+/// takes it. Throws the errors of the service, its results or the file.
 QCoro::Task<FileTranscript> transcribeFile(std::shared_ptr<SpeechTranscriptionService> service,
                                            std::shared_ptr<SerialExecutor> recogniser, QString path, QString language,
                                            TranscriptionService::UpdateHandler onUpdate);

@@ -13,13 +13,13 @@ namespace talmo {
 /// A model in the models folder.
 struct InstalledModel {
     QString name;
-    /// Tells it from another one that was put in its place.
+    /// Distinguishes it from a later model at the same path.
     qint64 changed = 0;
     /// Null if it cannot be used.
     std::shared_ptr<SpeechEngine> engine;
     /// Why not; empty if it can.
     QString problem;
-    /// It cannot keep up with somebody who speaks.
+    /// It cannot keep up with speech.
     bool isSlow = false;
 };
 

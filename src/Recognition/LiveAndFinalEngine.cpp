@@ -10,8 +10,8 @@ namespace talmo {
 
 namespace {
 
-/// Both engines hear the recording. The live one begins anew after each stretch that the other one has finished, which
-/// ends in a pause, so that no word is cut.
+/// Both engines receive the recording. The live one restarts after each stretch that the other one has finished.
+/// Stretches end in a pause, so no word is cut.
 class LiveAndFinalDecoder final : public RecordingDecoder {
 public:
     using Make = std::function<std::unique_ptr<RecordingDecoder>(Publish)>;
@@ -80,7 +80,7 @@ private:
         m_publish({text, false});
     }
 
-    /// A recording goes on without live text.
+    /// A recording continues without live text.
     template <typename Work>
     void guarded(Work work)
     {

@@ -7,9 +7,9 @@
 
 namespace talmo {
 
-/// One engine for the text, and another one that shows something as long as the first one has none.
+/// Takes the text from one engine, and shows another engine's live text until then.
 ///
-/// What the second one recognises is replaced by the first one's text, stretch by stretch; it goes on from there.
+/// The first engine's text replaces the second one's, stretch by stretch.
 class LiveAndFinalEngine final : public SpeechEngine {
 public:
     /// `live`: the first one that speaks the language and can be used is taken.

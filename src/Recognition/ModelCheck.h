@@ -15,13 +15,13 @@ struct ModelReport {
     double secondsToLoad = 0;
     /// What the process grew by.
     double megabytes = 0;
-    /// The share of the time that somebody speaks which a thread works.
+    /// Processor time per second of speech, for one thread.
     double shareOfSpeech = 0;
 
     /// "loaded in 0.3 s, 95 MB, 0.12 of the time spoken"
     QString description() const;
     QString toLine() const;
-    /// Of the last line of such an output; all zeros where there is none.
+    /// Parses the last line of such an output; all zeros if there is none.
     static ModelReport fromOutput(const QString &output);
     /// What checkModelOnce() measured for the model in that folder; nullopt if it has not been measured.
     static std::optional<ModelReport> noted(const QString &modelFolder);
@@ -39,7 +39,7 @@ public:
 /// How thoroughly a model is tried.
 enum class ModelTrial { Load, Hear };
 
-/// Loads the engine's model in this process and lets it hear ten seconds. `usedMegabytes`: of this process. Throws
+/// Loads the engine's model in this process and decodes ten seconds of audio. `usedMegabytes`: of this process. Throws
 /// Error.
 ModelReport measure(SpeechEngine &engine, const std::function<double()> &usedMegabytes,
                     ModelTrial trial = ModelTrial::Hear);

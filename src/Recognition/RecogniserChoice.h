@@ -4,8 +4,8 @@
 
 namespace talmo {
 
-/// What the user chooses: an engine for the text that is inserted, and one for the text that is shown meanwhile if the
-/// first one gives none. Stored as one string, since they are chosen together.
+/// What the user chooses: an engine for the inserted text, and one for the live text if the first one has none. Stored
+/// as one string, since they are chosen together.
 struct RecogniserChoice {
     /// Neither: the best there is.
     static QString automatic() { return QStringLiteral("automatic"); }

@@ -33,7 +33,7 @@ void requireNoProblem(const EngineRegistry &engines, const QString &name)
     }
 }
 
-/// The model to install for a language: one that is there and lacks something, or the catalogue's.
+/// The model to install for a language: an installed one that lacks something, or the catalogue's.
 const ModelEntry *modelFor(const SpeechModels &models, const QString &locale)
 {
     const auto &catalogue = models.catalogue();
@@ -64,7 +64,7 @@ QCoro::Task<ModelEntry> installFitting(std::shared_ptr<SpeechModels> models, Mod
     }
 }
 
-/// Provides an engine for a language that has none: waits for the scan under way, then downloads the catalogue's model
+/// Provides an engine for a language that has none: waits for the current scan, then downloads the catalogue's model
 /// for it, with the library if that is missing. Throws if the catalogue lacks the language, an installed model cannot
 /// be used, or the installation fails.
 QCoro::Task<void> provideLanguage(std::shared_ptr<EngineRegistry> engines, std::shared_ptr<SpeechModels> models,
@@ -87,7 +87,7 @@ QCoro::Task<void> provideLanguage(std::shared_ptr<EngineRegistry> engines, std::
     requireNoProblem(*engines, installed.id);
 }
 
-/// Throws what is wrong with the engine's library if another one cannot be had.
+/// Throws the library's problem if no other library can be obtained.
 std::vector<ModelEntry> missingComponents(const EngineFactories &factories, const ModelCatalogue &catalogue,
                                           const ModelEntry &model)
 {

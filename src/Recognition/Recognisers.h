@@ -35,7 +35,7 @@ struct Recognisers {
     static ModelCatalogue catalogue(const EngineFactories &factories);
     static std::function<bool(const ModelEntry &)> offer(const EngineFactories &factories);
 
-    /// A model has to keep up with somebody who speaks if there is a smaller one.
+    /// A model has to keep up with speech if there is a smaller one.
     static InstallationTerms termsFor(const ModelCatalogue &catalogue, const ModelEntry &entry, const QString &locale);
 };
 

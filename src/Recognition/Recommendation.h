@@ -17,7 +17,7 @@ struct Recommendation {
     /// The model and the components that it lacks, in the order of their installation.
     std::vector<ModelEntry> parts;
 
-    /// Nullopt if a model of the language is installed that can be used, or there is none to be had. Loads the library.
+    /// Nullopt if a usable model of the language is installed, or none is available. Loads the library.
     static std::optional<Recommendation> forLocale(const RecogniserInstaller &installer,
                                                    const ModelCatalogue &catalogue, const QString &locale);
 

@@ -14,14 +14,14 @@ namespace talmo {
 class RecordingDecoder {
 public:
     static constexpr int sampleRate = 16000;
-    /// What has been recognised, in the order in which it is to be folded.
+    /// The results, in the order in which they are to be merged.
     using Publish = std::function<void(SpeechResult)>;
 
     virtual ~RecordingDecoder() = default;
 
     /// One channel of sound.
     virtual void process(std::span<const std::int16_t> samples) = 0;
-    /// There is no more: publishes what is left.
+    /// The audio has ended: publishes the rest.
     virtual void finish() = 0;
 };
 

@@ -18,7 +18,7 @@ class SpeechEngine {
 public:
     virtual ~SpeechEngine() = default;
 
-    /// The id of the engine that needs no model of the user's.
+    /// The ID of the engine that needs no model from the user.
     static QString embeddedId() { return QStringLiteral("embedded"); }
 
     /// What the user's choice is stored as: "embedded", or the model's name.
@@ -28,7 +28,7 @@ public:
     /// Language codes, such as "en"; never empty.
     virtual QStringList languages() const = 0;
     virtual bool speaks(const QString &locale) const = 0;
-    /// Whether it gives a text while somebody speaks without a pause.
+    /// Whether it has live text during speech without a pause.
     virtual bool isStreaming() const { return true; }
     /// Why it cannot be used now, as a sentence for users; empty if it can. Looks at the disk, never loads the model.
     virtual QString problem() const = 0;

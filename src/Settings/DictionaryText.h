@@ -9,7 +9,7 @@
 
 namespace talmo {
 
-/// A word of the dictionary, with what it sounds like; the latter is empty if it sounds as it is written.
+/// A word of the dictionary and its pronunciation, which is empty if it sounds as it is written.
 struct DictionaryEntry {
     QString word;
     QString soundsLike;

@@ -75,7 +75,7 @@ public:
     /// Installs what is offered, and uses it from the next recording on.
     virtual void acceptOffer() = 0;
 
-    /// The user's language is another one now.
+    /// The user's language has changed.
     virtual void languageChanged() = 0;
 
     virtual void install(const QString &modelId) = 0;

@@ -6,14 +6,14 @@
 
 namespace talmo {
 
-/// For the settings window: what the words of the dictionary sound like. Announces every change. Main thread.
+/// For the settings window: the pronunciations of the dictionary's words. Announces every change. Main thread.
 class WordPronunciations : public Observable {
     Q_OBJECT
 
 public:
     using Observable::Observable;
 
-    /// Reads anew what the user may have changed elsewhere.
+    /// Reads again what the user may have changed elsewhere.
     virtual void refresh() = 0;
     /// Empty if the word sounds as it is written. Upper and lower case are the same.
     virtual QString of(const QString &word) const = 0;

@@ -52,7 +52,7 @@ public:
     /// results then end as well. Does nothing without a start().
     virtual QFuture<void> finalizeAndFinishThroughEndOfInput() = 0;
 
-    /// Stops at once: the results end without another one.
+    /// Stops at once: no further result is published.
     virtual QFuture<void> cancelAndFinishNow() = 0;
 };
 

@@ -20,8 +20,8 @@ public:
     {
     }
     /// Null ones are skipped. With a view, changes made while it is hidden again wait until it is shown: words come
-    /// many times a second, mostly while the view is closed. A view that has not been shown yet is refreshed, so that
-    /// it can be measured before.
+    /// many times a second, mostly while the view is closed. A view that has not been shown yet is refreshed as well,
+    /// so that it can be measured.
     ChangeWatcher(std::initializer_list<const Observable *> watched, std::function<void()> refresh,
                   QWidget *view = nullptr)
         : m_refresh(std::move(refresh))

@@ -44,7 +44,7 @@ void UserInterface::perform(MenuAction action)
         return;
     case MenuAction::GetBetterRecognition:
         m_context.recogniser->acceptOffer();
-        openRecogniser(); // The progress is there.
+        openRecogniser(); // That page shows the progress.
         return;
     case MenuAction::ShowRecogniser:
         openRecogniser();

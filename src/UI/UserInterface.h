@@ -37,7 +37,7 @@ public:
     void openWelcome();
     /// Opens the settings window and brings it to the front.
     void openSettings();
-    /// Opens or closes the menu, for users who reach no icon: in the corner nearest to the pointer.
+    /// Opens or closes the menu in the corner nearest to the pointer, for users without an icon to click.
     void toggleMenu();
     /// Closes whatever is in the way of an insertion; finishes when the frontmost window has the keyboard focus again.
     QFuture<void> clearTheWay();

@@ -52,7 +52,7 @@ void describeModels(const EngineFactories &factories, const QString &neuralLibra
     }
 }
 
-/// A problem with the library has been told already.
+/// A problem with the library has already been reported.
 void describeBetter(const EngineFactories &factories, const LinuxSettings &settings)
 {
     const ModelCatalogue catalogue = Recognisers::catalogue(factories);

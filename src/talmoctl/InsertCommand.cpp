@@ -29,7 +29,7 @@ QString turnPath()
     return ControlSocket::path() + QStringLiteral(".paste");
 }
 
-/// Has the Talmo on this display insert the text; false if none is running. Throws Error with its message, or if it
+/// Asks the Talmo on this display to insert the text; false if none is running. Throws Error with its message, or if it
 /// does not answer in time: it may still insert the text then, so the caller must not try again itself.
 bool insertThroughTalmo(const QString &text)
 {

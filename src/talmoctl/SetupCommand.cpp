@@ -107,8 +107,8 @@ std::optional<int> refusal(const Invocation &invocation, const QString &question
 
 enum class Outcome { Installed, Cancelled, TooSlow };
 
-/// A stop is a request to cancel; what has been downloaded stays. On a thread of its own, since unpacking blocks, and
-/// an interrupt is to cancel that as well.
+/// A stop is a request to cancel; what has been downloaded stays. On a thread of its own: unpacking blocks, and an
+/// interrupt must cancel it as well.
 QCoro::Task<Outcome> install(Setup setup, ModelEntry model, std::stop_token stop)
 {
     const auto bar = std::make_shared<ProgressBar>();
@@ -130,7 +130,7 @@ QCoro::Task<Outcome> install(Setup setup, ModelEntry model, std::stop_token stop
         failure = stop.stop_requested() ? nullptr : std::current_exception();
         outcome = Outcome::Cancelled;
     }
-    // What the end has cancelled, such as the watch over the download, ends on the following turns of its thread.
+    // Cancelled tasks, such as the download's watchdog, end in the thread's next iterations.
     constexpr int turns = 3;
     for (int turn = 0; turn < turns; ++turn) {
         const QFuture<void> passed = executor->call([] {});
@@ -179,7 +179,7 @@ QCoro::Task<int> runSetup(Invocation invocation)
         if (const auto status = refusal(invocation, question)) {
             co_return *status;
         }
-        if (!interrupts) { // Not before, so that an interrupt ends the question.
+        if (!interrupts) { // Not earlier, so that an interrupt ends the question.
             QuitSignals::install();
             interrupts = std::make_unique<QuitSignals>();
             QObject::connect(interrupts.get(), &QuitSignals::quitRequested, [&stop] { stop.request_stop(); });

@@ -11,7 +11,7 @@
 
 namespace talmo::ctl {
 
-/// What was heard through the microphone.
+/// The outcome of recording from the microphone.
 struct SoundCheck {
     CheckResult result;
     /// The loudest sample, from 0 to 1; nullopt if nothing could be recorded.

@@ -29,10 +29,10 @@ void writeText(const Invocation &invocation, const QString &text)
     }
 }
 
-/// Who edits a transcript.
+/// The language model that edits a transcript.
 enum class Editor { Rules, Model };
 
-/// What became of the language model's edit. `isAvailable`: before it was asked; `description`: of the model, or why
+/// What became of the language model's edit. `isAvailable`: before the request; `description`: of the model, or why
 /// there is none.
 QString editReport(bool isAvailable, const QString &description, const ReportingLanguageModel::Report &report)
 {

@@ -114,7 +114,7 @@ int run(int argc, char **argv, std::shared_ptr<Background> background)
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("talmoctl"));
     QCoreApplication::setApplicationVersion(QStringLiteral(TALMO_VERSION));
-    // Of the log, only errors belong beside a command's output.
+    // Only the log's errors belong beside a command's output.
     QLoggingCategory::setFilterRules(QStringLiteral("talmo.general.info=false\ntalmo.hotkey.info=false"));
     qSetMessagePattern(QStringLiteral("talmoctl: %{message}"));
     try {

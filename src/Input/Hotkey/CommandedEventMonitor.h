@@ -20,7 +20,7 @@ public:
     addLocalMonitor(quint64 eventMask,
                     std::function<std::optional<FlagsChangedEvent>(const FlagsChangedEvent &)> handler) override;
 
-    /// A press while the key is held means that the end of the earlier hold was missed.
+    /// A press while the key is held means that its release was missed.
     void press();
     void release();
     /// Starts recording hands-free as a quick double-tap does, or ends a recording.

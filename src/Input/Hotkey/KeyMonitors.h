@@ -9,7 +9,7 @@
 
 namespace talmo {
 
-/// The monitors of an EventMonitor that learns of nothing but presses and releases of the key. Main thread.
+/// The monitors of an EventMonitor that only sees presses and releases of the key. Main thread.
 class KeyMonitors {
 public:
     using Handler = std::function<void(const FlagsChangedEvent &)>;
@@ -22,7 +22,7 @@ public:
     /// As EventMonitor asks for them; null for other events than those of keys.
     std::shared_ptr<EventMonitorToken> addGlobal(quint64 eventMask, Handler handler);
     std::shared_ptr<EventMonitorToken> addLocal(quint64 eventMask, LocalHandler handler);
-    /// Tells either the local monitors or the global ones.
+    /// Notifies either the local or the global monitors.
     void report(bool isDown, bool isLocal);
 
 private:

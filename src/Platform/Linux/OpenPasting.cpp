@@ -14,7 +14,7 @@ namespace talmo {
 
 namespace {
 
-/// Where there is no X server beside the Wayland compositor either, its absence is not what the user should hear about.
+/// If there is no X server beside the Wayland compositor, its absence is not what to report to the user.
 Pasting openX11PastingOnWayland(const std::shared_ptr<GnomeShell> &gnome)
 {
     try {

@@ -41,8 +41,8 @@ struct ModelEntry {
     bool hasPunctuation = false;
     /// The oldest version of the engine's library that is known to work with the model; empty if any does.
     QString minLibrary;
-    /// From this number of processors on, most machines recognise faster than somebody speaks. Of two models of a
-    /// language, the one that needs more is the more accurate.
+    /// With this many processors, most machines recognise faster than real time. Of two models of a language, the one
+    /// that needs more is the more accurate.
     int cores = 1;
     /// IDs of the components that it needs besides the engine's library.
     QStringList needs;

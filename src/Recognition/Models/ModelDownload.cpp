@@ -118,8 +118,8 @@ QCoro::Task<void> ModelDownload::fetch(DownloadRequest request, Progress progres
         if (!outcome.error) {
             co_return;
         }
-        // Only progress beyond the longest part so far counts: a server that always breaks off at the same place is of
-        // no use.
+        // Only progress beyond the longest part so far counts: a server that always breaks off at the same place will
+        // never finish.
         if (const qint64 size = QFile(request.path).size(); size > longest) {
             longest = size;
             tries = 0;

@@ -30,7 +30,7 @@ struct ModelProgress {
     QString description() const;
 };
 
-/// The model works, but not as fast as somebody speaks.
+/// The model works, but not in real time.
 class ModelTooSlow : public Error {
 public:
     /// `shareOfSpeech`: as in ModelReport.
@@ -43,7 +43,7 @@ struct InstallationTerms {
     bool acceptsRenewed = false;
     /// A model that needs a larger share of the time spoken is not installed; nullopt to install any.
     std::optional<double> largestShareOfSpeech;
-    /// If the model is installed already, only what it needs is.
+    /// If the model is already installed, installs only what it needs.
     bool keepsInstalled = false;
 };
 

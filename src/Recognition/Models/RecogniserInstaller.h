@@ -13,7 +13,7 @@ namespace talmo {
 /// event loop; see ModelInstaller.
 class RecogniserInstaller {
 public:
-    /// The components that a model lacks on this machine. Throws Error if they cannot be had.
+    /// The components that a model lacks on this machine. Throws Error if they cannot be obtained.
     using Missing = std::function<std::vector<ModelEntry>(const ModelEntry &model)>;
 
     RecogniserInstaller(ModelInstaller models, ModelInstaller components, std::shared_ptr<Clock> clock,

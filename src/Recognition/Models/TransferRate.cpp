@@ -11,7 +11,7 @@ constexpr Duration observed = std::chrono::seconds(10);
 void TransferRate::add(Instant time, qint64 bytes)
 {
     if (!m_samples.empty() && bytes < m_samples.back().second) {
-        m_samples.clear(); // The download began anew.
+        m_samples.clear(); // The download restarted.
     }
     m_samples.emplace_back(time, bytes);
     while (m_samples.size() > 2 && time - m_samples.front().first > observed) {

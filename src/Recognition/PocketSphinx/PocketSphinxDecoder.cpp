@@ -49,7 +49,7 @@ struct CommandWord {
     const char *token;
     const char *phones;
     const char *words;
-    /// The replacement in the middle of a sentence, where no command is meant and none must be carried out.
+    /// The replacement in the middle of a sentence, where the words are not a command and must not act as one.
     const char *inPassing;
     /// A list command, which must be the last phrase or be followed by a pause; “as the list shows” starts in much the
     /// same way.

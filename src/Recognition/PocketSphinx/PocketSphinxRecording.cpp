@@ -10,8 +10,8 @@ namespace talmo {
 
 namespace {
 
-// In samples. How much of an utterance may still have to be heard a second time when it ends: at a pause, the user goes
-// on speaking meanwhile; at the end of the recording, he waits.
+// In samples. How much of an utterance may still have to be decoded a second time when it ends: at a pause the user
+// keeps speaking, but at the end of the recording the user waits.
 constexpr auto longestBehindAtPause = 2 * std::size_t(RecordingDecoder::sampleRate);
 constexpr std::size_t longestBehindAtEnd = RecordingDecoder::sampleRate / 2;
 /// Enough for the pause in which a request for a list ends.
@@ -72,7 +72,7 @@ void PocketSphinxRecording::process(std::span<const std::int16_t> samples)
     m_isBroken = true; // Until this call succeeds.
     m_noise->measure(samples);
     if (m_calibration.isUnderWay()) {
-        withoutNoise(samples); // The noise is learned meanwhile.
+        withoutNoise(samples); // The noise is measured in the meantime.
         calibrate(samples);
     } else {
         listen(samples);
@@ -222,7 +222,8 @@ void PocketSphinxRecording::settleSecondHearing(std::size_t longestBehind)
     m_second.reset();
 }
 
-/// As a pause is the slowest sound to decode, and the user waits, what has been heard of one is not heard again.
+/// A pause is the slowest sound to decode, and the user is waiting, so the part of one that has been decoded is not
+/// decoded again.
 void PocketSphinxRecording::endInPause()
 {
     const auto heardPause = static_cast<std::size_t>(m_decoder->trailingSilence()) * frameLength;

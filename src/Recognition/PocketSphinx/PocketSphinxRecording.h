@@ -77,9 +77,9 @@ private:
     std::size_t m_calibratedWith = 0;
     UtteranceSegmenter m_segmenter;
     UtteranceSound m_sound;
-    /// Takes over once it has caught up with what is being spoken.
+    /// Takes over once it has caught up with the recording.
     std::optional<SecondHearing> m_second;
-    /// Whether that one hears the sound without noise.
+    /// Whether that one decodes the sound without noise.
     bool m_secondReducesNoise = false;
 };
 

@@ -10,7 +10,7 @@ int mostHypotheses(SearchWidth width)
 SearchWidth widthAfterRecognising(SearchWidth width, std::optional<double> realTimeFactor)
 {
     // The wide search takes half as long again for speech, but several times as long for noise, in which it must not
-    // fall behind either. Between the two the choice stays, so that it does not change with every sentence.
+    // fall behind either. Between the two the choice is kept, so that it does not change with every sentence.
     constexpr double fastEnoughForWide = 0.12;
     constexpr double tooSlowForWide = 0.3;
     if (!realTimeFactor) {

@@ -11,8 +11,8 @@
 
 namespace talmo {
 
-/// Recognises an utterance once more from its beginning while it goes on, since more is known about the microphone or
-/// the noise by now. Works in slices, so that what is spoken meanwhile is not kept waiting. Not thread-safe.
+/// Recognises an utterance again from its beginning while it is still being spoken, once more is known about the
+/// microphone or the noise. Works in slices, so that new audio is not kept waiting. Not thread-safe.
 class SecondHearing {
 public:
     /// `decoder`: calibrated, between utterances.

@@ -38,8 +38,8 @@ public:
     std::span<const std::int16_t> withoutNoise() const { return m_withoutNoise; }
     /// From now on the sound without noise is the one that is recognised, as if it had always been.
     void continueWithoutNoise() { m_recognised = std::exchange(m_withoutNoise, {}); }
-    /// The quietest passage of so many samples: what the room sounds like while nobody speaks. Empty if the utterance
-    /// is shorter.
+    /// The quietest passage of this many samples: the sound of the room without speech. Empty if the utterance is
+    /// shorter.
     std::span<const std::int16_t> quietest(std::size_t count) const;
     /// Whether nobody speaks, as in music, in which the decoder would hear words.
     bool isWithoutSpeech() const;

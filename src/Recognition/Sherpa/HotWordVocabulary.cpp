@@ -30,7 +30,7 @@ QByteArray HotWordVocabulary::listOf(const QStringList &words)
     QStringList list;
     for (const auto &word : words) {
         const QString plain = QString(word).replace(marks, QStringLiteral(" ")).trimmed();
-        if (plain.size() > 1) { // What is left of "C#" would favour every “c”.
+        if (plain.size() > 1) { // The remainder of "C#" would favour every “c”.
             list.append(plain);
         }
     }

@@ -37,7 +37,7 @@ void fill(OfflineModelConfig &config, Kind kind, const Paths &paths)
     switch (kind) {
     case Kind::OfflineTransducer:
         config.transducer = {paths.encoder.constData(), paths.decoder.constData(), paths.joiner.constData()};
-        config.modelType = "nemo_transducer"; // Else the library loads the encoder twice.
+        config.modelType = "nemo_transducer"; // Otherwise the library loads the encoder twice.
         return;
     case Kind::OfflineNemoCtc:
         config.nemoCtcModel = paths.model.constData();
@@ -122,7 +122,7 @@ std::unique_ptr<RecordingDecoder> OfflineRecogniser::makeDecoder(Recording recor
 std::unique_ptr<RecordingDecoder> OfflineRecogniser::makeTrialDecoder(Recording recording)
 {
     if (!SileroVoiceActivity::find(m_model.folder).isEmpty()) {
-        voiceActivity(); // A damaged one has to show as well.
+        voiceActivity(); // A damaged one must be detected as well.
     }
     return std::make_unique<PiecewiseDecoder>(shared_from_this(), std::make_shared<EverythingIsSpeech>(),
                                               std::move(recording));

@@ -36,7 +36,7 @@ private:
 
     std::shared_ptr<SherpaLibrary> m_library;
     SherpaModel m_model;
-    /// What the library was told; empty if the model finds out for itself.
+    /// The language that the library was given; empty if the model detects it.
     QString m_language;
     const void *m_handle = nullptr;
     /// Kept from one recording to the next, since loading it takes a quarter of a second.

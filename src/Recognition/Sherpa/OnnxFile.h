@@ -7,7 +7,7 @@
 
 namespace talmo {
 
-/// What an ONNX model says of itself, read without loading it. Empty where the file is no ONNX model.
+/// The metadata of an ONNX model, read without loading it. Empty where the file is no ONNX model.
 struct OnnxFile {
     QHash<QByteArray, QByteArray> metadata;
     QByteArrayList inputs;

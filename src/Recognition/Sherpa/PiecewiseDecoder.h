@@ -6,7 +6,7 @@
 namespace talmo {
 
 /// Recognises a recording piece by piece: each one as soon as a pause has ended it, so that only the last one is left
-/// at the end. What it hears before that is live text, and is the result if nothing more was said.
+/// at the end. Its text before that is live text, and becomes the result if nothing more was said.
 class PiecewiseDecoder final : public RecordingDecoder {
 public:
     PiecewiseDecoder(std::shared_ptr<OfflineRecogniser> recogniser, std::shared_ptr<VoiceActivity> activity,
@@ -23,7 +23,7 @@ private:
     std::shared_ptr<OfflineRecogniser> m_recogniser;
     SherpaRecogniser::Recording m_recording;
     SpeechPieces m_pieces;
-    QString m_lookText; ///< Of the last look at the current piece.
+    QString m_lookText; ///< As of the last check of the current piece.
     bool m_isShown = false;
 };
 

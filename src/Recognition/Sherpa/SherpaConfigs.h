@@ -52,8 +52,8 @@ struct OnlineRecogniserConfig {
 };
 static_assert(sizeof(OnlineRecogniserConfig) == 272, "the layout that the library expects");
 
-// The same for models that recognise an utterance as a whole. What is left out is zero, which is the library's default,
-// and so are the bytes behind, which belong to members that later versions have added.
+// The same for models that recognise an utterance as a whole. Omitted members are zero, which is the library's default,
+// and so are the bytes behind them, where later versions have further members.
 struct OfflineTransducerConfig {
     const char *encoder = nullptr;
     const char *decoder = nullptr;

@@ -19,13 +19,13 @@ namespace talmo {
 
 namespace {
 
-/// The language whose words can be told by their sound.
+/// The language whose words can be compared by their sound.
 QString english()
 {
     return QStringLiteral("en");
 }
 
-/// Tells when the library fails over a recording.
+/// Reports that the library failed on a recording.
 class GuardedDecoder final : public RecordingDecoder {
 public:
     GuardedDecoder(std::unique_ptr<RecordingDecoder> decoder, std::function<void()> giveUp)
@@ -105,7 +105,7 @@ public:
             m_correction.reset();
         }
     }
-    /// Of a recording in that language.
+    /// For a recording in that language.
     SherpaRecogniser::Recording recording(const QString &language, RecordingDecoder::Publish publish)
     {
         const std::scoped_lock lock(m_mutex);
@@ -165,7 +165,7 @@ QString SherpaEngine::problem() const
                      QT_TRANSLATE_NOOP("Talmo", "This speech model can no longer be used. Install it again."));
 }
 
-/// One sentence serves for every reason; the log has the reason.
+/// One message covers every reason; the log has the details.
 void SherpaEngine::refuse(const QString & /*problem*/)
 {
     m_loaded->giveUp();

@@ -32,8 +32,8 @@ public:
     /// Whether the library's file exists, without loading it.
     static bool isInstalled(const QString &path);
 
-    /// The places that are searched, in this order. A library in one of them that cannot be used is passed over if
-    /// there is another one.
+    /// The places that are searched, in this order. An unusable library in one of them is skipped if there is another
+    /// one.
     static QStringList usualPlaces();
     /// The library within a folder that its maker's archive was unpacked to, or where it would be.
     static QString placeIn(const QString &folder);

@@ -22,7 +22,7 @@ using Kind = SherpaModel::Kind;
 
 constexpr qint64 smallestModel = 128;
 
-/// Which of two variants of a file is used where both exist. The int8 ones are faster and almost as accurate.
+/// Which of two variants of a file is used if both exist. The int8 ones are faster and almost as accurate.
 enum class Precision { Int8First, FullFirst };
 
 QString find(const QDir &folder, const QString &part, Precision precision = Precision::Int8First)
@@ -56,7 +56,7 @@ void requireModel(const QDir &folder, const QString &name, const QString &what)
     }
 }
 
-/// The library ends the process over a model that lacks what it reads from it, as one of another kind does.
+/// The library aborts on a model that lacks the metadata it reads, such as one of another kind.
 void requireMetadata(const QDir &folder, const QString &name, const QByteArrayList &keys)
 {
     const OnnxFile file = OnnxFile::read(folder.filePath(name));
@@ -96,7 +96,7 @@ QStringList languagesOf(const QJsonObject &note)
     return languages;
 }
 
-/// What is not named is told by its files, since a model that somebody copied into place has no note.
+/// A model without a note is identified by its files, since one that was copied into place by hand has none.
 Kind kindOf(const QString &name, const QDir &folder)
 {
     static const QHash<QString, Kind> kinds{{QStringLiteral("zipformer-ctc"), Kind::ZipformerCtc},

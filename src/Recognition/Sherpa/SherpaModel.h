@@ -32,7 +32,7 @@ struct SherpaModel {
     QString cachedDecoder;
     /// The languages it recognises, such as "en"; never empty.
     QStringList languages;
-    /// Those that it can be told to expect; the library ends the process when it is told any other.
+    /// Those that can be selected; the library aborts on any other.
     QStringList toldLanguages;
     /// How words are split into its tokens, "bpe" or "cjkchar", if it supports hot words; else empty.
     QString hotWordUnit;

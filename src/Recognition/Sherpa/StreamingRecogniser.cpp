@@ -95,8 +95,8 @@ const void *StreamingRecogniser::create(const SherpaModel &model)
     return handle;
 }
 
-/// A model takes sound in portions, and never recognises an incomplete one. As much silence as begins the first portion
-/// completes any; nothing is decoded meanwhile.
+/// A model takes sound in portions, and never recognises an incomplete one. The silence that begins the first portion
+/// is long enough to complete any; nothing is decoded until then.
 std::size_t StreamingRecogniser::measureTail()
 {
     Stream stream(*this);

@@ -55,7 +55,7 @@ public:
 
     /// Samples between -1 and 1, at 16 kHz.
     void accept(std::span<const float> samples);
-    /// Whether there is enough for the model to go on.
+    /// Whether there is enough audio for the next step.
     bool isReady() const;
     /// Recognises what there is enough of.
     void decode();

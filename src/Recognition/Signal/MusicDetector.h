@@ -26,7 +26,7 @@ public:
 
 private:
     struct Transform;
-    /// A tone heard without a break.
+    /// A tone without a break.
     struct Tone {
         std::size_t place = 0;
         std::size_t firstPlace = 0;

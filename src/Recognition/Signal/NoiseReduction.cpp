@@ -40,8 +40,8 @@ void NoiseReduction::measure(std::span<const std::int16_t> samples)
     // Decibels. In rooms full of echoes and other voices, the filter takes more of the voice than it gives.
     constexpr double muchNoise = 20;
     constexpr double muchSteadyNoise = 30;
-    // The state is kept while the level is between the limit and this much above, so that it does not change with every
-    // sentence.
+    // The state is kept while the level is between the limit and this much above it, so that it does not change with
+    // every sentence.
     constexpr double hysteresis = 4;
     const double limit = m_level.isSteady() ? muchSteadyNoise : muchNoise;
     m_isWorthwhile = m_level.voiceAboveNoise() < limit + (m_isWorthwhile ? hysteresis : 0);

@@ -76,7 +76,7 @@ bool SpeechPieces::isTimeToLook(std::size_t windowEnd) const
     }
     const auto seconds = [](std::size_t samples) { return static_cast<double>(samples) / sampleRate; };
     const double expected = m_lookLength > 0 ? m_lookTime * seconds(windowEnd - m_pieceStart) / m_lookLength : 0;
-    // In a lull, looks may take a third of the time; while somebody speaks, a tenth.
+    // In a lull, checks may take a third of the time; during speech, a tenth.
     const double since = seconds(windowEnd - m_lastLook);
     return expected <= longestLook &&
            (pause >= lull ? since >= 2 * expected : since >= std::max(seconds(glance), 9 * expected));
@@ -96,7 +96,7 @@ bool SpeechPieces::isAtCut(std::size_t windowEnd) const
     return pause >= longPause || (pause >= surroundings && m_speechEnd - m_speechStart >= longEnough);
 }
 
-/// Somebody speaks on and on: the cut is where that hurts least.
+/// Speech without a pause: cuts where that does the least damage.
 std::size_t SpeechPieces::quietestCut() const
 {
     std::size_t quietest = m_judged;

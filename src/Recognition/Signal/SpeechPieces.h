@@ -11,28 +11,29 @@
 namespace talmo {
 
 /// Cuts a recording into pieces of speech for models that recognise an utterance as a whole. It cuts at pauses, as soon
-/// as they are long enough, and keeps a little of the silence around the speech. Where nobody speaks there is no piece.
+/// as they are long enough, and keeps a little of the silence around the speech. There are no pieces where there is no
+/// speech.
 class SpeechPieces {
 public:
     static constexpr std::size_t sampleRate = 16000;
-    /// What is kept before and after speech; also the shortest pause to cut at.
+    /// How much is kept before and after speech; also the shortest pause to cut at.
     static constexpr std::size_t surroundings = sampleRate * 45 / 100;
     /// From this length on a piece ends at the next pause.
     static constexpr std::size_t longEnough = sampleRate * 4;
-    /// A pause at which any piece ends: it is between sentences.
+    /// A pause that ends any piece: it separates sentences.
     static constexpr std::size_t longPause = sampleRate;
     /// No model takes more.
     static constexpr std::size_t longest = sampleRate * 28;
-    /// A piece shorter than this is padded with silence up to `padded`, since models make things up over scraps.
+    /// A piece shorter than this is padded with silence up to `padded`, since models invent words for very short audio.
     static constexpr std::size_t shortest = sampleRate;
     static constexpr std::size_t padded = sampleRate * 5 / 4;
-    /// What has less speech than this in it is a click or a cough.
+    /// A piece with less speech than this is a click or a cough.
     static constexpr std::size_t leastSpeech = sampleRate / 10;
 
-    /// A pause after which the piece is looked at before it is known whether it ends here. Whoever lets a key go does
-    /// so a little after the last word, so that the piece has mostly been recognised by then.
+    /// A pause after which the piece is looked at before it is known whether it ends here. The key is usually released
+    /// a little after the last word, so most of the piece has been recognised by then.
     static constexpr std::size_t lull = sampleRate / 5;
-    /// While somebody speaks without a pause, looks are at least this far apart.
+    /// During speech without a pause, checks are at least this far apart.
     static constexpr std::size_t glance = sampleRate * 3 / 2;
     /// A look that would take longer than this, in seconds, is not worth it: the end of the recording might have to
     /// wait for it.
@@ -41,7 +42,7 @@ public:
     struct Handlers {
         /// `isSeen`: nothing has been said since the last look at it.
         std::function<void(std::vector<float> piece, bool isSeen)> take;
-        /// Looks at a piece that may go on. Returns how many seconds it took, on which later looks depend. Not
+        /// Checks a piece that may not have ended. Returns how many seconds it took, on which later looks depend. Not
         /// required.
         std::function<double(std::vector<float> soFar)> look;
     };

@@ -12,7 +12,7 @@ namespace talmo {
 
 namespace {
 
-/// The small list: a large one has names and rarities such as "mo", which are what a model makes of unknown words.
+/// The small list: a large one has names and rare words such as "mo", which a model writes for words it does not know.
 constexpr char listPath[] = "/usr/share/dict/american-english-small";
 
 QSet<QByteArray> readList()

@@ -7,7 +7,7 @@
 
 namespace talmo {
 
-/// Makes what a model writes what its user would.
+/// Turns a model's text into what the user would write.
 class ReadableText {
 public:
     enum class Letters { AsWritten, Lower };

@@ -48,7 +48,7 @@ private:
 
     IsOrdinary m_isOrdinary;
     QList<Word> m_words;
-    /// What the user says that words sound like, if it is several ordinary ones: "pie torch".
+    /// The user's pronunciations that consist of several ordinary words: "pie torch".
     QHash<QString, QString> m_phrases;
     mutable QHash<QString, QByteArrayList> m_sounds;
 };

@@ -2,8 +2,8 @@
 
 namespace talmo {
 
-/// Makes the views that Qt cannot describe by itself known to screen readers: what they are, what they say, how much
-/// they show. Call it before they are created; once is enough. Main thread.
+/// Describes the views that Qt cannot describe by itself to screen readers: role, name and value. Call it before they
+/// are created; once is enough. Main thread.
 void describeViewsToScreenReaders();
 
 } // namespace talmo

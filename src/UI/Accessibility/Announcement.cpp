@@ -11,7 +11,7 @@ namespace talmo {
 
 namespace {
 
-/// A screen reader asks for the text after it has heard of the announcement; by then there may be newer ones.
+/// A screen reader asks for the text after it is notified of the announcement; by then there may be newer ones.
 constexpr std::size_t mostKept = 16;
 
 /// Qt has a call for announcements only from 6.8 on. A notification that appears is spoken by every screen reader.
@@ -54,7 +54,7 @@ void announceToScreenReader(const QString &text)
         QAccessible::deleteAccessibleInterface(kept.front());
         kept.pop_front();
     }
-    // Each in an object of its own: one whose text changed could be read twice with the later text.
+    // Each has an object of its own: if one object's text changed, the later text could be read twice.
     auto *announcement = new Announcement(text); // The registry owns it.
     kept.push_back(QAccessible::registerAccessibleInterface(announcement));
     QAccessibleEvent appeared(announcement, QAccessible::ObjectShow);

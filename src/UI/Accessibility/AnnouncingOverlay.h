@@ -10,7 +10,7 @@
 
 namespace talmo {
 
-/// Tells users who do not see the overlay what it shows: every state once, when it is entered, and not the words of the
+/// Announces the overlay to users who do not see it: every state once, when it is entered, but not the words of the
 /// live transcript. Main thread.
 class AnnouncingOverlay final : public OverlayService {
 public:

@@ -72,7 +72,7 @@ QList<qsizetype> beginnings(const QString &text, QTextBoundaryFinder::BoundaryTy
     return positions;
 }
 
-/// The text from the first of these positions at which it fits; empty if none does.
+/// The text from the first of these positions from which it fits; empty if it fits from none.
 QString longestFitting(const QString &text, const QList<qsizetype> &positions, const QFont &font, int width,
                        int mostLines)
 {

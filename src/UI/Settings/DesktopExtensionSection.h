@@ -14,7 +14,8 @@ namespace talmo {
 class TintedLabel;
 class WarningRow;
 
-/// Whether the desktop's extension is there, and a button that enables it. Hidden while there is nothing to say.
+/// Shows whether the desktop's extension is installed, with a button that enables it. Hidden while there is nothing to
+/// say.
 class DesktopExtensionSection final : public QWidget {
 public:
     enum class Shown { Always, WhileMissing };

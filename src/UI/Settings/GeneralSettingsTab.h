@@ -19,7 +19,7 @@ class WarningRow;
 /// The shortcut, the cleanup and launching at login. Every control saves its setting at once.
 class GeneralSettingsTab final : public QWidget {
 public:
-    /// `showRecogniser`: where a recogniser that is asked for here is installed.
+    /// `showRecogniser`: shows the page on which a recogniser requested here is installed.
     explicit GeneralSettingsTab(ViewContext context, std::function<void()> showRecogniser = {});
 
     /// Refreshes from the settings at once; otherwise that happens after every change.

@@ -66,7 +66,7 @@ void SettingsWindow::endWelcome()
 void SettingsWindow::closeEvent(QCloseEvent *event)
 {
     QWidget::closeEvent(event);
-    hide(); // First, so that nothing of the settings is shown, and so read, for a moment.
+    hide(); // First, so that the settings are not shown, and read aloud, for a moment.
     endWelcome();
 }
 
@@ -90,7 +90,7 @@ void SettingsWindow::followFont()
         return;
     }
     auto *before = std::exchange(m_view, new SettingsView(m_context));
-    before->hide(); // Ends what it does only while it is shown, such as listening.
+    before->hide(); // Stops what it only does while shown, such as listening.
     m_view->showPage(before->page());
     m_view->setVisible(m_welcome == nullptr);
     layout()->addWidget(m_view);
@@ -136,7 +136,7 @@ void SettingsWindow::place()
 void SettingsWindow::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::ApplicationFontChange ||
-        event->type() == QEvent::FontChange) { // Later: the views that go are told of it, too.
+        event->type() == QEvent::FontChange) { // Deferred: the views that are removed receive this signal as well.
         QMetaObject::invokeMethod(this, &SettingsWindow::followFont, Qt::QueuedConnection);
     }
     // A user who returns from setting up a model expects to see it.

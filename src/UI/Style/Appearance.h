@@ -17,10 +17,10 @@ inline constexpr int titleSize = 13;
 inline constexpr int detailSize = 12;
 inline constexpr int captionSize = 11;
 
-/// How much larger than at an ordinary system font everything is that has to do with text; never below 1, since the
-/// captions could not be read then.
+/// The scale of everything that depends on the text size, relative to an ordinary system font; never below 1, which
+/// would make captions unreadable.
 qreal textScale();
-/// A length at an ordinary system font, such as a title's size, at the present one.
+/// Converts a length that is given for an ordinary system font, such as a title's size, to the current one.
 int scaled(int length);
 /// `size`: at an ordinary system font.
 QFont font(int size, QFont::Weight weight = QFont::Normal);
@@ -37,7 +37,7 @@ QColor groupSurface(const QPalette &palette);
 QColor orange(const QPalette &palette);
 QColor green(const QPalette &palette);
 
-/// The colour of a switch's frame, which has to be seen on every surface.
+/// The colour of a switch's frame, which must be visible on every surface.
 QColor outline(const QPalette &palette);
 
 /// From 1, the same lightness, to 21, black on white. Both colours are opaque.

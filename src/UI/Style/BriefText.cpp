@@ -69,7 +69,7 @@ void BriefText::showText()
     const QString shown = m_isWhole ? m_text : firstLines(m_text, m_label->font(), m_width, mostLines);
     m_label->setText(shown);
     m_details->setVisible(shown != m_text);
-    layout()->activate(); // So that the layout around this one knows at once.
+    layout()->activate(); // Makes the surrounding layout update at once.
     updateGeometry();
 }
 

@@ -18,7 +18,7 @@ public:
     /// `width`: of the lines, in logical pixels.
     BriefText(const QFont &font, TintedLabel::Colour colour, int width);
 
-    /// A text other than before is brief again.
+    /// A changed text is shortened again.
     void setText(const QString &text);
     /// As long as it is, or brief again.
     void setWhole(bool isWhole);
@@ -37,7 +37,7 @@ private:
     std::function<void()> m_onSizeChanged;
 };
 
-/// The text in so many lines, with an ellipsis where it goes on.
+/// The text in this many lines, with an ellipsis if it is cut.
 QString firstLines(const QString &text, const QFont &font, int width, int mostLines);
 
 } // namespace talmo

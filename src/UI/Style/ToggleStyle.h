@@ -4,7 +4,7 @@
 
 namespace talmo {
 
-/// Draws a check box so that it is seen on every surface, also unchecked, and as large as the text beside it; Qt's own
+/// Draws a check box that is visible on every surface, even unchecked, and as large as the text beside it; Qt's own
 /// styles draw its frame hardly darker than the window. Everything else is the base style's.
 class ToggleStyle final : public QProxyStyle {
 public:

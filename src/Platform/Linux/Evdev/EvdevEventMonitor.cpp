@@ -9,7 +9,8 @@ namespace talmo {
 
 namespace {
 
-/// Of mice, tablets and game controllers; a click is no use of a modifier that typing would be.
+/// Of mice, tablets and game controllers: unlike a key, a click while a modifier is held does not mean that the
+/// modifier is in use.
 bool isButton(int code)
 {
     return code >= BTN_MISC && code < KEY_OK;

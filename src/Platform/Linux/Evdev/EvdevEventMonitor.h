@@ -16,7 +16,7 @@
 
 namespace talmo {
 
-/// The dictation key as the kernel reports it, whatever the desktop tells. Other programs get the key as well. Main
+/// The dictation key as the kernel reports it, independent of the desktop. Other programs get the key as well. Main
 /// thread.
 class EvdevEventMonitor final : public EventMonitor {
 public:
@@ -53,7 +53,8 @@ private:
     std::unique_ptr<EvdevKeyboards> m_keyboards;
     EvdevLayout m_layout;
     Questions m_questions;
-    /// The filter's numbers for kernel codes, which may be larger than it takes. None is used for another key later.
+    /// The filter's numbers for kernel codes, which may be larger than it takes. A number is never reused for another
+    /// key.
     std::map<int, std::uint8_t> m_triggers;
     TriggerKeyFilter m_filter;
     QTimer m_withheld;

@@ -14,8 +14,8 @@ struct libevdev;
 
 namespace talmo {
 
-/// The keys of one keyboard, read from its device without taking them from anybody. Sleeps until a key moves. Thread
-/// with an event loop.
+/// The keys of one keyboard, read from its device without grabbing it. Sleeps until a key moves. Thread with an event
+/// loop.
 class EvdevKeyboard {
 public:
     /// Presses and releases, by the kernel's codes; no repeats. Every press is followed by a release, also if the

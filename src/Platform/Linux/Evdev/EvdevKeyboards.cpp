@@ -89,7 +89,7 @@ bool EvdevKeyboards::openAll()
     return !m_keyboards.empty();
 }
 
-/// Also what only has a few keys, such as a foot switch; but only those that people type on have to be readable.
+/// Also devices with only a few keys, such as a foot switch; but only those that people type on have to be readable.
 EvdevKeyboards::Access EvdevKeyboards::add(udev_device *device)
 {
     const QString node = nodeOf(device);
@@ -122,7 +122,7 @@ void EvdevKeyboards::removeLater(const QString &node)
     QMetaObject::invokeMethod(
         &m_context,
         [this, node, gone] {
-            // Another one may have got its place meanwhile.
+            // Another device may have taken its path in the meantime.
             const auto found = m_keyboards.find(node);
             if (found != m_keyboards.end() && found->second.get() == gone) {
                 m_keyboards.erase(found);

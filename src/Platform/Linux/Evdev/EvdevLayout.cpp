@@ -10,7 +10,7 @@ namespace talmo {
 
 namespace {
 
-/// Where the key codes of XKB begin to count.
+/// The offset of XKB's key codes from the kernel's.
 constexpr quint32 firstXkbCode = 8;
 
 } // namespace

@@ -10,8 +10,8 @@ struct xkb_keymap;
 
 namespace talmo {
 
-/// The symbols of the kernel's keys on a US keyboard. The devices know no layout, and the keys that can be held have
-/// the same place in all of them.
+/// The symbols of the kernel's keys on a US keyboard. Devices have no layout, and the keys that can be held are in the
+/// same place in every layout.
 class EvdevLayout {
 public:
     EvdevLayout();

@@ -8,7 +8,7 @@ namespace talmo {
 
 namespace {
 
-/// Escape, alone and together with the modifiers that the trigger keys are: one of them may be held.
+/// Escape, alone and with the modifiers among the trigger keys, since one of them may be held.
 QStringList escapeKeys(const QStringList &triggerKeys)
 {
     QStringList keys = {QStringLiteral("Escape")};

@@ -47,7 +47,7 @@ public:
     /// Any thread. A window of 0 if the shell does not answer within a second.
     QFuture<Focus> focus();
 
-    /// Has the extension report these keys (X key names) whenever it is there, and no others.
+    /// Makes the extension report these keys (X key names), and no others, whenever it is running.
     void watchKeys(const QStringList &keys);
     void setOnKey(std::function<void(const QString &key, bool isDown)> handler) { m_onKey = std::move(handler); }
     void setOnAvailabilityChanged(std::function<void()> handler) { m_onAvailabilityChanged = std::move(handler); }

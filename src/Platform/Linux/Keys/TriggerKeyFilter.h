@@ -16,8 +16,8 @@ public:
     using Time = std::chrono::steady_clock::time_point;
 
     /// A modifier used with another key is not a dictation. A press this soon after such a use probably belongs to the
-    /// same typing, and would count as the second of a double-tap. It is withheld, and reported when this time has
-    /// passed if the key is still down, so that dictating right after a Ctrl+C loses no speech.
+    /// same typing, and would be mistaken for the second of a double-tap. It is withheld, and reported when this time
+    /// has passed if the key is still down, so that dictating right after a Ctrl+C loses no speech.
     static constexpr auto withheldAfterUse = std::chrono::milliseconds(300);
     /// After this long the key has begun a dictation, and other keys no longer cancel it.
     static constexpr auto gestureBegins = std::chrono::milliseconds(150);

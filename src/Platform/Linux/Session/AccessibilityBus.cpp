@@ -21,7 +21,7 @@ constexpr int focusedState = 12;
 constexpr int showingState = 25;
 constexpr quint32 passwordTextRole = 40;
 
-/// Sends all calls before waiting for the first reply, so that a hundred calls take little longer than one.
+/// Sends all calls before waiting for the first reply: a hundred calls then take little longer than one.
 QList<QDBusMessage> askAll(const QDBusConnection &connection, const QList<QDBusMessage> &questions,
                            const QDeadlineTimer &deadline)
 {

@@ -18,7 +18,7 @@ namespace talmo {
 
 /// The clipboard's side of a paste, the same on every desktop: the current content, the content to restore, and when to
 /// restore it. The earlier content comes back once the program in front has read the text; until one has, the text
-/// stays. A subclass talks to the clipboard and says who reads. The session's thread only, except where noted.
+/// stays. Subclasses access the clipboard and report who reads it. The session's thread only, except where noted.
 class ClipboardPaste {
 public:
     ClipboardPaste(const ClipboardPaste &) = delete;
@@ -67,7 +67,7 @@ protected:
     virtual Outcome unreadOutcome() const = 0;
     /// Called while its read is awaited; returns when to look again, `next` at the latest.
     virtual Time awaitRead(Time /*now*/, Time next) { return next; }
-    /// Nobody will read the text, although it is not yet time to give up.
+    /// No program will read the text, although the timeout has not passed.
     virtual bool isHopeless(Time /*now*/) const { return false; }
     /// Its read is no longer awaited.
     virtual void leaveTarget() {}
@@ -75,16 +75,16 @@ protected:
     virtual void handleWithheld(Outcome /*outcome*/) {}
 
     // The content that comes back.
-    /// The clipboard stands by itself again: puts the content on it, or nothing if it is empty.
+    /// The paste no longer needs the clipboard: restores the content, or clears the clipboard if it is empty.
     virtual void stand(const Content &content) = 0;
     virtual void giveBackPrimary() = 0;
     /// Another program has taken the clipboard for good.
     virtual void handleTaken() {}
 
-    // For the subclass, as things happen.
+    // Events that the subclass reports.
     /// Another program has taken the clipboard.
     void handleLost();
-    /// The policy has been told of a read.
+    /// The policy has been notified of a read.
     void handleRead();
     void restoreIfDue();
     void withhold(Outcome outcome);

@@ -19,7 +19,7 @@ namespace {
 const QString busName = QStringLiteral("org.freedesktop.DBus");
 const QString busPath = QStringLiteral("/org/freedesktop/DBus");
 
-/// What stands between the tags of the node.
+/// The contents of the <node> element.
 QString describedInterface()
 {
     QFile file(QStringLiteral(":/bus/io.github.talmo.Talmo1.xml"));
@@ -70,13 +70,15 @@ ControlBus::~ControlBus()
 bool ControlBus::open()
 {
     m_told = m_actions.status();
-    // The object first: whoever has Talmo started by a call is answered as soon as the name has an owner.
+    // Registers the object first: a caller that starts Talmo through D-Bus activation is answered as soon as the name
+    // has an owner.
     m_isOpen = m_bus.isConnected() && m_bus.registerVirtualObject(objectPath(), this);
     if (!m_isOpen) {
         generalLog().info("no session bus, so Talmo cannot be controlled over it");
         return false;
     }
-    // GNOME's extension knows Talmo by the same name, so it may be owned or asked for already, and stays until the end.
+    // GNOME's extension uses the same name for Talmo, so it may already be owned or requested, and is kept until the
+    // process ends.
     const auto reply = m_bus.interface()->registerService(bundleIdentifier(), QDBusConnectionInterface::QueueService,
                                                           QDBusConnectionInterface::DontAllowReplacement);
     const bool isOwned = reply.value() == QDBusConnectionInterface::ServiceRegistered ||
@@ -113,7 +115,7 @@ bool ControlBus::handleMessage(const QDBusMessage &message, const QDBusConnectio
     return true;
 }
 
-/// The bus knows who calls. Buses let only their own user in, unless somebody has configured them otherwise.
+/// The bus knows who calls. By default, a session bus only accepts connections by its own user.
 void ControlBus::answer(const QDBusMessage &call, const Method &method)
 {
     call.setDelayedReply(true);

@@ -159,7 +159,7 @@ void DesktopAppearance::settingChanged(const QString &group, const QString &key,
     }
 }
 
-/// Plasma tells all programs when its settings have changed.
+/// Plasma notifies all programs when its settings have changed.
 void DesktopAppearance::watchPlasma()
 {
     if (!QDBusConnection::sessionBus().connect({}, QStringLiteral("/KGlobalSettings"),
@@ -174,8 +174,8 @@ void DesktopAppearance::plasmaChanged(int /*what*/, int /*detail*/)
     follow();
 }
 
-/// A desktop's own palette is kept if it has the scheme that is wanted. What Qt takes for Plasma's colours is not: it
-/// knows none of a user who has not chosen any.
+/// A desktop's own palette is kept if it has the scheme that is wanted. Qt does not know Plasma's colours unless the
+/// user has chosen a scheme.
 QPalette DesktopAppearance::wantedPalette() const
 {
     if (m_wish) {

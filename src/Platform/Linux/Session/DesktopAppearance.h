@@ -14,15 +14,15 @@
 
 namespace talmo {
 
-/// Gives Talmo's windows the desktop's colours and the size of its font, and follows their changes: those of Plasma's
-/// settings, the colour scheme that the desktop portal tells, and the theme that the desktop tells other toolkits.
-/// D-Bus calls are asynchronous. Main thread.
+/// Gives Talmo's windows the desktop's colours and font size, and follows their changes: Plasma's settings, the desktop
+/// portal's colour scheme, and the theme that the desktop announces to other toolkits. D-Bus calls are asynchronous.
+/// Main thread.
 class DesktopAppearance final : public QObject {
     Q_OBJECT
 
 public:
-    /// `wish`: "light" or "dark" overrides the desktop; any other value follows it. `theme`: null if the desktop tells
-    /// none. `onChanged` is called after the palette has changed.
+    /// `wish`: "light" or "dark" overrides the desktop; any other value follows it. `theme`: null if the desktop
+    /// announces none. `onChanged` is called after the palette has changed.
     DesktopAppearance(const QString &wish, std::shared_ptr<DesktopTheme> theme, std::function<void()> onChanged);
 
 private:
@@ -47,9 +47,9 @@ private:
 
 /// The colour scheme for the portal's value; none if it has no preference.
 std::optional<ColourScheme> colourSchemeFromPortal(const QVariant &value);
-/// The colour scheme of a theme that names its darkness, such as "Adwaita-dark"; none of an empty name.
+/// The colour scheme that a theme's name implies, such as "Adwaita-dark"; none for an empty name.
 std::optional<ColourScheme> colourSchemeOfTheme(const QString &name);
-/// The font of that description, such as "Noto Sans Bold 11"; none if it has no size.
+/// The font with that description, such as "Noto Sans Bold 11"; none without a size.
 std::optional<QFont> fontOfDescription(const QString &description);
 
 } // namespace talmo

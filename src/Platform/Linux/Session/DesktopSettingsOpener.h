@@ -13,8 +13,8 @@ namespace talmo {
 class DesktopSettingsOpener final : public SettingsPaneOpener {
 public:
     void open(SettingsPane pane) override;
-    /// Whether a program for the pane is installed and helps there: no desktop has settings for typing into other
-    /// windows, only for other things that it calls accessibility.
+    /// Whether a program for the pane is installed and of help: no desktop has settings for typing into other windows,
+    /// although all have a page called accessibility.
     static bool canOpen(SettingsPane pane);
 };
 

@@ -5,7 +5,7 @@
 
 namespace talmo {
 
-/// What the desktop tells programs that are made with another toolkit than Qt. Main thread.
+/// The theme that the desktop announces to programs built with other toolkits than Qt. Main thread.
 class DesktopTheme : public QObject {
     Q_OBJECT
 

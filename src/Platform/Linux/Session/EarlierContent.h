@@ -16,8 +16,8 @@ class EarlierContent {
 public:
     using Content = QList<PasteboardRepresentation>;
 
-    /// Where it is not known who reads, a program that reads again and again must not keep the text: there the moment
-    /// begins with the first request, not anew with each.
+    /// If the reader is unknown, the time runs from the first request rather than the last, so that a program that
+    /// reads repeatedly cannot keep the text alive.
     enum class Moment { AfterLastRequest, AfterFirstRequest };
 
     /// `onTextRead` is called once the text has been read after all and the moment in which its reader may ask for more

@@ -47,7 +47,7 @@ std::optional<QPalette> paletteIn(const QString &path)
                                  {QPalette::HighlightedText, "Selection", "ForegroundNormal"},
                                  {QPalette::ToolTipBase, "Tooltip", "BackgroundNormal"},
                                  {QPalette::ToolTipText, "Tooltip", "ForegroundNormal"}};
-    QPalette palette(*button, *window); // With shades of these for what is raised or sunken.
+    QPalette palette(*button, *window); // With shades of these for raised and sunken elements.
     for (const auto &[role, set, name] : entries) {
         if (const auto colour = colourIn(file, QString::fromLatin1(set), QString::fromLatin1(name))) {
             palette.setColor(role, *colour);

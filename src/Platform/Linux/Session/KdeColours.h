@@ -7,11 +7,10 @@
 
 namespace talmo {
 
-/// The colours of Plasma: those in its settings, or else those of the colour scheme that the settings name, which is
-/// Breeze as long as the user has chosen none. None if there is no file of that scheme.
+/// Plasma's colours: those in its settings, or else those of the scheme that the settings name, which is Breeze until
+/// the user chooses one. None if the scheme has no file.
 ///
-/// `settings`: Plasma's settings files, of which the first that has an entry counts. `schemes`: the folders of the
-/// colour schemes.
+/// `settings`: Plasma's settings files; the first one with an entry wins. `schemes`: the folders of the colour schemes.
 std::optional<QPalette> kdePalette(const QStringList &settings, const QStringList &schemes);
 /// Those of this session.
 std::optional<QPalette> kdePalette();

@@ -11,8 +11,8 @@
 
 namespace talmo {
 
-/// The colours in which an icon is seen on the desktop's bar: one on a bar whose background is known; a light and a
-/// dark one on any other, of which each background leaves one to be seen.
+/// The colours in which an icon is legible on the desktop's bar: one if the bar's background is known, otherwise a
+/// light and a dark one, so that one of them shows on any background.
 ///
 /// `trayColours`: the numbers of the tray's colour property; empty if it has none. `ground`: the background of the
 /// icon, if known. `desktops`: the session's desktop names. `scheme`: the colour scheme of the desktop's windows.

@@ -26,7 +26,7 @@ bool hasSound(const AudioBuffer &buffer)
     return std::any_of(samples.begin(), samples.end(), [](float sample) { return std::abs(sample) >= quietest; });
 }
 
-/// In seconds. Some microphones take a moment to open, so a short recording tells nothing.
+/// In seconds. Some microphones take a moment to open, so a short recording proves nothing.
 constexpr double leastSilence = 0.5;
 
 } // namespace

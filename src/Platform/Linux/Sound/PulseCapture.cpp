@@ -101,8 +101,8 @@ void PulseCapture::noteDevice()
     m_device = pa_stream_get_device_name(m_stream);
 }
 
-/// The user has moved the stream, or the server has, because the source disappeared: it then goes on with whatever else
-/// there is, which may be silent. Whether the old source still exists tells one from the other.
+/// Either the user has moved the stream, or the server has because the source disappeared: the stream then continues
+/// with any other source, which may be silent. Whether the old source still exists distinguishes the two.
 void PulseCapture::moved()
 {
     if (m_deviceQuery != nullptr) {
@@ -253,7 +253,7 @@ void PulseCapture::takeData()
         if (pa_stream_peek(m_stream, &data, &byteCount) < 0 || byteCount == 0) {
             break;
         }
-        if (m_blocks && !m_isUnplugged) { // What comes after that is of another source, which nobody has chosen.
+        if (m_blocks && !m_isUnplugged) { // What follows comes from another source, which the user has not chosen.
             // A null pointer with a length is a gap in the recording: silence.
             m_blocks->append(static_cast<const char *>(data), static_cast<qsizetype>(byteCount));
             m_lastData = std::chrono::steady_clock::now();

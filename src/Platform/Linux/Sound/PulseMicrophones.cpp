@@ -174,7 +174,7 @@ void PulseMicrophones::readMeter()
             break;
         }
         hasSamples = true;
-        if (data != nullptr) { // Else a gap.
+        if (data != nullptr) { // Otherwise a gap.
             for (const float sample : std::span(static_cast<const float *>(data), byteCount / sizeof(float))) {
                 loudest = std::max(loudest, std::abs(sample));
             }

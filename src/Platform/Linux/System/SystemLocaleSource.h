@@ -4,7 +4,7 @@
 
 namespace talmo {
 
-/// The language that the user set for dictation, else the desktop's, from the environment.
+/// The language that the user has set for dictation, otherwise the desktop's, from the environment.
 class SystemLocaleSource final : public LocaleSource {
 public:
     explicit SystemLocaleSource(QString dictationLanguage = {});

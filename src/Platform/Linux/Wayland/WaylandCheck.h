@@ -5,8 +5,8 @@
 
 namespace talmo {
 
-/// Replaces what checkX11() has found by what holds for Wayland windows. `hasShell`: GNOME's extension sees the key and
-/// pastes.
+/// Replaces the results of checkX11() that do not apply to Wayland windows. `hasShell`: GNOME's extension sees the key
+/// and pastes.
 void checkWayland(QList<CheckResult> &results, const WaylandSession &session, const DesktopCheckOptions &options,
                   bool hasShell);
 

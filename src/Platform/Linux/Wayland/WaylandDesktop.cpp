@@ -38,7 +38,7 @@ void useKeysOnly(Desktop &desktop, std::shared_ptr<EventMonitor> monitor, quint3
 {
     desktop.hotkeyName = keyDisplayName(key);
     desktop.eventMonitor = std::move(monitor);
-    desktop.cancelKey = std::make_shared<NoCancelKey>(); // Nobody can take Escape from the other programs.
+    desktop.cancelKey = std::make_shared<NoCancelKey>(); // No program can take Escape from the others.
     desktop.hotkeys.reset();                             // It would grab keys of X, which other windows do not have.
 }
 

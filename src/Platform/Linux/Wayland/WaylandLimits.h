@@ -4,7 +4,7 @@
 
 namespace talmo::WaylandLimits {
 
-/// The compositor tells no program about keys, and the keyboards cannot be read.
+/// The compositor does not report keys to programs, and the keyboards cannot be read.
 inline constexpr DesktopLimit unseenKeys = {
     QT_TRANSLATE_NOOP("Talmo", "Dictation key"),
     QT_TRANSLATE_NOOP("Talmo", "This desktop may not tell Talmo about keys while a Wayland window is in front."),
@@ -14,7 +14,7 @@ inline constexpr DesktopLimit takenKey = {
     QT_TRANSLATE_NOOP("Talmo", "Dictation key"),
     QT_TRANSLATE_NOOP("Talmo", "Another program's shortcut is the dictation key already."),
     QT_TRANSLATE_NOOP("Talmo", "Remove that shortcut in KDE's settings, then start Talmo again.")};
-/// The compositor lets no program type, or has no clipboard for programs without a window.
+/// The compositor does not let programs type, or has no clipboard for programs without a window.
 inline constexpr DesktopLimit untypedText = {
     QT_TRANSLATE_NOOP("Talmo", "Inserting text"),
     QT_TRANSLATE_NOOP("Talmo", "This desktop does not let Talmo type into Wayland windows."),

@@ -21,8 +21,8 @@ class XSession {
 public:
     using EventHandler = std::function<void(const xcb_generic_event_t &)>;
 
-    /// Throws Error if there is no display. `isNested`: the server shows its windows within a Wayland session, so the
-    /// windows of other programs are none of its own.
+    /// Throws Error if there is no display. `isNested`: the server shows its windows within a Wayland session, so other
+    /// programs may have windows that it does not know.
     static std::shared_ptr<XSession> open(bool isNested = false);
     ~XSession();
     XSession(const XSession &) = delete;

@@ -15,8 +15,8 @@ namespace talmo {
 
 enum class WaylandSelection { Clipboard, Primary };
 
-/// The selections of the session without a window that has the focus: what others offer, and Talmo's own sources. By
-/// ext-data-control or wlr-data-control, which are the same protocol under two names. The session's thread only.
+/// Access to the session's selections that needs no focused window: what other programs offer, and Talmo's own sources.
+/// By ext-data-control or wlr-data-control, which are the same protocol under two names. The session's thread only.
 class DataControl {
 public:
     /// The interface that the compositor offers, the newer one first; empty if it offers neither. Any thread.
@@ -38,7 +38,7 @@ public:
         /// Differs for each offer.
         quint64 serial = 0;
     };
-    /// What is offered in this selection, by Talmo too; null if nothing is.
+    /// What is offered in this selection, including by Talmo; null if nothing is.
     const Offer *offer(WaylandSelection selection) const;
 
     zwlr_data_control_source_v1 *createSource();

@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 /// The paste waits for the snapshot.
 constexpr auto snapshotPause = 500ms;
 constexpr auto snapshotTime = 2000ms;
-/// A compositor that has not carried out the shortcut by then hangs. The text is there when it recovers.
+/// A compositor that has not carried out the shortcut by then hangs. The text is still there when it recovers.
 constexpr auto longestPosting = 1500ms;
 /// From the first read of the text on, a program may take this long to ask for all that it wants.
 constexpr auto longestReading = 1s;
@@ -49,7 +49,7 @@ ClipboardPaste::Content WaylandPasteTransaction::textContent(const QString &text
 bool WaylandPasteTransaction::own(const Content &content)
 {
     m_clipboard.own(content);
-    return true; // Whether somebody else takes it at once, the compositor says later.
+    return true; // The compositor reports later if another program takes it at once.
 }
 
 void WaylandPasteTransaction::forgetTarget()
@@ -133,7 +133,7 @@ void WaylandPasteTransaction::noteRead(const OwnedSelection::Read &read)
     // A program that asked before the shortcut is not the one that pastes, however late the value reached it. Only the
     // one that imports the clipboard may have asked then.
     const bool isOfPaste = !policy().isPosted() || read.time >= m_postTime;
-    // Nobody can tell who reads. A program that does so again and again must not keep the text on the clipboard.
+    // It is unknown who reads. A program that does so again and again must not keep the text on the clipboard.
     const bool isLater = policy().isRead() && now() >= m_readTime + longestReading;
     if (isOfPaste && !isLater) {
         const bool wasRead = policy().isRead();

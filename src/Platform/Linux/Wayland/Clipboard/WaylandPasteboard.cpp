@@ -20,7 +20,7 @@ WaylandPasteboard::WaylandPasteboard(std::shared_ptr<WaylandSession> session, st
 
 QFuture<void> WaylandPasteboard::shutDown()
 {
-    endPaste(); // Nobody else will end a paste under way; the content it saved is still restored.
+    endPaste(); // Nothing else would end a paste in progress; the content it saved is still restored.
     return settled();
 }
 

@@ -38,7 +38,7 @@ QStringList actionId()
     return {component, action, QStringLiteral("Talmo"), Wording::text(QT_TRANSLATE_NOOP("Talmo", "Hold to dictate"))};
 }
 
-/// Qt's number of a key that can be a shortcut by itself.
+/// Qt's code of a key that can be a shortcut by itself.
 std::optional<int> qtKey(quint32 keySymbol)
 {
     switch (keySymbol) {

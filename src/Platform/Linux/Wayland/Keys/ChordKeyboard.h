@@ -23,7 +23,7 @@ public:
 
     /// Whether the compositor lets Talmo use any of them. Any thread.
     static bool isOffered(const WaylandSession &session);
-    /// By the first of virtual-keyboard and KDE's fake-input that the compositor lets Talmo use; null if there is none.
+    /// Uses virtual-keyboard, or else KDE's fake-input, if the compositor permits it; null if neither.
     static std::unique_ptr<ChordKeyboard> open(WaylandSession &session);
 };
 

@@ -4,8 +4,8 @@
 
 namespace talmo {
 
-/// Where Talmo cannot take Escape from other programs only for as long as it lives: a key that stayed taken after a
-/// crash would be worse than none.
+/// For desktops on which a crashed Talmo would keep Escape from other programs: that would be worse than having no
+/// cancel key.
 class NoCancelKey final : public CancelKey {
 public:
     bool grab(std::function<void()> /*onPressed*/) override { return false; }

@@ -4,8 +4,8 @@
 
 namespace talmo {
 
-/// A Wayland compositor grants access by offering its protocols, which was found out when the session was opened: what
-/// is missing has a sentence of its own, and a text that cannot be pasted is on the clipboard.
+/// A Wayland compositor grants access by offering its protocols, which is known once the session has been opened: each
+/// missing one has its own message, and a text that cannot be pasted stays on the clipboard.
 class WaylandInputTrust final : public InputTrust {
 public:
     bool isTrusted() const override { return true; }

@@ -65,7 +65,7 @@ void WaylandKeyEventPoster::postOnceFocused(std::shared_ptr<ChordKeyboard> keybo
 {
     const auto front = transaction->front();
     if (front.isNone && tries > 0) {
-        // Weak: what is left of them when the session ends must not outlive its connection.
+        // Weak: none of them may outlive the session's connection.
         QTimer::singleShot(pause, session->executor().context(),
                            [weakKeyboard = std::weak_ptr(keyboard), session, weak = std::weak_ptr(transaction), tries] {
                                const auto chord = weakKeyboard.lock();

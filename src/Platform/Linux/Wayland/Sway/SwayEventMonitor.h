@@ -33,7 +33,7 @@ public:
     addLocalMonitor(quint64 eventMask,
                     std::function<std::optional<FlagsChangedEvent>(const FlagsChangedEvent &)> handler) override;
 
-    /// Whether sway still tells Talmo about the key.
+    /// Whether sway still reports the key to Talmo.
     bool isUsable() const { return m_ipc->isAlive(); }
 
 private:

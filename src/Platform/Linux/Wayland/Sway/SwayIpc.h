@@ -26,7 +26,7 @@ public:
     /// Called when sway has read its configuration again, and thereby forgotten every binding that was added.
     void setOnReload(std::function<void()> callback) { m_onReload = std::move(callback); }
 
-    /// The command of a binding that does nothing in sway and tells Talmo.
+    /// The command of a binding that does nothing in sway but is reported to Talmo.
     static QString bindingCommand(const QString &words);
 
     bool isAlive() const { return m_events.state() == QLocalSocket::ConnectedState; }

@@ -71,7 +71,7 @@ FrontApplication ForeignToplevels::front() const
     if (active == m_windows.end()) {
         return {false, m_manager != nullptr, {}};
     }
-    // Without a name, nothing is known of the application but that it is there.
+    // Without a name, all that is known is that there is an application.
     const QString &name = active->second.application;
     return {!name.isEmpty(), false, name};
 }

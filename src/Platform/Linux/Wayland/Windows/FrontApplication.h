@@ -8,9 +8,9 @@ namespace talmo {
 
 /// The application whose window has the keyboard focus, as far as the compositor says.
 struct FrontApplication {
-    /// False if the compositor tells nobody, or no window has the focus.
+    /// False if the compositor does not report it, or no window has the focus.
     bool isKnown = false;
-    /// The compositor would have told if a window had the focus.
+    /// Whether the compositor would have reported a focused window.
     bool isNone = false;
     /// Its application id; the class of its windows for programs of X.
     QString name;

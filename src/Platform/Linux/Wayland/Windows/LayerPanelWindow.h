@@ -12,8 +12,7 @@ namespace talmo {
 class LayerSurface;
 
 /// The overlay on compositors with wlr-layer-shell: the content is drawn into a picture, which the session's thread
-/// shows. Where on the output it is is the compositor's decision, except for its distance from the lower edge. Main
-/// thread.
+/// shows. The compositor decides where on the output it is, except for its distance from the lower edge. Main thread.
 class LayerPanelWindow final : public QWidget, public PanelWindow {
 public:
     LayerPanelWindow(std::shared_ptr<WaylandSession> session, const PanelOptions &options, QWidget *content);

@@ -86,7 +86,7 @@ void LayerSurface::clickThrough()
 
 void LayerSurface::listenToSurface()
 {
-    // Newer versions of the protocol have further events, which the version that was asked for never sends.
+    // Newer versions of the protocol have further events, which the bound version never sends.
     static constexpr wl_surface_listener listener = [] {
         wl_surface_listener events{};
         events.enter = [](void *self, wl_surface *, wl_output *output) {

@@ -6,7 +6,7 @@ namespace talmo {
 
 namespace {
 
-/// Windows are told by their unique id from this version on.
+/// From this version on, windows are identified by a unique id.
 constexpr quint32 version = 13;
 
 org_kde_plasma_window_listener makeListener()
@@ -39,7 +39,7 @@ PlasmaWindows::PlasmaWindows(WaylandSession &session)
       m_manager(session.bind<org_kde_plasma_window_management>(org_kde_plasma_window_management_interface, version))
 {
     using Manager = org_kde_plasma_window_management;
-    // Newer versions of the protocol have further events, which the version that was asked for never sends.
+    // Newer versions of the protocol have further events, which the bound version never sends.
     static constexpr org_kde_plasma_window_management_listener listener = [] {
         org_kde_plasma_window_management_listener events{};
         events.show_desktop_changed = [](void *, Manager *, uint32_t) {};

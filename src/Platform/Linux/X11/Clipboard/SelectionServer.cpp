@@ -70,7 +70,7 @@ bool SelectionServer::own(QList<PasteboardRepresentation> content)
 {
     m_content = std::move(content);
     auto *connection = m_session.connection().get();
-    constexpr int tries = 2; // A claim can lose against another one with the same timestamp.
+    constexpr int tries = 2; // A claim can lose to another one with the same timestamp.
     m_isOwner = false;
     for (int count = 0; count < tries && !m_isOwner; ++count) {
         m_ownedSince = m_session.serverTime();
@@ -130,7 +130,7 @@ void SelectionServer::handleRequest(const xcb_selection_request_event_t &request
         return;
     }
     auto &connection = m_session.connection();
-    // Obsolete clients leave the property to the owner.
+    // Obsolete clients let the owner choose the property.
     const xcb_atom_t property = request.property != XCB_ATOM_NONE ? request.property : request.target;
     const bool isMultiple = request.target == connection.atom("MULTIPLE");
     bool wasServed = false;

@@ -28,9 +28,9 @@ public:
 
     void push(const RawKey &key) { m_queue.push_back(key); }
 
-    /// The next real key event. None if there is none, or if a release may be the first half of a pair whose other half
-    /// has not arrived: isHoldingBack() is then true, and the caller calls again with `hasTimedOut` after a timeout.
-    /// Only devices that have sent pairs are waited for.
+    /// The next real key event. None if nothing is queued, or if a release may be the first half of a pair whose second
+    /// half has not arrived: isHoldingBack() is then true, and the caller calls again with `hasTimedOut` after a
+    /// timeout. Only devices that have sent pairs are waited for.
     std::optional<RawKey> take(bool hasTimedOut);
     bool isHoldingBack() const { return !m_queue.empty(); }
 

@@ -103,7 +103,7 @@ bool XKeyGrabs::grab(std::uint8_t keyCode)
         nullptr));
     m_grabbed.insert(keyCode);
     const bool isGranted = reply && reply->num_modifiers == 0; // Those that could not be granted.
-    if (!isGranted) {                                          // Half of it is of no use.
+    if (!isGranted) {                                          // A partial grab is useless.
         ungrab(keyCode);
     }
     return isGranted;

@@ -119,7 +119,7 @@ void XTestKeyEventPoster::postChord(XSession &session, PasteTransaction &transac
         return;
     }
     auto *connection = session.connection().get();
-    // So that the focus cannot move between the last check and the keys.
+    // Keeps the focus from moving between the last check and the keys.
     xcb_grab_server(connection);
     const bool isStillInFront = !isKeyboardGrabbed(session) && frontWindow(session).window == front.window;
     if (isStillInFront) {

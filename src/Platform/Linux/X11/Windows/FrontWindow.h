@@ -23,7 +23,7 @@ struct FrontWindow {
 
 FrontWindow frontWindow(XSession &session);
 
-/// Stands for a window of the session that the server is nested in: its program reads the clipboard through the window
+/// Represents a window of the session that the server is nested in: its program reads the clipboard through the window
 /// manager, which bridges it.
 FrontWindow windowBeyondServer(XSession &session);
 

@@ -16,7 +16,7 @@ namespace {
 const char *const managerAtom = "_XSETTINGS_S0";
 const char *const settingsAtom = "_XSETTINGS_SETTINGS";
 
-/// Reads numbers and texts one after the other; gives none once the bytes are used up.
+/// Reads numbers and texts in sequence; returns none once the bytes are used up.
 class SettingsReader {
 public:
     explicit SettingsReader(const QByteArray &bytes)
@@ -62,7 +62,7 @@ private:
 
 enum class Kind : quint8 { Number = 0, Text = 1, Colour = 2 };
 
-/// False if the bytes end, or make no sense.
+/// False if the bytes are incomplete or malformed.
 bool readSetting(SettingsReader &reader, QHash<QByteArray, QString> &texts)
 {
     constexpr qsizetype numberSize = 4;
@@ -71,7 +71,7 @@ bool readSetting(SettingsReader &reader, QHash<QByteArray, QString> &texts)
     const auto filling = reader.number<quint8>();
     const auto nameLength = reader.number<quint16>();
     const auto name = nameLength && filling ? reader.text(*nameLength) : std::nullopt;
-    if (!kind || !name || !reader.number<quint32>()) { // The number tells when it last changed.
+    if (!kind || !name || !reader.number<quint32>()) { // The serial number of the last change.
         return false;
     }
     switch (static_cast<Kind>(*kind)) {

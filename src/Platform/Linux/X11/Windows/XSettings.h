@@ -8,8 +8,8 @@
 
 namespace talmo {
 
-/// The texts among the settings that an X11 desktop tells all programs, as in the value of "_XSETTINGS_SETTINGS". Those
-/// before the first that is damaged are in the answer.
+/// The text settings that an X11 desktop announces to all programs, from a value of "_XSETTINGS_SETTINGS". Those before
+/// the first that is damaged are in the answer.
 QHash<QByteArray, QString> xSettingsTexts(const QByteArray &property);
 
 /// The theme and the font among these settings. Main thread, with a QGuiApplication on X11.
