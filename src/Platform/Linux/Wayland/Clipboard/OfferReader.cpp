@@ -99,14 +99,13 @@ private:
     void readValue(std::size_t index)
     {
         auto &value = m_values[index];
-        static thread_local std::array<char, std::size_t(1) << 18> buffer;
-        const auto count = ::read(value.pipe.get(), buffer.data(), buffer.size());
+        const auto count = ::read(value.pipe.get(), m_buffer->data(), m_buffer->size());
         if (count < 0 && (errno == EAGAIN || errno == EINTR)) {
             return;
         }
         if (count > 0) {
             m_size += count;
-            value.data.append(buffer.data(), count);
+            value.data.append(m_buffer->data(), count);
             m_pause.start();
             if (m_size > OfferReader::maximumSize) {
                 end(OfferReading::Loss::TooLarge);
@@ -141,6 +140,9 @@ private:
     }
 
     std::vector<Value> m_values;
+    /// On the heap: the stack of every thread in the process would begin with one that is thread-local.
+    std::unique_ptr<std::array<char, std::size_t(1) << 18>> m_buffer =
+        std::make_unique_for_overwrite<std::array<char, std::size_t(1) << 18>>();
     qsizetype m_size = 0;
     OfferReading::Loss m_loss = OfferReading::Loss::None;
     QTimer m_pause;
