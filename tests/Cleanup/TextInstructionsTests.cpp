@@ -24,7 +24,7 @@ double instructionsFor(int length)
 
 } // namespace
 
-TEST(TextInstructions, tenTimesTheTextCostsTenTimesTheInstructions)
+TEST(TextInstructions, countStaysLowAndGrowsWithTheTextAlone)
 {
     constexpr int length = 20'000;
     const double start = instructionsFor(0);
@@ -34,6 +34,11 @@ TEST(TextInstructions, tenTimesTheTextCostsTenTimesTheInstructions)
     ASSERT_GT(once, 0);
     EXPECT_NEAR(tenTimes / once, 10, 0.2) << "within two per cent";
     RecordProperty("instructionsPerCharacter", static_cast<int>(once / length));
+    if (TALMO_IS_OPTIMISED) {
+        // Counted with the compiler and the Qt of Debian 12. Whoever needs fewer lowers it.
+        constexpr double perCharacter = 103.5;
+        EXPECT_LE(once / length, perCharacter * 1.02);
+    }
 }
 
 } // namespace talmo::test
