@@ -46,6 +46,17 @@ public:
         finish(kind + QStringLiteral(": key released"), [this] { on.keyboard.release(TalmoDesktop::key); });
     }
 
+    /// One that Talmo has never heard, and so must get to know first.
+    void holdAtUnknownMicrophone()
+    {
+        const QString name = QStringLiteral("unknown%1").arg(++unknown);
+        on.sound.addNamedMicrophone(name, name);
+        on.sound.makeDefault(name);
+        hold(QStringLiteral("unknown microphone"));
+        on.sound.makeDefault(QStringLiteral("mic"));
+        on.sound.removeNamedMicrophone(name);
+    }
+
     void tapTwice()
     {
         mark();
@@ -113,6 +124,7 @@ private:
     QString wav;
     std::size_t talmoFrom = 0;
     std::size_t windowFrom = 0;
+    int unknown = 0;
     std::shared_ptr<XSession> session = XSession::open();
     XcbPasteboard pasteboard{session};
     XTestKeyEventPoster poster{session, pasteboard.transaction()};
@@ -139,6 +151,33 @@ void measureDictations(TalmoDesktop &on, Figures &figures, int rounds)
         figures.row(QStringLiteral("growth per dictation, warm"), QStringLiteral("KB"))
             .add((on.residentSize() - warm) / (2.0 * (rounds - warmUp)));
     }
+}
+
+void measureUnknownMicrophones(TalmoDesktop &on, Figures &figures, int rounds)
+{
+    Dictations dictations(on, figures);
+    dictations.hold(QStringLiteral("first dictation"));
+    for (int round = 0; round < rounds; ++round) {
+        dictations.hold();
+        dictations.holdAtUnknownMicrophone();
+        dictations.paste();
+    }
+}
+
+void measureColdStarts(TalmoDesktop &on, Figures &figures, int rounds)
+{
+    for (int round = 0; round < rounds; ++round) {
+        on.startTalmo();
+        Dictations dictations(on, figures);
+        dictations.hold(QStringLiteral("engine not loaded"));
+        dictations.hold();
+        dictations.paste();
+    }
+}
+
+void dictateOnce(TalmoDesktop &on, Figures &figures, const QString &kind)
+{
+    Dictations(on, figures).hold(kind);
 }
 
 } // namespace talmo::benchmarks

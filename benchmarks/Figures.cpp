@@ -14,6 +14,7 @@ namespace talmo::benchmarks {
 namespace {
 
 constexpr double median = 0.5;
+constexpr double nineOfTen = 0.9;
 constexpr double most = 0.95;
 constexpr double nearlyAll = 0.99;
 
@@ -84,14 +85,15 @@ std::optional<double> Figures::multiple(const Figure &figure) const
 
 void Figures::print() const
 {
-    std::printf("%-52s %5s %9s %9s %9s %-5s  %s\n", "", "n", "p50", "p95", "p99", "", "p50 as a multiple of");
+    std::printf("%-52s %5s %9s %9s %9s %9s %-5s  %s\n", "", "n", "p50", "p90", "p95", "p99", "",
+                "p50 as a multiple of");
     for (const auto &figure : m_rows) {
         if (figure.samples.empty()) {
             continue;
         }
-        std::printf("%-52s %5zu %9.2f %9.2f %9.2f %-5s", qUtf8Printable(figure.name), figure.samples.size(),
-                    figure.percentile(median), figure.percentile(most), figure.percentile(nearlyAll),
-                    qUtf8Printable(figure.unit));
+        std::printf("%-52s %5zu %9.2f %9.2f %9.2f %9.2f %-5s", qUtf8Printable(figure.name), figure.samples.size(),
+                    figure.percentile(median), figure.percentile(nineOfTen), figure.percentile(most),
+                    figure.percentile(nearlyAll), qUtf8Printable(figure.unit));
         if (const auto times = multiple(figure)) {
             std::printf("  %.2f x %s", *times, qUtf8Printable(figure.comparedWith));
         }

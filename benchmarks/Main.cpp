@@ -20,6 +20,11 @@ struct Options {
     bool isJson = false;
 
     bool has(const char *group) const { return groups.isEmpty() || groups.contains(QLatin1String(group)); }
+    bool needDesktop() const
+    {
+        return has("start") || has("cold") || has("idle") || has("dictation") || has("microphone") || has("paste") ||
+               has("unloading");
+    }
 };
 
 Options readOptions(const QCoreApplication &application)
@@ -40,6 +45,34 @@ Options readOptions(const QCoreApplication &application)
     return options;
 }
 
+void measureOnDesktop(const Options &options, Figures &figures)
+{
+    TalmoDesktop desktop(options.programs);
+    if (options.has("start")) {
+        measureStarts(desktop, figures, std::max(5, options.rounds / 2));
+    }
+    if (options.has("cold")) {
+        measureColdStarts(desktop, figures, std::max(3, options.rounds / 2));
+    }
+    if (options.has("idle")) {
+        measureIdling(desktop, figures);
+    } else {
+        desktop.startTalmo();
+    }
+    if (options.has("dictation")) {
+        measureDictations(desktop, figures, options.rounds);
+    }
+    if (options.has("microphone")) {
+        measureUnknownMicrophones(desktop, figures, options.rounds);
+    }
+    if (options.has("paste")) {
+        measurePasting(desktop, figures, std::max(3, options.rounds / 2));
+    }
+    if (options.has("unloading")) {
+        measureUnloading(desktop, figures);
+    }
+}
+
 void measure(const Options &options, Figures &figures)
 {
     if (options.has("text")) {
@@ -51,20 +84,15 @@ void measure(const Options &options, Figures &figures)
     if (options.has("recognition")) {
         measureRecognition(figures, options.rounds);
     }
-    if (!options.has("idle") && !options.has("dictation") && !options.has("paste")) {
-        return;
+    if (options.has("hour")) {
+        constexpr int hour = 60;
+        measureHour(figures, std::min(hour, 3 * options.rounds));
     }
-    TalmoDesktop desktop(options.programs);
-    if (options.has("idle")) {
-        measureIdling(desktop, figures);
-    } else {
-        desktop.startTalmo();
+    if (options.has("model")) {
+        measureModel(figures, std::max(3, options.rounds / 4));
     }
-    if (options.has("dictation")) {
-        measureDictations(desktop, figures, options.rounds);
-    }
-    if (options.has("paste")) {
-        measurePasting(desktop, figures, std::max(3, options.rounds / 2));
+    if (options.needDesktop()) {
+        measureOnDesktop(options, figures);
     }
 }
 

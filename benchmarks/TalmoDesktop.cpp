@@ -93,6 +93,11 @@ double TalmoDesktop::residentSize() const
     return numbersIn(QStringLiteral("/proc/%1/status").arg(talmo->processId()), "VmRSS:");
 }
 
+double TalmoDesktop::privateSize() const
+{
+    return numbersIn(QStringLiteral("/proc/%1/smaps_rollup").arg(talmo->processId()), "Private_");
+}
+
 double TalmoDesktop::switches() const
 {
     const QDir tasks(QStringLiteral("/proc/%1/task").arg(talmo->processId()));

@@ -32,6 +32,8 @@ public:
     QString talmoctl(const QStringList &arguments, const QString &input = {});
     /// Kilobytes.
     double residentSize() const;
+    /// The part of it that is in no other process.
+    double privateSize() const;
     /// How often any thread of Talmo was given a processor, since it was started.
     double switches() const;
 

@@ -113,6 +113,11 @@ void SoundServer::removeNamedMicrophone(const QString &name)
     control({QStringLiteral("unload-module"), m_namedModules.take(name)});
 }
 
+void SoundServer::makeDefault(const QString &name)
+{
+    control({QStringLiteral("set-default-source"), name});
+}
+
 QStringList SoundServer::recordingNumbers()
 {
     QStringList numbers;

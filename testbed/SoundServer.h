@@ -31,6 +31,7 @@ public:
     /// A further microphone, which gives silence, or else the same sound as the first.
     void addNamedMicrophone(const QString &name, const QString &title, bool isSilent = false);
     void removeNamedMicrophone(const QString &name);
+    void makeDefault(const QString &name);
     /// Moves the recording under way, as the desktop's mixer does. False if there is not exactly one.
     bool moveRecording(const QString &toName);
     int recordings();

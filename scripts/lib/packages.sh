@@ -29,9 +29,9 @@ test_packages=(
   sway xwayland foot grim wl-clipboard weston
   umockdev libumockdev-dev valgrind
 )
-# What pasting is compared with.
+# What Talmo is compared with.
 bench_packages=(
-  xdotool xclip
+  xdotool xclip curl copyq keepassxc
 )
 # More synthetic voices, and recordings of people.
 accuracy_packages=(
