@@ -1,4 +1,4 @@
-// While idle, no timer, repaint or wake-up occurs in any thread.
+// While idle, no timer, repaint or wake-up occurs in any thread, and little memory is kept.
 
 #include "EndToEnd/TalmoFixture.h"
 
@@ -41,7 +41,33 @@ QStringList callsMade(const QString &file)
     return calls;
 }
 
+/// The number in the line of /proc/PID/status with this name.
+int kilobytesOf(qint64 process, const QByteArray &name)
+{
+    QFile status(u"/proc/%1/status"_s.arg(process));
+    if (status.open(QFile::ReadOnly)) {
+        for (const auto &line : status.readAll().split('\n')) {
+            if (line.startsWith(name)) {
+                return line.simplified().split(' ').value(1).toInt();
+            }
+        }
+    }
+    return -1;
+}
+
 } // namespace
+
+TEST_F(IdleEndToEndTest, keepsLittleInMemoryBeforeTheFirstDictation)
+{
+    constexpr int mostResident = 32 * 1024;
+    /// What no other program shares: the heap, and what every thread touches of its stack.
+    constexpr int mostOfItsOwn = 6 * 1024;
+    startTalmo();
+    const auto resident = [this] { return kilobytesOf(talmo->processId(), "VmRSS:"); };
+    EXPECT_TRUE(testbed::pollUntil([&resident] { return resident() <= mostResident; }, 20s)) << resident() << " KB";
+    EXPECT_GT(resident(), 0);
+    EXPECT_LE(kilobytesOf(talmo->processId(), "RssAnon:"), mostOfItsOwn);
+}
 
 TEST_F(IdleEndToEndTest, noThreadWakesUpWhileIdle)
 {
