@@ -1,15 +1,12 @@
 
 // The interface is described in io.github.talmo.Shell.xml.
-const CLIENT = 'io.github.talmo.Talmo';
-const NAME = 'io.github.talmo.Shell';
-const PATH = '/io/github/talmo/Shell';
-const ERROR = 'org.freedesktop.DBus.Error';
+const CLIENT = 'io.github.talmo.Talmo', NAME = 'io.github.talmo.Shell';
+const PATH = '/io/github/talmo/Shell', ERROR = 'org.freedesktop.DBus.Error';
 
 // None of them types, so that nobody's typing can be watched.
 const WATCHABLE = /^(\w+_R|(Shift|Alt|Super)_L|Pause|Scroll_Lock|Menu|F\d\d?|XF86\w+|(<\w+>)?Escape)$/;
-const MOST_KEYS = 8;
-const POLL_MS = 10;
-const LONGEST_WAIT_US = 500000;
+const MOST_KEYS = 8, POLL_MS = 10, LONGEST_WAIT_US = 500000, PLACE_OF_V = 47;
+const LONGEST_COMMIT = 900; // In characters: GNOME 43 ends clients that get more than 4000 bytes at once.
 
 const {CONTROL_MASK, SHIFT_MASK, MOD1_MASK, MOD4_MASK} = Clutter.ModifierType;
 const MASKS = {Control: CONTROL_MASK, Shift: SHIFT_MASK, Alt: MOD1_MASK, Super: MOD4_MASK};
@@ -19,11 +16,10 @@ const SHORTCUTS = new Map([
 ]);
 // Layouts without a Latin V: applications then go by the place of the key.
 const WITHOUT_V = /^(a[fm]|ara|b[dgty]|et|g[enr]|i[lnqr]|jv|k[ghz]|l[ak]|m[akmnvy]|np|pk|r[su]|sy|t[hjm]|u[az])(\+|$)/;
-const PLACE_OF_V = 47;
 
+const SECRETS = [Clutter.InputContentPurpose.PASSWORD, Clutter.InputContentPurpose.PIN];
 const RELEASES = Meta.KeyBindingFlags.TRIGGER_RELEASE; // From GNOME 48 on.
-const now = () => GLib.get_monotonic_time();
-const modifiers = () => global.get_pointer()[2];
+const now = () => GLib.get_monotonic_time(), modifiers = () => global.get_pointer()[2];
 
 class WatchedKey {
     constructor(name, action, changed) {
@@ -131,8 +127,7 @@ class TalmoShell {
             return;
         const window = global.display.focus_window;
         const app = window && Shell.WindowTracker.get_default().get_window_app(window);
-        const {PASSWORD, PIN} = Clutter.InputContentPurpose;
-        const isSecret = [PASSWORD, PIN].includes(Main.inputMethod.content_purpose);
+        const isSecret = SECRETS.includes(Main.inputMethod.content_purpose);
         const field = Main.inputMethod.currentFocus ? 1 + isSecret : 0;
         const focus = window && [window.get_id(), app?.get_id() ?? '', window.get_wm_class() ?? '',
             Math.max(0, window.get_pid()), window.is_fullscreen(), field];
@@ -159,6 +154,18 @@ class TalmoShell {
             invocation.return_dbus_error(`${ERROR}.InvalidArgs`, `Not a paste shortcut: ${name}`);
         else if (shortcut && attempt())
             GLib.timeout_add(GLib.PRIORITY_HIGH, POLL_MS, attempt);
+    }
+
+    CommitAsync([window, text], invocation) {
+        if (!this._isTalmo(invocation))
+            return;
+        const isField = Main.inputMethod.currentFocus && !SECRETS.includes(Main.inputMethod.content_purpose);
+        const hasChanged = global.display.focus_window?.get_id() !== window;
+        const isLong = [...text].length > LONGEST_COMMIT;
+        if (isField && !hasChanged && !isLong)
+            Main.inputMethod.commit(text);
+        const outcome = isLong ? 'too-long' : hasChanged ? 'window-changed' : isField ? 'committed' : 'no-field';
+        invocation.return_value(new GLib.Variant('(s)', [outcome]));
     }
 
     _post(modifiers) {

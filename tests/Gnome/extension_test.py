@@ -1,4 +1,9 @@
 """The extension in a real GNOME Shell. Started by ./run."""
+import glob
+import os
+import re
+import subprocess
+import tempfile
 import time
 
 from gi.repository import GLib
@@ -205,6 +210,55 @@ class ExtensionTest(GnomeTest):
             self.assert_refused("InvalidArgs", self.talmo.paste, shortcut)
         self.assertEqual(window.keys(), [])
 
+    def commit(self, text):
+        """Once the toolkit has announced its field."""
+        wait_until(lambda: self.talmo.call("Focus")[5] == 1, "the field")
+        return self.talmo.call("Commit", "(ts)", self.talmo.call("Focus")[0], text)[0]
+
+    def test_commits_text_to_field_without_key_or_clipboard(self):
+        window = self.window()
+        self.copy("earlier")
+        self.assertEqual(self.commit("Zwölf ✓\nlines"), "committed")
+        window.wait_for_text("Zwölf ✓\nlines")
+        self.assertEqual(window.keys(), [])
+        self.assertEqual(self.copied(), "earlier")
+
+    def test_commits_longest_text_and_none_that_is_longer(self):
+        window = self.window()
+        text = 30 * (29 * "😀" + "\n")
+        self.assertEqual(self.commit(text + "x"), "too-long")
+        self.assertEqual(self.commit(text), "committed")
+        window.wait_for_text(text)
+
+    def test_commits_to_terminal(self):
+        window = self.window("terminal")
+        self.assertEqual(self.commit("ls"), "committed")
+        window.wait_for_text("ls")
+
+    def test_commits_nothing_to_password_field(self):
+        window = self.window("password")
+        wait_until(lambda: self.talmo.call("Focus")[5] == 2, "the password field")
+        self.assertEqual(self.talmo.call("Commit", "(ts)", self.talmo.call("Focus")[0], "secret")[0], "no-field")
+        self.assertFalse(any("text" in line for line in window.read()))
+
+    def test_commits_nothing_to_another_window(self):
+        window = self.window()
+        self.assertEqual(self.talmo.call("Commit", "(ts)", self.talmo.call("Focus")[0] + 1, "x")[0], "window-changed")
+        self.assertFalse(any("text" in line for line in window.read()))
+
+    def test_module_for_newer_shells_can_be_loaded(self):
+        """With stand-ins for what these import from the shell, which only they have."""
+        with open(os.path.expanduser("~/.local/share/gnome-shell/extensions/talmo@talmo.github.io/extension.js")) as file:
+            code = re.sub(r"import .* from 'resource://.*\n", "", file.read())
+        with tempfile.NamedTemporaryFile("w", suffix=".js") as module:
+            module.write(f"const Main = {{}}, getInputSourceManager = () => null; class Extension {{}}\n{code}\n"
+                         "print(typeof TalmoExtension.prototype.enable, typeof TalmoShell.prototype.CommitAsync);\n")
+            module.flush()
+            folders = ":".join(glob.glob("/usr/lib/*/mutter-*") + ["/usr/lib/gnome-shell"])
+            result = subprocess.run(["gjs", "-m", module.name], capture_output=True, text=True, check=False,
+                                    env=dict(os.environ, GI_TYPELIB_PATH=folders, LD_LIBRARY_PATH=folders))
+        self.assertEqual((result.stdout, result.stderr), ("function function\n", ""))
+
     def test_describes_focused_window(self):
         window = self.window()
         # The toolkit announces its text field only after the window has the focus.
@@ -232,6 +286,7 @@ class ExtensionTest(GnomeTest):
         self.assert_refused("AccessDenied", stranger.watch, "Control_R")
         self.assert_refused("AccessDenied", stranger.paste, "Ctrl+V", number)
         self.assert_refused("AccessDenied", stranger.paste, "Ctrl+A", number)
+        self.assert_refused("AccessDenied", stranger.call, "Commit", "(ts)", number, "x")
         self.assertEqual(window.keys(), [])
 
     def test_tells_only_talmo_of_keys(self):
