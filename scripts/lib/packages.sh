@@ -29,6 +29,14 @@ test_packages=(
   sway xwayland foot grim wl-clipboard weston
   umockdev libumockdev-dev valgrind
 )
+# The desktops of scripts/desktops, each with what its tests need. Most of it is KWin and GNOME Shell themselves.
+kde_packages=(
+  kwin-wayland libkf5service-bin xwayland wl-clipboard dbus-daemon pulseaudio flite
+)
+gnome_packages=(
+  gnome-shell xwayland dbus-daemon libglib2.0-bin python3-dbusmock python3-gi gir1.2-gtk-3.0 gir1.2-vte-2.91 gjs
+  pulseaudio pulseaudio-utils flite
+)
 # What Talmo is compared with.
 bench_packages=(
   xdotool xclip curl copyq keepassxc
