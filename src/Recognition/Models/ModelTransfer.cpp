@@ -22,6 +22,10 @@ namespace {
 /// In bytes; no model is this large.
 constexpr qint64 largestFile = qint64(8) * 1024 * 1024 * 1024;
 
+/// What the network may be ahead of the disk. Qt keeps everything in memory that is not yet read, hundreds of megabytes
+/// of a large model.
+constexpr qint64 mostUnwritten = 1024 * 1024;
+
 constexpr int okStatus = 200;
 constexpr int partialStatus = 206;
 constexpr int tooManyRequestsStatus = 429;
@@ -118,6 +122,7 @@ void ModelTransfer::begin(QNetworkAccessManager &manager)
     }
     manager.setProxy(proxyFor(m_request.address));
     m_reply = manager.get(request);
+    m_reply->setReadBufferSize(mostUnwritten);
     connect(m_reply, &QNetworkReply::redirected, this, [this](const QUrl &target) {
         if (isPermittedRedirect(m_place, target)) {
             m_place = target;

@@ -28,6 +28,27 @@ TEST_F(ModelDownloadTest, resumesAfterBrokenConnection)
     EXPECT_EQ(server->requests(), (QStringList{u"/good.zip whole -"_s, u"/good.zip bytes=2000- \"mark-1\""_s}));
 }
 
+TEST_F(ModelDownloadTest, slowDiskHoldsUpServerInsteadOfFillingMemory)
+{
+    QFile large(files.filePath(u"large.zip"_s));
+    ASSERT_TRUE(large.open(QFile::WriteOnly) && large.resize(qint64(64) << 20));
+    qint64 last = 0;
+    qint64 mostAtOnce = 0;
+    int slowWrites = 10;
+    const auto onProgress = [&](const ModelProgress &each) {
+        mostAtOnce = std::max(mostAtOnce, each.done - last);
+        last = each.done;
+        if (slowWrites-- > 0) {
+            testbed::sleepFor(std::chrono::milliseconds(20)); // The disk; the server could send everything meanwhile.
+        }
+    };
+    const auto future = executor->run<void>(
+        [&] { return installer.install(measured(u"/large.zip"_s), onProgress, stop.get_token(), terms); });
+    EXPECT_NE(outcome(future), QString()) << "it is no archive";
+    EXPECT_EQ(last, large.size());
+    EXPECT_LE(mostAtOnce, qint64(2) << 20);
+}
+
 TEST_F(ModelDownloadTest, nextInstallationResumesCancelledOne)
 {
     auto future = begin(measured(u"/good.zip?stall=2000"_s));
