@@ -59,14 +59,13 @@ int kilobytesOf(qint64 process, const QByteArray &name)
 
 TEST_F(IdleEndToEndTest, keepsLittleInMemoryBeforeTheFirstDictation)
 {
-    constexpr int mostResident = 32 * 1024;
-    /// What no other program shares: the heap, and what every thread touches of its stack.
+    // What is not in a file: the heap, and what every thread touches of its stack. The rest is code, which other
+    // programs share and the kernel can drop at any time.
     constexpr int mostOfItsOwn = 6 * 1024;
     startTalmo();
-    const auto resident = [this] { return kilobytesOf(talmo->processId(), "VmRSS:"); };
-    EXPECT_TRUE(testbed::pollUntil([&resident] { return resident() <= mostResident; }, 20s)) << resident() << " KB";
-    EXPECT_GT(resident(), 0);
-    EXPECT_LE(kilobytesOf(talmo->processId(), "RssAnon:"), mostOfItsOwn);
+    const int ofItsOwn = kilobytesOf(talmo->processId(), "RssAnon:");
+    EXPECT_GT(ofItsOwn, 0);
+    EXPECT_LE(ofItsOwn, mostOfItsOwn);
 }
 
 TEST_F(IdleEndToEndTest, noThreadWakesUpWhileIdle)
