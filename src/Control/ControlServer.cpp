@@ -52,9 +52,10 @@ auto answeringAfter(std::function<void()> action)
 
 } // namespace
 
-ControlServer::ControlServer(const ControlActions &actions, std::shared_ptr<Clock> clock)
+ControlServer::ControlServer(const ControlActions &actions, std::shared_ptr<Clock> clock, qint64 largestRequest)
     : m_handlers(handlersFor(actions)),
-      m_clock(std::move(clock))
+      m_clock(std::move(clock)),
+      m_largestRequest(largestRequest)
 {
     m_server.setSocketOptions(QLocalServer::UserAccessOption);
     connect(&m_server, &QLocalServer::newConnection, this, &ControlServer::accept);
@@ -64,7 +65,7 @@ bool ControlServer::listen(const QString &path)
 {
     QLocalServer::removeServer(path); // A stale socket left by a crash.
     if (!m_server.listen(path)) {
-        generalLog().error("cannot listen on the control socket, so talmoctl cannot reach this Talmo: %@",
+        generalLog().error("cannot listen on the control socket, so talmoctl cannot reach this process: %@",
                            {m_server.errorString()});
         return false;
     }
@@ -91,7 +92,7 @@ void ControlServer::accept()
 /// One request per connection; anything after it is read and dropped.
 void ControlServer::listenTo(QLocalSocket &socket)
 {
-    socket.setReadBufferSize(ControlSocket::largestRequest);
+    socket.setReadBufferSize(m_largestRequest);
     const auto request = std::make_shared<QByteArray>();
     const std::stop_source over;
     connect(&socket, &QLocalSocket::readyRead, this, [this, &socket, request, over]() mutable {
@@ -100,7 +101,7 @@ void ControlServer::listenTo(QLocalSocket &socket)
             return;
         }
         request->append(bytes);
-        const bool isTooLong = request->size() > ControlSocket::largestRequest;
+        const bool isTooLong = request->size() > m_largestRequest;
         if (!isTooLong && !request->endsWith('\n')) {
             return;
         }
@@ -139,49 +140,49 @@ void ControlServer::serve(QLocalSocket &socket, const QByteArray &request)
 ControlServer::Handlers ControlServer::handlersFor(const ControlActions &actions)
 {
     using Command = ControlSocket::Command;
-    Handlers handlers{{Command::Insert,
-                       [insert = actions.insert](QLocalSocket &socket, const QByteArray &request) {
-                           serveText(socket, ControlSocket::textToInsert(request), insert);
-                       }},
-                      {Command::UseRecogniser,
-                       [choose = actions.chooseRecogniser](QLocalSocket &socket, const QByteArray &request) {
-                           serveText(socket, ControlSocket::recogniserToUse(request), choose);
-                       }},
-                      {Command::LastDictation,
-                       [last = actions.lastDictation](QLocalSocket &socket, const QByteArray &request) {
-                           writeAndClose(socket, answerWithDictation(last(ControlSocket::isRawRequested(request))));
-                       }},
-                      {Command::LastTrace,
-                       [last = actions.lastTrace](QLocalSocket &socket, const QByteArray &) {
-                           writeAndClose(socket, answerWithDictation(last()));
-                       }},
-                      {Command::RestoreClipboard,
-                       [restore = actions.putEarlierClipboardBack](QLocalSocket &socket, const QByteArray &) {
-                           logEscapes(serveClipboard(&socket, restore()));
-                       }},
-                      {Command::Status,
-                       [status = actions.status](QLocalSocket &socket, const QByteArray &) {
-                           writeAndClose(socket, ControlSocket::statusAnswer(status()));
-                       }},
-                      {Command::OpenSettings, answeringAfter(actions.openSettings)},
-                      {Command::ToggleMenu, answeringAfter(actions.toggleMenu)},
-                      {Command::Pause, answeringAfter([set = actions.setPaused] { set(true); })},
-                      {Command::Resume, answeringAfter([set = actions.setPaused] { set(false); })}};
-    addKeyHandlers(handlers, actions);
-    return handlers;
-}
-
-void ControlServer::addKeyHandlers(Handlers &handlers, const ControlActions &actions)
-{
-    using Command = ControlSocket::Command;
+    Handlers handlers;
+    const auto add = [&handlers](const auto &action, Command command, const Handler &handler) {
+        if (action) {
+            handlers.insert(command, handler);
+        }
+    };
+    add(actions.insert, Command::Insert, [insert = actions.insert](QLocalSocket &socket, const QByteArray &request) {
+        serveText(socket, ControlSocket::textToInsert(request), insert);
+    });
+    add(actions.chooseRecogniser, Command::UseRecogniser,
+        [choose = actions.chooseRecogniser](QLocalSocket &socket, const QByteArray &request) {
+            serveText(socket, ControlSocket::recogniserToUse(request), choose);
+        });
+    add(actions.lastDictation, Command::LastDictation,
+        [last = actions.lastDictation](QLocalSocket &socket, const QByteArray &request) {
+            writeAndClose(socket, answerWithDictation(last(ControlSocket::isRawRequested(request))));
+        });
+    add(actions.lastTrace, Command::LastTrace, [last = actions.lastTrace](QLocalSocket &socket, const QByteArray &) {
+        writeAndClose(socket, answerWithDictation(last()));
+    });
+    add(actions.putEarlierClipboardBack, Command::RestoreClipboard,
+        [restore = actions.putEarlierClipboardBack](QLocalSocket &socket, const QByteArray &) {
+            logEscapes(serveClipboard(&socket, restore()));
+        });
+    add(actions.status, Command::Status, [status = actions.status](QLocalSocket &socket, const QByteArray &) {
+        writeAndClose(socket, ControlSocket::statusAnswer(status()));
+    });
+    add(actions.openSettings, Command::OpenSettings, answeringAfter(actions.openSettings));
+    add(actions.toggleMenu, Command::ToggleMenu, answeringAfter(actions.toggleMenu));
+    const auto pausing = [set = actions.setPaused](bool isPaused) {
+        return answeringAfter([set, isPaused] { set(isPaused); });
+    };
+    add(actions.setPaused, Command::Pause, pausing(true));
+    add(actions.setPaused, Command::Resume, pausing(false));
     using Key = ControlSocket::KeyCommand;
     const std::pair<Command, Key> keys[] = {{Command::PressKey, Key::Press},
                                             {Command::ReleaseKey, Key::Release},
                                             {Command::ToggleKey, Key::Toggle},
                                             {Command::Cancel, Key::Cancel}};
     for (const auto &[command, key] : keys) {
-        handlers.insert(command, answeringAfter([move = actions.moveKey, moved = key] { move(moved); }));
+        add(actions.moveKey, command, answeringAfter([move = actions.moveKey, moved = key] { move(moved); }));
     }
+    return handlers;
 }
 
 void ControlServer::serveText(QLocalSocket &socket, const std::optional<QString> &text,

@@ -24,7 +24,9 @@ namespace talmo {
 /// number of clients are limited. Main thread.
 class ControlServer final : public QObject {
 public:
-    ControlServer(const ControlActions &actions, std::shared_ptr<Clock> clock);
+    /// A request whose action is null is unknown. Longer requests than `largestRequest`, in bytes, are refused.
+    ControlServer(const ControlActions &actions, std::shared_ptr<Clock> clock,
+                  qint64 largestRequest = ControlSocket::largestRequest);
 
     /// Replaces a stale socket. False, and logged, if the socket cannot be created.
     bool listen(const QString &path);
@@ -39,7 +41,6 @@ private:
     using Handler = std::function<void(QLocalSocket &, const QByteArray &request)>;
     using Handlers = QHash<ControlSocket::Command, Handler>;
     static Handlers handlersFor(const ControlActions &actions);
-    static void addKeyHandlers(Handlers &handlers, const ControlActions &actions);
     static void serveText(QLocalSocket &socket, const std::optional<QString> &text,
                           const ControlActions::Insert &action);
     static QCoro::Task<void> serveClipboard(QPointer<QLocalSocket> socket, QFuture<bool> done);
@@ -47,6 +48,7 @@ private:
 
     Handlers m_handlers;
     std::shared_ptr<Clock> m_clock;
+    qint64 m_largestRequest;
     QLocalServer m_server;
 };
 

@@ -1,12 +1,7 @@
 #pragma once
 
+#include "Control/ControlServer.h"
 #include "Insertion/PasteReceipt.h"
-
-#include <QCoro/QCoroTask>
-
-#include <QLocalServer>
-#include <QLocalSocket>
-#include <QPointer>
 
 #include <memory>
 
@@ -17,17 +12,13 @@ namespace talmo::ctl {
 class HeldClipboard {
 public:
     /// Listens until it is destroyed.
-    explicit HeldClipboard(std::shared_ptr<PasteWitness> witness);
+    HeldClipboard(const std::shared_ptr<PasteWitness> &witness, std::shared_ptr<Clock> clock);
 
     /// Has the process that keeps earlier content restore it, and waits until it has; false if there is none.
     static bool restore();
 
 private:
-    void serve(QLocalSocket &socket);
-    static QCoro::Task<void> putBack(std::shared_ptr<PasteWitness> witness, QPointer<QLocalSocket> socket);
-
-    std::shared_ptr<PasteWitness> m_witness;
-    QLocalServer m_server;
+    ControlServer m_server;
 };
 
 } // namespace talmo::ctl

@@ -58,14 +58,12 @@ QCoro::Task<int> insertAlone(QString text, std::shared_ptr<Background> backgroun
     const std::shared_ptr<Clock> clock = std::make_shared<TimerFdClock>();
     std::optional<FileLock> turn;
     const Instant latest = clock->now() + longestTurn;
-    turn.emplace(turnPath());
-    while (turn->outcome() == FileLock::Outcome::HeldByAnother) {
+    for (turn.emplace(turnPath()); turn->outcome() == FileLock::Outcome::HeldByAnother; turn.emplace(turnPath())) {
         if (clock->now() >= latest) {
             throw Error(QStringLiteral("Another paste has not finished. Try again in a moment."));
         }
         const auto pause = clock->sleep(turnInterval);
         co_await pause;
-        turn.emplace(turnPath());
     }
     HeldClipboard::restore();
     const Pasting desktop = openPasting();
@@ -86,14 +84,14 @@ QCoro::Task<int> insertAlone(QString text, std::shared_ptr<Background> backgroun
     } catch (const TextNotTakenError &error) {
         complain(error.localizedDescription());
         status = EXIT_FAILURE;
-        held.emplace(desktop.witness); // Before the caller goes on: its next command may come at once.
+        held.emplace(desktop.witness, clock); // Before the caller goes on: its next command may come at once.
     }
     background->release(status);
     co_await desktop.pasteboard->settled();
     turn.reset();
     if (held) {
-        co_await desktop
-            .ownershipLost(); // A clipboard manager would take the text, and the earlier content would be lost.
+        // Before that, a clipboard manager would take the text, and the earlier content would be lost.
+        co_await desktop.ownershipLost();
         held.reset();
     }
     co_await desktop.shutDown();

@@ -151,6 +151,19 @@ TEST_F(ControlServerTest, tellsLastDictationOrThatThereIsNone)
     EXPECT_EQ(ControlSocket::answeredText(answerTo(ControlSocket::lastDictationRequest(false))), lastText);
 }
 
+TEST_F(ControlServerTest, requestWithoutAnActionIsUnknown)
+{
+    ControlServer onlyRestores{{{}, {}, {}, {}, [] { return makeReadyFuture(true); }, {}}, clock, 200};
+    path = folder.filePath(u"held"_s);
+    ASSERT_TRUE(onlyRestores.listen(path));
+    EXPECT_THAT(answerTo(ControlSocket::plainRequest(ControlSocket::Command::OpenSettings)).toStdString(),
+                HasSubstr("Unknown request."));
+    EXPECT_THAT(answerTo(ControlSocket::insertRequest(u"hello"_s)).toStdString(), HasSubstr("Unknown request."));
+    EXPECT_THAT(answerTo(ControlSocket::insertRequest(QString(300, u'x'))).toStdString(), HasSubstr("too long"));
+    EXPECT_EQ(answerTo(ControlSocket::plainRequest(ControlSocket::Command::RestoreClipboard)),
+              ControlSocket::answer(std::nullopt));
+}
+
 TEST_F(ControlServerTest, restoresEarlierClipboardOrSaysThatThereIsNone)
 {
     EXPECT_THAT(answerTo(ControlSocket::plainRequest(ControlSocket::Command::RestoreClipboard)).toStdString(),
