@@ -91,7 +91,7 @@ void RecogniserSettingsModel::choose(const QString &id)
 {
     auto choice = RecogniserChoice::of(m_engines->choice());
     choice.final = id;
-    store(choice);
+    choose(choice);
 }
 
 QList<RecogniserSettings::Choice> RecogniserSettingsModel::liveChoices() const
@@ -119,10 +119,10 @@ void RecogniserSettingsModel::chooseLive(const QString &id)
 {
     auto choice = RecogniserChoice::of(m_engines->choice());
     choice.live = id;
-    store(choice);
+    choose(choice);
 }
 
-void RecogniserSettingsModel::store(const RecogniserChoice &choice)
+void RecogniserSettingsModel::choose(const RecogniserChoice &choice)
 {
     m_defaults->set(LinuxSettings::speechEngineKey(), choice.stored());
     generalLog().info("recogniser: %@", {choice.stored()});

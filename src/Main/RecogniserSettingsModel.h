@@ -26,6 +26,8 @@ public:
     QList<Choice> liveChoices() const override;
     QString liveChoice() const override;
     void chooseLive(const QString &id) override;
+    /// Both at once.
+    void choose(const RecogniserChoice &choice);
     QString choiceProblem() const override;
 
     QList<Model> models() const override;
@@ -46,7 +48,6 @@ private:
     QString automaticTitle() const;
     QList<Choice> withChosen(QList<Choice> choices, const QString &chosen) const;
     bool isMissing(const QString &chosen) const;
-    void store(const RecogniserChoice &choice);
     QString titleOf(const QString &name) const;
     QString titleOf(const ModelEntry &entry) const;
     const std::optional<Recommendation> &recommendation() const;

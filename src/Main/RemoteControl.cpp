@@ -11,12 +11,10 @@ namespace talmo {
 namespace {
 
 /// The recogniser changes even if the choice cannot be saved; then the caller gets the error.
-QCoro::Task<void> chooseRecogniser(std::shared_ptr<RecogniserSettings> recogniser,
+QCoro::Task<void> chooseRecogniser(std::shared_ptr<RecogniserSettingsModel> recogniser,
                                    std::shared_ptr<JsonUserDefaults> defaults, QString stored)
 {
-    const auto choice = RecogniserChoice::of(stored);
-    recogniser->chooseLive(choice.live);
-    recogniser->choose(choice.final);
+    recogniser->choose(RecogniserChoice::of(stored));
     const auto saving = defaults->saved();
     co_await saving;
 }

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "Control/ControlServer.h"
+#include "Main/RecogniserSettingsModel.h"
 #include "Main/Services.h"
 #include "Platform/Linux/Session/ControlBus.h"
 #include "Platform/Linux/System/JsonUserDefaults.h"
-#include "Settings/RecogniserSettings.h"
 #include "UI/UserInterface.h"
 
 #include <QObject>
@@ -18,7 +18,7 @@ class RemoteControl final : public QObject {
 public:
     struct Parts {
         std::shared_ptr<Services> services;
-        std::shared_ptr<RecogniserSettings> recogniser;
+        std::shared_ptr<RecogniserSettingsModel> recogniser;
         std::shared_ptr<JsonUserDefaults> defaults;
         std::shared_ptr<Clock> clock;
     };
