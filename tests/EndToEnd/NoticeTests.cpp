@@ -2,13 +2,10 @@
 
 #include "EndToEnd/TalmoFixture.h"
 
-#include "DesktopParts.h"
-#include "Support/NotificationService.h"
+#include "Support/Notified.h"
 #include "Support/Printing.h"
 
 #include <gmock/gmock.h>
-
-#include <algorithm>
 
 namespace talmo::test {
 
@@ -31,18 +28,10 @@ protected:
         settings.insert(u"linux.languageModelAddress"_s, u"off"_s);
         desktop.storeSettings(settings);
     }
-    qsizetype shown(const QString &text) const
-    {
-        return std::count_if(service.shown().cbegin(), service.shown().cend(),
-                             [&text](const auto &notice) { return notice.text == text; });
-    }
-    bool shows(const QString &text)
-    {
-        return testbed::waitUntil([&] { return shown(text) > 0; }, longEnough);
-    }
+    qsizetype shown(const QString &text) const { return user.count(text); }
+    bool shows(const QString &text) { return user.isTold(text, longEnough); }
 
-    std::unique_ptr<testbed::ChildProcess> bus = testbed::startBus(environment);
-    NotificationService service;
+    Notified user{environment};
 };
 
 } // namespace
@@ -62,10 +51,10 @@ TEST_F(NoticeEndToEndTest, keepsQuietIfIconIsShown)
     store({});
     const auto tray = testbed::startTray(environment);
     startTalmo();
-    EXPECT_FALSE(testbed::waitUntil([this] { return !service.shown().isEmpty(); }, aPanelsTime));
+    EXPECT_FALSE(testbed::waitUntil([this] { return user.isToldAnything(); }, aPanelsTime));
 }
 
-TEST_F(NoticeEndToEndTest, recordsFromDefaultMicrophoneIfChosenOneIsGoneAndSaysSo)
+TEST_F(NoticeEndToEndTest, missingMicrophoneIsReplacedByDefaultAndReported)
 {
     store({{u"linux.microphone"_s, u"headset"_s},
            {u"linux.microphoneTitle"_s, u"Headset"_s},

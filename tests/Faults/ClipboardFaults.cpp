@@ -1,5 +1,5 @@
 #include "Faults/FaultFixture.h"
-#include "Faults/Notified.h"
+#include "Support/Notified.h"
 #include "Support/RawSelectionOwner.h"
 
 #include <csignal>

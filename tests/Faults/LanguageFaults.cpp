@@ -16,6 +16,14 @@ protected:
         startTalmo();
         ASSERT_TRUE(talmo->waitForLine(u"language model: test-model"_s, timeout));
     }
+    /// The server has the request, and never answers.
+    void beEditing()
+    {
+        server.answerWith({{u"fault"_s, u"hang"_s}});
+        start();
+        dictate(u"hello world"_s);
+        ASSERT_TRUE(server.waitForChats(1));
+    }
     void dictateWith(const QJsonObject &rule)
     {
         server.answerWith(rule);
@@ -92,10 +100,7 @@ static const FaultRegistration quitWhileEditingRow("Language", "Talmo is asked t
                                                    "The sentence is inserted first, formatted by simple rules");
 TEST_F(ModelServerFault, thatHangsWhenTalmoEnds)
 {
-    server.answerWith({{u"fault"_s, u"hang"_s}});
-    start();
-    dictate(u"hello world"_s);
-    ASSERT_TRUE(server.waitForChats(1));
+    beEditing();
     EXPECT_EQ(quitTalmo(), 0);
     EXPECT_TRUE(windowShows(nextMeant()));
     server.answerWith({{u"fault"_s, u"close"_s}});
@@ -107,10 +112,7 @@ static const FaultRegistration killedWhileEditingRow("Language", "Talmo is kille
                                                      "The sentence is lost; Talmo starts again and works");
 TEST_F(ModelServerFault, thatHangsWhenTalmoIsKilled)
 {
-    server.answerWith({{u"fault"_s, u"hang"_s}});
-    start();
-    dictate(u"hello world"_s);
-    ASSERT_TRUE(server.waitForChats(1));
+    beEditing();
     talmo->kill();
     server.answerWith({{u"fault"_s, u"close"_s}});
     startTalmo();

@@ -15,21 +15,20 @@ public:
         : m_bus(testbed::startBus(environment))
     {
     }
-    bool isTold(const QString &text) const
+    /// How often this has been shown.
+    qsizetype count(const QString &text) const
     {
-        return testbed::waitUntil(
-            [this, &text] {
-                const auto shown = m_service.shown();
-                return std::ranges::any_of(shown, [&text](const auto &notice) { return notice.text == text; });
-            },
-            timeout);
+        return std::ranges::count_if(m_service.shown(), [&text](const auto &notice) { return notice.text == text; });
     }
+    bool isTold(const QString &text, testbed::Timeout timeout = std::chrono::seconds(15)) const
+    {
+        return testbed::waitUntil([this, &text] { return count(text) > 0; }, timeout);
+    }
+    bool isToldAnything() const { return !m_service.shown().isEmpty(); }
     /// Exactly this is shown, once.
     bool isToldOnly(const QString &text) const { return isTold(text) && m_service.shown().size() == 1; }
 
 private:
-    static constexpr testbed::Timeout timeout = std::chrono::seconds(15);
-
     std::unique_ptr<testbed::ChildProcess> m_bus;
     NotificationService m_service;
 };
