@@ -248,7 +248,6 @@ void EngineAnalyzer::Recognition::finish(std::exception_ptr error)
     }
     m_watchEnd.request_stop();
     m_onStop.reset();
-    m_decoder.reset();
     m_results.finish(std::move(error));
     if (m_started) {
         m_started->finish();
@@ -256,6 +255,7 @@ void EngineAnalyzer::Recognition::finish(std::exception_ptr error)
     if (m_finalised) {
         m_finalised->finish();
     }
+    m_decoder.reset(); // Nobody waits for what an engine still does to prepare its decoder for the next recording.
 }
 
 EngineAnalyzer::EngineAnalyzer(Results results, MakeRecordingDecoder makeDecoder,

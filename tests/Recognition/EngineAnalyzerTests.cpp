@@ -6,6 +6,8 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
+
 namespace talmo::test {
 
 using namespace std::chrono_literals;
@@ -23,6 +25,7 @@ struct Engine {
     Duration loadTime{0};
     Duration bufferTime{0};
     int loads = 0;
+    std::function<void()> onPutAway = [] {};
 };
 
 class Decoder final : public RecordingDecoder {
@@ -34,6 +37,7 @@ public:
         ++m_engine.loads;
         m_engine.clock->advance(m_engine.loadTime);
     }
+    ~Decoder() override { m_engine.onPutAway(); }
     void process(std::span<const std::int16_t>) override
     {
         m_engine.clock->advance(m_engine.bufferTime);
@@ -113,6 +117,19 @@ TEST_F(EngineAnalyzerTest, slowlyLoadingModelLosesNothing)
     settle();
     EXPECT_EQ(outcome(finalised), u"done"_s);
     EXPECT_EQ(results(), u"word word word end"_s);
+}
+
+TEST_F(EngineAnalyzerTest, textIsThereBeforeDecoderIsPutInOrder)
+{
+    const auto analyzer = makeAnalyzer(thread);
+    analyzer->start(input.first, {});
+    speak(1);
+    input.second.finish();
+    const auto finalised = analyzer->finalizeAndFinishThroughEndOfInput();
+    QString outcomeThen;
+    engine.onPutAway = [&] { outcomeThen = outcome(finalised); };
+    settle();
+    EXPECT_EQ(outcomeThen, u"done"_s);
 }
 
 TEST_F(EngineAnalyzerTest, engineFarBehindLosesNothing)

@@ -284,6 +284,13 @@ int PocketSphinxDecoder::trailingSilence() const
     return !words.empty() && words.back().isFiller() ? words.back().frames : 0;
 }
 
+/// A frame is compared with those around it, and the sounds in the next ones decide which words are begun.
+int PocketSphinxDecoder::framesAhead() const
+{
+    return static_cast<int>(cmd_ln_int_r(ps_get_config(m_decoder), "-pl_window")) +
+           feat_window_size(ps_get_feat(m_decoder));
+}
+
 QString PocketSphinxDecoder::hypothesis() const
 {
     const auto words = heardWords();

@@ -46,6 +46,8 @@ public:
     bool isInSpeech() const;
     /// The silence after the last word so far, in frames of a hundredth of a second.
     int trailingSilence() const;
+    /// How much of the processed audio the search has not reached yet, in the same frames.
+    int framesAhead() const;
     /// The words so far, or at the end, in the user's spelling; empty if there are none.
     QString hypothesis() const;
 

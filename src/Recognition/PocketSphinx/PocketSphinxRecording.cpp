@@ -56,6 +56,10 @@ PocketSphinxRecording::~PocketSphinxRecording()
         if (!m_isBroken && m_isInUtterance) {
             m_decoder->endUtterance();
         }
+        if (m_isFinished) {
+            prepareNextUtterance();
+            learnMicrophone();
+        }
     } catch (const Error &) {
         generalLog().error("the decoder did not recover and is reloaded");
         m_isBroken = true;
@@ -135,6 +139,7 @@ void PocketSphinxRecording::publishOrEnd()
 {
     if (m_segmenter.endsHere(m_decoder->isInSpeech(), m_decoder->trailingSilence(), m_sound.length())) {
         endUtterance();
+        prepareNextUtterance();
         beginUtterance();
     } else {
         m_transcript.publishVolatile(heard());
@@ -157,14 +162,17 @@ void PocketSphinxRecording::endUtterance()
     settleSecondHearing(longestBehindAtPause);
     m_decoder->endUtterance();
     m_isInUtterance = false;
-    const QString text = heard();
+    m_transcript.publishFinal(heard());
+}
+
+void PocketSphinxRecording::prepareNextUtterance()
+{
     if (!m_reducesNoise && m_noise->isWorthwhile()) {
         m_reducesNoise = true;
         m_decoder->calibrate(m_sound.withoutNoise());
     }
     m_sound.clear();
     m_calibratedWith = 0;
-    m_transcript.publishFinal(text);
 }
 
 /// Worthwhile if the noise turned out to be loud, or most of the utterance came after the calibration.
@@ -222,13 +230,30 @@ void PocketSphinxRecording::settleSecondHearing(std::size_t longestBehind)
     m_second.reset();
 }
 
+/// In samples. A pause goes on through what the search has not reached yet, if that is as quiet as the room.
+std::size_t PocketSphinxRecording::pauseAtEnd() const
+{
+    const auto searched = static_cast<std::size_t>(m_decoder->trailingSilence()) * frameLength;
+    const auto ahead = static_cast<std::size_t>(m_decoder->framesAhead()) * frameLength;
+    return searched > 0 && m_sound.endsQuietly(ahead, frameLength) ? searched + ahead : searched;
+}
+
 /// A pause is the slowest sound to decode, and the user is waiting, so the part of one that has been decoded is not
 /// decoded again.
-void PocketSphinxRecording::endInPause()
+void PocketSphinxRecording::addPause(std::size_t heardPause)
 {
-    const auto heardPause = static_cast<std::size_t>(m_decoder->trailingSilence()) * frameLength;
     if (heardPause < lengthAfterEnd) {
         m_decoder->process(m_sound.quietest(lengthAfterEnd - heardPause));
+    }
+}
+
+void PocketSphinxRecording::learnMicrophone()
+{
+    if (m_transcript.hasDecodedWords()) {
+        m_memory->remember(soundName(), m_decoder->cepstralMean());
+    } else {
+        // Without speech, the calibration would be wrong.
+        m_decoder->setCepstralMean(m_memory->recall(soundName()));
     }
 }
 
@@ -246,14 +271,9 @@ void PocketSphinxRecording::finish()
         publishOrEnd();
     }
     settleSecondHearing(longestBehindAtEnd);
-    endInPause();
+    addPause(pauseAtEnd());
     endUtterance();
-    if (m_transcript.hasDecodedWords()) {
-        m_memory->remember(soundName(), m_decoder->cepstralMean());
-    } else {
-        // Without speech, the calibration would be wrong.
-        m_decoder->setCepstralMean(m_memory->recall(soundName()));
-    }
+    m_isFinished = true;
     m_isBroken = false;
 }
 

@@ -54,10 +54,13 @@ private:
     void publishOrEnd();
     void beginUtterance();
     void endUtterance();
+    void prepareNextUtterance();
     void hearAgain(std::size_t newSamples);
     void beginSecondHearing();
     void settleSecondHearing(std::size_t longestBehind);
-    void endInPause();
+    std::size_t pauseAtEnd() const;
+    void addPause(std::size_t heardPause);
+    void learnMicrophone();
     std::span<const std::int16_t> soundForSecondHearing() const;
     QString heard() const;
 
@@ -72,6 +75,8 @@ private:
     /// The decoder has failed, so its state is unknown.
     bool m_isBroken = false;
     bool m_isInUtterance = false;
+    /// Its end was recognised; it was not cancelled.
+    bool m_isFinished = false;
     MicrophoneCalibration m_calibration;
     /// In samples of the current utterance; 0 for a known microphone.
     std::size_t m_calibratedWith = 0;

@@ -1,9 +1,23 @@
 #include "Recognition/PocketSphinx/UtteranceSound.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 
 namespace talmo {
+
+namespace {
+
+std::int64_t energyOf(std::span<const std::int16_t> samples)
+{
+    std::int64_t energy = 0;
+    for (const auto sample : samples) {
+        energy += std::int64_t{sample} * sample;
+    }
+    return energy;
+}
+
+} // namespace
 
 std::span<const std::int16_t> UtteranceSound::add(std::span<const std::int16_t> samples, const Reduce &reduce,
                                                   bool isReduced)
@@ -53,6 +67,28 @@ std::span<const std::int16_t> UtteranceSound::quietest(std::size_t count) const
         }
     }
     return std::span(m_recognised).subspan(quietestEnd - count, count);
+}
+
+bool UtteranceSound::endsQuietly(std::size_t count, std::size_t frame) const
+{
+    constexpr std::int64_t twiceAsLoud = 4; // In energy.
+    // The root mean square of a microphone's own noise, for rooms in which there is nothing else.
+    constexpr int quietestAudible = 10;
+    const auto quietestPassage = quietest(count);
+    if (quietestPassage.empty()) {
+        return false;
+    }
+    const auto frames = static_cast<std::int64_t>(count / frame);
+    const auto inaudible = std::int64_t{quietestAudible} * quietestAudible * static_cast<std::int64_t>(frame);
+    const auto loudest = std::max(inaudible, twiceAsLoud * energyOf(quietestPassage) / frames);
+    auto rest = std::span(m_recognised).last(count);
+    while (rest.size() >= frame) {
+        if (energyOf(rest.first(frame)) > loudest) {
+            return false;
+        }
+        rest = rest.subspan(frame);
+    }
+    return true;
 }
 
 bool UtteranceSound::isWithoutSpeech() const

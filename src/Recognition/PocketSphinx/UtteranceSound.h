@@ -41,6 +41,9 @@ public:
     /// The quietest passage of this many samples: the sound of the room without speech. Empty if the utterance is
     /// shorter.
     std::span<const std::int16_t> quietest(std::size_t count) const;
+    /// Whether no frame of this length in the last `count` samples is more than twice as loud as the quietest passage
+    /// of that many samples. False if the utterance is shorter.
+    bool endsQuietly(std::size_t count, std::size_t frame) const;
     /// Whether nobody speaks, as in music, in which the decoder would hear words.
     bool isWithoutSpeech() const;
 

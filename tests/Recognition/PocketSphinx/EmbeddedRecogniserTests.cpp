@@ -45,7 +45,10 @@ public:
     }
     QString hearsFile(const QString &file)
     {
-        return QCoro::waitFor(transcribeFile(m_service, m_executor, file, u"en_US"_s, [](const QString &) {})).text;
+        const QString text =
+            QCoro::waitFor(transcribeFile(m_service, m_executor, file, u"en_US"_s, [](const QString &) {})).text;
+        QCoro::waitFor(await(m_executor->call([] {}))); // What was learnt about the microphone comes after the text.
+        return text;
     }
 
 private:

@@ -31,6 +31,32 @@ TEST(UtteranceSound, findsQuietestPassage)
     EXPECT_TRUE(sound.quietest(9).empty());
 }
 
+TEST(UtteranceSound, tellsQuietEndFromSpeech)
+{
+    UtteranceSound sound;
+    const Samples room{30, -30, 20, -30, 30, -20};
+    sound.add(room);
+    const Samples speech{900, -700, 800, -900};
+    sound.add(speech);
+    EXPECT_FALSE(sound.endsQuietly(4, 2));
+    sound.add(room);
+    EXPECT_TRUE(sound.endsQuietly(6, 2));
+    EXPECT_FALSE(sound.endsQuietly(8, 2)) << "speech reaches into it";
+    const Samples closingConsonant{30, 90};
+    sound.add(closingConsonant);
+    EXPECT_FALSE(sound.endsQuietly(6, 2)) << "a single frame of it is louder";
+    EXPECT_FALSE(sound.endsQuietly(20, 2)) << "it is longer than the utterance";
+}
+
+TEST(UtteranceSound, microphonesOwnNoiseIsQuiet)
+{
+    UtteranceSound sound;
+    sound.add(Samples(8, 0));
+    const Samples dither{9, -9, 8, -9};
+    sound.add(dither);
+    EXPECT_TRUE(sound.endsQuietly(4, 2));
+}
+
 TEST(UtteranceSound, continuesWithoutNoiseAsIfAlwaysReduced)
 {
     UtteranceSound sound;
