@@ -68,7 +68,7 @@ QList<LanguageSettings::Choice> LanguageSettingsModel::languages() const
 QList<LanguageSettings::Choice> LanguageSettingsModel::choices() const
 {
     QList<Choice> choices{
-        {QString(), Wording::text(QT_TRANSLATE_NOOP("Talmo", "As the desktop (%1)")).arg(titleOf(desktopLanguage()))}};
+        {QString(), Wording::text(QT_TRANSLATE_NOOP("Talmo", "System language (%1)")).arg(titleOf(desktopLanguage()))}};
     choices += languages();
     const QString chosen = choice();
     if (std::none_of(choices.begin(), choices.end(), [&chosen](const Choice &each) { return each.id == chosen; })) {

@@ -79,7 +79,7 @@ bool RecogniserSettingsModel::hasOfflineModel() const
 QString RecogniserSettingsModel::automaticTitle() const
 {
     return hasOfflineModel() ? Wording::text(QT_TRANSLATE_NOOP("Talmo", "Recommended"))
-                             : Wording::text(QT_TRANSLATE_NOOP("Talmo", "Automatic (the best there is)"));
+                             : Wording::text(QT_TRANSLATE_NOOP("Talmo", "Automatic (best installed)"));
 }
 
 QString RecogniserSettingsModel::choice() const

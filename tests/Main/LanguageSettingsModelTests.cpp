@@ -64,7 +64,7 @@ TEST_F(LanguageSettingsModelTest, offersTheDesktopsLanguageThenEachOnceByTitle)
 {
     const auto all = titles();
     ASSERT_EQ(all.size(), 4);
-    EXPECT_TRUE(all.first().startsWith(u"As the desktop ("_s)) << qPrintable(all.first());
+    EXPECT_TRUE(all.first().startsWith(u"System language ("_s)) << qPrintable(all.first());
     EXPECT_THAT(all.mid(1), ElementsAre(u"English"_s, u"French"_s, u"German"_s));
     EXPECT_EQ(model.choices().first().id, QString());
 }

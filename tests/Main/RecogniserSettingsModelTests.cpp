@@ -80,7 +80,7 @@ TEST_F(RecogniserSettingsModelTest, liveTextIsChosenOnlyWithOfflineModel)
 {
     addModel(u"streaming"_s);
     EXPECT_TRUE(model().liveChoices().isEmpty());
-    EXPECT_EQ(model().choices().first().title, u"Automatic (the best there is)"_s);
+    EXPECT_EQ(model().choices().first().title, u"Automatic (best installed)"_s);
     addModel(u"offline"_s);
     EXPECT_TRUE(waitFor(engines->lookForModels()));
     EXPECT_EQ(ids(model().liveChoices()), (QStringList{u"automatic"_s, u"none"_s, u"embedded"_s, u"streaming"_s}));

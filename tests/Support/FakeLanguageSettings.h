@@ -10,7 +10,7 @@ namespace talmo::test {
 /// Languages as set by the test; records the calls.
 class FakeLanguageSettings final : public LanguageSettings {
 public:
-    QList<Choice> all{{QString(), QStringLiteral("As the desktop (English)")},
+    QList<Choice> all{{QString(), QStringLiteral("System language (English)")},
                       {QStringLiteral("en"), QStringLiteral("English")},
                       {QStringLiteral("de"), QStringLiteral("German")}};
     QString chosen;

@@ -10,7 +10,7 @@ namespace talmo::test {
 /// Recognisers and models as set by the test; records the calls.
 class FakeRecogniserSettings final : public RecogniserSettings {
 public:
-    QList<Choice> allChoices{{QStringLiteral("automatic"), QStringLiteral("Automatic (the best there is)")},
+    QList<Choice> allChoices{{QStringLiteral("automatic"), QStringLiteral("Automatic (best installed)")},
                              {QStringLiteral("embedded"), QStringLiteral("Built in (PocketSphinx, English)")}};
     QString chosen = QStringLiteral("automatic");
     /// Empty while no offline model is installed.

@@ -56,7 +56,7 @@ protected:
 TEST_F(RecogniserSectionTest, choosesRecogniser)
 {
     auto &choice = picker(u"Recogniser"_s);
-    EXPECT_EQ(choice.currentText(), u"Automatic (the best there is)"_s);
+    EXPECT_EQ(choice.currentText(), u"Automatic (best installed)"_s);
     select(choice, 1);
     settle();
     EXPECT_THAT(settings->calls, ElementsAre("choose embedded"));

@@ -288,8 +288,8 @@
         <translation>Talmo-Einstellungen</translation>
     </message>
     <message>
-        <source>Automatic (the best there is)</source>
-        <translation>Automatisch (die beste vorhandene)</translation>
+        <source>Automatic (best installed)</source>
+        <translation>Automatisch (beste installierte)</translation>
     </message>
     <message>
         <source>This model is not installed; another one is used.</source>
@@ -828,8 +828,8 @@
         <translation>Die Tastaturbelegung hat keinen Namen für diese Taste. Eine andere drücken.</translation>
     </message>
     <message>
-        <source>As the desktop (%1)</source>
-        <translation>Wie die Arbeitsumgebung (%1)</translation>
+        <source>System language (%1)</source>
+        <translation>Systemsprache (%1)</translation>
     </message>
     <message>
         <source>Dictating in %1 needs another recogniser.</source>

@@ -288,7 +288,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Automatic (the best there is)</source>
+        <source>Automatic (best installed)</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -828,7 +828,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>As the desktop (%1)</source>
+        <source>System language (%1)</source>
         <translation type="unfinished"></translation>
     </message>
     <message>

@@ -288,8 +288,8 @@
         <translation>Configuración de Talmo</translation>
     </message>
     <message>
-        <source>Automatic (the best there is)</source>
-        <translation>Automático (el mejor disponible)</translation>
+        <source>Automatic (best installed)</source>
+        <translation>Automático (el mejor instalado)</translation>
     </message>
     <message>
         <source>This model is not installed; another one is used.</source>
@@ -828,8 +828,8 @@
         <translation>La distribución de teclado no tiene nombre para esta tecla. Pulse otra.</translation>
     </message>
     <message>
-        <source>As the desktop (%1)</source>
-        <translation>Como el escritorio (%1)</translation>
+        <source>System language (%1)</source>
+        <translation>Idioma del sistema (%1)</translation>
     </message>
     <message>
         <source>Dictating in %1 needs another recogniser.</source>

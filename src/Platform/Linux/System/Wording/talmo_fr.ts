@@ -288,8 +288,8 @@
         <translation>Paramètres de Talmo</translation>
     </message>
     <message>
-        <source>Automatic (the best there is)</source>
-        <translation>Automatique (le meilleur disponible)</translation>
+        <source>Automatic (best installed)</source>
+        <translation>Automatique (le meilleur installé)</translation>
     </message>
     <message>
         <source>This model is not installed; another one is used.</source>
@@ -828,8 +828,8 @@
         <translation>La disposition de clavier n’a pas de nom pour cette touche. Appuyez sur une autre.</translation>
     </message>
     <message>
-        <source>As the desktop (%1)</source>
-        <translation>Comme l’environnement de bureau (%1)</translation>
+        <source>System language (%1)</source>
+        <translation>Langue du système (%1)</translation>
     </message>
     <message>
         <source>Dictating in %1 needs another recogniser.</source>
