@@ -4,6 +4,7 @@
 #include "UI/Settings/SettingsView.h"
 #include "UI/Settings/WelcomeView.h"
 #include "UI/Style/Appearance.h"
+#include "UI/Style/FocusRing.h"
 #include "UI/Style/Wording.h"
 
 #include <QEvent>
@@ -36,6 +37,7 @@ SettingsWindow::SettingsWindow(const ViewContext &context, std::shared_ptr<Scree
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_view);
+    new FocusRing(this); // Belongs to the window.
     for (const auto &keys : {QKeySequence(Qt::Key_Escape), QKeySequence(QKeySequence::Close)}) {
         connect(new QShortcut(keys, this), &QShortcut::activated, this, &QWidget::close);
     }
