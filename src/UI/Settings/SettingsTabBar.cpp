@@ -20,6 +20,28 @@ constexpr int gap = 4;
 constexpr int smallestWidth = 78;
 constexpr qreal radius = 8;
 
+constexpr float selectedStrength = 0.10F;
+constexpr float hoveredStrength = 0.05F;
+
+/// What the selected tab looks like: the window's colour with a little of its text's.
+QColor selectedGround(const QPalette &palette)
+{
+    const QColor window = palette.color(QPalette::Window);
+    const QColor text = palette.color(QPalette::WindowText);
+    const auto mixed = [](float ground, float ink) { return ground + selectedStrength * (ink - ground); };
+    return QColor::fromRgbF(mixed(window.redF(), text.redF()), mixed(window.greenF(), text.greenF()),
+                            mixed(window.blueF(), text.blueF()));
+}
+
+/// The desktop's accent where it can be read.
+QColor selectedInk(const QPalette &palette)
+{
+    if (Appearance::isDark(palette)) {
+        return palette.color(QPalette::WindowText);
+    }
+    return Appearance::legible(palette.color(QPalette::Highlight), selectedGround(palette), Appearance::textContrast);
+}
+
 } // namespace
 
 SettingsTabBar::SettingsTabBar()
@@ -60,21 +82,19 @@ void SettingsTabBar::paintTab(QPainter &painter, int index) const
     const QRect area = tabRect(index).adjusted(2, 0, -2, 0);
     if (isSelected || index == m_hovered) {
         QColor ground = palette().color(QPalette::WindowText);
-        constexpr float selectedStrength = 0.10F;
-        constexpr float hoveredStrength = 0.05F;
         ground.setAlphaF(isSelected ? selectedStrength : hoveredStrength);
         painter.setPen(Qt::NoPen);
         painter.setBrush(ground);
         painter.drawRoundedRect(area, radius, radius);
     }
     if (isSelected && hasFocus()) {
-        painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+        const QColor ring = Appearance::legible(palette().color(QPalette::Highlight), palette().color(QPalette::Window),
+                                                Appearance::shapeContrast);
+        painter.setPen(QPen(ring, 2));
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(QRectF(area).adjusted(1, 1, -1, -1), radius, radius);
     }
-    const QColor ink = isSelected
-                           ? palette().color(Appearance::isDark(palette()) ? QPalette::WindowText : QPalette::Highlight)
-                           : Appearance::secondary(palette());
+    const QColor ink = isSelected ? selectedInk(palette()) : Appearance::secondary(palette());
     const int side = Appearance::scaled(symbolSize);
     Symbol::paint(painter, QRectF(area.x() + (area.width() - side) / 2.0, area.y() + padding, side, side),
                   symbol(index), ink);

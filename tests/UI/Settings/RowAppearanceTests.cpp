@@ -139,8 +139,10 @@ TEST_F(MenuRowTest, isAccessibleAndActivatedByKeyboard)
 TEST_F(TabBarTest, highlightsSelectedAndHoveredTab)
 {
     bar.clearFocus();
-    const QColor chosen =
-        bar.palette().color(Appearance::isDark(bar.palette()) ? QPalette::WindowText : QPalette::Highlight);
+    QPalette palette = Appearance::palette(ColourScheme::Light);
+    const QColor chosen(0x20, 0x20, 0xa0); // As it is, since it can be read.
+    palette.setColor(QPalette::Highlight, chosen);
+    bar.setPalette(palette);
     const QColor other = faded(text(bar), 0.66F);
     EXPECT_TRUE(drawn(bar) == drawn(bar.size(), [&](QPainter &painter) {
                     paintTab(painter, 0, chosen, 0.10F);

@@ -5,6 +5,7 @@
 #include "UI/Menu/MenuRow.h"
 #include "UI/Settings/RecogniserSection.h"
 #include "UI/Settings/SettingsSection.h"
+#include "UI/Settings/SettingsTabBar.h"
 #include "UI/Settings/WarningRow.h"
 #include "UI/Settings/Words/WordList.h"
 #include "UI/Style/SymbolLabel.h"
@@ -107,6 +108,24 @@ TEST_P(ContrastTest, linkIsReadable)
     link->setFont(Appearance::font(Appearance::captionSize));
     onSurface(link);
     EXPECT_GE(contrastOf(*link), Appearance::textContrast);
+}
+
+TEST_P(ContrastTest, tabsAreReadable)
+{
+    SettingsTabBar tabs;
+    tabs.addSymbolTab(u"gearshape"_s, u"General"_s);
+    tabs.addSymbolTab(u"lock.shield"_s, u"Privacy"_s);
+    tabs.resize(tabs.sizeHint());
+    tabs.show();
+    settle();
+    const QImage image = magnified(tabs);
+    for (int index = 0; index < tabs.count(); ++index) {
+        const qreal ratio = qreal(image.width()) / tabs.width();
+        const QRect tab = tabs.tabRect(index).adjusted(6, 3, -6, -3);
+        const QRect area(tab.topLeft() * ratio, tab.size() * ratio);
+        const QColor ground = image.pixelColor(area.center().x(), area.top()); // Above the symbol.
+        EXPECT_GE(largestContrast(image, ground, area), Appearance::textContrast) << index;
+    }
 }
 
 TEST_P(ContrastTest, selectedMenuRowIsReadable)
