@@ -25,7 +25,7 @@ demo_packages=(
 test_packages=(
   libgtest-dev libgmock-dev libgtk-3-dev libsm-dev libice-dev xterm xfonts-base xclip x11-xkb-utils
   desktop-file-utils appstream python3 mandoc iproute2 python3-onnx dbus-daemon openssl strace fonts-noto-color-emoji
-  x11-xserver-utils at-spi2-core gir1.2-atspi-2.0 python3-gi copyq pocketsphinx-testdata libfaketime
+  x11-xserver-utils at-spi2-core gir1.2-atspi-2.0 python3-gi orca speech-dispatcher copyq pocketsphinx-testdata libfaketime
   sway xwayland foot grim wl-clipboard weston
   umockdev libumockdev-dev valgrind
 )

@@ -1,15 +1,11 @@
 // Talmo as a screen reader meets it, on a real accessibility bus.
 
+#include "Accessibility/AccessibilityBus.h"
 #include "EndToEnd/TalmoFixture.h"
 
 #include "DesktopParts.h"
-#include "Support/Printing.h"
 
 #include <gmock/gmock.h>
-
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusVariant>
 
 #include <algorithm>
 
@@ -44,16 +40,6 @@ class AccessibilityTest : public TalmoFixture {
 protected:
     AccessibilityTest() { environment.remove(u"NO_AT_BRIDGE"_s); }
 
-    /// As a desktop does when a screen reader is switched on.
-    void switchAccessibilityOn()
-    {
-        auto session = QDBusConnection::connectToBus(environment.value(u"DBUS_SESSION_BUS_ADDRESS"_s), u"test"_s);
-        auto request = QDBusMessage::createMethodCall(u"org.a11y.Bus"_s, u"/org/a11y/bus"_s,
-                                                      u"org.freedesktop.DBus.Properties"_s, u"Set"_s);
-        request << u"org.a11y.Status"_s << u"IsEnabled"_s << QVariant::fromValue(QDBusVariant(true));
-        EXPECT_EQ(session.call(request).type(), QDBusMessage::ReplyMessage);
-        QDBusConnection::disconnectFromBus(u"test"_s);
-    }
     void listen()
     {
         listener = std::make_unique<testbed::ChildProcess>(reader, QStringList{u"listen"_s, u"Talmo"_s}, environment);
@@ -130,7 +116,7 @@ void expectEveryControlIsNamed(const QList<Element> &elements)
 
 TEST_F(AccessibilityTest, wholeDictationIsAnnouncedOnceStateByState)
 {
-    switchAccessibilityOn();
+    switchAccessibilityOn(environment);
     openQtWindow();
     startTalmo();
     listen();
@@ -149,7 +135,7 @@ TEST_F(AccessibilityTest, wholeDictationIsAnnouncedOnceStateByState)
 
 TEST_F(AccessibilityTest, discardedRecordingIsAnnounced)
 {
-    switchAccessibilityOn();
+    switchAccessibilityOn(environment);
     openQtWindow();
     startTalmo();
     listen();
@@ -166,7 +152,7 @@ TEST_F(AccessibilityTest, discardedRecordingIsAnnounced)
 
 TEST_F(AccessibilityTest, settingsAreADialogOfNamedControls)
 {
-    switchAccessibilityOn();
+    switchAccessibilityOn(environment);
     startTalmo();
     openSettings();
     for (const auto &tab : {u"General"_s, u"Dictionary"_s, u"Privacy"_s}) {
@@ -189,7 +175,7 @@ TEST_F(AccessibilityTest, settingsAreADialogOfNamedControls)
 
 TEST_F(AccessibilityTest, tabVisitsEveryControlOfSettingsInOrder)
 {
-    switchAccessibilityOn();
+    switchAccessibilityOn(environment);
     startTalmo();
     openSettings();
     listen();
@@ -210,7 +196,7 @@ TEST_F(AccessibilityTest, tabVisitsEveryControlOfSettingsInOrder)
 
 TEST_F(AccessibilityTest, levelBarExposesItsValue)
 {
-    switchAccessibilityOn();
+    switchAccessibilityOn(environment);
     startTalmo();
     openSettings();
     const auto elements = tree();
@@ -223,7 +209,7 @@ TEST_F(AccessibilityTest, levelBarExposesItsValue)
 
 TEST_F(AccessibilityTest, menuIsUsedByKeyboardAndGivesFocusBack)
 {
-    switchAccessibilityOn();
+    switchAccessibilityOn(environment);
     openQtWindow();
     startTalmo();
     listen();
@@ -253,7 +239,7 @@ TEST_F(AccessibilityTest, isOnBusOnlyIfDesktopWantsAccessibility)
     startTalmo();
     EXPECT_FALSE(isOnBus());
     EXPECT_EQ(quitTalmo(), 0);
-    switchAccessibilityOn();
+    switchAccessibilityOn(environment);
     startTalmo();
     EXPECT_TRUE(testbed::pollUntil([this] { return isOnBus(); }, timeout));
 }

@@ -6,6 +6,7 @@
 #include "UI/Style/LevelBar.h"
 
 #include <QAccessibleWidget>
+#include <QStackedWidget>
 
 namespace talmo {
 
@@ -71,6 +72,10 @@ QAccessibleInterface *describe(const QString & /*className*/, QObject *object)
     }
     if (auto *menu = dynamic_cast<MenuBarView *>(object)) {
         return new QAccessibleWidget(menu, QAccessible::PopupMenu);
+    }
+    if (auto *pages = qobject_cast<QStackedWidget *>(object)) {
+        // Qt's own role is spoken, as “layered pane”, whenever the focus moves from a tab into its page.
+        return new QAccessibleWidget(pages, QAccessible::Pane);
     }
     return nullptr;
 }
