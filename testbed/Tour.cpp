@@ -2,6 +2,7 @@
 // and a dictation. Takes a picture of each.
 
 #include "DesktopParts.h"
+#include "PanelIcon.h"
 #include "SoundServer.h"
 #include "SpokenText.h"
 #include "TourDesktops.h"
@@ -15,7 +16,6 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QImage>
-#include <QRegion>
 
 #include <algorithm>
 #include <cstdio>
@@ -34,6 +34,8 @@ constexpr quint32 pageDown = 0xff56;
 /// More pages than this are none that a user would leaf through.
 constexpr int mostPages = 9;
 constexpr int widestIcon = 100;
+/// What shapes need.
+constexpr double leastContrast = 3;
 
 void require(bool isSo, const QString &problem)
 {
@@ -58,23 +60,52 @@ QImage settled(VirtualDesktop &desktop, Timeout atMost = 8s)
     return last;
 }
 
+/// Some desktops show nothing for seconds after their window manager has started.
+bool hasPanel(const QImage &screen)
+{
+    constexpr int line = 10;
+    for (const int y : {line, screen.height() - line}) {
+        for (int x = 1; x < screen.width(); ++x) {
+            if (screen.pixel(x, y) != screen.pixel(0, y)) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
 class Tour {
 public:
-    Tour(const TourDesktop &shown, const QString &pictureFolder)
-        : m_shown(shown),
+    Tour(TourDesktop shown, const QString &pictureFolder)
+        : m_shown(std::move(shown)),
           m_pictures(pictureFolder)
     {
         m_pictures.mkpath(QStringLiteral("."));
         m_environment.insert(QStringLiteral("XDG_CURRENT_DESKTOP"), m_shown.currentDesktop);
         m_environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("talmo.general.debug=true"));
         m_environment.insert(QStringLiteral("LIBGL_ALWAYS_SOFTWARE"), QStringLiteral("1"));
+        m_environment.insert(QStringLiteral("GSETTINGS_BACKEND"), QStringLiteral("keyfile"));
         m_bus = startBus(m_environment);
         m_desktop.storeSettings({{QStringLiteral("linux.languageModelAddress"), QStringLiteral("off")},
                                  {QStringLiteral("linux.welcomeShown"), false}});
         m_sound = std::make_unique<SoundServer>(m_desktop.folder() + QStringLiteral("/sound"), m_environment);
         m_programs = startDesktop(m_shown, m_environment.value(QStringLiteral("XDG_CONFIG_HOME")), m_environment);
         require(m_desktop.waitForWindowManager(timeout), QStringLiteral("The window manager did not start."));
+        require(pollUntil([this] { return hasPanel(m_desktop.screenshot()); }, timeout),
+                QStringLiteral("The panel did not appear."));
         settled(m_desktop);
+    }
+
+    /// Only the icon.
+    void showIcon(const QString &panel)
+    {
+        m_desktop.storeSettings({{QStringLiteral("linux.languageModelAddress"), QStringLiteral("off")},
+                                 {QStringLiteral("linux.welcomeShown"), true}});
+        m_talmo = std::make_unique<ChildProcess>(program("talmo"), QStringList(), m_environment);
+        says(QStringLiteral("ready:"));
+        const bool isThere = findIcon().has_value();
+        take(qPrintable(QStringLiteral("5-panel-") + QString(panel).remove(u'#')));
+        require(isThere, QStringLiteral("The panel shows no icon."));
     }
 
     void go()
@@ -82,12 +113,16 @@ public:
         const QImage before = m_desktop.screenshot();
         m_talmo = std::make_unique<ChildProcess>(program("talmo"), QStringList(), m_environment);
         says(QStringLiteral("ready:"));
-        require(pollUntil([this] { return isShown(true); }, timeout), QStringLiteral("The welcome did not open."));
+        require(m_desktop.waitForActiveWindow(QStringLiteral("Welcome to Talmo"), timeout),
+                QStringLiteral("The welcome did not open."));
+        const QPoint middle = before.rect().center();
+        require(pollUntil([&] { return m_desktop.screenshot().pixel(middle) != before.pixel(middle); }, timeout),
+                QStringLiteral("The welcome was not drawn."));
         take("1-welcome");
         showSettings();
         require(pollUntil([this] { return !isShown(true); }, timeout), QStringLiteral("The settings did not close."));
         settled(m_desktop);
-        const auto icon = findIcon(before);
+        const auto icon = findIcon();
         showDictation();
         showMenu(icon);
         require(m_talmo->terminate() == 0, QStringLiteral("Talmo did not exit cleanly:\n") + m_talmo->output());
@@ -115,21 +150,32 @@ private:
         std::fflush(stdout);
     }
 
-    /// Where the screen has changed since Talmo was started, at its edges: nothing else puts anything there.
-    std::optional<QPoint> findIcon(const QImage &before)
+    void runTalmoctl(const QString &command)
     {
-        constexpr int panelHeight = 48;
-        const QImage now = m_desktop.screenshot();
-        QRegion changed;
-        for (int y = 0; y < now.height(); ++y) {
-            const bool isPanel = y < panelHeight || y >= now.height() - panelHeight;
-            for (int x = now.width() / 2; isPanel && x < now.width(); ++x) {
-                if (now.pixel(x, y) != before.pixel(x, y)) {
-                    changed += QRect(x, y, 1, 1);
-                }
-            }
+        ChildProcess talmoctl(program("talmoctl"), {command}, m_environment);
+        pollUntil([&talmoctl] { return !talmoctl.isRunning(); }, timeout);
+    }
+
+    /// Where its icon is, if the panel shows one: pausing Talmo changes nothing else.
+    std::optional<QPoint> findIcon()
+    {
+        const QImage before = settled(m_desktop);
+        std::optional<PanelIcon> icon;
+        runTalmoctl(QStringLiteral("pause"));
+        pollUntil(
+            [&] {
+                icon = PanelIcon::find(before, m_desktop.screenshot());
+                return icon && icon->contrast >= leastContrast; // Some panels fade it in.
+            },
+            timeout);
+        runTalmoctl(QStringLiteral("resume"));
+        if (!icon) {
+            std::printf("no icon in the panel\n");
+            return std::nullopt;
         }
-        return changed.isEmpty() ? std::nullopt : std::optional(changed.boundingRect().center());
+        std::printf("icon: contrast %.1f:1 with the panel's %s\n", icon->contrast, qPrintable(icon->panel.name()));
+        require(icon->contrast >= leastContrast, QStringLiteral("The icon is hard to see on this panel."));
+        return icon->place.center();
     }
 
     void showSettings()
@@ -193,7 +239,7 @@ private:
         }
         if (!icon || !pollUntil([this] { return isShown(false); }, 3s)) {
             std::printf("no menu at the icon; opening it by talmoctl\n");
-            ChildProcess command(program("talmoctl"), {QStringLiteral("menu")}, m_environment);
+            runTalmoctl(QStringLiteral("menu"));
             require(pollUntil([this] { return isShown(false); }, timeout), QStringLiteral("The menu did not open."));
         }
         take("4-menu");
@@ -201,7 +247,7 @@ private:
         require(pollUntil([this] { return !isShown(false); }, timeout), QStringLiteral("The menu did not close."));
     }
 
-    const TourDesktop &m_shown;
+    const TourDesktop m_shown;
     QDir m_pictures;
     VirtualDesktop m_desktop{{QStringLiteral("-screen"), QStringLiteral("0"), QStringLiteral("1366x768x24")},
                              VirtualDesktop::WindowManager::None};
@@ -229,7 +275,9 @@ int main(int argc, char **argv)
     parser.addPositionalArgument(QStringLiteral("DESKTOP"), QStringLiteral("xfce, i3, mate, lxqt, cinnamon or plasma"));
     const QCommandLineOption pictures(QStringLiteral("pictures"), QStringLiteral("The folder for the pictures."),
                                       QStringLiteral("FOLDER"), QStringLiteral("talmo-tour"));
-    parser.addOption(pictures);
+    const QCommandLineOption panel(QStringLiteral("panel"), QStringLiteral("Only the icon, on a panel of this colour."),
+                                   QStringLiteral("COLOUR"));
+    parser.addOptions({pictures, panel});
     parser.process(application);
     const QString name = parser.positionalArguments().value(0);
     const auto shown = std::find_if(tourDesktops().cbegin(), tourDesktops().cend(),
@@ -238,7 +286,11 @@ int main(int argc, char **argv)
         parser.showHelp(EXIT_FAILURE);
     }
     try {
-        Tour(*shown, parser.value(pictures)).go();
+        if (parser.isSet(panel)) {
+            Tour(withPanel(*shown, QColor(parser.value(panel))), parser.value(pictures)).showIcon(parser.value(panel));
+        } else {
+            Tour(*shown, parser.value(pictures)).go();
+        }
         return EXIT_SUCCESS;
     } catch (const talmo::Error &error) {
         std::fprintf(stderr, "tour: %s: %s\n", qUtf8Printable(name), qUtf8Printable(error.localizedDescription()));

@@ -21,6 +21,7 @@ const char *const xfcePanel = R"(<?xml version="1.0" encoding="UTF-8"?>
       <property name="length" type="uint" value="100"/>
       <property name="position-locked" type="bool" value="true"/>
       <property name="size" type="uint" value="28"/>
+      <!-- background -->
       <property name="plugin-ids" type="array">
         <value type="int" value="1"/>
         <value type="int" value="2"/>
@@ -82,6 +83,36 @@ type=statusnotifier
 const char *const plasmaTray = "until dbus-send --session --print-reply --dest=org.kde.kded5 /kded "
                                "org.kde.kded5.loadModule string:statusnotifierwatcher; do sleep 0.2; done";
 
+const char *const xfceBackground = R"(<property name="background-style" type="uint" value="1"/>
+      <property name="background-rgba" type="array">
+        <value type="double" value="%1"/>
+        <value type="double" value="%2"/>
+        <value type="double" value="%3"/>
+        <value type="double" value="1"/>
+      </property>)";
+
+const char *const mateSettings = R"([org/mate/panel/toplevels/top/background]
+type='color'
+color='%1'
+)";
+
+const char *const cinnamonSettings = R"([org/cinnamon/theme]
+name='Tour'
+)";
+
+const char *const cinnamonTheme = R"(@import url("/usr/share/cinnamon/theme/cinnamon.css");
+.panel-top, .panel-bottom { background-color: %1; }
+)";
+
+/// Plasma's own theme takes the colours of the windows.
+const char *const plasmaColours = R"([Colors:Window]
+BackgroundNormal=%1,%2,%3
+ForegroundNormal=%4
+)";
+
+/// Relative to the configuration folder; read as GSETTINGS_BACKEND says.
+const QString keyfile = QStringLiteral("glib-2.0/settings/keyfile");
+
 void write(const QString &path, const QString &text)
 {
     QDir().mkpath(QFileInfo(path).path());
@@ -124,6 +155,31 @@ const QList<TourDesktop> &tourDesktops()
          QStringLiteral("KDE")},
     };
     return all;
+}
+
+TourDesktop withPanel(TourDesktop desktop, const QColor &colour)
+{
+    if (desktop.name == QStringLiteral("xfce")) {
+        const QString background = QString::fromLatin1(xfceBackground)
+                                       .arg(double(colour.redF()))
+                                       .arg(double(colour.greenF()))
+                                       .arg(double(colour.blueF()));
+        desktop.files.first().second.replace(QStringLiteral("<!-- background -->"), background);
+    } else if (desktop.name == QStringLiteral("mate")) {
+        desktop.files.append({keyfile, QString::fromLatin1(mateSettings).arg(colour.name())});
+    } else if (desktop.name == QStringLiteral("cinnamon")) {
+        desktop.files.append({keyfile, QString::fromLatin1(cinnamonSettings)});
+        desktop.files.append({QStringLiteral("../.themes/Tour/cinnamon/cinnamon.css"),
+                              QString::fromLatin1(cinnamonTheme).arg(colour.name())});
+    } else if (desktop.name == QStringLiteral("plasma")) {
+        const QString text = colour.lightness() < 128 ? QStringLiteral("255,255,255") : QStringLiteral("0,0,0");
+        desktop.files.append(
+            {QStringLiteral("kdeglobals"),
+             QString::fromLatin1(plasmaColours).arg(colour.red()).arg(colour.green()).arg(colour.blue()).arg(text)});
+    } else {
+        throw Error(QStringLiteral("The colour of this desktop's panel cannot be set."));
+    }
+    return desktop;
 }
 
 std::vector<std::unique_ptr<ChildProcess>> startDesktop(const TourDesktop &desktop, const QString &folder,

@@ -2,6 +2,7 @@
 
 #include "ChildProcess.h"
 
+#include <QColor>
 #include <QList>
 #include <QProcessEnvironment>
 #include <QString>
@@ -25,6 +26,9 @@ struct TourDesktop {
 };
 
 const QList<TourDesktop> &tourDesktops();
+
+/// The desktop with a panel of that colour: those of XFCE, MATE, Cinnamon and Plasma. Throws Error for others.
+TourDesktop withPanel(TourDesktop desktop, const QColor &colour);
 
 /// Writes its files and starts its programs. `folder` is the user's configuration folder. Throws Error.
 std::vector<std::unique_ptr<ChildProcess>> startDesktop(const TourDesktop &desktop, const QString &folder,
