@@ -13,8 +13,6 @@ namespace talmo::testbed {
 
 namespace {
 
-constexpr int panelHeight = 48;
-
 /// As WCAG 2 defines it.
 double luminance(const QColor &colour)
 {
@@ -79,7 +77,7 @@ bool isLikeSymbol(const QRegion &part)
 {
     const QSize size = part.boundingRect().size();
     const auto [shorter, longer] = std::minmax({size.width(), size.height()});
-    return shorter >= smallestSymbol && longer <= panelHeight && longer <= 3 * shorter;
+    return shorter >= smallestSymbol && longer <= PanelIcon::highestPanel && longer <= 3 * shorter;
 }
 
 PanelIcon measured(const QRegion &symbol, const QImage &now)
@@ -105,9 +103,9 @@ PanelIcon measured(const QRegion &symbol, const QImage &now)
 
 std::optional<PanelIcon> PanelIcon::find(const QImage &before, const QImage &now)
 {
-    for (const int top : {0, now.height() - panelHeight}) {
+    for (const int top : {0, now.height() - PanelIcon::highestPanel}) {
         QRegion changed;
-        for (int y = top; y < top + panelHeight; ++y) {
+        for (int y = top; y < top + PanelIcon::highestPanel; ++y) {
             for (int x = now.width() / 2; x < now.width(); ++x) {
                 if (differ(now.pixel(x, y), before.pixel(x, y))) {
                     changed += QRect(x, y, 1, 1);

@@ -10,6 +10,9 @@ namespace talmo::testbed {
 
 /// A round icon in a panel whose symbol has changed, as two screenshots tell.
 struct PanelIcon {
+    /// Panels are looked for no farther from the upper and lower edges; in pixels.
+    static constexpr int highestPanel = 48;
+
     QRect place;
     /// What is around it.
     QColor panel;
