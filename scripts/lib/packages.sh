@@ -24,14 +24,14 @@ demo_packages=(
 # The programs that the tests use, and the tools of CI.
 test_packages=(
   libgtest-dev libgmock-dev libgtk-3-dev libsm-dev libice-dev xterm xfonts-base xclip x11-xkb-utils
-  desktop-file-utils appstream python3 mandoc iproute2 python3-onnx dbus-daemon openssl strace fonts-noto-color-emoji
+  desktop-file-utils appstream python3 mandoc iproute2 python3-onnx dbus-daemon dbus-bin openssl strace fonts-noto-color-emoji
   x11-xserver-utils at-spi2-core gir1.2-atspi-2.0 python3-gi orca speech-dispatcher copyq pocketsphinx-testdata libfaketime
   sway xwayland foot grim wl-clipboard weston
   umockdev libumockdev-dev valgrind
 )
 # The desktops of scripts/desktops, each with what its tests need. Most of it is KWin and GNOME Shell themselves.
 kde_packages=(
-  kwin-wayland libkf5service-bin xwayland wl-clipboard dbus-daemon pulseaudio flite
+  kwin-wayland libkf5service-bin xwayland wl-clipboard dbus-daemon dbus-bin pulseaudio flite
 )
 gnome_packages=(
   gnome-shell xwayland dbus-daemon libglib2.0-bin python3-dbusmock python3-gi gir1.2-gtk-3.0 gir1.2-vte-2.91 gjs

@@ -8,6 +8,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QDBusConnection>
+#include <QDBusMessage>
+
+#include <csignal>
+
 #include <linux/input-event-codes.h>
 
 namespace talmo::test {
@@ -61,6 +66,14 @@ protected:
         process.closeWriteChannel();
         EXPECT_TRUE(testbed::waitUntil([&process] { return process.state() == QProcess::NotRunning; }, timeout));
         return {process.exitCode(), process.readAllStandardError().toStdString()};
+    }
+    /// Whether KDE watches Talmo's key now.
+    bool isShortcutActive()
+    {
+        auto bus = QDBusConnection::connectToBus(environment.value(u"DBUS_SESSION_BUS_ADDRESS"_s), u"kde-test"_s);
+        const auto reply = bus.call(QDBusMessage::createMethodCall(u"org.kde.kglobalaccel"_s, u"/component/talmo"_s,
+                                                                   u"org.kde.kglobalaccel.Component"_s, u"isActive"_s));
+        return reply.arguments().value(0).toBool();
     }
     /// The middle of the overlay's place.
     QImage overlayPlace()
@@ -163,6 +176,18 @@ TEST_F(KdeTest, untrustedTalmoNamesWhatIsMissing)
     start({});
     startTalmo();
     EXPECT_TRUE(talmo->output().contains(u"does not let Talmo type"_s)) << talmo->output().toStdString();
+}
+
+TEST_F(KdeTest, keyIsFreeAfterCrashAndWorksAgainAfterRestart)
+{
+    start({QStringLiteral(TALMO_BIN "/talmo")});
+    startTalmo();
+    ::kill(static_cast<pid_t>(talmo->processId()), SIGKILL);
+    ASSERT_TRUE(testbed::waitUntil([this] { return !talmo->isRunning(); }, timeout));
+    EXPECT_TRUE(testbed::pollUntil([this] { return !isShortcutActive(); }, timeout)) << "KDE keeps the key";
+    talmo = std::make_unique<testbed::ChildProcess>(QStringLiteral(TALMO_BIN "/talmo"), QStringList(), environment);
+    ASSERT_TRUE(talmoSays(u"ready: hold Pause"_s));
+    EXPECT_TRUE(isShortcutActive());
 }
 
 } // namespace talmo::test

@@ -96,6 +96,9 @@ KdeKeys::KdeKeys(int key, std::function<bool()> isApplicationActive, QDBusConnec
     connect(&m_watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] { report(false); });
     connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, this, [this] { takeKey(); });
     takeKey();
+    if (m_hasKey) {
+        m_guard = std::make_unique<KdeKeyGuard>(QStringList{component, action, component, action});
+    }
 }
 
 KdeKeys::~KdeKeys()

@@ -2,6 +2,7 @@
 
 #include "Input/Hotkey/EventMonitor.h"
 #include "Input/Hotkey/KeyMonitors.h"
+#include "Platform/Linux/Wayland/Kde/KdeKeyGuard.h"
 
 #include <QDBusConnection>
 #include <QDBusServiceWatcher>
@@ -55,6 +56,7 @@ private: // NOLINT(readability-redundant-access-specifiers): no slots.
     bool m_hasKey = false;
     bool m_isHeld = false;
     KeyMonitors m_monitors;
+    std::unique_ptr<KdeKeyGuard> m_guard;
 };
 
 } // namespace talmo

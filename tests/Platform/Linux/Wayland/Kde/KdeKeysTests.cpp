@@ -6,6 +6,7 @@
 #include "Support/Printing.h"
 #include "Support/ShortcutService.h"
 #include "Support/TestLoop.h"
+#include "Waiting.h"
 
 #include <QTemporaryDir>
 
@@ -22,12 +23,15 @@ using testing::IsEmpty;
 
 class KdeKeysTest : public testing::Test {
 protected:
+    static constexpr testbed::Timeout timeout = std::chrono::seconds(10);
+
     KdeKeysTest()
     {
         auto environment = QProcessEnvironment::systemEnvironment();
         environment.insert(u"XDG_RUNTIME_DIR"_s, folder.path());
         daemon = testbed::startBus(environment);
-        bus = QDBusConnection::connectToBus(environment.value(u"DBUS_SESSION_BUS_ADDRESS"_s), u"kde"_s);
+        address = environment.value(u"DBUS_SESSION_BUS_ADDRESS"_s);
+        bus = QDBusConnection::connectToBus(address, u"kde"_s);
     }
     ~KdeKeysTest() override
     {
@@ -70,6 +74,11 @@ protected:
             events.push_back(event.modifierFlags != 0);
         });
     }
+    /// Calls are events of the service's thread only.
+    bool waitForCalls(const QStringList &expected)
+    {
+        return testbed::pollUntil([&] { return calls() == expected; }, timeout);
+    }
     bool waitForEvents(std::size_t count)
     {
         return waitFor([this, count] { return events.size() >= count; });
@@ -77,6 +86,7 @@ protected:
 
     QTemporaryDir folder;
     std::unique_ptr<testbed::ChildProcess> daemon;
+    QString address;
     QDBusConnection bus{QString()};
     std::shared_ptr<SerialExecutor> serviceThread = SerialExecutor::onNewThread(u"shortcuts"_s);
     std::unique_ptr<ShortcutService> service;
@@ -107,7 +117,7 @@ TEST_F(KdeKeysTest, reportsHoldOnceAndFreesKeyAtEnd)
     ASSERT_TRUE(waitForEvents(3));
     EXPECT_THAT(events, ElementsAre(true, false, true));
     keys.reset();
-    EXPECT_TRUE(waitFor([this] { return calls().last() == u"inactive"_s; }));
+    EXPECT_TRUE(waitForCalls({u"register talmo/dictate"_s, u"set %1 6"_s.arg(int(Qt::Key_Pause)), u"inactive"_s}));
 }
 
 TEST_F(KdeKeysTest, reportsKeyTakenByAnotherProgram)
@@ -115,6 +125,22 @@ TEST_F(KdeKeysTest, reportsKeyTakenByAnotherProgram)
     startService(Qt::Key_Pause);
     open();
     EXPECT_FALSE(keys->hasKey());
+}
+
+TEST_F(KdeKeysTest, guardFreesKeyOnlyAfterCrash)
+{
+    startService();
+    const auto previous = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", address.toUtf8());
+    const QStringList action{u"talmo"_s, u"dictate"_s, u"Talmo"_s, u"Hold to dictate"_s};
+    {
+        const KdeKeyGuard dismissed(action);
+    }
+    EXPECT_THAT(calls(), IsEmpty());
+    KdeKeyGuard guard(action);
+    guard.handleCrash();
+    EXPECT_TRUE(waitForCalls({u"inactive"_s}));
+    qputenv("DBUS_SESSION_BUS_ADDRESS", previous);
 }
 
 TEST_F(KdeKeysTest, releasesHeldKeyAndRegistersAgainWhenServiceRestarts)
@@ -127,7 +153,7 @@ TEST_F(KdeKeysTest, releasesHeldKeyAndRegistersAgainWhenServiceRestarts)
     ASSERT_TRUE(waitForEvents(2));
     EXPECT_THAT(events, ElementsAre(true, false));
     startService();
-    EXPECT_TRUE(waitFor([this] { return calls().size() == 2; }));
+    EXPECT_TRUE(testbed::pollUntil([this] { return calls().size() == 2; }, timeout));
     press();
     ASSERT_TRUE(waitForEvents(3));
 }
