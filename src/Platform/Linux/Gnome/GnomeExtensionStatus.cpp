@@ -62,17 +62,28 @@ DesktopExtension::Status GnomeExtensionStatus::status() const
 void GnomeExtensionStatus::refresh()
 {
     if (!m_isEnabling) {
-        logEscapes(take(this, m_extension.state()));
+        logEscapes(takeState(this, m_extension.state()));
     }
 }
 
 void GnomeExtensionStatus::enable()
 {
     publish(m_isEnabling, true);
-    logEscapes(take(this, m_extension.enable()));
+    logEscapes(takeEnabled(this, m_extension.enable()));
 }
 
-QCoro::Task<void> GnomeExtensionStatus::take(QPointer<GnomeExtensionStatus> self, QFuture<GnomeExtension::State> state)
+/// What was found before the user enabled it must not offer that again.
+QCoro::Task<void> GnomeExtensionStatus::takeState(QPointer<GnomeExtensionStatus> self,
+                                                  QFuture<GnomeExtension::State> state)
+{
+    const State found = co_await state;
+    if (self && !self->m_isEnabling) {
+        self->publish(self->m_state, found);
+    }
+}
+
+QCoro::Task<void> GnomeExtensionStatus::takeEnabled(QPointer<GnomeExtensionStatus> self,
+                                                    QFuture<GnomeExtension::State> state)
 {
     const State found = co_await state;
     if (self) {

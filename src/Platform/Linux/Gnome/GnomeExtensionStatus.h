@@ -22,7 +22,8 @@ public:
     static Status statusFor(GnomeExtension::State state);
 
 private:
-    static QCoro::Task<void> take(QPointer<GnomeExtensionStatus> self, QFuture<GnomeExtension::State> state);
+    static QCoro::Task<void> takeState(QPointer<GnomeExtensionStatus> self, QFuture<GnomeExtension::State> state);
+    static QCoro::Task<void> takeEnabled(QPointer<GnomeExtensionStatus> self, QFuture<GnomeExtension::State> state);
 
     GnomeExtension m_extension;
     std::optional<GnomeExtension::State> m_state;

@@ -290,16 +290,20 @@ TEST_F(GnomeAdapterTest, newlyInstalledExtensionNeedsLogin)
 TEST_F(GnomeAdapterTest, showsWhenExtensionIsEnabled)
 {
     switchExtension("DisableExtension");
+    GnomeExtension shells;
+    ASSERT_TRUE(waitFor([&shells] { return answerOf(shells.state()) == State::Disabled; }));
     GnomeExtensionStatus extension;
     EXPECT_TRUE(extension.status().sentence.isEmpty());
-    EXPECT_TRUE(waitFor([&extension] {
-        extension.refresh();
-        return extension.status().canBeEnabled;
-    }));
+    extension.refresh();
+    ASSERT_TRUE(waitFor([&extension] { return extension.status().canBeEnabled; }));
     EXPECT_TRUE(extension.status().isMissing);
+    extension.refresh(); // Answered after the click.
     extension.enable();
+    int changes = 0;
+    QObject::connect(&extension, &Observable::objectWillChange, &extension, [&changes] { ++changes; });
     EXPECT_FALSE(extension.status().canBeEnabled);
     EXPECT_TRUE(waitFor([&extension] { return !extension.status().isMissing; }));
+    EXPECT_EQ(changes, 1);
     EXPECT_EQ(extension.status().sentence, QStringLiteral("Talmo's GNOME extension is enabled."));
 }
 
