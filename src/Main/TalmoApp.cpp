@@ -29,8 +29,9 @@ TalmoApp::TalmoApp(const OpenDesktop &open)
     : m_clock(std::make_shared<TimerFdClock>()),
       m_defaults(JsonUserDefaults::ofThisUser(m_executors.settings)),
       m_linuxSettings(LinuxSettings::read(*m_defaults)),
-      m_desktop(std::make_shared<Desktop>(open({m_clock, m_linuxSettings.standInKeys, m_linuxSettings.readKeyboards,
-                                                m_linuxSettings.colourScheme, [this] { Q_EMIT quitRequested(); }}))),
+      m_desktop(std::make_shared<Desktop>(
+          open({m_clock, m_linuxSettings.standInKeys, m_linuxSettings.readKeyboards, m_linuxSettings.colourScheme,
+                [this] { Q_EMIT quitRequested(); }, m_defaults}))),
       m_languageModel(std::make_shared<LoopbackLanguageModel>(m_linuxSettings.languageModel, m_executors.cleanup,
                                                               m_clock, std::make_shared<LinuxServerTrust>())),
       m_audioEngine(std::make_shared<PulseAudioEngine>()),

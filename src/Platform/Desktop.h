@@ -12,6 +12,8 @@
 #include "Insertion/PasteReceipt.h"
 #include "Insertion/Pasteboard.h"
 #include "Settings/DesktopExtension.h"
+#include "Settings/PastePermission.h"
+#include "Settings/UserDefaults.h"
 #include "UI/Menu/FrontmostFocus.h"
 #include "UI/Menu/StatusItem.h"
 #include "UI/Overlay/PanelWindow.h"
@@ -48,6 +50,8 @@ struct Desktop {
     std::shared_ptr<HotkeyControl> hotkeys;
     /// Null if the desktop needs none.
     std::shared_ptr<DesktopExtension> extension;
+    /// Null if the user need not allow pasting, or cannot.
+    std::shared_ptr<PastePermission> pastePermission;
     std::shared_ptr<Pasteboard> pasteboard;
     std::shared_ptr<PasteWitness> pasteWitness;
     std::shared_ptr<KeyEventPoster> keyPoster;
@@ -75,6 +79,8 @@ struct DesktopOptions {
     QString colourScheme;
     /// Called when the user asks the desktop to quit Talmo.
     std::function<void()> quit;
+    /// Where the desktop keeps what the user has allowed; null: it asks for nothing.
+    std::shared_ptr<UserDefaults> defaults = nullptr;
 };
 
 /// Detects the desktop of this session and selects Qt's platform plug-in for it. Call before constructing QApplication.

@@ -11,6 +11,7 @@
 #include "Settings/LanguageSettings.h"
 #include "Settings/MicrophoneSettings.h"
 #include "Settings/PasswordFieldSettings.h"
+#include "Settings/PastePermission.h"
 #include "Settings/RecogniserSettings.h"
 #include "Settings/TalmoSettings.h"
 #include "Settings/WordPronunciations.h"
@@ -64,6 +65,8 @@ struct ViewContext {
     std::function<void()> endRecording;
     /// Whether the desktop has settings for the permission; empty if it has for all.
     std::function<bool(SettingsPane)> canOpenSettings;
+    /// Null if the user need not allow pasting, or cannot.
+    std::shared_ptr<PastePermission> pastePermission = nullptr;
 };
 
 } // namespace talmo

@@ -1,4 +1,5 @@
 """Talmo's own programs in a GNOME session. Started by ./run, after a build."""
+import json
 import os
 import shutil
 import signal
@@ -26,8 +27,19 @@ class AdaptersTest(GnomeTest):
         self.assertEqual(program.wait(120), 0)
 
 
+class PasteTest(GnomeTest):
+    def wait_for_earlier_clipboard(self):
+        """It is restored in the background, once nobody has read the text for a while. Asking is reading, too."""
+        for _attempt in range(10):
+            next_look = time.monotonic() + 0.4
+            wait_until(lambda: time.monotonic() > next_look, "the next look")
+            if self.copied() == "earlier":
+                return
+        self.fail(f"on the clipboard: {self.copied()}")
+
+
 @unittest.skipUnless(os.path.exists(f"{PROGRAMS}/talmoctl"), "talmoctl is not built")
-class InsertionTest(GnomeTest):
+class InsertionTest(PasteTest):
     def insert(self, text):
         """Starts talmoctl insert."""
         program = subprocess.Popen([f"{PROGRAMS}/talmoctl", "insert"], env=self.session.environment, text=True,
@@ -36,15 +48,6 @@ class InsertionTest(GnomeTest):
         program.stdin.write(text)
         program.stdin.close()
         return program
-
-    def wait_for_earlier_clipboard(self):
-        """talmoctl restores it in the background, once nobody has read the text for a while. Asking is reading, too."""
-        for _attempt in range(10):
-            next_look = time.monotonic() + 0.4
-            wait_until(lambda: time.monotonic() > next_look, "the next look")
-            if self.copied() == "earlier":
-                return
-        self.fail(f"on the clipboard: {self.copied()}")
 
     def result(self, program):
         wait_until(lambda: program.poll() is not None, "the end of talmoctl", 20)
@@ -129,6 +132,80 @@ class ProgramTest(GnomeTest):
         program.terminate()
         self.assertEqual(program.wait(10), 0)
         wait_until(lambda: reaches("Control_R"), "the key to be free")
+
+
+class RunningTalmoTest(PasteTest):
+    def start_talmo(self, **settings):
+        folder = tempfile.mkdtemp(dir=os.environ["XDG_RUNTIME_DIR"])
+        os.mkdir(f"{folder}/talmo")
+        with open(f"{folder}/talmo/settings.json", "w") as file:
+            json.dump({"linux.welcomeShown": True, "linux.languageModelAddress": "off"} | settings, file)
+        self.environment = dict(self.session.environment, XDG_CONFIG_HOME=folder)
+        program = subprocess.Popen([f"{PROGRAMS}/talmo"], env=self.environment, stdout=subprocess.PIPE,
+                                   stderr=subprocess.STDOUT)
+        self.addCleanup(program.stdout.close)
+        self.addCleanup(program.wait)
+        self.addCleanup(program.kill)
+        os.set_blocking(program.stdout.fileno(), False)
+        self.output = b""
+
+        def is_ready():
+            self.output += program.stdout.read() or b""
+            return b"ready:" in self.output
+        wait_until(is_ready, "Talmo", 20)
+
+    def insert(self, text):
+        program = subprocess.Popen([f"{PROGRAMS}/talmoctl", "insert"], env=self.environment, text=True,
+                                   stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+        self.addCleanup(program.stdout.close)
+        self.addCleanup(program.kill)
+        program.stdin.write(text)
+        program.stdin.close()
+        wait_until(lambda: program.poll() is not None, "the end of talmoctl", 20)
+        return program.returncode, program.stdout.read()
+
+
+@unittest.skipUnless(os.path.exists(f"{PROGRAMS}/talmo"), "talmo is not built")
+class WithoutExtensionTest(RunningTalmoTest):
+    """Talmo while the extension is not enabled."""
+
+    def setUp(self):
+        super().setUp()
+        self.extensions("DisableExtension")
+
+    def primary(self, text=None):
+        kind = "imports.gi.St.ClipboardType.PRIMARY"
+        if text is not None:
+            return self.session.eval(f"imports.gi.St.Clipboard.get_default().set_text({kind}, {json.dumps(text)})")
+        self.session.eval("delete window.talmoPrimary; imports.gi.St.Clipboard.get_default().get_text("
+                          f"{kind}, (_, text) => {{ window.talmoPrimary = [text]; }}); 1")
+        return wait_until(lambda: self.session.eval("window.talmoPrimary ?? null"), "the selection")[0]
+
+    def test_pastes_with_lent_keyboard_once_allowed(self):
+        self.start_talmo(**{"linux.pasteWithLentKeyboard": True})
+        for kind, backend in (("text", "wayland"), ("terminal", "wayland"), ("text", "x11")):
+            with self.subTest(kind=kind, backend=backend):
+                window = self.window(kind, backend)
+                self.copy("earlier")
+                self.primary("selected")
+                self.assertEqual(self.insert("lent"), (0, ""))
+                wait_until(lambda: any("lent" in line.get("text", "") for line in window.read()),
+                           f"the text; got {window.lines}")
+                self.wait_for_earlier_clipboard()
+                wait_until(lambda: self.primary() == "selected", "the earlier selection")
+                self.assertFalse(any("earlier" in line.get("text", "") for line in window.read()))
+                window.close()
+
+    def test_presses_nothing_until_allowed(self):
+        self.start_talmo()
+        self.assertIn(b"only if you allow it", self.output)
+        window = self.window()
+        status, output = self.insert("by hand")
+        self.assertNotEqual(status, 0)
+        self.assertIn("Copied: press", output)
+        self.assertEqual(self.copied(), "by hand")
+        self.assertEqual(window.keys(), [])
+
 
 @unittest.skipUnless(os.path.exists(f"{PROGRAMS}/talmo"), "talmo is not built")
 @unittest.skipUnless(all(map(shutil.which, ("pulseaudio", "paplay", "flite"))), "no sound server or no voice")

@@ -2,6 +2,7 @@
 #include "Base/Log.h"
 #include "Platform/Desktop.h"
 #include "Platform/Linux/Gnome/GnomeDesktop.h"
+#include "Platform/Linux/Wayland/Portal/PortalDesktop.h"
 #include "Platform/Linux/Wayland/WaylandDesktop.h"
 #include "Platform/Linux/X11/X11Desktop.h"
 
@@ -35,9 +36,11 @@ Desktop openDesktop(const DesktopOptions &options)
 {
     const auto wayland = WaylandSession::open();
     const auto gnome = wayland ? GnomeShell::open(GnomeShell::NameWait::Queue) : nullptr;
-    Desktop desktop = openX11Desktop(options, wayland != nullptr, gnome);
+    const auto lent = wayland ? openLentPasting(*wayland, gnome, options) : LentPasting();
+    Desktop desktop = openX11Desktop(options, wayland != nullptr, lent.paster);
+    desktop.pastePermission = lent.permission;
     if (wayland) {
-        useWayland(desktop, wayland, options);
+        useWayland(desktop, wayland, lent.paster, options);
     }
     if (gnome) {
         useGnomeShell(desktop, gnome, options);

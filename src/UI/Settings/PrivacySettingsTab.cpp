@@ -3,6 +3,7 @@
 #include "UI/Accessibility/AccessibleName.h"
 #include "UI/Settings/DesktopExtensionSection.h"
 #include "UI/Settings/HistorySection.h"
+#include "UI/Settings/PastePermissionSection.h"
 #include "UI/Settings/SettingsSection.h"
 #include "UI/Settings/WarningRow.h"
 #include "UI/Style/Appearance.h"
@@ -48,6 +49,9 @@ PrivacySettingsTab::PrivacySettingsTab(ViewContext context)
     if (m_context.desktopExtension) {
         layout->addWidget(
             new DesktopExtensionSection(m_context.desktopExtension, DesktopExtensionSection::Shown::Always));
+    }
+    if (m_context.pastePermission) {
+        layout->addWidget(new PastePermissionSection(m_context.pastePermission));
     }
     if (m_context.passwordFields) {
         layout->addWidget(makePasswordFields());

@@ -24,6 +24,9 @@ public:
 
     /// Whether the shell can be asked now. Never blocks.
     virtual bool isAvailable() const = 0;
+    /// Whether front() can name a window. If not, it names a style that pastes everywhere, if both selections hold the
+    /// text. Never blocks.
+    virtual bool isFrontKnown() const { return true; }
     virtual QFuture<Front> front() = 0;
     /// Presses the shortcut if this window still has the focus; Taken means pressed. Finishes within two seconds.
     virtual QFuture<PasteReceipt::Outcome> press(quint64 window, PasteStyle style) = 0;

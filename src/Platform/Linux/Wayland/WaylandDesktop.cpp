@@ -96,11 +96,12 @@ bool useKeys(Desktop &desktop, const DesktopOptions &options)
 }
 
 /// Whether text reaches every window.
-bool usePasting(Desktop &desktop, const std::shared_ptr<WaylandSession> &session)
+bool usePasting(Desktop &desktop, const std::shared_ptr<WaylandSession> &session,
+                const std::shared_ptr<ShellPaster> &paster)
 {
     const auto pasteboard = std::make_shared<WaylandPasteboard>(session);
     pasteboard->setOnLoss([](OfferReading::Loss loss) { showClipboardLoss(loss == OfferReading::Loss::TooLarge); });
-    const auto poster = std::make_shared<WaylandKeyEventPoster>(session, pasteboard->transaction());
+    const auto poster = std::make_shared<WaylandKeyEventPoster>(session, pasteboard->transaction(), paster);
     desktop.pasteboard = pasteboard;
     desktop.pasteWitness = pasteboard;
     desktop.keyPoster = poster;
@@ -113,7 +114,8 @@ bool usePasting(Desktop &desktop, const std::shared_ptr<WaylandSession> &session
 
 } // namespace
 
-void useWayland(Desktop &desktop, const std::shared_ptr<WaylandSession> &session, const DesktopOptions &options)
+void useWayland(Desktop &desktop, const std::shared_ptr<WaylandSession> &session,
+                const std::shared_ptr<ShellPaster> &paster, const DesktopOptions &options)
 {
     const QByteArray clipboard = DataControl::offeredInterface(*session);
     desktop.description = QStringLiteral("Wayland, ") +
@@ -131,8 +133,9 @@ void useWayland(Desktop &desktop, const std::shared_ptr<WaylandSession> &session
     if (!hasKeys) {
         desktop.limits.append(WaylandLimits::unseenKeys);
     }
-    if (clipboard.isEmpty() || !usePasting(desktop, session)) {
-        desktop.limits.append(WaylandLimits::untypedText);
+    const bool types = !clipboard.isEmpty() && usePasting(desktop, session, paster);
+    if (!types && !(paster && paster->isAvailable())) {
+        desktop.limits.append(desktop.pastePermission ? WaylandLimits::unallowedText : WaylandLimits::untypedText);
     }
 }
 

@@ -19,5 +19,10 @@ inline constexpr DesktopLimit untypedText = {
     QT_TRANSLATE_NOOP("Talmo", "Inserting text"),
     QT_TRANSLATE_NOOP("Talmo", "This desktop does not let Talmo type into Wayland windows."),
     QT_TRANSLATE_NOOP("Talmo", "After a dictation, paste the text with Ctrl+V.")};
+/// The same, where the user can change it.
+inline constexpr DesktopLimit unallowedText = {
+    QT_TRANSLATE_NOOP("Talmo", "Inserting text"),
+    QT_TRANSLATE_NOOP("Talmo", "This desktop lets Talmo type into Wayland windows only if you allow it."),
+    QT_TRANSLATE_NOOP("Talmo", "Allow it in the settings, under Privacy. Until then, paste the text with Ctrl+V.")};
 
 } // namespace talmo::WaylandLimits

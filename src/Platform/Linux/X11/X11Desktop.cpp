@@ -49,6 +49,10 @@ Desktop openX11Desktop(const DesktopOptions &options, bool isNested, const std::
     const auto pasteboard = std::make_shared<XcbPasteboard>(session);
     pasteboard->setOnLoss(
         [](SelectionReading::Loss loss) { showClipboardLoss(loss == SelectionReading::Loss::TooLarge); });
+    if (shell) {
+        pasteboard->transaction()->setPastesPrimaryBeyond(
+            [shell] { return shell->isAvailable() && !shell->isFrontKnown(); });
+    }
     const auto icon = std::make_shared<TrayIcon>(std::make_shared<EmbeddedTray>());
 
     Desktop desktop;

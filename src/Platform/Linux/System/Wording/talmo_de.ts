@@ -1099,5 +1099,25 @@
         <source>The live text is shown while you speak. The final text replaces it and is inserted.</source>
         <translation>Der Live-Text wird beim Sprechen angezeigt. Der endgültige Text ersetzt ihn und wird eingefügt.</translation>
     </message>
+    <message>
+        <source>The desktop did not allow it for good. Switch this off and on again, and allow it in the dialog for later sessions too.</source>
+        <translation>Die Arbeitsumgebung hat es nicht auf Dauer erlaubt. Bitte aus- und wieder einschalten und im Dialog auch für spätere Sitzungen erlauben.</translation>
+    </message>
+    <message>
+        <source>This desktop lets Talmo type into Wayland windows only if you allow it.</source>
+        <translation>Diese Arbeitsumgebung lässt Talmo nur mit Ihrer Erlaubnis in Wayland-Fenster tippen.</translation>
+    </message>
+    <message>
+        <source>Allow it in the settings, under Privacy. Until then, paste the text with Ctrl+V.</source>
+        <translation>Bitte in den Einstellungen unter „Datenschutz“ erlauben. Bis dahin den Text mit Strg+V einfügen.</translation>
+    </message>
+    <message>
+        <source>Paste with the desktop&apos;s remote control</source>
+        <translation>Mit der Fernsteuerung der Arbeitsumgebung einfügen</translation>
+    </message>
+    <message>
+        <source>Lets Talmo press the paste shortcut in Wayland windows. The desktop may ask once, and may show that it is controlled while Talmo pastes.</source>
+        <translation>Lässt Talmo in Wayland-Fenstern das Tastenkürzel zum Einfügen drücken. Die Arbeitsumgebung fragt eventuell einmal nach und zeigt eventuell an, dass sie ferngesteuert wird, während Talmo einfügt.</translation>
+    </message>
 </context>
 </TS>

@@ -1099,5 +1099,25 @@
         <source>The live text is shown while you speak. The final text replaces it and is inserted.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>The desktop did not allow it for good. Switch this off and on again, and allow it in the dialog for later sessions too.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This desktop lets Talmo type into Wayland windows only if you allow it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Allow it in the settings, under Privacy. Until then, paste the text with Ctrl+V.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Paste with the desktop&apos;s remote control</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Lets Talmo press the paste shortcut in Wayland windows. The desktop may ask once, and may show that it is controlled while Talmo pastes.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

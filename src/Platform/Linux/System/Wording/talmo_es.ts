@@ -1099,5 +1099,25 @@
         <source>The live text is shown while you speak. The final text replaces it and is inserted.</source>
         <translation>El texto en directo se muestra al hablar. El texto final lo reemplaza y se inserta.</translation>
     </message>
+    <message>
+        <source>The desktop did not allow it for good. Switch this off and on again, and allow it in the dialog for later sessions too.</source>
+        <translation>El escritorio no lo ha permitido de forma permanente. Desactive esta opción, vuelva a activarla y permítala también para sesiones posteriores en el diálogo.</translation>
+    </message>
+    <message>
+        <source>This desktop lets Talmo type into Wayland windows only if you allow it.</source>
+        <translation>Este escritorio solo deja que Talmo escriba en ventanas de Wayland si usted lo permite.</translation>
+    </message>
+    <message>
+        <source>Allow it in the settings, under Privacy. Until then, paste the text with Ctrl+V.</source>
+        <translation>Permítalo en la configuración, en «Privacidad». Hasta entonces, pegue el texto con Ctrl+V.</translation>
+    </message>
+    <message>
+        <source>Paste with the desktop&apos;s remote control</source>
+        <translation>Pegar mediante el control remoto del escritorio</translation>
+    </message>
+    <message>
+        <source>Lets Talmo press the paste shortcut in Wayland windows. The desktop may ask once, and may show that it is controlled while Talmo pastes.</source>
+        <translation>Permite que Talmo pulse el atajo de pegar en las ventanas de Wayland. El escritorio puede preguntarlo una vez y mostrar que está controlado mientras Talmo pega.</translation>
+    </message>
 </context>
 </TS>

@@ -1099,5 +1099,25 @@
         <source>The live text is shown while you speak. The final text replaces it and is inserted.</source>
         <translation>Le texte en direct s’affiche pendant que vous parlez. Le texte final le remplace et est inséré.</translation>
     </message>
+    <message>
+        <source>The desktop did not allow it for good. Switch this off and on again, and allow it in the dialog for later sessions too.</source>
+        <translation>Le bureau ne l’a pas autorisé durablement. Désactivez puis réactivez cette option, et autorisez-la aussi pour les sessions suivantes dans la boîte de dialogue.</translation>
+    </message>
+    <message>
+        <source>This desktop lets Talmo type into Wayland windows only if you allow it.</source>
+        <translation>Ce bureau ne laisse Talmo écrire dans les fenêtres Wayland qu’avec votre autorisation.</translation>
+    </message>
+    <message>
+        <source>Allow it in the settings, under Privacy. Until then, paste the text with Ctrl+V.</source>
+        <translation>Autorisez-le dans les paramètres, sous «&#xa0;Confidentialité&#xa0;». D’ici là, collez le texte avec Ctrl+V.</translation>
+    </message>
+    <message>
+        <source>Paste with the desktop&apos;s remote control</source>
+        <translation>Coller par la commande à distance du bureau</translation>
+    </message>
+    <message>
+        <source>Lets Talmo press the paste shortcut in Wayland windows. The desktop may ask once, and may show that it is controlled while Talmo pastes.</source>
+        <translation>Permet à Talmo d’actionner le raccourci de collage dans les fenêtres Wayland. Le bureau peut demander une fois votre accord, et indiquer qu’il est contrôlé pendant que Talmo colle.</translation>
+    </message>
 </context>
 </TS>

@@ -55,13 +55,18 @@ QCoro::Task<QList<PasteboardItem>> PasteTransaction::snapshot(std::shared_ptr<Pa
         all = co_await SnapshotReader::read(self->m_snapshots, &self->m_clipboard);
     }
     self->earlier().forgetRequests();
-    const bool takesPrimary = self->isPasting() && !self->m_primary.isTaken() &&
-                              frontWindow(self->m_session).style == PasteStyle::ShiftInsertPrimary;
-    if (takesPrimary) {
+    if (self->isPasting() && !self->m_primary.isTaken() && self->pastesPrimary()) {
         Content snapshot = co_await SnapshotReader::read(self->m_snapshots, &self->m_primary.server());
         self->m_primary.setSnapshot(std::move(snapshot));
     }
     co_return all.isEmpty() ? QList<PasteboardItem>() : QList<PasteboardItem>{PasteboardItem{all}};
+}
+
+bool PasteTransaction::pastesPrimary() const
+{
+    const auto front = frontWindow(m_session);
+    const bool isBeyond = front.window == XCB_NONE && m_session.isNested();
+    return isBeyond ? m_pastesPrimaryBeyond && m_pastesPrimaryBeyond() : front.style == PasteStyle::ShiftInsertPrimary;
 }
 
 bool PasteTransaction::chooseTarget(const FrontWindow &front)

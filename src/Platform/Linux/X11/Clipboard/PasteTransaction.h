@@ -10,6 +10,7 @@
 
 #include <QCoro/QCoroTask>
 
+#include <functional>
 #include <memory>
 
 namespace talmo {
@@ -30,6 +31,9 @@ public:
 
     /// Whether the shortcut is to be posted to this window; if not, the paste is settled.
     bool chooseTarget(const FrontWindow &front);
+    /// Whether a window beyond the server would paste the primary selection; empty: none does. Set before the first
+    /// paste.
+    void setPastesPrimaryBeyond(std::function<bool()> answer) { m_pastesPrimaryBeyond = std::move(answer); }
     /// Call when the shortcut has been posted to this window: from then on its reads count.
     void notePosted(const FrontWindow &target);
 
@@ -62,11 +66,13 @@ protected:
     void handleTaken() override { m_overdue.clear(); }
 
 private:
+    bool pastesPrimary() const;
     void handleRequest(const SelectionServer::Request &request);
     void noteLateRead(const SelectionServer::Request &request);
     quint32 readerOf(const SelectionServer::Request &request);
 
     XSession &m_session;
+    std::function<bool()> m_pastesPrimaryBeyond;
     SelectionServer m_clipboard;
     PrimaryLoan m_primary;
     OverduePastes m_overdue;
