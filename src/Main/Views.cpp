@@ -43,6 +43,7 @@ void addModels(ViewContext &context, const SettingsModels &models)
 void addDesktop(ViewContext &context, const Desktop &desktop)
 {
     context.desktopExtension = desktop.extension;
+    context.desktopKey = desktop.desktopKey;
     context.pastePermission = desktop.pastePermission;
     for (const auto &limit : desktop.limits) {
         context.limits.append(FirstTimeNotices::describe(limit));

@@ -50,6 +50,8 @@ struct Desktop {
     std::shared_ptr<HotkeyControl> hotkeys;
     /// Null if the desktop needs none.
     std::shared_ptr<DesktopExtension> extension;
+    /// The key that the desktop reports if it is asked; null if it need not be.
+    std::shared_ptr<DesktopExtension> desktopKey;
     /// Null if the user need not allow pasting, or cannot.
     std::shared_ptr<PastePermission> pastePermission;
     std::shared_ptr<Pasteboard> pasteboard;

@@ -19,6 +19,8 @@ public:
         bool isMissing = false;
         /// enable() would help.
         bool canBeEnabled = false;
+        /// What the user is offered to do; empty: "Enable the extension".
+        QString offer = {};
     };
 
     using Observable::Observable;

@@ -67,6 +67,8 @@ struct ViewContext {
     std::function<bool(SettingsPane)> canOpenSettings;
     /// Null if the user need not allow pasting, or cannot.
     std::shared_ptr<PastePermission> pastePermission = nullptr;
+    /// The key that the desktop reports if it is asked; null if it need not be.
+    std::shared_ptr<DesktopExtension> desktopKey = nullptr;
 };
 
 } // namespace talmo

@@ -41,6 +41,9 @@ Desktop openDesktop(const DesktopOptions &options)
     desktop.pastePermission = lent.permission;
     if (wayland) {
         useWayland(desktop, wayland, lent.paster, options);
+        if (!gnome || !gnome->isAvailable()) {
+            usePortalKeys(desktop, options);
+        }
     }
     if (gnome) {
         useGnomeShell(desktop, gnome, options);

@@ -25,7 +25,7 @@ DesktopExtensionSection::DesktopExtensionSection(std::shared_ptr<DesktopExtensio
     section->addWidget(m_warning);
     m_sentence = TintedLabel::caption({});
     section->addWidget(m_sentence);
-    m_enable = new QPushButton(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Enable the extension")));
+    m_enable = new QPushButton;
     m_enable->setFont(Appearance::font(Appearance::titleSize));
     section->addWidget(m_enable);
     layout->addWidget(section);
@@ -40,6 +40,8 @@ void DesktopExtensionSection::refresh()
     m_warning->setText(status.isMissing ? status.sentence : QString());
     m_sentence->setText(status.isMissing ? QString() : status.sentence);
     m_sentence->setVisible(!m_sentence->text().isEmpty());
+    m_enable->setText(status.offer.isEmpty() ? Wording::text(QT_TRANSLATE_NOOP("Talmo", "Enable the extension"))
+                                             : status.offer);
     m_enable->setVisible(status.canBeEnabled);
     setVisible(!status.sentence.isEmpty() && (status.isMissing || m_shown == Shown::Always));
 }

@@ -46,9 +46,10 @@ PrivacySettingsTab::PrivacySettingsTab(ViewContext context)
     layout->addWidget(makeStatement());
 
     layout->addWidget(makePermissions());
-    if (m_context.desktopExtension) {
-        layout->addWidget(
-            new DesktopExtensionSection(m_context.desktopExtension, DesktopExtensionSection::Shown::Always));
+    for (const auto &extension : {m_context.desktopExtension, m_context.desktopKey}) {
+        if (extension) {
+            layout->addWidget(new DesktopExtensionSection(extension, DesktopExtensionSection::Shown::Always));
+        }
     }
     if (m_context.pastePermission) {
         layout->addWidget(new PastePermissionSection(m_context.pastePermission));

@@ -120,6 +120,21 @@ TEST(PrivacyTab, asksTheDesktopWheneverShown)
     EXPECT_EQ(extension->refreshes, 2);
 }
 
+TEST(PrivacyTab, offersDesktopsKeyBesideExtension)
+{
+    ViewWorld world;
+    world.desktopExtension = std::make_shared<FakeDesktopExtension>(DesktopExtension::Status{u"Enabled."_s});
+    auto context = world.context();
+    const auto key =
+        std::make_shared<FakeDesktopExtension>(DesktopExtension::Status{u"Refused."_s, true, true, u"Ask again"_s});
+    context.desktopKey = key;
+    PrivacySettingsTab tab(context);
+    EXPECT_TRUE(shows(tab, u"Enabled."_s));
+    EXPECT_TRUE(shows(tab, u"Refused."_s));
+    buttonNamed(tab, u"Ask again"_s)->click();
+    EXPECT_EQ(key->enablings, 1);
+}
+
 TEST(PrivacyTab, doesNotCallAMissingMicrophoneGranted)
 {
     ViewWorld world;

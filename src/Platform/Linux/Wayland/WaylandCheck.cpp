@@ -4,9 +4,13 @@
 #include "Platform/Linux/Keys/TriggerKeys.h"
 #include "Platform/Linux/Wayland/Clipboard/DataControl.h"
 #include "Platform/Linux/Wayland/Keys/ChordKeyboard.h"
+#include "Platform/Linux/Wayland/Portal/PortalRequest.h"
 #include "Platform/Linux/Wayland/Sway/SwayEventMonitor.h"
 #include "Platform/Linux/Wayland/WaylandLimits.h"
 #include "Platform/Linux/Wayland/Windows/LayerSurface.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
 
 #include <algorithm>
 
@@ -47,6 +51,13 @@ CheckResult checkKey(const DesktopCheckOptions &options, bool hasShell)
     if (SwayIpc::open()) {
         const auto names = options.hotkeys.isEmpty() ? SwayEventMonitor::defaultKeys() : options.hotkeys;
         return {name, true, true, QStringLiteral("%1, by a binding of sway's.").arg(title(names)), QString()};
+    }
+    if (const auto *names = QDBusConnection::sessionBus().interface();
+        names != nullptr && names->isServiceRegistered(QStringLiteral("org.kde.kglobalaccel"))) {
+        return {name, true, true, QStringLiteral("By KDE's global shortcuts."), QString()};
+    }
+    if (PortalRequest::versionOf(PortalRequest::connectToPortal(), QStringLiteral("GlobalShortcuts")) > 0) {
+        return {name, true, true, QStringLiteral("By the desktop's global shortcuts, if you allow it."), QString()};
     }
     return limited(name, WaylandLimits::unseenKeys);
 }

@@ -1104,6 +1104,22 @@
         <translation>Die Arbeitsumgebung hat es nicht auf Dauer erlaubt. Bitte aus- und wieder einschalten und im Dialog auch für spätere Sitzungen erlauben.</translation>
     </message>
     <message>
+        <source>The desktop did not give Talmo a dictation key. Ask again in the settings, under Privacy, or bind a key to “talmoctl toggle” in the desktop&apos;s keyboard settings.</source>
+        <translation>Die Arbeitsumgebung hat Talmo keine Diktiertaste gegeben. Bitte in den Einstellungen unter „Datenschutz“ erneut anfragen oder in den Tastatureinstellungen der Arbeitsumgebung eine Taste mit „talmoctl toggle“ belegen.</translation>
+    </message>
+    <message>
+        <source>Ask for the key again</source>
+        <translation>Taste erneut anfragen</translation>
+    </message>
+    <message>
+        <source>The desktop asks which key starts dictation.</source>
+        <translation>Die Arbeitsumgebung fragt, welche Taste das Diktieren beginnt.</translation>
+    </message>
+    <message>
+        <source>The desktop&apos;s key for dictation: %1</source>
+        <translation>Taste der Arbeitsumgebung zum Diktieren: %1</translation>
+    </message>
+    <message>
         <source>This desktop lets Talmo type into Wayland windows only if you allow it.</source>
         <translation>Diese Arbeitsumgebung lässt Talmo nur mit Ihrer Erlaubnis in Wayland-Fenster tippen.</translation>
     </message>

@@ -1104,6 +1104,22 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
+        <source>The desktop did not give Talmo a dictation key. Ask again in the settings, under Privacy, or bind a key to “talmoctl toggle” in the desktop&apos;s keyboard settings.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ask for the key again</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The desktop asks which key starts dictation.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The desktop&apos;s key for dictation: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>This desktop lets Talmo type into Wayland windows only if you allow it.</source>
         <translation type="unfinished"></translation>
     </message>

@@ -1104,6 +1104,22 @@
         <translation>El escritorio no lo ha permitido de forma permanente. Desactive esta opción, vuelva a activarla y permítala también para sesiones posteriores en el diálogo.</translation>
     </message>
     <message>
+        <source>The desktop did not give Talmo a dictation key. Ask again in the settings, under Privacy, or bind a key to “talmoctl toggle” in the desktop&apos;s keyboard settings.</source>
+        <translation>El escritorio no ha dado a Talmo una tecla de dictado. Vuelva a pedirla en la configuración, en «Privacidad», o asigne una tecla a «talmoctl toggle» en los ajustes de teclado del escritorio.</translation>
+    </message>
+    <message>
+        <source>Ask for the key again</source>
+        <translation>Volver a pedir la tecla</translation>
+    </message>
+    <message>
+        <source>The desktop asks which key starts dictation.</source>
+        <translation>El escritorio pregunta qué tecla inicia el dictado.</translation>
+    </message>
+    <message>
+        <source>The desktop&apos;s key for dictation: %1</source>
+        <translation>Tecla del escritorio para dictar: %1</translation>
+    </message>
+    <message>
         <source>This desktop lets Talmo type into Wayland windows only if you allow it.</source>
         <translation>Este escritorio solo deja que Talmo escriba en ventanas de Wayland si usted lo permite.</translation>
     </message>

@@ -1104,6 +1104,22 @@
         <translation>Le bureau ne l’a pas autorisé durablement. Désactivez puis réactivez cette option, et autorisez-la aussi pour les sessions suivantes dans la boîte de dialogue.</translation>
     </message>
     <message>
+        <source>The desktop did not give Talmo a dictation key. Ask again in the settings, under Privacy, or bind a key to “talmoctl toggle” in the desktop&apos;s keyboard settings.</source>
+        <translation>Le bureau n’a pas donné de touche de dictée à Talmo. Redemandez-la dans les paramètres, sous «&#xa0;Confidentialité&#xa0;», ou associez une touche à «&#xa0;talmoctl toggle&#xa0;» dans les paramètres clavier du bureau.</translation>
+    </message>
+    <message>
+        <source>Ask for the key again</source>
+        <translation>Redemander la touche</translation>
+    </message>
+    <message>
+        <source>The desktop asks which key starts dictation.</source>
+        <translation>Le bureau demande quelle touche démarre la dictée.</translation>
+    </message>
+    <message>
+        <source>The desktop&apos;s key for dictation: %1</source>
+        <translation>Touche de dictée du bureau&#xa0;: %1</translation>
+    </message>
+    <message>
         <source>This desktop lets Talmo type into Wayland windows only if you allow it.</source>
         <translation>Ce bureau ne laisse Talmo écrire dans les fenêtres Wayland qu’avec votre autorisation.</translation>
     </message>

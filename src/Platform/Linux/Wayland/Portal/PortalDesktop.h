@@ -20,4 +20,8 @@ struct LentPasting {
 LentPasting openLentPasting(const WaylandSession &session, const std::shared_ptr<ShellPaster> &better,
                             const DesktopOptions &options);
 
+/// Where the keys are unseen, takes them from the portal's global shortcuts, if it has some. May wait for the portal
+/// for a second.
+void usePortalKeys(Desktop &desktop, const DesktopOptions &options);
+
 } // namespace talmo
