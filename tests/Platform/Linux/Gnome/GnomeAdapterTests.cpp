@@ -1,5 +1,6 @@
 // The adapters with Talmo's extension in a real GNOME Shell. tests/Gnome/run starts that, and these tests in it.
 
+#include "Contract/EventMonitorContract.h"
 #include "Platform/Linux/Gnome/GnomeExtension.h"
 #include "Platform/Linux/Gnome/GnomeExtensionStatus.h"
 #include "Platform/Linux/Gnome/GnomeFocusedField.h"
@@ -83,6 +84,28 @@ private:
     const QString service = QStringLiteral("org.gnome.Mutter.RemoteDesktop");
     QString m_path;
 };
+
+struct GnomeSubject {
+    GnomeSubject()
+    {
+        switchExtension("EnableExtension");
+        EXPECT_TRUE(waitFor([this] { return gnome->isAvailable(); }));
+    }
+    static bool isPossible() { return qEnvironmentVariableIsSet("TALMO_GNOME_SESSION"); }
+    void awaitKeys() { EXPECT_TRUE(waitFor(gnome->focus())); } // By then the shell watches them.
+    void press() { keyboard.move(Keyboard::rightCtrl, true); }
+    void release() { keyboard.move(Keyboard::rightCtrl, false); }
+    void setActive(bool active) { isActive = active; }
+
+    Keyboard keyboard;
+    bool isActive = false;
+    std::shared_ptr<GnomeShell> gnome = GnomeShell::open(GnomeShell::NameWait::Queue);
+    GnomeKeys monitor{gnome, QStringList{QStringLiteral("Control_R")},
+                      GnomeKeys::Otherwise{std::make_shared<FakeEventMonitor>(), std::make_shared<FakeCancelKey>()},
+                      [this] { return isActive; }};
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Gnome, EventMonitorContract, GnomeSubject);
 
 class GnomeAdapterTest : public testing::Test {
 protected:
