@@ -28,10 +28,12 @@ test_packages=(
   x11-xserver-utils at-spi2-core gir1.2-atspi-2.0 python3-gi orca speech-dispatcher copyq pocketsphinx-testdata libfaketime
   sway xwayland foot grim wl-clipboard weston
   umockdev libumockdev-dev valgrind
+  qt6-wayland gir1.2-gtk-4.0
 )
 # The desktops of scripts/desktops, each with what its tests need. Most of it is KWin and GNOME Shell themselves.
 kde_packages=(
   kwin-wayland libkf5service-bin xwayland wl-clipboard dbus-daemon dbus-bin pulseaudio flite
+  python3-gi gir1.2-gtk-3.0 gir1.2-gtk-4.0 gir1.2-vte-2.91 qt6-wayland
 )
 gnome_packages=(
   gnome-shell xwayland dbus-daemon libglib2.0-bin python3-dbusmock python3-gi gir1.2-gtk-3.0 gir1.2-vte-2.91 gjs

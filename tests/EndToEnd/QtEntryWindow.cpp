@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QVBoxLayout>
+#include <QWindow>
 
 #include <cstdio>
 
@@ -22,6 +23,10 @@ int main(int argc, char **argv)
             std::fflush(stdout);
         });
     }
+    QObject::connect(&application, &QGuiApplication::focusWindowChanged, &window, [](const QWindow *focused) {
+        std::printf("focus: %s\n", focused != nullptr ? "yes" : "no");
+        std::fflush(stdout);
+    });
     window.show();
     const bool isPassword = QApplication::arguments().value(1) == QLatin1String("password");
     (isPassword ? password : ordinary)->setFocus();

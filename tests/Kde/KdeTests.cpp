@@ -21,24 +21,48 @@ using namespace std::chrono_literals;
 
 namespace {
 
+/// A window that tells on its output when it has the focus, and what text it has.
+struct Target {
+    enum Platform { Wayland, X };
+    const char *name;
+    QStringList command;
+    Platform platform = Wayland;
+    QString focusLine = u"focus: yes"_s;
+    QString textLine = u"text: %1"_s;
+};
+
+const QString python = u"/usr/bin/python3"_s;
+const Target gtk3{"Gtk3", {QStringLiteral(TALMO_BIN "/talmo-gtk-window")}};
+const Target gtk4{"Gtk4", {python, QStringLiteral(TALMO_TESTS_FOLDER "/EndToEnd/gtk4_window.py")}};
+const Target qt6{"Qt6", {QStringLiteral(TALMO_BIN "/talmo-qt-entry-window")}};
+const Target xProgram{"XWayland", {QStringLiteral(TALMO_BIN "/talmo-gtk-window")}, Target::X};
+const Target terminal{"Terminal",
+                      {python, QStringLiteral(TALMO_TESTS_FOLDER "/Gnome/text_window.py"), u"terminal"_s},
+                      Target::Wayland,
+                      u"\"focus\": true"_s,
+                      u"\"text\": \"%1\""_s};
+
 class KdeTest : public testing::Test {
 protected:
     static constexpr testbed::Timeout timeout = 60s;
 
     void SetUp() override { ASSERT_TRUE(testbed::KdeDesktop::isPossible()) << "start this with tests/Kde/run"; }
-    void start(const QStringList &trusted)
+    void start(const QStringList &trusted, const Target &target = gtk3)
     {
         desktop.emplace(trusted);
         environment = desktop->environment();
         environment.insert(u"QT_LOGGING_RULES"_s, u"talmo.general.debug=true"_s);
-        openWindow();
+        openWindow(target);
     }
-    void openWindow()
+    void openWindow(const Target &target)
     {
-        window = std::make_unique<testbed::ChildProcess>(QStringLiteral(TALMO_BIN "/talmo-gtk-window"), QStringList(),
-                                                         environment);
-        ASSERT_TRUE(window->waitForLine(u"focus: yes"_s, timeout)) << window->output().toStdString();
+        auto its = environment;
+        its.insert(u"GDK_BACKEND"_s, target.platform == Target::X ? u"x11"_s : u"wayland"_s);
+        its.insert(u"QT_QPA_PLATFORM"_s, target.platform == Target::X ? u"xcb"_s : u"wayland"_s);
+        window = std::make_unique<testbed::ChildProcess>(target.command.first(), target.command.mid(1), its);
+        ASSERT_TRUE(window->waitForLine(target.focusLine, timeout)) << window->output().toStdString();
     }
+    void signalWindow(int signal) { ASSERT_EQ(::kill(static_cast<pid_t>(window->processId()), signal), 0); }
     void startTalmo()
     {
         sound.emplace(desktop->folder() + u"/sound"_s, environment);
@@ -100,6 +124,37 @@ TEST_F(KdeTest, insertsWithoutTalmoAndRestoresClipboard)
     EXPECT_EQ(outcome.status, 0) << outcome.errors;
     EXPECT_TRUE(windowShows(u"by hand"_s)) << window->output().toStdString();
     EXPECT_TRUE(testbed::pollUntil([this] { return desktop->paste() == "clipboard before"; }, timeout));
+}
+
+TEST_F(KdeTest, imageOfMegabytesOnClipboardIsRestored)
+{
+    start({QStringLiteral(TALMO_BIN "/talmoctl")});
+    QByteArray large(2500000, '\0');
+    for (qsizetype index = 0; index < large.size(); ++index) {
+        large[index] = static_cast<char>(index * 7);
+    }
+    desktop->copy(large, u"image/png"_s);
+    EXPECT_EQ(talmoctl({u"insert"_s}, "by hand").status, 0);
+    EXPECT_TRUE(windowShows(u"by hand"_s)) << window->output().toStdString();
+    EXPECT_TRUE(testbed::pollUntil([&] { return desktop->paste(u"image/png"_s) == large; }, timeout));
+}
+
+TEST_F(KdeTest, windowThatFreezesForAWhileGetsText)
+{
+    start({QStringLiteral(TALMO_BIN "/talmo")});
+    startTalmo();
+    desktop->copy("clipboard before");
+    signalWindow(SIGSTOP);
+    QProcess insertion;
+    insertion.setProcessEnvironment(environment);
+    insertion.start(QStringLiteral(TALMO_BIN "/talmoctl"), {u"insert"_s});
+    insertion.write("by hand");
+    insertion.closeWriteChannel();
+    testbed::sleepFor(400ms); // A read of the clipboard, to see how far it is, would count as the window's.
+    signalWindow(SIGCONT);
+    EXPECT_TRUE(windowShows(u"by hand"_s)) << window->output().toStdString();
+    EXPECT_FALSE(window->output().contains(u"clipboard before"_s));
+    EXPECT_TRUE(testbed::waitUntil([&] { return insertion.state() == QProcess::NotRunning; }, timeout));
 }
 
 TEST_F(KdeTest, dictatesWithBoundCommands)
@@ -189,5 +244,22 @@ TEST_F(KdeTest, keyIsFreeAfterCrashAndWorksAgainAfterRestart)
     ASSERT_TRUE(talmoSays(u"ready: hold Pause"_s));
     EXPECT_TRUE(isShortcutActive());
 }
+
+class KdeTargetTest : public KdeTest, public testing::WithParamInterface<const Target *> {};
+
+TEST_P(KdeTargetTest, getsTextKeepsFocusAndClipboardIsRestored)
+{
+    const auto &target = *GetParam();
+    start({QStringLiteral(TALMO_BIN "/talmoctl")}, target);
+    desktop->copy("clipboard before");
+    const auto outcome = talmoctl({u"insert"_s}, "by hand");
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_TRUE(window->waitForLine(target.textLine.arg(u"by hand"_s), timeout)) << window->output().toStdString();
+    EXPECT_FALSE(window->output().contains(u"focus: no"_s) || window->output().contains(u"\"focus\": false"_s));
+    EXPECT_TRUE(testbed::pollUntil([this] { return desktop->paste() == "clipboard before"; }, timeout));
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, KdeTargetTest, testing::Values(&gtk4, &qt6, &xProgram, &terminal),
+                         [](const auto &tested) { return std::string(tested.param->name); });
 
 } // namespace talmo::test

@@ -163,6 +163,28 @@ TEST_F(WaylandPasteTest, xProgramGetsText)
     EXPECT_EQ(desktop->paste(), "old");
 }
 
+TEST_F(WaylandPasteTest, qtProgramGetsText)
+{
+    desktop->copy("old");
+    auto environment = desktop->environment();
+    environment.insert(u"QT_QPA_PLATFORM"_s, u"wayland"_s);
+    window = std::make_unique<testbed::ChildProcess>(QStringLiteral(TALMO_BIN "/talmo-qt-entry-window"), QStringList(),
+                                                     environment);
+    ASSERT_TRUE(desktop->waitForActiveWindow(u"Target"_s, 20s));
+    EXPECT_EQ(paste(u"new"_s), Outcome::Taken);
+    EXPECT_TRUE(windowShows(u"new"_s));
+    EXPECT_EQ(desktop->paste(), "old");
+}
+
+TEST_F(WaylandPasteTest, gtk4ProgramGetsText)
+{
+    desktop->copy("old");
+    openWindow(u"/usr/bin/python3"_s, {QStringLiteral(TALMO_TESTS_FOLDER "/EndToEnd/gtk4_window.py")});
+    EXPECT_EQ(paste(u"new"_s), Outcome::Taken);
+    EXPECT_TRUE(windowShows(u"new"_s));
+    EXPECT_EQ(desktop->paste(), "old");
+}
+
 TEST_F(WaylandPasteTest, nestedXServerTypesNothingIntoWaylandWindow)
 {
     openGtkWindow();
