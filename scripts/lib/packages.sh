@@ -36,8 +36,8 @@ kde_packages=(
   python3-gi gir1.2-gtk-3.0 gir1.2-gtk-4.0 gir1.2-vte-2.91 qt6-wayland
 )
 gnome_packages=(
-  gnome-shell xwayland dbus-daemon libglib2.0-bin python3-dbusmock python3-gi gir1.2-gtk-3.0 gir1.2-vte-2.91 gjs
-  pulseaudio pulseaudio-utils flite
+  gnome-shell xwayland dbus-daemon libglib2.0-bin python3-dbusmock python3-gi gir1.2-gtk-3.0 gir1.2-gtk-4.0 gir1.2-vte-2.91 gjs
+  pulseaudio pulseaudio-utils flite qt6-wayland
 )
 # What Talmo is compared with.
 bench_packages=(

@@ -10,6 +10,7 @@
 #include "Input/Audio/SpeexAudioConverter.h"
 #include "Input/Hotkey/PausableEventMonitor.h"
 #include "Insertion/ClipboardPasteInsertionService.h"
+#include "Insertion/CommittingInsertionService.h"
 #include "Insertion/PasswordFieldGuard.h"
 #include "Insertion/QueuedInsertionService.h"
 #include "Insertion/UnobstructedInsertionService.h"
@@ -65,7 +66,11 @@ std::shared_ptr<SpacedInsertionService> makeInsertion(const ServiceParts &parts,
         std::make_shared<TracedPasteboard>(desktop.pasteboard, trace),
         std::make_shared<TracedKeyPoster>(desktop.keyPoster, desktop.pasteWitness, trace), desktop.inputTrust,
         parts.clock);
-    const auto verified = std::make_shared<VerifiedInsertionService>(pasting, desktop.pasteWitness);
+    std::shared_ptr<TextInsertionService> verified =
+        std::make_shared<VerifiedInsertionService>(pasting, desktop.pasteWitness);
+    if (desktop.textCommitter) {
+        verified = std::make_shared<CommittingInsertionService>(desktop.textCommitter, verified);
+    }
     const auto guarded =
         std::make_shared<PasswordFieldGuard>(verified, desktop.focusedField, parts.clock, parts.guardsPasswordFields);
     const auto unobstructed = std::make_shared<UnobstructedInsertionService>(guarded, parts.clearTheWay);

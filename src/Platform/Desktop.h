@@ -11,6 +11,7 @@
 #include "Insertion/KeyEventPoster.h"
 #include "Insertion/PasteReceipt.h"
 #include "Insertion/Pasteboard.h"
+#include "Insertion/TextCommitter.h"
 #include "Settings/DesktopExtension.h"
 #include "Settings/PastePermission.h"
 #include "Settings/UserDefaults.h"
@@ -57,6 +58,8 @@ struct Desktop {
     std::shared_ptr<Pasteboard> pasteboard;
     std::shared_ptr<PasteWitness> pasteWitness;
     std::shared_ptr<KeyEventPoster> keyPoster;
+    /// Null if text is pasted.
+    std::shared_ptr<TextCommitter> textCommitter;
     std::shared_ptr<InputTrust> inputTrust;
     std::shared_ptr<FocusedField> focusedField;
     std::shared_ptr<CursorWatch> cursorWatch;

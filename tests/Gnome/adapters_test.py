@@ -140,19 +140,24 @@ class RunningTalmoTest(PasteTest):
         os.mkdir(f"{folder}/talmo")
         with open(f"{folder}/talmo/settings.json", "w") as file:
             json.dump({"linux.welcomeShown": True, "linux.languageModelAddress": "off"} | settings, file)
-        self.environment = dict(self.session.environment, XDG_CONFIG_HOME=folder)
+        self.environment = dict(self.session.environment, XDG_CONFIG_HOME=folder,
+                                QT_LOGGING_RULES="talmo.general.debug=true")
         program = subprocess.Popen([f"{PROGRAMS}/talmo"], env=self.environment, stdout=subprocess.PIPE,
                                    stderr=subprocess.STDOUT)
         self.addCleanup(program.stdout.close)
         self.addCleanup(program.wait)
         self.addCleanup(program.kill)
         os.set_blocking(program.stdout.fileno(), False)
+        self.talmo = program
         self.output = b""
+        self.wait_for_output("ready:")
 
-        def is_ready():
-            self.output += program.stdout.read() or b""
-            return b"ready:" in self.output
-        wait_until(is_ready, "Talmo", 20)
+    def said(self):
+        self.output += self.talmo.stdout.read() or b""
+        return self.output.decode()
+
+    def wait_for_output(self, text):
+        wait_until(lambda: text in self.said(), f"{text!r} from Talmo", 20)
 
     def insert(self, text):
         program = subprocess.Popen([f"{PROGRAMS}/talmoctl", "insert"], env=self.environment, text=True,
@@ -198,13 +203,61 @@ class WithoutExtensionTest(RunningTalmoTest):
 
     def test_presses_nothing_until_allowed(self):
         self.start_talmo()
-        self.assertIn(b"only if you allow it", self.output)
+        self.assertIn("only if you allow it", self.said())
         window = self.window()
         status, output = self.insert("by hand")
         self.assertNotEqual(status, 0)
         self.assertIn("Copied: press", output)
         self.assertEqual(self.copied(), "by hand")
         self.assertEqual(window.keys(), [])
+
+
+@unittest.skipUnless(os.path.exists(f"{PROGRAMS}/talmo"), "talmo is not built")
+class CommitTest(RunningTalmoTest):
+    """Text that the shell's input method gives to the field."""
+    WINDOWS = {
+        "GTK 3": {"kind": "text"},
+        "terminal": {"kind": "terminal"},
+        "GTK 4": {"command": ("/usr/bin/python3", "tests/EndToEnd/gtk4_window.py")},
+    }
+
+    def setUp(self):
+        super().setUp()
+        self.start_talmo(**{"linux.commitText": True})
+        self.wait_for_output("extension of GNOME Shell is available")
+
+    def has_field(self):
+        return self.session.eval("!!imports.ui.main.inputMethod.currentFocus")
+
+    def test_field_gets_text_without_clipboard_or_key(self):
+        for name, options in self.WINDOWS.items():
+            with self.subTest(window=name):
+                window = self.window(**options)
+                wait_until(self.has_field, "the window's field")
+                self.copy("earlier")
+                self.assertEqual(self.insert("Zwölf ✓"), (0, ""))
+                wait_until(lambda: any("Zwölf ✓" in line.get("text", "") for line in window.read()),
+                           f"the text; got {window.lines}")
+                self.assertEqual(self.copied(), "earlier", self.said())
+                self.assertEqual(window.keys(), [])
+                window.close()
+
+    def test_window_without_field_is_pasted_into(self):
+        for name, options in (("X", {"backend": "x11"}), ("Qt 6", {"command": (f"{PROGRAMS}/talmo-qt-entry-window",)})):
+            with self.subTest(window=name):
+                window = self.window(**options)
+                self.copy("earlier")
+                self.assertEqual(self.insert("pasted"), (0, ""))
+                self.assertFalse(self.has_field())
+                window.wait_for_text("pasted")
+                self.wait_for_earlier_clipboard()
+                window.close()
+
+    def test_text_too_long_to_give_is_pasted(self):
+        window = self.window()
+        self.assertEqual(self.insert("word " * 200), (0, ""))
+        window.wait_for_text("word " * 200)
+        self.assertIn("v", window.keys())
 
 
 @unittest.skipUnless(os.path.exists(f"{PROGRAMS}/talmo"), "talmo is not built")

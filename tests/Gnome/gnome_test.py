@@ -14,14 +14,23 @@ UUID = "talmo-43@talmo.github.io"
 SHELL = "org.gnome.Shell"
 
 
-class Window:
-    """A window of the session that has the focus."""
+def parse(line):
+    """text_window.py writes JSON; the windows of the end-to-end tests write "text: x" and "focus: yes"."""
+    if line.startswith(b"{"):
+        return json.loads(line)
+    what, _, value = line.decode().partition(": ")
+    return {what: {"yes": True, "no": False}.get(value, value)}
 
-    def __init__(self, session, kind, backend="wayland"):
+
+class Window:
+    """A window of the session that has the focus: of text_window.py, or of another program."""
+
+    def __init__(self, session, kind, backend="wayland", command=None):
         self._unread = b""
         self.lines = []
         script = os.path.join(os.path.dirname(__file__), "text_window.py")
-        self._program = session.program("/usr/bin/python3", script, kind, GDK_BACKEND=backend)
+        self._program = session.program(*(command or ("/usr/bin/python3", script, kind)), GDK_BACKEND=backend,
+                                        QT_QPA_PLATFORM=backend)
         os.set_blocking(self._program.stdout.fileno(), False)
         self.process = self._program.pid
 
@@ -32,7 +41,7 @@ class Window:
     def read(self):
         self._unread += self._program.stdout.read() or b""
         *lines, self._unread = self._unread.split(b"\n")
-        self.lines += map(json.loads, lines)
+        self.lines += map(parse, lines)
         return self.lines
 
     def keys(self):
@@ -67,8 +76,8 @@ class GnomeTest(unittest.TestCase):
         self.session.tester.call(SHELL, "/org/gnome/Shell", "org.gnome.Shell.Extensions", method,
                                  GLib.Variant("(s)", (UUID,)))
 
-    def window(self, kind="text", backend="wayland"):
-        window = Window(self.session, kind, backend)
+    def window(self, kind="text", backend="wayland", command=None):
+        window = Window(self.session, kind, backend, command)
         self.addCleanup(window.close)
         window.wait_for_focus(self.session)
         return window

@@ -3,6 +3,7 @@
 #include "Platform/Linux/Gnome/GnomeExtensionStatus.h"
 #include "Platform/Linux/Gnome/GnomeFocusedField.h"
 #include "Platform/Linux/Gnome/GnomeKeys.h"
+#include "Platform/Linux/Gnome/GnomeTextCommitter.h"
 #include "Platform/Linux/Keys/TriggerKeys.h"
 #include "Platform/Linux/Session/UnknownCursor.h"
 
@@ -21,6 +22,9 @@ void useGnomeShell(Desktop &desktop, const std::shared_ptr<GnomeShell> &shell, c
     desktop.focusedField = std::make_shared<GnomeFocusedField>(shell, desktop.focusedField);
     desktop.extension = std::make_shared<GnomeExtensionStatus>();
     desktop.cursorWatch = std::make_shared<UnknownCursor>();
+    if (options.defaults && options.defaults->boolean(GnomeTextCommitter::switchKey()).value_or(false)) {
+        desktop.textCommitter = std::make_shared<GnomeTextCommitter>(shell);
+    }
     if (shell->isAvailable()) {
         desktop.limits.clear(); // They were found without the extension.
     }

@@ -188,6 +188,20 @@ QFuture<Outcome> GnomeShell::press(quint64 window, PasteStyle style)
     return answer->future();
 }
 
+QFuture<bool> GnomeShell::commit(const QString &text)
+{
+    const auto answer = Completion<bool>::make();
+    ask(QStringLiteral("Focus"), {}, [this, answer, text](const QDBusMessage &focused) {
+        const auto window = focusFrom(focused).window;
+        ask(QStringLiteral("Commit"), {window, text}, [answer](const QDBusMessage &reply) {
+            const QString outcome = reply.arguments().value(0).toString();
+            generalLog().debug("GNOME Shell: text for the field: %s", {outcome});
+            answer->finish(outcome == QLatin1String("committed"));
+        });
+    });
+    return answer->future();
+}
+
 /// The watcher of a call needs a thread that outlives it.
 void GnomeShell::ask(const QString &method, const QVariantList &arguments, Handler handle)
 {

@@ -47,6 +47,9 @@ public:
     /// Any thread. A window of 0 if the shell does not answer within a second.
     QFuture<Focus> focus();
 
+    /// Any thread. Whether the focused field was given the text.
+    QFuture<bool> commit(const QString &text);
+
     /// Makes the extension report these keys (X key names), and no others, whenever it is running.
     void watchKeys(const QStringList &keys);
     void setOnKey(std::function<void(const QString &key, bool isDown)> handler) { m_onKey = std::move(handler); }

@@ -5,6 +5,7 @@
 #include "Platform/Linux/Gnome/GnomeExtensionStatus.h"
 #include "Platform/Linux/Gnome/GnomeFocusedField.h"
 #include "Platform/Linux/Gnome/GnomeKeys.h"
+#include "Platform/Linux/Gnome/GnomeTextCommitter.h"
 #include "Support/FakeCancelKey.h"
 #include "Support/FakeEventMonitor.h"
 #include "Support/FakeFocusedField.h"
@@ -238,6 +239,18 @@ TEST_F(GnomeAdapterTest, escapeCancelsWhileDictationKeyIsHeldAndGrabbed)
     keyboard.tap(Keyboard::rightCtrl);
     EXPECT_TRUE(waitForEvents(4));
     EXPECT_EQ(presses, 2);
+}
+
+TEST_F(GnomeAdapterTest, commitsTextToFieldAndNoneToWindowWithout)
+{
+    openWindow(QStringLiteral("text"));
+    GnomeTextCommitter committer(gnome);
+    const QString text = QStringLiteral("committed");
+    ASSERT_TRUE(waitFor([&] { return answerOf(committer.commit(text)); })); // Once the window has told of its field.
+    EXPECT_TRUE(waitFor([this] { return window.bytesAvailable() > 0 && window.peek(4096).contains("committed"); }));
+    switchExtension("DisableExtension");
+    ASSERT_TRUE(waitFor([this] { return !gnome->isAvailable(); }));
+    EXPECT_FALSE(answerOf(committer.commit(text)));
 }
 
 TEST_F(GnomeAdapterTest, recognisesPasswordField)
