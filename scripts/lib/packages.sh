@@ -41,7 +41,7 @@ gnome_packages=(
 )
 # What Talmo is compared with.
 bench_packages=(
-  xdotool xclip curl copyq keepassxc
+  xdotool xclip curl copyq keepassxc wtype wl-clipboard
 )
 # More synthetic voices, and recordings of people.
 accuracy_packages=(
