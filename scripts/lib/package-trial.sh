@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # The part of scripts/package-trial that runs inside the fresh system.
 set -euo pipefail
+suite=$1
 export DEBIAN_FRONTEND=noninteractive
 apt() { apt-get -q -y --no-install-recommends "$@" >/trial/apt.log 2>&1 || { tail -30 /trial/apt.log >&2; return 1; }; }
 fail() { echo "package-trial: $*" >&2; exit 1; }
@@ -13,18 +14,31 @@ wait_for() {
     ! "$@" >/dev/null 2>&1 || return 0
     sleep 0.1
   done
-  fail "timed out waiting for $what"
+  fail "timed out waiting for $what; Talmo says: $(cat /trial/talmo.log 2>/dev/null)"
 }
 
-files() { find / -xdev \( -path /proc -o -path /sys -o -path /dev -o -path /tmp -o -path /trial -o -path /var \) -prune \
-  -o -print | LC_ALL=C sort; }
+# A copy of a system that is in use has all that is needed, much that nobody needs, and slow triggers.
+if [ "$suite" = here ]; then
+  change() { dpkg --no-triggers "--$@" >/trial/apt.log 2>&1 || { tail -30 /trial/apt.log >&2; return 1; }; }
+  remove_unneeded() { :; }
+  places='/etc /usr'
+else
+  change() { apt "$@"; }
+  remove_unneeded() { apt autoremove --purge; }
+  places=/
+fi
+# All that a package may bring.
+files() { find $places -xdev \( -path /proc -o -path /sys -o -path /dev -o -path /tmp -o -path /trial -o -path /var \) \
+  -prune -o -print | LC_ALL=C sort; }
 
-apt update
-# What a desktop has, and who speaks; what Talmo itself needs must come with its package.
-apt install xvfb openbox xterm xdotool x11-utils pulseaudio pulseaudio-utils flite fonts-dejavu-core dbus
+if [ "$suite" != here ]; then
+  apt update
+  # What a desktop has, and who speaks; what Talmo itself needs must come with its package.
+  apt install xvfb openbox xterm xdotool x11-utils pulseaudio pulseaudio-utils flite fonts-dejavu-core dbus
+fi
 # A trial that failed may have left it.
 dpkg --purge talmo >/dev/null 2>&1 || true
-apt autoremove --purge
+remove_unneeded
 files > /trial/before
 
 # The X server refuses the focus to a window that is not shown yet.
@@ -92,13 +106,13 @@ activate() {
 start_desktop
 
 echo "Installing an older version"
-apt install /trial/old.deb
+change install /trial/old.deb
 talmo --version
 start_talmo
 dictate "after the installation"
 
 echo "Upgrading while it runs"
-apt install /trial/new.deb
+change install /trial/new.deb
 [ -f /usr/share/man/man1/talmo.1.gz ] || fail "the upgrade brought no manual page"
 dictate "after the upgrade, with the Talmo of before"
 stop_talmo
@@ -119,10 +133,10 @@ for program in Talmo talmoctl; do
 done
 
 echo "Purging"
-apt purge talmo
+change purge talmo
 [ -z "$(dpkg-query -W -f '${db:Status-Status}' talmo 2>/dev/null)" ] || fail "talmo is still known to dpkg"
 [ ! -e /usr/bin/talmo ] && [ ! -e /usr/bin/talmoctl ] || fail "the programs are still there"
-apt autoremove --purge
+remove_unneeded
 files > /trial/after
 left=$(LC_ALL=C comm -13 /trial/before /trial/after | grep -iE 'talmo' || true)
 [ -z "$left" ] || fail "left behind: $left"

@@ -52,7 +52,7 @@ translation_packages=(
 )
 # To make the Debian package, and to install it in a system of its own.
 package_packages=(
-  debhelper dpkg-dev lintian librsvg2-bin appstream desktop-file-utils debootstrap
+  debhelper dpkg-dev lintian librsvg2-bin appstream desktop-file-utils debootstrap xterm xdotool x11-utils dbus
 )
 # The desktops of scripts/tour, without what Talmo has no use for there.
 tour_desktops=(xfce i3 mate lxqt cinnamon plasma)
