@@ -198,7 +198,9 @@ std::optional<RecogniserSettings::Installation> RecogniserSettingsModel::install
     if (!underWay) {
         return std::nullopt;
     }
-    return Installation{underWay->entry.id, underWay->progress.description(), underWay->progress.share()};
+    const auto &progress = underWay->progress;
+    const QString description = progress.description([](const char *source) { return Wording::text(source); });
+    return Installation{underWay->entry.id, description, progress.share()};
 }
 
 const std::optional<Recommendation> &RecogniserSettingsModel::recommendation() const

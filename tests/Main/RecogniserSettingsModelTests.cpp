@@ -7,6 +7,7 @@
 #include "Support/Printing.h"
 #include "Support/ScriptedEngine.h"
 #include "Support/TestLoop.h"
+#include "Support/TranslatedDesktop.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -47,7 +48,7 @@ protected:
             EXPECT_TRUE(waitFor(engines->modelsChecked()));
             const ModelInstaller installer(ModelStore(folder.path()), clock,
                                            [](const QString &) { return std::nullopt; });
-            const auto models = std::make_shared<SpeechModels>(
+            models = std::make_shared<SpeechModels>(
                 RecogniserInstaller(installer, installer, clock,
                                     [](const ModelEntry &) { return std::vector<ModelEntry>(); }),
                 ModelCatalogue(), [](const ModelEntry &) { return true; });
@@ -71,10 +72,25 @@ protected:
     std::shared_ptr<MemoryUserDefaults> defaults = std::make_shared<MemoryUserDefaults>();
     EngineFactories factories;
     std::shared_ptr<EngineRegistry> engines;
+    std::shared_ptr<SpeechModels> models;
     std::unique_ptr<RecogniserSettingsModel> made;
 };
 
 } // namespace
+
+TEST_F(RecogniserSettingsModelTest, progressIsInTheUsersLanguage)
+{
+    ModelEntry entry;
+    entry.id = u"model"_s;
+    model();
+    models->install(entry);
+    const TranslatedDesktop german(u"de_DE"_s);
+    const auto installation = model().installation();
+    ASSERT_TRUE(installation.has_value());
+    EXPECT_EQ(installation->description, u"Wird heruntergeladen: 0 MB"_s);
+    models->cancel();
+    EXPECT_TRUE(waitFor([this] { return !models->installation().has_value(); }));
+}
 
 TEST_F(RecogniserSettingsModelTest, liveTextIsChosenOnlyWithOfflineModel)
 {

@@ -137,25 +137,27 @@ std::optional<double> ModelProgress::share() const
     return static_cast<double>(done) / static_cast<double>(*total);
 }
 
-QString ModelProgress::description() const
+QString ModelProgress::description(const Lookup &text) const
 {
-    QString amount = total ? QStringLiteral("%1 of %2").arg(wholeMegabytes(done)).arg(readableSize(*total))
-                           : QStringLiteral("%1 MB").arg(wholeMegabytes(done));
+    QString amount =
+        total ? text(QT_TRANSLATE_NOOP("Talmo", "%1 of %2")).arg(wholeMegabytes(done)).arg(readableSize(*total))
+              : QStringLiteral("%1 MB").arg(wholeMegabytes(done));
     if (bytesPerSecond && *bytesPerSecond > 0) {
         amount += QStringLiteral(", %1 MB/s").arg(*bytesPerSecond / double(megabyte), 0, 'f', 1);
         if (total) {
-            amount += QStringLiteral(", %1 left").arg(duration(double(*total - done) / *bytesPerSecond));
+            const QString left = duration(double(*total - done) / *bytesPerSecond);
+            amount += QStringLiteral(", ") + text(QT_TRANSLATE_NOOP("Talmo", "%1 left")).arg(left);
         }
     }
     switch (phase) {
     case Phase::Downloading:
-        return QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Downloading: ")) + amount;
+        return text(QT_TRANSLATE_NOOP("Talmo", "Downloading: ")) + amount;
     case Phase::Checking:
-        return QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Verifying"));
+        return text(QT_TRANSLATE_NOOP("Talmo", "Verifying"));
     case Phase::Unpacking:
-        return QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Unpacking"));
+        return text(QT_TRANSLATE_NOOP("Talmo", "Unpacking"));
     case Phase::Trying:
-        return QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Testing"));
+        return text(QT_TRANSLATE_NOOP("Talmo", "Testing"));
     }
     return {};
 }

@@ -26,8 +26,11 @@ struct ModelProgress {
 
     /// From 0 to 1; nullopt if the total is unknown.
     std::optional<double> share() const;
-    /// "Downloading: 12 of 120 MB, 3.1 MB/s, 35 s left"
-    QString description() const;
+    static QString english(const char *source) { return QString::fromUtf8(source); }
+    /// Looks up a marked text in the user's language.
+    using Lookup = std::function<QString(const char *source)>;
+    /// "Downloading: 12 of 120 MB, 3.1 MB/s, 35 s left". In English unless `text` translates it.
+    QString description(const Lookup &text = english) const;
 };
 
 /// The model works, but not in real time.

@@ -3,7 +3,9 @@
 #include "UI/Style/Wording.h"
 
 #include "Platform/Linux/System/LinuxWording.h"
+#include "Recognition/Models/ModelInstaller.h"
 #include "Support/Printing.h"
+#include "Support/TranslatedDesktop.h"
 #include "UI/Menu/MenuContents.h"
 
 #include <gmock/gmock.h>
@@ -38,33 +40,6 @@ QStringList catalogueSources()
     EXPECT_FALSE(reader.hasError());
     return sources;
 }
-
-/// Takes all catalogues away again at the end of a test.
-class TranslatedDesktop {
-public:
-    explicit TranslatedDesktop(const QString &locale)
-        : m_before(QLocale())
-    {
-        removeCatalogues();
-        QLocale::setDefault(QLocale(locale));
-        installWording();
-    }
-    ~TranslatedDesktop()
-    {
-        QLocale::setDefault(m_before);
-        removeCatalogues();
-    }
-    TranslatedDesktop(const TranslatedDesktop &) = delete;
-    TranslatedDesktop &operator=(const TranslatedDesktop &) = delete;
-
-private:
-    static void removeCatalogues()
-    {
-        qDeleteAll(QCoreApplication::instance()->findChildren<QTranslator *>(Qt::FindDirectChildrenOnly));
-    }
-
-    QLocale m_before;
-};
 
 /// What a new process with these variables calls an idle Talmo, on standard error.
 void sayThatTalmoIsReady(const std::map<const char *, const char *> &environment)
@@ -188,6 +163,14 @@ TEST(Wording, germanDesktopIsSpokenToInGerman)
         Wording::errorText(
             u"No window has keyboard focus. The text is on the clipboard: paste it with Ctrl+Shift+V."_s),
         u"Kein Fenster hat den Tastaturfokus. Der Text ist in der Zwischenablage: mit Strg+Umschalt+V einfügen."_s);
+}
+
+TEST(Wording, progressOfDownloadIsTranslatedWhole)
+{
+    const TranslatedDesktop desktop(u"de_DE"_s);
+    const ModelProgress progress{ModelProgress::Phase::Downloading, 60'000'000, 120'000'000, 3'000'000};
+    EXPECT_EQ(progress.description([](const char *source) { return Wording::text(source); }),
+              u"Wird heruntergeladen: 60 von 120 MB, 3.0 MB/s, noch 20 s"_s);
 }
 
 TEST(Wording, languageWithoutCatalogueIsSpokenToInEnglish)

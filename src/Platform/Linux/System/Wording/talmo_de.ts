@@ -1135,5 +1135,13 @@
         <source>Lets Talmo press the paste shortcut in Wayland windows. The desktop may ask once, and may show that it is controlled while Talmo pastes.</source>
         <translation>Lässt Talmo in Wayland-Fenstern das Tastenkürzel zum Einfügen drücken. Die Arbeitsumgebung fragt eventuell einmal nach und zeigt eventuell an, dass sie ferngesteuert wird, während Talmo einfügt.</translation>
     </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>%1 left</source>
+        <translation>noch %1</translation>
+    </message>
 </context>
 </TS>

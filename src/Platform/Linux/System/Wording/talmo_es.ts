@@ -1135,5 +1135,13 @@
         <source>Lets Talmo press the paste shortcut in Wayland windows. The desktop may ask once, and may show that it is controlled while Talmo pastes.</source>
         <translation>Permite que Talmo pulse el atajo de pegar en las ventanas de Wayland. El escritorio puede preguntarlo una vez y mostrar que está controlado mientras Talmo pega.</translation>
     </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 de %2</translation>
+    </message>
+    <message>
+        <source>%1 left</source>
+        <translation>quedan %1</translation>
+    </message>
 </context>
 </TS>

@@ -1135,5 +1135,13 @@
         <source>Lets Talmo press the paste shortcut in Wayland windows. The desktop may ask once, and may show that it is controlled while Talmo pastes.</source>
         <translation>Permet à Talmo d’actionner le raccourci de collage dans les fenêtres Wayland. Le bureau peut demander une fois votre accord, et indiquer qu’il est contrôlé pendant que Talmo colle.</translation>
     </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 sur %2</translation>
+    </message>
+    <message>
+        <source>%1 left</source>
+        <translation>encore %1</translation>
+    </message>
 </context>
 </TS>
