@@ -50,6 +50,8 @@ TEST(ModelCatalogue, bundledCatalogueIsValid)
         EXPECT_FALSE(entry.licence.isEmpty()) << entry.id.toStdString();
         EXPECT_FALSE(entry.gives.isEmpty()) << entry.id.toStdString();
         EXPECT_FALSE(entry.minLibrary.isEmpty()) << entry.id.toStdString();
+        EXPECT_TRUE(entry.needs.contains(u"silero-vad"_s))
+            << entry.id.toStdString(); // The embedded engine uses it, too.
         for (const auto &need : entry.needs) {
             EXPECT_NE(catalogue.findComponent(need), nullptr) << need.toStdString();
         }
