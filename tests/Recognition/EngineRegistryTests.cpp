@@ -42,9 +42,7 @@ protected:
         configuration.releaseMemory = &ProcessMemory::releaseFreed;
         EngineFactory factory;
         factory.engine = u"made-up"_s;
-        factory.make = [](const QString &name, const QString &) {
-            return std::make_shared<MadeUpEngine>(name, name.left(2));
-        };
+        factory.make = [](const QString &name, const QString &) { return std::make_shared<MadeUpEngine>(name); };
         configuration.models = {models.path(), {embedded, {factory}}, [](const SpeechEngine &, const QString &) {}};
     }
     void addModel(const QString &name) { ASSERT_TRUE(QDir(models.path()).mkdir(name)); }
