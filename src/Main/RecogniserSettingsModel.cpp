@@ -136,7 +136,7 @@ QString RecogniserSettingsModel::choiceProblem() const
     const auto model = std::find_if(models.begin(), models.end(),
                                     [&chosen](const InstalledModel &each) { return each.name == chosen; });
     if (model != models.end()) {
-        return model->problem;
+        return Wording::errorText(model->problem);
     }
     if (isMissing(chosen)) {
         return Wording::text(QT_TRANSLATE_NOOP("Talmo", "This model is not installed; another one is used."));

@@ -1,6 +1,6 @@
 #include "Recognition/EngineFactories.h"
 
-#include "Base/Error.h"
+#include "Base/DetailedError.h"
 #include "Recognition/Models/ModelStore.h"
 #include "Recognition/PocketSphinx/PocketSphinxEngine.h"
 #include "Recognition/Sherpa/SherpaEngine.h"
@@ -117,7 +117,11 @@ const EngineFactory &EngineFactories::named(const QString &engine) const
             return factory;
         }
     }
-    throw Error(QStringLiteral("This model is for a recogniser that Talmo does not have: %1").arg(engine));
+    throw DetailedError(
+        QStringLiteral(QT_TRANSLATE_NOOP(
+            "Talmo",
+            "This speech model is for a recogniser that Talmo does not have. Update Talmo, or choose another one.")),
+        engine);
 }
 
 } // namespace talmo

@@ -1,7 +1,7 @@
 #include "Recognition/EngineRegistry.h"
 
 #include "Base/CancellableWait.h"
-#include "Base/Error.h"
+#include "Base/DetailedError.h"
 #include "Base/Log.h"
 #include "Base/Task.h"
 #include "Recognition/LiveAndFinalEngine.h"
@@ -86,7 +86,7 @@ void EngineRegistry::watchFolders()
         try {
             ModelStore(folder).makeFolder();
         } catch (const Error &error) {
-            generalLog().error("no models can be installed: %@", {error.localizedDescription()});
+            generalLog().error("no models can be installed: %@", {wholeDescription(error)});
         }
         m_watcher->addPath(folder);
     }
@@ -207,7 +207,7 @@ void EngineRegistry::warmUp(const QString &locale)
             try {
                 engine->warmUpFor(locale);
             } catch (const Error &error) { // The recording fails for the same reason and informs the user.
-                generalLog().error("speech engine %@: %@", {engine->id(), error.localizedDescription()});
+                generalLog().error("speech engine %@: %@", {engine->id(), wholeDescription(error)});
             }
         });
         return;

@@ -1,6 +1,6 @@
 #include "Recognition/InstalledModels.h"
 
-#include "Base/Error.h"
+#include "Base/DetailedError.h"
 #include "Base/Log.h"
 #include "Recognition/ModelCheck.h"
 #include "Recognition/Models/ModelStore.h"
@@ -28,7 +28,7 @@ InstalledModel examine(const Configuration &configuration, InstalledModel model)
         model.isSlow = report && report->shareOfSpeech > largestShareOfSpeech;
     } catch (const Error &error) {
         model.problem = error.localizedDescription();
-        generalLog().error("a speech model is not used: %@", {model.problem});
+        generalLog().error("the speech model %@ is not used: %@", {model.name, wholeDescription(error)});
     }
     return model;
 }

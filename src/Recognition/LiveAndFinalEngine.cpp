@@ -1,6 +1,6 @@
 #include "Recognition/LiveAndFinalEngine.h"
 
-#include "Base/Error.h"
+#include "Base/DetailedError.h"
 #include "Base/Log.h"
 
 #include <functional>
@@ -87,7 +87,7 @@ private:
         try {
             work();
         } catch (const Error &error) {
-            generalLog().error("no live text: %@", {error.localizedDescription()});
+            generalLog().error("no live text: %@", {wholeDescription(error)});
             m_live.reset();
         }
     }

@@ -89,7 +89,7 @@ void writeNote(const SpeechEngine &engine, const QString &note)
     try {
         PrivateFile::write(note, identityOf(engine));
     } catch (const Error &error) { // It is checked again next time.
-        generalLog().info("a checked model could not be noted: %@", {error.localizedDescription()});
+        generalLog().info("a checked model could not be noted: %@", {wholeDescription(error)});
     }
 }
 
@@ -142,12 +142,14 @@ ModelReport measureApart(const QString &neuralLibrary, const QString &model, Mod
     if (!process.waitForFinished(timeout)) {
         process.kill();
         process.waitForFinished();
-        throw Error(QStringLiteral("The model in %1 could not be checked: %2").arg(model, process.errorString()));
+        throw DetailedError(
+            QStringLiteral(QT_TRANSLATE_NOOP(
+                "Talmo", "A speech model could not be tested. Try again when the computer is less busy.")),
+            QStringLiteral("%1: %2").arg(model, process.errorString()));
     }
     if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
         const QString output = QString::fromUtf8(process.readAll()).trimmed();
-        throw UnusableModel(
-            QStringLiteral("The model in %1 cannot be used: %2").arg(model, output.section(QLatin1Char('\n'), -1)));
+        throw UnusableModel(QStringLiteral("%1: %2").arg(model, output.section(QLatin1Char('\n'), -1)));
     }
     return ModelReport::fromOutput(QString::fromUtf8(process.readAll()));
 }
@@ -167,7 +169,7 @@ ModelReport checkModelOnce(const SpeechEngine &engine, const QString &neuralLibr
         PrivateFile::write(reportPath(modelFolder), report.toLine().toUtf8());
         writeNote(engine, note);
     } catch (const Error &error) { // It is measured again next time.
-        generalLog().info("a model's report could not be noted: %@", {error.localizedDescription()});
+        generalLog().info("a model's report could not be noted: %@", {wholeDescription(error)});
     }
     return report;
 }
@@ -185,11 +187,11 @@ void checkEmbeddedOnce(SpeechEngine &engine)
         PrivateFile::makeFolder(folder);
         writeNote(engine, note);
     } catch (const UnusableModel &error) {
-        generalLog().error("the embedded engine is not used: %@", {error.localizedDescription()});
+        generalLog().error("the embedded engine is not used: %@", {wholeDescription(error)});
         engine.refuse(QStringLiteral(QT_TRANSLATE_NOOP(
             "Talmo", "The built-in speech model is damaged. Reinstall the package pocketsphinx-en-us.")));
     } catch (const Error &error) {
-        generalLog().info("the embedded model could not be checked: %@", {error.localizedDescription()});
+        generalLog().info("the embedded model could not be checked: %@", {wholeDescription(error)});
     }
 }
 

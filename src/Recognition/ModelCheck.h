@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Base/Error.h"
 #include "Recognition/SpeechEngine.h"
+#include "Recognition/UnusableModel.h"
 
 #include <QString>
 
@@ -29,12 +29,6 @@ struct ModelReport {
 
 /// A model that needs a larger share of the time spoken is too slow to dictate with.
 inline constexpr double largestShareOfSpeech = 0.5;
-
-/// A model that makes the process fail that loads it.
-class UnusableModel : public Error {
-public:
-    using Error::Error;
-};
 
 /// How thoroughly a model is tried.
 enum class ModelTrial { Load, Hear };

@@ -1,4 +1,4 @@
-#include "Base/Error.h"
+#include "Base/DetailedError.h"
 #include "Base/SerialExecutor.h"
 #include "Platform/Linux/System/LinuxSettings.h"
 #include "Platform/Linux/System/QuitSignals.h"
@@ -123,7 +123,7 @@ QCoro::Task<Outcome> install(Setup setup, ModelEntry model, std::stop_token stop
     try {
         co_await end;
     } catch (const ModelTooSlow &error) {
-        complain(error.localizedDescription());
+        complain(wholeDescription(error));
         outcome = Outcome::TooSlow;
     } catch (const Error &) {
         QCoreApplication::processEvents(); // An interrupt may also have ended the model's trial.

@@ -1,3 +1,4 @@
+#include "Base/DetailedError.h"
 #include "Base/SerialExecutor.h"
 #include "Base/Task.h"
 #include "talmoctl/Background.h"
@@ -46,7 +47,7 @@ QCoro::Task<void> follow(QFuture<int> end, QString command)
     } catch (const UsageError &error) {
         status = complainOfUsage(error.localizedDescription(), command);
     } catch (...) {
-        complain(localizedDescription(std::current_exception()));
+        complain(wholeDescription(std::current_exception()));
     }
     QCoreApplication::exit(status);
 }
@@ -120,7 +121,7 @@ int run(int argc, char **argv, std::shared_ptr<Background> background)
     try {
         return runArguments(QCoreApplication::arguments(), std::move(background));
     } catch (...) {
-        complain(localizedDescription(std::current_exception()));
+        complain(wholeDescription(std::current_exception()));
         return EXIT_FAILURE;
     }
 }

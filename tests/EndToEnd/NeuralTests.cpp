@@ -198,7 +198,7 @@ TEST_F(ModelInstallationEndToEndTest, unavailableModelIsAnError)
     openQtWindow();
     startTalmo();
     keyboard.press(key);
-    EXPECT_TRUE(talmoSays(u"error: The server returned an error: 404"_s));
+    EXPECT_TRUE(talmoSays(u"error: The server does not deliver this file at present. Try again later."_s));
     keyboard.release(key);
     EXPECT_EQ(quitTalmo(), 0);
 }

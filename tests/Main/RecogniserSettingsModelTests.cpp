@@ -2,6 +2,7 @@
 
 #include "Platform/Linux/System/LinuxSettings.h"
 #include "Recognition/PocketSphinx/PocketSphinxEngine.h"
+#include "Recognition/UnusableModel.h"
 #include "Support/ManualClock.h"
 #include "Support/MemoryUserDefaults.h"
 #include "Support/Printing.h"
@@ -33,6 +34,9 @@ protected:
         EngineFactory factory;
         factory.engine = u"scripted"_s;
         factory.make = [](const QString &name, const QString &) {
+            if (name.contains(u"damaged"_s)) {
+                throw UnusableModel(u"/home/name/damaged has no encoder"_s);
+            }
             return std::make_shared<ScriptedEngine>(name, !name.contains(u"offline"_s));
         };
         factory.isLibraryInstalled = [] { return true; };
@@ -77,6 +81,15 @@ protected:
 };
 
 } // namespace
+
+TEST_F(RecogniserSettingsModelTest, explainsDamagedModelWithoutPaths)
+{
+    addModel(u"damaged"_s);
+    model().choose(u"damaged"_s);
+    EXPECT_EQ(model().choiceProblem(), u"This speech model cannot be used. Install it again."_s);
+    const TranslatedDesktop german(u"de_DE"_s);
+    EXPECT_EQ(model().choiceProblem(), u"Dieses Erkennungsmodell ist nicht verwendbar. Bitte neu installieren."_s);
+}
 
 TEST_F(RecogniserSettingsModelTest, progressIsInTheUsersLanguage)
 {

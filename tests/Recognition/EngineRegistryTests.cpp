@@ -180,7 +180,7 @@ TEST_F(EngineRegistryTest, ignoresModelOfUnknownEngine)
     notes.write(R"({"engine": "of-another-time"})");
     notes.close();
     EXPECT_THAT(order(), ElementsAre(u"embedded"_s));
-    EXPECT_TRUE(registry().models().front().problem.contains(u"of-another-time"_s));
+    EXPECT_TRUE(registry().models().front().problem.contains(u"a recogniser that Talmo does not have"_s));
 }
 
 TEST_F(EngineRegistryTest, unloadsModelsAfterTenIdleMinutes)

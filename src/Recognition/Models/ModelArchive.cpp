@@ -1,6 +1,6 @@
 #include "Recognition/Models/ModelArchive.h"
 
-#include "Base/Error.h"
+#include "Base/DetailedError.h"
 #include "Files/PrivateFile.h"
 
 #include <QDir>
@@ -25,7 +25,17 @@ using ArchiveHandle = std::unique_ptr<archive, ArchiveCloser>;
 
 [[noreturn]] void refuse(const QString &why)
 {
-    throw Error(QStringLiteral("The archive could not be unpacked: %1.").arg(why));
+    throw DetailedError(
+        QStringLiteral(QT_TRANSLATE_NOOP(
+            "Talmo", "The downloaded file cannot be used. Try again; if it fails again, choose another recogniser.")),
+        why);
+}
+
+[[noreturn]] void failToWrite(const QString &why)
+{
+    throw DetailedError(QStringLiteral(QT_TRANSLATE_NOOP(
+                            "Talmo", "The download cannot be unpacked. Free some space on the disk, then try again.")),
+                        why);
 }
 
 [[noreturn]] void refuseDamaged(archive *handle)
@@ -118,7 +128,7 @@ private:
         try {
             PrivateFile::makeFolder(m_folder.filePath(place));
         } catch (const Error &) {
-            refuse(QStringLiteral("cannot create the folder “%1”").arg(place));
+            failToWrite(QStringLiteral("cannot create the folder “%1”").arg(place));
         }
     }
 
@@ -126,7 +136,7 @@ private:
     {
         QFile file(m_folder.filePath(place));
         if (!file.open(QFile::WriteOnly | QFile::NewOnly | QFile::Unbuffered, PrivateFile::permissions)) {
-            refuse(QStringLiteral("cannot write “%1” (%2)").arg(place, file.errorString()));
+            failToWrite(QStringLiteral("cannot write “%1” (%2)").arg(place, file.errorString()));
         }
         const void *block = nullptr;
         std::size_t size = 0;
@@ -143,7 +153,7 @@ private:
             }
             const auto length = static_cast<qint64>(size);
             if (!file.seek(offset) || file.write(static_cast<const char *>(block), length) != length) {
-                refuse(QStringLiteral("cannot write “%1” (%2)").arg(place, file.errorString()));
+                failToWrite(QStringLiteral("cannot write “%1” (%2)").arg(place, file.errorString()));
             }
             m_progress(archive_filter_bytes(m_archive.get(), -1));
         }

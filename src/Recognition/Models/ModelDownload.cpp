@@ -87,16 +87,13 @@ bool canBeTriedAgain(const std::exception_ptr &error, const QString &path)
     }
 }
 
-/// The network's own messages say nothing about what to do.
 [[noreturn]] void giveUpOver(const std::exception_ptr &error)
 {
     try {
         std::rethrow_exception(error);
-    } catch (const ServerUnreachable &unreachable) {
-        generalLog().error("a download failed: %@", {unreachable.localizedDescription()});
-        throw Error(QStringLiteral(QT_TRANSLATE_NOOP(
-            "Talmo", "The server cannot be reached. Check the network connection, then try again; the download goes on "
-                     "where it stopped.")));
+    } catch (const DetailedError &failure) {
+        generalLog().error("a download failed: %@", {wholeDescription(failure)});
+        throw;
     }
 }
 

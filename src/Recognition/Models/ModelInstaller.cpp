@@ -50,7 +50,9 @@ void requireChecksum(const QString &path, const QByteArray &expected, const Mode
 {
     QFile file(path);
     if (!file.open(QFile::ReadOnly)) {
-        throw Error(QStringLiteral("The downloaded file cannot be read: %1").arg(file.errorString()));
+        throw DetailedError(
+            QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The downloaded file cannot be read. Try again.")),
+            file.errorString());
     }
     QCryptographicHash hash(QCryptographicHash::Sha256);
     while (!file.atEnd()) {
@@ -81,7 +83,10 @@ QString unpack(const ModelStore &store, const QString &path, const QUrl &address
     if (isSingleFile(address)) {
         QFile file(path);
         if (!file.copy(workshop + QLatin1Char('/') + address.fileName())) {
-            throw Error(QStringLiteral("The downloaded file cannot be copied: %1").arg(file.errorString()));
+            throw DetailedError(
+                QStringLiteral(QT_TRANSLATE_NOOP(
+                    "Talmo", "The download cannot be saved. Free some space on the disk, then try again.")),
+                file.errorString());
         }
         return workshop;
     }

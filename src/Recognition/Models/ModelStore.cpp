@@ -1,6 +1,6 @@
 #include "Recognition/Models/ModelStore.h"
 
-#include "Base/Error.h"
+#include "Base/DetailedError.h"
 #include "Base/Log.h"
 #include "Files/FileLock.h"
 #include "Files/PrivateFile.h"
@@ -30,7 +30,10 @@ void rename(const QString &from, const QString &to)
 {
     if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0) {
         const QString reason = QString::fromLocal8Bit(std::strerror(errno)); // NOLINT: one thread writes.
-        throw Error(QStringLiteral("The model's folder cannot be moved: %1").arg(reason));
+        throw DetailedError(
+            QStringLiteral(QT_TRANSLATE_NOOP(
+                "Talmo", "Talmo cannot write to its folder for models. Check the folder's permissions.")),
+            reason);
     }
 }
 
@@ -151,7 +154,10 @@ QString ModelStore::makeWorkshop() const
 {
     QTemporaryDir workshop(path(QStringLiteral(".unpacking-XXXXXX")));
     if (!workshop.isValid()) {
-        throw Error(QStringLiteral("No folder can be created for unpacking: %1").arg(workshop.errorString()));
+        throw DetailedError(
+            QStringLiteral(QT_TRANSLATE_NOOP(
+                "Talmo", "Talmo cannot write to its folder for models. Check the folder's permissions.")),
+            workshop.errorString());
     }
     workshop.setAutoRemove(false);
     return workshop.path();
@@ -172,18 +178,22 @@ void ModelStore::remove(const QString &name) const
 {
     // Installed names contain no path separators, so nothing outside the folder is affected; but a link may lead there.
     if (!isInstalled(name)) {
-        throw Error(QStringLiteral("The model “%1” is not installed.").arg(name));
+        throw Error(QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The model “%1” is not installed.")).arg(name));
     }
     if (QFileInfo(path(name)).isSymLink()) {
         throw Error(
             QStringLiteral(
-                "“%1” is a link to a model stored elsewhere. Delete the link in the folder for models yourself.")
+                QT_TRANSLATE_NOOP(
+                    "Talmo",
+                    "“%1” is a link to a model stored elsewhere. Delete the link in the folder for models yourself."))
                 .arg(name));
     }
     const QString discarded = path(QStringLiteral(".removed-") + name);
     rename(path(name), discarded);
     if (!QDir(discarded).removeRecursively()) {
-        throw Error(QStringLiteral("Some files of the model “%1” could not be deleted.").arg(name));
+        throw Error(QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "Some files of the model “%1” could not be deleted. "
+                                                              "Check the permissions of the folder for models."))
+                        .arg(name));
     }
 }
 

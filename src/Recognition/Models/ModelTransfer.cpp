@@ -52,7 +52,22 @@ QJsonObject readNotes(const QString &partPath)
     return file.open(QFile::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
 }
 
+DetailedError untrusted(const QString &detail)
+{
+    return {QStringLiteral(QT_TRANSLATE_NOOP(
+                "Talmo", "The server cannot be trusted. Check this computer's date and network, then try again.")),
+            detail};
+}
+
 } // namespace
+
+ServerUnreachable::ServerUnreachable(const QString &detail)
+    : TransferBroken(
+          QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The server cannot be reached. Check the network connection, then "
+                                                    "try again; the download goes on where it stopped.")),
+          detail)
+{
+}
 
 QString notesPath(const QString &partPath)
 {
@@ -92,7 +107,10 @@ void ModelTransfer::begin(QNetworkAccessManager &manager)
 {
     // Unbuffered, so that a full disk is noticed at the write that fails.
     if (!m_file.open(QFile::ReadWrite | QFile::Unbuffered, PrivateFile::permissions)) {
-        throw Error(QStringLiteral("The download cannot be saved: %1").arg(m_file.errorString()));
+        throw DetailedError(
+            QStringLiteral(QT_TRANSLATE_NOOP(
+                "Talmo", "Talmo cannot write to its folder for models. Check the folder's permissions.")),
+            m_file.errorString());
     }
     const QJsonObject notes = readNotes(m_request.path);
     const QString validator = notes.value(QStringLiteral("validator")).toString();
@@ -129,7 +147,7 @@ void ModelTransfer::begin(QNetworkAccessManager &manager)
             Q_EMIT m_reply->redirectAllowed();
         } else {
             fail(std::make_exception_ptr(
-                Error(QStringLiteral("Refused to follow a redirect to %1 (not HTTPS).").arg(target.toString()))));
+                untrusted(QStringLiteral("redirected to %1, which is not HTTPS").arg(target.toString()))));
         }
     });
     connect(m_reply, &QNetworkReply::readyRead, this, [this] { guarded([this] { read(); }); });
@@ -138,7 +156,7 @@ void ModelTransfer::begin(QNetworkAccessManager &manager)
 
 void ModelTransfer::giveUp(const QString &why)
 {
-    fail(std::make_exception_ptr(TransferBroken(why)));
+    fail(std::make_exception_ptr(TransferBroken(why, {})));
 }
 
 void ModelTransfer::fail(std::exception_ptr error)
@@ -175,13 +193,14 @@ void ModelTransfer::takeHeaders()
         throw PartIsUseless(
             QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The server cannot resume this download; starting over.")));
     default:
-        const QString what = QStringLiteral("The server returned an error: %1 %2.")
-                                 .arg(status)
-                                 .arg(m_reply->attribute(QNetworkRequest::HttpReasonPhraseAttribute).toString());
+        const auto description = QStringLiteral(
+            QT_TRANSLATE_NOOP("Talmo", "The server does not deliver this file at present. Try again later."));
+        const QString detail = QStringLiteral("%1 %2").arg(status).arg(
+            m_reply->attribute(QNetworkRequest::HttpReasonPhraseAttribute).toString());
         if (status >= firstServerError || status == tooManyRequestsStatus || status == requestTimeoutStatus) {
-            throw TransferBroken(what);
+            throw TransferBroken(description, detail);
         }
-        throw Error(what);
+        throw DetailedError(description, detail);
     }
     m_hasHeaders = true;
     checkTotal();
@@ -215,9 +234,11 @@ void ModelTransfer::checkSpace() const
     const qint64 needed = m_total.value_or(m_request.size.value_or(0)) - m_file.size();
     const qint64 free = QStorageInfo(QFileInfo(m_request.path).absolutePath()).bytesAvailable();
     if (free >= 0 && needed > free) {
-        throw Error(QStringLiteral(QT_TRANSLATE_NOOP(
-                        "Talmo", "There is not enough space on the disk. Free some, then try again: ")) +
-                    QStringLiteral("%1 needed, %2 free").arg(readableSize(needed), readableSize(free)));
+        throw DetailedError(
+            QStringLiteral(QT_TRANSLATE_NOOP(
+                "Talmo", "There is not enough space on the disk. Free some, then try again. Needed: ")) +
+                readableSize(needed),
+            QStringLiteral("%1 free").arg(readableSize(free)));
     }
 }
 
@@ -248,9 +269,9 @@ void ModelTransfer::read()
         throw PartIsUseless(QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The server sent more data than announced.")));
     }
     if (m_file.write(bytes) != bytes.size()) {
-        throw Error(QStringLiteral(QT_TRANSLATE_NOOP(
-                        "Talmo", "The download cannot be saved. Free some space on the disk, then try again: ")) +
-                    m_file.errorString());
+        throw DetailedError(QStringLiteral(QT_TRANSLATE_NOOP(
+                                "Talmo", "The download cannot be saved. Free some space on the disk, then try again.")),
+                            m_file.errorString());
     }
     m_activity += bytes.size();
     m_progress(m_file.size(), limit);
@@ -264,7 +285,7 @@ void ModelTransfer::end()
         takeHeaders();
     }
     if (problem == QNetworkReply::SslHandshakeFailedError) {
-        throw Error(QStringLiteral("The server cannot be trusted: %1").arg(m_reply->errorString()));
+        throw untrusted(m_reply->errorString());
     }
     if (problem != QNetworkReply::NoError && !m_isWhole) {
         throw ServerUnreachable(m_reply->errorString());
@@ -272,7 +293,7 @@ void ModelTransfer::end()
     read();
     if (m_total && m_file.size() < *m_total) {
         throw TransferBroken(
-            QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The connection closed before the download was complete.")));
+            QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The connection closed before the download was complete.")), {});
     }
     if (m_request.size && m_file.size() != *m_request.size) {
         throw RenewedFile(QStringLiteral("The file on the server has the wrong size: expected %2 bytes, got %1.")

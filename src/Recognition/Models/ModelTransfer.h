@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Base/Completion.h"
-#include "Base/Error.h"
+#include "Base/DetailedError.h"
 #include "Recognition/Models/ModelDownload.h"
 
 #include <QFile>
@@ -15,15 +15,15 @@ class QNetworkAccessManager;
 namespace talmo {
 
 /// The connection failed in a way that a retry may overcome.
-class TransferBroken : public Error {
+class TransferBroken : public DetailedError {
 public:
-    using Error::Error;
+    using DetailedError::DetailedError;
 };
 
-/// The network failed, not the server. The description is for the log.
+/// The network failed, not the server.
 class ServerUnreachable : public TransferBroken {
 public:
-    using TransferBroken::TransferBroken;
+    explicit ServerUnreachable(const QString &detail);
 };
 
 /// The partial file does not match the server's: retry from the beginning.

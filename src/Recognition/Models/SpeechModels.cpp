@@ -1,6 +1,6 @@
 #include "Recognition/Models/SpeechModels.h"
 
-#include "Base/Error.h"
+#include "Base/DetailedError.h"
 #include "Base/Log.h"
 #include "Base/Task.h"
 
@@ -35,7 +35,8 @@ QFuture<void> SpeechModels::install(const ModelEntry &entry, const InstallationT
             return m_end;
         }
         return makeFailedFuture<void>(std::make_exception_ptr(
-            Error(QStringLiteral("%1 is still being installed. Wait for it to finish, or cancel it.")
+            Error(QStringLiteral(
+                      QT_TRANSLATE_NOOP("Talmo", "“%1” is still being installed. Wait for it to finish, or cancel it."))
                       .arg(m_installation->entry.title))));
     }
     m_stop = std::stop_source();
@@ -93,7 +94,7 @@ QCoro::Task<void> SpeechModels::follow(QPointer<SpeechModels> self, QFuture<void
     } catch (...) {
         error = std::current_exception();
         problem = localizedDescription(error);
-        generalLog().error("a speech model could not be installed or removed: %@", {problem});
+        generalLog().error("a speech model could not be installed or removed: %@", {wholeDescription(error)});
     }
     if (self) {
         self->m_problem = problem;

@@ -2,6 +2,7 @@
 
 #include "Base/Error.h"
 #include "Recognition/PocketSphinx/ProcessorTime.h"
+#include "Recognition/RecognitionFailure.h"
 
 #include <pocketsphinx/pocketsphinx.h>
 #include <pocketsphinx/ps_search.h>
@@ -40,7 +41,7 @@ QString dictionary(const QString &folder)
 void require(int result, const char *what)
 {
     if (result < 0) {
-        throw Error(QStringLiteral("The speech recognizer failed: ") + QString::fromLatin1(what));
+        throw RecognitionFailure(QString::fromLatin1(what));
     }
 }
 

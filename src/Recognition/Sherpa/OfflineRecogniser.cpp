@@ -4,6 +4,7 @@
 #include "Recognition/Sherpa/PiecewiseDecoder.h"
 #include "Recognition/Sherpa/SherpaFunctions.h"
 #include "Recognition/Sherpa/SileroVoiceActivity.h"
+#include "Recognition/UnusableModel.h"
 
 #include <QFile>
 
@@ -105,7 +106,7 @@ OfflineRecogniser::OfflineRecogniser(std::shared_ptr<SherpaLibrary> library, She
     } catch (...) { // NOLINT(bugprone-empty-catch): exceptions of unknown types mean the same as null.
     }
     if (m_handle == nullptr) {
-        throw Error(QStringLiteral("The model in %1 could not be loaded.").arg(m_model.folder));
+        throw UnusableModel(QStringLiteral("The model in %1 could not be loaded.").arg(m_model.folder));
     }
 }
 
@@ -134,7 +135,7 @@ std::shared_ptr<VoiceActivity> OfflineRecogniser::voiceActivity()
     if (!m_voiceActivity || m_voiceActivity.use_count() > 1) {
         const QString path = SileroVoiceActivity::find(m_model.folder);
         if (path.isEmpty()) {
-            throw Error(QStringLiteral("There is no model for voice activity beside %1.").arg(m_model.folder));
+            throw UnusableModel(QStringLiteral("There is no model for voice activity beside %1.").arg(m_model.folder));
         }
         m_voiceActivity = std::make_shared<SileroVoiceActivity>(m_library, path);
     }

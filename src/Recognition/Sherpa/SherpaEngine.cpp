@@ -7,6 +7,7 @@
 #include "Recognition/Sherpa/SherpaRecogniser.h"
 #include "Recognition/Sherpa/SileroVoiceActivity.h"
 #include "Recognition/Text/OrdinaryWords.h"
+#include "Recognition/UnusableModel.h"
 
 #include <QDir>
 
@@ -77,9 +78,14 @@ public:
         if (!m_recogniser) {
             const bool wasUsable = m_isUsable.exchange(false);
             if (!wasUsable) {
-                throw Error(QStringLiteral("The model in %1 is not used.").arg(m_model.folder));
+                throw UnusableModel(QStringLiteral("The model in %1 failed before.").arg(m_model.folder));
             }
-            m_recogniser = SherpaRecogniser::load(m_library, SherpaModel::examine(m_model.folder));
+            try {
+                m_recogniser = SherpaRecogniser::load(m_library, SherpaModel::examine(m_model.folder));
+            } catch (const Error &error) {
+                generalLog().error("a speech model failed: %@", {wholeDescription(error)});
+                throw;
+            }
             m_isUsable = true;
         }
         return m_recogniser;
@@ -157,7 +163,8 @@ QString SherpaEngine::problem() const
 {
     if (!isStreaming() && SileroVoiceActivity::find(m_model.folder).isEmpty()) {
         return QStringLiteral(QT_TRANSLATE_NOOP(
-            "Talmo", "This speech model needs another one that detects speech. Install it again to get both."));
+            "Talmo",
+            "The speech-detection model that this speech model needs is missing. Reinstall this model to get both."));
     }
     return m_loaded->isUsable() && m_model.isComplete()
                ? QString()

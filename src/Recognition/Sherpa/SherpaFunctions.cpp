@@ -1,5 +1,6 @@
 #include "Recognition/Sherpa/SherpaFunctions.h"
 
+#include "Base/DetailedError.h"
 #include "Base/Error.h"
 
 #include <QVersionNumber>
@@ -12,7 +13,10 @@ void *SherpaFunctions::find(void *library, const char *name)
 {
     void *function = dlsym(library, name);
     if (function == nullptr) {
-        throw Error(QStringLiteral("The neural recogniser's library lacks %1.").arg(QLatin1String(name)));
+        throw DetailedError(
+            QStringLiteral(QT_TRANSLATE_NOOP(
+                "Talmo", "The neural recogniser's library is incomplete. Install the recogniser again.")),
+            QStringLiteral("it lacks %1").arg(QLatin1String(name)));
     }
     return function;
 }
@@ -38,8 +42,8 @@ void SherpaFunctions::resolveAll(void *library)
     }
     try {
         resolveOffline(library);
-    } catch (const Error &error) {
-        m_offlineProblem = error.localizedDescription(); // Streaming models need none of these.
+    } catch (const Error &) {
+        m_offlineProblem = std::current_exception(); // Streaming models need none of these.
     }
 }
 
@@ -68,13 +72,14 @@ void SherpaFunctions::requireOffline() const
     const QVersionNumber unknown(firstUnknownOffline[0], firstUnknownOffline[1], firstUnknownOffline[2]);
     const auto found = QVersionNumber::fromString(QString::fromUtf8(version()));
     if (found < oldest || found >= unknown) {
-        throw Error(
-            QStringLiteral(
-                "The neural recogniser's library is version %1; this kind of model needs %2 or later, before %3.")
+        throw DetailedError(
+            QStringLiteral(QT_TRANSLATE_NOOP("Talmo", "The neural recogniser's library is of a version that models of "
+                                                      "this kind do not work with. Install the model again.")),
+            QStringLiteral("version %1; %2 or later, before %3 is needed")
                 .arg(found.toString(), oldest.toString(), unknown.toString()));
     }
-    if (!m_offlineProblem.isEmpty()) {
-        throw Error(m_offlineProblem);
+    if (m_offlineProblem) {
+        std::rethrow_exception(m_offlineProblem);
     }
 }
 

@@ -65,7 +65,7 @@ private:
     static void *find(void *library, const char *name);
 
     /// What requireOffline() throws; empty if nothing is missing.
-    QString m_offlineProblem;
+    std::exception_ptr m_offlineProblem;
 };
 
 } // namespace talmo

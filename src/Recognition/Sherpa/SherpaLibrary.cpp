@@ -1,5 +1,6 @@
 #include "Recognition/Sherpa/SherpaLibrary.h"
 
+#include "Base/DetailedError.h"
 #include "Base/Error.h"
 #include "Base/Log.h"
 #include "Recognition/Sherpa/SherpaFunctions.h"
@@ -38,12 +39,19 @@ void requireKnownVersion(const QString &version)
     const auto oldest = number(SherpaLibrary::oldestVersion);
     const auto unknown = number(SherpaLibrary::firstUnknownVersion);
     if (found < oldest) {
-        throw Error(QStringLiteral("The neural recogniser's library is version %1; Talmo needs %2 or later.")
-                        .arg(version, oldest.toString()));
+        throw DetailedError(
+            QStringLiteral(QT_TRANSLATE_NOOP(
+                "Talmo",
+                "The neural recogniser's library is too old. Install the recogniser again to get a newer one.")),
+            QStringLiteral("version %1; %2 or later is needed").arg(version, oldest.toString()));
     }
     if (found >= unknown) {
-        throw Error(QStringLiteral("The neural recogniser's library is version %1; Talmo needs one before %2.")
-                        .arg(version, unknown.toString()));
+        throw DetailedError(
+            QStringLiteral(QT_TRANSLATE_NOOP(
+                "Talmo",
+                "The neural recogniser's library is newer than this version of Talmo knows. Update Talmo, or install "
+                "the recogniser again.")),
+            QStringLiteral("version %1; one before %2 is needed").arg(version, unknown.toString()));
     }
 }
 

@@ -3,6 +3,7 @@
 #include "Base/Error.h"
 #include "Recognition/Sherpa/OnnxFile.h"
 #include "Recognition/Sherpa/SherpaTokens.h"
+#include "Recognition/UnusableModel.h"
 
 #include <QByteArrayList>
 #include <QDir>
@@ -47,12 +48,12 @@ void requireModel(const QDir &folder, const QString &name, const QString &what)
 {
     QFile file(folder.filePath(name));
     if (name.isEmpty() || !file.exists()) {
-        throw Error(QStringLiteral("There is no %1 in %2.").arg(what, folder.path()));
+        throw UnusableModel(QStringLiteral("There is no %1 in %2.").arg(what, folder.path()));
     }
     constexpr qint64 signature = 8;
     const bool isReadable = file.open(QFile::ReadOnly);
     if (!isReadable || file.size() < smallestModel || !looksLikeModel(name, file.read(signature))) {
-        throw Error(QStringLiteral("%1 is no model, or is damaged.").arg(file.fileName()));
+        throw UnusableModel(QStringLiteral("%1 is no model, or is damaged.").arg(file.fileName()));
     }
 }
 
@@ -62,8 +63,8 @@ void requireMetadata(const QDir &folder, const QString &name, const QByteArrayLi
     const OnnxFile file = OnnxFile::read(folder.filePath(name));
     for (const auto &key : keys) {
         if (!file.metadata.contains(key)) {
-            throw Error(QStringLiteral("%1 is a model of another kind: it does not say “%2”.")
-                            .arg(folder.filePath(name), QString::fromLatin1(key)));
+            throw UnusableModel(QStringLiteral("%1 is a model of another kind: it does not say “%2”.")
+                                    .arg(folder.filePath(name), QString::fromLatin1(key)));
         }
     }
 }
@@ -72,7 +73,7 @@ void requireModelType(const QDir &folder, const QString &name, const QByteArrayL
 {
     const QByteArray type = OnnxFile::read(folder.filePath(name)).metadata.value("model_type");
     if (!types.contains(type)) {
-        throw Error(
+        throw UnusableModel(
             QStringLiteral("%1 is a model of another kind: “%2”.").arg(folder.filePath(name), QString::fromUtf8(type)));
     }
 }
@@ -213,7 +214,7 @@ SherpaModel SherpaModel::examine(const QString &path)
 {
     const QDir folder(path);
     if (!folder.exists()) {
-        throw Error(QStringLiteral("There is no folder %1.").arg(path));
+        throw UnusableModel(QStringLiteral("There is no folder %1.").arg(path));
     }
     QFile notes(folder.filePath(QStringLiteral("talmo-model.json")));
     const auto note = notes.open(QFile::ReadOnly) ? QJsonDocument::fromJson(notes.readAll()).object() : QJsonObject();

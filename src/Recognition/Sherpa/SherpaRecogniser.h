@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Base/Error.h"
+#include "Recognition/RecognitionFailure.h"
 #include "Recognition/RecordingDecoder.h"
 #include "Recognition/Sherpa/SherpaLibrary.h"
 #include "Recognition/Sherpa/SherpaModel.h"
@@ -52,7 +53,7 @@ auto sherpaGuarded(Call call)
     try {
         return call();
     } catch (...) {
-        throw Error(QStringLiteral("The neural recogniser failed."));
+        throw RecognitionFailure(QStringLiteral("the library threw an exception"));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "Recognition/Sherpa/SherpaTokens.h"
 
 #include "Base/Error.h"
+#include "Recognition/UnusableModel.h"
 
 #include <QFile>
 
@@ -29,7 +30,7 @@ SherpaTokens SherpaTokens::read(const QString &path, Blank blank)
 {
     QFile file(path);
     if (!file.open(QFile::ReadOnly) || file.size() == 0 || file.size() > largestFile) {
-        throw Error(QStringLiteral("%1 cannot be read.").arg(path));
+        throw UnusableModel(QStringLiteral("%1 cannot be read.").arg(path));
     }
     SherpaTokens tokens(file.readAll());
     bool hasBlank = false;
@@ -39,11 +40,11 @@ SherpaTokens SherpaTokens::read(const QString &path, Blank blank)
         const QByteArray token = tokenOf(line);
         hasBlank = hasBlank || token == "<blk>" || token == "<eps>" || token == "<blank>";
         if (!line.trimmed().isEmpty() && (separatorIn(line) < 0 || !isNumber)) {
-            throw Error(QStringLiteral("%1 is damaged: “%2”").arg(path, QString::fromUtf8(line.left(60))));
+            throw UnusableModel(QStringLiteral("%1 is damaged: “%2”").arg(path, QString::fromUtf8(line.left(60))));
         }
     }
     if (blank == Blank::Needed && !hasBlank) {
-        throw Error(QStringLiteral("%1 is not complete: it has no blank.").arg(path));
+        throw UnusableModel(QStringLiteral("%1 is not complete: it has no blank.").arg(path));
     }
     return tokens;
 }

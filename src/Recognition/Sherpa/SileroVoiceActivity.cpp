@@ -4,6 +4,7 @@
 #include "Recognition/Sherpa/OnnxFile.h"
 #include "Recognition/Sherpa/SherpaFunctions.h"
 #include "Recognition/Sherpa/SherpaRecogniser.h"
+#include "Recognition/UnusableModel.h"
 
 #include <QDir>
 #include <QFile>
@@ -30,7 +31,7 @@ void requireSilero(const QString &path)
     const bool isFourth = file.inputs.size() == 4 && file.outputs.size() == 3 && file.inputs.contains("h");
     const bool isLater = file.inputs.size() == 3 && file.outputs.size() == 2 && file.inputs.contains("state");
     if (!file.inputs.contains("input") || (!isFourth && !isLater)) {
-        throw Error(QStringLiteral("%1 is no model for voice activity.").arg(path));
+        throw UnusableModel(QStringLiteral("%1 is no model for voice activity.").arg(path));
     }
 }
 
@@ -66,7 +67,7 @@ SileroVoiceActivity::SileroVoiceActivity(std::shared_ptr<SherpaLibrary> library,
     constexpr float secondsKept = 30;
     m_handle = sherpaGuarded([&] { return m_library->functions().createVoiceActivity(&config, secondsKept); });
     if (m_handle == nullptr) {
-        throw Error(QStringLiteral("The model in %1 could not be loaded.").arg(modelPath));
+        throw UnusableModel(QStringLiteral("The model in %1 could not be loaded.").arg(modelPath));
     }
 }
 

@@ -1,9 +1,11 @@
 #include "Recognition/Sherpa/StreamingRecogniser.h"
 
 #include "Base/Error.h"
+#include "Recognition/RecognitionFailure.h"
 #include "Recognition/Sherpa/HotWordVocabulary.h"
 #include "Recognition/Sherpa/SherpaFunctions.h"
 #include "Recognition/Sherpa/StreamingDecoder.h"
+#include "Recognition/UnusableModel.h"
 
 #include <QFile>
 #include <QJsonDocument>
@@ -90,7 +92,7 @@ const void *StreamingRecogniser::create(const SherpaModel &model)
     } catch (...) { // NOLINT(bugprone-empty-catch): exceptions of unknown types mean the same as null.
     }
     if (handle == nullptr) {
-        throw Error(QStringLiteral("The model in %1 could not be loaded.").arg(model.folder));
+        throw UnusableModel(QStringLiteral("The model in %1 could not be loaded.").arg(model.folder));
     }
     return handle;
 }
@@ -130,7 +132,7 @@ StreamingRecogniser::Stream::Stream(const StreamingRecogniser &recogniser, const
       m_handle(sherpaGuarded([&] { return create(hotWords); }))
 {
     if (m_handle == nullptr) {
-        throw Error(QStringLiteral("The neural recogniser could not begin a recording."));
+        throw RecognitionFailure(QStringLiteral("the library made no stream"));
     }
     const auto setOption = m_recogniser.m_library->functions().setStreamOption;
     if (m_recogniser.m_takesLanguage && setOption != nullptr && !language.isEmpty()) {

@@ -1,6 +1,6 @@
 #include "Recognition/Signal/InstalledVoiceActivity.h"
 
-#include "Base/Error.h"
+#include "Base/DetailedError.h"
 #include "Base/Log.h"
 
 namespace talmo {
@@ -17,7 +17,7 @@ std::shared_ptr<VoiceActivity> InstalledVoiceActivity::forRecording()
             m_activity->reset();
         }
     } catch (const Error &error) {
-        generalLog().error("voice activity detection: %@", {error.localizedDescription()});
+        generalLog().error("voice activity detection: %@", {wholeDescription(error)});
         m_activity.reset();
     }
     return m_activity;

@@ -1,6 +1,7 @@
 #include "Recognition/Signal/NoiseSuppressor.h"
 
 #include "Base/Error.h"
+#include "Recognition/RecognitionFailure.h"
 
 #include <webrtc/modules/audio_processing/include/audio_processing.h>
 #include <webrtc/modules/interface/module_common_types.h>
@@ -16,7 +17,7 @@ namespace {
 void require(int result)
 {
     if (result != webrtc::AudioProcessing::kNoError) {
-        throw Error(QStringLiteral("Noise reduction failed (error %1).").arg(result));
+        throw RecognitionFailure(QStringLiteral("noise reduction: error %1").arg(result));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "Recognition/Signal/NoiseSuppressor.h"
 
 #include "Base/Error.h"
+#include "Recognition/RecognitionFailure.h"
 
 #include <modules/audio_processing/include/audio_processing.h>
 
@@ -29,7 +30,7 @@ void NoiseSuppressor::process(const std::int16_t *frame, std::int16_t *reduced)
     const webrtc::StreamConfig format(sampleRate, 1);
     const int result = m_library->processing->ProcessStream(frame, format, format, reduced);
     if (result != webrtc::AudioProcessing::kNoError) {
-        throw Error(QStringLiteral("Noise reduction failed (error %1).").arg(result));
+        throw RecognitionFailure(QStringLiteral("noise reduction: error %1").arg(result));
     }
 }
 

@@ -1,6 +1,6 @@
 #include "Recognition/Signal/SpeechPresence.h"
 
-#include "Base/Error.h"
+#include "Base/DetailedError.h"
 #include "Base/Log.h"
 
 namespace talmo {
@@ -20,7 +20,7 @@ void SpeechPresence::add(std::span<const std::int16_t> samples)
             }
         }
     } catch (const Error &error) { // The recording goes on as if there were no voice activity detection.
-        generalLog().error("voice activity detection: %@", {error.localizedDescription()});
+        generalLog().error("voice activity detection: %@", {wholeDescription(error)});
         m_activity.reset();
     }
 }

@@ -43,7 +43,7 @@ protected:
         } catch (const Cancelled &) {
             throw;
         } catch (const Error &error) {
-            return error.localizedDescription();
+            return QString::fromUtf8(error.what());
         }
         return {};
     }

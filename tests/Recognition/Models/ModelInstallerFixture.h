@@ -58,7 +58,7 @@ protected:
         return executor->run<void>(
             [this, wanted, onProgress] { return installer.install(wanted, onProgress, stop.get_token(), terms); });
     }
-    /// The error message; empty if installed. Pauses between retries take no time.
+    /// The error as the log has it; empty if installed. Pauses between retries take no time.
     QString install(const ModelEntry &wanted)
     {
         const auto future = begin(wanted);
@@ -79,7 +79,7 @@ protected:
         try {
             future.waitForFinished();
         } catch (const Error &error) {
-            return error.localizedDescription();
+            return QString::fromUtf8(error.what());
         }
         return {};
     }

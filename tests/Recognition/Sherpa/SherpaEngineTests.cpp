@@ -162,10 +162,11 @@ TEST_F(SherpaEngineTest, fallsBackToEmbeddedEngineOnDamagedModel)
     const auto speech = engines(configuration());
     EXPECT_EQ(speech->engines().size(), 1U); // The embedded engine.
     ASSERT_EQ(speech->models().size(), 1U);
-    EXPECT_TRUE(speech->models().front().problem.contains(u"cannot be used"_s));
+    EXPECT_EQ(speech->models().front().problem, u"This speech model cannot be used. Install it again."_s);
     const auto lines = log.lines();
-    EXPECT_TRUE(
-        std::any_of(lines.begin(), lines.end(), [](const auto &line) { return line.contains(u"cannot be used"_s); }));
+    EXPECT_TRUE(std::any_of(lines.begin(), lines.end(), [this](const auto &line) {
+        return line.contains(u"cannot be used"_s) && line.contains(models.filePath(u"toy"_s));
+    })) << "the log says which, and why";
     EXPECT_EQ(hear(*speech, testbed::speak(u"thank you very much"_s, home.path())), u"thank you very much"_s);
 }
 
@@ -183,7 +184,8 @@ TEST_F(SherpaEngineTest, usesAnotherEngineAfterFailureDuringRecording)
     auto configured = configuration();
     configured.models.check = [](const SpeechEngine &, const QString &) {};
     const auto speech = engines(configured);
-    EXPECT_EQ(problemWith(*speech, tones({5000})), u"The neural recogniser failed."_s);
+    EXPECT_EQ(problemWith(*speech, tones({5000})),
+              u"Speech recognition failed. Try again; if it fails again, choose another recogniser in the settings."_s);
     EXPECT_EQ(hear(*speech, testbed::speak(u"thank you very much"_s, home.path())), u"thank you very much"_s);
 }
 

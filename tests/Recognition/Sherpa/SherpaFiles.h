@@ -18,7 +18,7 @@ inline QString errorOf(const std::function<void()> &call)
     try {
         call();
     } catch (const Error &error) {
-        return error.localizedDescription();
+        return QString::fromUtf8(error.what());
     }
     return {};
 }

@@ -32,13 +32,16 @@ TEST(SherpaLibrary, rejectsFileThatIsNotALibrary)
 TEST(SherpaLibrary, rejectsOldVersionBeforeUsingIt)
 {
     EXPECT_EQ(errorOf([] { SherpaLibrary::open(QStringLiteral(TALMO_OLD_ENGINE)); }),
-              u"The neural recogniser's library is version 1.12.12; Talmo needs 1.12.13 or later."_s);
+              u"The neural recogniser's library is too old. Install the recogniser again to get a newer one. (version "
+              "1.12.12; 1.12.13 or later is needed)"_s);
 }
 
 TEST(SherpaLibrary, rejectsVersionWithUnknownStructures)
 {
-    EXPECT_EQ(errorOf([] { SherpaLibrary::open(QStringLiteral(TALMO_UNKNOWN_ENGINE)); }),
-              u"The neural recogniser's library is version 2.0.1; Talmo needs one before 2.0.0."_s);
+    EXPECT_EQ(
+        errorOf([] { SherpaLibrary::open(QStringLiteral(TALMO_UNKNOWN_ENGINE)); }),
+        u"The neural recogniser's library is newer than this version of Talmo knows. Update Talmo, or install the "
+        "recogniser again. (version 2.0.1; one before 2.0.0 is needed)"_s);
 }
 
 TEST(SherpaLibrary, refusesModelThatNeedsNewerLibrary)

@@ -27,8 +27,9 @@ const char *sentenceFor(State state)
         return QT_TRANSLATE_NOOP("Talmo", "GNOME's extensions are switched off. Switch them on in the Extensions "
                                           "application, then enable Talmo's here.");
     case State::NotInstalled:
-        return QT_TRANSLATE_NOOP("Talmo", "Talmo's GNOME extension is missing, so the key is heard in few programs. "
-                                          "Install Talmo's package again.");
+        return QT_TRANSLATE_NOOP("Talmo",
+                                 "Talmo's GNOME extension is missing, so the key works in only a few programs. "
+                                 "Reinstall the Talmo package.");
     case State::Failed:
         return QT_TRANSLATE_NOOP("Talmo", "GNOME could not start Talmo's extension. Update Talmo, then log out and in "
                                           "once.");

@@ -672,14 +672,6 @@
         <translation>Dieses Modell ist für diesen Rechner zu langsam: </translation>
     </message>
     <message>
-        <source>There is not enough space on the disk. Free some, then try again: </source>
-        <translation>Auf der Festplatte ist nicht genug Platz. Platz freigeben und erneut versuchen: </translation>
-    </message>
-    <message>
-        <source>The download cannot be saved. Free some space on the disk, then try again: </source>
-        <translation>Der Download kann nicht gespeichert werden. Platz auf der Festplatte freigeben und erneut versuchen: </translation>
-    </message>
-    <message>
         <source>This model needs a newer library than the installed one. Install the model again, and the library comes with it: </source>
         <translation>Dieses Modell benötigt eine neuere Bibliothek als die installierte. Das Modell neu installieren; die Bibliothek kommt dann mit: </translation>
     </message>
@@ -690,10 +682,6 @@
     <message>
         <source>Get better recognition</source>
         <translation>Bessere Spracherkennung einrichten</translation>
-    </message>
-    <message>
-        <source>This speech model needs another one that detects speech. Install it again to get both.</source>
-        <translation>Dieses Erkennungsmodell benötigt ein weiteres, das Sprache von Stille unterscheidet. Neu installieren, um beide zu erhalten.</translation>
     </message>
     <message>
         <source>Ctrl+Shift+V</source>
@@ -1024,10 +1012,6 @@
         <translation>GNOMEs Erweiterungen sind ausgeschaltet. Schalten Sie sie in der Anwendung „Erweiterungen“ ein, danach hier die von Talmo.</translation>
     </message>
     <message>
-        <source>Talmo&apos;s GNOME extension is missing, so the key is heard in few programs. Install Talmo&apos;s package again.</source>
-        <translation>Talmos GNOME-Erweiterung fehlt, deshalb wird die Taste nur in wenigen Programmen gehört. Installieren Sie Talmos Paket erneut.</translation>
-    </message>
-    <message>
         <source>GNOME could not start Talmo&apos;s extension. Update Talmo, then log out and in once.</source>
         <translation>GNOME konnte Talmos Erweiterung nicht starten. Aktualisieren Sie Talmo und melden Sie sich einmal ab und wieder an.</translation>
     </message>
@@ -1142,6 +1126,90 @@
     <message>
         <source>%1 left</source>
         <translation>noch %1</translation>
+    </message>
+    <message>
+        <source>Talmo&apos;s GNOME extension is missing, so the key works in only a few programs. Reinstall the Talmo package.</source>
+        <translation>Die GNOME-Erweiterung von Talmo fehlt, daher wirkt die Taste nur in wenigen Programmen. Bitte das Talmo-Paket neu installieren.</translation>
+    </message>
+    <message>
+        <source>This speech model is for a recogniser that Talmo does not have. Update Talmo, or choose another one.</source>
+        <translation>Dieses Erkennungsmodell gehört zu einer Spracherkennung, die Talmo nicht hat. Talmo aktualisieren oder ein anderes wählen.</translation>
+    </message>
+    <message>
+        <source>A speech model could not be tested. Try again when the computer is less busy.</source>
+        <translation>Ein Erkennungsmodell konnte nicht geprüft werden. Erneut versuchen, wenn der Rechner weniger beschäftigt ist.</translation>
+    </message>
+    <message>
+        <source>The downloaded file cannot be used. Try again; if it fails again, choose another recogniser.</source>
+        <translation>Die heruntergeladene Datei ist nicht verwendbar. Erneut versuchen; hilft das nicht, eine andere Spracherkennung wählen.</translation>
+    </message>
+    <message>
+        <source>The download cannot be unpacked. Free some space on the disk, then try again.</source>
+        <translation>Der Download lässt sich nicht entpacken. Auf der Festplatte Platz freigeben und erneut versuchen.</translation>
+    </message>
+    <message>
+        <source>The downloaded file cannot be read. Try again.</source>
+        <translation>Die heruntergeladene Datei lässt sich nicht lesen. Bitte erneut versuchen.</translation>
+    </message>
+    <message>
+        <source>The download cannot be saved. Free some space on the disk, then try again.</source>
+        <translation>Der Download lässt sich nicht speichern. Auf der Festplatte Platz freigeben und erneut versuchen.</translation>
+    </message>
+    <message>
+        <source>The model “%1” is not installed.</source>
+        <translation>Das Modell „%1“ ist nicht installiert.</translation>
+    </message>
+    <message>
+        <source>“%1” is a link to a model stored elsewhere. Delete the link in the folder for models yourself.</source>
+        <translation>„%1“ ist eine Verknüpfung mit einem Modell, das anderswo liegt. Bitte die Verknüpfung im Modellordner selbst löschen.</translation>
+    </message>
+    <message>
+        <source>Some files of the model “%1” could not be deleted. Check the permissions of the folder for models.</source>
+        <translation>Einige Dateien des Modells „%1“ konnten nicht gelöscht werden. Bitte die Zugriffsrechte des Modellordners prüfen.</translation>
+    </message>
+    <message>
+        <source>The server cannot be trusted. Check this computer&apos;s date and network, then try again.</source>
+        <translation>Der Server ist nicht vertrauenswürdig. Datum und Netzwerk dieses Rechners prüfen und erneut versuchen.</translation>
+    </message>
+    <message>
+        <source>The server does not deliver this file at present. Try again later.</source>
+        <translation>Der Server liefert diese Datei zurzeit nicht. Bitte später erneut versuchen.</translation>
+    </message>
+    <message>
+        <source>There is not enough space on the disk. Free some, then try again. Needed: </source>
+        <translation>Auf der Festplatte ist nicht genug Platz. Platz freigeben und erneut versuchen. Benötigt: </translation>
+    </message>
+    <message>
+        <source>“%1” is still being installed. Wait for it to finish, or cancel it.</source>
+        <translation>„%1“ wird noch installiert. Warten, bis das abgeschlossen ist, oder abbrechen.</translation>
+    </message>
+    <message>
+        <source>Speech recognition failed. Try again; if it fails again, choose another recogniser in the settings.</source>
+        <translation>Die Spracherkennung ist fehlgeschlagen. Erneut versuchen; hilft das nicht, in den Einstellungen eine andere wählen.</translation>
+    </message>
+    <message>
+        <source>The speech-detection model that this speech model needs is missing. Reinstall this model to get both.</source>
+        <translation>Das Modell zur Erkennung von Sprachpausen, das dieses Modell braucht, fehlt. Dieses Modell neu installieren, um beide zu erhalten.</translation>
+    </message>
+    <message>
+        <source>The neural recogniser&apos;s library is incomplete. Install the recogniser again.</source>
+        <translation>Die Bibliothek der neuronalen Spracherkennung ist unvollständig. Die Spracherkennung neu installieren.</translation>
+    </message>
+    <message>
+        <source>The neural recogniser&apos;s library is of a version that models of this kind do not work with. Install the model again.</source>
+        <translation>Mit dieser Version der Bibliothek der neuronalen Spracherkennung funktionieren Modelle dieser Art nicht. Das Modell neu installieren.</translation>
+    </message>
+    <message>
+        <source>The neural recogniser&apos;s library is too old. Install the recogniser again to get a newer one.</source>
+        <translation>Die Bibliothek der neuronalen Spracherkennung ist zu alt. Die Spracherkennung neu installieren, um eine neuere zu erhalten.</translation>
+    </message>
+    <message>
+        <source>The neural recogniser&apos;s library is newer than this version of Talmo knows. Update Talmo, or install the recogniser again.</source>
+        <translation>Die Bibliothek der neuronalen Spracherkennung ist neuer, als diese Version von Talmo sie kennt. Talmo aktualisieren oder die Spracherkennung neu installieren.</translation>
+    </message>
+    <message>
+        <source>This speech model cannot be used. Install it again.</source>
+        <translation>Dieses Erkennungsmodell ist nicht verwendbar. Bitte neu installieren.</translation>
     </message>
 </context>
 </TS>

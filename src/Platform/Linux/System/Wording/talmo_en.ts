@@ -672,14 +672,6 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>There is not enough space on the disk. Free some, then try again: </source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The download cannot be saved. Free some space on the disk, then try again: </source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>This model needs a newer library than the installed one. Install the model again, and the library comes with it: </source>
         <translation type="unfinished"></translation>
     </message>
@@ -689,10 +681,6 @@
     </message>
     <message>
         <source>Get better recognition</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>This speech model needs another one that detects speech. Install it again to get both.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -1024,10 +1012,6 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Talmo&apos;s GNOME extension is missing, so the key is heard in few programs. Install Talmo&apos;s package again.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>GNOME could not start Talmo&apos;s extension. Update Talmo, then log out and in once.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -1141,6 +1125,90 @@
     </message>
     <message>
         <source>%1 left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Talmo&apos;s GNOME extension is missing, so the key works in only a few programs. Reinstall the Talmo package.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This speech model is for a recogniser that Talmo does not have. Update Talmo, or choose another one.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A speech model could not be tested. Try again when the computer is less busy.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The downloaded file cannot be used. Try again; if it fails again, choose another recogniser.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The download cannot be unpacked. Free some space on the disk, then try again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The downloaded file cannot be read. Try again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The download cannot be saved. Free some space on the disk, then try again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The model “%1” is not installed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>“%1” is a link to a model stored elsewhere. Delete the link in the folder for models yourself.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Some files of the model “%1” could not be deleted. Check the permissions of the folder for models.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The server cannot be trusted. Check this computer&apos;s date and network, then try again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The server does not deliver this file at present. Try again later.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is not enough space on the disk. Free some, then try again. Needed: </source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>“%1” is still being installed. Wait for it to finish, or cancel it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Speech recognition failed. Try again; if it fails again, choose another recogniser in the settings.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The speech-detection model that this speech model needs is missing. Reinstall this model to get both.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The neural recogniser&apos;s library is incomplete. Install the recogniser again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The neural recogniser&apos;s library is of a version that models of this kind do not work with. Install the model again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The neural recogniser&apos;s library is too old. Install the recogniser again to get a newer one.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The neural recogniser&apos;s library is newer than this version of Talmo knows. Update Talmo, or install the recogniser again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This speech model cannot be used. Install it again.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -672,14 +672,6 @@
         <translation>Este modelo es demasiado lento para este equipo: </translation>
     </message>
     <message>
-        <source>There is not enough space on the disk. Free some, then try again: </source>
-        <translation>No hay espacio suficiente en el disco. Libere espacio y vuelva a intentarlo: </translation>
-    </message>
-    <message>
-        <source>The download cannot be saved. Free some space on the disk, then try again: </source>
-        <translation>No se puede guardar la descarga. Libere espacio en el disco y vuelva a intentarlo: </translation>
-    </message>
-    <message>
         <source>This model needs a newer library than the installed one. Install the model again, and the library comes with it: </source>
         <translation>Este modelo necesita una biblioteca más reciente que la instalada. Instale de nuevo el modelo y la biblioteca vendrá con él: </translation>
     </message>
@@ -690,10 +682,6 @@
     <message>
         <source>Get better recognition</source>
         <translation>Obtener un mejor reconocimiento</translation>
-    </message>
-    <message>
-        <source>This speech model needs another one that detects speech. Install it again to get both.</source>
-        <translation>Este modelo de voz necesita otro que detecte la voz. Instálelo de nuevo para obtener ambos.</translation>
     </message>
     <message>
         <source>Ctrl+Shift+V</source>
@@ -1024,10 +1012,6 @@
         <translation>Las extensiones de GNOME están desactivadas. Actívelas en la aplicación Extensiones y después active aquí la de Talmo.</translation>
     </message>
     <message>
-        <source>Talmo&apos;s GNOME extension is missing, so the key is heard in few programs. Install Talmo&apos;s package again.</source>
-        <translation>Falta la extensión de GNOME de Talmo, por lo que la tecla se oye en pocos programas. Vuelva a instalar el paquete de Talmo.</translation>
-    </message>
-    <message>
         <source>GNOME could not start Talmo&apos;s extension. Update Talmo, then log out and in once.</source>
         <translation>GNOME no ha podido iniciar la extensión de Talmo. Actualice Talmo; después, cierre la sesión y vuelva a iniciarla.</translation>
     </message>
@@ -1142,6 +1126,90 @@
     <message>
         <source>%1 left</source>
         <translation>quedan %1</translation>
+    </message>
+    <message>
+        <source>Talmo&apos;s GNOME extension is missing, so the key works in only a few programs. Reinstall the Talmo package.</source>
+        <translation>Falta la extensión de GNOME de Talmo, por lo que la tecla solo funciona en unos pocos programas. Vuelva a instalar el paquete de Talmo.</translation>
+    </message>
+    <message>
+        <source>This speech model is for a recogniser that Talmo does not have. Update Talmo, or choose another one.</source>
+        <translation>Este modelo es para un reconocedor que Talmo no tiene. Actualice Talmo o elija otro.</translation>
+    </message>
+    <message>
+        <source>A speech model could not be tested. Try again when the computer is less busy.</source>
+        <translation>No se pudo probar un modelo de voz. Vuelva a intentarlo cuando el equipo esté menos ocupado.</translation>
+    </message>
+    <message>
+        <source>The downloaded file cannot be used. Try again; if it fails again, choose another recogniser.</source>
+        <translation>No se puede usar el archivo descargado. Vuelva a intentarlo; si vuelve a fallar, elija otro reconocedor.</translation>
+    </message>
+    <message>
+        <source>The download cannot be unpacked. Free some space on the disk, then try again.</source>
+        <translation>No se puede descomprimir la descarga. Libere espacio en el disco y vuelva a intentarlo.</translation>
+    </message>
+    <message>
+        <source>The downloaded file cannot be read. Try again.</source>
+        <translation>No se puede leer el archivo descargado. Vuelva a intentarlo.</translation>
+    </message>
+    <message>
+        <source>The download cannot be saved. Free some space on the disk, then try again.</source>
+        <translation>No se puede guardar la descarga. Libere espacio en el disco y vuelva a intentarlo.</translation>
+    </message>
+    <message>
+        <source>The model “%1” is not installed.</source>
+        <translation>El modelo «%1» no está instalado.</translation>
+    </message>
+    <message>
+        <source>“%1” is a link to a model stored elsewhere. Delete the link in the folder for models yourself.</source>
+        <translation>«%1» es un enlace a un modelo guardado en otro lugar. Elimine usted mismo el enlace en la carpeta de modelos.</translation>
+    </message>
+    <message>
+        <source>Some files of the model “%1” could not be deleted. Check the permissions of the folder for models.</source>
+        <translation>No se pudieron eliminar algunos archivos del modelo «%1». Compruebe los permisos de la carpeta de modelos.</translation>
+    </message>
+    <message>
+        <source>The server cannot be trusted. Check this computer&apos;s date and network, then try again.</source>
+        <translation>El servidor no es de confianza. Compruebe la fecha y la red de este equipo y vuelva a intentarlo.</translation>
+    </message>
+    <message>
+        <source>The server does not deliver this file at present. Try again later.</source>
+        <translation>El servidor no entrega este archivo por ahora. Vuelva a intentarlo más tarde.</translation>
+    </message>
+    <message>
+        <source>There is not enough space on the disk. Free some, then try again. Needed: </source>
+        <translation>No hay espacio suficiente en el disco. Libere espacio y vuelva a intentarlo. Necesario: </translation>
+    </message>
+    <message>
+        <source>“%1” is still being installed. Wait for it to finish, or cancel it.</source>
+        <translation>«%1» todavía se está instalando. Espere a que termine o cancélelo.</translation>
+    </message>
+    <message>
+        <source>Speech recognition failed. Try again; if it fails again, choose another recogniser in the settings.</source>
+        <translation>El reconocimiento de voz ha fallado. Vuelva a intentarlo; si vuelve a fallar, elija otro reconocedor en los ajustes.</translation>
+    </message>
+    <message>
+        <source>The speech-detection model that this speech model needs is missing. Reinstall this model to get both.</source>
+        <translation>Falta el modelo de detección de voz que este modelo necesita. Vuelva a instalar este modelo para obtener ambos.</translation>
+    </message>
+    <message>
+        <source>The neural recogniser&apos;s library is incomplete. Install the recogniser again.</source>
+        <translation>La biblioteca del motor neuronal está incompleta. Instale el motor de nuevo.</translation>
+    </message>
+    <message>
+        <source>The neural recogniser&apos;s library is of a version that models of this kind do not work with. Install the model again.</source>
+        <translation>Los modelos de este tipo no funcionan con esta versión de la biblioteca del motor neuronal. Instale el modelo de nuevo.</translation>
+    </message>
+    <message>
+        <source>The neural recogniser&apos;s library is too old. Install the recogniser again to get a newer one.</source>
+        <translation>La biblioteca del motor neuronal es demasiado antigua. Instale el motor de nuevo para obtener una más reciente.</translation>
+    </message>
+    <message>
+        <source>The neural recogniser&apos;s library is newer than this version of Talmo knows. Update Talmo, or install the recogniser again.</source>
+        <translation>La biblioteca del motor neuronal es más reciente de lo que esta versión de Talmo conoce. Actualice Talmo o instale el motor de nuevo.</translation>
+    </message>
+    <message>
+        <source>This speech model cannot be used. Install it again.</source>
+        <translation>No se puede usar este modelo de voz. Instálelo de nuevo.</translation>
     </message>
 </context>
 </TS>

@@ -672,14 +672,6 @@
         <translation>Ce modèle est trop lent pour cet ordinateur&#xa0;: </translation>
     </message>
     <message>
-        <source>There is not enough space on the disk. Free some, then try again: </source>
-        <translation>L’espace disque est insuffisant. Libérez-en, puis réessayez&#xa0;: </translation>
-    </message>
-    <message>
-        <source>The download cannot be saved. Free some space on the disk, then try again: </source>
-        <translation>Le téléchargement ne peut pas être enregistré. Libérez de l’espace disque, puis réessayez&#xa0;: </translation>
-    </message>
-    <message>
         <source>This model needs a newer library than the installed one. Install the model again, and the library comes with it: </source>
         <translation>Ce modèle nécessite une bibliothèque plus récente que celle installée. Installez de nouveau le modèle&#xa0;; la bibliothèque sera installée avec lui&#xa0;: </translation>
     </message>
@@ -690,10 +682,6 @@
     <message>
         <source>Get better recognition</source>
         <translation>Obtenir une meilleure reconnaissance</translation>
-    </message>
-    <message>
-        <source>This speech model needs another one that detects speech. Install it again to get both.</source>
-        <translation>Ce modèle vocal en nécessite un autre, qui détecte la parole. Installez-le de nouveau pour obtenir les deux.</translation>
     </message>
     <message>
         <source>Ctrl+Shift+V</source>
@@ -1024,10 +1012,6 @@
         <translation>Les extensions de GNOME sont désactivées. Activez-les dans l’application Extensions, puis activez ici celle de Talmo.</translation>
     </message>
     <message>
-        <source>Talmo&apos;s GNOME extension is missing, so the key is heard in few programs. Install Talmo&apos;s package again.</source>
-        <translation>L’extension GNOME de Talmo est absente&#xa0;: la touche n’est entendue que dans peu de programmes. Réinstallez le paquet de Talmo.</translation>
-    </message>
-    <message>
         <source>GNOME could not start Talmo&apos;s extension. Update Talmo, then log out and in once.</source>
         <translation>GNOME n’a pas pu démarrer l’extension de Talmo. Mettez Talmo à jour, puis fermez la session et rouvrez-la.</translation>
     </message>
@@ -1142,6 +1126,90 @@
     <message>
         <source>%1 left</source>
         <translation>encore %1</translation>
+    </message>
+    <message>
+        <source>Talmo&apos;s GNOME extension is missing, so the key works in only a few programs. Reinstall the Talmo package.</source>
+        <translation>L’extension GNOME de Talmo est absente&#xa0;; la touche ne fonctionne donc que dans quelques programmes. Réinstallez le paquet Talmo.</translation>
+    </message>
+    <message>
+        <source>This speech model is for a recogniser that Talmo does not have. Update Talmo, or choose another one.</source>
+        <translation>Ce modèle est destiné à un moteur que Talmo n’a pas. Mettez Talmo à jour, ou choisissez-en un autre.</translation>
+    </message>
+    <message>
+        <source>A speech model could not be tested. Try again when the computer is less busy.</source>
+        <translation>Un modèle vocal n’a pas pu être testé. Réessayez lorsque l’ordinateur sera moins occupé.</translation>
+    </message>
+    <message>
+        <source>The downloaded file cannot be used. Try again; if it fails again, choose another recogniser.</source>
+        <translation>Le fichier téléchargé est inutilisable. Réessayez&#xa0;; en cas de nouvel échec, choisissez un autre moteur.</translation>
+    </message>
+    <message>
+        <source>The download cannot be unpacked. Free some space on the disk, then try again.</source>
+        <translation>Le téléchargement ne peut pas être décompressé. Libérez de l’espace disque, puis réessayez.</translation>
+    </message>
+    <message>
+        <source>The downloaded file cannot be read. Try again.</source>
+        <translation>Le fichier téléchargé ne peut pas être lu. Réessayez.</translation>
+    </message>
+    <message>
+        <source>The download cannot be saved. Free some space on the disk, then try again.</source>
+        <translation>Le téléchargement ne peut pas être enregistré. Libérez de l’espace disque, puis réessayez.</translation>
+    </message>
+    <message>
+        <source>The model “%1” is not installed.</source>
+        <translation>Le modèle «&#xa0;%1&#xa0;» n’est pas installé.</translation>
+    </message>
+    <message>
+        <source>“%1” is a link to a model stored elsewhere. Delete the link in the folder for models yourself.</source>
+        <translation>«&#xa0;%1&#xa0;» est un lien vers un modèle situé ailleurs. Supprimez vous-même ce lien dans le dossier de modèles.</translation>
+    </message>
+    <message>
+        <source>Some files of the model “%1” could not be deleted. Check the permissions of the folder for models.</source>
+        <translation>Certains fichiers du modèle «&#xa0;%1&#xa0;» n’ont pas pu être supprimés. Vérifiez les droits d’accès du dossier de modèles.</translation>
+    </message>
+    <message>
+        <source>The server cannot be trusted. Check this computer&apos;s date and network, then try again.</source>
+        <translation>Le serveur n’est pas digne de confiance. Vérifiez la date et le réseau de cet ordinateur, puis réessayez.</translation>
+    </message>
+    <message>
+        <source>The server does not deliver this file at present. Try again later.</source>
+        <translation>Le serveur ne fournit pas ce fichier pour le moment. Réessayez plus tard.</translation>
+    </message>
+    <message>
+        <source>There is not enough space on the disk. Free some, then try again. Needed: </source>
+        <translation>L’espace disque est insuffisant. Libérez-en, puis réessayez. Nécessaire&#xa0;: </translation>
+    </message>
+    <message>
+        <source>“%1” is still being installed. Wait for it to finish, or cancel it.</source>
+        <translation>«&#xa0;%1&#xa0;» est encore en cours d’installation. Attendez la fin, ou annulez.</translation>
+    </message>
+    <message>
+        <source>Speech recognition failed. Try again; if it fails again, choose another recogniser in the settings.</source>
+        <translation>La reconnaissance vocale a échoué. Réessayez&#xa0;; en cas de nouvel échec, choisissez un autre moteur dans les réglages.</translation>
+    </message>
+    <message>
+        <source>The speech-detection model that this speech model needs is missing. Reinstall this model to get both.</source>
+        <translation>Le modèle de détection de la parole dont ce modèle a besoin est absent. Réinstallez ce modèle pour obtenir les deux.</translation>
+    </message>
+    <message>
+        <source>The neural recogniser&apos;s library is incomplete. Install the recogniser again.</source>
+        <translation>La bibliothèque du moteur neuronal est incomplète. Installez de nouveau le moteur.</translation>
+    </message>
+    <message>
+        <source>The neural recogniser&apos;s library is of a version that models of this kind do not work with. Install the model again.</source>
+        <translation>Les modèles de ce type ne fonctionnent pas avec cette version de la bibliothèque du moteur neuronal. Installez de nouveau le modèle.</translation>
+    </message>
+    <message>
+        <source>The neural recogniser&apos;s library is too old. Install the recogniser again to get a newer one.</source>
+        <translation>La bibliothèque du moteur neuronal est trop ancienne. Installez de nouveau le moteur pour en obtenir une plus récente.</translation>
+    </message>
+    <message>
+        <source>The neural recogniser&apos;s library is newer than this version of Talmo knows. Update Talmo, or install the recogniser again.</source>
+        <translation>La bibliothèque du moteur neuronal est trop récente pour cette version de Talmo. Mettez Talmo à jour, ou installez de nouveau le moteur.</translation>
+    </message>
+    <message>
+        <source>This speech model cannot be used. Install it again.</source>
+        <translation>Ce modèle vocal est inutilisable. Installez-le de nouveau.</translation>
     </message>
 </context>
 </TS>
