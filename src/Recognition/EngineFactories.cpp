@@ -62,7 +62,7 @@ EngineFactory sherpaOnnx(const QString &libraryPath)
     factory.isLibraryInstalled = [libraryPath] { return SherpaLibrary::isInstalled(libraryPath); };
     factory.library = [libraryPath] {
         const auto library = SherpaLibrary::open(libraryPath);
-        return QStringLiteral("sherpa-onnx %1 in %2").arg(library->version(), library->path());
+        return QStringLiteral("version %1 in %2").arg(library->version(), library->path());
     };
     factory.requireLibrary = [libraryPath](const QString &minVersion) {
         SherpaLibrary::open(libraryPath)->requireVersion(minVersion);

@@ -28,27 +28,30 @@ void describeEmbedded(SpeechEngine &engine)
 }
 
 /// Measured in a child process, because some libraries abort on an invalid model.
-void describeModel(const EngineFactories &factories, const QString &neuralLibrary, const QString &folder)
+void describeModel(const EngineFactories &factories, const QString &library, const QString &folder)
 {
+    QString name = QStringLiteral("unknown engine");
     try {
-        const auto engine = factories.forModel(folder).make(QString(), folder);
-        const QString report = measureApart(neuralLibrary, folder).description();
-        writeLine(QStringLiteral("neural: %1, language %2, usable (%3)")
-                      .arg(folder, engine->languages().join(QStringLiteral(", ")), report));
+        const EngineFactory &factory = factories.forModel(folder);
+        name = factory.engine;
+        const auto engine = factory.make(QString(), folder);
+        const QString report = measureApart(library, folder).description();
+        writeLine(QStringLiteral("%1: %2, language %3, usable (%4)")
+                      .arg(name, folder, engine->languages().join(QStringLiteral(", ")), report));
     } catch (const Error &error) {
-        writeLine(QStringLiteral("neural: %1, unusable: %2").arg(folder, error.localizedDescription()));
+        writeLine(QStringLiteral("%1: %2, unusable: %3").arg(name, folder, wholeDescription(error)));
     }
 }
 
-void describeModels(const EngineFactories &factories, const QString &neuralLibrary)
+void describeModels(const EngineFactories &factories, const QString &library)
 {
     const ModelStore store(ModelStore::standardFolder());
     const auto names = store.installed();
     if (names.isEmpty()) {
-        writeLine(QStringLiteral("neural: no models in %1; run “talmoctl model list” to see them").arg(store.folder()));
+        writeLine(QStringLiteral("models: none in %1; run “talmoctl model list” to see them").arg(store.folder()));
     }
     for (const auto &name : names) {
-        describeModel(factories, neuralLibrary, store.path(name));
+        describeModel(factories, library, store.path(name));
     }
 }
 
@@ -64,7 +67,7 @@ void describeBetter(const EngineFactories &factories, const LinuxSettings &setti
         writeLine(QStringLiteral("better: ") +
                   (better.isEmpty() ? QStringLiteral("nothing for this computer") : better));
     } catch (const Error &error) {
-        writeLine(QStringLiteral("better: ") + error.localizedDescription());
+        writeLine(QStringLiteral("better: ") + wholeDescription(error));
     }
 }
 
@@ -74,14 +77,14 @@ QCoro::Task<int> runEngines(Invocation /*invocation*/)
     const LinuxSettings linuxSettings = LinuxSettings::read(*settings.defaults);
     const EngineFactories factories = EngineFactories::standard({linuxSettings.neuralLibrary, {}});
     describeEmbedded(*factories.embedded);
-    try {
-        for (const auto &factory : factories.installable) {
-            writeLine(QStringLiteral("neural: ") + factory.library());
+    for (const auto &factory : factories.installable) {
+        try {
+            writeLine(QStringLiteral("%1: %2").arg(factory.engine, factory.library()));
+        } catch (const Error &error) {
+            writeLine(QStringLiteral("%1: %2").arg(factory.engine, wholeDescription(error)));
         }
-        describeModels(factories, linuxSettings.neuralLibrary);
-    } catch (const Error &error) {
-        writeLine(QStringLiteral("neural: ") + error.localizedDescription());
     }
+    describeModels(factories, linuxSettings.neuralLibrary);
     writeLine(QStringLiteral("chosen: ") + linuxSettings.speechEngine);
     describeBetter(factories, linuxSettings);
     co_return EXIT_SUCCESS;

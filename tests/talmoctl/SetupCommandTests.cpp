@@ -134,7 +134,7 @@ TEST_F(SetupTest, enginesListsInstalledAndBetterRecognisers)
     setCatalogue({model(u"better"_s, u"/toy.tar.gz"_s), model(u"toy"_s, u"/toy.tar.gz"_s)});
     EXPECT_EQ(talmoctl({u"model"_s, u"use"_s, u"toy"_s}).status, 0);
     EXPECT_THAT(talmoctl({u"engines"_s}).output,
-                AllOf(HasSubstr("sherpa-onnx 1.13.8 in"), HasSubstr("toy, language en, usable"),
+                AllOf(HasSubstr("sherpa-onnx: version 1.13.8 in"), HasSubstr("toy, language en, usable"),
                       HasSubstr("chosen: toy"), HasSubstr("better: A better (English) is more accurate")));
 }
 
