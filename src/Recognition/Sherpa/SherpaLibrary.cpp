@@ -12,7 +12,6 @@
 
 #include <algorithm>
 #include <dlfcn.h>
-#include <optional>
 #include <utility>
 
 namespace talmo {
@@ -101,18 +100,18 @@ bool SherpaLibrary::isInstalled(const QString &path)
 std::shared_ptr<SherpaLibrary> SherpaLibrary::open(const QString &path)
 {
     const QStringList places = path.isEmpty() ? usualPlaces() : QStringList{path};
-    std::optional<Error> unusable;
+    std::exception_ptr unusable;
     for (const auto &place : places) {
         try {
             if (auto library = openAt(place)) {
                 return library;
             }
-        } catch (const Error &error) {
-            unusable = unusable ? unusable : error;
+        } catch (const Error &) {
+            unusable = unusable ? unusable : std::current_exception();
         }
     }
     if (unusable) {
-        throw *unusable;
+        std::rethrow_exception(unusable);
     }
     generalLog().info("the neural recogniser's library was looked for in %@", {places.join(QStringLiteral(", "))});
     throw Error(QStringLiteral(QT_TRANSLATE_NOOP(
