@@ -53,7 +53,7 @@ public:
     /// A recording is running, or a gesture is about to start one.
     bool isGestureActive() const;
 
-    /// Begins a gesture as the key would, but without a press that prepared it: what is said is kept from now on if the
+    /// Begins a gesture as the key would, but without a press that prepared it: audio is kept from now on if the
     /// recording has to wait.
     void beginGesture();
     /// Ends the current gesture as its key would; does nothing without one.
@@ -62,7 +62,7 @@ public:
     /// Ignores the key from now on.
     void close() { m_isClosed = true; }
 
-    /// Ends the recording, if any, and hurries its sentence into the active window, without the language model. True
+    /// Ends the recording, if any, and inserts its sentence as soon as possible, without the language model. True
     /// once nothing is left to do; false if `longest` was not enough.
     QFuture<bool> finishDictation(Duration longest);
 

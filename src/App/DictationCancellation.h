@@ -14,7 +14,7 @@
 namespace talmo {
 
 /// Takes the cancel key while a recording runs, discards the recording when it is pressed, and has the card say which
-/// keys end a recording that runs on by itself. Main thread.
+/// keys end a hands-free recording. Main thread.
 class DictationCancellation final : public QObject {
     Q_OBJECT
 

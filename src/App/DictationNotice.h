@@ -23,7 +23,7 @@ public:
     QString hintKey() const { return m_hintKey; }
     void setHint(const QString &hint, const QString &key);
 
-    /// The title of a card that is about to go.
+    /// The title of a card that is about to be hidden.
     QString farewell() const { return m_farewell; }
     void setFarewell(const QString &farewell);
 

@@ -19,8 +19,8 @@ public:
     virtual void play(SoundCue cue) = 0;
 };
 
-/// Plays a sound when a recording starts, when it ends and when something goes wrong, for users who do not look. Only
-/// if they want it. Main thread.
+/// Plays a sound when a recording starts, when it ends and when something goes wrong, for users who do not look, if
+/// they have switched it on. Main thread.
 class SoundCues final : public QObject {
     Q_OBJECT
 

@@ -6,7 +6,7 @@
 
 namespace talmo {
 
-/// Awaits a wait that may be cancelled: true if its time has come, false if it failed with Cancelled.
+/// Awaits a wait that may be cancelled: true if it elapsed, false if it failed with Cancelled.
 QCoro::Task<bool> hasElapsed(QFuture<void> wait);
 
 /// As hasElapsed(), for a wait that bounds something else: one that fails otherwise counts as over, and is logged,

@@ -12,7 +12,7 @@ namespace talmo {
 /// Closes Talmo's own menus before each insertion, so that no text ends up in them. Main thread.
 class UnobstructedInsertionService final : public TextInsertionService {
 public:
-    /// Finishes, never fails, once the keyboard focus is where the text is to go.
+    /// Finishes, never fails, once the window for the text has the keyboard focus.
     using ClearTheWay = std::function<QFuture<void>()>;
 
     UnobstructedInsertionService(std::shared_ptr<TextInsertionService> service, ClearTheWay clearTheWay);

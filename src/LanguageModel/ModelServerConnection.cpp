@@ -175,7 +175,7 @@ void ModelServerConnection::take(const std::vector<Probe> &probes)
             continue;
         case Probe::Outcome::Silent:
             if ((m_isAsking || m_isWarmingUp) && !reason() && found.base == m_base) {
-                return; // It is busy with our own request: a server that handles one request at a time is not gone.
+                return; // It is busy with our own request: a server that handles one request at a time is still there.
             }
             m_isSilent = true;
             [[fallthrough]];

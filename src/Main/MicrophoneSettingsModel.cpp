@@ -210,7 +210,7 @@ void MicrophoneSettingsModel::setListening(bool isListening)
     }
 }
 
-/// Follows the choice, and what stands in for it.
+/// Listens to the chosen microphone, or to its substitute.
 void MicrophoneSettingsModel::listen()
 {
     const QString name = m_isListening ? usedName() : QString();

@@ -102,7 +102,7 @@ Services::Services(const ServiceParts &parts)
           parts.speech, std::make_shared<SpeexAudioConverterFactory>(), parts.executors.speech, parts.executors.main)),
       cleanup(std::make_shared<TextCleanupService>(parts.executors.cleanup, parts.languageModel)),
       editingPace(std::make_shared<EditingPace>()),
-      // Otherwise the model would keep generating an answer that nobody waits for.
+      // Otherwise the model would keep generating an answer that is no longer needed.
       interruptibleCleanup(std::make_shared<InterruptibleCleanupService>(
           timed(cleanup, editingPace, parts), [model = parts.languageModel] { model->cancelRequests(); })),
       preroll(std::make_shared<PulsePreroll>(parts.audioEngine, parts.executors.speech)),

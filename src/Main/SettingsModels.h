@@ -15,7 +15,7 @@
 
 namespace talmo {
 
-/// What the settings window changes besides the preferences: each is stored, and in force at once. Main thread.
+/// What the settings window changes besides the preferences: each is stored and takes effect immediately. Main thread.
 struct SettingsModels {
     struct Parts {
         Executors executors;

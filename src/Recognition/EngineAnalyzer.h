@@ -10,8 +10,8 @@ namespace talmo {
 
 /// Makes an engine recognise one recording, on the recogniser's thread, while it is spoken.
 ///
-/// However far the engine has fallen behind, it is waited for as long as it makes progress. A stalled engine makes the
-/// finalisation fail; what it had recognised is in the results.
+/// Waits for the engine as long as it makes progress, however far behind it is. If it stalls, the finalisation fails;
+/// everything recognised until then is in the results.
 class EngineAnalyzer final : public SpeechAnalyzer {
 public:
     /// No model takes longer to load, and no engine longer over a buffer, unless something is wrong.

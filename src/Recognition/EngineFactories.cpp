@@ -23,7 +23,7 @@ MicrophoneKnowledge knowledge(std::function<QString()> microphoneName)
             std::make_shared<MicrophoneCalibrationStore>(MicrophoneCalibrationStore::standardPath())};
 }
 
-/// Tells the embedded engine when nobody speaks: by itself, it hears words in music.
+/// Tells the embedded engine when nobody speaks: on its own, it hears words in music.
 std::shared_ptr<VoiceActivity> loadVoiceActivity(const QString &libraryPath)
 {
     const QString model = SileroVoiceActivity::find({});

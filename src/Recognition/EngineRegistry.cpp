@@ -133,8 +133,8 @@ void EngineRegistry::takeModels(Models models)
     }
 }
 
-/// The embedded engine knows one language, so the others stay for theirs even if the user prefers it. It goes before
-/// models that are too slow, unless the user has chosen one of them.
+/// The embedded engine knows one language, so the others keep serving theirs even if the user prefers it. It ranks
+/// above models that are too slow, unless the user has chosen one of them.
 Engines EngineRegistry::engines() const
 {
     struct Candidate {

@@ -34,8 +34,8 @@ public:
     struct Configuration {
         InstalledModels::Configuration models;
         ModelCatalogue catalogue;
-        /// A RecogniserChoice. Its `final` is the name of a model that goes before all others of its language, or one
-        /// of the two above.
+        /// A RecogniserChoice. Its `final` is the name of a model that is preferred to all others of its language, or
+        /// one of the two above.
         QString choice;
         /// Provides an engine for a language that has none, on any thread. Null to do nothing about such languages.
         std::function<QFuture<void>(const QString &locale)> install;

@@ -33,7 +33,7 @@ public:
         hearLive(samples);
     }
 
-    /// The live text is not waited for.
+    /// Does not wait for the live text.
     void finish() override
     {
         m_live.reset();
@@ -96,7 +96,7 @@ private:
     Publish m_publish;
     std::unique_ptr<RecordingDecoder> m_final;
     std::unique_ptr<RecordingDecoder> m_live;
-    /// What the live engine has recognised for good in this stretch.
+    /// The live engine's final results in this stretch.
     QString m_settled;
     bool m_isStretchFinished = false;
     bool m_isShown = false;

@@ -10,7 +10,7 @@
 
 namespace talmo {
 
-/// How a recogniser did with a model.
+/// How a recogniser performed with a model.
 struct ModelReport {
     double secondsToLoad = 0;
     /// What the process grew by.

@@ -11,7 +11,8 @@
 
 namespace talmo {
 
-/// A speech recogniser together with one model. Constructing one loads nothing.
+/// A speech recogniser together with one model. Constructing one loads nothing. Checking a model's files and installing
+/// models are functions of EngineFactory, because both happen before there is an engine.
 ///
 /// Any thread, except where a comment says decoder thread: all recordings are decoded on that one.
 class SpeechEngine {

@@ -33,9 +33,9 @@ public:
     /// Takes the next key that is pressed; until then, no key starts a dictation. Escape ends it without a change.
     virtual void beginCapture(Capture capture) = 0;
     virtual void endCapture() = 0;
-    /// Nullopt if no key is waited for.
+    /// Nullopt if no key is being captured.
     virtual std::optional<Capture> capture() const = 0;
-    /// In force at once, like the next one.
+    /// Takes effect immediately, as does the next one.
     virtual void use(const QString &id) = 0;
     /// Does nothing for the last one.
     virtual void remove(const QString &id) = 0;

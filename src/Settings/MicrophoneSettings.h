@@ -32,12 +32,12 @@ public:
     /// False if it is known that there is no microphone.
     virtual bool hasMicrophone() const = 0;
 
-    /// Follows the microphones that come and go, until as many calls with false. Nothing is recorded for that.
+    /// Follows microphones being plugged and unplugged, until as many calls with false. Records nothing.
     virtual void setFollowing(bool isFollowing) = 0;
     /// Measures the level of the chosen microphone, which the desktop may show as a recording.
     virtual void setListening(bool isListening) = 0;
     virtual bool isListening() const = 0;
-    /// From 0 to 1, as a bar shows it.
+    /// From 0 to 1, for a level bar.
     virtual double level() const = 0;
 
 Q_SIGNALS:

@@ -34,7 +34,7 @@ public:
     }
 
     /// Replaces all entries, given as titles and ids, and selects the one with that id, else the first. The
-    /// same again changes nothing: a screen reader would be told of every entry.
+    /// same again changes nothing, since a screen reader would read out every entry.
     void setEntries(const QList<std::pair<QString, QString>> &entries, const QString &selected)
     {
         const QSignalBlocker blocker(this);

@@ -15,7 +15,7 @@ namespace talmo {
 /// thread.
 class DictationTrace {
 public:
-    /// In the order in which a dictation goes through them.
+    /// In the order in which a dictation reaches them.
     enum class Stage {
         Pressed,
         Recording,

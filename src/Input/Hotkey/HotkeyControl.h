@@ -42,7 +42,7 @@ public:
 
     virtual ~HotkeyControl() = default;
 
-    /// In force at once. Empty for the default ones.
+    /// Takes effect immediately. Empty for the default ones.
     virtual void setKeys(const QStringList &names) = 0;
     virtual Keys keys() const = 0;
 

@@ -26,7 +26,7 @@ constexpr qint64 alwaysAllowed = 64 * megabyte;
 constexpr qint64 largestModel = 16000 * megabyte;
 constexpr int mostFiles = 2000;
 
-/// Passes on visible changes only: a new phase, another 0.5 %, or what a second has brought.
+/// Passes on visible changes only: a new phase, another 0.5 %, or once a second.
 ModelInstaller::OnProgress throttled(ModelInstaller::OnProgress onProgress, const std::shared_ptr<Clock> &clock)
 {
     const auto last = std::make_shared<std::optional<ModelProgress>>();

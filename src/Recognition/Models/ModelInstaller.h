@@ -21,7 +21,7 @@ struct ModelProgress {
     /// In bytes; `total` is nullopt if unknown.
     qint64 done = 0;
     std::optional<qint64> total;
-    /// Of the download; nullopt until it can be told.
+    /// Of the download; nullopt until it has been measured.
     std::optional<double> bytesPerSecond;
 
     /// From 0 to 1; nullopt if the total is unknown.

@@ -22,8 +22,8 @@ namespace {
 /// In bytes; no model is this large.
 constexpr qint64 largestFile = qint64(8) * 1024 * 1024 * 1024;
 
-/// What the network may be ahead of the disk. Qt keeps everything in memory that is not yet read, hundreds of megabytes
-/// of a large model.
+/// How much received data may wait to be written, in bytes. Qt keeps everything in memory that is not yet read,
+/// hundreds of megabytes of a large model.
 constexpr qint64 mostUnwritten = qint64(1024) * 1024;
 
 constexpr int okStatus = 200;

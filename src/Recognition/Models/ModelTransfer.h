@@ -32,7 +32,7 @@ public:
     using Error::Error;
 };
 
-/// The server has another file under this name than the one on record. The description is for the log.
+/// The server's file differs from the one on record. The description is for the log.
 class RenewedFile : public Error {
 public:
     using Error::Error;

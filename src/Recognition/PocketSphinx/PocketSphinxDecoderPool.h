@@ -42,7 +42,7 @@ private:
     int m_takenCount = 0;
     std::atomic<int> m_loadCount = 0;
     PersonalVocabulary m_vocabulary;
-    /// Once a decoder has been loaded.
+    /// Meaningful once a decoder has been loaded.
     SearchWidth m_width = SearchWidth::Narrow;
 };
 

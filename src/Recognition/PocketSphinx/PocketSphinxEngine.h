@@ -14,7 +14,7 @@ namespace talmo {
 /// The embedded engine: PocketSphinx with Debian's English model.
 class PocketSphinxEngine final : public SpeechEngine {
 public:
-    /// An empty folder stands for Debian's. Without `microphone`, all microphones count as the same one, and the
+    /// An empty folder means Debian's. Without `microphone`, all microphones count as the same one, and the
     /// calibration is lost with this object.
     explicit PocketSphinxEngine(const QString &modelFolder = {}, MicrophoneKnowledge microphone = {},
                                 InstalledVoiceActivity activity = InstalledVoiceActivity());

@@ -5,7 +5,7 @@
 namespace talmo {
 
 /// How many hypotheses the embedded engine follows at once: the more, the fewer words are wrong, and the longer it
-/// takes. Chosen by what the machine can do.
+/// takes. Chosen by the machine's speed.
 enum class SearchWidth { Narrow, Wide };
 
 /// The limit for each frame of a hundredth of a second. Without a limit, noise would keep every hypothesis alive and

@@ -45,7 +45,7 @@ struct SherpaModel {
     /// Examines the files in the folder as far as possible without loading them, because the library aborts on some
     /// invalid models. Throws Error.
     static SherpaModel examine(const QString &folder);
-    /// Whether it recognises sound as it comes, and not a whole utterance at once.
+    /// Whether it recognises sound as it arrives, rather than a whole utterance at once.
     bool isStreaming() const;
     bool takesHotWords() const;
     /// Whether all its files still exist.

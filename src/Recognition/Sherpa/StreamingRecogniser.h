@@ -10,7 +10,7 @@
 
 namespace talmo {
 
-/// A model that recognises sound as it comes.
+/// A model that recognises sound as it arrives.
 class StreamingRecogniser final : public SherpaRecogniser, public std::enable_shared_from_this<StreamingRecogniser> {
 public:
     class Stream;

@@ -48,7 +48,7 @@ double SnrEstimator::voiceAboveNoise() const
     if (m_count < fewestFrames) {
         return asInAQuietRoom;
     }
-    // While the key is held, the user neither speaks nor pauses all the time.
+    // A recording has both speech and pauses, so its quiet and loud ends are noise and voice.
     constexpr double quietShare = 0.1;
     constexpr double loudShare = 0.9;
     return levelOf(loudShare) - levelOf(quietShare);

@@ -71,7 +71,7 @@ QByteArrayList SoundCorrection::soundOf(const QString &word) const
     return *known;
 }
 
-/// The vocabulary's word that sounds most like the words from there on.
+/// The vocabulary word that sounds most like the words starting at `first`.
 SoundCorrection::Match SoundCorrection::matchAt(const QList<Piece> &pieces, qsizetype first) const
 {
     Match best;

@@ -35,7 +35,7 @@ void AnnouncingOverlay::hide()
     m_overlay->hide();
     const auto before = std::exchange(m_state, m_coordinator.state());
     if (!m_state.is(TalmoState::Case::Idle)) {
-        return; // The card of an error goes, the error stays.
+        return; // Only the card of the error is hidden; the error remains.
     }
     if (before.is(TalmoState::Case::Inserting)) {
         m_announce(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Inserted")));

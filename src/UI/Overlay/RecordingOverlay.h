@@ -27,7 +27,7 @@ struct OverlayContents {
     /// The transcript is shown verbatim; all other texts are looked up for this platform.
     static OverlayContents make(const TalmoState &state, const QString &liveTranscript);
     /// The same with a notice: it fills the detail line in states that have none of their own, shows its hint while
-    /// recording, and is the title of a card that is about to go.
+    /// recording, and is the title of a card that is about to be hidden.
     static OverlayContents make(const TalmoState &state, const QString &liveTranscript, const DictationNotice &notice);
 };
 

@@ -160,7 +160,7 @@ void HotkeyRows::refreshKeys()
         auto *remove = addButton(*m_keys);
         remove->setText(Wording::text(QT_TRANSLATE_NOOP("Talmo", "Remove")));
         remove->setAccessibleName(Wording::textWithKey(QT_TRANSLATE_NOOP("Talmo", "Remove %1"), key.title));
-        // Queued: the button goes when the keys are read again.
+        // Queued: reading the keys again deletes the button.
         connect(
             remove, &QPushButton::clicked, this, [this, id = key.id] { m_settings->remove(id); }, Qt::QueuedConnection);
     }

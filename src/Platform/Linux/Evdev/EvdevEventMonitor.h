@@ -36,7 +36,7 @@ public:
     addLocalMonitor(quint64 eventMask,
                     std::function<std::optional<FlagsChangedEvent>(const FlagsChangedEvent &)> handler) override;
 
-    /// In force at once.
+    /// Takes effect immediately.
     void setTriggerKeys(const QList<quint32> &triggerKeys);
     const EvdevLayout &layout() const { return m_layout; }
 

@@ -14,8 +14,8 @@ struct udev_device;
 
 namespace talmo {
 
-/// All keyboards of the machine as one, as they come and go. Never grabs one, and asks for no right to read them. Main
-/// thread.
+/// All keyboards of the machine as one, including those plugged in later. Never grabs one, and asks for no right to
+/// read them. Main thread.
 class EvdevKeyboards {
 public:
     /// Null if there is no keyboard, or this user may not read all of them: the one the user types on may be among the

@@ -16,7 +16,8 @@
 namespace talmo {
 
 /// Talmo's extension of GNOME Shell, over the session bus. packaging/gnome-shell describes its interface. The extension
-/// comes and goes while Talmo runs: it is away while the screen is locked. Main thread, except where said otherwise.
+/// may appear and disappear while Talmo runs: GNOME disables it while the screen is locked. Main thread, except where
+/// said otherwise.
 class GnomeShell final : public QObject, public ShellPaster {
     Q_OBJECT
 public:

@@ -147,7 +147,7 @@ bool ClipboardPaste::holdsSecret(const Content &content) const
     return m_secret.isSecret() && isSecret(content);
 }
 
-/// What a paste or an unread text covers is dealt with when it comes back.
+/// A secret that a paste or an unread text has displaced is removed when it would be restored.
 void ClipboardPaste::removeSecret()
 {
     const bool stands = !m_isPasting && !m_restore && !m_earlier.isHeld();

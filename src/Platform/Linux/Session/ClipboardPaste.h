@@ -17,7 +17,7 @@
 namespace talmo {
 
 /// The clipboard's side of a paste, the same on every desktop: the current content, the content to restore, and when to
-/// restore it. The earlier content comes back once the program in front has read the text; until one has, the text
+/// restore it. The earlier content is restored once the program in front has read the text; until then the text
 /// stays. Subclasses access the clipboard and report who reads it. The session's thread only, except where noted.
 class ClipboardPaste {
 public:
@@ -74,11 +74,11 @@ protected:
     /// The text stays on the clipboard.
     virtual void handleWithheld(Outcome /*outcome*/) {}
 
-    // The content that comes back.
+    // The restored content.
     /// The paste no longer needs the clipboard: restores the content, or clears the clipboard if it is empty.
     virtual void stand(const Content &content) = 0;
     virtual void giveBackPrimary() = 0;
-    /// Another program has taken the clipboard for good.
+    /// Another program owns the clipboard now, and nothing is restored.
     virtual void handleTaken() {}
 
     // Events that the subclass reports.

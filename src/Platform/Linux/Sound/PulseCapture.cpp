@@ -253,7 +253,7 @@ void PulseCapture::takeData()
         if (pa_stream_peek(m_stream, &data, &byteCount) < 0 || byteCount == 0) {
             break;
         }
-        if (m_blocks && !m_isUnplugged) { // What follows comes from another source, which the user has not chosen.
+        if (m_blocks && !m_isUnplugged) { // Later audio is from another source, which the user has not chosen.
             // A null pointer with a length is a gap in the recording: silence.
             m_blocks->append(static_cast<const char *>(data), static_cast<qsizetype>(byteCount));
             m_lastData = std::chrono::steady_clock::now();

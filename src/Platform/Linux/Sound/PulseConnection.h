@@ -22,7 +22,7 @@ public:
 /// The microphone as the sound server describes it.
 struct PulseSource {
     QByteArray name;
-    /// As the desktop's mixer calls it.
+    /// Its name in the desktop's mixer.
     QString title;
     AudioFormat format; ///< 0 channels if there is no microphone.
 };

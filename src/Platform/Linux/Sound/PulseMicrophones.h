@@ -10,7 +10,7 @@
 
 namespace talmo {
 
-/// The microphones of the sound server as they come and go, and the level of one of them. All functions on one thread,
+/// The microphones of the sound server, kept up to date, and the level of one of them. All functions on one thread,
 /// which may wait for the server for half a second; the callbacks come on the connection's own thread.
 class PulseMicrophones {
 public:

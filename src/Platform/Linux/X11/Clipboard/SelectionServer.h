@@ -36,8 +36,8 @@ public:
     bool own(QList<PasteboardRepresentation> content);
     /// Releases the selection if Talmo still owns it.
     void disown();
-    /// Serves this content to one client instead of the common content, as long as Talmo owns the selection: the client
-    /// still has to carry out a paste of it. Its requests may be as old as that paste.
+    /// Serves this content to one client instead of the common content, as long as Talmo owns the selection: that
+    /// client's paste is still pending. Its requests may be as old as that paste.
     void owe(quint32 client, QList<PasteboardRepresentation> content) { m_owed[client] = std::move(content); }
     void settleDebt(quint32 client) { m_owed.erase(client); }
 

@@ -30,7 +30,7 @@ public:
 
     /// The next real key event. None if nothing is queued, or if a release may be the first half of a pair whose second
     /// half has not arrived: isHoldingBack() is then true, and the caller calls again with `hasTimedOut` after a
-    /// timeout. Only devices that have sent pairs are waited for.
+    /// timeout. Waits only for devices that have sent pairs.
     std::optional<RawKey> take(bool hasTimedOut);
     bool isHoldingBack() const { return !m_queue.empty(); }
 

@@ -54,7 +54,7 @@ public:
     bool grabKey(quint32 keySym, std::function<void()> onPressed);
     void ungrabKey() { m_cancelGrab.release(); }
 
-    /// In force at once. Those that are not modifiers are kept from the other programs.
+    /// Takes effect immediately. Those that are not modifiers are kept from the other programs.
     void setTriggerKeys(const QList<quint32> &triggerKeys);
     /// While released, the other programs get all keys.
     void setTriggersReleased(bool areReleased);

@@ -67,7 +67,7 @@ bool XKeyGrabs::isFree(std::uint8_t keyCode)
     return isGranted;
 }
 
-/// The server lets a core grab and an XInput grab of one key stand side by side, so that only a core grab tells whether
+/// The server lets a core grab and an XInput grab of one key coexist, so that only a core grab tells whether
 /// another program has one.
 bool XKeyGrabs::isTaken(std::uint8_t keyCode)
 {

@@ -89,8 +89,8 @@ QCoro::Task<void> XTestKeyEventPoster::postByShell(XSession *session, std::share
 }
 
 /// Posts the shortcut when a window has the keyboard for itself: menus and window switchers grab it for a moment, and
-/// after a window is closed it takes a moment until another one has it. The press that ended a hands-free recording may
-/// last, and is waited for.
+/// after a window is closed it takes a moment until another one has it. The key that ended a hands-free recording may
+/// still be down, so its release is awaited.
 void XTestKeyEventPoster::postOnceFree(XSession *session, std::shared_ptr<PasteTransaction> transaction, int tries)
 {
     const bool isGrabbed = isKeyboardGrabbed(*session);
