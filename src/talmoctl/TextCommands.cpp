@@ -156,7 +156,7 @@ QCoro::Task<int> runInstructions(Invocation invocation)
 Command formatCommand()
 {
     return {QStringLiteral("format"),
-            QStringLiteral("Format a transcript from stdin by simple rules, without a language model."),
+            QStringLiteral("Format a transcript from stdin with simple rules, without a language model."),
             {},
             {flag("raw", rawDescription)},
             &runFormat};
