@@ -14,7 +14,7 @@ namespace talmo {
 namespace {
 
 const QString nameKey = QStringLiteral("linux.microphone");
-/// For as long as it is not connected.
+/// Shown while it is not connected.
 const QString titleKey = QStringLiteral("linux.microphoneTitle");
 
 } // namespace

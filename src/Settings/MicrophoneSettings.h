@@ -32,7 +32,8 @@ public:
     /// False if it is known that there is no microphone.
     virtual bool hasMicrophone() const = 0;
 
-    /// Follows microphones being plugged and unplugged, until as many calls with false. Records nothing.
+    /// Follows microphones being plugged and unplugged, until each call with true is matched by one with
+    /// false. Records nothing.
     virtual void setFollowing(bool isFollowing) = 0;
     /// Measures the level of the chosen microphone, which the desktop may show as a recording.
     virtual void setListening(bool isListening) = 0;

@@ -21,7 +21,7 @@ struct AudioTime;
 /// A permission's status.
 enum class SimpleStatus { NotDetermined, Granted, Denied };
 
-/// One locale's on-device speech model. Installed without supported never occurs.
+/// One locale's on-device speech model. An installed one is always supported.
 struct ModelStatus {
     bool supported = false;
     bool installed = false;

@@ -47,8 +47,8 @@ public:
     /// On the last recording, or the failed attempt at one. Any thread.
     MicrophoneReport report() const override;
 
-    /// Set these before first use. Called on any thread, the second one when the chosen microphone was missed for the
-    /// first time, or is back.
+    /// Set these before first use. Called on any thread; the second one when the chosen microphone is first found to be
+    /// missing, and when it is connected again.
     void setOnUnplugged(std::function<void()> callback) { m_onUnplugged = std::move(callback); }
     void setOnChosenMissing(std::function<void(bool isMissing)> callback) { m_onChosenMissing = std::move(callback); }
 
