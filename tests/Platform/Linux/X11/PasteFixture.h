@@ -79,15 +79,16 @@ protected:
                                                          QStringList{title, delay, kind}, desktop.environment());
         ASSERT_TRUE(desktop.waitForActiveWindow(title, std::chrono::seconds(20)));
     }
-    void paste(const QString &text)
+    void paste(const QString &text) { paste(text, poster); }
+    void paste(const QString &text, KeyEventPoster &by)
     {
         pasteboard->beginPaste();
         const auto snapshot = pasteboard->items();
         ASSERT_TRUE(waitFor(snapshot));
         pasteboard->clearContents();
         pasteboard->setString(text);
-        poster.post({ClipboardPasteInsertionService::pasteKeyCode, true, ClipboardPasteInsertionService::commandFlag});
-        poster.post({ClipboardPasteInsertionService::pasteKeyCode, false, ClipboardPasteInsertionService::commandFlag});
+        by.post({ClipboardPasteInsertionService::pasteKeyCode, true, ClipboardPasteInsertionService::commandFlag});
+        by.post({ClipboardPasteInsertionService::pasteKeyCode, false, ClipboardPasteInsertionService::commandFlag});
         pasteboard->clearContents();
         if (!snapshot.result().isEmpty()) {
             pasteboard->writeItems(snapshot.result());

@@ -13,6 +13,8 @@ using namespace std::chrono_literals;
 
 /// A window that has not read the text by then is pinged.
 constexpr auto pingDelay = 1000ms;
+/// Between a compositor's question for the types of the text and its offer to its windows.
+constexpr auto offerTime = 20ms;
 
 } // namespace
 
@@ -24,9 +26,14 @@ PasteTransaction::PasteTransaction(XSession &session, std::chrono::milliseconds 
       m_overdue(session, m_clipboard, m_primary.server()),
       m_snapshots(std::make_shared<SnapshotReader>(session, secret()))
 {
-    const auto onRequest = [this](const SelectionServer::Request &request) { handleRequest(request); };
-    m_clipboard.setOnRequest(onRequest);
-    m_primary.server().setOnRequest(onRequest);
+    m_clipboard.setOnRequest([this](const SelectionServer::Request &request) {
+        m_clipboardAskers.emplace(request.client, now());
+        handleRequest(request);
+    });
+    m_primary.server().setOnRequest([this](const SelectionServer::Request &request) {
+        m_primaryAskers.emplace(request.client, now());
+        handleRequest(request);
+    });
     m_clipboard.setOnLost([this] { handleLost(); });
     m_overdue.setOnEmpty([this] {
         if (m_clipboard.isOwner() && m_clipboard.content().isEmpty()) {
@@ -84,9 +91,25 @@ bool PasteTransaction::chooseTarget(const FrontWindow &front)
         return false;
     }
     if (front.style == PasteStyle::ShiftInsertPrimary && isPasting()) {
+        m_primaryAskers.clear();
         m_primary.take(m_clipboard.content());
     }
     return true;
+}
+
+bool PasteTransaction::own(const Content &content)
+{
+    m_clipboardAskers.clear();
+    return m_clipboard.own(content);
+}
+
+bool PasteTransaction::isOfferedBy(quint32 compositor) const
+{
+    const auto isOffered = [compositor, time = now()](const Askers &askers) {
+        const auto asked = askers.find(compositor);
+        return asked != askers.end() && time - asked->second >= offerTime;
+    };
+    return isOffered(m_clipboardAskers) && (!m_primary.isTaken() || isOffered(m_primaryAskers));
 }
 
 void PasteTransaction::notePosted(const FrontWindow &target)

@@ -11,6 +11,7 @@
 #include <QCoro/QCoroTask>
 
 #include <functional>
+#include <map>
 #include <memory>
 
 namespace talmo {
@@ -34,6 +35,9 @@ public:
     /// Whether a window beyond the server would paste the primary selection; empty: none does. Set before the first
     /// paste.
     void setPastesPrimaryBeyond(std::function<bool()> answer) { m_pastesPrimaryBeyond = std::move(answer); }
+    /// Whether the compositor, this client, has learnt of the text and had a moment to offer it to its own windows. A
+    /// shortcut before that pastes what was on the clipboard earlier, or nothing.
+    bool isOfferedBy(quint32 compositor) const;
     /// Call when the shortcut has been posted to this window: from then on its reads count.
     void notePosted(const FrontWindow &target);
 
@@ -48,7 +52,7 @@ public:
 
 protected:
     Content textContent(const QString &text) const override { return textRepresentations(text); }
-    bool own(const Content &content) override { return m_clipboard.own(content); }
+    bool own(const Content &content) override;
     void disown() override { m_clipboard.disown(); }
     bool isOwner() const override { return m_clipboard.isOwner(); }
     const Content &ownContent() const override { return m_clipboard.content(); }
@@ -66,6 +70,9 @@ protected:
     void handleTaken() override { m_overdue.clear(); }
 
 private:
+    /// When each client first asked for a selection.
+    using Askers = std::map<quint32, Time>;
+
     bool pastesPrimary() const;
     void handleRequest(const SelectionServer::Request &request);
     void noteLateRead(const SelectionServer::Request &request);
@@ -78,6 +85,8 @@ private:
     OverduePastes m_overdue;
     std::shared_ptr<SnapshotReader> m_snapshots;
     FrontWindow m_target;
+    Askers m_clipboardAskers;
+    Askers m_primaryAskers;
 };
 
 } // namespace talmo

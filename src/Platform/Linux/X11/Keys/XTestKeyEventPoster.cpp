@@ -18,6 +18,8 @@ namespace {
 using namespace std::chrono_literals;
 constexpr auto pause = 25ms;
 constexpr auto longestWait = 250ms;
+constexpr auto offerPause = 5ms;
+constexpr auto longestOffer = 1000ms;
 
 } // namespace
 
@@ -75,12 +77,38 @@ QCoro::Task<void> XTestKeyEventPoster::postByShell(XSession *session, std::share
     auto target = front.window == 0 ? FrontWindow() : windowBeyondServer(*session);
     target.style = front.style;
     target.isImporter = front.isImporter;
-    if (!transaction->chooseTarget(target)) {
-        co_return;
+    if (transaction->chooseTarget(target)) {
+        pressOnceOffered(session, transaction, shell, target, front.window, longestOffer / offerPause);
     }
+}
+
+/// The compositor offers the text to the windows of Wayland only after it has learnt its types.
+void XTestKeyEventPoster::pressOnceOffered(XSession *session, std::shared_ptr<PasteTransaction> transaction,
+                                           std::shared_ptr<ShellPaster> shell, const FrontWindow &target,
+                                           quint64 window, int tries)
+{
+    if (!transaction->isOfferedBy(target.client) && tries > 0) {
+        QTimer::singleShot(offerPause, session->executor().context(),
+                           [session, transaction, shell, target, window, tries] {
+                               pressOnceOffered(session, transaction, shell, target, window, tries - 1);
+                           });
+        return;
+    }
+    if (tries == 0) {
+        generalLog().info("the compositor has not asked for the text; the shortcut is pressed nevertheless");
+    }
+    session->executor().run<void>([session, transaction, shell, target, window] {
+        return pressByShell(session, transaction, shell, target, window);
+    });
+}
+
+QCoro::Task<void> XTestKeyEventPoster::pressByShell(XSession *session, std::shared_ptr<PasteTransaction> transaction,
+                                                    std::shared_ptr<ShellPaster> shell, FrontWindow target,
+                                                    quint64 window)
+{
     // Before the shell is asked: the program may read the text before the shell's answer arrives.
     transaction->notePosted(target);
-    const auto pressed = shell->press(front.window, front.style);
+    const auto pressed = shell->press(window, target.style);
     const auto outcome = co_await pressed;
     if (outcome != PasteReceipt::Outcome::Taken) {
         transaction->refuse(outcome);

@@ -26,6 +26,11 @@ private:
                              std::shared_ptr<ShellPaster> shell, int tries);
     static QCoro::Task<void> postByShell(XSession *session, std::shared_ptr<PasteTransaction> transaction,
                                          std::shared_ptr<ShellPaster> shell, int tries);
+    static void pressOnceOffered(XSession *session, std::shared_ptr<PasteTransaction> transaction,
+                                 std::shared_ptr<ShellPaster> shell, const FrontWindow &target, quint64 window,
+                                 int tries);
+    static QCoro::Task<void> pressByShell(XSession *session, std::shared_ptr<PasteTransaction> transaction,
+                                          std::shared_ptr<ShellPaster> shell, FrontWindow target, quint64 window);
     static void postChord(XSession &session, PasteTransaction &transaction, const FrontWindow &front);
 
     std::shared_ptr<XSession> m_session;
