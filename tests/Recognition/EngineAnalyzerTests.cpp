@@ -25,19 +25,21 @@ struct Engine {
     Duration loadTime{0};
     Duration bufferTime{0};
     int loads = 0;
-    std::function<void()> onPutAway = [] {};
+    /// Shared, since an abandoned decoder outlives the test.
+    std::shared_ptr<std::function<void()>> onPutAway = std::make_shared<std::function<void()>>([] {});
 };
 
 class Decoder final : public RecordingDecoder {
 public:
     Decoder(Engine &engine, Publish publish)
         : m_engine(engine),
+          m_onPutAway(engine.onPutAway),
           m_publish(std::move(publish))
     {
         ++m_engine.loads;
         m_engine.clock->advance(m_engine.loadTime);
     }
-    ~Decoder() override { m_engine.onPutAway(); }
+    ~Decoder() override { (*m_onPutAway)(); }
     void process(std::span<const std::int16_t>) override
     {
         m_engine.clock->advance(m_engine.bufferTime);
@@ -47,6 +49,7 @@ public:
 
 private:
     Engine &m_engine;
+    std::shared_ptr<std::function<void()>> m_onPutAway;
     Publish m_publish;
 };
 
@@ -127,7 +130,7 @@ TEST_F(EngineAnalyzerTest, textIsThereBeforeDecoderIsPutInOrder)
     input.second.finish();
     const auto finalised = analyzer->finalizeAndFinishThroughEndOfInput();
     QString outcomeThen;
-    engine.onPutAway = [&] { outcomeThen = outcome(finalised); };
+    *engine.onPutAway = [&] { outcomeThen = outcome(finalised); };
     settle();
     EXPECT_EQ(outcomeThen, u"done"_s);
 }

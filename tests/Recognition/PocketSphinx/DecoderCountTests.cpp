@@ -33,6 +33,7 @@ protected:
         meanwhile();
         input.second.finish();
         EXPECT_TRUE(waitFor(analyzer->finalizeAndFinishThroughEndOfInput()));
+        EXPECT_TRUE(waitFor(executor->call([] {}))); // The decoder is given back after the text.
     }
     std::shared_ptr<SerialExecutor> executor = SerialExecutor::onNewThread(u"decoder"_s);
     std::shared_ptr<PocketSphinxEngine> engine = std::make_shared<PocketSphinxEngine>();

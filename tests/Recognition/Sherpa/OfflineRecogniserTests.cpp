@@ -154,7 +154,7 @@ TEST_F(OfflineRecogniserTest, needsModelForVoiceActivity)
     EXPECT_EQ(toy->problem(), QString());
     EXPECT_TRUE(toy->files().contains(QDir(models.path()).filePath(u"silero-vad/silero_vad.onnx"_s)));
     ASSERT_TRUE(QFile::remove(folder(u"silero-vad/silero_vad.onnx"_s)));
-    EXPECT_TRUE(toy->problem().contains(u"detects speech"_s));
+    EXPECT_TRUE(toy->problem().contains(u"speech-detection model"_s));
     EXPECT_THROW(toy->makeDecoder([](const SpeechResult &) {}), Error);
     EXPECT_FALSE(trial(*toy, tones(low, 1)).isEmpty()); // Its speed can be measured all the same.
 }
