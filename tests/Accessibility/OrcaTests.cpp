@@ -9,6 +9,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QLockFile>
 
 #include <algorithm>
 
@@ -44,6 +45,7 @@ protected:
     }
     void startOrca()
     {
+        ASSERT_TRUE(onlyOrca.lock()); // It does not start while the same user runs another one.
         orca = std::make_unique<testbed::ChildProcess>(u"orca"_s, QStringList(), environment);
         ASSERT_TRUE(hears("Screen reader on.")) << orca->output().toStdString();
     }
@@ -77,6 +79,7 @@ protected:
 
     const QString log = desktop.folder() + u"/spoken"_s;
     std::unique_ptr<testbed::ChildProcess> bus = testbed::startBus(environment);
+    QLockFile onlyOrca{QDir(QDir::tempPath()).filePath(u"talmo-test-orca.lock"_s)};
     std::unique_ptr<testbed::ChildProcess> orca;
 
 private:

@@ -146,7 +146,7 @@ TEST_F(NeuralEndToEndTest, damagedModelIsReportedAndEmbeddedRecogniserIsUsed)
     ASSERT_TRUE(QFile(models + u"/toy/model.onnx"_s).resize(1500));
     openQtWindow();
     startTalmo();
-    ASSERT_TRUE(talmoSays(u"a speech model is not used"_s));
+    ASSERT_TRUE(talmoSays(u"the speech model toy is not used"_s));
     dictate(u"hello world"_s);
     EXPECT_TRUE(windowShows(u"Hello world."_s));
 }

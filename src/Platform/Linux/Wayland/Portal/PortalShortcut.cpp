@@ -23,6 +23,7 @@ QDBusArgument &operator<<(QDBusArgument &argument, const PortalShortcut &shortcu
     return argument;
 }
 
+// NOLINTNEXTLINE(bugprone-return-const-ref-from-parameter): what Qt declares for such operators.
 const QDBusArgument &operator>>(const QDBusArgument &argument, PortalShortcut &shortcut)
 {
     argument.beginStructure();
