@@ -23,12 +23,12 @@ QDBusArgument &operator<<(QDBusArgument &argument, const PortalShortcut &shortcu
     return argument;
 }
 
-// NOLINTNEXTLINE(bugprone-return-const-ref-from-parameter): what Qt declares for such operators.
 const QDBusArgument &operator>>(const QDBusArgument &argument, PortalShortcut &shortcut)
 {
     argument.beginStructure();
     argument >> shortcut.id >> shortcut.properties;
     argument.endStructure();
+    // NOLINTNEXTLINE(bugprone-return-const-ref-from-parameter): Qt declares these operators so.
     return argument;
 }
 
