@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Contract/ContractTest.h"
 #include "Input/Hotkey/EventMonitor.h"
 #include "Input/Hotkey/GlobalHotkeyManager.h"
 #include "Support/Printing.h"
@@ -13,20 +14,13 @@
 
 namespace talmo::test {
 
-/// What every source of keys promises. A subject has `monitor`, press(), release() and setActive(); where it needs
-/// programs, a static isPossible(); and where the desktop learns late which keys to report, awaitKeys().
+/// What every source of keys promises. A subject has `monitor`, press(), release() and setActive(); and, where the
+/// desktop learns late which keys to report, awaitKeys().
 template <typename Subject>
-class EventMonitorContract : public testing::Test {
+class EventMonitorContract : public ContractTest<Subject> {
 protected:
-    void SetUp() override
-    {
-        if constexpr (requires { Subject::isPossible(); }) {
-            if (!Subject::isPossible()) {
-                GTEST_SKIP() << "what it needs is not installed";
-            }
-        }
-        m_subject.emplace();
-    }
+    using ContractTest<Subject>::subject;
+
     void addBoth()
     {
         global = subject().monitor.addGlobalMonitor(GlobalHotkeyManager::flagsChangedMask, [this](const auto &event) {
@@ -44,14 +38,10 @@ protected:
     {
         return waitFor([&] { return globalEvents.size() + localEvents.size() >= count; });
     }
-    Subject &subject() { return *m_subject; }
     std::vector<quint64> globalEvents;
     std::vector<quint64> localEvents;
     std::shared_ptr<EventMonitorToken> global;
     std::shared_ptr<EventMonitorToken> local;
-
-private:
-    std::optional<Subject> m_subject;
 };
 
 TYPED_TEST_SUITE_P(EventMonitorContract);

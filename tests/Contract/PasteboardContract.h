@@ -1,30 +1,19 @@
 #pragma once
 
+#include "Contract/ContractTest.h"
 #include "Insertion/Pasteboard.h"
 #include "Support/Printing.h"
 #include "Support/TestLoop.h"
 
 #include <gtest/gtest.h>
 
-#include <optional>
-
 namespace talmo::test {
 
-/// What every pasteboard promises. A subject has `pasteboard`, which is empty at first; where it needs programs, a
-/// static isPossible().
+/// What every pasteboard promises. A subject has `pasteboard`, which is empty at first.
 template <typename Subject>
-class PasteboardContract : public testing::Test {
+class PasteboardContract : public ContractTest<Subject> {
 protected:
-    void SetUp() override
-    {
-        if constexpr (requires { Subject::isPossible(); }) {
-            if (!Subject::isPossible()) {
-                GTEST_SKIP() << "what it needs is not installed";
-            }
-        }
-        m_subject.emplace();
-    }
-    Pasteboard &pasteboard() { return m_subject->pasteboard; }
+    Pasteboard &pasteboard() { return this->subject().pasteboard; }
     QList<PasteboardItem> items()
     {
         const auto future = pasteboard().items();
@@ -42,9 +31,6 @@ protected:
         }
         return {};
     }
-
-private:
-    std::optional<Subject> m_subject;
 };
 
 TYPED_TEST_SUITE_P(PasteboardContract);

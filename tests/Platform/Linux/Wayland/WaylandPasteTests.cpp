@@ -35,9 +35,15 @@ protected:
         pasteboard = std::make_shared<WaylandPasteboard>(session);
         poster = std::make_unique<WaylandKeyEventPoster>(session, pasteboard->transaction());
     }
-    void openWindow(const QString &program, const QStringList &arguments)
+    /// `variable`: one of the environment, with its value.
+    void openWindow(const QString &program, const QStringList &arguments,
+                    const std::pair<QString, QString> &variable = {})
     {
-        window = std::make_unique<testbed::ChildProcess>(program, arguments, desktop->environment());
+        auto environment = desktop->environment();
+        if (!variable.first.isEmpty()) {
+            environment.insert(variable.first, variable.second);
+        }
+        window = std::make_unique<testbed::ChildProcess>(program, arguments, environment);
         ASSERT_TRUE(desktop->waitForActiveWindow(u"Target"_s, 20s)) << window->output().toStdString();
     }
     void openGtkWindow() { openWindow(QStringLiteral(TALMO_BIN "/talmo-gtk-window"), {}); }
@@ -153,11 +159,7 @@ TEST_F(WaylandPasteTest, unknownApplicationGetsTextFromEitherSelection)
 TEST_F(WaylandPasteTest, xProgramGetsText)
 {
     desktop->copy("old");
-    auto environment = desktop->environment();
-    environment.insert(u"GDK_BACKEND"_s, u"x11"_s);
-    window = std::make_unique<testbed::ChildProcess>(QStringLiteral(TALMO_BIN "/talmo-gtk-window"), QStringList(),
-                                                     environment);
-    ASSERT_TRUE(desktop->waitForActiveWindow(u"Target"_s, 20s));
+    openWindow(QStringLiteral(TALMO_BIN "/talmo-gtk-window"), {}, {u"GDK_BACKEND"_s, u"x11"_s});
     EXPECT_EQ(paste(u"new"_s), Outcome::Taken);
     EXPECT_TRUE(windowShows(u"new"_s));
     EXPECT_EQ(desktop->paste(), "old");
@@ -166,11 +168,7 @@ TEST_F(WaylandPasteTest, xProgramGetsText)
 TEST_F(WaylandPasteTest, qtProgramGetsText)
 {
     desktop->copy("old");
-    auto environment = desktop->environment();
-    environment.insert(u"QT_QPA_PLATFORM"_s, u"wayland"_s);
-    window = std::make_unique<testbed::ChildProcess>(QStringLiteral(TALMO_BIN "/talmo-qt-entry-window"), QStringList(),
-                                                     environment);
-    ASSERT_TRUE(desktop->waitForActiveWindow(u"Target"_s, 20s));
+    openWindow(QStringLiteral(TALMO_BIN "/talmo-qt-entry-window"), {}, {u"QT_QPA_PLATFORM"_s, u"wayland"_s});
     EXPECT_EQ(paste(u"new"_s), Outcome::Taken);
     EXPECT_TRUE(windowShows(u"new"_s));
     EXPECT_EQ(desktop->paste(), "old");
